@@ -1,0 +1,218 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+// The part of the PowerPoint object model that the system uses. Names, numbers
+// and behaviour follow the object model's own reference; a property is a const
+// member to get it and an overload with one argument to let it. Collections
+// count from 1. Objects are handed out by shared pointers; a host hands out the
+// same presentation object for the same presentation, so identity is equality
+// of pointers. A member that fails throws basic::Error. Everything is called on
+// one thread.
+
+namespace PowerPoint {
+
+/// PpSlideShowType.
+enum class SlideShowType : std::int32_t { Speaker = 1, Window = 2, Kiosk = 3 };
+
+/// PpSlideShowPointerType, as far as used.
+enum class SlideShowPointerType : std::int32_t {
+  None = 0,
+  Arrow = 1,
+  Pen = 2,
+  AlwaysHidden = 3,
+  AutoArrow = 4
+};
+
+/// MsoShapeType, as far as used.
+enum class ShapeType : std::int32_t {
+  AutoShape = 1,
+  Chart = 3,
+  Freeform = 5,
+  Group = 6,
+  EmbeddedOLEObject = 7,
+  Line = 9,
+  LinkedOLEObject = 10,
+  LinkedPicture = 11,
+  Picture = 13,
+  Placeholder = 14,
+  Media = 16,
+  TextBox = 17,
+  Table = 19,
+  Diagram = 24,
+};
+
+/// Named strings of a presentation, a slide or a shape.
+class Tags {
+ public:
+  virtual ~Tags() = default;
+  [[nodiscard]] virtual std::int32_t Count() const = 0;
+  /// Names are upper case, as Add stores them. Index out of range is an error.
+  [[nodiscard]] virtual std::string Name(std::int32_t index) const = 0;
+  [[nodiscard]] virtual std::string Value(std::int32_t index) const = 0;
+  /// Stores the name in upper case; a tag of the same name is replaced in its place.
+  virtual void Add(std::string_view name, std::string_view value) = 0;
+  /// A name that is not there is no error.
+  virtual void Delete(std::string_view name) = 0;
+};
+
+class TextRange {
+ public:
+  virtual ~TextRange() = default;
+  /// Paragraphs are separated by CR (code 13), line breaks are VT (code 11).
+  [[nodiscard]] virtual std::string Text() const = 0;
+  /// Replaces the whole text; the first run's and paragraph's formatting stay.
+  /// LF and CR LF count as CR.
+  virtual void Text(std::string_view text) = 0;
+};
+
+class TextFrame {
+ public:
+  virtual ~TextFrame() = default;
+  [[nodiscard]] virtual bool HasText() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::TextRange> TextRange() = 0;
+};
+
+/// Present on linked pictures and linked objects.
+class LinkFormat {
+ public:
+  virtual ~LinkFormat() = default;
+  /// The source's full path; for a part of a workbook followed by "!" and the
+  /// sheet or range.
+  [[nodiscard]] virtual std::string SourceFullName() const = 0;
+};
+
+/// Present on embedded and linked objects.
+class OLEFormat {
+ public:
+  virtual ~OLEFormat() = default;
+  [[nodiscard]] virtual std::string ProgID() const = 0;
+};
+
+class Shape {
+ public:
+  virtual ~Shape() = default;
+  [[nodiscard]] virtual std::string Name() const = 0;
+  [[nodiscard]] virtual ShapeType Type() const = 0;
+  [[nodiscard]] virtual bool HasTextFrame() const = 0;
+  /// An error on a shape without a text frame.
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::TextFrame> TextFrame() = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
+  /// An error on a shape that is not linked.
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() = 0;
+  /// An error on a shape that is no object.
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() = 0;
+};
+
+/// The top-level shapes of a slide in drawing order; a group is one shape.
+class Shapes {
+ public:
+  virtual ~Shapes() = default;
+  [[nodiscard]] virtual std::int32_t Count() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<Shape> Item(std::int32_t index) = 0;
+  /// The first shape of that name (any case); an error when there is none.
+  [[nodiscard]] virtual std::shared_ptr<Shape> Item(std::string_view name) = 0;
+};
+
+class SlideShowTransition {
+ public:
+  virtual ~SlideShowTransition() = default;
+  [[nodiscard]] virtual bool Hidden() const = 0;
+  virtual void Hidden(bool hidden) = 0;
+  [[nodiscard]] virtual bool AdvanceOnTime() const = 0;
+  /// Seconds.
+  [[nodiscard]] virtual double AdvanceTime() const = 0;
+};
+
+class Slide {
+ public:
+  virtual ~Slide() = default;
+  [[nodiscard]] virtual std::int32_t SlideIndex() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Shapes> Shapes() = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() = 0;
+};
+
+class Slides {
+ public:
+  virtual ~Slides() = default;
+  [[nodiscard]] virtual std::int32_t Count() const = 0;
+  /// Index out of range is an error.
+  [[nodiscard]] virtual std::shared_ptr<Slide> Item(std::int32_t index) = 0;
+};
+
+class SlideShowSettings {
+ public:
+  virtual ~SlideShowSettings() = default;
+  [[nodiscard]] virtual SlideShowType ShowType() const = 0;
+};
+
+class Presentation {
+ public:
+  virtual ~Presentation() = default;
+  /// Name with path.
+  [[nodiscard]] virtual std::string FullName() const = 0;
+  [[nodiscard]] virtual bool Saved() const = 0;
+  virtual void Saved(bool saved) = 0;
+  /// Raises PresentationSave first; called from within that event it only writes.
+  virtual void Save() = 0;
+  virtual void SaveCopyAs(std::string_view fileName) = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Slides> Slides() = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::SlideShowSettings> SlideShowSettings() = 0;
+  /// Refreshes the linked objects from their sources.
+  virtual void UpdateLinks() = 0;
+};
+
+class SlideShowView {
+ public:
+  virtual ~SlideShowView() = default;
+  /// The index of the slide on show; count + 1 on the black end slide.
+  [[nodiscard]] virtual std::int32_t CurrentShowPosition() const = 0;
+  /// The slide on show.
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Slide> Slide() = 0;
+  [[nodiscard]] virtual SlideShowPointerType PointerType() const = 0;
+  virtual void PointerType(SlideShowPointerType type) = 0;
+};
+
+class SlideShowWindow {
+ public:
+  virtual ~SlideShowWindow() = default;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Presentation> Presentation() = 0;
+  [[nodiscard]] virtual std::shared_ptr<SlideShowView> View() = 0;
+};
+
+class Presentations {
+ public:
+  virtual ~Presentations() = default;
+  [[nodiscard]] virtual std::int32_t Count() const = 0;
+};
+
+/// What a client of the application's events implements. Handlers do not throw.
+class ApplicationEvents {
+ public:
+  virtual ~ApplicationEvents() = default;
+  virtual void NewPresentation(const std::shared_ptr<Presentation>& presentation) = 0;
+  virtual void PresentationOpen(const std::shared_ptr<Presentation>& presentation) = 0;
+  virtual void PresentationClose(const std::shared_ptr<Presentation>& presentation) = 0;
+  virtual void PresentationSave(const std::shared_ptr<Presentation>& presentation) = 0;
+  virtual void SlideShowBegin(const std::shared_ptr<SlideShowWindow>& window) = 0;
+  virtual void SlideShowNextSlide(const std::shared_ptr<SlideShowWindow>& window) = 0;
+  virtual void SlideShowEnd(const std::shared_ptr<Presentation>& presentation) = 0;
+};
+
+class Application {
+ public:
+  virtual ~Application() = default;
+  /// "9.0" and what follows it.
+  [[nodiscard]] virtual std::string Version() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Presentations> Presentations() = 0;
+  /// Subscribes to the events; the sink must outlive its subscription. A null
+  /// sink ends it. One sink at a time.
+  virtual void Advise(ApplicationEvents* sink) = 0;
+};
+
+}  // namespace PowerPoint
