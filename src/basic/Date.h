@@ -27,17 +27,30 @@ struct DateParts {
   int dayOfYear = 364;
 };
 
-/// Takes a date apart, rounded to the nearest second.
+/// Whether the date lies in the years 100 to 9999. A serial that is no number
+/// does not.
+bool IsInRange(Date date);
+
+/// Takes a date apart, rounded to the nearest second (31 December 9999 is the
+/// exception, it ends at 23:59:59). A date out of range raises
+/// InvalidProcedureCall.
 DateParts Split(Date date);
 
 /// Puts a date together. Parts outside their range carry over, as DateSerial
-/// and TimeSerial do (month 13 is January of the next year).
+/// and TimeSerial do (month 13 is January of the next year, hour -1 is 23:00 of
+/// the day before); a year of two digits is taken as FullYear takes it. A
+/// result out of range raises InvalidProcedureCall.
 Date DateFrom(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
 
 /// Whether the two integers name a real day of years 100 to 9999.
 bool IsValidDay(int year, int month, int day);
 
-/// DateAdd("s", seconds, date).
+/// The year that two digits mean: 0 to 29 the 2000s, 30 to 99 the 1900s. Other
+/// years are themselves.
+int FullYear(int year);
+
+/// DateAdd("s", seconds, date), to the millisecond; whole seconds give exactly
+/// the date that DateFrom gives. A result out of range raises InvalidProcedureCall.
 Date AddSeconds(Date date, double seconds);
 
 }  // namespace basic

@@ -16,8 +16,8 @@ namespace basic {
 /// sentence that a person can act on.
 class Error : public std::exception {
  public:
-  Error(std::int32_t number, std::string source, std::string description)
-      : number(number), source(std::move(source)), description(std::move(description)) {}
+  Error(std::int32_t theNumber, std::string theSource, std::string theDescription)
+      : number(theNumber), source(std::move(theSource)), description(std::move(theDescription)) {}
 
   [[nodiscard]] const char* what() const noexcept override { return description.c_str(); }
 

@@ -19,8 +19,9 @@ struct Locale {
   std::string shortTime = "hh:nn";
   std::string am = "AM";
   std::string pm = "PM";
-  std::array<std::string, 12> months = {"January", "February", "March",     "April",   "May",      "June",
-                                        "July",    "August",   "September", "October", "November", "December"};
+  std::array<std::string, 12> months = {"January",   "February", "March",    "April",
+                                        "May",       "June",     "July",     "August",
+                                        "September", "October",  "November", "December"};
   std::array<std::string, 12> shortMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                              "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   std::array<std::string, 7> days = {"Sunday",   "Monday", "Tuesday", "Wednesday",
