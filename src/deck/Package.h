@@ -6,6 +6,7 @@
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 // An Open Packaging Conventions package (ECMA-376 part 2) held in memory: parts
@@ -17,8 +18,10 @@
 
 namespace deck {
 
-class Package;
 class Archive;
+class ContentTypes;
+class Package;
+class Relationships;
 
 /// Relationship types as ECMA-376 part 1 names them, without what stands before
 /// the last slash: that differs between the transitional and the strict form.
@@ -88,18 +91,16 @@ class Part {
 
  private:
   friend class Package;
-  struct Relationships;
   Part(Package& package, std::string name, std::int64_t entry);
 
   Relationships& loadRelationships();
-  /// The content to be saved, serialised from the XML when that was changed.
-  void refreshBytes();
 
   Package* package_;
   std::string name_;
-  std::int64_t entry_;  // index in the archive, -1 for a new part
-  bool changed_ = false;
-  bool bytesAreCurrent_ = false;
+  std::int64_t entry_;    // index in the archive, -1 for a new part
+  bool changed_ = false;  // since the package was opened or saved
+  bool removed_ = false;
+  bool hasBytes_ = false;
   std::string bytes_;
   std::string parsedText_;  // what the nodes of xml_ point into
   std::unique_ptr<pugi::xml_document> xml_;
@@ -162,16 +163,30 @@ class Package {
 
  private:
   friend class Part;
-  struct Index;
-  Package(std::string bytes, std::string name, const Limits& limits);
+  /// Hashes part names without regard to the case of ASCII letters.
+  struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const;
+  };
+  struct NameEqual {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const;
+  };
 
+  Package(std::string bytes, std::string name, const Limits& limits);
+  void readDirectory(const Limits& limits);
+  Part& insert(std::string name, std::int64_t entry);
+  Part& relationshipsPartOf(Part& source);
   [[nodiscard]] std::string inflate(const Part& part) const;
   [[noreturn]] void fail(const std::string& what) const;
 
   std::string name_;
-  Limits limits_;
   std::unique_ptr<Archive> archive_;
-  std::unique_ptr<Index> index_;
+  std::vector<std::unique_ptr<Part>> parts_;
+  std::unordered_map<std::string_view, Part*, NameHash, NameEqual> byName_;
+  std::unordered_map<std::string, int> lastNumber_;  // given out by freeName, by stem
+  std::unique_ptr<Part> root_;  // the nameless source of the package's relationships
+  std::unique_ptr<ContentTypes> contentTypes_;
 };
 
 }  // namespace deck

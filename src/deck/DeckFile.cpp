@@ -1,0 +1,155 @@
+#include "deck/DeckFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+#include "deck/Failure.h"
+
+namespace deck {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() {
+    if (number_ >= 0) ::close(number_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  [[nodiscard]] int get() const { return number_; }
+  [[nodiscard]] bool isOpen() const { return number_ >= 0; }
+  /// Some file systems tell only now that the disk is full.
+  [[nodiscard]] bool close() { return ::close(std::exchange(number_, -1)) == 0; }
+
+ private:
+  int number_;
+};
+
+/// A new file that is removed again unless it was renamed.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const fs::path& target)
+      : path_((target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string()),
+        file_(::mkostemp(path_.data(), O_CLOEXEC)),
+        created_(file_.isOpen()) {}
+  ~TemporaryFile() {
+    if (created_ && !renamed_) ::unlink(path_.c_str());
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  Descriptor& file() { return file_; }
+  bool renameTo(const fs::path& target) {
+    renamed_ = ::rename(path_.c_str(), target.c_str()) == 0;
+    return renamed_;
+  }
+
+ private:
+  std::string path_;
+  Descriptor file_;
+  bool created_;
+  bool renamed_ = false;
+};
+
+FileState stateOf(const struct stat& status) {
+  return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec,
+          status.st_mtim.tv_nsec};
+}
+
+[[noreturn]] void failRead(const std::string& path, const std::string& why) {
+  fail(inQuotes(path) + " cannot be read: " + why);
+}
+
+[[noreturn]] void failWrite(const std::string& path, const std::string& why) {
+  fail(inQuotes(path) + " cannot be saved: " + why);
+}
+
+bool writeAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(file, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+/// Makes the rename itself last. A file system that cannot do it is no reason to
+/// call a finished save a failure.
+void flushFolder(const fs::path& folder) {
+  const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened.isOpen()) ::fsync(opened.get());
+}
+
+/// The file that a path means, through symbolic links; it need not exist.
+fs::path resolved(const std::string& path) {
+  std::error_code error;
+  fs::path target = fs::weakly_canonical(fs::absolute(path), error);
+  return error ? fs::path(path) : target;
+}
+
+}  // namespace
+
+FileContent readFile(const std::string& path) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat status {};
+  if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failRead(path, std::strerror(errno));
+  if (S_ISDIR(status.st_mode)) failRead(path, "it is a folder");
+  if (!S_ISREG(status.st_mode)) failRead(path, "it is no regular file");
+  FileContent content{std::string(static_cast<std::size_t>(status.st_size), '\0'), stateOf(status)};
+  std::size_t got = 0;
+  while (got < content.bytes.size()) {
+    const ssize_t count = ::read(file.get(), content.bytes.data() + got, content.bytes.size() - got);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) failRead(path, std::strerror(errno));
+    if (count == 0) break;
+    got += static_cast<std::size_t>(count);
+  }
+  content.bytes.resize(got);
+  return content;
+}
+
+FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected) {
+  const fs::path target = resolved(path);
+  struct stat old {};
+  const bool exists = ::stat(target.c_str(), &old) == 0;
+  if (exists) {
+    if (!S_ISREG(old.st_mode)) failWrite(path, "it is no regular file");
+    if (::access(target.c_str(), W_OK) != 0) failWrite(path, "the file is write-protected");
+    if (expected != nullptr && stateOf(old) != *expected) {
+      failWrite(path,
+                "another program has changed the file since it was opened. Save under another name, or open "
+                "it again.");
+    }
+  }
+
+  TemporaryFile temporary(target);
+  Descriptor& file = temporary.file();
+  if (!file.isOpen()) {
+    failWrite(path, "no file can be created in its folder (" + std::string(std::strerror(errno)) + ")");
+  }
+  if (exists && ::fchown(file.get(), old.st_uid, old.st_gid) != 0) errno = 0;  // not allowed: stays ours
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  const mode_t mode = exists ? old.st_mode & 07777U : 0666U & ~mask;
+  if (!writeAll(file.get(), bytes) || ::fchmod(file.get(), mode) != 0 || ::fsync(file.get()) != 0) {
+    failWrite(path, std::strerror(errno));
+  }
+  struct stat written {};
+  if (::fstat(file.get(), &written) != 0 || !file.close() || !temporary.renameTo(target)) {
+    failWrite(path, std::strerror(errno));
+  }
+  flushFolder(target.parent_path());
+  return stateOf(written);
+}
+
+}  // namespace deck

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace deck {
+
+/// What tells one state of a file from another without reading it.
+struct FileState {
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+  std::uint64_t size = 0;
+  std::int64_t modifiedSeconds = 0;
+  std::int64_t modifiedNanoseconds = 0;
+
+  friend bool operator==(const FileState&, const FileState&) = default;
+};
+
+struct FileContent {
+  std::string bytes;
+  FileState state;
+};
+
+/// Reads a whole regular file. Throws basic::Error naming the file and why.
+FileContent readFile(const std::string& path);
+
+/// Replaces a file, or creates it, so that a crash at any moment leaves the old
+/// file or the new one: a new file beside it is flushed and renamed over it. The
+/// old file's mode stays, its owner when the system allows; a symbolic link is
+/// followed. With `expected`, an existing file in another state is left alone
+/// and an error thrown: another program wrote it. Returns the new state. On an
+/// error (full disk, read-only file or folder) the old file is whole and nothing
+/// is left behind.
+FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected = nullptr);
+
+}  // namespace deck

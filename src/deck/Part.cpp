@@ -1,0 +1,81 @@
+#include <utility>
+
+#include "deck/ContentTypes.h"
+#include "deck/Failure.h"
+#include "deck/Package.h"
+#include "deck/Percent.h"
+#include "deck/Relationships.h"
+#include "deck/Xml.h"
+
+namespace deck {
+
+Part::Part(Package& package, std::string name, std::int64_t entry)
+    : package_(&package), name_(std::move(name)), entry_(entry) {}
+
+Part::~Part() = default;
+
+std::string Part::contentType() const { return package_->contentTypes_->of(name_); }
+
+std::string_view Part::bytes() {
+  if (!hasBytes_) {
+    bytes_ = xml_ != nullptr && changed_ ? xml::serialize(*xml_) : package_->inflate(*this);
+    hasBytes_ = true;
+  }
+  return bytes_;
+}
+
+const pugi::xml_document& Part::xml() {
+  if (xml_ != nullptr) return *xml_;
+  static_cast<void>(bytes());
+  if (changed_) {
+    parsedText_ = bytes_;
+  } else {
+    // The archive has the bytes still; no need to hold them twice.
+    parsedText_ = std::exchange(bytes_, {});
+    hasBytes_ = false;
+  }
+  try {
+    xml_ = xml::parse(parsedText_, [this] { return std::string(bytes()); });
+  } catch (const basic::Error& error) {
+    package_->fail("part " + name_ + " is not well-formed XML: " + error.description);
+  }
+  return *xml_;
+}
+
+void Part::markChanged() {
+  changed_ = true;
+  hasBytes_ = false;
+}
+
+Relationships& Part::loadRelationships() {
+  if (relationships_ == nullptr) {
+    relationships_ = std::make_unique<Relationships>(package_->find(relationshipsPartName(name_)));
+  }
+  return *relationships_;
+}
+
+const std::vector<Relationship>& Part::relationships() { return loadRelationships().all(); }
+
+const Relationship* Part::relationship(std::string_view id) { return loadRelationships().find(id); }
+
+Part* Part::target(std::string_view id) {
+  const Relationship* found = relationship(id);
+  return found == nullptr ? nullptr : target(*found);
+}
+
+Part* Part::target(const Relationship& relationship) {
+  if (relationship.external) return nullptr;
+  const std::string name = resolveTarget(name_, relationship.target);
+  Part* part = package_->find(name);
+  if (part == nullptr && name.find('%') != std::string::npos) part = package_->find(percentDecoded(name));
+  return part;
+}
+
+Part* Part::related(std::string_view typeName) {
+  for (const Relationship& relationship : relationships()) {
+    if (relationship.is(typeName)) return target(relationship);
+  }
+  return nullptr;
+}
+
+}  // namespace deck
