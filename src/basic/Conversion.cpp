@@ -1,9 +1,9 @@
 #include "basic/Conversion.h"
 
-#include <array>
 #include <cmath>
 #include <ctime>
 #include <limits>
+#include <optional>
 #include <type_traits>
 
 #include "basic/DateText.h"
@@ -98,15 +98,14 @@ std::string CStr(const Variant& value, const Locale& locale) {
         } else if constexpr (std::is_same_v<T, Null>) {
           throw Error(static_cast<std::int32_t>(RuntimeError::TypeMismatch), DefaultSource,
                       "Invalid use of Null");
-        } else if constexpr (std::is_same_v<T, std::int64_t>) {
-          return std::to_string(held);
         } else if constexpr (std::is_same_v<T, Decimal>) {
           return Replace(held.digits, ".", locale.decimalSeparator);
         } else if constexpr (std::is_same_v<T, std::string>) {
           return held;
         } else if constexpr (std::is_same_v<T, Binary>) {
           return hexadecimal(held);
-        } else if constexpr (std::is_same_v<T, bool> || std::is_same_v<T, std::int32_t>) {
+        } else if constexpr (std::is_same_v<T, bool> || std::is_same_v<T, std::int32_t> ||
+                             std::is_same_v<T, std::int64_t>) {
           return CStr(held);
         } else {
           return CStr(held, locale);
@@ -118,6 +117,8 @@ std::string CStr(const Variant& value, const Locale& locale) {
 std::string CStr(double value, const Locale& locale) { return NumberText(value, locale.decimalSeparator); }
 
 std::string CStr(std::int32_t value) { return std::to_string(value); }
+
+std::string CStr(std::int64_t value) { return std::to_string(value); }
 
 std::string CStr(bool value) { return value ? "True" : "False"; }
 

@@ -53,11 +53,21 @@ bool applyHalfOfDay(bool afternoon, int& hour) {
   return true;
 }
 
+bool isHalfOfDay(const DateToken& token) {
+  return token.kind == DateToken::Am || token.kind == DateToken::Pm;
+}
+
 /// A time at the beginning of the tokens, which it is taken off: "h:nn",
 /// "h:nn:ss", "h:nn:ss.fff" (the fraction is dropped), each with or without
-/// AM/PM, or an hour with AM/PM. `separator` stands between its parts.
+/// AM/PM (after it, or before it as Eastern Asia writes), or an hour followed by
+/// AM/PM. `separator` stands between its parts.
 std::optional<Time> takeTime(Tokens& tokens, DateToken::Kind separator) {
   Time time;
+  const DateToken* half = nullptr;
+  if (!tokens.empty() && isHalfOfDay(tokens.front())) {
+    half = &tokens.front();
+    tokens = tokens.subspan(1);
+  }
   std::size_t at = 1;
   if (!timePart(tokens, 0, 24, time.hour)) return std::nullopt;
   const bool minutes = is(tokens, at, separator);
@@ -75,14 +85,10 @@ std::optional<Time> takeTime(Tokens& tokens, DateToken::Kind separator) {
       }
     }
   }
-  const bool morning = is(tokens, at, DateToken::Am);
-  const bool afternoon = is(tokens, at, DateToken::Pm);
-  if (morning || afternoon) {
-    if (!applyHalfOfDay(afternoon, time.hour)) return std::nullopt;
-    ++at;
-  } else if (!minutes) {
-    return std::nullopt;
-  }
+  const bool halfAfter = half == nullptr && at < tokens.size() && isHalfOfDay(tokens[at]);
+  if (halfAfter) half = &tokens[at++];
+  if (!minutes && !halfAfter) return std::nullopt;
+  if (half != nullptr && !applyHalfOfDay(half->kind == DateToken::Pm, time.hour)) return std::nullopt;
   tokens = tokens.subspan(at);
   return time;
 }
@@ -224,13 +230,14 @@ class Parser {
   }
 
  private:
-  /// The hour: the number before the first colon or AM/PM.
+  /// The hour before the first colon or AM/PM, or an AM/PM before the hour.
   [[nodiscard]] std::size_t timeBegin() const {
     const auto mark = std::find_if(tokens_.begin(), tokens_.end(), [](const DateToken& token) {
-      return token.kind == DateToken::Colon || token.kind == DateToken::Am || token.kind == DateToken::Pm;
+      return token.kind == DateToken::Colon || isHalfOfDay(token);
     });
-    if (mark == tokens_.end()) return tokens_.size();
-    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(mark - tokens_.begin(), 1)) - 1;
+    const auto at = static_cast<std::size_t>(mark - tokens_.begin());
+    if (mark == tokens_.end() || at == 0) return at;
+    return isHalfOfDay(*mark) && is(tokens_, at + 2, DateToken::Colon) ? at : at - 1;
   }
 
   std::optional<Date> withTime(std::size_t begin, DateToken::Kind separator) {

@@ -1,5 +1,7 @@
 #include "basic/DateTokens.h"
 
+#include <algorithm>
+
 #include "basic/NumberText.h"
 
 namespace basic {
@@ -39,7 +41,7 @@ unsigned lower(unsigned letter) {
   return letter;
 }
 
-/// The longest of the words that the text begins with, as index + 1; its length is added to `length`.
+/// The longest of the offered words that a text begins with.
 struct Match {
   int value = 0;
   std::size_t length = 0;
@@ -81,19 +83,42 @@ Match matchHalfOfDay(std::string_view text, const Locale& locale) {
   return match;
 }
 
-/// One token at the beginning of the text (which is not empty and no blank),
-/// and how long it is; 0 for what belongs to no date.
-std::size_t readToken(std::string_view text, const Locale& locale, DateToken& token) {
-  if (IsDigit(text[0])) {
-    std::size_t length = 0;
-    for (; length < text.size() && IsDigit(text[length]); ++length) {
-      if (length < 9) token.value = token.value * 10 + (text[length] - '0');
-    }
-    token.kind = DateToken::Number;
-    token.digits = static_cast<int>(length);
-    return length;
+std::size_t readNumber(std::string_view text, DateToken& token) {
+  constexpr std::size_t MostDigits = 9;  // more are no part of a date, but must not overflow
+  std::size_t length = 0;
+  for (; length < text.size() && IsDigit(text[length]); ++length) {
+    if (length < MostDigits) token.value = token.value * 10 + (text[length] - '0');
   }
-  // The halves of the day before the months: of "a" and "p" only whole words match.
+  token.kind = DateToken::Number;
+  token.digits = static_cast<int>(std::min(length, MostDigits));
+  return length;
+}
+
+std::size_t readSeparator(std::string_view text, const Locale& locale, DateToken& token) {
+  token.separator = text[0];
+  token.kind = DateToken::DateSeparator;
+  switch (text[0]) {
+    case '/':
+    case '-':
+    case '.':
+      return 1;
+    case ':':
+      token.kind = DateToken::Colon;
+      return 1;
+    case ',':
+      token.kind = DateToken::Comma;
+      return 1;
+    default:
+      break;
+  }
+  const std::string_view ofDate = WithoutWhite(locale.dateSeparator);
+  if (!ofDate.empty() && text.starts_with(ofDate)) return ofDate.size();
+  token.kind = DateToken::Colon;
+  const std::string_view ofTime = WithoutWhite(locale.timeSeparator);
+  return text.starts_with(ofTime) ? ofTime.size() : 0;
+}
+
+std::size_t readWord(std::string_view text, const Locale& locale, DateToken& token) {
   if (const Match half = matchHalfOfDay(text, locale); half.length > 0) {
     token.kind = static_cast<DateToken::Kind>(half.value);
     return half.length;
@@ -103,35 +128,19 @@ std::size_t readToken(std::string_view text, const Locale& locale, DateToken& to
     token.value = month.value;
     return month.length;
   }
-  const auto separator = [&token](DateToken::Kind kind, char character, std::size_t length) {
-    token.kind = kind;
-    token.separator = character;
-    return length;
-  };
-  const std::string_view localeDate = WithoutWhite(locale.dateSeparator);
-  const std::string_view localeTime = WithoutWhite(locale.timeSeparator);
-  switch (text[0]) {
-    case ':':
-      return separator(DateToken::Colon, 0, 1);
-    case '/':
-    case '-':
-    case '.':
-      return separator(DateToken::DateSeparator, text[0], 1);
-    case ',':
-      return separator(DateToken::Comma, 0, 1);
-    case 'T':
-    case 't':
-      if (text.size() > 1 && IsDigit(text[1])) return separator(DateToken::T, 0, 1);
-      break;
-    default:
-      break;
+  if (text.size() > 1 && (text[0] == 'T' || text[0] == 't') && IsDigit(text[1])) {
+    token.kind = DateToken::T;
+    return 1;
   }
-  if (!localeDate.empty() && text.starts_with(localeDate)) {
-    return separator(DateToken::DateSeparator, localeDate[0], localeDate.size());
-  }
-  if (!localeTime.empty() && text.starts_with(localeTime))
-    return separator(DateToken::Colon, 0, localeTime.size());
   return 0;
+}
+
+/// Reads one token from the beginning of the text, which is not empty and no
+/// blank. Its length, 0 for what belongs to no date.
+std::size_t readToken(std::string_view text, const Locale& locale, DateToken& token) {
+  if (IsDigit(text[0])) return readNumber(text, token);
+  const std::size_t length = readSeparator(text, locale, token);
+  return length > 0 ? length : readWord(text, locale, token);
 }
 
 }  // namespace

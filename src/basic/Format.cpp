@@ -1,7 +1,5 @@
 #include "basic/Format.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -11,18 +9,25 @@
 namespace basic {
 namespace {
 
-struct NamedFormat {
-  std::string_view name;
-  std::string_view picture;
-};
-
-constexpr std::array<NamedFormat, 7> NamedFormats = {{{"General Date", "c"},
-                                                      {"Long Date", "dddddd"},
-                                                      {"Medium Date", "dd-mmm-yy"},
-                                                      {"Short Date", "ddddd"},
-                                                      {"Long Time", "ttttt"},
-                                                      {"Medium Time", "hh:nn AM/PM"},
-                                                      {"Short Time", ""}}};
+/// The picture of a named format, any other picture as it is.
+std::string_view withoutName(std::string_view picture, const Locale& locale) {
+  struct NamedFormat {
+    std::string_view name;
+    std::string_view picture;
+  };
+  const NamedFormat formats[] = {{"", "c"},
+                                 {"General Date", "c"},
+                                 {"Long Date", "dddddd"},
+                                 {"Medium Date", "dd-mmm-yy"},
+                                 {"Short Date", "ddddd"},
+                                 {"Long Time", "ttttt"},
+                                 {"Medium Time", "hh:nn AM/PM"},
+                                 {"Short Time", locale.shortTime}};
+  for (const NamedFormat& format : formats) {
+    if (EqualsIgnoreCase(format.name, picture)) return format.picture;
+  }
+  return picture;
+}
 
 class Writer {
  public:
@@ -168,19 +173,9 @@ class Writer {
 }  // namespace
 
 std::string Format(Date date, std::string_view picture, const Locale& locale) {
-  if (picture.empty()) picture = "c";
-  const auto named =
-      std::find_if(NamedFormats.begin(), NamedFormats.end(),
-                   [picture](const NamedFormat& format) { return EqualsIgnoreCase(format.name, picture); });
   const DateParts parts = Split(date);
   Writer writer(parts, locale);
-  if (named == NamedFormats.end()) {
-    writer.write(picture, false);
-  } else if (named->picture.empty()) {
-    writer.write(locale.shortTime, true);
-  } else {
-    writer.write(named->picture, false);
-  }
+  writer.write(withoutName(picture, locale), false);
   return std::move(writer.text);
 }
 

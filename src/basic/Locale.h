@@ -7,7 +7,9 @@ namespace basic {
 
 /// The user's regional settings, as far as conversions and format pictures ask
 /// for them. Pictures are in the language of Format ("dd/mm/yyyy").
-/// The default is en-US. A host fills it from its operating system.
+/// The order of day, month and year in the short date is also the order in which
+/// CDate reads numbers. The default is en-US. A host fills it from its operating
+/// system.
 struct Locale {
   std::string decimalSeparator = ".";
   std::string thousandsSeparator = ",";
@@ -29,7 +31,8 @@ struct Locale {
   std::array<std::string, 7> shortDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 };
 
-/// The regional settings in force: process-wide, set once by the host at start.
+/// The regional settings in force: process-wide, set once by the host at
+/// start, before another thread asks for them.
 const Locale& UserLocale();
 void SetUserLocale(Locale locale);
 

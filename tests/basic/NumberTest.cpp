@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "ErrorNumber.h"
+#include "Locales.h"
+#include "basic/Conversion.h"
+
+namespace basic {
+namespace {
+
+using test::american;
+using test::errorNumber;
+using test::finnish;
+using test::german;
+
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
+
+TEST(CDblTest, ReadsWhatTheLanguageCallsANumber) {
+  const struct {
+    const char* text;
+    Locale locale;
+    double value;
+  } cases[] = {
+      {"42", american(), 42},
+      {" \t-42 \r\n", american(), -42},
+      {"- 42", american(), -42},
+      {"+.5", american(), 0.5},
+      {"5.", american(), 5},
+      {"42-", american(), -42},
+      {"42 -", american(), -42},
+      {"(1,234.50)", american(), -1234.5},
+      {"1,2,34", american(), 1234},
+      {"1.5e3", american(), 1500},
+      {"1E+3", american(), 1000},
+      {"25d-1", american(), 2.5},
+      {"1D2", american(), 100},
+      {"00000000000000000000000000000000000001.25", american(), 1.25},
+      {"123456789012345678901234567890", american(), 123456789012345678901234567890.0},
+      {"1.7976931348623157E+308", american(), 1.7976931348623157e308},
+      {"0e999999999999999999999", american(), 0},
+      {"-1E-400", american(), 0},
+      {"0.0000001E-99999999999999999999", american(), 0},
+      {"&HFF", american(), 255},
+      {" &hffffffff ", american(), 4294967295.0},
+      {"&o17", american(), 15},
+      {"1.234,5", german(), 1234.5},
+      {"-,5", german(), -0.5},
+      {"1 234,5", finnish(), 1234.5},
+      {"1\u00A0234 567,5", finnish(), 1234567.5},
+  };
+  for (const auto& c : cases) EXPECT_EQ(CDbl(c.text, c.locale), c.value) << c.text;
+}
+
+TEST(CDblTest, RefusesTheRest) {
+  const struct {
+    const char* text;
+    std::int32_t error;
+  } cases[] = {
+      {"", 13},
+      {" ", 13},
+      {".", 13},
+      {"-", 13},
+      {"()", 13},
+      {"(", 13},
+      {"--1", 13},
+      {"-1-", 13},
+      {"(-1)", 13},
+      {"1.2.3", 13},
+      {"1.2,3", 13},
+      {",1", 13},
+      {"1 2", 13},
+      {"1e", 13},
+      {"1e+", 13},
+      {"1e5.5", 13},
+      {"e5", 13},
+      {"12abc", 13},
+      {"inf", 13},
+      {"nan", 13},
+      {"0x10", 13},
+      {"True", 13},
+      {"&H", 13},
+      {"&HG", 13},
+      {"&O8", 13},
+      {"&H-1", 13},
+      {"1\u00A02", 13},
+      {"١", 13},
+      {"1E400", 6},
+      {"-1E400", 6},
+      {"0.1E310", 6},
+      {"1e99999999999", 6},
+      {"&H10000000000000000", 6},
+  };
+  for (const auto& c : cases) EXPECT_EQ(errorNumber([&] { CDbl(c.text, american()); }), c.error) << c.text;
+  EXPECT_EQ(errorNumber([] { CDbl(std::string_view("1\0", 2), american()); }), 13);
+  EXPECT_EQ(errorNumber([] { CDbl(std::string(1000, '9'), american()); }), 6);
+}
+
+TEST(CLngTest, RoundsHalfToEvenWithinThirtyTwoBits) {
+  const struct {
+    const char* text;
+    std::int32_t value;
+    std::int32_t error;
+  } cases[] = {
+      {"0.5", 0, 0},
+      {"1.5", 2, 0},
+      {"2.5", 2, 0},
+      {"-2.5", -2, 0},
+      {"2.50001", 3, 0},
+      {"2147483647.49", 2147483647, 0},
+      {"2147483647.5", 0, 6},
+      {"-2147483648.5", std::numeric_limits<std::int32_t>::min(), 0},
+      {"-2147483649", 0, 6},
+      {"&HFFFFFFFF", -1, 0},
+      {"&H7fffffff", 2147483647, 0},
+      {"&H100000000", 0, 6},
+      {" true", -1, 0},
+      {"FALSE", 0, 0},
+      {"yes", 0, 13},
+      {"1E3", 1000, 0},
+  };
+  for (const auto& c : cases) {
+    std::int32_t value = 0;
+    EXPECT_EQ(errorNumber([&] { value = CLng(c.text, american()); }), c.error) << c.text;
+    EXPECT_EQ(value, c.value) << c.text;
+  }
+  for (const double value : {Infinity, -Infinity, NotANumber, 1e300}) {
+    EXPECT_EQ(errorNumber([&] { CLng(value); }), 6) << value;
+  }
+}
+
+TEST(CBoolTest, KnowsTheWordsAndNumbers) {
+  for (const char* text : {"True", "tRuE", " TRUE ", "-1", "1", "0,5", "&H1"}) {
+    EXPECT_TRUE(CBool(text, german())) << text;
+  }
+  for (const char* text : {"False", "false", "0", "-0", "0,0", "&H0"})
+    EXPECT_FALSE(CBool(text, german())) << text;
+  for (const char* text : {"", "yes", "T", "Truee"}) {
+    EXPECT_EQ(errorNumber([&] { CBool(text, german()); }), 13) << text;
+  }
+}
+
+TEST(CStrTest, WritesNumbers) {
+  const struct {
+    double value;
+    const char* text;
+  } cases[] = {
+      {0.0, "0"},
+      {-0.0, "0"},
+      {0.1 + 0.2, "0,3"},
+      {-1234.5, "-1234,5"},
+      {999999999999999.0, "999999999999999"},
+      {1e15, "1E+15"},
+      {999999999999999.9, "1E+15"},
+      {0.0001, "0,0001"},
+      {0.00001, "1E-05"},
+      {-1.25e-7, "-1,25E-07"},
+      {2.0 / 3.0, "0,666666666666667"},
+      {std::numeric_limits<double>::max(), "1,79769313486232E+308"},
+      {std::numeric_limits<double>::denorm_min(), "4,94065645841247E-324"},
+      {Infinity, "1.#INF"},
+      {-Infinity, "-1.#INF"},
+      {NotANumber, "-1.#IND"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(CStr(c.value, german()), c.text);
+}
+
+TEST(CStrTest, WritesNumbersAsTheCLibraryDoesAndReadsThemBack) {
+  std::mt19937_64 random(1);
+  for (int i = 0; i < 100'000; ++i) {
+    double value = std::bit_cast<double>(random());
+    if (i % 2 == 0) value = std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 120) - 100);
+    if (!std::isfinite(value)) continue;
+    char expected[64];
+    std::snprintf(expected, sizeof expected, "%.15G", value);
+    const std::string text = CStr(value, american());
+    ASSERT_EQ(text, expected);
+    if (std::abs(value) < 1.7976931348623e308) {
+      ASSERT_EQ(CDbl(text, american()), std::strtod(expected, nullptr));
+    }
+  }
+}
+
+TEST(CStrTest, WritesEveryKindOfValue) {
+  const struct {
+    Variant value;
+    const char* text;
+  } cases[] = {
+      {Empty{}, ""},
+      {true, "True"},
+      {false, "False"},
+      {std::int32_t{-7}, "-7"},
+      {std::numeric_limits<std::int64_t>::min(), "-9223372036854775808"},
+      {1.5, "1,5"},
+      {Decimal{"-12.50"}, "-12,50"},
+      {Date{1.5}, "31.12.1899 12:00:00"},
+      {std::string("a.b"), "a.b"},
+      {Binary{0x00, 0xAB, 0x0F}, "0x00AB0F"},
+      {Binary{}, "0x"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(CStr(c.value, german()), c.text);
+
+  try {
+    CStr(Variant(Null{}), german());
+    FAIL() << "Null has no text";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.number, 13);
+    EXPECT_EQ(error.description, "Invalid use of Null");
+  }
+}
+
+TEST(ErrorTest, CarriesNumberSourceAndStandardText) {
+  try {
+    Raise(RuntimeError::ObjectVariableNotSet);
+  } catch (const Error& error) {
+    EXPECT_EQ(error.number, 91);
+    EXPECT_EQ(error.source, DefaultSource);
+    EXPECT_STREQ(error.what(), "Object variable or With block variable not set");
+  }
+}
+
+}  // namespace
+}  // namespace basic
