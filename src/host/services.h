@@ -12,6 +12,7 @@
 #include "basic/Date.h"
 #include "host/addin.h"
 #include "host/adodb.h"
+#include "host/bytes.h"
 
 // What the system asks of the machine it runs on: time, timers, files,
 // settings, message boxes, the shell, the registry. Hosts supply them through
@@ -47,12 +48,6 @@ class Loop {
   [[nodiscard]] virtual std::unique_ptr<Timer> CreateTimer(std::function<void()> handler) = 0;
   /// Lets everything that is ready run; sleeps a moment when nothing is.
   virtual void DoEvents() = 0;
-};
-
-/// Bytes read from a file.
-struct Bytes {
-  std::unique_ptr<char[]> data;
-  std::size_t size = 0;
 };
 
 /// A file opened for sequential input; closed when destroyed.

@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "basic/Error.h"
+#include "textfile/ReadTextFile.h"
+
+using namespace std::string_literals;
+
+namespace LF2000 {
+namespace {
+
+struct Case {
+  const char* name;
+  std::string text;
+  std::string table;  // as Written has it
+};
+
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+std::string NameOf(const testing::TestParamInfo<Case>& info) { return info.param.name; }
+
+std::string Read(std::string_view text, bool names = false) {
+  return Written(ReadTextFile(BytesOf(text), names, [](std::string_view) {}));
+}
+
+class WithNames : public testing::TestWithParam<Case> {};
+TEST_P(WithNames, ReadsAs) { EXPECT_EQ(Read(GetParam().text, true), GetParam().table); }
+
+class WithoutNames : public testing::TestWithParam<Case> {};
+TEST_P(WithoutNames, ReadsAs) { EXPECT_EQ(Read(GetParam().text), GetParam().table); }
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, WithNames,
+    testing::Values(Case{"LineFeed", "A\tB\n1\t2\n3\t4\n", "A|B/1|2/3|4"},
+                    Case{"CarriageReturn", "A\tB\r1\t2\r3\t4\r", "A|B/1|2/3|4"},
+                    Case{"Both", "A\tB\r\n1\t2\r\n3\t4\r\n", "A|B/1|2/3|4"},
+                    Case{"Mixed", "A\tB\r1\t2\n3\t4\r\n5\t6", "A|B/1|2/3|4/5|6"},
+                    Case{"NoEndAtTheEnd", "A\tB\n1\t2", "A|B/1|2"},
+                    Case{"EmptyLinesAreNoRecords", "\n\r\nA\tB\n\n\n1\t2\r\r\n\n", "A|B/1|2"},
+                    Case{"NamesOnly", "A\tB\n", "A|B"},
+                    Case{"EmptyFields", "A\tB\tC\n\t\t\n\t2\t\n", "A|B|C/||/|2|"},
+                    Case{"ShortLine", "A\tB\tC\n1\n1\t2\n", "A|B|C/1|~|~/1|2|~"},
+                    Case{"LongLine", "A\tB\n1\t2\t3\t4\n5\t6\n", "A|B/1|2/5|6"},
+                    Case{"BlanksAndControlsAreKept", "A\tB\n 1 \t\0\x01\x7F\n"s, "A|B/ 1 |\0\x01\x7F"s}),
+    NameOf);
+
+INSTANTIATE_TEST_SUITE_P(
+    Columns, WithoutNames,
+    testing::Values(Case{"AreNumberedFromOne", "x,y,z\n", "Column1|Column2|Column3/x|y|z"},
+                    Case{"OfAnEmptyFile", "", "Column1"}, Case{"OfEmptyLines", "\r\n\n", "Column1"},
+                    Case{"OfAMarkAlone", "\xEF\xBB\xBF", "Column1"}),
+    NameOf);
+
+INSTANTIATE_TEST_SUITE_P(
+    Delimiter, WithNames,
+    testing::Values(
+        Case{"Semicolon", "A;B\n1,5;2,5\n", "A|B/1,5|2,5"}, Case{"Comma", "A,B\n1,2\n", "A|B/1|2"},
+        Case{"Bar", "A|B\n1|2\n", "A|B/1|2"}, Case{"TabBeforeComma", "A,B\tC\n1,2\t3\n", "A,B|C/1,2|3"},
+        Case{"CommaWhenSemicolonsAreUneven", "A,B\n1;2,3\n4,5;\n", "A|B/1;2|3/4|5;"},
+        Case{"OneColumn", "Name\nPort Calder\nOulu\n", "Name/Port Calder/Oulu"},
+        Case{"CommasOfProse", "Notice\nGate closed, sorry\nDelayed\n", "Notice/Gate closed, sorry/Delayed"},
+        Case{"QuotedDelimitersDoNotCount", "A,B\n\"x,y\",1\n\"x;y\",\"2,3\"\n", "A|B/x,y|1/x;y|2,3"},
+        Case{"ShortLineKeepsIt", "A;B;C\n1\n1;2\n4;5;6\n", "A|B|C/1|~|~/1|2|~/4|5|6"}),
+    NameOf);
+
+TEST(TextFileDialect, IsThatOfTheFirstTwentyRecords) {
+  std::string text = "A,B\n";
+  for (int i = 0; i < 19; ++i) text += "1,2\n";
+  EXPECT_EQ(Read(text + "3;4;5\n", true).substr(0, 8), "A|B/1|2/");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Quotes, WithNames,
+    testing::Values(
+        Case{"Plain", "A,B\n\"1\",\"2\"\n", "A|B/1|2"},
+        Case{"Doubled", "A,B\n\"a\"\"b\"\"\",\"\"\"\"\n", "A|B/a\"b\"|\""},
+        Case{"Empty", "A,B\n\"\",\"\"\n", "A|B/|"}, Case{"AloneOnALine", "A\n\"\"\nx\n", "A//x"},
+        Case{"HoldDelimitersAndLineEnds", "A,B\n\"1,2\",\"3\r\n\n4\"\n5,6\n", "A|B/1,2|3\r\n\n4/5|6"},
+        Case{"InAnUnquotedField", "A,B\n5\" pipe,a\"\"b\n", "A|B/5\" pipe|a\"\"b"},
+        Case{"TextBehindIsAppended", "A,B\n\"a\"\"b\"cd,\"x\" \"y\"\n", "A|B/a\"bcd|x \"y\""},
+        Case{"NeverClosed", "A,B\n\"1,2\n3,4\n", "A|B/\"1|2/3|4"},
+        Case{"NeverClosedAtTheEnd", "A,B\n1,\"", "A|B/1|\""},
+        Case{"NeverClosedDoubled", "A,B\n\"\"\"1,2\n\"\",\"\"\"\"\n", "A|B/\"\"\"1|2/|\""},
+        Case{"ClosedAtTheEnd", "A,B\n1,\"2\"", "A|B/1|2"},
+        Case{"InNames", "\"First, name\",\"Size \"\"mm\"\"\"\n1,2\n", "First, name|Size \"mm\"/1|2"}),
+    NameOf);
+
+INSTANTIATE_TEST_SUITE_P(
+    Encoding, WithNames,
+    testing::Values(Case{"Utf8", "Größe\n€ 😀\n", "Größe/€ 😀"},
+                    Case{"Utf8Marked",
+                         "\xEF\xBB\xBF"
+                         "A\n\xC3\xA4\n",
+                         "A/ä"},
+                    Case{"Utf8MarkedThenMalformed",
+                         "\xEF\xBB\xBF"
+                         "A\n\xC3\xA4\xE4\xE2\x82\n\xFF\n",
+                         "A/ä���/�"},
+                    Case{"Windows1252",
+                         "Gr\xF6\xDF"
+                         "e\n\x80\x92\xFF\n",
+                         "Größe/€’ÿ"},
+                    Case{"Windows1252Undefined", "A\n\x81\x8D\x8F\x90\x9D\n",
+                         "A/\u0081\u008D\u008F\u0090\u009D"},
+                    Case{"OverlongIsWindows1252", "A\n\xC0\x80\n", "A/À€"},
+                    Case{"Utf16LittleEndian",
+                         "\xFF\xFE"
+                         "A\0\n\0\xAC\x20\x3D\xD8\x00\xDE"s,
+                         "A/€😀"},
+                    Case{"Utf16BigEndian", "\xFE\xFF\0A\0\n\x20\xAC\xD8\x3D\xDE\x00\0\x22"s, "A/€😀\""},
+                    Case{"Utf16LoneSurrogates", "\xFE\xFF\0A\0\n\xDE\x00\xD8\x3D\0x\xD8\x3D"s, "A/��x�"},
+                    Case{"Utf16HalfAUnit",
+                         "\xFF\xFE"
+                         "A\0\n\0b\0c"s,
+                         "A/b�"}),
+    NameOf);
+
+std::string ErrorOf(std::string_view text) {
+  try {
+    return "no error: " + Read(text, true);
+  } catch (const basic::Error& error) {
+    return error.description;
+  }
+}
+
+TEST(TextFileNames, ThatDoNotNameAColumnAreErrors) {
+  EXPECT_EQ(ErrorOf("Gate\tTime\tGATE\n1\t2\t3\n"),
+            "Duplicated column name 'GATE' detected: columns 1 and 3 of the first line.");
+  EXPECT_EQ(ErrorOf("Gate;;Time\n1;2;3\n"),
+            "The first line holds the column names, but the name of column 2 is empty.");
+  EXPECT_EQ(ErrorOf("\r\n"), "The file is empty: it has no first line with the column names.");
+  const std::string tooMany(40000, ',');
+  EXPECT_THROW((void)Read(tooMany), basic::Error);
+}
+
+TEST(TextFileValues, AreCutToFourThousandCharacters) {
+  const std::string ascii(4000, 'x');
+  std::string umlauts;
+  for (int i = 0; i < 4000; ++i) umlauts += "ä";
+  EXPECT_EQ(Read("A,B\n" + ascii + "y,z\n1,2\n", true), "A|B/" + ascii + "|z/1|2");
+  EXPECT_EQ(Read("A,B\n1," + umlauts + "ö\n", true), "A|B/1|" + umlauts);
+  EXPECT_EQ(Read("A,B\n\"" + umlauts + "\",\"" + ascii + "\"\"\"\n", true), "A|B/" + umlauts + "|" + ascii);
+}
+
+TEST(TextFileValues, OfRowsLongerThanSixteenBits) {
+  // The long field crosses the limit of short offsets in each place of the row.
+  const std::string longer(70000, 'x');
+  const std::string cut(4000, 'x');
+  EXPECT_EQ(Read("A,B,C\n" + longer + ",2,3\n1,2,3\n1," + longer + ",3\n1,2," + longer + "\n1,2,3\n", true),
+            "A|B|C/" + cut + "|2|3/1|2|3/1|" + cut + "|3/1|2|" + cut + "/1|2|3");
+}
+
+TEST(TextFileDroppedFields, AreReportedOnce) {
+  const auto reported = [](std::string_view text) {
+    std::string reports;
+    (void)ReadTextFile(BytesOf(text), true, [&](std::string_view report) { reports += report; });
+    return reports;
+  };
+  EXPECT_EQ(reported("A,B\n1,2\n3\n"), "");
+  EXPECT_EQ(reported("A,B\n\n\"1\r\n\r\n\",2\r\n3,4,5\n6,7\n8,9,10,11\n"),
+            "3 fields beyond the 2 columns were dropped, the first of them on line 6.");
+  const std::string lines(5000, '\n');
+  EXPECT_EQ(reported("A,B\n\"" + lines + "\",2\n\"" + lines + "\",4,5\n"),
+            "1 fields beyond the 2 columns were dropped, the first of them on line 5003.");
+}
+
+TEST(TextFileReader, FindsEveryFieldOfManyBlocks) {
+  std::string text = "A\tB\tC\n";
+  for (int row = 0; row < 200000; ++row) {
+    text += std::to_string(row);
+    if (row % 3 != 0) text += '\t' + std::to_string(row * 7);
+    text += row % 5 == 0 ? "\r\n" : "\n";
+  }
+  const host::TextTable table = ReadTextFile(BytesOf(text), true, [](std::string_view) {});
+  ASSERT_EQ(table.rowCount(), 200000U);
+  for (std::size_t row = 0; row < table.rowCount(); ++row) {
+    ASSERT_EQ(table.field(row, 0), std::to_string(row));
+    ASSERT_EQ(table.field(row, 1).value_or("~"), row % 3 == 0 ? "~" : std::to_string(row * 7));
+    ASSERT_FALSE(table.field(row, 2).has_value());
+  }
+}
+
+TEST(TextFileReader, EndsInTimeOnFilesOfQuotes) {
+  // Each of these would take minutes if a search for a closing quote were repeated.
+  const std::string quotes(3'000'001, '"');
+  EXPECT_EQ(ReadTextFile(BytesOf(quotes), false, {}).rowCount(), 1U);
+  std::string lines = "\"\n";
+  for (int i = 0; i < 1'000'000; ++i) lines += "\"\",x\"\n";
+  EXPECT_GT(ReadTextFile(BytesOf(lines), false, [](std::string_view) {}).rowCount(), 0U);
+  std::string pairs = "\"\n";
+  for (int i = 0; i < 1'000'000; ++i) pairs += "\"\"\"\"\n";
+  EXPECT_EQ(ReadTextFile(BytesOf(pairs), false, {}).rowCount(), 1'000'001U);
+}
+
+}  // namespace
+}  // namespace LF2000
