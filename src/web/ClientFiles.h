@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string_view>
+
+namespace web {
+
+/// A file of src/web/client/, built into the program.
+struct ClientFile {
+  std::string_view name;
+  std::string_view bytes;
+};
+
+/// Null when there is none of that name.
+const ClientFile* clientFile(std::string_view name);
+
+/// Changes whenever one of the files changes. Pages and scripts carry it, so a
+/// screen notices that the server has newer ones.
+std::string_view clientVersion();
+
+}  // namespace web

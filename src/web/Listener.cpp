@@ -1,0 +1,126 @@
+#include "web/Listener.h"
+
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/ip/v6_only.hpp>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace web {
+
+namespace asio = boost::asio;
+using asio::ip::tcp;
+using boost::system::error_code;
+
+namespace {
+
+constexpr std::chrono::milliseconds acceptPause{100};
+
+[[noreturn]] void fail(const std::string& description) {
+  throw basic::Error(basic::AdapterError, "web", description);
+}
+
+[[noreturn]] void failToListen(const Options& options, const error_code& why) {
+  const std::string port = std::to_string(options.port);
+  if (why == asio::error::address_in_use) {
+    fail("Port " + port + " of " + options.address +
+         " is in use by another program. Choose another port with --port, or stop that program.");
+  }
+  if (why == asio::error::access_denied) {
+    fail("The system does not let this user listen on port " + port +
+         ". Choose a port above 1023 with --port.");
+  }
+  fail("Cannot listen on " + options.address + ", port " + port + ": " + why.message() + ".");
+}
+
+}  // namespace
+
+Listener::Listener(asio::io_context& loop, const Options& options,
+                   std::function<Response(const Request&)> answer,
+                   std::function<void(tcp::socket, StreamKind)> stream, std::function<std::size_t()> streams)
+    : options_(options), acceptor_(loop), timer_(loop), streams_(std::move(streams)) {
+  owner_ = {std::move(answer), std::move(stream), [this](Session& session) { left(session); }};
+  bind();
+}
+
+void Listener::bind() {
+  error_code failed;
+  const auto address = asio::ip::make_address(options_.address, failed);
+  if (failed) fail("\"" + options_.address + "\" is not an IP address to listen on.");
+  const tcp::endpoint endpoint(address, options_.port);
+  acceptor_.open(endpoint.protocol(), failed);
+  if (failed) failToListen(options_, failed);
+  acceptor_.set_option(tcp::acceptor::reuse_address(true));
+  if (address.is_v6()) acceptor_.set_option(asio::ip::v6_only(false));
+  acceptor_.bind(endpoint, failed);
+  if (!failed) acceptor_.listen(asio::socket_base::max_listen_connections, failed);
+  if (failed) failToListen(options_, failed);
+}
+
+void Listener::start() { accept(); }
+
+void Listener::stop() {
+  if (std::exchange(stopped_, true)) return;
+  error_code ignored;
+  acceptor_.close(ignored);
+  timer_.expires_after(options_.stopTimeout);
+  timer_.async_wait([self = shared_from_this()](error_code cancelled) {
+    if (!cancelled) self->close();
+  });
+  std::vector<std::shared_ptr<Session>> all;  // as sessions leave the map meanwhile
+  for (const auto& [key, session] : sessions_) all.push_back(session);
+  for (const auto& session : all) session->finish();
+  if (sessions_.empty()) timer_.cancel();
+}
+
+void Listener::close() {
+  stopped_ = true;
+  error_code ignored;
+  acceptor_.close(ignored);
+  timer_.cancel();
+  for (const auto& [key, session] : sessions_) session->close();
+  sessions_.clear();
+}
+
+void Listener::accept() {
+  acceptor_.async_accept([self = shared_from_this()](error_code failed, tcp::socket socket) {
+    if (self->stopped_) return;
+    if (!failed) self->admit(std::move(socket));
+    if (!failed || failed == asio::error::connection_aborted) {
+      self->accept();
+    } else {
+      self->acceptLater();
+    }
+  });
+}
+
+void Listener::admit(tcp::socket socket) {
+  if (sessions_.size() + streams_() >= options_.maxConnections) {
+    constexpr std::string_view full =
+        "HTTP/1.1 503 Service Unavailable\r\nContent-Type: application/json\r\nContent-Length: 38\r\n"
+        "Retry-After: 15\r\nConnection: close\r\n\r\n{\"error\":\"Too many connections open.\"}";
+    error_code ignored;
+    socket.non_blocking(true, ignored);
+    socket.write_some(asio::buffer(full.data(), full.size()), ignored);
+    return;
+  }
+  auto session = Session::make(std::move(socket), owner_, options_);
+  sessions_.emplace(session.get(), session);
+  session->start();
+}
+
+/// Out of file descriptors, most likely: trying at once would spin.
+void Listener::acceptLater() {
+  timer_.expires_after(acceptPause);
+  timer_.async_wait([self = shared_from_this()](error_code) {
+    if (!self->stopped_) self->accept();
+  });
+}
+
+void Listener::left(Session& session) {
+  sessions_.erase(&session);
+  if (stopped_ && sessions_.empty()) timer_.cancel();
+}
+
+}  // namespace web

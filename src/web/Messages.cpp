@@ -1,0 +1,138 @@
+#include "web/Messages.h"
+
+#include <array>
+#include <charconv>
+#include <nlohmann/json.hpp>
+
+namespace web {
+namespace {
+
+using Json = nlohmann::json;
+
+std::string textOf(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+std::string chunk(std::string_view data) {
+  std::array<char, 16> size{};
+  const auto [end, failed] = std::to_chars(size.data(), size.data() + size.size(), data.size(), 16);
+  std::string bytes;
+  bytes.reserve(data.size() + 24);
+  bytes.append(size.data(), end).append("\r\n").append(data).append("\r\n");
+  return bytes;
+}
+
+std::string event(std::string_view name, std::uint64_t sequence, std::string_view data) {
+  std::string text;
+  text.reserve(data.size() + 64);
+  text.append("event: ").append(name).append("\nid: ").append(std::to_string(sequence)).append("\ndata: ");
+  // A line break would end the field; JSON has them only between its tokens.
+  for (std::size_t start = 0;;) {
+    const std::size_t end = data.find_first_of("\r\n", start);
+    text.append(data.substr(start, end - start));
+    if (end == std::string_view::npos) break;
+    text.append("\ndata: ");
+    start = end + 1;
+  }
+  return text.append("\n\n");
+}
+
+SharedMessage message(std::string_view name, std::uint64_t sequence, std::string_view data,
+                      bool complete = false) {
+  return std::make_shared<const Message>(Message{chunk(event(name, sequence, data)), complete});
+}
+
+Json slideJson(const std::optional<SlideView>& slide) {
+  if (!slide) return nullptr;
+  return {{"index", slide->index}, {"html", slide->html}};
+}
+
+}  // namespace
+
+SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
+                             std::chrono::milliseconds heartbeat) {
+  const Json json = {{"version", version},
+                     {"heartbeat", heartbeat.count()},
+                     {"title", picture.title},
+                     {"width", picture.width},
+                     {"height", picture.height},
+                     {"kiosk", picture.kiosk},
+                     {"blank", blankName(picture.blank)},
+                     {"ended", picture.ended},
+                     {"stylesheet", picture.stylesheet},
+                     {"current", slideJson(picture.current)},
+                     {"next", slideJson(picture.next)}};
+  return message("picture", sequence, textOf(json), true);
+}
+
+SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes) {
+  Json json = Json::array();
+  for (const ShapeChange& change : changes) {
+    if (change.html.empty()) continue;
+    json.push_back({{"slide", change.slide}, {"id", change.elementId}, {"html", change.html}});
+  }
+  return message("shapes", sequence, textOf(json));
+}
+
+SharedMessage stateMessage(std::uint64_t sequence, std::string_view state) {
+  return message("state", sequence, state, true);
+}
+
+SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes) {
+  Json json = Json::array();
+  for (const ShapeChange& change : changes) {
+    if (json.empty() || json.back()["slide"] != change.slide) {
+      json.push_back({{"slide", change.slide}, {"shapes", Json::array()}});
+    }
+    json.back()["shapes"].push_back({{"name", change.name}, {"text", change.text}});
+  }
+  return message("values", sequence, textOf(json));
+}
+
+SharedMessage positionMessage(std::uint64_t sequence, const Picture& picture) {
+  const Json json = {{"position", picture.current ? picture.current->index : 0},
+                     {"slideCount", picture.slideCount},
+                     {"blank", blankName(picture.blank)},
+                     {"ended", picture.ended}};
+  return message("position", sequence, textOf(json));
+}
+
+SharedMessage endMessage(std::uint64_t sequence, std::string_view reason) {
+  std::string bytes = chunk(event("end", sequence, textOf({{"reason", reason}})));
+  if (reason == "server") bytes += "0\r\n\r\n";
+  return std::make_shared<const Message>(Message{std::move(bytes), false});
+}
+
+SharedMessage heartbeatMessage(bool visible) {
+  return std::make_shared<const Message>(
+      Message{chunk(visible ? ": beat\nevent: beat\ndata: {}\n\n" : ": beat\n\n"), false});
+}
+
+SharedMessage streamHead() {
+  static const auto head =
+      std::make_shared<const Message>(Message{"HTTP/1.1 200 OK\r\n"
+                                              "Content-Type: text/event-stream\r\n"
+                                              "Cache-Control: no-store\r\n"
+                                              "X-Content-Type-Options: nosniff\r\n"
+                                              "Referrer-Policy: no-referrer\r\n"
+                                              // Proxies that gather an answer before they pass it on.
+                                              "X-Accel-Buffering: no\r\n"
+                                              "Transfer-Encoding: chunked\r\n"
+                                              "Connection: close\r\n\r\n",
+                                              false});
+  return head;
+}
+
+std::string errorJson(std::string_view why) { return textOf({{"error", why}}); }
+
+std::string_view blankName(Blank blank) {
+  switch (blank) {
+    case Blank::Black:
+      return "black";
+    case Blank::White:
+      return "white";
+    case Blank::None:
+      break;
+  }
+  return "none";
+}
+
+}  // namespace web

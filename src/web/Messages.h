@@ -1,0 +1,64 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "web/Show.h"
+
+namespace web {
+
+/// A piece of an event stream, built once and shared by all streams that carry
+/// it. `bytes` is a whole HTTP/1.1 chunk (RFC 9112, 7.1) around server-sent
+/// events (HTML Living Standard, 9.2).
+struct Message {
+  std::string bytes;
+  /// It says everything, so what still waits before it need not be sent.
+  bool complete = false;
+};
+using SharedMessage = std::shared_ptr<const Message>;
+
+// Every event that counts carries a sequence number as its id; a stream starts
+// with a complete one and then counts up by one. Data are JSON.
+
+// For screens:
+
+/// `picture`: everything. {version, heartbeat (ms), title, width, height, kiosk,
+/// blank ("none", "black", "white"), ended, stylesheet, current: {index, html} or
+/// null, next: likewise}
+SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
+                             std::chrono::milliseconds heartbeat);
+/// `shapes`: [{slide, id, html}]
+SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes);
+
+// For programs:
+
+/// `state`: what GET /api/v1/state answers.
+SharedMessage stateMessage(std::uint64_t sequence, std::string_view state);
+/// `values`: [{slide, shapes: [{name, text}]}]
+SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes);
+/// `position`: {position (0: no slide), slideCount, blank, ended}
+SharedMessage positionMessage(std::uint64_t sequence, const Picture& picture);
+
+// For both:
+
+/// `end`: {reason: "show" or "server"}. "show": the show is over, the stream goes
+/// on; "server": the stream ends here, and the message closes the body.
+SharedMessage endMessage(std::uint64_t sequence, std::string_view reason);
+/// A comment, and for screens a `beat` event without id, as scripts cannot see
+/// comments but must notice when their connection has died.
+SharedMessage heartbeatMessage(bool visible);
+
+/// The head of the response that carries a stream.
+SharedMessage streamHead();
+
+/// {"error":"why"}
+std::string errorJson(std::string_view why);
+
+/// "none", "black", "white"
+std::string_view blankName(Blank blank);
+
+}  // namespace web

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "basic/Error.h"
+
+namespace web {
+
+struct Options {
+  /// The address to listen on, an IP literal. "0.0.0.0" or "::" for every
+  /// interface ("::" takes IPv4 as well).
+  std::string address = "127.0.0.1";
+  /// 0 takes any free port.
+  std::uint16_t port = 8080;
+  /// What a request must carry to change something. Empty: nothing may.
+  std::string token;
+  /// Further names under which the server may be addressed; see Guard.
+  std::vector<std::string> allowedNames;
+
+  /// Connections at one time, streams included; one more is answered 503.
+  std::size_t maxConnections = 2000;
+  /// A new connection must have sent its request within this time.
+  std::chrono::milliseconds requestTimeout{10'000};
+  /// A connection that has been answered may wait this long for its next request.
+  std::chrono::milliseconds idleTimeout{60'000};
+  /// A reader that has not taken what was sent after this time is dropped; see
+  /// timeToWrite().
+  std::chrono::milliseconds writeTimeout{30'000};
+  /// After stop(), connections that are still busy are cut after this time.
+  std::chrono::milliseconds stopTimeout{2'000};
+
+  /// Pause between two signs of life on a stream.
+  std::chrono::milliseconds heartbeat{15'000};
+  /// What may wait unsent for one stream; beyond it, the stream skips to the
+  /// newest state.
+  std::size_t queueMessages = 64;
+  std::size_t queueBytes = 1024 * 1024;
+  /// The kernel's buffer of a stream: small, because what lies there cannot be
+  /// skipped any more.
+  int streamSendBuffer = 256 * 1024;
+
+  /// Hears of failures inside the show that a request met.
+  std::function<void(const basic::Error&)> onError;
+
+  /// The time allowed for sending so many bytes: writeTimeout and one second for
+  /// every 64 KiB.
+  [[nodiscard]] std::chrono::milliseconds timeToWrite(std::size_t bytes) const {
+    return writeTimeout + std::chrono::milliseconds(bytes / 64);
+  }
+};
+
+}  // namespace web

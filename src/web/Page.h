@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "web/Show.h"
+
+namespace web {
+
+/// The screen's page with the present picture in it: client/screen.html, filled.
+std::string screenPage(const Picture& picture);
+
+}  // namespace web

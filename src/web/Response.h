@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace web {
+
+/// The streams that a request can turn its connection into.
+enum class StreamKind { None, Screens, Programs };
+
+struct Response {
+  int status = 200;
+  std::vector<std::pair<std::string_view, std::string>> headers;
+  /// Shared, as assets are large and sent to many. Never null.
+  std::shared_ptr<const std::string> body = std::make_shared<const std::string>();
+  /// When set, the rest is ignored and the connection becomes a stream.
+  StreamKind stream = StreamKind::None;
+
+  /// An answer that no cache may keep.
+  static Response fresh(int status, std::string contentType, std::string body);
+  /// {"ok":true}
+  static Response done();
+  /// {"error":"why"}
+  static Response error(int status, std::string_view why);
+};
+
+}  // namespace web

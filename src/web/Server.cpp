@@ -1,0 +1,59 @@
+#include "web/Server.h"
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/address.hpp>
+#include <utility>
+
+#include "web/Broadcast.h"
+#include "web/Listener.h"
+#include "web/Routes.h"
+
+namespace web {
+
+namespace asio = boost::asio;
+
+Server::Server(asio::io_context& loop, Show& show, Options options)
+    : options_(std::make_unique<const Options>(std::move(options))),
+      routes_(std::make_unique<Routes>(show, *options_)),
+      broadcast_(std::make_shared<Broadcast>(loop, show, *options_)) {
+  listener_ = std::make_shared<Listener>(
+      loop, *options_, [this](const Request& request) { return routes_->answer(request); },
+      [this](asio::ip::tcp::socket socket, StreamKind kind) { broadcast_->open(std::move(socket), kind); },
+      [this] { return screens() + programs(); });
+  port_ = listener_->endpoint().port();
+  broadcast_->start();
+  listener_->start();
+}
+
+Server::~Server() {
+  listener_->close();
+  broadcast_->close();
+}
+
+std::uint16_t Server::port() const { return port_; }
+
+std::string Server::url() const {
+  const auto address = asio::ip::make_address(options_->address);
+  std::string name = address.to_string();
+  if (address.is_unspecified()) {
+    name = "localhost";
+  } else if (address.is_v6()) {
+    name = '[' + name + ']';
+  }
+  return "http://" + name + ':' + std::to_string(port_) + '/';
+}
+
+void Server::slideChanged() { broadcast_->slideChanged(); }
+
+void Server::shapesChanged(const std::vector<ShapeChange>& changes) { broadcast_->shapesChanged(changes); }
+
+std::size_t Server::screens() const { return broadcast_->screens(); }
+
+std::size_t Server::programs() const { return broadcast_->programs(); }
+
+void Server::stop() {
+  listener_->stop();
+  broadcast_->stop();
+}
+
+}  // namespace web

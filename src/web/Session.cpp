@@ -1,0 +1,177 @@
+// The only source file that includes Beast, which takes long to compile.
+#include "web/Session.h"
+
+#include <array>
+#include <boost/asio/buffer.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http.hpp>
+#include <optional>
+#include <utility>
+
+#include "web/Options.h"
+
+namespace web {
+namespace {
+
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+namespace http = beast::http;
+using beast::error_code;
+
+constexpr std::uint32_t headerLimit = 16 * 1024;
+/// No request of ours has a body; a client's habit of sending "{}" is let pass.
+constexpr std::uint64_t bodyLimit = 16 * 1024;
+constexpr std::chrono::seconds lingerTime{2};
+
+std::string_view view(beast::string_view text) { return {text.data(), text.size()}; }
+
+/// What to tell a client whose request cannot be read; nothing when it is gone.
+std::optional<Response> complaint(const error_code& failed) {
+  if (failed == http::error::header_limit) return Response::error(431, "The request's headers are too long.");
+  if (failed == http::error::body_limit) return Response::error(413, "The request's body is too long.");
+  if (failed == http::error::end_of_stream || failed == http::error::partial_message ||
+      failed.category() != make_error_code(http::error::bad_method).category()) {
+    return std::nullopt;
+  }
+  return Response::error(400, "This is not an HTTP request: " + failed.message() + ".");
+}
+
+class HttpSession : public Session, public std::enable_shared_from_this<HttpSession> {
+ public:
+  HttpSession(asio::ip::tcp::socket socket, const Owner& owner, const Options& options)
+      : stream_(std::move(socket)), owner_(owner), options_(options) {}
+
+  void start() override {
+    error_code ignored;
+    stream_.socket().set_option(asio::ip::tcp::no_delay(true), ignored);
+    read(options_.requestTimeout);
+  }
+
+  void finish() override {
+    finishing_ = true;
+    if (!answering_) leave();
+  }
+
+  void close() override {
+    closed_ = true;
+    stream_.close();
+  }
+
+ private:
+  using Parser = http::request_parser<http::string_body>;
+  using Answer = http::response<http::span_body<const char>>;
+
+  void read(std::chrono::milliseconds patience) {
+    parser_.emplace();
+    parser_->header_limit(headerLimit);
+    parser_->body_limit(bodyLimit);
+    stream_.expires_after(patience);
+    http::async_read(stream_, buffer_, *parser_,
+                     [self = shared_from_this()](error_code failed, std::size_t) { self->onRead(failed); });
+  }
+
+  void onRead(const error_code& failed) {
+    if (closed_) return;
+    answering_ = true;
+    if (!failed) return answer();
+    auto response = complaint(failed);
+    if (!response) return leave();
+    write(std::move(*response), 11, false, false);
+  }
+
+  void answer() {
+    const auto& message = parser_->get();
+    const auto field = [&](http::field name) { return view(message[name]); };
+    Request request;
+    request.method = view(message.method_string());
+    request.target = view(message.target());
+    request.host = field(http::field::host);
+    request.hosts = static_cast<int>(message.count(http::field::host));
+    request.origin = field(http::field::origin);
+    request.hasOrigin = message.count(http::field::origin) > 0;
+    request.authorization = field(http::field::authorization);
+    request.ifNoneMatch = field(http::field::if_none_match);
+    request.canStream = message.version() >= 11;
+
+    Response response = owner_.answer(request);
+    if (closed_) return;
+    if (response.stream == StreamKind::None || finishing_) {
+      return write(std::move(response), message.version(), message.keep_alive() && !finishing_,
+                   message.method() == http::verb::head);
+    }
+    auto socket = stream_.release_socket();
+    const auto self = shared_from_this();
+    closed_ = true;
+    owner_.left(*this);
+    owner_.stream(std::move(socket), response.stream);
+  }
+
+  void write(Response response, unsigned version, bool keepAlive, bool headOnly) {
+    response_ = std::move(response);
+    answer_.emplace(http::status(response_.status), version);
+    for (const auto& [name, value] : response_.headers)
+      answer_->set(beast::string_view(name.data(), name.size()), value);
+    answer_->keep_alive(keepAlive);
+    const std::string& body = *response_.body;
+    if (response_.status != 304) answer_->content_length(body.size());
+    if (!headOnly) answer_->body() = {body.data(), body.size()};
+    stream_.expires_after(options_.timeToWrite(body.size()));
+    http::async_write(stream_, *answer_,
+                      [self = shared_from_this(), keepAlive](error_code failed, std::size_t) {
+                        self->onWritten(failed, keepAlive);
+                      });
+  }
+
+  void onWritten(const error_code& failed, bool keepAlive) {
+    if (closed_) return;
+    if (failed) return leave();
+    answering_ = false;
+    if (keepAlive && !finishing_) return read(options_.idleTimeout);
+    // Closing while the client still sends would make its system throw our
+    // answer away.
+    error_code ignored;
+    stream_.socket().shutdown(asio::socket_base::shutdown_send, ignored);
+    stream_.expires_after(lingerTime);
+    linger();
+  }
+
+  void linger() {
+    stream_.async_read_some(asio::buffer(scrap_), [self = shared_from_this()](error_code over, std::size_t) {
+      if (self->closed_) return;
+      if (over || self->finishing_) {
+        self->leave();
+      } else {
+        self->linger();
+      }
+    });
+  }
+
+  void leave() {
+    if (closed_) return;
+    const auto self = shared_from_this();
+    close();
+    owner_.left(*this);
+  }
+
+  beast::tcp_stream stream_;
+  const Owner& owner_;
+  const Options& options_;
+  beast::flat_buffer buffer_{headerLimit + bodyLimit};
+  std::optional<Parser> parser_;
+  Response response_;
+  std::optional<Answer> answer_;
+  std::array<char, 2048> scrap_{};
+  bool answering_ = false;
+  bool finishing_ = false;
+  bool closed_ = false;
+};
+
+}  // namespace
+
+std::shared_ptr<Session> Session::make(asio::ip::tcp::socket socket, const Owner& owner,
+                                       const Options& options) {
+  return std::make_shared<HttpSession>(std::move(socket), owner, options);
+}
+
+}  // namespace web

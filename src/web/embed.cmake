@@ -1,0 +1,41 @@
+# cmake -DOUT=file.cpp -DFILES="a;b" -P embed.cmake
+# Writes a source file that holds the bytes of FILES; see ClientFiles.h.
+set(arrays)
+set(entries)
+set(sums)
+set(number 0)
+foreach(file IN LISTS FILES)
+  get_filename_component(name ${file} NAME)
+  file(READ ${file} hex HEX)
+  file(MD5 ${file} sum)
+  string(APPEND sums ${name} ${sum})
+  string(REGEX REPLACE "([0-9a-f][0-9a-f])" "'\\\\x\\1'," bytes "${hex}")
+  string(APPEND arrays "constexpr char file${number}[] = {${bytes}'\\0'};\n")
+  string(APPEND entries "    {\"${name}\", {file${number}, sizeof file${number} - 1}},\n")
+  math(EXPR number "${number} + 1")
+endforeach()
+string(MD5 version "${sums}")
+string(SUBSTRING ${version} 0 12 version)
+
+file(WRITE ${OUT} "#include \"web/ClientFiles.h\"
+
+namespace web {
+namespace {
+
+${arrays}
+constexpr ClientFile files[] = {
+${entries}};
+
+}  // namespace
+
+const ClientFile* clientFile(std::string_view name) {
+  for (const ClientFile& file : files) {
+    if (file.name == name) return &file;
+  }
+  return nullptr;
+}
+
+std::string_view clientVersion() { return \"${version}\"; }
+
+}  // namespace web
+")

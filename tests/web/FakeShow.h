@@ -1,0 +1,64 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "basic/Error.h"
+#include "web/Show.h"
+
+namespace web::test {
+
+/// A show whose picture a test sets, and which notes what it was asked to do.
+class FakeShow : public Show {
+ public:
+  Picture shown;
+  std::string stateText = R"({"running":true})";
+  std::map<std::string, Asset, std::less<>> assets;
+  std::vector<std::string> commands;
+  /// What commands are refused with; empty: they are done.
+  std::string refusal;
+  bool broken = false;
+  /// Called by end().
+  std::function<void()> onEnd;
+
+  FakeShow() {
+    shown.title = "Board";
+    shown.slideCount = 2;
+    shown.current = SlideView{1, R"(<section class="slide" id="s1"><p id="s1-sh2">Gate 7</p></section>)"};
+    shown.next = SlideView{2, R"(<section class="slide" id="s2"><p id="s2-sh2">Gate 9</p></section>)"};
+  }
+
+  std::string state() override { return checked(stateText); }
+  Picture picture() override { return checked(shown); }
+  std::optional<Asset> asset(std::string_view name) override {
+    const auto found = assets.find(name);
+    return found == assets.end() ? std::nullopt : std::optional(found->second);
+  }
+
+  Outcome next() override { return note("next"); }
+  Outcome previous() override { return note("previous"); }
+  Outcome first() override { return note("first"); }
+  Outcome last() override { return note("last"); }
+  Outcome goTo(int slide) override { return note("goto " + std::to_string(slide)); }
+  Outcome blank(Blank blank) override {
+    return note(blank == Blank::Black ? "black" : blank == Blank::White ? "white" : "off");
+  }
+  Outcome end() override {
+    if (onEnd) onEnd();
+    return note("end");
+  }
+
+ private:
+  template <typename T>
+  T checked(T value) const {
+    if (broken) throw basic::Error(basic::AdapterError, "fake", "the deck is gone");
+    return value;
+  }
+  Outcome note(std::string command) {
+    commands.push_back(std::move(command));
+    return refusal.empty() ? Outcome::done() : Outcome::refused(refusal);
+  }
+};
+
+}  // namespace web::test

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <boost/asio/io_context.hpp>
+#include <memory>
+
+#include "web/Client.h"
+#include "web/FakeShow.h"
+#include "web/Server.h"
+
+namespace web::test {
+
+class ServerFixture : public testing::Test {
+ protected:
+  ServerFixture() {
+    options.port = 0;
+    options.token = "s3cret";
+    options.onError = [this](const basic::Error& error) { errors.push_back(error.description); };
+  }
+
+  Server& server() {
+    if (!server_) server_ = std::make_unique<Server>(loop, show, options);
+    return *server_;
+  }
+  Client connect(int receiveBuffer = 0) { return {loop, server().port(), receiveBuffer}; }
+  Client open(std::string_view path) {
+    Client client = connect();
+    client.open(path);
+    return client;
+  }
+  bool until(const std::function<bool()>& done) { return runUntil(loop, done); }
+
+  boost::asio::io_context loop;
+  FakeShow show;
+  Options options;
+  std::vector<std::string> errors;
+  std::unique_ptr<Server> server_;
+};
+
+}  // namespace web::test

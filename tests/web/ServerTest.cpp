@@ -1,0 +1,228 @@
+#include "web/Server.h"
+
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+#include <regex>
+
+#include "web/ClientFiles.h"
+#include "web/ServerFixture.h"
+
+namespace web::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using Json = nlohmann::json;
+
+class ServerTest : public ServerFixture {};
+
+TEST_F(ServerTest, ServesThePageWithThePresentSlideInIt) {
+  show.shown.title = "A <b> & \"c\" {{version}}";
+  show.shown.current->html += "{{title}}";
+  show.shown.stylesheet = "styles-1";
+  show.shown.kiosk = true;
+  show.shown.blank = Blank::White;
+  show.shown.width = 720.5;
+  Client client = connect();
+  const Answer page = client.get("/?from=bookmark");
+  EXPECT_EQ(200, page.status);
+  EXPECT_THAT(page.body, HasSubstr("<title>A &lt;b&gt; &amp; &quot;c&quot; {{version}}</title>"));
+  EXPECT_THAT(page.body, HasSubstr("<div class=\"frame current\">" + show.shown.current->html + "</div>"));
+  EXPECT_THAT(page.body, HasSubstr("<div class=\"frame\" inert>" + show.shown.next->html + "</div>"));
+  EXPECT_THAT(page.body, HasSubstr("href=\"/assets/styles-1\""));
+  EXPECT_THAT(page.body, HasSubstr("data-blank=\"white\" data-kiosk>"));
+  EXPECT_THAT(page.body, HasSubstr("--slide-width: 720.5px; --slide-height: 540px"));
+  EXPECT_EQ("no-store", page.headers.at("Cache-Control"));
+  EXPECT_EQ("nosniff", page.headers.at("X-Content-Type-Options"));
+  EXPECT_EQ("no-referrer", page.headers.at("Referrer-Policy"));
+  EXPECT_THAT(page.headers.at("Content-Security-Policy"),
+              HasSubstr("default-src 'none'; script-src 'self';"));
+
+  client.send("HEAD / HTTP/1.1\r\nHost: localhost\r\n\r\n");
+  const Answer head = client.answer(false);
+  EXPECT_EQ(std::to_string(client.get("/").body.size()), head.headers.at("Content-Length"));
+}
+
+TEST_F(ServerTest, ServesEveryFileThatThePageAndItsScriptsName) {
+  Client client = connect();
+  std::vector<std::string> open = {"/"};
+  std::size_t scripts = 0;
+  for (std::size_t i = 0; i < open.size(); ++i) {
+    const Answer file = client.get(open[i]);
+    ASSERT_EQ(200, file.status) << open[i];
+    EXPECT_EQ(i > 0, file.headers.at("Cache-Control").ends_with("immutable")) << open[i];
+    if (file.headers.at("Content-Type").starts_with("text/javascript")) ++scripts;
+    const std::regex name(R"re((?:src|href|from)[= ]"(?:\./|/(client/[^"]*/))([a-z]+\.[a-z]+)")re");
+    for (std::sregex_iterator found(file.body.begin(), file.body.end(), name), none; found != none; ++found) {
+      const std::string path = "/client/" + std::string(clientVersion()) + '/' + found->str(2);
+      if (std::find(open.begin(), open.end(), path) == open.end()) open.push_back(path);
+    }
+  }
+  EXPECT_GE(scripts, 5U);
+  EXPECT_EQ(404, client.get("/client/0123456789ab/screen.js").status);
+  EXPECT_EQ(404, client.get("/client/" + std::string(clientVersion()) + "/screen.html").status);
+}
+
+TEST_F(ServerTest, RunsTheCommandsOfWhoeverHoldsTheToken) {
+  Client client = connect();
+  for (const char* path :
+       {"next", "previous", "first", "last", "goto/17", "blank/black", "blank/white", "blank/off", "end"}) {
+    EXPECT_EQ(401, client.post("/api/v1/" + std::string(path), "Bearer guess").status);
+  }
+  EXPECT_THAT(show.commands, ElementsAre());
+  for (const char* path :
+       {"next", "previous", "first", "last", "goto/17", "blank/black", "blank/white", "blank/off", "end"}) {
+    EXPECT_EQ(R"({"ok":true})", client.post("/api/v1/" + std::string(path), "Bearer s3cret").body);
+  }
+  EXPECT_THAT(show.commands,
+              ElementsAre("next", "previous", "first", "last", "goto 17", "black", "white", "off", "end"));
+  show.refusal = "There is no slide \"18\".";
+  const Answer refused = client.post("/api/v1/goto/18", "Bearer s3cret");
+  EXPECT_EQ(409, refused.status);
+  EXPECT_EQ(show.refusal, Json::parse(refused.body)["error"]);
+}
+
+struct Bad {
+  const char* name;
+  std::string bytes;
+  int status;
+};
+
+class BadRequestTest : public ServerFixture, public testing::WithParamInterface<Bad> {};
+
+TEST_P(BadRequestTest, IsAnsweredWithAnErrorInJson) {
+  Client client = connect();
+  client.send(GetParam().bytes);
+  const Answer answer = client.answer();
+  EXPECT_EQ(GetParam().status, answer.status) << answer.body;
+  EXPECT_FALSE(Json::parse(answer.body)["error"].get<std::string>().empty());
+  EXPECT_THAT(show.commands, ElementsAre());
+  EXPECT_EQ(200, connect().get("/healthz").status);
+}
+
+const std::string host = "Host: localhost\r\n";
+const std::string token = "Authorization: Bearer s3cret\r\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Requests, BadRequestTest,
+    testing::Values(
+        Bad{"NoHttp", "\x16\x03\x01\x02garbage\r\n\r\n", 400}, Bad{"NoVersion", "GET /\r\n\r\n", 400},
+        Bad{"NoHost", "GET / HTTP/1.1\r\n\r\n", 400},
+        Bad{"TwoHosts", "GET / HTTP/1.1\r\n" + host + host + "\r\n", 400},
+        Bad{"NegativeLength", "POST / HTTP/1.1\r\n" + host + "Content-Length: -1\r\n\r\n", 400},
+        Bad{"TwoLengths", "POST / HTTP/1.1\r\n" + host + "Content-Length: 1\r\nContent-Length: 2\r\n\r\nab",
+            400},
+        Bad{"LongHeader", "GET / HTTP/1.1\r\n" + host + "X: " + std::string(20000, 'x') + "\r\n\r\n", 431},
+        Bad{"LongTarget", "GET /" + std::string(20000, 'x') + " HTTP/1.1\r\n" + host + "\r\n", 431},
+        Bad{"LongBody", "POST / HTTP/1.1\r\n" + host + "Content-Length: 1000000\r\n\r\n", 413},
+        Bad{"ForeignHost", "GET / HTTP/1.1\r\nHost: evil.example\r\n\r\n", 403},
+        Bad{"ForeignOrigin",
+            "POST /api/v1/next HTTP/1.1\r\n" + host + token + "Origin: http://evil.example\r\n\r\n", 403},
+        Bad{"ForeignStream", "GET /screen/events HTTP/1.1\r\n" + host + "Origin: null\r\n\r\n", 403},
+        Bad{"NoToken", "POST /api/v1/next HTTP/1.1\r\n" + host + "\r\n", 401},
+        Bad{"UnknownPath", "GET /api/v1/nothing HTTP/1.1\r\n" + host + "\r\n", 404},
+        Bad{"ParentFolder", "GET /assets/../../etc/passwd HTTP/1.1\r\n" + host + "\r\n", 404},
+        Bad{"CommandByGet", "GET /api/v1/next HTTP/1.1\r\n" + host + token + "\r\n", 405},
+        Bad{"StateByPost", "POST /api/v1/state HTTP/1.1\r\n" + host + token + "\r\n", 405},
+        Bad{"StreamByPost", "POST /screen/events HTTP/1.1\r\n" + host + "\r\n", 405},
+        Bad{"StreamInHttp10", "GET /screen/events HTTP/1.0\r\n" + host + "\r\n", 505},
+        Bad{"GoToNothing", "POST /api/v1/goto/ HTTP/1.1\r\n" + host + token + "\r\n", 400},
+        Bad{"GoToZero", "POST /api/v1/goto/0 HTTP/1.1\r\n" + host + token + "\r\n", 400},
+        Bad{"GoToWord", "POST /api/v1/goto/3x HTTP/1.1\r\n" + host + token + "\r\n", 400},
+        Bad{"GoToHuge", "POST /api/v1/goto/99999999999 HTTP/1.1\r\n" + host + token + "\r\n", 400}),
+    [](const auto& bad) { return bad.param.name; });
+
+TEST_F(ServerTest, KeepsAConnectionThroughGoodAndBadRequestsSentAtOnce) {
+  Client client = connect();
+  client.send("GET /healthz HTTP/1.1\r\n" + host + "\r\nGET /nowhere HTTP/1.1\r\n" + host +
+              "\r\nGET /api/v1/state HTTP/1.1\r\n" + host + "\r\n");
+  EXPECT_EQ(R"({"status":"ok"})", client.answer().body);
+  EXPECT_EQ(404, client.answer().status);
+  EXPECT_EQ(show.stateText, client.answer().body);
+}
+
+TEST_F(ServerTest, ServesAssetsForCachesToKeep) {
+  show.assets["pic-1"] = {std::make_shared<const std::string>("\x89PNG\0\r\n", 7), "image/png"};
+  show.assets["odd"] = {std::make_shared<const std::string>("x"), "text/html\r\nSet-Cookie: a=b"};
+  Client client = connect();
+  const Answer picture = client.get("/assets/pic-1");
+  EXPECT_EQ(*show.assets["pic-1"].bytes, picture.body);
+  EXPECT_EQ("image/png", picture.headers.at("Content-Type"));
+  EXPECT_THAT(picture.headers.at("Cache-Control"), HasSubstr("immutable"));
+  EXPECT_THAT(picture.headers.at("Content-Security-Policy"), HasSubstr("sandbox"));
+  const std::string tag = picture.headers.at("ETag");
+  EXPECT_EQ(304, client.get("/assets/pic-1", "If-None-Match: \"other\", W/" + tag + "\r\n").status);
+  EXPECT_EQ(200, client.get("/assets/pic-1", "If-None-Match: \"pic\"\r\n").status);
+  EXPECT_EQ(404, client.get("/assets/pic-2").status);
+  EXPECT_EQ(0U, client.get("/assets/odd").headers.count("Set-Cookie"));
+}
+
+TEST_F(ServerTest, OutlivesAShowThatFails) {
+  show.broken = true;
+  Client client = connect();
+  const Answer answer = client.get("/");
+  EXPECT_EQ(500, answer.status);
+  EXPECT_THAT(answer.body, Not(HasSubstr("the deck is gone")));
+  EXPECT_EQ("", open("/screen/events").receiveAll());
+  EXPECT_THAT(errors, ElementsAre("the deck is gone", "the deck is gone"));
+  EXPECT_EQ(200, client.get("/healthz").status);
+}
+
+TEST_F(ServerTest, SaysWhichPortIsInUseAndWhatToDo) {
+  options.port = server().port();
+  try {
+    Server second(loop, show, options);
+    FAIL() << "took a port in use";
+  } catch (const basic::Error& error) {
+    EXPECT_THAT(error.description, HasSubstr("Port " + std::to_string(options.port)));
+    EXPECT_THAT(error.description, HasSubstr("--port"));
+  }
+  options.address = "lobby";
+  EXPECT_THROW(Server(loop, show, options), basic::Error);
+}
+
+TEST_F(ServerTest, TakesOnlySoManyConnections) {
+  options.maxConnections = 2;
+  Client first = open("/screen/events");
+  first.event();
+  Client second = connect();
+  EXPECT_EQ(200, second.get("/healthz").status);
+  const Answer third = connect().answer();
+  EXPECT_EQ(503, third.status);
+  EXPECT_TRUE(Json::parse(third.body).contains("error"));
+  first.close();
+  EXPECT_TRUE(until([&] { return server().screens() == 0; }));
+  EXPECT_EQ(200, connect().get("/healthz").status);
+}
+
+TEST_F(ServerTest, HangsUpOnConnectionsThatSayNothing) {
+  options.requestTimeout = std::chrono::milliseconds(20);
+  options.idleTimeout = std::chrono::milliseconds(20);
+  Client silent = connect();
+  EXPECT_EQ("", silent.receiveAll());
+  Client slow = connect();
+  slow.send("GET / HTTP/1.1\r\nHo");
+  EXPECT_EQ("", slow.receiveAll());
+  Client idle = connect();
+  EXPECT_EQ(200, idle.get("/healthz").status);
+  EXPECT_EQ("", idle.receiveAll());
+}
+
+TEST_F(ServerTest, AnswersTheCommandThatStopsIt) {
+  show.onEnd = [&] { server().stop(); };
+  Client idle = connect();
+  EXPECT_EQ(200, idle.get("/healthz").status);
+  Client client = connect();
+  const Answer answer = client.post("/api/v1/end", "Bearer s3cret");
+  EXPECT_EQ(200, answer.status);
+  EXPECT_EQ("close", answer.headers.at("Connection"));
+  EXPECT_EQ("", idle.receiveAll());
+  client.close();
+  loop.restart();
+  loop.run();  // returns, as nothing is left to do
+}
+
+}  // namespace
+}  // namespace web::test
