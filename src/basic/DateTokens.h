@@ -34,13 +34,15 @@ struct DateToken {
   int digits = 0;
 };
 
+using Tokens = std::span<const DateToken>;
+
 /// No date needs more: "2026-01-05T10:20:30.5 PM" has 14.
 class DateTokens {
  public:
   /// Takes a text apart; false where something in it belongs to no date.
   bool read(std::string_view text, const Locale& locale);
 
-  [[nodiscard]] std::span<const DateToken> all() const { return {tokens_.data(), count_}; }
+  [[nodiscard]] Tokens all() const { return {tokens_.data(), count_}; }
 
  private:
   bool add(DateToken token);

@@ -1,5 +1,6 @@
 #include "basic/Format.h"
 
+#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -15,14 +16,14 @@ std::string_view withoutName(std::string_view picture, const Locale& locale) {
     std::string_view name;
     std::string_view picture;
   };
-  const NamedFormat formats[] = {{"", "c"},
-                                 {"General Date", "c"},
-                                 {"Long Date", "dddddd"},
-                                 {"Medium Date", "dd-mmm-yy"},
-                                 {"Short Date", "ddddd"},
-                                 {"Long Time", "ttttt"},
-                                 {"Medium Time", "hh:nn AM/PM"},
-                                 {"Short Time", locale.shortTime}};
+  const std::array<NamedFormat, 8> formats = {{{"", "c"},
+                                               {"General Date", "c"},
+                                               {"Long Date", "dddddd"},
+                                               {"Medium Date", "dd-mmm-yy"},
+                                               {"Short Date", "ddddd"},
+                                               {"Long Time", "ttttt"},
+                                               {"Medium Time", "hh:nn AM/PM"},
+                                               {"Short Time", locale.shortTime}}};
   for (const NamedFormat& format : formats) {
     if (EqualsIgnoreCase(format.name, picture)) return format.picture;
   }

@@ -103,10 +103,8 @@ class Reader {
 
   double value() {
     if (exponent_ != 0) {
-      char buffer[16];
-      const auto end = std::to_chars(buffer, buffer + sizeof buffer, exponent_).ptr;
       plain_ += 'e';
-      plain_.append(buffer, end);
+      plain_ += std::to_string(exponent_);
     }
     double result = 0.0;
     const auto [end, error] = std::from_chars(plain_.data(), plain_.data() + plain_.size(), result);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -12,9 +13,9 @@ constexpr bool isContinuation(char byte) { return (static_cast<unsigned char>(by
 /// The end of the run of ASCII that begins at `at`, perhaps some bytes early.
 const unsigned char* skipAscii(const unsigned char* at, const unsigned char* end) {
   constexpr std::uint64_t HighBits = 0x8080808080808080U;
-  std::uint64_t words[4];
+  std::array<std::uint64_t, 4> words;
   for (; end - at >= static_cast<std::ptrdiff_t>(sizeof words); at += sizeof words) {
-    std::memcpy(words, at, sizeof words);
+    std::memcpy(words.data(), at, sizeof words);
     if (((words[0] | words[1] | words[2] | words[3]) & HighBits) != 0) break;
   }
   while (at != end && *at < 0x80) ++at;
