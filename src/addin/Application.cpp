@@ -1,0 +1,156 @@
+#include "addin/Application.h"
+
+#include <algorithm>
+
+#include "addin/modDebug.h"
+#include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
+#include "addin/modVersionSpecific.h"
+#include "host/services.h"
+#include "model/modTags.h"
+
+namespace LF2000 {
+
+using modDebug::DebugKind;
+
+namespace {
+
+void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "Application", text); }
+
+void CatchError() {
+  modErrors::SetLastError();
+  modErrors::ReportError();
+}
+
+}  // namespace
+
+Application::~Application() {
+  if (gppApp) gppApp->Advise(nullptr);
+}
+
+void Application::InitHandler(const std::shared_ptr<PowerPoint::Application>& hostApplication,
+                              const std::string& progId) {
+  Log(DebugKind::Information, "InitHandler");
+  gppApp = hostApplication;
+  gppApp->Advise(this);
+  progId_ = progId;
+  if (!modVersionSpecific::InstallationOK(*gppApp)) return;
+  Log(DebugKind::Information, "Opening menu");
+}
+
+void Application::UnInitHandler() { Log(DebugKind::Information, "UnInitHandler"); }
+
+std::shared_ptr<clsPresentation> Application::Find(
+    const std::shared_ptr<PowerPoint::Presentation>& presentation) const {
+  const auto entry = std::find_if(Presentations.begin(), Presentations.end(), [&](const auto& candidate) {
+    return candidate->ActivePresentation() == presentation;
+  });
+  return entry == Presentations.end() ? nullptr : *entry;
+}
+
+void Application::NewPresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
+  Log(DebugKind::Event, "gppApp_NewPresentation");
+  host::Current().loop->DoEvents();
+  if (modGlobalFunctions::OfflineGenerationActive) {
+    Log(DebugKind::Information, "New presentation due to offline generation");
+    return;
+  }
+  auto entry = std::make_shared<clsPresentation>();
+  entry->ActivePresentation(presentation);
+  if (gppApp->Presentations()->Count() == 1) Presentations.clear();
+  Presentations.push_back(std::move(entry));
+} catch (...) {
+  CatchError();
+}
+
+void Application::PresentationOpen(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
+  Log(DebugKind::Event, "gppApp_PresentationOpen");
+  Log(DebugKind::Event, presentation->FullName() + "gppApp_PresentationOpen:");
+  host::Current().loop->DoEvents();
+  if (modGlobalFunctions::OfflineGenerationActive) return;
+  auto entry = std::make_shared<clsPresentation>();
+  entry->ActivePresentation(presentation);
+  Presentations.push_back(std::move(entry));
+  presentation->Saved(true);
+} catch (...) {
+  CatchError();
+}
+
+void Application::PresentationClose(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
+  Log(DebugKind::Event, "gppApp_PresentationClose");
+  const auto entry = Find(presentation);
+  if (!entry) return;
+  Log(DebugKind::Event, presentation->FullName() + "gppApp_PresentationClose:");
+  Presentations.erase(std::find(Presentations.begin(), Presentations.end(), entry));
+} catch (...) {
+  CatchError();
+}
+
+void Application::PresentationSave(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
+  Log(DebugKind::Event, "gppApp_PresentationSave");
+  if (modGlobalFunctions::OfflineGenerationActive) return;
+  const auto entry = Find(presentation);
+  if (!entry) return;
+  Log(DebugKind::Event, presentation->FullName() + "gppApp_PresentationSave:");
+  entry->SetDisplayType();
+  entry->PrepareSave();
+  presentation->Save();
+  entry->FillValues(false);
+  presentation->Saved(true);
+} catch (...) {
+  CatchError();
+}
+
+void Application::SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) try {
+  Log(DebugKind::Event, "gppApp_SlideShowBegin");
+  modErrors::ErrorsOccurred = false;
+  modErrors::SlideShowRunning = true;
+  const auto presentation = window->Presentation();
+  if (!modTags::HasVersionTag(*presentation)) {
+    Log(DebugKind::Variable, "PresentationLumenfoldEnabled:0");
+    return;
+  }
+  Log(DebugKind::Variable, "PresentationLumenfoldEnabled:-1");
+  if (presentation->SlideShowSettings()->ShowType() == PowerPoint::SlideShowType::Kiosk) {
+    window->View()->PointerType(PowerPoint::SlideShowPointerType::AlwaysHidden);
+  }
+  modGlobalFunctions::SavedBeforeShow = presentation->Saved() ? -1 : 0;
+  runtime_ = std::make_unique<clsRuntime>();
+  if (modGlobalFunctions::InfoSetting("HideProgressMeterOpen") != "1") runtime_->ShowProgressMeter(true);
+  runtime_->ActivePresentation(presentation);
+  runtime_->StartTimers(window);
+} catch (...) {
+  CatchError();
+}
+
+void Application::SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) try {
+  Log(DebugKind::Event, "gppApp_SlideShowNextSlide");
+  if (runtime_) runtime_->SlideShowNextSlide(window);
+} catch (...) {
+  CatchError();
+}
+
+void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
+  Log(DebugKind::Event, "gppApp_SlideShowEnd");
+  modErrors::SlideShowRunning = false;
+  if (modTags::HasVersionTag(*presentation)) {
+    Log(DebugKind::Event, presentation->FullName() + "DisplayTypeModified:");
+    const auto slides = presentation->Slides();
+    for (std::int32_t i = 1; i <= slides->Count(); ++i) slides->Item(i)->SlideShowTransition()->Hidden(false);
+    if (runtime_) runtime_->UnSetLinkedObjects();
+    presentation->Saved(modGlobalFunctions::SavedBeforeShow != 0);
+  }
+  runtime_.reset();
+  if (modErrors::ErrorsOccurred &&
+      modGlobalFunctions::InfoSetting("HideMsgBoxErrorsDuringPresentation") != "1" &&
+      host::Current().messageBox->MsgBox(
+          "There were errors encountered during the presentation. Do you want to open the log file?",
+          host::vbYesNo + host::vbExclamation, ProductTitle) == host::MsgBoxResult::Yes) {
+    modErrors::OpenErrorLog();
+  }
+} catch (...) {
+  runtime_.reset();
+  CatchError();
+}
+
+}  // namespace LF2000

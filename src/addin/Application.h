@@ -1,0 +1,49 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/powerpoint.h"
+#include "model/clsPresentation.h"
+#include "runtime/clsRuntime.h"
+
+namespace LF2000 {
+
+/// The central object: receives the host's application events, keeps one
+/// clsPresentation per open presentation and the runtime of a running show.
+class Application final : public PowerPoint::ApplicationEvents {
+ public:
+  Application() = default;
+  ~Application() override;
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+
+  /// Subscribes to the host's events and checks the installation.
+  void InitHandler(const std::shared_ptr<PowerPoint::Application>& hostApplication,
+                   const std::string& progId);
+  void UnInitHandler();
+
+  /// The entry of an open presentation; null without one.
+  [[nodiscard]] std::shared_ptr<clsPresentation> Find(
+      const std::shared_ptr<PowerPoint::Presentation>& presentation) const;
+
+  /// The runtime of the running show; null between shows.
+  [[nodiscard]] clsRuntime* Runtime() const { return runtime_.get(); }
+
+  void NewPresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
+  void PresentationOpen(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
+  void PresentationClose(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
+  void PresentationSave(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
+  void SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) override;
+  void SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) override;
+  void SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
+
+ private:
+  std::shared_ptr<PowerPoint::Application> gppApp;
+  std::string progId_;
+  std::vector<std::shared_ptr<clsPresentation>> Presentations;
+  std::unique_ptr<clsRuntime> runtime_;
+};
+
+}  // namespace LF2000

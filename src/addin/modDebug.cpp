@@ -1,0 +1,49 @@
+#include "addin/modDebug.h"
+
+#include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
+#include "host/services.h"
+
+namespace LF2000::modDebug {
+
+namespace {
+
+std::string_view Label(DebugKind kind) {
+  switch (kind) {
+    case DebugKind::Event:
+      return "Event       ";
+    case DebugKind::Variable:
+      return "Variable    ";
+    case DebugKind::Information:
+      return "Information ";
+    case DebugKind::Error:
+      return "Error       ";
+  }
+  return {};
+}
+
+}  // namespace
+
+void Reset() {
+  DebugOn = false;
+  DebugLogStarted = false;
+}
+
+std::string DebugLogFile() {
+  const host::Module& module = *host::Current().module;
+  return modGlobalFunctions::FileInFolder(module.Path(), module.EXEName() + ".dbg");
+}
+
+void WriteDebugLog(DebugKind kind, std::string_view /*module*/, std::string_view text) {
+  if (!DebugOn) return;
+  const std::string path = DebugLogFile();
+  if (!DebugLogStarted) {
+    modGlobalFunctions::IgnoreErrors([&] { host::Current().files->Kill(path); });
+    DebugLogStarted = true;
+  }
+  std::string body(Label(kind));
+  body.append(" ").append(text);
+  modErrors::AppendLogLine(path, body);
+}
+
+}  // namespace LF2000::modDebug

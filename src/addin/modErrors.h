@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "host/services.h"
+
+/// Error codes, their texts, the record of the last error, the rule by which an
+/// error reaches the user, and the errors log.
+namespace LF2000::modErrors {
+
+/// Errors that the system raises carry ErrorBase + n (0x80040000 + n).
+inline constexpr std::int32_t ErrorBase = -2147221504;
+
+/// The codes n of the system's own errors.
+enum Code : std::int32_t {
+  SettingConnectionTag = 1,
+  RetrievingConnectionTag = 2,
+  OpeningFile = 3,
+  OpeningDatabase = 4,
+  ReadingFile = 5,
+  ReadingDatabase = 6,
+  RequeryingFile = 7,
+  RequeryingDatabase = 8,
+  SettingShape = 9,
+  SavingShapeTags = 10,
+  SavingConnectionTags = 12,
+  FillingValues = 13,
+  OpeningPresentation = 14,
+  RequeryingData = 15,
+  RefreshingSlide = 16,
+  RetrievingValue = 17,
+  SavingDistributionList = 19,
+  SendingPresentation = 20,
+  SavingScrollStep = 21,
+  CreatingOfflinePresentation = 24,
+  StartingTimers = 25,
+  OpeningExcelFile = 26,
+  ReadingExcelFile = 27,
+  RequeryingExcelFile = 28,
+  ReadingSheets = 29,
+  DuplicatedColumn = 30,
+};
+
+/// The message text of a code, with its placeholders "%1", "%2", "%3"; empty
+/// for a number without a text.
+[[nodiscard]] std::string_view MessageText(std::int32_t code);
+
+/// Texts that belong to the table and that no code carries.
+inline constexpr std::string_view PreparingSave = "Error while preparing save. ";
+inline constexpr std::string_view RefreshingValues = "Error while refreshing values. ";
+inline constexpr std::string_view SettingClock = "Error setting clock.";
+inline constexpr std::string_view InvalidSourceType = "Invalid source type or source type not set.";
+inline constexpr std::string_view RefreshingClocks = "Error while refreshing clocks. ";
+inline constexpr std::string_view RequeryingExcel = "Error requerying excel file %1. ";
+
+/// The error most recently caught by any handler.
+struct ErrorRecord {
+  double Number = 0;
+  std::string Source;
+  std::string Description;
+};
+
+inline ErrorRecord LastError;
+inline bool ErrorsLogStarted = false;
+/// Set by every write to the errors log, cleared when a slide show begins.
+inline bool ErrorsOccurred = false;
+inline bool SlideShowRunning = false;
+
+/// Puts the module's state back to what it is when the add-in is loaded.
+void Reset();
+
+/// True while no slide show runs: a message box may be shown.
+[[nodiscard]] bool MessagesAllowed();
+
+/// Called in a catch block: copies the exception being handled into LastError.
+void SetLastError();
+
+/// Raises ErrorBase + code with the code's text, placeholders filled.
+[[noreturn]] void RaiseError(std::int32_t code, std::string_view p1 = {}, std::string_view p2 = {},
+                             std::string_view p3 = {});
+
+/// Reports LastError in a procedure that owns a code: a message box with the
+/// code's text, or while a show runs a line in the errors log. The answer is the
+/// message box's, OK after a log line.
+host::MsgBoxResult ReportError(std::int32_t code);
+/// Reports LastError with its own description and number.
+void ReportError();
+
+/// Appends a line to the errors log, which each process starts afresh.
+void WriteErrorLog(std::string_view text);
+/// The errors log's path.
+[[nodiscard]] std::string ErrorLogFile();
+/// Shows the errors log in whatever program the user reads text files with.
+void OpenErrorLog();
+
+/// Appends one line with its time stamp to a log file. The milliseconds are
+/// padded on the right: 5 ms is written 500.
+void AppendLogLine(const std::string& path, std::string_view text);
+
+}  // namespace LF2000::modErrors

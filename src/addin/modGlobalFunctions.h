@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace LF2000 {
+
+inline constexpr std::string_view ProductTitle = "Corvane Lumenfold 2000";
+
+/// Helpers and process-wide values that every part of the system shares.
+namespace modGlobalFunctions {
+
+/// The display type of the presentation assigned last: 1 value, 2 connection,
+/// 3 column, 4 index, 5 column and index, 6 connection and column, 7 nothing.
+inline std::int32_t CurrentDisplayType = 0;
+/// Set while the system produces an off-line copy of a presentation; paths then
+/// resolve against OfflineGenerationBase, which the generating runtime sets.
+inline bool OfflineGenerationActive = false;
+inline std::string OfflineGenerationBase;
+/// The presentation's Saved flag as it was when the slide show began.
+inline std::int32_t SavedBeforeShow = 0;
+
+/// Puts the module's state back to what it is when the add-in is loaded.
+void Reset();
+
+/// Runs a step whose failure stops nothing (On Error Resume Next).
+template <typename Step>
+void IgnoreErrors(Step&& step) {
+  try {
+    step();
+  } catch (const std::exception&) {  // ignored by the step's own rule
+  }
+}
+
+/// A value of the per-user settings, section "Info"; empty when missing.
+[[nodiscard]] std::string InfoSetting(std::string_view key);
+
+/// Opens a web address in the user's browser; "http://" is put in front of an
+/// address that does not begin with it. Errors are ignored.
+void OpenUrl(std::string_view url, std::int32_t showCommand);
+
+/// A new, empty, uniquely named temporary file; an empty prefix becomes "TMP".
+/// The empty string on failure.
+std::string MakeTempFileName(std::string& prefix);
+
+/// The computer's name; the empty string when the system does not tell.
+[[nodiscard]] std::string LocalComputerName();
+
+/// A display value by kind: 1 the present date and time in the format picture,
+/// 3 the text itself, 2, 4, 5 and 6 "[n/a]", any other kind nothing.
+[[nodiscard]] std::string PreviewValue(std::string_view formatOrText, std::int32_t kind);
+
+/// A connection number as it is stored and used as a key: at least three digits.
+[[nodiscard]] std::string Format000(std::int32_t number);
+
+/// A file in a folder, with the separator that the folder's own path uses.
+[[nodiscard]] std::string FileInFolder(std::string_view folder, std::string_view file);
+
+/// The path of a data file: "[LUMENFOLDFOLDER]" becomes the add-in folder;
+/// addresses and absolute paths (of Windows or of this system) stay; any other
+/// path is taken from the folder of `base`, a presentation's full name.
+[[nodiscard]] std::string ResolvePath(std::string_view path, std::string_view base);
+
+/// A connection string: the placeholder as above, and in a string of the Jet
+/// provider the path after "Data Source=" as ResolvePath does.
+[[nodiscard]] std::string ResolveConnectionString(std::string_view text, std::string_view base);
+
+}  // namespace modGlobalFunctions
+}  // namespace LF2000

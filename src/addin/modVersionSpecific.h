@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/powerpoint.h"
+
+/// The installation check.
+namespace LF2000::modVersionSpecific {
+
+/// True when the add-in must not run.
+inline bool StartupFailure = false;
+
+/// Whether the add-in may run in this host: its major version is 9 and ADO is
+/// there. Sets StartupFailure.
+[[nodiscard]] bool InstallationOK(const PowerPoint::Application& hostApplication);
+
+}  // namespace LF2000::modVersionSpecific

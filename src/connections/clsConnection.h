@@ -1,0 +1,148 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "basic/Date.h"
+#include "host/adodb.h"
+#include "host/services.h"
+
+namespace LF2000 {
+
+/// What a connection reads. Any other number is kept and opens nothing.
+enum class ConnectionKind : std::int32_t { TextFile = 0, Database = 1, Excel = 2 };
+
+/// One data connection of a linked presentation. Whatever the source, its data is
+/// one recordset, read by 1-based row number and column name.
+///
+/// Errors are raised as ErrorBase + n with the texts of modErrors. Waits let the
+/// host process its messages, so a connection may change across such a call.
+class clsConnection {
+ public:
+  clsConnection() = default;
+  ~clsConnection();
+  clsConnection(const clsConnection&) = delete;
+  clsConnection& operator=(const clsConnection&) = delete;
+
+  /// Full name of the presentation that owns the connection, the base of its paths.
+  [[nodiscard]] const std::string& ActivePresentationName() const { return activePresentationName_; }
+  void ActivePresentationName(std::string name) { activePresentationName_ = std::move(name); }
+
+  /// The persisted description: the fields of the connection's type, each
+  /// followed by a TAB (docs/tags.md).
+  [[nodiscard]] std::string TagString() const;
+  /// Raises SettingConnectionTag; fields before the failing one keep their new values.
+  void TagString(std::string_view text);
+
+  [[nodiscard]] const std::string& ConnectionTagNumber() const { return connectionTagNumber_; }
+  void ConnectionTagNumber(std::string number) { connectionTagNumber_ = std::move(number); }
+  [[nodiscard]] std::int32_t ConnectionType() const { return connectionType_; }
+  void ConnectionType(std::int32_t type) { connectionType_ = type; }
+  [[nodiscard]] const std::string& ConnectionDescription() const { return connectionDescription_; }
+  void ConnectionDescription(std::string text) { connectionDescription_ = std::move(text); }
+  /// Text file or workbook, as the author entered it.
+  [[nodiscard]] const std::string& ConnectionFileString() const { return connectionFileString_; }
+  void ConnectionFileString(std::string path) { connectionFileString_ = std::move(path); }
+  [[nodiscard]] const std::string& ConnectionSheet() const { return connectionSheet_; }
+  void ConnectionSheet(std::string sheet) { connectionSheet_ = std::move(sheet); }
+  [[nodiscard]] const std::string& ConnectionRange() const { return connectionRange_; }
+  void ConnectionRange(std::string range) { connectionRange_ = std::move(range); }
+  [[nodiscard]] bool ConnectionFirstRowFieldNames() const { return connectionFirstRowFieldNames_; }
+  void ConnectionFirstRowFieldNames(bool names) { connectionFirstRowFieldNames_ = names; }
+  [[nodiscard]] const std::string& ConnectionString() const { return connectionString_; }
+  void ConnectionString(std::string text) { connectionString_ = std::move(text); }
+  [[nodiscard]] const std::string& RecordsetSQL() const { return recordsetSQL_; }
+  void RecordsetSQL(std::string sql) { recordsetSQL_ = std::move(sql); }
+  [[nodiscard]] const std::string& RecordsetColumns() const { return recordsetColumns_; }
+  void RecordsetColumns(std::string columns) { recordsetColumns_ = std::move(columns); }
+  /// Milliseconds between two timed requeries of a database.
+  [[nodiscard]] double RecordsetRefreshRate() const { return recordsetRefreshRate_; }
+  void RecordsetRefreshRate(double rate) { recordsetRefreshRate_ = rate; }
+  /// True while the presentation is edited rather than shown.
+  [[nodiscard]] bool DesignMode() const { return designMode_; }
+  void DesignMode(bool design) { designMode_ = design; }
+
+  /// 0 when the data is not open.
+  [[nodiscard]] double RecordCount() const;
+  [[nodiscard]] double ColumnCount() const;
+
+  void OpenConnection();
+  void OpenRecordset();
+  void CloseFile();
+  void CloseConnection();
+  void CloseRecordset();
+  /// Reloads the data when it is due or forced: a database when its refresh rate
+  /// has passed, a file when its modification time changed.
+  void Requery(bool forced);
+
+  /// The text that a shape shows for a row and column under a display type.
+  /// `noValue` tells whether there was none; it stays as passed while the data is
+  /// not open. Raises RetrievingValue.
+  [[nodiscard]] std::string GetValueDatabase(double row, std::string_view column, std::int16_t displayType,
+                                             bool showMarkers, bool& noValue);
+  /// The file name of a linked object named by the data: folder, "\", value, ".",
+  /// extension. A folder that already ends in "\" is not put in front.
+  [[nodiscard]] std::string GetValueObject(double row, std::string_view column, std::string_view folder,
+                                           std::string_view extension, std::int16_t displayType,
+                                           bool showMarkers, bool& noValue);
+  /// The field names from index 1; element 0 is empty.
+  [[nodiscard]] std::vector<std::string> Columns() const;
+
+  [[nodiscard]] bool ConnectionReady() const;
+  [[nodiscard]] bool ConnectionTimedOut() const;
+  [[nodiscard]] bool RecordsetReady() const;
+  [[nodiscard]] bool RecordsetTimedOut() const;
+
+ private:
+  [[nodiscard]] ConnectionKind Kind() const { return static_cast<ConnectionKind>(connectionType_); }
+  [[nodiscard]] bool IsFile() const {
+    return Kind() == ConnectionKind::TextFile || Kind() == ConnectionKind::Excel;
+  }
+  [[nodiscard]] std::string Base() const;
+  [[nodiscard]] std::string ResolvedFile() const;
+
+  void OpenDatabase();
+  void OpenTextFile();
+  void OpenTextFileOnce(const std::string& path);
+  void OpenDataFile();
+  void OpenDatabaseRecordset();
+  void RequeryDatabase(bool forced);
+  void RequeryFile(bool forced);
+  void ReloadDatabase();
+  void WaitWhile(std::int32_t state) const;
+  void MoveTo(double row);
+  [[nodiscard]] std::string FieldText(std::string_view column, bool markers);
+
+  std::string activePresentationName_;
+  std::string connectionTagNumber_;
+  std::int32_t connectionType_ = 0;
+  std::string connectionDescription_;
+  std::string connectionFileString_;
+  std::string connectionSheet_;
+  std::string connectionRange_;
+  bool connectionFirstRowFieldNames_ = false;
+  std::string connectionString_;
+  std::string recordsetSQL_;
+  std::string recordsetColumns_;
+  double recordsetRefreshRate_ = 0;
+  bool designMode_ = false;
+
+  std::shared_ptr<ADODB::Connection> connection_;
+  /// Never assigned, so that a source that is not ready counts as timed out at once.
+  basic::Date connectionStartTime_;
+  std::shared_ptr<ADODB::Recordset> recordset_;
+  basic::Date recordsetStartTime_;
+  std::unique_ptr<host::InputFile> file_;
+  basic::Date lastFileDate_;
+  bool dataOpen_ = false;
+  float lastRequeryTime_ = 0;
+};
+
+/// A column number as worksheets letter it, of two letters at most: 1 is A, 27 is
+/// AA, 702 is ZZ.
+[[nodiscard]] std::string ColumnLetters(std::int32_t number);
+
+}  // namespace LF2000

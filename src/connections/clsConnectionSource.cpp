@@ -1,0 +1,217 @@
+// How a connection opens its source, obtains its recordset, closes and reloads.
+
+#include <cmath>
+
+#include "addin/modDebug.h"
+#include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
+#include "basic/Conversion.h"
+#include "basic/Error.h"
+#include "basic/Strings.h"
+#include "connections/TextFileReader.h"
+#include "connections/clsConnection.h"
+
+namespace LF2000 {
+
+using modDebug::DebugKind;
+
+namespace {
+
+void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsConnection", text); }
+
+/// In a handler: raises the operation's error for a connection of that kind,
+/// around the description of the error being handled.
+[[noreturn]] void RaiseFor(ConnectionKind kind, const std::string& description, std::int32_t fileCode,
+                           std::int32_t databaseCode, std::int32_t excelCode) {
+  modErrors::SetLastError();
+  const std::string underlying = modErrors::LastError.Description;
+  const std::int32_t code = kind == ConnectionKind::Database ? databaseCode
+                            : kind == ConnectionKind::Excel  ? excelCode
+                                                             : fileCode;
+  modErrors::RaiseError(code, description, underlying);
+}
+
+}  // namespace
+
+std::string clsConnection::Base() const {
+  return modGlobalFunctions::OfflineGenerationActive ? modGlobalFunctions::OfflineGenerationBase
+                                                     : activePresentationName_;
+}
+
+std::string clsConnection::ResolvedFile() const {
+  return modGlobalFunctions::ResolvePath(connectionFileString_, Base());
+}
+
+void clsConnection::OpenConnection() try {
+  dataOpen_ = false;
+  switch (Kind()) {
+    case ConnectionKind::TextFile:
+      OpenTextFile();
+      break;
+    case ConnectionKind::Database:
+      OpenDatabase();
+      break;
+    case ConnectionKind::Excel:
+      Log(DebugKind::Information, "Open excel connection " + ResolvedFile());
+      throw basic::Error(basic::AdapterError, basic::DefaultSource,
+                         "This version of Lumenfold does not read worksheets yet.");
+  }
+  dataOpen_ = true;
+  Log(DebugKind::Information, "Connection opened");
+} catch (...) {
+  RaiseFor(Kind(), connectionDescription_, modErrors::OpeningFile, modErrors::OpeningDatabase,
+           modErrors::OpeningExcelFile);
+}
+
+void clsConnection::OpenDatabase() {
+  const std::string resolved = modGlobalFunctions::ResolveConnectionString(connectionString_, Base());
+  Log(DebugKind::Information, "Open database connection " + resolved);
+  CloseConnection();
+  connection_ = host::Current().ado->CreateConnection();
+  connection_->ConnectionString(resolved);
+  connection_->Open("", "", ADODB::adOptionUnspecified);
+  while (connection_->State() != ADODB::adStateOpen) host::Current().loop->DoEvents();
+}
+
+void clsConnection::OpenTextFile() {
+  const std::string path = ResolvedFile();
+  Log(DebugKind::Information, "Open text connection " + path);
+  constexpr int Attempts = 3;
+  for (int attempt = 1; attempt <= Attempts; ++attempt) {
+    bool opened = false;
+    modGlobalFunctions::IgnoreErrors([&] {
+      OpenTextFileOnce(path);
+      opened = true;
+    });
+    if (opened) return;
+  }
+  OpenTextFileOnce(path);
+}
+
+void clsConnection::OpenTextFileOnce(const std::string& path) {
+  CloseFile();
+  host::Files& files = *host::Current().files;
+  file_ = files.OpenForInput(path);
+  lastFileDate_ = files.FileDateTime(path);
+}
+
+void clsConnection::OpenRecordset() try {
+  if (Kind() == ConnectionKind::TextFile) OpenDataFile();
+  if (Kind() == ConnectionKind::Database) OpenDatabaseRecordset();
+} catch (...) {
+  dataOpen_ = false;
+  if (Kind() == ConnectionKind::TextFile) throw;
+  modErrors::SetLastError();
+  modErrors::RaiseError(modErrors::ReadingDatabase, connectionDescription_,
+                        std::string(modErrors::LastError.Description));
+}
+
+void clsConnection::OpenDataFile() try {
+  if (!file_) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
+  host::TextTable table = ReadTextFile(
+      file_->ReadAll(), connectionFirstRowFieldNames_,
+      [](std::string_view remark) { Log(DebugKind::Information, "OpenDataFile:" + std::string(remark)); });
+  auto recordset = host::Current().ado->CreateRecordset();
+  recordset->Open(std::move(table));
+  recordset_ = std::move(recordset);
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::RaiseError(modErrors::ReadingFile, connectionDescription_,
+                        std::string(modErrors::LastError.Description));
+}
+
+namespace {
+
+bool IsStatement(std::string_view sql) {
+  return basic::StartsWith(basic::UCase(basic::Trim(sql)), "SELECT ");
+}
+
+bool IsProjectProvider(std::string_view connectionString) {
+  return connectionString.find("Microsoft.Project.OLEDB.") != std::string_view::npos;
+}
+
+}  // namespace
+
+void clsConnection::OpenDatabaseRecordset() {
+  if (!connection_ || connection_->State() != ADODB::adStateOpen) return;
+  CloseRecordset();
+  recordset_ = host::Current().ado->CreateRecordset();
+  recordset_->CursorLocation(ADODB::adUseClient);
+  recordset_->CursorType(ADODB::adOpenForwardOnly);
+  recordset_->LockType(ADODB::adLockReadOnly);
+  recordset_->ActiveConnection(connection_);
+  std::int32_t options = ADODB::adOptionUnspecified;
+  if (!IsProjectProvider(connection_->ConnectionString())) {
+    options = IsStatement(recordsetSQL_) ? ADODB::adAsyncExecute : ADODB::adCmdTableDirect;
+  }
+  recordset_->Open(recordsetSQL_, ADODB::adOpenUnspecified, ADODB::adLockUnspecified, options);
+  while (recordset_->State() != ADODB::adStateOpen) host::Current().loop->DoEvents();
+  recordset_->ActiveConnection(nullptr);
+}
+
+void clsConnection::CloseFile() { file_.reset(); }
+
+void clsConnection::CloseConnection() {
+  modGlobalFunctions::IgnoreErrors([&] {
+    if (connection_ && connection_->State() == ADODB::adStateOpen) connection_->Close();
+  });
+  connection_.reset();
+}
+
+void clsConnection::CloseRecordset() {
+  if (recordset_ && recordset_->State() != ADODB::adStateClosed) recordset_->Close();
+  recordset_.reset();
+}
+
+void clsConnection::Requery(bool forced) try {
+  if (modDebug::DebugOn) {
+    Log(DebugKind::Information, "Requery " + connectionTagNumber_);
+    Log(DebugKind::Variable, "Forced:" + basic::CStr(forced));
+  }
+  if (Kind() == ConnectionKind::Database) RequeryDatabase(forced);
+  if (IsFile()) RequeryFile(forced);
+} catch (...) {
+  RaiseFor(Kind(), connectionDescription_, modErrors::RequeryingFile, modErrors::RequeryingDatabase,
+           modErrors::RequeryingExcelFile);
+}
+
+void clsConnection::RequeryDatabase(bool forced) {
+  if (!designMode_) {
+    const float now = host::Current().clock->Timer();
+    const float elapsed = std::fabs(now - lastRequeryTime_) * 1000.0F;
+    if (static_cast<float>(recordsetRefreshRate_) < elapsed) {
+      lastRequeryTime_ = now;
+      ReloadDatabase();
+    }
+  }
+  if (forced) {
+    lastRequeryTime_ = host::Current().clock->Timer();
+    ReloadDatabase();
+  }
+}
+
+void clsConnection::ReloadDatabase() {
+  lastRequeryTime_ = host::Current().clock->Timer();
+  OpenConnection();
+  if (!recordset_) {
+    // The first opening failed; there is nothing to requery yet.
+    OpenRecordset();
+  } else {
+    recordset_->ActiveConnection(connection_);
+    recordset_->Requery(ADODB::adOptionUnspecified);
+    while (recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
+    recordset_->ActiveConnection(nullptr);
+  }
+  CloseConnection();
+}
+
+void clsConnection::RequeryFile(bool forced) {
+  const basic::Date fileDate = host::Current().files->FileDateTime(ResolvedFile());
+  // A file that could not be read is tried again even when it comes back unchanged.
+  if (fileDate == lastFileDate_ && dataOpen_ && !forced) return;
+  OpenConnection();
+  OpenDataFile();
+  lastFileDate_ = fileDate;
+}
+
+}  // namespace LF2000

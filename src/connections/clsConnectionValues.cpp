@@ -1,0 +1,87 @@
+// What a connection answers to the shapes that show its data.
+
+#include "addin/modErrors.h"
+#include "basic/Conversion.h"
+#include "basic/Strings.h"
+#include "connections/clsConnection.h"
+
+namespace LF2000 {
+
+namespace {
+
+constexpr std::string_view RowMarker = "[Row not available in current dataset]";
+constexpr std::string_view EmptyMarker = "[Empty]";
+constexpr std::int16_t DisplayValue = 1;
+
+}  // namespace
+
+std::string clsConnection::GetValueDatabase(double row, std::string_view column, std::int16_t displayType,
+                                            bool showMarkers, bool& noValue) try {
+  if (!dataOpen_) return {};
+  while (recordset_ && recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
+  noValue = true;
+  switch (displayType) {
+    case DisplayValue: {
+      const bool markers = designMode_ && showMarkers;
+      if (!recordset_ || RecordCount() < row || row <= 0)
+        return markers ? std::string(RowMarker) : std::string();
+      MoveTo(row);
+      std::string text = FieldText(column, markers);
+      noValue = text.empty();
+      return text;
+    }
+    case 2:
+      return connectionDescription_;
+    case 3:
+      return std::string(column);
+    case 4:
+      return basic::CStr(row);
+    case 5:
+      return std::string(column) + " " + basic::CStr(row);
+    case 6:
+      return connectionDescription_ + " " + std::string(column);
+    default:
+      return {};
+  }
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::RaiseError(modErrors::RetrievingValue, column, basic::CStr(row),
+                        std::string(modErrors::LastError.Description));
+}
+
+void clsConnection::MoveTo(double row) {
+  if (static_cast<double>(recordset_->AbsolutePosition()) == row) return;
+  recordset_->MoveFirst();
+  recordset_->Move(basic::CLng(row - 1));
+}
+
+std::string clsConnection::FieldText(std::string_view column, bool markers) {
+  basic::Variant value = recordset_->Fields().Item(column).Value();
+  if (basic::IsNull(value)) return markers ? std::string(EmptyMarker) : std::string();
+  if (auto* text = std::get_if<std::string>(&value)) return std::move(*text);
+  return basic::CStr(value);
+}
+
+std::string clsConnection::GetValueObject(double row, std::string_view column, std::string_view folder,
+                                          std::string_view extension, std::int16_t displayType,
+                                          bool showMarkers, bool& noValue) {
+  std::string text = GetValueDatabase(row, column, displayType, showMarkers, noValue);
+  if (noValue) return {};
+  if (text == RowMarker || text == EmptyMarker || displayType != DisplayValue) return text;
+  const std::string_view trimmed = basic::Trim(folder);
+  if (!folder.empty() && (trimmed.empty() || trimmed.back() != '\\')) {
+    text = std::string(folder) + "\\" + text;
+  }
+  if (!extension.empty()) text.append(".").append(extension);
+  return text;
+}
+
+std::vector<std::string> clsConnection::Columns() const {
+  std::vector<std::string> names(1);
+  if (!recordset_) return names;
+  ADODB::Fields& fields = recordset_->Fields();
+  for (std::int32_t i = 0; i < fields.Count(); ++i) names.push_back(fields.Item(i).Name());
+  return names;
+}
+
+}  // namespace LF2000

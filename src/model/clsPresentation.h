@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "basic/Date.h"
+#include "connections/clsConnection.h"
+#include "host/powerpoint.h"
+#include "model/clsShape.h"
+#include "model/clsSlide.h"
+
+namespace LF2000 {
+
+/// One presentation open in the host, with everything that its tags describe.
+/// Errors are reported by every operation itself, not raised.
+class clsPresentation {
+ public:
+  using ConnectionList = std::vector<std::shared_ptr<clsConnection>>;
+
+  [[nodiscard]] const std::shared_ptr<PowerPoint::Presentation>& ActivePresentation() const {
+    return presentation_;
+  }
+  /// Loads a linked presentation: its connections (each is opened once), its
+  /// display type and distribution settings; then fills the linked shapes.
+  void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation);
+
+  /// Codes 1 to 7, see modGlobalFunctions::CurrentDisplayType; 0 before any was set.
+  [[nodiscard]] std::int32_t DisplayType() const { return displayType_; }
+  void DisplayType(std::int32_t code);
+
+  /// The largest number in use plus one, "001" without any.
+  [[nodiscard]] std::string NewConnectionTagNumber() const;
+
+  /// Removes every tag of the system from the presentation, slides and shapes.
+  void RemoveLumenfold();
+
+  /// The version tag's value, empty when not linked.
+  [[nodiscard]] std::string LumenfoldVersion() const;
+  void SetVersionTag();
+  void SetDisplayType();
+  /// Writes all connections, then unlinks the shapes that refer to none of them.
+  void SetConnectionTags();
+  void SetSlideTags(const clsSlide& slide, std::int32_t slideIndex);
+  void SetDistributionListTags(basic::Date start, basic::Date stop, std::vector<std::string> computers);
+
+  /// Fills all linked shapes, after a requery of every connection when asked.
+  void FillValues(bool requery);
+  /// Blanks the live texts, so that a save stores none.
+  void PrepareSave();
+  [[nodiscard]] bool SlideHasConnections(PowerPoint::Slide& slide) const;
+
+  /// The presentation's connections, for those who add, change and remove them;
+  /// SetConnectionTags stores what was done.
+  [[nodiscard]] ConnectionList& Connections() { return connections_; }
+  /// Null without a connection of that number.
+  [[nodiscard]] std::shared_ptr<clsConnection> FindConnection(std::string_view tagNumber) const;
+
+  [[nodiscard]] basic::Date DistributionStart() const { return distributionStart_; }
+  [[nodiscard]] basic::Date DistributionStop() const { return distributionStop_; }
+  [[nodiscard]] const std::vector<std::string>& DistributionList() const { return distributionList_; }
+
+ private:
+  /// False when one could not be opened; the rest is described, not opened.
+  bool LoadConnections();
+  void OpenConnection(clsConnection& connection);
+  void LoadSettings();
+  void CloseMeter();
+  void FillShape(const clsShape& link);
+  void RequireVersionTag();
+
+  std::shared_ptr<PowerPoint::Presentation> presentation_;
+  ConnectionList connections_;
+  std::int32_t displayType_ = 0;
+  basic::Date distributionStart_;
+  basic::Date distributionStop_;
+  std::vector<std::string> distributionList_;
+  bool meterShown_ = false;
+};
+
+}  // namespace LF2000

@@ -1,0 +1,336 @@
+#include "runtime/FrmRuntimeTimer.h"
+
+#include "addin/modDebug.h"
+#include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
+#include "basic/Conversion.h"
+#include "basic/Error.h"
+#include "basic/Format.h"
+#include "model/clsShape.h"
+
+namespace LF2000 {
+
+using modDebug::DebugKind;
+
+namespace {
+
+void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "frmRuntimeTimer", text); }
+
+std::string SlideSource(std::int32_t slide) { return "slide " + std::to_string(slide); }
+
+}  // namespace
+
+std::shared_ptr<FrmRuntimeTimer> FrmRuntimeTimer::Create() {
+  std::shared_ptr<FrmRuntimeTimer> form(new FrmRuntimeTimer);
+  form->CreateTimers();
+  return form;
+}
+
+void FrmRuntimeTimer::CreateTimers() {
+  tmrData_ = CreateTimer(&FrmRuntimeTimer::tmrData_Timer, 100);
+  tmrClock_ = CreateTimer(&FrmRuntimeTimer::tmrClock_Timer, 50);
+  tmrConnections_ = CreateTimer(&FrmRuntimeTimer::tmrConnections_Timer, 100);
+  tmrRefreshLinkedObjects_ = CreateTimer(&FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer, 2500);
+  tmrData_->Enabled(true);
+}
+
+std::unique_ptr<host::Timer> FrmRuntimeTimer::CreateTimer(void (FrmRuntimeTimer::*tick)(),
+                                                          std::int32_t interval) {
+  auto timer = host::Current().loop->CreateTimer([form = weak_from_this(), tick] {
+    if (const auto self = form.lock()) ((*self).*tick)();
+  });
+  timer->Interval(interval);
+  return timer;
+}
+
+void FrmRuntimeTimer::Unload() {
+  unloaded_ = true;
+  tmrData_->Enabled(false);
+  tmrClock_->Enabled(false);
+  tmrConnections_->Enabled(false);
+  tmrRefreshLinkedObjects_->Enabled(false);
+}
+
+void FrmRuntimeTimer::ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+  presentation_ = presentation;
+  slides_ = presentation->Slides();
+  slideCount_ = slides_->Count();
+}
+
+void FrmRuntimeTimer::SlideInfoConnections(const ConnectionFlags& flags) {
+  slideInfoConnections_ = flags;
+  connectionsToRequery_ = ~flags;
+}
+
+void FrmRuntimeTimer::EnableTimer() {
+  tmrConnections_->Enabled(true);
+  tmrData_->Enabled(true);
+}
+
+void FrmRuntimeTimer::DisableTimer() {
+  tmrConnections_->Enabled(false);
+  tmrData_->Enabled(false);
+}
+
+void FrmRuntimeTimer::CurrentSlide(std::int32_t /*position*/) {
+  const bool connectionsEnabled = tmrConnections_->Enabled();
+  const bool dataEnabled = tmrData_->Enabled();
+  DisableTimer();
+  try {
+    const std::int32_t shown = ShownPosition();
+    currentSlide_ = shown;
+    if (shown <= slideCount_) RefreshRange(shown);
+  } catch (...) {
+    Report("show", "CurrentSlide");
+  }
+  tmrConnections_->Enabled(connectionsEnabled);
+  tmrData_->Enabled(dataEnabled);
+}
+
+std::int32_t FrmRuntimeTimer::ShownPosition() const { return window_->View()->CurrentShowPosition(); }
+
+bool FrmRuntimeTimer::IsHidden(std::int32_t slide) const {
+  return slides_->Item(slide)->SlideShowTransition()->Hidden();
+}
+
+std::int32_t FrmRuntimeTimer::NextSlide(std::int32_t slide) const {
+  const auto count = static_cast<std::int32_t>(slideCount_);
+  for (std::int32_t step = 1; step < count; ++step) {
+    const std::int32_t candidate = (slide - 1 + step) % count + 1;
+    if (!IsHidden(candidate)) return candidate;
+  }
+  return slide;
+}
+
+template <typename Visit>
+void FrmRuntimeTimer::ForEachSlideUpToNext(Visit&& visit) const {
+  const auto current = static_cast<std::int32_t>(currentSlide_);
+  const auto count = static_cast<std::int32_t>(slideCount_);
+  const std::int32_t next = NextSlide(current);
+  if (current < next) {
+    for (std::int32_t slide = current; slide <= next; ++slide) visit(slide);
+    return;
+  }
+  // The show wraps round at its end, or stays on its last slide.
+  for (std::int32_t slide = next; slide <= count; ++slide) visit(slide);
+  for (std::int32_t slide = 1; slide <= current; ++slide) visit(slide);
+}
+
+clsConnection& FrmRuntimeTimer::Connection(std::string_view key) const {
+  const auto found = connections_.find(key);
+  if (found == connections_.end()) {
+    throw basic::Error(static_cast<std::int32_t>(basic::RuntimeError::InvalidProcedureCall),
+                       basic::DefaultSource,
+                       "Connection " + std::string(key) + " is not in this presentation.");
+  }
+  return *found->second;
+}
+
+void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
+  const std::string key = modGlobalFunctions::Format000(static_cast<std::int32_t>(number));
+  try {
+    Connection(key).Requery(false);
+    errors_.Clear(key);
+  } catch (...) {
+    // One source that fails keeps no other from being read.
+    Report(key, "RefreshData", modErrors::RequeryingData);
+  }
+}
+
+void FrmRuntimeTimer::RefreshData() {
+  ConnectionFlags marked;
+  ForEachSlideUpToNext(
+      [&](std::int32_t slide) { marked |= usedConnections_[static_cast<std::size_t>(slide)]; });
+  for (const auto& [key, connection] : connections_) {
+    const auto number = static_cast<std::size_t>(basic::CLng(key));
+    if (!marked[number]) continue;
+    RequeryConnection(number);
+    if (unloaded_) return;
+  }
+  const auto current = static_cast<std::int32_t>(currentSlide_);
+  ForEachSlideUpToNext([&](std::int32_t slide) {
+    if (slide != current && slideInfo_[static_cast<std::size_t>(slide)].HideWhenNoData && IsHidden(slide)) {
+      RefreshSlide(static_cast<std::int16_t>(slide));
+    }
+  });
+}
+
+void FrmRuntimeTimer::RefreshSlide(std::int16_t slide) try {
+  if (unloaded_) return;
+  if (modDebug::DebugOn) Log(DebugKind::Information, "RefreshSlide:" + std::to_string(slide));
+  RefreshShapes(slide);
+  errors_.Clear(SlideSource(slide));
+} catch (...) {
+  Report(SlideSource(slide), "RefreshSlide", modErrors::RefreshingSlide);
+}
+
+void FrmRuntimeTimer::RefreshShapes(std::int16_t slide) {
+  const auto index = static_cast<std::size_t>(slide);
+  const auto slideObject = slides_->Item(slide);
+  bool noData = true;
+  bool judged = true;
+  for (clsRTShapeInfo& shape : shapes_[index]) {
+    clsConnection& connection = Connection(shape.ConnectionKey);
+    switch (static_cast<SourceType>(shape.SourceType)) {
+      case SourceType::DataField:
+        if (connection.RecordsetReady()) {
+          if (RefreshText(*slideObject, shape, connection)) noData = false;
+        } else {
+          // A source that fails leaves its last values standing, and its slide in the show.
+          judged = false;
+        }
+        break;
+      case SourceType::LinkedObject:
+      case SourceType::Graph:
+        // Such a shape stays as it is; nothing delivers its value yet.
+        judged = false;
+        break;
+      case SourceType::Clock:
+      case SourceType::NotLinked:
+        break;
+    }
+    if (unloaded_) return;
+  }
+  clsRTSlideInfo& info = slideInfo_[index];
+  if (judged && info.HideWhenNoData && noData != info.NoData) {
+    info.NoData = noData;
+    HideUnhideSlides(slide);
+  }
+}
+
+bool FrmRuntimeTimer::RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+                                  clsConnection& connection) {
+  bool noValue = true;
+  std::string value = connection.GetValueDatabase(shape.Row, shape.ColumnName, /*displayType=*/1,
+                                                  /*showMarkers=*/false, noValue);
+  if (value.empty()) value = " ";
+  if (value != shape.Text) {
+    if (modDebug::DebugOn) {
+      Log(DebugKind::Variable,
+          "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(shape.Row) + ":Value:" + value);
+    }
+    slide.Shapes()->Item(shape.Name)->TextFrame()->TextRange()->Text(value);
+    shape.Text = std::move(value);
+  }
+  return !noValue;
+}
+
+void FrmRuntimeTimer::OLD_RefreshCurrentScreen() { RefreshSlide(static_cast<std::int16_t>(currentSlide_)); }
+
+void FrmRuntimeTimer::RefreshRange(std::int32_t slide) {
+  for (clsRTShapeInfo& shape : shapes_[static_cast<std::size_t>(slide)]) shape.ScrollElapsed = 0;
+}
+
+void FrmRuntimeTimer::HideUnhideSlides(std::int32_t slide) {
+  const clsRTSlideInfo& info = slideInfo_[static_cast<std::size_t>(slide)];
+  if (!info.HideWhenNoData) return;
+  Log(DebugKind::Variable, "Set Hide of slide:" + std::to_string(slide) + ":" + basic::CStr(info.NoData));
+  slides_->Item(slide)->SlideShowTransition()->Hidden(info.NoData);
+}
+
+void FrmRuntimeTimer::RefreshClocks(PowerPoint::Slide& slide, std::int32_t index, basic::Date now) {
+  const std::string source = "clocks of slide " + std::to_string(index);
+  try {
+    for (const clsRTClockInfo& clock : clocks_[static_cast<std::size_t>(index)]) {
+      const auto range = slide.Shapes()->Item(clock.Name)->TextFrame()->TextRange();
+      std::string text = basic::Format(now, clock.Format);
+      if (text == range->Text()) continue;
+      if (modDebug::DebugOn) Log(DebugKind::Variable, "RefreshClocks:" + text);
+      range->Text(text);
+    }
+    errors_.Clear(source);
+  } catch (...) {
+    Report(source, "RefreshClocks");
+  }
+}
+
+void FrmRuntimeTimer::RefreshNext(std::int32_t next) {
+  if (slideCount_ <= 1 || next == currentSlide_) return;
+  RefreshRange(next);
+  RefreshSlide(static_cast<std::int16_t>(next));
+}
+
+void FrmRuntimeTimer::tmrData_Timer() try {
+  if (unloaded_) return;
+  currentSlide_ = ShownPosition();
+  if (currentSlide_ > slideCount_) return;
+  const std::int32_t next = NextSlide(static_cast<std::int32_t>(currentSlide_));
+  if (!scrolling_) RefreshData();
+  RefreshSlide(static_cast<std::int16_t>(currentSlide_));
+  RefreshNext(next);
+  errors_.Clear("tmrData");
+  host::Current().loop->DoEvents();
+} catch (...) {
+  Report("tmrData", "tmrData_Timer");
+}
+
+void FrmRuntimeTimer::tmrClock_Timer() try {
+  if (unloaded_) return;
+  const basic::Date now = host::Current().clock->Now();
+  if (now == lastClockUpdate_) return;
+  const std::int32_t current = ShownPosition();
+  if (current <= slideCount_) {
+    RefreshClocks(*slides_->Item(current), current, now);
+    const std::int32_t next = NextSlide(current);
+    if (slideCount_ > 1 && next != current) RefreshClocks(*slides_->Item(next), next, now);
+  }
+  lastClockUpdate_ = now;
+  errors_.Clear("tmrClock");
+} catch (...) {
+  Report("tmrClock", "tmrClock_Timer");
+}
+
+void FrmRuntimeTimer::tmrConnections_Timer() try {
+  if (unloaded_) return;
+  if (modDebug::DebugOn) Log(DebugKind::Variable, "Refresh connections");
+  for (std::size_t i = 1; i < ConnectionPlaces; ++i) {
+    if (slideInfoConnections_[i]) RequeryConnection(i);
+    if (unloaded_) return;
+  }
+  connectionsToRequery_ |= slideInfoConnections_;
+  for (std::int32_t slide = 1; slide <= static_cast<std::int32_t>(slideCount_); ++slide) {
+    if (IsHidden(slide)) RefreshSlide(static_cast<std::int16_t>(slide));
+  }
+  errors_.Clear("tmrConnections");
+} catch (...) {
+  Report("tmrConnections", "tmrConnections_Timer");
+}
+
+void FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer() try {
+  if (unloaded_) return;
+  Log(DebugKind::Information, "Start refresh linked objects");
+  std::string changed;
+  for (std::string& entry : linkedObjects_) {
+    const std::string path = entry.substr(0, entry.find('\t'));
+    try {
+      std::string present = path + "\t" + basic::CStr(host::Current().files->FileDateTime(path));
+      if (present != entry) changed = present;
+      entry = std::move(present);
+      errors_.Clear(path);
+    } catch (...) {
+      Report(path, "tmrRefreshLinkedObjects_Timer");
+    }
+  }
+  if (!changed.empty()) {
+    Log(DebugKind::Information, "Refresh linked object: " + changed);
+    presentation_->UpdateLinks();
+  }
+  Log(DebugKind::Information, "Stop refresh linked objects");
+  errors_.Clear("tmrRefreshLinkedObjects");
+} catch (...) {
+  Report("tmrRefreshLinkedObjects", "tmrRefreshLinkedObjects_Timer");
+}
+
+void FrmRuntimeTimer::Report(std::string_view what, std::string_view procedure,
+                             std::optional<std::int32_t> code) {
+  modErrors::SetLastError();
+  if (unloaded_ || !errors_.Admits(what, modErrors::LastError.Description)) return;
+  Log(DebugKind::Error, std::string(procedure) + ":" + modErrors::LastError.Description);
+  if (code) {
+    modErrors::ReportError(*code);
+  } else {
+    modErrors::ReportError();
+  }
+}
+
+}  // namespace LF2000

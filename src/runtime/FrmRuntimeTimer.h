@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "basic/Date.h"
+#include "host/powerpoint.h"
+#include "host/services.h"
+#include "runtime/ErrorGate.h"
+#include "runtime/RuntimeTables.h"
+
+namespace LF2000 {
+
+/// The hidden form that drives a running show: it holds the runtime's tables and
+/// four timers. `tmrData` requeries and refreshes the slide on show and the next
+/// one, `tmrClock` the clocks, `tmrConnections` requeries on schedule while a
+/// slide scrolls and re-examines hidden slides, `tmrRefreshLinkedObjects` watches
+/// the source files of linked objects.
+///
+/// An error ends the tick or the refresh in which it happens and is reported;
+/// the same error is not reported again until its source has recovered.
+class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
+ public:
+  /// A form with its four timers. A running tick keeps the form alive.
+  [[nodiscard]] static std::shared_ptr<FrmRuntimeTimer> Create();
+  FrmRuntimeTimer(const FrmRuntimeTimer&) = delete;
+  FrmRuntimeTimer& operator=(const FrmRuntimeTimer&) = delete;
+
+  void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation);
+  /// The window of the show; its view tells the slide on show.
+  void Window(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) { window_ = window; }
+
+  void SlideInfo(SlideInfoTable table) { slideInfo_ = std::move(table); }
+  /// When true, the data tick does not requery.
+  void Scrolling(bool scrolling) { scrolling_ = scrolling; }
+  void SlideInfoShapes(SlideShapesTable table) { shapes_ = std::move(table); }
+  void SlideInfoClocks(SlideClocksTable table) { clocks_ = std::move(table); }
+  void SlideInfoUsedConnections(UsedConnectionsTable table) { usedConnections_ = std::move(table); }
+  /// The connections that `tmrConnections` requeries.
+  void SlideInfoConnections(const ConnectionFlags& flags);
+  void Connections(ConnectionTable table) { connections_ = std::move(table); }
+  void LinkedOLEObjects(LinkedObjectsTable table) { linkedObjects_ = std::move(table); }
+
+  /// The show moved: takes the slide from the show's view and starts the new
+  /// slide's scroll times anew, with the data and connections timers off.
+  void CurrentSlide(std::int32_t position);
+  /// Switch `tmrConnections` and `tmrData` together.
+  void EnableTimer();
+  void DisableTimer();
+  /// Requeries the connections of the slides from the one on show to the next,
+  /// and examines the hidden slides between them anew, so that one whose data has
+  /// returned is shown again.
+  void RefreshData();
+  /// Recomputes every data shape of the slide and its no-data state.
+  void RefreshSlide(std::int16_t slide);
+  /// The refresh of the slide on show alone.
+  void OLD_RefreshCurrentScreen();
+  /// Puts a slide's scrolling shapes at the start of their ranges.
+  void RefreshRange(std::int32_t slide);
+  /// Hides the slide when it has no data, shows it otherwise, if it is set to hide.
+  void HideUnhideSlides(std::int32_t slide);
+  void RefreshClocks(PowerPoint::Slide& slide, std::int32_t index, basic::Date now);
+
+  /// The form's timers, for the engine that sets them up.
+  [[nodiscard]] host::Timer& tmrData() { return *tmrData_; }
+  [[nodiscard]] host::Timer& tmrClock() { return *tmrClock_; }
+  [[nodiscard]] host::Timer& tmrConnections() { return *tmrConnections_; }
+  [[nodiscard]] host::Timer& tmrRefreshLinkedObjects() { return *tmrRefreshLinkedObjects_; }
+  /// Ends the form's work: every timer off, and a tick that is waiting for data
+  /// stops where it is.
+  void Unload();
+
+ private:
+  FrmRuntimeTimer() = default;
+  void CreateTimers();
+  [[nodiscard]] std::unique_ptr<host::Timer> CreateTimer(void (FrmRuntimeTimer::*tick)(),
+                                                         std::int32_t interval);
+  void tmrData_Timer();
+  void tmrClock_Timer();
+  void tmrConnections_Timer();
+  void tmrRefreshLinkedObjects_Timer();
+
+  [[nodiscard]] std::int32_t ShownPosition() const;
+  [[nodiscard]] std::int32_t NextSlide(std::int32_t slide) const;
+  [[nodiscard]] bool IsHidden(std::int32_t slide) const;
+  template <typename Visit>
+  void ForEachSlideUpToNext(Visit&& visit) const;
+  void RequeryConnection(std::size_t number);
+  void RefreshShapes(std::int16_t slide);
+  [[nodiscard]] bool RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
+  void RefreshNext(std::int32_t next);
+  [[nodiscard]] clsConnection& Connection(std::string_view key) const;
+  /// In a handler: reports the error being handled unless it is a repetition.
+  void Report(std::string_view what, std::string_view procedure, std::optional<std::int32_t> code = {});
+
+  std::shared_ptr<PowerPoint::Presentation> presentation_;
+  std::shared_ptr<PowerPoint::Slides> slides_;
+  std::shared_ptr<PowerPoint::SlideShowWindow> window_;
+  SlideInfoTable slideInfo_;
+  SlideShapesTable shapes_;
+  SlideClocksTable clocks_;
+  UsedConnectionsTable usedConnections_;
+  ConnectionFlags slideInfoConnections_;
+  ConnectionFlags connectionsToRequery_;
+  ConnectionTable connections_;
+  LinkedObjectsTable linkedObjects_;
+  bool scrolling_ = false;
+  bool unloaded_ = false;
+  double currentSlide_ = 0;
+  double slideCount_ = 0;
+  basic::Date lastClockUpdate_;
+  ErrorGate errors_;
+
+  std::unique_ptr<host::Timer> tmrData_;
+  std::unique_ptr<host::Timer> tmrClock_;
+  std::unique_ptr<host::Timer> tmrConnections_;
+  std::unique_ptr<host::Timer> tmrRefreshLinkedObjects_;
+};
+
+}  // namespace LF2000

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace LF2000 {
+
+/// What the runtime knows of one shape that shows data.
+struct clsRTShapeInfo {
+  std::string Name;
+  std::int32_t SourceType = 0;
+  /// The connection's number as the shape's tag holds it.
+  std::string ConnectionNumber;
+  /// The same as a key of Connections, formatted "000".
+  std::string ConnectionKey;
+  std::string ColumnName;
+  double Row = 0;
+  std::string DateFormat;
+  std::string ObjectFolder;
+  std::string ObjectExtension;
+  /// The text last written into the shape.
+  std::string Text;
+  /// Milliseconds accumulated towards the next scroll step.
+  double ScrollElapsed = 0;
+};
+
+}  // namespace LF2000

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "host/powerpoint.h"
+#include "model/clsShape.h"
+#include "runtime/FrmRuntimeTimer.h"
+#include "runtime/RuntimeTables.h"
+
+namespace LF2000 {
+
+/// The engine of one running slide show: builds the model of everything that
+/// changes during the show once, hands it to FrmRuntimeTimer and then forwards
+/// events to it.
+class clsRuntime {
+ public:
+  clsRuntime() = default;
+  ~clsRuntime();
+  clsRuntime(const clsRuntime&) = delete;
+  clsRuntime& operator=(const clsRuntime&) = delete;
+
+  [[nodiscard]] const std::shared_ptr<PowerPoint::Presentation>& ActivePresentation() const {
+    return presentation_;
+  }
+  void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+    presentation_ = presentation;
+  }
+
+  /// Whether building the model shows the open-presentation meter.
+  void ShowProgressMeter(bool show) { showMeter_ = show; }
+
+  /// Builds the model, opens all connections, fills every slide once and starts
+  /// the timers. A failure is reported and leaves the runtime inactive; a
+  /// connection that does not open is reported and tried again by the timers.
+  void StartTimers(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
+  /// Fixed by StartTimers.
+  [[nodiscard]] std::int32_t SlideCount() const { return slideCount_; }
+  /// The data shapes by slide, as StartTimers found them.
+  [[nodiscard]] const SlideShapesTable& ShapesInfo() const { return shapes_; }
+  void SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
+  /// The end of the show: timers off, model released.
+  void UnSetLinkedObjects();
+
+  /// Null while the runtime is inactive.
+  [[nodiscard]] FrmRuntimeTimer* Form() const { return active_ ? form_.get() : nullptr; }
+
+ private:
+  void BuildModel();
+  void ReadSlide(std::int32_t slide);
+  void ReadSlideProperties(PowerPoint::Slide& slide, clsRTSlideInfo& info);
+  void AddShape(std::int32_t slide, const clsShape& link);
+  void AddDataShape(std::int32_t slide, const clsShape& link);
+  void AddLinkedObject(PowerPoint::Shape& shape);
+  void OpenConnections();
+  void OpenConnection(const std::string& suffix, const std::string& value);
+  void NoteRefreshInterval(const clsConnection& connection);
+  void HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
+  void SetUpTimers();
+
+  std::shared_ptr<PowerPoint::Presentation> presentation_;
+  std::shared_ptr<FrmRuntimeTimer> form_;
+  bool active_ = false;
+  bool showMeter_ = false;
+  std::int32_t slideCount_ = 0;
+
+  SlideInfoTable slideInfo_;
+  SlideShapesTable shapes_;
+  SlideClocksTable clocks_;
+  UsedConnectionsTable usedConnections_;
+  ConnectionFlags connectionFlags_;
+  ConnectionTable connections_;
+  LinkedObjectsTable linkedObjects_;
+
+  static constexpr double NoRefreshInterval = 999999999;
+  static constexpr double NoScrollInterval = -1;
+  double refreshInterval_ = NoRefreshInterval;
+  double scrollInterval_ = NoScrollInterval;
+  bool forcesDefaultRefresh_ = false;
+  bool clocksPresent_ = false;
+};
+
+}  // namespace LF2000
