@@ -15,12 +15,12 @@ constexpr std::size_t SampleRecords = 20;
 /// Number of fields of each of the first records.
 std::vector<std::size_t> FieldCounts(std::string_view text, char delimiter) {
   std::vector<std::size_t> counts;
-  const char* const end = text.data() + text.size();
-  const char* at = SkipLineEnds(text.data(), end);
-  while (at != end && counts.size() < SampleRecords) {
-    const TextFileRecord record = ScanRecord(at, end, delimiter);
+  TextFileScanner scanner(text, delimiter);
+  std::size_t at = scanner.SkipLineEnds(0);
+  while (at != text.size() && counts.size() < SampleRecords) {
+    const TextFileRecord record = scanner.Record(at);
     counts.push_back(record.FieldCount);
-    at = SkipLineEnds(record.End, end);
+    at = scanner.SkipLineEnds(record.End);
   }
   return counts;
 }

@@ -3,10 +3,11 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <string_view>
 
 // Finding the fields of a delimited text. Everything that reads fields goes
-// through ScanField, so that all agree on what a quoted field is.
+// through TextFileScanner, so that all agree on what a quoted field is. Places
+// in the text are offsets of bytes.
 
 namespace LF2000 {
 
@@ -15,81 +16,81 @@ inline bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
 /// A text that is not split has this delimiter: no field ends at it, since its line does.
 inline constexpr char NoDelimiter = '\n';
 
-/// The first delimiter or line end at or after `at`, or `end`. Eight bytes a step.
-inline const char* FindSeparator(const char* at, const char* end, char delimiter) {
-  constexpr std::uint64_t Every = 0x0101010101010101U;
-  constexpr std::uint64_t High = Every * 0x80U;
-  constexpr std::uint64_t Low = Every * 0x7FU;
-  const std::uint64_t delimiters = Every * static_cast<unsigned char>(delimiter);
-
-  for (; end - at >= 8; at += 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, at, sizeof word);
-    // The high bit of a byte is set where the byte is below 14, which covers
-    // the line ends and TAB, or is the delimiter. No carry leaves a byte.
-    const std::uint64_t difference = word ^ delimiters;
-    std::uint64_t found =
-        (~(((word & Low) + Every * (0x80U - 14U)) | word) | ~(((difference & Low) + Low) | difference)) &
-        High;
-    while (found != 0) {
-      const int bit =
-          std::endian::native == std::endian::little ? std::countr_zero(found) : std::countl_zero(found);
-      const char* const candidate = at + bit / 8;
-      if (*candidate == delimiter || IsLineEnd(*candidate)) return candidate;
-      found &= ~(std::endian::native == std::endian::little ? std::uint64_t{1} << bit : High >> bit);
-    }
-  }
-  while (at != end && *at != delimiter && !IsLineEnd(*at)) ++at;
-  return at;
-}
-
 /// A field as it stands in the text.
 struct TextFileField {
   /// The delimiter or line end behind it, or the end of the text.
-  const char* End;
-  /// Of a quoted field; null otherwise. What follows it up to End belongs to
-  /// the field too.
-  const char* ClosingQuote = nullptr;
+  std::size_t End = 0;
+  bool Quoted = false;
+  /// Of a quoted field. What follows it up to End belongs to the field too.
+  std::size_t ClosingQuote = 0;
+  /// Whether a quoted field holds doubled quotes.
+  bool Doubled = false;
 };
-
-/// The quote that closes the one at `opening`, doubled ones left out; null if
-/// none does.
-///
-/// When none does, all later runs of quotes have an even length, so a later
-/// field that begins with one is closed within its run: in one pass over a text
-/// this search runs to the end of the text in vain at most once.
-const char* FindClosingQuote(const char* opening, const char* end);
-
-/// The field that begins at `at`, quoted as RFC 4180 has it. A quote that is
-/// never closed, and one inside an unquoted field, is a character like others.
-inline TextFileField ScanField(const char* at, const char* end, char delimiter) {
-  if (at != end && *at == '"') {
-    if (const char* const closing = FindClosingQuote(at, end)) {
-      return {FindSeparator(closing + 1, end, delimiter), closing};
-    }
-  }
-  return {FindSeparator(at, end, delimiter)};
-}
 
 struct TextFileRecord {
   /// The line end behind it, or the end of the text.
-  const char* End;
-  std::size_t FieldCount;
+  std::size_t End = 0;
+  std::size_t FieldCount = 1;
 };
 
-/// The record that begins at `at`, which is not the end of the text.
-inline TextFileRecord ScanRecord(const char* at, const char* end, char delimiter) {
-  TextFileRecord record{ScanField(at, end, delimiter).End, 1};
-  while (record.End != end && !IsLineEnd(*record.End)) {
-    record.End = ScanField(record.End + 1, end, delimiter).End;
-    ++record.FieldCount;
-  }
-  return record;
-}
+/// Finds fields. The text may change up to the end of the field found last.
+class TextFileScanner {
+ public:
+  TextFileScanner(std::string_view text, char delimiter) : text_(text), delimiter_(delimiter) {}
 
-inline const char* SkipLineEnds(const char* at, const char* end) {
-  while (at != end && IsLineEnd(*at)) ++at;
-  return at;
-}
+  /// The field that begins at `at`, quoted as RFC 4180 has it. A quote that is
+  /// never closed, and one inside an unquoted field, is a character like others.
+  TextFileField Field(std::size_t at) {
+    if (at != text_.size() && text_[at] == '"') return QuotedField(at);
+    return {NextSeparator(at)};
+  }
+
+  /// The record that begins at `at`, which is not the end of the text.
+  TextFileRecord Record(std::size_t at);
+
+  /// Whether a field that ends at `at` is the last of its record.
+  [[nodiscard]] bool IsRecordEnd(std::size_t at) const { return at == text_.size() || IsLineEnd(text_[at]); }
+
+  /// Where the next record begins: behind line ends and empty lines.
+  [[nodiscard]] std::size_t SkipLineEnds(std::size_t at) const {
+    while (at != text_.size() && IsLineEnd(text_[at])) ++at;
+    return at;
+  }
+
+ private:
+  /// Characters are looked for in 64 bytes of the text at a time and noted in
+  /// one bit each, so that the next one is mostly known already.
+  struct Block {
+    static constexpr std::size_t Size = 64;
+    std::size_t begin = std::size_t{0} - Size;  // none yet: no offset lies in it
+    std::uint64_t found = 0;
+
+    /// How far from `at` the next one in this block is; Size if there is none.
+    [[nodiscard]] std::size_t DistanceFrom(std::size_t at) const {
+      const std::size_t place = at - begin;
+      const std::uint64_t ahead = place < Size ? found >> place : 0;
+      return ahead != 0 ? static_cast<std::size_t>(std::countr_zero(ahead)) : Size;
+    }
+  };
+
+  std::size_t NextSeparator(std::size_t at) {
+    const std::size_t distance = separators_.DistanceFrom(at);
+    return distance != Block::Size ? at + distance : NextSeparatorBlock(at);
+  }
+  std::size_t NextQuote(std::size_t at) {
+    const std::size_t distance = quotes_.DistanceFrom(at);
+    return distance != Block::Size ? at + distance : NextQuoteBlock(at);
+  }
+  std::size_t NextSeparatorBlock(std::size_t at);
+  std::size_t NextQuoteBlock(std::size_t at);
+  template <class Wanted>
+  std::size_t Search(Block& block, std::size_t at, Wanted wanted) const;
+  TextFileField QuotedField(std::size_t opening);
+
+  std::string_view text_;
+  char delimiter_;
+  Block separators_;
+  Block quotes_;
+};
 
 }  // namespace LF2000

@@ -23,6 +23,7 @@ std::uint16_t High(std::size_t value) { return static_cast<std::uint16_t>((value
 
 std::string_view WithoutFiller(const char* begin, const char* end) {
   if (begin != end && *begin == TextTableBuilder::Filler) ++begin;
+  if (begin != end && end[-1] == TextTableBuilder::Filler) --end;  // the closing quote, mostly
   if (begin != end && end[-1] == TextTableBuilder::Filler) {
     end = std::partition_point(begin, end, [](char c) { return c != TextTableBuilder::Filler; });
   }
