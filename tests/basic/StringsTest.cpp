@@ -64,6 +64,14 @@ TEST(Utf8Test, FindsAFaultAnywhereInALongText) {
   }
 }
 
+TEST(Utf8Test, DoesNotReadBeyondASequenceThatIsCutOff) {
+  for (const std::string_view cut : {"\xC3", "\xE2", "\xE2\x82", "\xF0\x9F", "\xF0\x9F\x98"}) {
+    // A block of exactly this size, for the address sanitizer to guard.
+    const std::vector<char> block(cut.begin(), cut.end());
+    EXPECT_FALSE(IsValidUtf8({block.data(), block.size()}));
+  }
+}
+
 TEST(StringsTest, CountsCodePoints) {
   EXPECT_EQ(Len("aä€😀"), 4U);
   EXPECT_EQ(Len(""), 0U);
