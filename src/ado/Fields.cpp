@@ -1,0 +1,70 @@
+#include "ado/Fields.h"
+
+#include <utility>
+#include <variant>
+
+#include "ado/Errors.h"
+#include "ado/Recordset.h"
+#include "basic/Conversion.h"
+#include "basic/Strings.h"
+
+namespace ado {
+
+basic::Variant Field::Value() const { return recordset_.value(index_); }
+
+void Field::Value(basic::Variant value) {
+  if (!basic::IsNull(value)) {
+    std::string text = basic::CStr(value);
+    // Bytes are never fewer than characters.
+    if (text.size() > definedSize_ && basic::Len(text) > definedSize_) {
+      failTooLong(name_, basic::Len(text), definedSize_);
+    }
+    value = std::move(text);
+  }
+  recordset_.setValue(index_, std::move(value));
+}
+
+/// FNV-1a over the upper-case letters.
+std::size_t Fields::AnyCaseHash::operator()(std::string_view name) const {
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  for (const char c : name) {
+    const auto upper = static_cast<unsigned char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    hash = (hash ^ upper) * 0x100000001B3U;
+  }
+  return static_cast<std::size_t>(hash);
+}
+
+bool Fields::AnyCaseEqual::operator()(std::string_view a, std::string_view b) const {
+  return basic::EqualsIgnoreCase(a, b);
+}
+
+ADODB::Field& Fields::Item(std::int32_t index) {
+  if (index < 0 || index >= Count()) failItemNotFound(std::to_string(index));
+  return *fields_[static_cast<std::size_t>(index)];
+}
+
+ADODB::Field& Fields::Item(std::string_view name) {
+  const auto found = byName_.find(name);
+  if (found == byName_.end()) failItemNotFound(name);
+  return *fields_[found->second];
+}
+
+void Fields::Append(std::string_view name, ADODB::DataType type, std::int32_t definedSize) {
+  recordset_.requireClosed();
+  if (type != ADODB::adVarChar || definedSize <= 0) {
+    failNotSupported("a field of a recordset in memory is text (adVarChar) of one character or more");
+  }
+  add(name, static_cast<std::size_t>(definedSize));
+}
+
+void Fields::add(std::string_view name, std::size_t definedSize) {
+  if (!byName_.emplace(name, fields_.size()).second) failDuplicateField(name);
+  fields_.push_back(std::make_unique<Field>(recordset_, fields_.size(), std::string(name), definedSize));
+}
+
+void Fields::clear() {
+  fields_.clear();
+  byName_.clear();
+}
+
+}  // namespace ado
