@@ -8,7 +8,8 @@ namespace {
 
 std::string_view extensionOf(std::string_view partName) {
   const std::size_t dot = partName.find_last_of("./");
-  return dot == std::string_view::npos || partName[dot] == '/' ? std::string_view() : partName.substr(dot + 1);
+  return dot == std::string_view::npos || partName[dot] == '/' ? std::string_view()
+                                                               : partName.substr(dot + 1);
 }
 
 }  // namespace

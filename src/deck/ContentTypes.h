@@ -24,7 +24,7 @@ class ContentTypes {
 
  private:
   Part& part_;
-  std::unordered_map<std::string, std::string> byExtension_;         // key in upper case
+  std::unordered_map<std::string, std::string> byExtension_;   // key in upper case
   std::unordered_map<std::string, pugi::xml_node> overrides_;  // key in upper case, without slash
 };
 

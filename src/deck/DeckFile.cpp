@@ -38,7 +38,7 @@ class Descriptor {
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target)
-      : path_((target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string()),
+      : path_((target.parent_path() / ".").string() + target.filename().string() + ".XXXXXX"),
         file_(::mkostemp(path_.data(), O_CLOEXEC)),
         created_(file_.isOpen()) {}
   ~TemporaryFile() {
@@ -135,7 +135,7 @@ FileState replaceFile(const std::string& path, std::string_view bytes, const Fil
   TemporaryFile temporary(target);
   Descriptor& file = temporary.file();
   if (!file.isOpen()) {
-    failWrite(path, "no file can be created in its folder (" + std::string(std::strerror(errno)) + ")");
+    failWrite(path, std::string("no file can be created in its folder: ") + std::strerror(errno));
   }
   if (exists && ::fchown(file.get(), old.st_uid, old.st_gid) != 0) errno = 0;  // not allowed: stays ours
   const mode_t mask = ::umask(0);

@@ -12,6 +12,8 @@ namespace deck {
   throw basic::Error(basic::AdapterError, "deck", std::move(description));
 }
 
-inline std::string inQuotes(std::string_view text) { return std::string(1, '\'').append(text).append(1, '\''); }
+inline std::string inQuotes(std::string_view text) {
+  return std::string(1, '\'').append(text).append(1, '\'');
+}
 
 }  // namespace deck

@@ -69,7 +69,9 @@ Package::Package(std::string bytes, std::string name, const Limits& limits)
 
 Package::~Package() = default;
 
-void Package::fail(const std::string& what) const { deck::fail(inQuotes(name_) + " cannot be read: " + what); }
+void Package::fail(const std::string& what) const {
+  deck::fail(inQuotes(name_) + " cannot be read: " + what);
+}
 
 void Package::readDirectory(const Limits& limits) {
   const std::vector<Archive::Entry>& entries = archive_->entries();
@@ -78,7 +80,8 @@ void Package::readDirectory(const Limits& limits) {
   std::uint64_t total = 0;
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const Archive::Entry& entry = entries[i];
-    if (leadsOutside(entry.name)) fail("entry " + inQuotes(entry.name) + " has a path that leads out of the archive");
+    if (leadsOutside(entry.name))
+      fail("entry " + inQuotes(entry.name) + " has a path that leads out of the archive");
     if (entry.size > limits.partBytes) {
       fail("part " + entry.name + " would inflate to " + megabytes(entry.size) + ", more than the " +
            megabytes(limits.partBytes) + " allowed");
@@ -189,7 +192,8 @@ std::string Package::serialize() {
     if (part->removed_ && part->entry_ >= 0) changes.push_back({part->entry_, part->name(), {}, true});
   }
   for (const auto& part : parts_) {
-    if (part->changed_ && !part->removed_) changes.push_back({part->entry_, part->name(), part->bytes(), false});
+    if (part->changed_ && !part->removed_)
+      changes.push_back({part->entry_, part->name(), part->bytes(), false});
   }
   try {
     return archive_->with(changes);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <pugixml.hpp>
 #include <string>
@@ -77,6 +78,9 @@ class Part {
   /// a node calls markChanged().
   [[nodiscard]] const pugi::xml_document& xml();
   void markChanged();
+  /// For reading a small part once: parses as xml() does, without keeping the
+  /// document afterwards.
+  void readXml(const std::function<void(const pugi::xml_document&)>& reader);
 
   [[nodiscard]] const std::vector<Relationship>& relationships();
   /// By id; null when there is none.
@@ -93,6 +97,7 @@ class Part {
   friend class Package;
   Part(Package& package, std::string name, std::int64_t entry);
 
+  [[nodiscard]] std::unique_ptr<pugi::xml_document> parse(std::string& text);
   Relationships& loadRelationships();
 
   Package* package_;
@@ -185,7 +190,7 @@ class Package {
   std::vector<std::unique_ptr<Part>> parts_;
   std::unordered_map<std::string_view, Part*, NameHash, NameEqual> byName_;
   std::unordered_map<std::string, int> lastNumber_;  // given out by freeName, by stem
-  std::unique_ptr<Part> root_;  // the nameless source of the package's relationships
+  std::unique_ptr<Part> root_;                       // the nameless source of the package's relationships
   std::unique_ptr<ContentTypes> contentTypes_;
 };
 

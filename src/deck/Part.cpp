@@ -34,12 +34,22 @@ const pugi::xml_document& Part::xml() {
     parsedText_ = std::exchange(bytes_, {});
     hasBytes_ = false;
   }
+  xml_ = parse(parsedText_);
+  return *xml_;
+}
+
+void Part::readXml(const std::function<void(const pugi::xml_document&)>& reader) {
+  if (xml_ != nullptr) return reader(*xml_);
+  std::string text = hasBytes_ ? bytes_ : package_->inflate(*this);
+  reader(*parse(text));
+}
+
+std::unique_ptr<pugi::xml_document> Part::parse(std::string& text) {
   try {
-    xml_ = xml::parse(parsedText_, [this] { return std::string(bytes()); });
+    return xml::parse(text, [this] { return std::string(bytes()); });
   } catch (const basic::Error& error) {
     package_->fail("part " + name_ + " is not well-formed XML: " + error.description);
   }
-  return *xml_;
 }
 
 void Part::markChanged() {

@@ -36,6 +36,7 @@ Relationships::Relationships(Part* stored) : stored_(stored) {
     }
     byId_.emplace(relationship.id, all_.size());
     all_.push_back(std::move(relationship));
+    nodes_.push_back(node);
   }
 }
 
@@ -52,6 +53,7 @@ std::string Relationships::add(std::string_view type, std::string_view target) {
   node.append_attribute("Id") = id.c_str();
   node.append_attribute("Type") = all_.back().type.c_str();
   node.append_attribute("Target") = all_.back().target.c_str();
+  nodes_.push_back(node);
   stored_->markChanged();
   return id;
 }
@@ -59,12 +61,18 @@ std::string Relationships::add(std::string_view type, std::string_view target) {
 void Relationships::remove(std::string_view id) {
   const auto found = byId_.find(std::string(id));
   if (found == byId_.end()) return;
-  pugi::xml_node root = stored_->xml().document_element();
-  root.remove_child(root.find_child_by_attribute("Relationship", "Id", found->first.c_str()));
+  const std::size_t index = found->second;
+  nodes_[index].parent().remove_child(nodes_[index]);
   stored_->markChanged();
-  all_.erase(all_.begin() + static_cast<std::ptrdiff_t>(found->second));
-  byId_.clear();
-  for (std::size_t i = 0; i < all_.size(); ++i) byId_.emplace(all_[i].id, i);
+  byId_.erase(found);
+  // The last one takes the free place, so that many removals stay cheap.
+  if (index + 1 < all_.size()) {
+    all_[index] = std::move(all_.back());
+    nodes_[index] = nodes_.back();
+    byId_[all_[index].id] = index;
+  }
+  all_.pop_back();
+  nodes_.pop_back();
 }
 
 std::string relationshipsPartName(std::string_view source) {

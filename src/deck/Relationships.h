@@ -28,6 +28,7 @@ class Relationships {
  private:
   Part* stored_;
   std::vector<Relationship> all_;
+  std::vector<pugi::xml_node> nodes_;  // of all_
   std::unordered_map<std::string, std::size_t> byId_;
   int lastNumber_ = 0;  // the largest N of an id "rIdN"
 };

@@ -14,7 +14,8 @@ namespace {
 constexpr unsigned int ParseOptions = pugi::parse_full | pugi::parse_ws_pcdata;
 
 [[noreturn]] void failAt(std::string_view text, std::ptrdiff_t offset, const char* reason) {
-  const std::string_view before = text.substr(0, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)));
+  const std::string_view before =
+      text.substr(0, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)));
   const auto line = std::count(before.begin(), before.end(), '\n') + 1;
   const std::size_t lineBegin = before.rfind('\n') + 1;
   fail("line " + std::to_string(line) + ", column " + std::to_string(before.size() - lineBegin + 1) + ": " +
@@ -37,24 +38,6 @@ std::string_view canonicalPrefix(std::string_view uri) {
     if (uri == known) return prefix;
   }
   return {};
-}
-
-/// Calls visit(node, depth) for root and everything below it, without recursion,
-/// until it answers false.
-template <typename Visitor>
-void forEachNode(pugi::xml_node root, const Visitor& visit) {
-  int depth = 0;
-  for (pugi::xml_node node = root; node;) {
-    if (!visit(node, depth)) return;
-    if (node.first_child()) {
-      node = node.first_child();
-      ++depth;
-      continue;
-    }
-    for (; node != root && !node.next_sibling(); --depth) node = node.parent();
-    if (node == root) return;
-    node = node.next_sibling();
-  }
 }
 
 // The XML library removes nodes by recursion. No honest part comes near the

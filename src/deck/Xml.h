@@ -23,6 +23,24 @@ std::string serialize(const pugi::xml_document& document);
 /// that are no UTF-8.
 std::string legalText(std::string_view text);
 
+/// Calls visit(node, depth) for root and everything below it, without recursion,
+/// until it answers false.
+template <typename Visitor>
+void forEachNode(pugi::xml_node root, const Visitor& visit) {
+  int depth = 0;
+  for (pugi::xml_node node = root; node;) {
+    if (!visit(node, depth)) return;
+    if (node.first_child()) {
+      node = node.first_child();
+      ++depth;
+      continue;
+    }
+    for (; node != root && !node.next_sibling(); --depth) node = node.parent();
+    if (node == root) return;
+    node = node.next_sibling();
+  }
+}
+
 /// The nodes of a child list with each mc:AlternateContent replaced by the
 /// children of its first choice (of its fallback, when it has no choice). For
 /// each such node calls visit(node).

@@ -1,0 +1,48 @@
+#include "deck/Links.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "basic/Strings.h"
+#include "deck/Percent.h"
+
+namespace deck {
+namespace {
+
+bool hasDrive(std::string_view path) {
+  return path.size() >= 2 && path[1] == ':' && std::isalpha(static_cast<unsigned char>(path[0])) != 0;
+}
+
+std::string withBackslashes(std::string path) {
+  std::replace(path.begin(), path.end(), '/', '\\');
+  return path;
+}
+
+bool isUrl(std::string_view target) {
+  const std::size_t colon = target.find(':');
+  return colon != std::string_view::npos && colon > 1 && target.find_first_of("/\\") > colon;
+}
+
+}  // namespace
+
+std::string sourcePath(std::string_view target, std::string_view deckPath) {
+  constexpr std::string_view Scheme = "file:";
+  const bool isFile = basic::EqualsIgnoreCase(target.substr(0, Scheme.size()), Scheme);
+  if (!isFile && isUrl(target)) return std::string(target);
+  std::string path = percentDecoded(isFile ? target.substr(Scheme.size()) : target);
+  if (!isFile) {
+    if (hasDrive(path) || path.starts_with('/') || path.starts_with('\\')) return path;
+    const std::size_t folderEnd = deckPath.find_last_of("/\\");
+    return folderEnd == std::string_view::npos ? path : std::string(deckPath.substr(0, folderEnd + 1)) + path;
+  }
+  // file:///C:/x, file:///\\server\x, file:///unix/x; file://server/x has a host.
+  if (path.starts_with("///")) {
+    const std::string_view rest = std::string_view(path).substr(3);
+    if (hasDrive(rest) || rest.starts_with("\\\\")) return withBackslashes(std::string(rest));
+    return path.substr(2);
+  }
+  if (path.starts_with("//")) return withBackslashes(path);
+  return hasDrive(path) ? withBackslashes(path) : path;
+}
+
+}  // namespace deck

@@ -1,0 +1,154 @@
+#include "deck/Presentation.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "deck/Application.h"
+#include "deck/Failure.h"
+#include "deck/Slide.h"
+#include "deck/SlideShowSettings.h"
+#include "deck/Tags.h"
+
+namespace deck {
+namespace {
+
+std::string_view rootName(Part& part) { return part.xml().document_element().name(); }
+
+}  // namespace
+
+Presentation::Presentation(std::unique_ptr<Package> package, std::string path, std::optional<FileState> state)
+    : package_(std::move(package)), path_(std::move(path)), state_(state), tags_(*package_) {
+  part_ = package_->related(relationship::OfficeDocument);
+  const std::string refused = inQuotes(package_->name()) + " cannot be opened: ";
+  if (part_ == nullptr) fail(refused + "its presentation part is missing");
+  if (rootName(*part_) != "p:presentation") {
+    fail(refused + "it is no presentation; its main part holds <" + std::string(rootName(*part_)) + ">");
+  }
+  loadSlides();
+}
+
+Presentation::~Presentation() = default;
+
+void Presentation::loadSlides() {
+  for (pugi::xml_node node : part_->xml().document_element().child("p:sldIdLst").children("p:sldId")) {
+    const std::string id = node.attribute("r:id").value();
+    const std::string which =
+        inQuotes(package_->name()) + " cannot be opened: slide " + std::to_string(slides_.size() + 1);
+    const Relationship* relationship = part_->relationship(id);
+    if (relationship == nullptr)
+      fail(which + " refers to the relationship " + inQuotes(id) + ", which is missing");
+    Part* target = part_->target(*relationship);
+    if (target == nullptr) fail(which + ": its part " + relationship->target + " is missing");
+    const pugi::xml_node root = target->xml().document_element();
+    if (std::string_view(root.name()) != "p:sld") fail(which + ": " + target->name() + " holds no slide");
+    auto shapes = std::make_unique<ShapeIndex>(root.child("p:cSld").child("p:spTree"));
+    slides_.push_back({target, id, std::move(shapes)});
+  }
+}
+
+std::string Presentation::FullName() const { return path_; }
+bool Presentation::Saved() const { return saved_; }
+void Presentation::Saved(bool saved) { saved_ = saved; }
+
+void Presentation::Save() {
+  if (isSaving_) {
+    write();
+    wroteWhileSaving_ = true;
+    return;
+  }
+  isSaving_ = true;
+  wroteWhileSaving_ = false;
+  try {
+    if (application_ != nullptr) {
+      application_->raise<PowerPoint::Presentation>(&PowerPoint::ApplicationEvents::PresentationSave,
+                                                    shared_from_this());
+    }
+    // A handler that saved and left nothing unsaved has done the work.
+    if (!(wroteWhileSaving_ && saved_)) write();
+  } catch (...) {
+    isSaving_ = false;
+    throw;
+  }
+  isSaving_ = false;
+}
+
+void Presentation::write() {
+  if (path_.empty()) fail("The presentation has no file yet: save it as a copy under a name.");
+  tags_.write();
+  std::string bytes = package_->serialize();
+  state_ = replaceFile(path_, bytes, state_ ? &*state_ : nullptr);
+  package_->rebase(std::move(bytes));
+  saved_ = true;
+}
+
+void Presentation::SaveCopyAs(std::string_view fileName) {
+  tags_.write();
+  replaceFile(std::string(fileName), package_->serialize());
+}
+
+std::shared_ptr<PowerPoint::Tags> Presentation::Tags() {
+  return std::make_shared<deck::Tags>(shared_from_this(), tags_.of(*part_, part_->xml().document_element()));
+}
+
+std::shared_ptr<PowerPoint::Slides> Presentation::Slides() {
+  return std::make_shared<deck::Slides>(shared_from_this());
+}
+
+std::shared_ptr<PowerPoint::SlideShowSettings> Presentation::SlideShowSettings() {
+  return std::make_shared<deck::SlideShowSettings>(*this);
+}
+
+void Presentation::UpdateLinks() {
+  notify([](ChangeListener& listener) { listener.linksUpdated(); });
+}
+
+std::int32_t Presentation::slideCount() const { return static_cast<std::int32_t>(slides_.size()); }
+
+const Presentation::SlideEntry& Presentation::slide(std::int32_t index) const {
+  if (index < 1 || index > slideCount()) {
+    fail("There is no slide " + std::to_string(index) + " in " + inQuotes(package_->name()) + ", which has " +
+         std::to_string(slideCount()) + ".");
+  }
+  return slides_[static_cast<std::size_t>(index - 1)];
+}
+
+Part& Presentation::slidePart(std::int32_t index) const { return *slide(index).part; }
+const ShapeIndex& Presentation::shapesOf(std::int32_t slideIndex) const { return *slide(slideIndex).shapes; }
+
+bool Presentation::isHidden(std::int32_t slideIndex) const {
+  return !slidePart(slideIndex).xml().document_element().attribute("show").as_bool(true);
+}
+
+std::optional<std::int32_t> Presentation::slideByRelationship(std::string_view id) const {
+  for (std::size_t i = 0; i < slides_.size(); ++i) {
+    if (slides_[i].relationshipId == id) return static_cast<std::int32_t>(i + 1);
+  }
+  return std::nullopt;
+}
+
+void Presentation::addListener(ChangeListener& listener) { listeners_.push_back(&listener); }
+void Presentation::removeListener(ChangeListener& listener) { std::erase(listeners_, &listener); }
+
+template <typename Event>
+void Presentation::notify(const Event& event) {
+  // A handler may end its own subscription.
+  const std::vector<ChangeListener*> listeners = listeners_;
+  for (ChangeListener* listener : listeners) event(*listener);
+}
+
+void Presentation::noteChange(Part& part) {
+  part.markChanged();
+  saved_ = false;
+}
+
+void Presentation::noteShapeChange(std::int32_t slideIndex, pugi::xml_node shape) {
+  noteChange(slidePart(slideIndex));
+  notify([&](ChangeListener& listener) { listener.shapeChanged(slideIndex, shapeId(shape)); });
+}
+
+void Presentation::noteHiddenChange(std::int32_t slideIndex) {
+  noteChange(slidePart(slideIndex));
+  notify([&](ChangeListener& listener) { listener.slideHiddenChanged(slideIndex); });
+}
+
+}  // namespace deck

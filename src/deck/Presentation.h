@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "deck/DeckFile.h"
+#include "deck/Package.h"
+#include "deck/ShapeNode.h"
+#include "deck/TagStore.h"
+#include "host/powerpoint.h"
+
+namespace deck {
+
+class Application;
+
+/// Told when something that a screen may show has changed. Slides count from 1;
+/// a shape is named by the id of its p:cNvPr. Handlers do not throw.
+class ChangeListener {
+ public:
+  virtual ~ChangeListener() = default;
+  virtual void shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) = 0;
+  virtual void slideHiddenChanged(std::int32_t slideIndex) = 0;
+  virtual void linksUpdated() = 0;
+};
+
+/// An open presentation over its package. The objects of the object model that
+/// it hands out hold their XML node and copy nothing; they keep the presentation
+/// alive. Its slides are parsed when it is opened, so a broken one is told then.
+class Presentation final : public PowerPoint::Presentation,
+                           public std::enable_shared_from_this<Presentation> {
+ public:
+  /// `path` is the file that Save() writes; empty for a presentation that is no
+  /// file yet. `state` is what the file was when the package was read from it.
+  Presentation(std::unique_ptr<Package> package, std::string path, std::optional<FileState> state);
+  ~Presentation() override;
+
+  [[nodiscard]] std::string FullName() const override;
+  [[nodiscard]] bool Saved() const override;
+  void Saved(bool saved) override;
+  void Save() override;
+  void SaveCopyAs(std::string_view fileName) override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::Slides> Slides() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::SlideShowSettings> SlideShowSettings() override;
+  void UpdateLinks() override;
+
+  [[nodiscard]] Package& package() const { return *package_; }
+  /// The presentation part.
+  [[nodiscard]] Part& part() const { return *part_; }
+  [[nodiscard]] std::int32_t slideCount() const;
+  /// Index from 1; out of range is an error.
+  [[nodiscard]] Part& slidePart(std::int32_t index) const;
+  [[nodiscard]] const ShapeIndex& shapesOf(std::int32_t slideIndex) const;
+  [[nodiscard]] bool isHidden(std::int32_t slideIndex) const;
+  /// The index of the slide that the presentation part refers to by this
+  /// relationship; nothing when none does.
+  [[nodiscard]] std::optional<std::int32_t> slideByRelationship(std::string_view id) const;
+  [[nodiscard]] TagStore& tagStore() { return tags_; }
+
+  /// A listener must outlive its subscription.
+  void addListener(ChangeListener& listener);
+  void removeListener(ChangeListener& listener);
+
+  /// What the proxies report: the node was changed in the part.
+  void noteChange(Part& part);
+  void noteShapeChange(std::int32_t slideIndex, pugi::xml_node shape);
+  void noteHiddenChange(std::int32_t slideIndex);
+
+  /// The application that the presentation is open in; null after its closing.
+  void attach(Application* application) { application_ = application; }
+
+ private:
+  struct SlideEntry {
+    Part* part;
+    std::string relationshipId;
+    std::unique_ptr<ShapeIndex> shapes;
+  };
+
+  void loadSlides();
+  [[nodiscard]] const SlideEntry& slide(std::int32_t index) const;
+  void write();
+  template <typename Event>
+  void notify(const Event& event);
+
+  std::unique_ptr<Package> package_;
+  std::string path_;
+  std::optional<FileState> state_;
+  Part* part_ = nullptr;
+  std::vector<SlideEntry> slides_;
+  TagStore tags_;
+  std::vector<ChangeListener*> listeners_;
+  Application* application_ = nullptr;
+  bool saved_ = true;
+  bool isSaving_ = false;
+  bool wroteWhileSaving_ = false;
+};
+
+}  // namespace deck
