@@ -96,7 +96,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
 
     Response response = owner_.answer(request);
     if (closed_) return;
-    if (response.stream == StreamKind::None || finishing_) {
+    if (response.stream == StreamKind::None) {
       return write(std::move(response), message.version(), message.keep_alive() && !finishing_,
                    message.method() == http::verb::head);
     }

@@ -10,26 +10,28 @@ import { commander, takeToken } from "./commands.js";
 
 const page = document.documentElement;
 
-function show(picture) {
-  if (picture.version !== page.dataset.version) {
-    reloadFor(picture.version);
-    return;
-  }
+// One event after the other, also when one has to wait for a file.
+let queue = Promise.resolve();
+function inTurn(handler) {
+  return (data) => {
+    queue = queue.then(() => handler(data)).catch((error) => console.error(error));
+  };
+}
+
+async function show(picture) {
+  if (picture.version !== page.dataset.version) reloadFor(picture.version);
   if (document.title !== picture.title) document.title = picture.title;
+  await showPicture(picture);
   page.toggleAttribute("data-kiosk", picture.kiosk);
   page.toggleAttribute("data-ended", picture.ended);
   page.dataset.blank = picture.blank;
-  showPicture(picture);
 }
 
 // The server has newer scripts than this page. It reloads once the new page can
 // be had, and once only: should a cache still answer with the old page, the old
 // page goes on as it is.
 async function reloadFor(version) {
-  if (sessionStorage.getItem("reloaded-for") === version) {
-    page.dataset.version = version;
-    return;
-  }
+  if (sessionStorage.getItem("reloaded-for") === version) return;
   const answer = await fetch("/", { cache: "no-store" }).catch(() => null);
   if (!answer?.ok) return;
   sessionStorage.setItem("reloaded-for", version);
@@ -38,7 +40,7 @@ async function reloadFor(version) {
 
 fitStage();
 hidePointerWhenIdle();
-openStream("/screen/events", { picture: show, shapes: changeShapes });
+openStream("/screen/events", { picture: inTurn(show), shapes: inTurn(changeShapes) });
 listenToKeys({
   send: commander(takeToken()),
   isKiosk: () => page.hasAttribute("data-kiosk"),

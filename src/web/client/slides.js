@@ -1,6 +1,7 @@
 // The slides on the stage: the current one in front, the next one loaded behind
 // it. An element is touched only when it has changed.
 
+const longestLoad = 10000;
 const stage = document.getElementById("stage");
 
 // The element that `html` describes; inside of an SVG picture it is an SVG element.
@@ -74,24 +75,30 @@ function swapTo(picture) {
   }
 }
 
-let wanted = 0;
-
-// Another deck's slides wait for its styles, so that they are never seen bare.
-export async function showPicture(picture) {
-  const turn = ++wanted;
-  const link = document.getElementById("slide-styles");
-  const href = picture.stylesheet && `/assets/${picture.stylesheet}`;
-  if (href && link?.getAttribute("href") !== href) {
-    const fresh = document.createElement("link");
-    fresh.rel = "stylesheet";
-    fresh.href = href;
-    await new Promise((resolve) => {
-      fresh.onload = fresh.onerror = resolve;
-      document.head.append(fresh);
-    });
-    if (turn !== wanted) return fresh.remove();
-    link?.remove();
-    fresh.id = "slide-styles";
+// The link to the slides' styles. Another deck's are loaded before its slides
+// are shown, which are thus never seen bare.
+async function useStylesheet(name) {
+  const old = document.getElementById("slide-styles");
+  const href = `/assets/${name}`;
+  if (!name || old?.getAttribute("href") === href) return;
+  const link = document.createElement("link");
+  link.rel = "stylesheet";
+  link.href = href;
+  const isLoaded = await new Promise((resolve) => {
+    link.onload = () => resolve(true);
+    link.onerror = () => resolve(false);
+    setTimeout(() => resolve(false), longestLoad);
+    document.head.append(link);
+  });
+  if (isLoaded) {
+    old?.remove();
+    link.id = "slide-styles";
+  } else {
+    link.remove(); // the next picture tries again
   }
+}
+
+export async function showPicture(picture) {
+  await useStylesheet(picture.stylesheet);
   swapTo(picture);
 }
