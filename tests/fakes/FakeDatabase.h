@@ -1,0 +1,119 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ado/Recordset.h"
+#include "basic/Error.h"
+#include "host/adodb.h"
+
+namespace fakes {
+
+/// A database of one table (Name, Price) that opens and fetches over several
+/// turns of the message loop, can be down, and writes down what is asked of it.
+class Database final : public ADODB::Factory {
+ public:
+  std::shared_ptr<ADODB::Connection> CreateConnection() override { return std::make_shared<Link>(*this); }
+  std::shared_ptr<ADODB::Recordset> CreateRecordset() override;
+
+  /// One turn of the message loop.
+  void Progress() {
+    if (ticksToOpen > 0) --ticksToOpen;
+    if (ticksToFetch > 0) --ticksToFetch;
+  }
+
+  bool down = false;
+  int ticksToOpen = 0;
+  int ticksToFetch = 0;
+  std::vector<std::pair<std::string, std::string>> rows;
+  std::vector<std::string> log;
+
+ private:
+  class Link final : public ADODB::Connection {
+   public:
+    explicit Link(Database& database) : database_(database) {}
+    void ConnectionString(std::string_view text) override { text_ = text; }
+    std::string ConnectionString() const override { return text_; }
+    void Open(std::string_view, std::string_view, std::int32_t options) override {
+      if (database_.down) throw basic::Error(basic::AdapterError, "fake database", "server down");
+      database_.log.push_back("open " + text_ + " " + std::to_string(options));
+      open_ = true;
+    }
+    void Close() override {
+      database_.log.emplace_back("close");
+      open_ = false;
+    }
+    std::int32_t State() override {
+      if (!open_) return ADODB::adStateClosed;
+      return database_.ticksToOpen > 0 ? ADODB::adStateConnecting : ADODB::adStateOpen;
+    }
+    std::int32_t ConnectionTimeout() const override { return 15; }
+    std::int32_t CommandTimeout() const override { return 30; }
+
+   private:
+    Database& database_;
+    std::string text_;
+    bool open_ = false;
+  };
+
+  class Rows final : public ADODB::Recordset {
+   public:
+    explicit Rows(Database& database) : database_(database) {}
+    void CursorLocation(ADODB::CursorLocation location) override { rows_.CursorLocation(location); }
+    void CursorType(ADODB::CursorType type) override { rows_.CursorType(type); }
+    void LockType(ADODB::LockType type) override { rows_.LockType(type); }
+    void ActiveConnection(const std::shared_ptr<ADODB::Connection>& connection) override {
+      if (!connection) {
+        database_.log.emplace_back("detach");
+      } else if (filled_) {
+        database_.log.emplace_back("attach");
+      }
+    }
+    void Open(std::string_view source, ADODB::CursorType, ADODB::LockType, std::int32_t options) override {
+      database_.log.push_back("recordset " + std::string(source) + " " + std::to_string(options));
+      Fill();
+    }
+    void Open() override { rows_.Open(); }
+    void Open(host::TextTable table) override { rows_.Open(std::move(table)); }
+    void Requery(std::int32_t options) override {
+      database_.log.push_back("requery " + std::to_string(options));
+    }
+    void Close() override { rows_.Close(); }
+    std::int32_t State() override {
+      return database_.ticksToFetch > 0 ? ADODB::adStateFetching : rows_.State();
+    }
+    std::int64_t RecordCount() const override { return rows_.RecordCount(); }
+    std::int64_t AbsolutePosition() const override { return rows_.AbsolutePosition(); }
+    void MoveFirst() override { rows_.MoveFirst(); }
+    void MoveLast() override { rows_.MoveLast(); }
+    void MovePrevious() override { rows_.MovePrevious(); }
+    void Move(std::int32_t records) override { rows_.Move(records); }
+    void AddNew() override { rows_.AddNew(); }
+    void Update() override { rows_.Update(); }
+    void Delete() override { rows_.Delete(); }
+    ADODB::Fields& Fields() override { return rows_.Fields(); }
+
+   private:
+    void Fill() {
+      filled_ = true;
+      Fields().Append("Name", ADODB::adVarChar, 50);
+      Fields().Append("Price", ADODB::adVarChar, 50);
+      rows_.Open();
+      for (const auto& [name, price] : database_.rows) {
+        rows_.AddNew();
+        Fields().Item("Name").Value(basic::Variant(name));
+        Fields().Item("Price").Value(basic::Variant(price));
+        rows_.Update();
+      }
+    }
+    Database& database_;
+    ado::Recordset rows_;
+    bool filled_ = false;
+  };
+};
+
+inline std::shared_ptr<ADODB::Recordset> Database::CreateRecordset() { return std::make_shared<Rows>(*this); }
+
+}  // namespace fakes

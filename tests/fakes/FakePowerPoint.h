@@ -1,0 +1,237 @@
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "basic/Error.h"
+#include "basic/Strings.h"
+#include "host/powerpoint.h"
+
+/// A presentation host in memory: objects with public state, so that a test sets
+/// up and looks at what the system reads and writes.
+namespace fakes {
+
+[[noreturn]] inline void Fail(const std::string& what) {
+  throw basic::Error(basic::AdapterError, "fake host", what);
+}
+
+class Tags final : public PowerPoint::Tags {
+ public:
+  std::int32_t Count() const override { return static_cast<std::int32_t>(items.size()); }
+  std::string Name(std::int32_t index) const override { return At(index).first; }
+  std::string Value(std::int32_t index) const override { return At(index).second; }
+  void Add(std::string_view name, std::string_view value) override {
+    if (failOnAdd) Fail("the tag cannot be added");
+    const std::string upper = basic::UCase(name);
+    const auto found = Find(upper);
+    if (found != items.end()) {
+      found->second = value;
+    } else {
+      items.emplace_back(upper, value);
+    }
+  }
+  void Delete(std::string_view name) override {
+    const auto found = Find(basic::UCase(name));
+    if (found != items.end()) items.erase(found);
+  }
+
+  /// The value, or "(none)".
+  std::string operator[](std::string_view name) const {
+    for (const auto& [key, value] : items) {
+      if (key == name) return value;
+    }
+    return "(none)";
+  }
+
+  std::vector<std::pair<std::string, std::string>> items;
+  bool failOnAdd = false;
+
+ private:
+  const std::pair<std::string, std::string>& At(std::int32_t index) const {
+    if (index < 1 || index > Count()) Fail("tag index out of range");
+    return items[static_cast<std::size_t>(index) - 1];
+  }
+  std::vector<std::pair<std::string, std::string>>::iterator Find(const std::string& name) {
+    return std::find_if(items.begin(), items.end(), [&](const auto& item) { return item.first == name; });
+  }
+};
+
+class Shape;
+
+class TextRange final : public PowerPoint::TextRange {
+ public:
+  explicit TextRange(Shape& shape) : shape_(shape) {}
+  std::string Text() const override;
+  void Text(std::string_view text) override;
+
+ private:
+  Shape& shape_;
+};
+
+class TextFrame final : public PowerPoint::TextFrame {
+ public:
+  explicit TextFrame(Shape& shape) : shape_(shape) {}
+  bool HasText() const override;
+  std::shared_ptr<PowerPoint::TextRange> TextRange() override {
+    return std::make_shared<fakes::TextRange>(shape_);
+  }
+
+ private:
+  Shape& shape_;
+};
+
+class Shape final : public PowerPoint::Shape {
+ public:
+  explicit Shape(std::string shapeName) : name(std::move(shapeName)) {}
+  std::string Name() const override { return name; }
+  PowerPoint::ShapeType Type() const override { return type; }
+  bool HasTextFrame() const override { return hasTextFrame; }
+  std::shared_ptr<PowerPoint::TextFrame> TextFrame() override {
+    if (!hasTextFrame) Fail("shape " + name + " has no text frame");
+    return std::make_shared<fakes::TextFrame>(*this);
+  }
+  std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
+  std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() override {
+    struct Link final : PowerPoint::LinkFormat {
+      std::string source;
+      std::string SourceFullName() const override { return source; }
+    };
+    auto link = std::make_shared<Link>();
+    link->source = linkSource;
+    return link;
+  }
+  std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override { Fail("no object"); }
+
+  std::string name;
+  std::string text;
+  std::string linkSource;
+  PowerPoint::ShapeType type = PowerPoint::ShapeType::TextBox;
+  bool hasTextFrame = true;
+  int writes = 0;
+  std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
+};
+
+inline std::string TextRange::Text() const { return shape_.text; }
+inline void TextRange::Text(std::string_view text) {
+  shape_.text = text;
+  ++shape_.writes;
+}
+inline bool TextFrame::HasText() const { return !shape_.text.empty(); }
+
+class Transition final : public PowerPoint::SlideShowTransition {
+ public:
+  bool Hidden() const override { return hidden; }
+  void Hidden(bool value) override { hidden = value; }
+  bool AdvanceOnTime() const override { return false; }
+  double AdvanceTime() const override { return 0; }
+  bool hidden = false;
+};
+
+class Slide final : public PowerPoint::Slide,
+                    public PowerPoint::Shapes,
+                    public std::enable_shared_from_this<Slide> {
+ public:
+  std::int32_t SlideIndex() const override { return index; }
+  std::shared_ptr<PowerPoint::Shapes> Shapes() override { return shared_from_this(); }
+  std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
+  std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() override { return transition; }
+
+  std::int32_t Count() const override { return static_cast<std::int32_t>(shapes.size()); }
+  std::shared_ptr<PowerPoint::Shape> Item(std::int32_t i) override {
+    if (i < 1 || i > Count()) Fail("shape index out of range");
+    return shapes[static_cast<std::size_t>(i) - 1];
+  }
+  std::shared_ptr<PowerPoint::Shape> Item(std::string_view name) override {
+    for (const auto& shape : shapes) {
+      if (basic::EqualsIgnoreCase(shape->name, name)) return shape;
+    }
+    Fail("no shape named " + std::string(name));
+  }
+
+  fakes::Shape& Add(std::string name) {
+    shapes.push_back(std::make_shared<fakes::Shape>(std::move(name)));
+    return *shapes.back();
+  }
+
+  std::int32_t index = 1;
+  std::vector<std::shared_ptr<fakes::Shape>> shapes;
+  std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
+  std::shared_ptr<Transition> transition = std::make_shared<Transition>();
+};
+
+class Presentation final : public PowerPoint::Presentation,
+                           public PowerPoint::Slides,
+                           public PowerPoint::SlideShowSettings,
+                           public std::enable_shared_from_this<Presentation> {
+ public:
+  std::string FullName() const override { return fullName; }
+  bool Saved() const override { return saved; }
+  void Saved(bool value) override { saved = value; }
+  void Save() override {
+    ++saves;
+    if (onSave) onSave();
+  }
+  void SaveCopyAs(std::string_view) override {}
+  std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
+  std::shared_ptr<PowerPoint::Slides> Slides() override { return shared_from_this(); }
+  std::shared_ptr<PowerPoint::SlideShowSettings> SlideShowSettings() override { return shared_from_this(); }
+  PowerPoint::SlideShowType ShowType() const override { return showType; }
+  void UpdateLinks() override { ++linkUpdates; }
+
+  std::int32_t Count() const override { return static_cast<std::int32_t>(slides.size()); }
+  std::shared_ptr<PowerPoint::Slide> Item(std::int32_t i) override {
+    if (i < 1 || i > Count()) Fail("slide index out of range");
+    return slides[static_cast<std::size_t>(i) - 1];
+  }
+
+  fakes::Slide& Add() {
+    slides.push_back(std::make_shared<fakes::Slide>());
+    slides.back()->index = Count();
+    return *slides.back();
+  }
+
+  std::string fullName = "/decks/board.pptx";
+  bool saved = true;
+  int saves = 0;
+  int linkUpdates = 0;
+  std::function<void()> onSave;
+  PowerPoint::SlideShowType showType = PowerPoint::SlideShowType::Speaker;
+  std::vector<std::shared_ptr<fakes::Slide>> slides;
+  std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
+};
+
+class Window final : public PowerPoint::SlideShowWindow,
+                     public PowerPoint::SlideShowView,
+                     public std::enable_shared_from_this<Window> {
+ public:
+  explicit Window(std::shared_ptr<fakes::Presentation> shown) : presentation(std::move(shown)) {}
+  std::shared_ptr<PowerPoint::Presentation> Presentation() override { return presentation; }
+  std::shared_ptr<PowerPoint::SlideShowView> View() override { return shared_from_this(); }
+  std::int32_t CurrentShowPosition() const override { return position; }
+  std::shared_ptr<PowerPoint::Slide> Slide() override { return presentation->Item(position); }
+  PowerPoint::SlideShowPointerType PointerType() const override { return pointer; }
+  void PointerType(PowerPoint::SlideShowPointerType type) override { pointer = type; }
+
+  std::shared_ptr<fakes::Presentation> presentation;
+  std::int32_t position = 1;
+  PowerPoint::SlideShowPointerType pointer = PowerPoint::SlideShowPointerType::AutoArrow;
+};
+
+class Application final : public PowerPoint::Application,
+                          public PowerPoint::Presentations,
+                          public std::enable_shared_from_this<Application> {
+ public:
+  std::string Version() const override { return version; }
+  std::shared_ptr<PowerPoint::Presentations> Presentations() override { return shared_from_this(); }
+  void Advise(PowerPoint::ApplicationEvents* events) override { sink = events; }
+  std::int32_t Count() const override { return openCount; }
+
+  std::string version = "9.0.2716";
+  std::int32_t openCount = 1;
+  PowerPoint::ApplicationEvents* sink = nullptr;
+};
+
+}  // namespace fakes

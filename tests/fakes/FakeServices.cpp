@@ -1,0 +1,25 @@
+#include "fakes/FakeServices.h"
+
+#include "addin/modDebug.h"
+#include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
+
+namespace fakes {
+
+Machine::Machine() {
+  services_ = {&clock, &loop, &files, &module, &settings, &messageBox, &meter, &shell, &registry, &ado};
+  host::Use(services_);
+  LF2000::modDebug::Reset();
+  LF2000::modErrors::Reset();
+  LF2000::modGlobalFunctions::Reset();
+  basic::SetUserLocale({});
+}
+
+Machine::~Machine() { host::Use({}); }
+
+void Machine::UseAdo(ADODB::Factory* factory) {
+  services_.ado = factory;
+  host::Use(services_);
+}
+
+}  // namespace fakes

@@ -1,0 +1,316 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ado/Factory.h"
+#include "basic/Conversion.h"
+#include "basic/Error.h"
+#include "host/services.h"
+
+/// Everything that the system asks of a machine, in memory and on virtual time.
+namespace fakes {
+
+class Machine;
+
+/// Timers on virtual time: Advance runs what falls due, in order.
+class Loop final : public host::Loop {
+ public:
+  class Timer final : public host::Timer {
+   public:
+    Timer(Loop& loop, std::function<void()> handler) : loop_(loop), handler_(std::move(handler)) {
+      loop_.timers_.push_back(this);
+    }
+    ~Timer() override { std::erase(loop_.timers_, this); }
+    std::int32_t Interval() const override { return interval_; }
+    void Interval(std::int32_t milliseconds) override {
+      interval_ = milliseconds;
+      due_ = loop_.now_ + interval_;
+    }
+    bool Enabled() const override { return enabled_; }
+    void Enabled(bool enabled) override {
+      if (enabled && !enabled_) due_ = loop_.now_ + interval_;
+      enabled_ = enabled;
+    }
+
+   private:
+    friend class Loop;
+    Loop& loop_;
+    std::function<void()> handler_;
+    std::int32_t interval_ = 0;
+    bool enabled_ = false;
+    std::int64_t due_ = 0;
+  };
+
+  std::unique_ptr<host::Timer> CreateTimer(std::function<void()> handler) override {
+    return std::make_unique<Timer>(*this, std::move(handler));
+  }
+  void DoEvents() override {
+    ++doEvents;
+    if (onDoEvents) onDoEvents();
+  }
+
+  void Advance(std::int64_t milliseconds) {
+    const std::int64_t end = now_ + milliseconds;
+    while (Timer* next = NextDue(end)) {
+      now_ = next->due_;
+      next->due_ += next->interval_;
+      const auto handler = next->handler_;
+      handler();
+    }
+    now_ = end;
+  }
+  std::int64_t Now() const { return now_; }
+
+  int doEvents = 0;
+  std::function<void()> onDoEvents;
+
+ private:
+  Timer* NextDue(std::int64_t end) {
+    Timer* next = nullptr;
+    for (Timer* timer : timers_) {
+      if (!timer->enabled_ || timer->interval_ <= 0 || timer->due_ > end) continue;
+      if (!next || timer->due_ < next->due_) next = timer;
+    }
+    return next;
+  }
+
+  std::vector<Timer*> timers_;
+  std::int64_t now_ = 0;
+};
+
+/// 3 February 2026, 12:00:00 and what the loop's time adds to it.
+class Clock final : public host::Clock {
+ public:
+  explicit Clock(const Loop& loop) : loop_(loop) {}
+  basic::Date Now() const override {
+    return basic::AddSeconds(start, static_cast<double>(loop_.Now() / 1000));
+  }
+  float Timer() const override { return timerStart + static_cast<float>(loop_.Now()) / 1000.0F; }
+
+  basic::Date start = basic::DateFrom(2026, 2, 3, 12, 0, 0);
+  float timerStart = 43200.0F;
+
+ private:
+  const Loop& loop_;
+};
+
+class Files final : public host::Files {
+ public:
+  struct File {
+    std::string content;
+    double date = 46000.0;
+    /// How many attempts to open it fail before one succeeds.
+    int lockedAttempts = 0;
+  };
+
+  std::unique_ptr<host::InputFile> OpenForInput(std::string_view path) override {
+    ++opens;
+    File& file = Get(path);
+    if (file.lockedAttempts > 0) {
+      --file.lockedAttempts;
+      throw basic::Error(70, "fake files", "Permission denied");
+    }
+    struct Input final : host::InputFile {
+      std::string content;
+      host::Bytes ReadAll() override {
+        host::Bytes bytes{std::make_unique<char[]>(content.size() + 1), content.size()};
+        std::memcpy(bytes.data.get(), content.data(), content.size());
+        return bytes;
+      }
+    };
+    auto input = std::make_unique<Input>();
+    input->content = file.content;
+    return input;
+  }
+  void Append(std::string_view path, std::string_view text) override {
+    files[std::string(path)].content += text;
+  }
+  void Kill(std::string_view path) override {
+    Get(path);
+    files.erase(std::string(path));
+  }
+  basic::Date FileDateTime(std::string_view path) const override {
+    return {const_cast<Files*>(this)->Get(path).date};
+  }
+  std::string TempPath() const override { return "/tmp/"; }
+  std::string TempFileName(std::string_view folder, std::string_view prefix) override {
+    return std::string(folder) + std::string(prefix) + "1.tmp";
+  }
+
+  /// New content with a later date.
+  void Write(const std::string& path, std::string content) {
+    File& file = files[path];
+    file.content = std::move(content);
+    file.date += 0.001;
+  }
+
+  std::map<std::string, File> files;
+  int opens = 0;
+
+ private:
+  File& Get(std::string_view path) {
+    const auto found = files.find(std::string(path));
+    if (found == files.end()) throw basic::Error(53, "fake files", "File not found: " + std::string(path));
+    return found->second;
+  }
+};
+
+class Module final : public host::Module {
+ public:
+  std::string Title() const override { return "Corvane Lumenfold 2000"; }
+  std::string EXEName() const override { return "lumenfold"; }
+  std::string Path() const override { return "/addin"; }
+  std::int32_t Major() const override { return 1; }
+  std::int32_t Minor() const override { return 2; }
+  std::int32_t Revision() const override { return 3; }
+};
+
+class Settings final : public host::Settings {
+ public:
+  std::string GetSetting(std::string_view application, std::string_view section,
+                         std::string_view key) const override {
+    if (application != "Corvane Lumenfold 2000" || section != "Info") return {};
+    const auto found = info.find(std::string(key));
+    return found == info.end() ? std::string() : found->second;
+  }
+  std::map<std::string, std::string> info;
+};
+
+class MessageBox final : public host::MessageBox {
+ public:
+  struct Shown {
+    std::string text;
+    std::int32_t style;
+    std::string title;
+  };
+  host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override {
+    shown.push_back({std::string(text), style, std::string(title)});
+    return answer;
+  }
+  std::vector<Shown> shown;
+  host::MsgBoxResult answer = host::MsgBoxResult::Yes;
+};
+
+class Meter final : public host::ProgressMeter {
+ public:
+  void Show(std::string_view caption, std::int32_t maximum) override {
+    log.push_back("show " + std::string(caption) + " " + std::to_string(maximum));
+  }
+  void Text(std::string_view text) override { log.emplace_back(text); }
+  void Step() override { log.emplace_back("step"); }
+  void Close() override { log.emplace_back("close"); }
+  std::vector<std::string> log;
+};
+
+class Shell final : public host::Shell {
+ public:
+  bool ShellExecute(std::string_view verb, std::string_view file, std::int32_t showCommand) override {
+    executed.push_back(std::string(verb) + " " + std::string(file) + " " + std::to_string(showCommand));
+    return true;
+  }
+  std::int64_t HtmlHelp(std::int64_t, std::string_view file, std::uint32_t command,
+                        std::uint32_t data) override {
+    executed.push_back("help " + std::string(file) + " " + std::to_string(command) + " " +
+                       std::to_string(data));
+    return 7;
+  }
+  std::optional<std::string> ComputerName() const override { return computer; }
+  std::optional<Browsed> BrowseForFolder(std::int64_t, std::string_view, std::optional<std::int32_t>,
+                                         std::uint32_t flags) override {
+    browseFlags = flags;
+    return browsed;
+  }
+  std::vector<std::string> executed;
+  std::optional<std::string> computer = "GATE7";
+  std::optional<Browsed> browsed;
+  std::uint32_t browseFlags = 0;
+};
+
+/// Keys with typed values; a handle is a place in the list, plus one.
+class Registry final : public host::Registry {
+ public:
+  struct Value {
+    std::uint32_t type;
+    std::vector<unsigned char> data;
+  };
+  static constexpr std::int32_t NotFound = 2;
+
+  std::int32_t OpenKey(Key, std::string_view subkey, std::uint32_t, Key& opened) override {
+    const auto found = std::find(names_.begin(), names_.end(), subkey);
+    if (found == names_.end()) return NotFound;
+    opened = static_cast<Key>(found - names_.begin()) + 1;
+    ++openKeys;
+    return 0;
+  }
+  std::int32_t CreateKey(Key root, std::string_view subkey, Key& opened) override {
+    if (readOnly) return 5;
+    if (std::find(names_.begin(), names_.end(), subkey) == names_.end()) names_.emplace_back(subkey);
+    return OpenKey(root, subkey, 0, opened);
+  }
+  std::int32_t DeleteKey(Key, std::string_view subkey) override {
+    return std::erase(names_, subkey) ? 0 : NotFound;
+  }
+  std::int32_t CloseKey(Key) override {
+    --openKeys;
+    return 0;
+  }
+  std::int32_t QueryValue(Key key, std::string_view name, std::uint32_t& type,
+                          std::vector<unsigned char>* data, std::uint32_t& size) override {
+    const auto found = values_.find({key, std::string(name)});
+    if (found == values_.end()) return NotFound;
+    type = found->second.type;
+    if (data && size != 0 && found->second.data.size() > size) return 234;
+    size = static_cast<std::uint32_t>(found->second.data.size());
+    if (data) *data = found->second.data;
+    return 0;
+  }
+  std::int32_t SetValue(Key key, std::string_view name, std::uint32_t type,
+                        const std::vector<unsigned char>& data) override {
+    values_[{key, std::string(name)}] = {type, data};
+    return 0;
+  }
+  std::int32_t DeleteValue(Key key, std::string_view name) override {
+    return values_.erase({key, std::string(name)}) ? 0 : NotFound;
+  }
+
+  bool readOnly = false;
+  int openKeys = 0;
+
+ private:
+  std::vector<std::string> names_;
+  std::map<std::pair<Key, std::string>, Value> values_;
+};
+
+/// One of each, in force while the machine lives. Starts the system afresh.
+class Machine {
+ public:
+  Machine();
+  ~Machine();
+  Machine(const Machine&) = delete;
+  Machine& operator=(const Machine&) = delete;
+
+  Loop loop;
+  Clock clock{loop};
+  Files files;
+  Module module;
+  Settings settings;
+  MessageBox messageBox;
+  Meter meter;
+  Shell shell;
+  Registry registry;
+  ado::Factory ado;
+
+  /// Replaces the data components, for a test that brings its own.
+  void UseAdo(ADODB::Factory* factory);
+
+ private:
+  host::Services services_;
+};
+
+}  // namespace fakes

@@ -1,0 +1,186 @@
+// Logs, the rule of reporting errors, paths, the registry and the small helpers.
+
+#include <gtest/gtest.h>
+
+#include "addin/modBrowsers.h"
+#include "addin/modDebug.h"
+#include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
+#include "addin/modHelp.h"
+#include "addin/modRegistry.h"
+#include "fakes/FakeServices.h"
+
+namespace LF2000 {
+namespace {
+
+using modDebug::DebugKind;
+
+struct SupportTest : testing::Test {
+  fakes::Machine machine;
+  std::string DebugLog() { return machine.files.files["/addin/lumenfold.dbg"].content; }
+  std::string ErrorsLog() { return machine.files.files["/addin/errors.txt"].content; }
+  static void Fail(std::int32_t number, const std::string& description) {
+    try {
+      throw basic::Error(number, "LF2000", description);
+    } catch (...) {
+      modErrors::SetLastError();
+    }
+  }
+};
+
+TEST_F(SupportTest, DebugLogIsWrittenOnlyWhenOnAndStartsAfreshOnce) {
+  machine.files.files["/addin/lumenfold.dbg"].content = "old run\r\n";
+  modDebug::WriteDebugLog(DebugKind::Event, "Connect", "unseen");
+  EXPECT_EQ(DebugLog(), "old run\r\n");
+
+  modDebug::DebugOn = true;
+  modDebug::WriteDebugLog(DebugKind::Event, "Connect", "OnConnection");
+  modDebug::WriteDebugLog(static_cast<DebugKind>(4), "Connect", "odd");
+  EXPECT_EQ(DebugLog(),
+            "2/3/2026 12:00:00 PM.000 Event        OnConnection\r\n"
+            "2/3/2026 12:00:00 PM.000  odd\r\n");
+}
+
+TEST_F(SupportTest, MillisecondsArePaddedOnTheRight) {
+  const std::pair<float, const char*> cases[] = {
+      {100.0F, ".000 "}, {100.0078125F, ".700 "}, {100.125F, ".125 "}, {100.046875F, ".460 "}};
+  for (const auto& [timer, expected] : cases) {
+    machine.clock.timerStart = timer;
+    modErrors::AppendLogLine("/log", "x");
+    EXPECT_NE(machine.files.files["/log"].content.find(expected), std::string::npos) << timer;
+    machine.files.files.clear();
+  }
+}
+
+TEST_F(SupportTest, ErrorsAreShownWithoutAShowAndLoggedDuringOne) {
+  Fail(53, "File not found");
+  machine.messageBox.answer = host::MsgBoxResult::Cancel;
+  EXPECT_EQ(modErrors::ReportError(modErrors::FillingValues), host::MsgBoxResult::Cancel);
+  modErrors::ReportError();
+  ASSERT_EQ(machine.messageBox.shown.size(), 2U);
+  EXPECT_EQ(machine.messageBox.shown[0].text, "Error while filling values. \r\nFile not found");
+  EXPECT_EQ(machine.messageBox.shown[0].style, 49);
+  EXPECT_EQ(machine.messageBox.shown[0].title, "Corvane Lumenfold 2000");
+  EXPECT_EQ(machine.messageBox.shown[1].text, "File not found");
+  EXPECT_EQ(machine.messageBox.shown[1].style, 48);
+  EXPECT_EQ(ErrorsLog(), "");
+  EXPECT_FALSE(modErrors::ErrorsOccurred);
+
+  modErrors::SlideShowRunning = true;
+  modErrors::ReportError(modErrors::FillingValues);
+  modErrors::ReportError();
+  EXPECT_EQ(machine.messageBox.shown.size(), 2U);
+  EXPECT_TRUE(modErrors::ErrorsOccurred);
+  EXPECT_EQ(ErrorsLog(),
+            "2/3/2026 12:00:00 PM.000 File not found (-2147221491-LF2000)\r\n"
+            "2/3/2026 12:00:00 PM.000 File not found (53-LF2000)\r\n");
+  modErrors::OpenErrorLog();
+  EXPECT_EQ(machine.shell.executed, std::vector<std::string>{"open /addin/errors.txt 5"});
+}
+
+TEST_F(SupportTest, RaisedTextsAreFilled) {
+  try {
+    modErrors::RaiseError(modErrors::RetrievingValue, "Price", "3", "why");
+  } catch (const basic::Error& error) {
+    EXPECT_EQ(error.number, -2147221487);
+    EXPECT_EQ(error.description, "Error while retrieving value of column Price of row 3.\r\nwhy");
+  }
+}
+
+TEST_F(SupportTest, PathsResolveAgainstThePresentation) {
+  const struct {
+    const char* path;
+    const char* base;
+    const char* resolved;
+  } cases[] = {
+      {"", "/decks/a.pptx", ""},
+      {"data.txt", "/decks/a.pptx", "/decks/data.txt"},
+      {"sub\\data.txt", "/decks/a.pptx", "/decks/sub/data.txt"},
+      {"sub\\data.txt", "C:\\decks\\a.pptx", "C:\\decks\\sub\\data.txt"},
+      {"/srv/data.txt", "/decks/a.pptx", "/srv/data.txt"},
+      {"C:\\data\\x.txt", "/decks/a.pptx", "C:\\data\\x.txt"},
+      {"\\\\server\\share\\x.txt", "/decks/a.pptx", "\\\\server\\share\\x.txt"},
+      {"Https://host/x", "/decks/a.pptx", "Https://host/x"},
+      {"[LUMENFOLDFOLDER]/x.txt", "/decks/a.pptx", "/addin/x.txt"},
+      {"[lumenfoldfolder]/x.txt", "/decks/a.pptx", "/decks/[lumenfoldfolder]/x.txt"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(modGlobalFunctions::ResolvePath(c.path, c.base), c.resolved) << c.path;
+
+  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString(
+                "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=stock.mdb;Mode=Read", "/decks/a.pptx"),
+            "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/decks/stock.mdb;Mode=Read");
+  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString("DSN=stock;Data Source=x", "/decks/a.pptx"),
+            "DSN=stock;Data Source=x");
+}
+
+TEST_F(SupportTest, SmallHelpersFollowTheirRules) {
+  EXPECT_EQ(modGlobalFunctions::PreviewValue("hh:nn", 1), "12:00");
+  EXPECT_EQ(modGlobalFunctions::PreviewValue("hh:nn", 3), "hh:nn");
+  for (const int kind : {2, 4, 5, 6}) EXPECT_EQ(modGlobalFunctions::PreviewValue("x", kind), "[n/a]");
+  for (const int kind : {0, 7}) EXPECT_EQ(modGlobalFunctions::PreviewValue("x", kind), "");
+
+  std::string prefix;
+  EXPECT_EQ(modGlobalFunctions::MakeTempFileName(prefix), "/tmp/TMP1.tmp");
+  EXPECT_EQ(prefix, "TMP");
+
+  EXPECT_EQ(modGlobalFunctions::LocalComputerName(), "GATE7");
+  machine.shell.computer.reset();
+  EXPECT_EQ(modGlobalFunctions::LocalComputerName(), "");
+
+  modGlobalFunctions::OpenUrl("example.org", 1);
+  modGlobalFunctions::OpenUrl("hTTp://example.org", 1);
+  EXPECT_EQ(modHelp::ShowHelp(0, "a.chm"), 7);
+  modHelp::ShowHelp(0, "a.chm", 12);
+  EXPECT_EQ(machine.shell.executed,
+            (std::vector<std::string>{"open http://example.org 1", "open hTTp://example.org 1",
+                                      "help a.chm 0 0", "help a.chm 15 12"}));
+
+  EXPECT_EQ(modBrowsers::BrowseForFolder(0, "t"), "");
+  machine.shell.browsed = host::Shell::Browsed{"PC1", "/data"};
+  EXPECT_EQ(modBrowsers::BrowseForFolder(0, "t"), "/data");
+  EXPECT_EQ(modBrowsers::BrowseForComputer(0, "t"), "PC1");
+  EXPECT_EQ(machine.shell.browseFlags, 0x1000U);
+}
+
+TEST_F(SupportTest, RegistryEntriesKeepTheirTypes) {
+  modRegistry::SaveEntryString(1, "Software\\X", "Name", "gate");
+  modRegistry::SaveEntryLong(1, "Software\\X", "Count", -5);
+  modRegistry::SaveEntryBinary(1, "Software\\X", "Raw", {1, 2});
+  EXPECT_EQ(modRegistry::GetEntryString(1, "Software\\X", "Name"), "gate");
+  EXPECT_EQ(modRegistry::GetEntryLong(1, "Software\\X", "Count"), -5);
+  EXPECT_EQ(modRegistry::GetEntryBinary(1, "Software\\X", "Raw"), (std::vector<unsigned char>{1, 2}));
+  EXPECT_EQ(modRegistry::GetEntryString(0, "Software\\X", "Name"), "");
+  modRegistry::SaveEntryString(1, "Software\\X", "Long", std::string(300, 'x'));
+
+  const std::pair<std::function<void()>, std::pair<const char*, const char*>> failures[] = {
+      {[] { (void)modRegistry::GetEntryString(1, "Nowhere", "Name"); }, {"GetEntryString", "Key not found"}},
+      {[] { (void)modRegistry::GetEntryString(1, "Software\\X", "?"); },
+       {"GetEntryString", "Key entry not found"}},
+      {[] { (void)modRegistry::GetEntryString(1, "Software\\X", "Count"); },
+       {"GetEntryString", "Key entry type not string"}},
+      {[] { (void)modRegistry::GetEntryString(1, "Software\\X", "Long"); },
+       {"GetEntryString", "Key entry could not be read"}},
+      {[] { (void)modRegistry::GetEntryLong(1, "Software\\X", "Name"); },
+       {"GetEntryLong", "Key entry not type long"}},
+      {[] { modRegistry::SaveEntryString(1, "Software\\X", "A b", ""); },
+       {"SaveEntryString", "No spaces allowed in the Entry name"}},
+      {[] { modRegistry::DeleteKey(1, ""); }, {"DeleteKey", "No subkey specified"}},
+      {[] { modRegistry::DeleteKeyEntry(1, "Software\\X", ""); },
+       {"DeleteKeyEntry", "Key entry not specified"}},
+  };
+  for (const auto& [operation, expected] : failures) {
+    try {
+      operation();
+      ADD_FAILURE() << expected.second;
+    } catch (const basic::Error& error) {
+      EXPECT_EQ(error.number, -2147212504);
+      EXPECT_EQ(error.source, expected.first);
+      EXPECT_EQ(error.description, expected.second);
+    }
+  }
+  EXPECT_EQ(machine.registry.openKeys, 0);
+}
+
+}  // namespace
+}  // namespace LF2000
