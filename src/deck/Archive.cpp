@@ -2,7 +2,10 @@
 
 #include <zip.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <new>
 
 #include "deck/Failure.h"
 
@@ -33,15 +36,32 @@ struct FreeSource {
 };
 using Source = std::unique_ptr<zip_source_t, FreeSource>;
 
-/// Takes hold of the bytes without copying them.
-zip_t* openZip(std::string_view bytes, int flags, Source* kept) {
-  ZipError error;
-  zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, error.get());
+zip_source_t* check(zip_source_t* source, ZipError& error) {
   if (source == nullptr) fail(error.text());
-  if (kept != nullptr) {
-    zip_source_keep(source);
-    kept->reset(source);
-  }
+  return source;
+}
+
+/// Looks at the bytes where they are.
+zip_source_t* sourceOver(std::string_view bytes) {
+  ZipError error;
+  return check(zip_source_buffer_create(bytes.data(), bytes.size(), 0, error.get()), error);
+}
+
+/// Owns a copy: a source that is written to must, for the library's in-memory
+/// writer frees what it began with.
+zip_source_t* sourceWith(std::string_view bytes) {
+  void* copy = std::malloc(bytes.size());
+  if (copy == nullptr) throw std::bad_alloc();
+  std::memcpy(copy, bytes.data(), bytes.size());
+  ZipError error;
+  zip_source_t* source = zip_source_buffer_create(copy, bytes.size(), 1, error.get());
+  if (source == nullptr) std::free(copy);
+  return check(source, error);
+}
+
+/// Takes the source over, also when it fails.
+zip_t* openZip(zip_source_t* source, std::string_view bytes, int flags) {
+  ZipError error;
   zip_t* zip = zip_open_from_source(source, flags, error.get());
   if (zip == nullptr) {
     zip_source_free(source);
@@ -75,7 +95,8 @@ std::string readSource(zip_source_t* source) {
 
 }  // namespace
 
-Archive::Archive(std::string bytes) : bytes_(std::move(bytes)), zip_(openZip(bytes_, ZIP_RDONLY, nullptr)) {
+Archive::Archive(std::string bytes)
+    : bytes_(std::move(bytes)), zip_(openZip(sourceOver(bytes_), bytes_, ZIP_RDONLY)) {
   const zip_int64_t count = zip_get_num_entries(zip_, 0);
   entries_.reserve(static_cast<std::size_t>(count));
   for (zip_int64_t i = 0; i < count; ++i) {
@@ -97,19 +118,20 @@ std::string Archive::read(std::int64_t index) const {
   const zip_int64_t got = zip_fread(file.get(), content.data(), entry.size);
   // The read that meets the end verifies the checksum.
   char beyond = 0;
-  if (got < 0 || zip_fread(file.get(), &beyond, 1) < 0) {
-    fail("entry " + inQuotes(entry.name) + ": " + zip_file_strerror(file.get()));
-  }
-  if (static_cast<std::uint64_t>(got) != entry.size) {
-    fail("entry " + inQuotes(entry.name) + " is shorter than the archive's directory says");
+  const zip_int64_t more = got < 0 ? got : zip_fread(file.get(), &beyond, 1);
+  if (more < 0) fail("entry " + inQuotes(entry.name) + ": " + zip_file_strerror(file.get()));
+  if (static_cast<std::uint64_t>(got) != entry.size || more > 0) {
+    fail("entry " + inQuotes(entry.name) + " has not the size that the archive's directory says");
   }
   return content;
 }
 
 std::string Archive::with(const std::vector<Change>& changes) const {
   if (changes.empty()) return bytes_;
-  Source result;
-  std::unique_ptr<zip_t, Discard> zip(openZip(bytes_, 0, &result));
+  zip_source_t* source = sourceWith(bytes_);
+  zip_source_keep(source);
+  const Source result(source);
+  std::unique_ptr<zip_t, Discard> zip(openZip(source, bytes_, 0));
   for (const Change& change : changes) {
     if (change.remove) {
       check(zip.get(), zip_delete(zip.get(), static_cast<zip_uint64_t>(change.index)) == 0, change.name);

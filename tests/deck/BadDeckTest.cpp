@@ -1,0 +1,165 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <functional>
+
+#include "basic/Error.h"
+#include "deck/Application.h"
+#include "deck/DeckBuilder.h"
+#include "deck/TemporaryFolder.h"
+
+// What is no presentation, or a broken one, is refused with a sentence that
+// names the file and tells why.
+
+namespace deck::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+std::string errorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const basic::Error& error) {
+    return error.description;
+  }
+  return "no error";
+}
+
+DeckBuilder oneSlide() {
+  DeckBuilder deck;
+  deck.addSlide(textShape(2, "Price", "12.50"));
+  return deck;
+}
+
+/// An OLE compound file as far as a look at its directory goes.
+std::string compoundFile(const std::string& streamName) {
+  std::string bytes(512 + 3 * 128, '\0');
+  bytes.replace(0, 8, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
+  for (std::size_t i = 0; i < streamName.size(); ++i) bytes[512 + 2 * 128 + 2 * i] = streamName[i];
+  return bytes;
+}
+
+std::string withPart(const std::string& name, const std::string& content) {
+  DeckBuilder deck = oneSlide();
+  deck.part(name, content);
+  return deck.bytes();
+}
+
+std::string without(const std::string& name) {
+  DeckBuilder deck = oneSlide();
+  deck.removePart(name);
+  return deck.bytes();
+}
+
+std::string withEntry(ZipEntry entry) {
+  std::vector<ZipEntry> entries = oneSlide().entries();
+  entries.push_back(std::move(entry));
+  return zipOf(entries);
+}
+
+std::string corrupted() {
+  std::string bytes = oneSlide().bytes();
+  const std::size_t name = bytes.find("ppt/slides/slide1.xml");
+  bytes[name + 60] = static_cast<char>(bytes[name + 60] ^ 0x55);
+  return bytes;
+}
+
+std::string nested() {
+  std::string open;
+  std::string close;
+  for (int i = 0; i < 200000; ++i) {
+    open += "<a>";
+    close += "</a>";
+  }
+  return open + close;
+}
+
+struct BadDeck {
+  const char* title;
+  std::string bytes;
+  const char* says;
+};
+
+TEST(BadDeckTest, IsRefusedWithTheReason) {
+  const std::string whole = oneSlide().bytes();
+  const std::string slide = "ppt/slides/slide1.xml";
+  const std::vector<BadDeck> cases{
+      {"empty file", "", "the file is empty"},
+      {"text", "Dear colleague,", "no ZIP archive"},
+      {"half a deck", whole.substr(0, whole.size() / 2), "damaged or not complete"},
+      {"no end record", whole.substr(0, whole.size() - 30), "damaged or not complete"},
+      {"flipped byte", corrupted(), "ppt/slides/slide1.xml"},
+      {"encrypted", compoundFile("EncryptedPackage"), "encrypted"},
+      {"binary", compoundFile("PowerPoint Document"), "binary format of PowerPoint 97 to 2003"},
+      {"other compound file", compoundFile("WordDocument"), "OLE compound file"},
+      {"no content types", without("[Content_Types].xml"), "[Content_Types].xml is missing"},
+      {"no relationships", without("_rels/.rels"), "presentation part is missing"},
+      {"no presentation part", without("ppt/presentation.xml"), "presentation part is missing"},
+      {"no slide part", without(slide), "slide 1: its part slides/slide1.xml is missing"},
+      {"no slide relationship", without("ppt/_rels/presentation.xml.rels"),
+       "relationship 'rId101', which is missing"},
+      {"another document", withPart("ppt/presentation.xml", "<w:document/>"), "no presentation"},
+      {"not a slide", withPart(slide, "<p:sldLayout/>"), "ppt/slides/slide1.xml holds no slide"},
+      {"open tag", withPart(slide, "<p:sld>\n  <p:cSld>\n</p:sld>"),
+       "part ppt/slides/slide1.xml is not well-formed XML: line 3, column"},
+      {"no XML", withPart(slide, "slide"), "part ppt/slides/slide1.xml is not well-formed XML"},
+      {"declared entities",
+       withPart(slide,
+                "<!DOCTYPE p:sld [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;\">]><p:sld>&b;</p:sld>"),
+       "document type declaration"},
+      {"external entity", withPart(slide, "<!DOCTYPE p:sld SYSTEM \"file:///etc/passwd\"><p:sld/>"),
+       "document type declaration"},
+      {"bottomless nesting", withPart(slide, nested()), "nested too deeply"},
+      {"path upwards", withEntry({"../../etc/cron.d/x", "x"}), "leads out of the archive"},
+      {"path upwards, backslashes", withEntry({"ppt\\..\\..\\x", "x"}), "leads out of the archive"},
+      {"absolute path", withEntry({"/etc/passwd", "x"}), "leads out of the archive"},
+      {"two of a name", withEntry({"PPT/Slides/Slide1.xml", "<p:sld/>"}), "two entries of the name"},
+      {"bomb by ratio", withEntry({"ppt/media/a.bin", std::string(64U << 20U, '\0')}), "more than 300 times"},
+      {"bomb by size", withEntry({"ppt/media/a.bin", "x", true, 0x5A21, 0, 0x40000000}),
+       "would inflate to 1024 MB"},
+  };
+  for (const BadDeck& bad : cases) {
+    SCOPED_TRACE(bad.title);
+    const TemporaryFolder folder;
+    const std::string path = folder.write("bad.pptx", bad.bytes);
+    const auto application = std::make_shared<Application>();
+    EXPECT_THAT(errorOf([&] { application->open(path); }), AllOf(HasSubstr(bad.says), HasSubstr(path)));
+    EXPECT_EQ(application->Presentations()->Count(), 0);
+  }
+}
+
+TEST(BadDeckTest, ASizeThatLiesIsFoundOut) {
+  for (const std::uint32_t claimed : {1U, 1000U}) {
+    DeckBuilder deck = oneSlide();
+    std::vector<ZipEntry> entries = deck.entries();
+    entries.push_back({"ppt/media/a.bin", "twelve bytes", true, 0x5A21, 0, claimed});
+    const auto package = Package::fromBytes(zipOf(entries), "liar.pptx");
+    EXPECT_THROW(static_cast<void>(package->part("ppt/media/a.bin").bytes()), basic::Error) << claimed;
+  }
+}
+
+TEST(BadDeckTest, TheWholeMayNotInflateBeyondItsLimit) {
+  Limits limits;
+  limits.totalBytes = 1000;
+  EXPECT_THAT(errorOf([&] { static_cast<void>(Package::fromBytes(oneSlide().bytes(), "big.pptx", limits)); }),
+              HasSubstr("would inflate to more than"));
+}
+
+TEST(BadDeckTest, WhatIsNoReadableFileIsNamed) {
+  const TemporaryFolder folder;
+  const auto application = std::make_shared<Application>();
+  const std::string missing = (folder.path() / "missing.pptx").string();
+  EXPECT_THAT(errorOf([&] { application->open(missing); }),
+              AllOf(HasSubstr(missing), HasSubstr("No such file")));
+  EXPECT_THAT(errorOf([&] { application->open(folder.path().string()); }), HasSubstr("it is a folder"));
+  const std::string pipe = (folder.path() / "pipe").string();
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_THAT(errorOf([&] { application->open(pipe); }), HasSubstr("no regular file"));
+}
+
+}  // namespace
+}  // namespace deck::test
