@@ -32,8 +32,6 @@ void Broadcast::start() {
 void Broadcast::beat() {
   static const SharedMessage visible = heartbeatMessage(true);
   static const SharedMessage silent = heartbeatMessage(false);
-  screens_.closeStuck();
-  programs_.closeStuck();
   screens_.send(visible);
   programs_.send(silent);
   start();

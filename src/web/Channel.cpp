@@ -1,8 +1,6 @@
 #include "web/Channel.h"
 
-#include <chrono>
 #include <utility>
-#include <vector>
 
 namespace web {
 
@@ -28,14 +26,6 @@ void Channel::publish(const Build& build) {
 
 void Channel::send(const SharedMessage& message) {
   for (const auto& [key, stream] : streams_) stream->push(message);
-}
-
-void Channel::closeStuck() {
-  const auto now = std::chrono::steady_clock::now();
-  std::vector<std::shared_ptr<EventStream>> all;  // as streams leave the map meanwhile
-  all.reserve(streams_.size());
-  for (const auto& [key, stream] : streams_) all.push_back(stream);
-  for (const auto& stream : all) stream->closeIfStuck(now);
 }
 
 void Channel::finish(const Build& build) {

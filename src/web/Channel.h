@@ -29,8 +29,6 @@ class Channel : private EventStream::Source {
   void publish(const Build& build);
   /// Sends something that does not count.
   void send(const SharedMessage& message);
-  /// Drops the streams whose reader is stuck.
-  void closeStuck();
   /// Sends the last event on every stream and closes them.
   void finish(const Build& build);
   void close();

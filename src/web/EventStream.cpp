@@ -19,8 +19,9 @@ EventStream::EventStream(asio::ip::tcp::socket socket, Source& source, const Opt
   error_code ignored;  // each of these only makes a good stream better
   socket_.set_option(asio::ip::tcp::no_delay(true), ignored);
   socket_.set_option(asio::socket_base::send_buffer_size(options.streamSendBuffer), ignored);
-  // A reader whose machine has vanished acknowledges nothing any more; without
-  // this the kernel would go on trying for a quarter of an hour.
+  // The kernel cuts the connection when the reader takes nothing for so long; a
+  // machine that vanished would else be waited for a quarter of an hour, and a
+  // browser that hangs for ever.
   const auto patience = static_cast<unsigned>(options.writeTimeout.count());
   ::setsockopt(socket_.native_handle(), IPPROTO_TCP, TCP_USER_TIMEOUT, &patience, sizeof patience);
 }
@@ -73,10 +74,6 @@ void EventStream::close() {
   deadline_.cancel();
 }
 
-void EventStream::closeIfStuck(std::chrono::steady_clock::time_point now) {
-  if (!inFlight_.empty() && now - writingSince_ > options_.timeToWrite(unsent_)) leave();
-}
-
 /// Readers of a stream have nothing to say: whatever arrives, end of file above
 /// all, is the end.
 void EventStream::watch() {
@@ -92,7 +89,6 @@ void EventStream::enqueue(SharedMessage message) {
 void EventStream::write() {
   if (closed_ || !inFlight_.empty() || queue_.empty()) return;
   inFlight_.swap(queue_);
-  writingSince_ = std::chrono::steady_clock::now();
   std::vector<asio::const_buffer> buffers;
   buffers.reserve(inFlight_.size());
   for (const SharedMessage& message : inFlight_) buffers.emplace_back(asio::buffer(message->bytes));

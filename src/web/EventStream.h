@@ -2,7 +2,6 @@
 
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -41,9 +40,6 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
   void finish(SharedMessage last);
   /// Closes at once, without telling the source.
   void close();
-  /// Closes, and tells the source, if a write takes longer than
-  /// Options::timeToWrite().
-  void closeIfStuck(std::chrono::steady_clock::time_point now);
 
  private:
   void watch();
@@ -60,7 +56,6 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
   std::vector<SharedMessage> inFlight_;
   /// Bytes of both.
   std::size_t unsent_ = 0;
-  std::chrono::steady_clock::time_point writingSince_;
   char scrap_ = 0;
   /// The queue was dropped: the next thing to send is the whole state.
   bool behind_ = false;

@@ -28,8 +28,8 @@ struct Options {
   std::chrono::milliseconds requestTimeout{10'000};
   /// A connection that has been answered may wait this long for its next request.
   std::chrono::milliseconds idleTimeout{60'000};
-  /// A reader that has not taken what was sent after this time is dropped; see
-  /// timeToWrite().
+  /// The reader of a stream that takes nothing for so long is dropped; for other
+  /// answers see timeToWrite().
   std::chrono::milliseconds writeTimeout{30'000};
   /// After stop(), connections that are still busy are cut after this time.
   std::chrono::milliseconds stopTimeout{2'000};
@@ -47,7 +47,7 @@ struct Options {
   /// Hears of failures inside the show that a request met.
   std::function<void(const basic::Error&)> onError;
 
-  /// The time allowed for sending so many bytes: writeTimeout and one second for
+  /// The time allowed for an answer of so many bytes: writeTimeout and one second for
   /// every 64 KiB.
   [[nodiscard]] std::chrono::milliseconds timeToWrite(std::size_t bytes) const {
     return writeTimeout + std::chrono::milliseconds(bytes / 64);

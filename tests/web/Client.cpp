@@ -32,7 +32,10 @@ void Client::send(std::string_view bytes) {
   while (!bytes.empty()) {
     error_code failed;
     bytes.remove_prefix(socket_.write_some(asio::buffer(bytes.data(), bytes.size()), failed));
-    if (failed && failed != asio::error::would_block) return;  // the server has hung up, as some tests want
+    if (failed && failed != asio::error::would_block) {
+      cut_ = true;
+      return;
+    }
     loop_.poll();
   }
 }
@@ -43,6 +46,7 @@ bool Client::receive() {
     error_code failed;
     const std::size_t size = socket_.read_some(asio::buffer(piece), failed);
     received_.append(piece.data(), size);
+    cut_ = cut_ || (failed && failed != asio::error::would_block && failed != asio::error::eof);
     if (failed) return failed == asio::error::would_block;
   }
 }
@@ -141,6 +145,7 @@ void Client::unchunk() {
 std::optional<Event> Client::takeEvent() {
   const std::size_t end = text_.find("\n\n");
   if (end == std::string::npos) return std::nullopt;
+  if (text_.find('\r') < end) throw std::runtime_error("a line break of another kind");
   Event event;
   for (std::size_t at = 0; at < end + 1;) {
     const std::size_t next = text_.find('\n', at);

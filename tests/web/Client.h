@@ -39,6 +39,8 @@ class Client {
   bool receive();
   /// All bytes until the server closes.
   std::string receiveAll();
+  /// Whether the server has cut the connection rather than closed it.
+  [[nodiscard]] bool wasCut() const { return cut_; }
   /// The next answer; `hasBody` is false for an answer to HEAD.
   Answer answer(bool hasBody = true);
   Answer get(std::string_view path, std::string_view moreHeaders = {});
@@ -65,6 +67,7 @@ class Client {
   std::string text_;
   bool headRead_ = false;
   bool complete_ = false;
+  bool cut_ = false;
 };
 
 }  // namespace web::test

@@ -79,6 +79,10 @@ TEST_F(StreamTest, GivesProgramsTheStateAndThenValuesBySlide) {
   EXPECT_EQ("end", end.name);
   EXPECT_EQ(*position.id + 1, end.id);
   EXPECT_EQ(R"({"reason":"show"})", end.data);
+  server().slideChanged();
+  server().slideChanged();
+  EXPECT_EQ("position", program.event().name);
+  EXPECT_EQ("position", program.event().name);
 }
 
 TEST_F(StreamTest, CarriesAnyTextUnharmed) {
@@ -204,6 +208,7 @@ TEST_F(StreamTest, ShowsSignsOfLife) {
 }
 
 TEST_F(StreamTest, EndsItsStreamsWhenItStops) {
+  options.stopTimeout = std::chrono::hours(1);
   Client screen = open("/screen/events");
   Client program = open("/api/v1/events");
   const Event picture = screen.event();
@@ -217,9 +222,20 @@ TEST_F(StreamTest, EndsItsStreamsWhenItStops) {
     EXPECT_EQ("", client->receiveAll());
   }
   server().shapesChanged({change(1, "late")});
-  loop.restart();
-  loop.run();
+  EXPECT_TRUE(until([&] { return loop.stopped(); }));
   EXPECT_EQ(0U, server().screens() + server().programs());
+}
+
+TEST_F(StreamTest, CutsAReaderThatHoldsUpItsEnd) {
+  options.stopTimeout = std::chrono::milliseconds(20);
+  options.streamSendBuffer = 4 * 1024;
+  show.shown.current->html = std::string(1024 * 1024, '.');
+  Client asleep = connect(4 * 1024);
+  asleep.open("/screen/events");
+  ASSERT_TRUE(until([&] { return server().screens() == 1; }));
+  server().stop();
+  EXPECT_TRUE(until([&] { return loop.stopped(); }));
+  EXPECT_EQ(0U, server().screens());
 }
 
 TEST_F(StreamTest, CanBeDestroyedInTheMidstOfEverything) {
