@@ -199,13 +199,14 @@ std::vector<ZipEntry> DeckBuilder::entries() const {
       {"ppt/theme/theme1.xml", theme()}};
   all.insert(all.begin(), first.begin(), first.end());
 
+  std::map<std::string, std::size_t> places;
+  for (std::size_t i = 0; i < all.size(); ++i) places.emplace(all[i].first, i);
   for (const auto& added : parts_) {
-    const auto same =
-        std::find_if(all.begin(), all.end(), [&](const auto& part) { return part.first == added.first; });
-    if (same == all.end()) {
+    const auto [place, isNew] = places.emplace(added.first, all.size());
+    if (isNew) {
       all.push_back(added);
     } else {
-      same->second = added.second;
+      all[place->second].second = added.second;
     }
   }
   std::vector<ZipEntry> entries;

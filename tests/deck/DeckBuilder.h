@@ -28,6 +28,8 @@ class DeckBuilder {
 
   /// Adds a slide with these shapes (XML below p:spTree); returns its index from 1.
   int addSlide(const std::string& shapes = {});
+  /// Replaces the shapes of a slide.
+  void shapes(int slide, const std::string& xml) { slides_[at(slide)].shapes = xml; }
   /// Attributes of the slide's root, such as show="0".
   void slideAttributes(int slide, const std::string& attributes) {
     slides_[at(slide)].attributes = attributes;

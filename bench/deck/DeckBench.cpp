@@ -1,0 +1,139 @@
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "deck/Application.h"
+#include "deck/DeckBuilder.h"
+#include "deck/TemporaryFolder.h"
+
+// A deck as a busy screen has it: every slide with twenty linked text shapes,
+// each with its tags in a part of its own. The argument is the number of slides;
+// 100 slides make 2,101 tag parts.
+
+namespace {
+
+using namespace deck::test;
+
+constexpr int ShapesPerSlide = 20;
+
+std::string linkedDeck(int slides) {
+  DeckBuilder deck;
+  deck.presentationTags({{"CORVANE VERSION", "1"},
+                         {"CORVANE DISPLAYTYPE", "1"},
+                         {"CORVANE CONNECTION001", "0\tprices.txt\t1\t;\t"}});
+  for (int slide = 1; slide <= slides; ++slide) {
+    deck.addSlide();
+    std::string shapes;
+    for (int shape = 1; shape <= ShapesPerSlide; ++shape) {
+      const std::string row = std::to_string((slide - 1) * ShapesPerSlide + shape);
+      const std::string target = deck.addTags({{"CORVANE COLUMN TYPE", "2"},
+                                               {"CORVANE COLUMN TAG", "001"},
+                                               {"CORVANE COLUMN COLUMNNAME", "Price"},
+                                               {"CORVANE COLUMN ROW", row}});
+      shapes += textShape(shape + 1, "Text Box " + std::to_string(shape), " ",
+                          tagsReference(deck.relate(slide, "tags", target)));
+    }
+    deck.shapes(slide, shapes);
+    deck.afterShapes(slide, tagsReference(deck.relate(
+                                slide, "tags", deck.addTags({{"CORVANE SLIDE PROPERTIES", "-1\t0\t"}}))));
+  }
+  return deck.bytes();
+}
+
+/// A deck file that lasts for one benchmark.
+struct DeckOnDisk {
+  explicit DeckOnDisk(int slides) : path(folder.write("linked.pptx", linkedDeck(slides))) {}
+  TemporaryFolder folder;
+  std::string path;
+};
+
+std::size_t readTags(PowerPoint::Tags& tags) {
+  std::size_t size = 0;
+  for (std::int32_t i = tags.Count(); i >= 1; --i) size += tags.Name(i).size() + tags.Value(i).size();
+  return size;
+}
+
+/// Reads every tag and text and sets every text, as filling a deck does.
+std::size_t fill(deck::Presentation& presentation, const std::string& value) {
+  std::size_t size = readTags(*presentation.Tags());
+  const auto slides = presentation.Slides();
+  for (std::int32_t i = slides->Count(); i >= 1; --i) {
+    const auto slide = slides->Item(i);
+    size += readTags(*slide->Tags());
+    const auto shapes = slide->Shapes();
+    for (std::int32_t j = shapes->Count(); j >= 1; --j) {
+      const auto shape = shapes->Item(j);
+      size += readTags(*shape->Tags());
+      const auto range = shape->TextFrame()->TextRange();
+      size += range->Text().size();
+      range->Text(value + std::to_string(j));
+    }
+  }
+  return size;
+}
+
+void OpenAndFill(benchmark::State& state) {
+  const DeckOnDisk deck(static_cast<int>(state.range(0)));
+  for (auto _ : state) {
+    const auto application = std::make_shared<deck::Application>();
+    const auto presentation = application->open(deck.path);
+    benchmark::DoNotOptimize(fill(*presentation, "12.50 "));
+  }
+}
+BENCHMARK(OpenAndFill)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+void OpenFillAndSave(benchmark::State& state) {
+  const DeckOnDisk deck(static_cast<int>(state.range(0)));
+  int round = 0;
+  for (auto _ : state) {
+    const auto application = std::make_shared<deck::Application>();
+    const auto presentation = application->open(deck.path);
+    fill(*presentation, std::to_string(++round) + ".50 ");
+    presentation->Save();
+  }
+}
+BENCHMARK(OpenFillAndSave)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+void Open(benchmark::State& state) {
+  const DeckOnDisk deck(static_cast<int>(state.range(0)));
+  for (auto _ : state) {
+    const auto application = std::make_shared<deck::Application>();
+    benchmark::DoNotOptimize(application->open(deck.path));
+  }
+}
+BENCHMARK(Open)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+/// Takes every tag away and adds it again with another row, as relinking does.
+void RelinkEveryShapeAndSave(benchmark::State& state) {
+  const DeckOnDisk deck(static_cast<int>(state.range(0)));
+  int round = 0;
+  for (auto _ : state) {
+    const auto application = std::make_shared<deck::Application>();
+    const auto presentation = application->open(deck.path);
+    ++round;
+    for (std::int32_t i = 1; i <= presentation->slideCount(); ++i) {
+      const auto shapes = presentation->Slides()->Item(i)->Shapes();
+      for (std::int32_t j = shapes->Count(); j >= 1; --j) {
+        const auto tags = shapes->Item(j)->Tags();
+        while (tags->Count() > 0) tags->Delete(tags->Name(tags->Count()));
+        tags->Add("CORVANE COLUMN TYPE", "2");
+        tags->Add("CORVANE COLUMN ROW", std::to_string(round));
+      }
+    }
+    presentation->Save();
+  }
+}
+BENCHMARK(RelinkEveryShapeAndSave)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+/// The clock of a running show: one text, a thousand times.
+void RewriteOneText(benchmark::State& state) {
+  DeckBuilder builder;
+  builder.addSlide(textShape(2, "Clock", "0"));
+  const auto presentation = builder.presentation();
+  const auto range = presentation->Slides()->Item(1)->Shapes()->Item("clock")->TextFrame()->TextRange();
+  int tick = 0;
+  for (auto _ : state) range->Text(std::to_string(++tick));
+}
+BENCHMARK(RewriteOneText);
+
+}  // namespace
