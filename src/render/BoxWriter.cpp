@@ -1,0 +1,115 @@
+#include "render/BoxWriter.h"
+
+#include <cmath>
+#include <numeric>
+
+#include "render/SvgWriter.h"
+#include "render/TextWriter.h"
+
+namespace render {
+
+namespace {
+
+const char* borderStyle(const Line& line) {
+  if (line.dashes.empty()) return "solid";
+  return line.dashes.front() > 1 ? "dashed" : "dotted";
+}
+
+void cssFill(HtmlOut& out, const Fill& fill) {
+  if (const auto* color = std::get_if<Color>(&fill)) {
+    out << "background:" << *color << ';';
+  } else if (const auto* gradient = std::get_if<Gradient>(&fill)) {
+    const bool linear = gradient->shape == Gradient::Shape::Linear;
+    out << "background:" << (linear ? "linear-gradient(" : "radial-gradient(circle");
+    if (linear) out << gradient->angle + 90 << "deg";
+    for (const auto& stop : gradient->stops) out << ',' << stop.color << ' ' << stop.position * 100 << '%';
+    out << ");";
+  } else if (const auto* pattern = std::get_if<PatternFill>(&fill)) {
+    out << "background:" << pattern->background << ';';
+  }
+}
+
+}  // namespace
+
+void BoxWriter::frame(const Box& box) {
+  out_ << " style=\"left:" << box.frame.x << "px;top:" << box.frame.y << "px;width:" << box.frame.w
+       << "px;height:" << box.frame.h << "px";
+  if (std::abs(box.rotation) > 0.005) out_ << ";transform:rotate(" << box.rotation << "deg)";
+  out_ << '"';
+}
+
+void BoxWriter::write(const Box& box, const std::string& elementId, bool isLive) {
+  out_ << "<div class=\"" << (isLive ? "s live" : "s") << "\" id=\"";
+  out_.text(elementId) << '"';
+  if (box.hidden) {
+    out_ << " hidden></div>";
+    return;
+  }
+  frame(box);
+  out_ << '>';
+  content(box, elementId);
+  out_ << "</div>";
+}
+
+void BoxWriter::writeAnonymous(const Box& box, const std::string& idPrefix) {
+  if (box.hidden) return;
+  out_ << "<div class=\"s\"";
+  frame(box);
+  out_ << '>';
+  content(box, idPrefix);
+  out_ << "</div>";
+}
+
+void BoxWriter::content(const Box& box, const std::string& idPrefix) {
+  SvgWriter(out_, idPrefix, assetPrefix_).draw(box);
+  TextWriter(out_).block(box.text, box.textArea, box.textRotation);
+  if (box.table) table(*box.table);
+  int part = 0;
+  for (const auto& child : box.children) writeAnonymous(child, idPrefix + "." + std::to_string(++part));
+}
+
+void BoxWriter::cell(const TableCell& cell) {
+  const auto& p = cell.text.properties;
+  out_ << "<td";
+  if (cell.columnSpan > 1) out_ << " colspan=\"" << cell.columnSpan << '"';
+  if (cell.rowSpan > 1) out_ << " rowspan=\"" << cell.rowSpan << '"';
+  out_ << " style=\"padding:" << p.top << "px " << p.right << "px " << p.bottom << "px " << p.left << "px;";
+  if (p.anchor != Anchor::Top)
+    out_ << "vertical-align:" << (p.anchor == Anchor::Center ? "middle;" : "bottom;");
+  if (p.direction == TextDirection::Down) out_ << "writing-mode:vertical-rl;";
+  if (p.direction == TextDirection::Up) out_ << "writing-mode:sideways-lr;";
+  static constexpr const char* sides[] = {"left", "top", "right", "bottom"};
+  for (int i = 0; i < 4; ++i) {
+    const auto& border = cell.borders[i];
+    if (!border) continue;
+    const auto* color = std::get_if<Color>(&border->fill);
+    if (color == nullptr) continue;
+    out_ << "border-" << sides[i] << ':' << std::max(border->width, 0.75) << "px " << borderStyle(*border)
+         << ' ' << *color << ';';
+  }
+  cssFill(out_, cell.fill);
+  out_ << "\">";
+  TextWriter(out_).paragraphs(cell.text);
+  out_ << "</td>";
+}
+
+void BoxWriter::table(const Table& table) {
+  out_ << "<table style=\"width:" << std::accumulate(table.columns.begin(), table.columns.end(), 0.0)
+       << "px;";
+  cssFill(out_, table.fill);
+  out_ << (table.rightToLeft ? "\" dir=\"rtl\">" : "\">") << "<colgroup>";
+  for (const double width : table.columns) out_ << "<col style=\"width:" << width << "px\">";
+  out_ << "</colgroup>";
+  for (const auto& row : table.rows) {
+    out_ << "<tr style=\"height:" << row.height << "px\">";
+    for (const auto& c : row.cells) cell(c);
+    out_ << "</tr>";
+  }
+  out_ << "</table>";
+}
+
+void BoxWriter::background(const Fill& fill, const std::string& idPrefix, double width, double height) {
+  SvgWriter(out_, idPrefix, assetPrefix_).background(fill, width, height);
+}
+
+}  // namespace render

@@ -1,0 +1,71 @@
+#include "render/HtmlOut.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace render {
+
+HtmlOut& HtmlOut::operator<<(double number) {
+  if (!std::isfinite(number)) number = 0;
+  const auto hundredths = std::llround(std::clamp(number, -1e9, 1e9) * 100);
+  const auto magnitude = hundredths < 0 ? -hundredths : hundredths;
+  if (hundredths < 0) out_ += '-';
+  char digits[24];
+  char* end = digits + sizeof digits;
+  char* at = end;
+  auto whole = magnitude / 100;
+  do {
+    *--at = static_cast<char>('0' + whole % 10);
+    whole /= 10;
+  } while (whole != 0);
+  out_.append(at, end);
+  const auto fraction = static_cast<int>(magnitude % 100);
+  if (fraction != 0) {
+    out_ += '.';
+    out_ += static_cast<char>('0' + fraction / 10);
+    if (fraction % 10 != 0) out_ += static_cast<char>('0' + fraction % 10);
+  }
+  return *this;
+}
+
+HtmlOut& HtmlOut::operator<<(const Color& color) {
+  const auto channel = [](double v) {
+    return static_cast<unsigned>(std::lround(std::clamp(v, 0.0, 1.0) * 255));
+  };
+  const auto hex = [&](unsigned v) {
+    out_ += "0123456789abcdef"[v >> 4];
+    out_ += "0123456789abcdef"[v & 15U];
+  };
+  out_ += '#';
+  for (const double v : {color.r, color.g, color.b}) hex(channel(v));
+  if (color.a < 1) hex(channel(color.a));
+  return *this;
+}
+
+HtmlOut& HtmlOut::text(std::string_view value) {
+  std::size_t from = 0;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const auto c = static_cast<unsigned char>(value[i]);
+    std::string_view instead;
+    if (c == '&') {
+      instead = "&amp;";
+    } else if (c == '<') {
+      instead = "&lt;";
+    } else if (c == '>') {
+      instead = "&gt;";
+    } else if (c == '"') {
+      instead = "&quot;";
+    } else if (c == '\'') {
+      instead = "&#39;";
+    } else if (c >= 0x20 ? c != 0x7F : c == '\t' || c == '\n') {
+      continue;
+    }
+    out_.append(value, from, i - from);
+    out_ += instead;
+    from = i + 1;
+  }
+  out_.append(value, from, value.size() - from);
+  return *this;
+}
+
+}  // namespace render

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "render/Color.h"
+
+namespace render {
+
+/// Collects the text of a page. Everything that comes from a deck goes through
+/// text(); what is appended with << is the program's own.
+class HtmlOut {
+ public:
+  HtmlOut& operator<<(std::string_view markup) {
+    out_ += markup;
+    return *this;
+  }
+  HtmlOut& operator<<(char c) {
+    out_ += c;
+    return *this;
+  }
+  /// At most two decimals, in the shortest form.
+  HtmlOut& operator<<(double number);
+  HtmlOut& operator<<(int number) { return *this << static_cast<double>(number); }
+  HtmlOut& operator<<(const Color& color);
+
+  /// Escaped for contents and double-quoted attributes; control characters are dropped.
+  HtmlOut& text(std::string_view value);
+
+  [[nodiscard]] const std::string& str() const { return out_; }
+  [[nodiscard]] std::string take() { return std::move(out_); }
+  [[nodiscard]] std::size_t size() const { return out_.size(); }
+
+ private:
+  std::string out_;
+};
+
+}  // namespace render

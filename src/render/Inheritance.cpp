@@ -1,0 +1,140 @@
+#include "render/Inheritance.h"
+
+#include "render/TableStyles.h"
+
+namespace render {
+
+namespace {
+
+/// The placeholder types of a master that stand for those of layouts and slides.
+std::string_view masterType(std::string_view type) {
+  if (type == "title" || type == "ctrTitle") return "title";
+  if (type == "dt" || type == "ftr" || type == "sldNum" || type == "hdr") return type;
+  return "body";
+}
+
+std::string_view typeOf(pugi::xml_node ph) {
+  const std::string_view type = ph.attribute("type").value();
+  return type.empty() ? "obj" : type;
+}
+
+pugi::xml_node placeholderOf(pugi::xml_node shape) {
+  for (const auto child : shape.children()) {
+    if (const auto ph = child.child("p:nvPr").child("p:ph")) return ph;
+  }
+  return {};
+}
+
+pugi::xml_node shapesOf(deck::Part* part) {
+  return part == nullptr ? pugi::xml_node()
+                         : part->xml().document_element().child("p:cSld").child("p:spTree");
+}
+
+/// By index; types that a layout has once are found by type, whatever their index.
+pugi::xml_node layoutCounterpart(pugi::xml_node tree, pugi::xml_node ph) {
+  const auto wanted = masterType(typeOf(ph));
+  const std::string_view index = ph.attribute("idx").value();
+  pugi::xml_node byType;
+  for (const auto shape : tree.children()) {
+    const auto candidate = placeholderOf(shape);
+    if (!candidate) continue;
+    const bool sameType = masterType(typeOf(candidate)) == wanted;
+    const std::string_view candidateIndex = candidate.attribute("idx").value();
+    if (wanted == "body") {
+      if (sameType && (candidateIndex.empty() ? "0" : candidateIndex) == (index.empty() ? "0" : index))
+        return shape;
+      if (!byType && typeOf(candidate) == typeOf(ph) && index.empty()) byType = shape;
+    } else if (sameType) {
+      if (candidateIndex == index) return shape;
+      if (!byType) byType = shape;
+    }
+  }
+  return byType;
+}
+
+pugi::xml_node masterCounterpart(pugi::xml_node tree, std::string_view wanted) {
+  for (const auto shape : tree.children()) {
+    const auto candidate = placeholderOf(shape);
+    if (candidate && masterType(typeOf(candidate)) == wanted) return shape;
+  }
+  return {};
+}
+
+pugi::xml_node overrideOf(deck::Part* part) {
+  return part->xml().document_element().child("p:clrMapOvr").child("a:overrideClrMapping");
+}
+
+}  // namespace
+
+Inheritance::Inheritance(deck::Part& presentation, deck::Part& layout, Assets& assets,
+                         pugi::xml_node colorMapOverride)
+    : presentation_(&presentation), layout_(&layout), assets_(&assets) {
+  master_ = layout.related(deck::relationship::SlideMaster);
+  themePart_ = master_ != nullptr ? master_->related(deck::relationship::Theme) : nullptr;
+  if (themePart_ == nullptr) themePart_ = presentation.related(deck::relationship::Theme);
+  if (themePart_ != nullptr) theme_ = Theme(themePart_->xml().document_element());
+  if (deck::Part* changed = layout.related(deck::relationship::ThemeOverride)) {
+    const Theme base = theme_;
+    theme_ = Theme(changed->xml().document_element(), &base);
+  }
+  if (!colorMapOverride) colorMapOverride = overrideOf(&layout);
+  if (colorMapOverride) {
+    colorMap_ = ColorMap(colorMapOverride);
+  } else if (master_ != nullptr) {
+    colorMap_ = ColorMap(master_->xml().document_element().child("p:clrMap"));
+  }
+}
+
+PaintContext Inheritance::paint(deck::Part* part) const {
+  return {&theme_, {&theme_.colors(), &colorMap_, {}}, part, assets_};
+}
+
+const Inherited& Inheritance::of(pugi::xml_node ph) {
+  std::string key;
+  if (ph) {
+    key = typeOf(ph);
+    key += '/';
+    key += ph.attribute("idx").value();
+  }
+  const auto known = inherited_.find(key);
+  if (known != inherited_.end()) return *known->second;
+
+  auto made = std::make_unique<Inherited>();
+  auto& list = made->listStyle;
+  for (auto& level : list.levels) {
+    level.run.size = 18;
+    level.run.latin = theme_.typeface("+mn-lt");
+    level.run.fill = theme_.colors()[static_cast<std::size_t>(*colorMap_.resolve("tx1"))];
+  }
+  list.apply(presentation_->xml().document_element().child("p:defaultTextStyle"), paint(presentation_));
+  if (ph) {
+    const auto type = masterType(typeOf(ph));
+    if (master_ != nullptr) {
+      const auto styles = master_->xml().document_element().child("p:txStyles");
+      const char* style = type == "title" ? "p:titleStyle" : type == "body" ? "p:bodyStyle" : "p:otherStyle";
+      list.apply(styles.child(style), paint(master_));
+    }
+    made->layoutShape = layoutCounterpart(shapesOf(layout_), ph);
+    // The layout knows the type of a placeholder that the slide names by index alone.
+    const auto layoutPh = placeholderOf(made->layoutShape);
+    made->masterShape = masterCounterpart(shapesOf(master_), masterType(typeOf(layoutPh ? layoutPh : ph)));
+    for (const auto& [shape, part] :
+         {std::pair{made->masterShape, master_}, std::pair{made->layoutShape, layout_}}) {
+      const auto text = shape.child("p:txBody");
+      list.apply(text.child("a:lstStyle"), paint(part));
+      made->body.apply(text.child("a:bodyPr"));
+    }
+  }
+  return *inherited_.emplace(std::move(key), std::move(made)).first->second;
+}
+
+pugi::xml_node Inheritance::tableStyle(std::string_view id) {
+  if (deck::Part* styles = presentation_->related(deck::relationship::TableStyles)) {
+    for (const auto style : styles->xml().document_element().children("a:tblStyle")) {
+      if (id == style.attribute("styleId").value()) return style;
+    }
+  }
+  return builtInTableStyle(id);
+}
+
+}  // namespace render

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <pugixml.hpp>
+#include <string>
+
+#include "deck/Package.h"
+#include "render/Assets.h"
+#include "render/Text.h"
+#include "render/TextStyle.h"
+#include "render/Theme.h"
+
+// What a slide's shapes inherit: presentation, theme, master, layout. Made once for
+// all slides of a layout and kept until one of these parts changes.
+
+namespace render {
+
+/// What a placeholder on a slide takes over from its layout and master; for other
+/// shapes only the text defaults.
+struct Inherited {
+  /// Null nodes where there is no counterpart.
+  pugi::xml_node layoutShape;
+  pugi::xml_node masterShape;
+  ListStyle listStyle;
+  BodyProperties body;
+};
+
+class Inheritance {
+ public:
+  /// `colorMapOverride` is the slide's own a:overrideClrMapping, if any.
+  Inheritance(deck::Part& presentation, deck::Part& layout, Assets& assets, pugi::xml_node colorMapOverride);
+
+  [[nodiscard]] deck::Part* layout() const { return layout_; }
+  /// Null when the layout leads to none.
+  [[nodiscard]] deck::Part* master() const { return master_; }
+  [[nodiscard]] deck::Part* themePart() const { return themePart_; }
+  [[nodiscard]] const Theme& theme() const { return theme_; }
+
+  /// For resolving elements of `part`.
+  [[nodiscard]] PaintContext paint(deck::Part* part) const;
+
+  /// By p:ph, or a null node for shapes that are no placeholders.
+  const Inherited& of(pugi::xml_node ph);
+
+  /// The table style of an id, from the deck or built in; a null node if unknown.
+  [[nodiscard]] pugi::xml_node tableStyle(std::string_view id);
+
+ private:
+  deck::Part* presentation_;
+  deck::Part* layout_;
+  deck::Part* master_ = nullptr;
+  deck::Part* themePart_ = nullptr;
+  Assets* assets_;
+  Theme theme_;
+  ColorMap colorMap_;
+  std::map<std::string, std::unique_ptr<Inherited>, std::less<>> inherited_;
+};
+
+}  // namespace render

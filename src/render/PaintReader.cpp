@@ -1,0 +1,195 @@
+#include "render/PaintReader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "render/Units.h"
+#include "render/XmlValues.h"
+
+namespace render {
+
+namespace {
+
+std::array<double, 4> sides(pugi::xml_node rect, double otherwise = 0) {
+  static constexpr const char* names[] = {"l", "t", "r", "b"};
+  std::array<double, 4> values{};
+  for (std::size_t i = 0; i < 4; ++i) values[i] = shareOf(rect.attribute(names[i])).value_or(otherwise);
+  return values;
+}
+
+std::optional<Fill> readGradient(pugi::xml_node element, const PaintContext& context) {
+  Gradient gradient;
+  for (const auto gs : element.child("a:gsLst").children("a:gs")) {
+    const auto color = readChildColor(gs, context.colors);
+    if (!color) continue;
+    gradient.stops.push_back({std::clamp(shareOf(gs.attribute("pos")).value_or(0), 0.0, 1.0), *color});
+  }
+  if (gradient.stops.empty()) return {};
+  std::stable_sort(gradient.stops.begin(), gradient.stops.end(),
+                   [](const auto& a, const auto& b) { return a.position < b.position; });
+  if (gradient.stops.size() == 1) return gradient.stops[0].color;
+  if (const auto path = element.child("a:path")) {
+    const std::string_view kind = path.attribute("path").value();
+    gradient.shape = kind == "circle" ? Gradient::Shape::Circle : Gradient::Shape::Rectangle;
+    if (const auto focus = path.child("a:fillToRect")) gradient.focus = sides(focus);
+  } else if (const auto lin = element.child("a:lin")) {
+    gradient.angle = degreesOf(lin.attribute("ang")).value_or(0);
+    gradient.scaled = boolOf(lin.attribute("scaled")).value_or(false);
+  }
+  return gradient;
+}
+
+std::optional<Fill> readPattern(pugi::xml_node element, const PaintContext& context) {
+  const auto foreground = readChildColor(element.child("a:fgClr"), context.colors).value_or(Color{});
+  const auto background =
+      readChildColor(element.child("a:bgClr"), context.colors).value_or(Color{1, 1, 1, 1});
+  const auto rows = patternRows(element.attribute("prst").value());
+  if (!rows) return foreground;
+  return PatternFill{*rows, foreground, background};
+}
+
+std::vector<double> presetDashes(std::string_view name) {
+  if (name == "dot") return {1, 3};
+  if (name == "sysDot") return {1, 1};
+  if (name == "dash") return {4, 3};
+  if (name == "sysDash") return {3, 1};
+  if (name == "lgDash") return {8, 3};
+  if (name == "dashDot") return {4, 3, 1, 3};
+  if (name == "sysDashDot") return {3, 1, 1, 1};
+  if (name == "lgDashDot") return {8, 3, 1, 3};
+  if (name == "lgDashDotDot") return {8, 3, 1, 3, 1, 3};
+  if (name == "sysDashDotDot") return {3, 1, 1, 1, 1, 1};
+  return {};
+}
+
+LineEnd readEnd(pugi::xml_node node) {
+  static constexpr struct {
+    std::string_view name;
+    LineEnd::Kind kind;
+  } kinds[] = {{"triangle", LineEnd::Kind::Triangle},
+               {"stealth", LineEnd::Kind::Stealth},
+               {"diamond", LineEnd::Kind::Diamond},
+               {"oval", LineEnd::Kind::Oval},
+               {"arrow", LineEnd::Kind::Arrow}};
+  const auto size = [&](const char* key) {
+    const std::string_view value = node.attribute(key).value();
+    return value == "sm" ? 2.0 : value == "lg" ? 5.0 : 3.0;
+  };
+  LineEnd end{LineEnd::Kind::None, size("w"), size("len")};
+  const std::string_view type = node.attribute("type").value();
+  for (const auto& [name, kind] : kinds) {
+    if (type == name) end.kind = kind;
+  }
+  return end;
+}
+
+PictureFill::Tile readTile(pugi::xml_node node) {
+  PictureFill::Tile tile;
+  tile.offsetX = pxFromEmu(emuOf(node.attribute("tx")).value_or(0));
+  tile.offsetY = pxFromEmu(emuOf(node.attribute("ty")).value_or(0));
+  tile.scaleX = shareOf(node.attribute("sx")).value_or(1);
+  tile.scaleY = shareOf(node.attribute("sy")).value_or(1);
+  const std::string_view flip = node.attribute("flip").value();
+  tile.flipX = flip == "x" || flip == "xy";
+  tile.flipY = flip == "y" || flip == "xy";
+  const std::string_view align = node.attribute("algn").value();
+  tile.alignX = align == "t" || align == "ctr" || align == "b" ? 0.5
+                : align.ends_with('r') && align != "ctr"       ? 1
+                                                               : 0;
+  tile.alignY = align == "l" || align == "ctr" || align == "r" ? 0.5 : align.starts_with('b') ? 1 : 0;
+  return tile;
+}
+
+}  // namespace
+
+std::optional<PictureFill> readPicture(pugi::xml_node blipFill, const PaintContext& context) {
+  const auto blip = blipFill.child("a:blip");
+  if (context.part == nullptr || context.assets == nullptr) return {};
+  deck::Part* image = context.part->target(blip.attribute("r:embed").value());
+  if (image == nullptr) return {};
+  PictureFill fill;
+  fill.asset = context.assets->add(*image);
+  if (fill.asset == nullptr) return {};
+  if (const auto crop = blipFill.child("a:srcRect")) fill.crop = sides(crop);
+  fill.alpha = std::clamp(shareOf(blip.child("a:alphaModFix").attribute("amt")).value_or(1), 0.0, 1.0);
+  fill.grayscale = !blip.child("a:grayscl").empty();
+  if (const auto tile = blipFill.child("a:tile")) {
+    fill.tile = readTile(tile);
+  } else if (const auto rect = blipFill.child("a:stretch").child("a:fillRect")) {
+    fill.inset = sides(rect);
+  }
+  return fill;
+}
+
+std::optional<Fill> readFillElement(pugi::xml_node element, const PaintContext& context,
+                                    const Fill* groupFill) {
+  const std::string_view name = element.name();
+  if (name == "a:noFill") return NoFill{};
+  if (name == "a:solidFill") {
+    const auto color = readChildColor(element, context.colors);
+    return color ? std::optional<Fill>(*color) : std::nullopt;
+  }
+  if (name == "a:gradFill") return readGradient(element, context);
+  if (name == "a:pattFill") return readPattern(element, context);
+  if (name == "a:blipFill" || name == "p:blipFill") {
+    auto picture = readPicture(element, context);
+    return picture ? std::optional<Fill>(std::move(*picture)) : std::optional<Fill>(NoFill{});
+  }
+  if (name == "a:grpFill") return groupFill != nullptr ? *groupFill : Fill(NoFill{});
+  return {};
+}
+
+std::optional<Fill> readFill(pugi::xml_node parent, const PaintContext& context, const Fill* groupFill) {
+  for (const auto child : parent.children()) {
+    if (auto fill = readFillElement(child, context, groupFill)) return fill;
+  }
+  return {};
+}
+
+void applyLine(Line& line, pugi::xml_node ln, const PaintContext& context) {
+  if (const auto width = emuOf(ln.attribute("w"))) line.width = std::max(0.0, pxFromEmu(*width));
+  const std::string_view cap = ln.attribute("cap").value();
+  if (!cap.empty()) line.cap = cap == "rnd" ? Cap::Round : cap == "sq" ? Cap::Square : Cap::Flat;
+  for (const auto child : ln.children()) {
+    const std::string_view name = child.name();
+    if (name == "a:prstDash") {
+      line.dashes = presetDashes(child.attribute("val").value());
+    } else if (name == "a:custDash") {
+      line.dashes.clear();
+      for (const auto ds : child.children("a:ds")) {
+        line.dashes.push_back(std::max(0.0, shareOf(ds.attribute("d")).value_or(1)));
+        line.dashes.push_back(std::max(0.0, shareOf(ds.attribute("sp")).value_or(1)));
+      }
+    } else if (name == "a:round") {
+      line.join = Join::Round;
+    } else if (name == "a:bevel") {
+      line.join = Join::Bevel;
+    } else if (name == "a:miter") {
+      line.join = Join::Miter;
+    } else if (name == "a:headEnd") {
+      line.head = readEnd(child);
+    } else if (name == "a:tailEnd") {
+      line.tail = readEnd(child);
+    } else if (auto fill = readFillElement(child, context)) {
+      line.fill = std::move(*fill);
+    }
+  }
+}
+
+std::optional<Shadow> readShadow(pugi::xml_node effectList, const PaintContext& context) {
+  const auto node = effectList.child("a:outerShdw");
+  if (!node) return {};
+  const auto color = readChildColor(node, context.colors);
+  if (!color) return {};
+  Shadow shadow;
+  shadow.color = *color;
+  shadow.blur = pxFromEmu(emuOf(node.attribute("blurRad")).value_or(0));
+  const double distance = pxFromEmu(emuOf(node.attribute("dist")).value_or(0));
+  const double direction = degreesOf(node.attribute("dir")).value_or(0) * std::numbers::pi / 180;
+  shadow.dx = distance * std::cos(direction);
+  shadow.dy = distance * std::sin(direction);
+  return shadow;
+}
+
+}  // namespace render

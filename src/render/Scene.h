@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "render/Geometry.h"
+#include "render/Paint.h"
+#include "render/Text.h"
+
+// What is to be drawn, resolved and laid out; the last stage before the page. All
+// lengths are px, all places relative to the parent.
+
+namespace render {
+
+struct Table;
+
+struct Box {
+  /// Of p:cNvPr; 0 when unreadable.
+  int id = 0;
+  Rect frame;
+  double rotation = 0;  // degrees clockwise around the centre
+  bool flipX = false;   // of the outline, not of what is inside
+  bool flipY = false;
+  bool hidden = false;
+
+  Outline outline;
+  /// Behind `fill`: what a picture with holes lets through.
+  Fill under;
+  Fill fill;
+  std::optional<Line> line;
+  std::optional<Shadow> shadow;
+
+  TextBody text;
+  Rect textArea;
+  double textRotation = 0;
+
+  std::vector<Box> children;
+  std::shared_ptr<const Table> table;
+};
+
+struct TableCell {
+  int column = 0;
+  int columnSpan = 1;
+  int rowSpan = 1;
+  Fill fill;
+  /// Left, top, right, bottom.
+  std::optional<Line> borders[4];
+  TextBody text;
+};
+
+struct TableRow {
+  double height = 0;
+  std::vector<TableCell> cells;
+};
+
+struct Table {
+  std::vector<double> columns;  // widths
+  std::vector<TableRow> rows;
+  Fill fill;
+  bool rightToLeft = false;
+};
+
+}  // namespace render

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <optional>
+#include <pugixml.hpp>
+#include <string>
+
+#include "render/Inheritance.h"
+#include "render/Scene.h"
+#include "render/TextReader.h"
+
+namespace render {
+
+/// Makes boxes of the shapes of one part: a slide, a layout or a master.
+class SceneBuilder {
+ public:
+  /// `slideNumber` is what slide number fields show.
+  SceneBuilder(Inheritance& inheritance, deck::Part& part, std::string slideNumber);
+
+  /// A child of p:spTree; nothing for elements that are no shapes.
+  std::optional<Box> build(pugi::xml_node shape);
+
+  /// The background that a part states itself.
+  std::optional<Fill> background();
+
+ private:
+  /// How the coordinates of a group's children become the page's.
+  struct Space {
+    double offsetX = 0;  // EMU
+    double offsetY = 0;
+    double scaleX = 1;
+    double scaleY = 1;
+    double width = 0;  // px, of the group
+    double height = 0;
+    bool flipX = false;
+    bool flipY = false;
+    const Fill* fill = nullptr;
+    int depth = 0;
+  };
+
+  std::optional<Box> build(pugi::xml_node shape, const Space& space);
+  Box shape(pugi::xml_node node, const Space& space);
+  Box picture(pugi::xml_node node, const Space& space);
+  Box group(pugi::xml_node node, const Space& space);
+  Box frame(pugi::xml_node node, const Space& space);
+  void diagram(Box& box, pugi::xml_node relIds, const Space& space);
+  void readChildren(Box& box, pugi::xml_node tree, const Space& space);
+
+  static void place(Box& box, pugi::xml_node xfrm, const Space& space);
+  void outline(Box& box, pugi::xml_node geometry);
+  void style(Box& box, pugi::xml_node node, const pugi::xml_node (&properties)[3], const Space& space);
+  void text(Box& box, pugi::xml_node node, pugi::xml_node txBody, const Inherited& inherited);
+  [[nodiscard]] PaintContext themeContext(pugi::xml_node reference) const;
+
+  Inheritance& inheritance_;
+  deck::Part& part_;
+  TextContext context_;
+};
+
+}  // namespace render

@@ -1,0 +1,237 @@
+#include "render/SlideRenderer.h"
+
+#include <algorithm>
+#include <set>
+
+#include "basic/Error.h"
+#include "render/BoxWriter.h"
+#include "render/SceneBuilder.h"
+#include "render/XmlValues.h"
+
+namespace render {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& description) {
+  throw basic::Error(basic::AdapterError, "render", description);
+}
+
+std::string elementId(int slideIndex, int shapeId) {
+  return "s" + std::to_string(slideIndex) + "-sh" + std::to_string(shapeId);
+}
+
+pugi::xml_node shapesOf(deck::Part& part) {
+  return part.xml().document_element().child("p:cSld").child("p:spTree");
+}
+
+int idOf(pugi::xml_node shape) {
+  for (const auto child : shape.children()) {
+    const auto cNvPr = child.child("p:cNvPr");
+    if (!cNvPr) continue;
+    return static_cast<int>(std::clamp(numberOf(cNvPr.attribute("id")).value_or(0), 0.0, 2147483647.0));
+  }
+  return 0;
+}
+
+bool hasId(pugi::xml_node shape, int id) {
+  if (std::string_view(shape.name()) != "mc:AlternateContent") return idOf(shape) == id;
+  for (const auto way : shape.children()) {
+    for (const auto content : way.children()) {
+      if (idOf(content) == id) return true;
+    }
+  }
+  return false;
+}
+
+bool isPlaceholder(pugi::xml_node shape) {
+  for (const auto child : shape.children()) {
+    if (child.child("p:nvPr").child("p:ph")) return true;
+  }
+  return false;
+}
+
+bool showsMaster(deck::Part& part) {
+  return boolOf(part.xml().document_element().attribute("showMasterSp")).value_or(true);
+}
+
+}  // namespace
+
+/// A slide with what stays the same when its shapes change.
+struct SlideRenderer::Prepared {
+  Prepared(deck::Part& slidePart, int slideIndex, std::string slideNumber, Inheritance& inherits)
+      : part(slidePart),
+        index(slideIndex),
+        number(std::move(slideNumber)),
+        inheritance(inherits),
+        builder(inherits, slidePart, number) {}
+
+  deck::Part& part;
+  int index;
+  std::string number;
+  Inheritance& inheritance;
+  SceneBuilder builder;
+  /// What the layout and master show behind the slide's shapes.
+  bool isBehindDrawn = false;
+  std::string behind;
+  std::vector<std::string> behindAssets;
+  std::vector<std::string> behindProblems;
+};
+
+SlideRenderer::SlideRenderer(deck::Package& package) : SlideRenderer(package, Options{}) {}
+
+SlideRenderer::SlideRenderer(deck::Package& package, Options options)
+    : package_(package),
+      options_(std::move(options)),
+      presentation_(package.related(deck::relationship::OfficeDocument)),
+      assets_(package) {
+  if (presentation_ == nullptr) fail("The file " + package.name() + " holds no presentation.");
+}
+
+SlideRenderer::~SlideRenderer() = default;
+
+SlideSize SlideRenderer::size() const {
+  const auto node = presentation_->xml().document_element().child("p:sldSz");
+  const auto width = emuOf(node.attribute("cx")).value_or(0);
+  const auto height = emuOf(node.attribute("cy")).value_or(0);
+  if (width <= 0 || height <= 0) return {};
+  return {pxFromEmu(width), pxFromEmu(height)};
+}
+
+int SlideRenderer::slideCount() const {
+  const auto list = presentation_->xml().document_element().child("p:sldIdLst").children("p:sldId");
+  return static_cast<int>(std::distance(list.begin(), list.end()));
+}
+
+deck::Part& SlideRenderer::slidePart(int index) const {
+  int at = 0;
+  for (const auto sldId : presentation_->xml().document_element().child("p:sldIdLst").children("p:sldId")) {
+    if (++at != index) continue;
+    if (deck::Part* part = presentation_->target(sldId.attribute("r:id").value())) return *part;
+    fail("Slide " + std::to_string(index) + " is missing in the file " + package_.name() + ".");
+  }
+  fail("There is no slide " + std::to_string(index) + " in " + package_.name() + "; it has " +
+       std::to_string(at) + ".");
+}
+
+SlideRenderer::Prepared& SlideRenderer::prepare(int index) {
+  auto& part = slidePart(index);
+  auto& known = prepared_[&part];
+  if (known && known->index == index) return *known;
+  deck::Part* layout = part.related(deck::relationship::SlideLayout);
+  if (layout == nullptr)
+    fail("Slide " + std::to_string(index) + " of " + package_.name() + " has no layout.");
+  const auto own = part.xml().document_element().child("p:clrMapOvr").child("a:overrideClrMapping");
+  auto& inheritance = inheritance_[{layout, own ? &part : nullptr}];
+  if (!inheritance) inheritance = std::make_unique<Inheritance>(*presentation_, *layout, assets_, own);
+  const auto first = numberOf(presentation_->xml().document_element().attribute("firstSlideNum")).value_or(1);
+  known = std::make_unique<Prepared>(part, index, std::to_string(static_cast<long>(first) + index - 1),
+                                     *inheritance);
+  return *known;
+}
+
+void SlideRenderer::drawBehind(Prepared& slide) {
+  assets_.collect(&slide.behindAssets);
+  deck::Part* layout = slide.inheritance.layout();
+  deck::Part* master = slide.inheritance.master();
+  const auto slideSize = size();
+  const std::string prefix = "s" + std::to_string(slide.index) + "-";
+  HtmlOut out;
+  BoxWriter writer(out, options_.assetPrefix);
+  const auto drawShapes = [&](deck::Part& part, const std::string& name) {
+    SceneBuilder builder(slide.inheritance, part, slide.number);
+    int count = 0;
+    for (const auto child : shapesOf(part).children()) {
+      if (isPlaceholder(child)) continue;
+      try {
+        if (const auto box = builder.build(child))
+          writer.writeAnonymous(*box, prefix + name + std::to_string(++count));
+      } catch (const basic::Error& error) {
+        slide.behindProblems.push_back("A shape of " + part.name() + " is not drawn: " + error.description);
+      }
+    }
+  };
+  if (showsMaster(slide.part)) {
+    if (master != nullptr && showsMaster(*layout)) drawShapes(*master, "m");
+    drawShapes(*layout, "l");
+  }
+  if (out.size() > 0) {
+    slide.behind = "<div class=\"behind\" aria-hidden=\"true\">" + out.take() + "</div>";
+  }
+  // The background belongs to the first of slide, layout and master that states one.
+  HtmlOut back;
+  for (deck::Part* part : {&slide.part, layout, master}) {
+    if (part == nullptr) continue;
+    SceneBuilder builder(slide.inheritance, *part, slide.number);
+    const auto fill = builder.background();
+    if (!fill) continue;
+    BoxWriter(back, options_.assetPrefix).background(*fill, prefix + "bg", slideSize.width, slideSize.height);
+    break;
+  }
+  slide.behind.insert(0, back.str());
+  assets_.collect(nullptr);
+  slide.isBehindDrawn = true;
+}
+
+std::string SlideRenderer::element(Prepared& slide, pugi::xml_node shape, int& id,
+                                   std::vector<std::string>* problems, const std::string& suffix) {
+  HtmlOut out;
+  std::optional<Box> box;
+  try {
+    box = slide.builder.build(shape);
+    if (!box) return {};
+  } catch (const basic::Error& error) {
+    box.emplace();
+    box->id = idOf(shape);
+    if (problems != nullptr) {
+      problems->push_back("Shape " + std::to_string(box->id) + " of slide " + std::to_string(slide.index) +
+                          " is not drawn: " + error.description);
+    }
+  }
+  id = box->id;
+  const bool live = options_.isLive && options_.isLive(slide.index, id);
+  BoxWriter(out, options_.assetPrefix).write(*box, elementId(slide.index, id) + suffix, live);
+  return out.take();
+}
+
+SlidePage SlideRenderer::slide(int index) {
+  auto& slide = prepare(index);
+  if (!slide.isBehindDrawn) drawBehind(slide);
+  SlidePage page;
+  page.assets = slide.behindAssets;
+  page.problems = slide.behindProblems;
+  assets_.collect(&page.assets);
+  const auto slideSize = size();
+  HtmlOut out;
+  out << "<section class=\"slide\" id=\"s" << index << "\" style=\"width:" << slideSize.width
+      << "px;height:" << slideSize.height << "px\">" << slide.behind;
+  std::map<int, int> seen;
+  for (const auto shape : shapesOf(slide.part).children()) {
+    int id = idOf(shape);
+    // Ids ought to be unique and sometimes are not.
+    const int earlier = seen[id]++;
+    out << element(slide, shape, id, &page.problems, earlier > 0 ? "-" + std::to_string(earlier + 1) : "");
+  }
+  out << "</section>";
+  assets_.collect(nullptr);
+  page.html = out.take();
+  return page;
+}
+
+std::string SlideRenderer::shape(int slideIndex, int shapeId) {
+  auto& slide = prepare(slideIndex);
+  for (const auto shape : shapesOf(slide.part).children()) {
+    if (!hasId(shape, shapeId)) continue;
+    int id = shapeId;
+    auto html = element(slide, shape, id, nullptr, "");
+    if (!html.empty()) return html;
+  }
+  fail("Slide " + std::to_string(slideIndex) + " of " + package_.name() + " has no shape with the id " +
+       std::to_string(shapeId) + ".");
+}
+
+void SlideRenderer::forget() {
+  prepared_.clear();
+  inheritance_.clear();
+}
+
+}  // namespace render

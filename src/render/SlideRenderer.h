@@ -1,0 +1,89 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "deck/Package.h"
+#include "render/Assets.h"
+#include "render/Inheritance.h"
+#include "render/Paint.h"
+
+// Slides as HTML with inline SVG, at their natural size in CSS px; whoever shows
+// them scales the whole with a transform. docs/rendering.md says what is drawn.
+
+namespace render {
+
+struct SlideSize {
+  double width = 960;
+  double height = 720;
+};
+
+struct SlidePage {
+  /// A section with the class "slide" and the id "s<index>"; in it one element per
+  /// top-level shape with the id "s<index>-sh<shape id>", in drawing order.
+  std::string html;
+  /// Names of the pictures it uses; each once.
+  std::vector<std::string> assets;
+  /// What could not be read and is therefore missing, one sentence each.
+  std::vector<std::string> problems;
+};
+
+/// Renders the slides of one package, which must outlive it. Reads the package's
+/// present state at every call; only what layouts, masters, themes and pictures
+/// give is kept (see forget()). One thread.
+class SlideRenderer {
+ public:
+  struct Options {
+    /// What precedes a picture's name in its address.
+    std::string assetPrefix = "assets/";
+    /// Whether a shape's text changes while it is shown; its digits get equal widths.
+    std::function<bool(int slideIndex, int shapeId)> isLive;
+  };
+
+  explicit SlideRenderer(deck::Package& package);
+  SlideRenderer(deck::Package& package, Options options);
+  ~SlideRenderer();
+
+  /// In CSS px (EMU / 9525).
+  [[nodiscard]] SlideSize size() const;
+  [[nodiscard]] int slideCount() const;
+
+  /// By one-based index in the presentation's order, hidden slides included. An
+  /// index out of range is an error; what is wrong inside a slide is not.
+  SlidePage slide(int index);
+
+  /// The element of one top-level shape, byte for byte as it stands in the slide.
+  /// An unknown id is an error.
+  std::string shape(int slideIndex, int shapeId);
+
+  /// The style sheet that all slides share.
+  static std::string_view styles();
+
+  /// The pictures that rendered slides refer to.
+  [[nodiscard]] const Assets& assets() const { return assets_; }
+
+  /// To be called when a layout, master or theme changed, or a slide got another layout.
+  void forget();
+
+ private:
+  struct Prepared;
+
+  [[nodiscard]] deck::Part& slidePart(int index) const;
+  Prepared& prepare(int index);
+  void drawBehind(Prepared& slide);
+  std::string element(Prepared& slide, pugi::xml_node shape, int& id, std::vector<std::string>* problems,
+                      const std::string& suffix);
+
+  deck::Package& package_;
+  Options options_;
+  deck::Part* presentation_;
+  Assets assets_;
+  std::map<std::pair<deck::Part*, deck::Part*>, std::unique_ptr<Inheritance>> inheritance_;
+  std::map<deck::Part*, std::unique_ptr<Prepared>> prepared_;
+};
+
+}  // namespace render

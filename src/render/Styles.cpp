@@ -1,0 +1,22 @@
+#include "render/SlideRenderer.h"
+
+namespace render {
+
+std::string_view SlideRenderer::styles() {
+  return R"(.slide{position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none}
+.slide .behind,.slide .s,.slide .t,.slide svg,.slide table{position:absolute}
+.slide .behind,.slide svg,.slide table{left:0;top:0}
+.slide svg{overflow:visible}
+.slide .t{display:flex;flex-direction:column;box-sizing:border-box}
+.slide .t>*{flex:none}
+.slide p{margin:0;white-space:pre-wrap;overflow-wrap:break-word}
+.slide .t>div[style^="white-space:pre"]>p{white-space:pre}
+.slide .b,.slide .tab{display:inline-block;text-indent:0;white-space:pre}
+.slide .b{line-height:0}
+.slide table{table-layout:fixed;border-collapse:collapse;border-spacing:0}
+.slide td{vertical-align:top;box-sizing:border-box}
+.slide .live{font-variant-numeric:tabular-nums}
+)";
+}
+
+}  // namespace render

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "render/HtmlOut.h"
+#include "render/Scene.h"
+
+namespace render {
+
+/// Draws outlines as inline SVG. Names of gradients, clips and markers start with
+/// the given prefix, so that they are unique in the document.
+class SvgWriter {
+ public:
+  SvgWriter(HtmlOut& out, std::string idPrefix, std::string_view assetPrefix)
+      : out_(out), idPrefix_(std::move(idPrefix)), assetPrefix_(assetPrefix) {}
+
+  /// Nothing when the box has neither fill nor line.
+  void draw(const Box& box);
+  /// A rectangle of this size at the origin, for backgrounds.
+  void background(const Fill& fill, double width, double height);
+
+ private:
+  std::string newId();
+  void fillPaths(const Box& box, const Fill& fill);
+  void picture(const Outline& outline, const Rect& area, const PictureFill& fill);
+  void stroke(const Box& box, const Line& line);
+  void marker(const LineEnd& end, const Line& line, const Color& color, const std::string& id);
+  std::string defineGradient(const Gradient& gradient, const Rect& area);
+  std::string definePattern(const PatternFill& pattern);
+  std::string defineTiles(const PictureFill& fill, const Rect& area);
+  void pathData(const std::vector<PathCommand>& commands);
+
+  HtmlOut& out_;
+  std::string idPrefix_;
+  std::string_view assetPrefix_;
+  int lastId_ = 0;
+};
+
+}  // namespace render

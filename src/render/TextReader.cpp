@@ -1,0 +1,184 @@
+#include "render/TextReader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <optional>
+
+#include "render/XmlValues.h"
+
+namespace render {
+
+namespace {
+
+/// Numbers paragraphs as they come: a level goes on counting until a shallower
+/// paragraph, or one of its own level that is numbered otherwise, comes between.
+class Numbering {
+ public:
+  int next(std::size_t level, const Bullet& bullet) {
+    auto& count = counts_[level];
+    if (!count || count->scheme != bullet.numbering || count->startAt != bullet.startAt) {
+      count = Count{bullet.numbering, bullet.startAt, bullet.startAt - 1};
+    }
+    forget(level + 1);
+    return ++count->number;
+  }
+  void interrupt(std::size_t level) { forget(level); }
+
+ private:
+  struct Count {
+    std::string scheme;
+    int startAt;
+    int number;
+  };
+  void forget(std::size_t from) {
+    for (auto level = from; level < counts_.size(); ++level) counts_[level].reset();
+  }
+  std::array<std::optional<Count>, 9> counts_;
+};
+
+/// Text without what XML or a page could trip over. A vertical tab is a line break.
+void addText(Paragraph& paragraph, std::string_view text, const RunStyle& style) {
+  std::string clean;
+  const auto flush = [&] {
+    if (clean.empty()) return;
+    paragraph.runs.push_back({Run::Kind::Text, std::move(clean), style});
+    clean.clear();
+  };
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    const bool writtenVerticalTab = c == '_' && text.substr(i, 7) == "_x000B_";
+    if (c == '\v' || writtenVerticalTab) {
+      flush();
+      paragraph.runs.push_back({Run::Kind::Break, {}, style});
+      if (writtenVerticalTab) i += 6;
+    } else if (c == '\n' || c == '\r') {
+      clean += ' ';
+    } else if ((c >= 0x20 || c == '\t') && c != 0x7F) {
+      clean += static_cast<char>(c);
+    }
+  }
+  flush();
+}
+
+RunStyle runStyle(const RunStyle& base, pugi::xml_node rPr, const TextContext& context) {
+  RunStyle style = base;
+  if (!rPr) return style;
+  if (rPr.child("a:hlinkClick").attribute("r:id")) {
+    const auto link = readColor(rPr.child("a:hlinkClick"), context.paint.colors);
+    const auto& colors = context.paint.colors;
+    if (!link && colors.scheme != nullptr && colors.map != nullptr) {
+      if (const auto slot = colors.map->resolve("hlink"))
+        style.fill = (*colors.scheme)[static_cast<std::size_t>(*slot)];
+    }
+    style.underline = Underline::Single;
+    const auto linked = style.fill;
+    style.apply(rPr, context.paint);
+    style.fill = linked;
+    return style;
+  }
+  style.apply(rPr, context.paint);
+  return style;
+}
+
+}  // namespace
+
+void BodyProperties::apply(pugi::xml_node bodyPr) {
+  const auto setPx = [&](double& target, const char* name) {
+    if (const auto emu = emuOf(bodyPr.attribute(name))) target = std::clamp(pxFromEmu(*emu), -1e5, 1e5);
+  };
+  setPx(left, "lIns");
+  setPx(top, "tIns");
+  setPx(right, "rIns");
+  setPx(bottom, "bIns");
+  setPx(columnGap, "spcCol");
+  const std::string_view stated = bodyPr.attribute("anchor").value();
+  if (!stated.empty())
+    anchor = stated == "ctr" ? Anchor::Center : stated == "b" ? Anchor::Bottom : Anchor::Top;
+  if (const auto flag = boolOf(bodyPr.attribute("anchorCtr"))) anchorCenter = *flag;
+  if (const auto flag = boolOf(bodyPr.attribute("upright"))) upright = *flag;
+  const std::string_view wrapping = bodyPr.attribute("wrap").value();
+  if (!wrapping.empty()) wrap = wrapping != "none";
+  const std::string_view vert = bodyPr.attribute("vert").value();
+  if (!vert.empty()) {
+    direction = vert == "vert"                ? TextDirection::Down
+                : vert == "vert270"           ? TextDirection::Up
+                : vert.starts_with("wordArt") ? TextDirection::Stacked
+                : vert == "horz"              ? TextDirection::Horizontal
+                                              : TextDirection::EastAsianDown;
+  }
+  if (const auto degrees = degreesOf(bodyPr.attribute("rot"))) rotation = *degrees;
+  if (const auto count = numberOf(bodyPr.attribute("numCol")))
+    columns = static_cast<int>(std::clamp(*count, 1.0, 16.0));
+  for (const auto child : bodyPr.children()) {
+    const std::string_view name = child.name();
+    const bool shrinking = name == "a:normAutofit";
+    if (!shrinking && name != "a:noAutofit" && name != "a:spAutoFit") continue;
+    shrinks = shrinking;
+    fontScale = shrinking ? std::clamp(shareOf(child.attribute("fontScale")).value_or(1), 0.05, 1.0) : 1;
+    lineReduction =
+        shrinking ? std::clamp(shareOf(child.attribute("lnSpcReduction")).value_or(0), 0.0, 0.9) : 0;
+  }
+}
+
+bool TextBody::isEmpty() const {
+  return std::all_of(paragraphs.begin(), paragraphs.end(), [](const Paragraph& p) { return p.runs.empty(); });
+}
+
+TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyProperties& properties,
+                  const TextContext& context) {
+  TextBody body;
+  body.properties = properties;
+  const auto own = txBody.child("a:lstStyle");
+  std::optional<ListStyle> overridden;
+  if (own && own.first_child()) {
+    overridden = inherited;
+    overridden->apply(own, context.paint);
+  }
+  const ListStyle& styles = overridden ? *overridden : inherited;
+
+  Numbering numbering;
+  for (const auto p : txBody.children("a:p")) {
+    auto& paragraph = body.paragraphs.emplace_back();
+    const auto pPr = p.child("a:pPr");
+    const auto level =
+        static_cast<std::size_t>(std::clamp(numberOf(pPr.attribute("lvl")).value_or(0), 0.0, 8.0));
+    paragraph.style = styles.levels[level];
+    paragraph.style.apply(pPr, context.paint);
+    const RunStyle base = paragraph.style.run;
+
+    for (const auto child : p.children()) {
+      const char* name = child.name();
+      if (!std::strcmp(name, "a:r")) {
+        addText(paragraph, child.child_value("a:t"), runStyle(base, child.child("a:rPr"), context));
+      } else if (!std::strcmp(name, "a:br")) {
+        paragraph.runs.push_back({Run::Kind::Break, {}, runStyle(base, child.child("a:rPr"), context)});
+      } else if (!std::strcmp(name, "a:fld")) {
+        const bool number =
+            !std::strcmp(child.attribute("type").value(), "slidenum") && !context.slideNumber.empty();
+        addText(paragraph, number ? context.slideNumber.c_str() : child.child_value("a:t"),
+                runStyle(base, child.child("a:rPr"), context));
+      }
+    }
+    if (const auto end = p.child("a:endParaRPr")) paragraph.style.run.apply(end, context.paint);
+
+    const auto& bullet = paragraph.style.bullet;
+    const auto kind = bullet.kind.value_or(Bullet::Kind::None);
+    const bool hasText = std::any_of(paragraph.runs.begin(), paragraph.runs.end(),
+                                     [](const Run& run) { return run.kind == Run::Kind::Text; });
+    if (!hasText) continue;
+    if (kind == Bullet::Kind::Number) {
+      paragraph.bullet = autoNumber(bullet.numbering, numbering.next(level, bullet));
+      continue;
+    }
+    numbering.interrupt(level);
+    if (kind == Bullet::Kind::Character) {
+      paragraph.bullet = fromSymbolFont(bullet.typeface.value_or(""), bullet.character);
+    } else if (kind == Bullet::Kind::Picture) {
+      paragraph.bullet = "\u2022";
+    }
+  }
+  return body;
+}
+
+}  // namespace render

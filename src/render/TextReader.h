@@ -1,0 +1,27 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+#include "render/Text.h"
+
+namespace render {
+
+struct TextContext {
+  PaintContext paint;
+  /// What a field of type slidenum shows.
+  std::string slideNumber;
+};
+
+/// The paragraphs of a p:txBody, a:txBody or their like over the formatting that it inherits.
+TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyProperties& properties,
+                  const TextContext& context);
+
+/// A number in one of the automatic numbering schemes ("arabicPeriod", 3 -> "3.").
+std::string autoNumber(std::string_view scheme, int number);
+
+/// Text of a symbol font (Wingdings, Symbol, Webdings) in characters that every
+/// font has; as it is for other fonts.
+std::string fromSymbolFont(std::string_view typeface, std::string_view text);
+
+}  // namespace render

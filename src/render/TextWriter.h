@@ -1,0 +1,43 @@
+#pragma once
+
+#include "render/HtmlOut.h"
+#include "render/Scene.h"
+
+namespace render {
+
+/// Writes text as HTML; the browser breaks its lines.
+class TextWriter {
+ public:
+  explicit TextWriter(HtmlOut& out) : out_(out) {}
+
+  /// A block that fills `area` of the enclosing element. Nothing for empty text.
+  void block(const TextBody& body, const Rect& area, double rotation);
+  /// The paragraphs alone.
+  void paragraphs(const TextBody& body);
+
+ private:
+  /// The look of a run as a page states it.
+  struct Look {
+    double size = 0;  // px
+    std::string_view family;
+    bool bold = false;
+    bool italic = false;
+    Color color;
+    double lineHeight = 1;  // multiples of the size
+    bool operator==(const Look&) const = default;
+  };
+
+  static Look lookOf(const RunStyle& style, const BodyProperties& properties, double lineShare);
+  void look(const Look& look);
+  void lookDifference(const Look& look, const Look& base);
+  void decoration(const RunStyle& style);
+  void bullet(const Paragraph& paragraph, const RunStyle& first, const Look& firstLook, double fontScale);
+  void runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base, double lineShare);
+  void run(const Run& run, std::string_view text, const Look& look, const Look& base);
+  /// Returns the shift of the baselines that the next paragraph has to make up for.
+  double paragraph(const Paragraph& paragraph, const BodyProperties& properties, double gap, bool isLast);
+
+  HtmlOut& out_;
+};
+
+}  // namespace render

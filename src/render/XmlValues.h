@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <pugixml.hpp>
+#include <string_view>
+
+// Attribute values in the simple types of DrawingML (ECMA-376 part 1, 20.1.10 and
+// 22.9). What cannot be read counts as not stated.
+
+namespace render {
+
+std::optional<double> parseNumber(std::string_view text);
+
+std::optional<double> numberOf(pugi::xml_attribute attribute);
+/// A length in EMU; strict files state units ("2.5cm").
+std::optional<double> emuOf(pugi::xml_attribute attribute);
+/// A share of one: thousandths of a percent or, in strict files, "12.5%".
+std::optional<double> shareOf(pugi::xml_attribute attribute);
+/// Degrees from 60000ths.
+std::optional<double> degreesOf(pugi::xml_attribute attribute);
+std::optional<bool> boolOf(pugi::xml_attribute attribute);
+
+}  // namespace render
