@@ -1,0 +1,78 @@
+#include "platform/EventLoop.h"
+
+#include <boost/asio/executor_work_guard.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <chrono>
+#include <csignal>
+#include <thread>
+#include <utility>
+
+#include "platform/LoopTimer.h"
+
+namespace platform {
+
+namespace asio = boost::asio;
+
+struct EventLoop::State {
+  void waitForSignal() {
+    signals.async_wait([this](const boost::system::error_code& cancelled, int signal) {
+      if (cancelled) return;
+      waitForSignal();
+      signalHandler(signal);
+    });
+  }
+
+  asio::io_context context;
+  // Without work the context would stop for good.
+  asio::executor_work_guard<asio::io_context::executor_type> work = asio::make_work_guard(context);
+  asio::signal_set signals{context};
+  std::function<void(int)> signalHandler;
+  bool stopping = false;
+};
+
+EventLoop::EventLoop() : state_(std::make_unique<State>()) {}
+EventLoop::~EventLoop() = default;
+
+std::unique_ptr<host::Timer> EventLoop::CreateTimer(std::function<void()> handler) {
+  return std::make_unique<LoopTimer>(state_->context, std::move(handler));
+}
+
+void EventLoop::DoEvents() {
+  using std::chrono::steady_clock;
+  // Handlers that keep each other ready must not hold up who is waiting.
+  const auto end = steady_clock::now() + std::chrono::milliseconds(50);
+  bool any = false;
+  while (state_->context.poll_one() != 0) {
+    any = true;
+    if (steady_clock::now() >= end) break;
+  }
+  if (!any) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
+void EventLoop::post(std::function<void()> handler) { asio::post(state_->context, std::move(handler)); }
+
+void EventLoop::onSignal(std::function<void(int)> handler) {
+  const bool first = !state_->signalHandler;
+  state_->signalHandler = std::move(handler);
+  if (!first) return;
+  state_->signals.add(SIGINT);
+  state_->signals.add(SIGTERM);
+  state_->waitForSignal();
+}
+
+void EventLoop::run() {
+  while (!state_->stopping) state_->context.run_one();
+  state_->stopping = false;
+}
+
+/// Stops run() and not the context: a handler that is still waiting for
+/// something in DoEvents gets it.
+void EventLoop::stop() {
+  post([state = state_.get()] { state->stopping = true; });
+}
+
+asio::io_context& EventLoop::context() { return state_->context; }
+
+}  // namespace platform

@@ -1,0 +1,66 @@
+#include "platform/Files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+#include "platform/FileHandle.h"
+#include "platform/InputFile.h"
+#include "platform/LocalTime.h"
+
+namespace platform {
+
+std::unique_ptr<host::InputFile> Files::OpenForInput(std::string_view path) {
+  return std::make_unique<InputFile>(paths_.translate(path));
+}
+
+void Files::Append(std::string_view path, std::string_view text) {
+  constexpr unsigned EveryoneByUmask = 0666;
+  FileHandle file(paths_.translate(path), O_WRONLY | O_APPEND | O_CREAT, EveryoneByUmask);
+  while (!text.empty()) {
+    const ssize_t count = ::write(file.descriptor(), text.data(), text.size());
+    if (count >= 0) {
+      text.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      failOnFile(file.path(), "written", errno);
+    }
+  }
+  file.close();
+}
+
+void Files::Kill(std::string_view path) {
+  const std::string file = paths_.translate(path);
+  if (::unlink(file.c_str()) != 0) failOnFile(file, "deleted", errno);
+}
+
+basic::Date Files::FileDateTime(std::string_view path) const {
+  const std::string file = paths_.translate(path);
+  struct stat status {};
+  if (::stat(file.c_str(), &status) != 0) failOnFile(file, "found", errno);
+  return localDate(status.st_mtim);
+}
+
+std::string Files::TempPath() const {
+  const char* const named = std::getenv("TMPDIR");
+  std::string folder = named != nullptr && *named == '/' ? named : "/tmp";
+  if (folder.back() != '/') folder += '/';
+  return folder;
+}
+
+std::string Files::TempFileName(std::string_view folder, std::string_view prefix) {
+  std::string name = paths_.translate(folder);
+  if (name.back() != '/') name += '/';
+  if (prefix.find('/') != std::string_view::npos) {
+    failOnFile(std::string(prefix), "cannot begin a file name: it holds a separator");
+  }
+  name.append(prefix).append("XXXXXX");
+  const int descriptor = ::mkostemp(name.data(), O_CLOEXEC);
+  if (descriptor < 0) failOnFile(name, "created", errno);
+  ::close(descriptor);
+  return name;
+}
+
+}  // namespace platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/services.h"
+#include "platform/PathRules.h"
+
+namespace platform {
+
+/// Files of this system, under the paths that decks hold (PathRules.h). Every
+/// error says which file and why; its number is that of the language's own
+/// error where it has one (53 file not found, 70 permission denied).
+class Files final : public host::Files {
+ public:
+  explicit Files(const Settings& settings) : paths_(settings) {}
+
+  /// An ordinary file that no other program has locked for itself (by flock or
+  /// an open file description lock). It is not kept locked.
+  [[nodiscard]] std::unique_ptr<host::InputFile> OpenForInput(std::string_view path) override;
+  void Append(std::string_view path, std::string_view text) override;
+  void Kill(std::string_view path) override;
+  /// Of the last change, to a microsecond.
+  [[nodiscard]] basic::Date FileDateTime(std::string_view path) const override;
+  /// $TMPDIR or /tmp.
+  [[nodiscard]] std::string TempPath() const override;
+  [[nodiscard]] std::string TempFileName(std::string_view folder, std::string_view prefix) override;
+
+ private:
+  PathRules paths_;
+};
+
+}  // namespace platform

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "host/services.h"
+
+namespace platform {
+
+/// The program itself.
+class Module final : public host::Module {
+ public:
+  [[nodiscard]] std::string Title() const override;
+  [[nodiscard]] std::string EXEName() const override;
+  /// The folder of the program if the user can write there; otherwise, as for
+  /// an installed program, stateFolder(), which is created.
+  [[nodiscard]] std::string Path() const override;
+  [[nodiscard]] std::int32_t Major() const override;
+  [[nodiscard]] std::int32_t Minor() const override;
+  [[nodiscard]] std::int32_t Revision() const override;
+};
+
+}  // namespace platform

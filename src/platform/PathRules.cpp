@@ -1,0 +1,99 @@
+#include "platform/PathRules.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "basic/Error.h"
+#include "basic/Strings.h"
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void fail(std::string description) {
+  throw basic::Error(static_cast<std::int32_t>(basic::RuntimeError::PathNotFound), "Lumenfold",
+                     std::move(description));
+}
+
+std::string withSlashes(std::string_view path) { return basic::Replace(path, "\\", "/"); }
+
+bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+bool hasDrive(std::string_view path) { return path.size() >= 2 && isLetter(path[0]) && path[1] == ':'; }
+bool hasShare(std::string_view path) { return path.starts_with("\\\\"); }
+
+std::string withoutSlashAtEnd(std::string path) {
+  while (path.size() > 1 && path.back() == '/') path.pop_back();
+  return path;
+}
+
+/// Whether the path is the prefix or lies below it.
+bool liesIn(std::string_view path, std::string_view prefix) {
+  return basic::EqualsIgnoreCase(path.substr(0, prefix.size()), prefix) &&
+         (path.size() == prefix.size() || path[prefix.size()] == '/');
+}
+
+/// The entry of a folder with that name, if need be in another case.
+fs::path entryOf(const fs::path& folder, const std::string& name) {
+  std::error_code ignored;
+  if (fs::exists(folder / name, ignored)) return folder / name;
+  for (fs::directory_iterator entry(folder, ignored), end; !ignored && entry != end;
+       entry.increment(ignored)) {
+    if (basic::EqualsIgnoreCase(entry->path().filename().string(), name)) return entry->path();
+  }
+  return folder / name;
+}
+
+std::string found(const std::string& folder, std::string_view below) {
+  if (below.empty()) return folder;
+  std::error_code ignored;
+  const fs::path exact = fs::path(folder) / below;
+  if (fs::exists(exact, ignored)) return exact.string();
+  fs::path path = folder;
+  for (const std::string& name : basic::Split(below, '/')) {
+    if (!name.empty()) path = entryOf(path, name);
+  }
+  return path.string();
+}
+
+/// What a line of the settings for the path would begin with.
+std::string folderOf(std::string_view path) {
+  const std::size_t last = path.find_last_of("\\/");
+  const bool isRoot = last == std::string_view::npos || last < 3;
+  return std::string(isRoot ? path.substr(0, hasDrive(path) ? 2 : path.size()) : path.substr(0, last));
+}
+
+}  // namespace
+
+std::string PathRules::translate(std::string_view path) const {
+  if (path.empty()) fail("A path is empty.");
+  if (path.find('\0') != std::string_view::npos) fail("A path holds a NUL character.");
+  if (path.find("://") != std::string_view::npos) {
+    fail("'" + std::string(path) + "' is an address, not the path of a file.");
+  }
+  if (!hasDrive(path) && !hasShare(path)) {
+    std::error_code ignored;
+    const bool asItIs = path.front() == '/' && fs::exists(fs::path(path), ignored);
+    return asItIs ? std::string(path) : withSlashes(path);
+  }
+
+  const std::string slashed = withSlashes(path);
+  std::string longest;
+  std::string target;
+  for (const auto& [key, value] : settings_.entries("Paths")) {
+    std::string prefix = withoutSlashAtEnd(withSlashes(key));
+    if (prefix.size() >= longest.size() && liesIn(slashed, prefix)) {
+      longest = std::move(prefix);
+      target = value;
+    }
+  }
+  if (longest.empty()) {
+    fail("This system has no '" + std::string(path) + "'. To say where it is, add a line like '" +
+         folderOf(path) + " = /srv/data' to the section [Paths] of " + settings_.file() + ".");
+  }
+  return found(target, std::string_view(slashed).substr(std::min(slashed.size(), longest.size() + 1)));
+}
+
+}  // namespace platform

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Settings.h"
+
+namespace platform {
+
+/// Turns the paths that decks hold into paths of this system.
+///
+/// A path that begins with "/" is one of this system. If it holds backslashes
+/// and no file has that very name, they separate folders, since the system
+/// joins folder and name with one; so they do in relative paths.
+///
+/// A path with a drive (`C:\data\x.txt`) or a share (`\\server\share\x.txt`) is
+/// translated by the section Paths of the settings, whose lines have the form
+/// `C:\data = /srv/data`: the longest that begins the path counts, in any case,
+/// with "/" as good as "\". As the other system does not mind the case of
+/// names, neither does what follows: where no file has the exact name, one that
+/// differs only in case is taken.
+class PathRules {
+ public:
+  explicit PathRules(const Settings& settings) : settings_(settings) {}
+
+  /// Fails, telling how to add a line to the settings, when there is no
+  /// translation; and on an empty path and a web address.
+  [[nodiscard]] std::string translate(std::string_view path) const;
+
+ private:
+  const Settings& settings_;
+};
+
+}  // namespace platform

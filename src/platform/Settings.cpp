@@ -1,0 +1,81 @@
+#include "platform/Settings.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "basic/Strings.h"
+#include "platform/UserFolders.h"
+
+namespace platform {
+
+Settings::Settings() : Settings(configFolder() + "/settings.ini") {}
+
+Settings::Settings(std::string file) : file_(std::move(file)) {}
+
+std::string Settings::GetSetting(std::string_view application, std::string_view section,
+                                 std::string_view key) const {
+  if (!basic::EqualsIgnoreCase(application, ApplicationName)) return {};
+  const std::string variable = "LUMENFOLD_" + basic::UCase(section) + "_" + basic::UCase(key);
+  if (const char* const value = std::getenv(variable.c_str())) return value;
+
+  const auto& entries = content().entries;
+  const auto found = std::find_if(entries.rbegin(), entries.rend(), [&](const IniFile::Entry& entry) {
+    return basic::EqualsIgnoreCase(entry.section, section) && basic::EqualsIgnoreCase(entry.key, key);
+  });
+  return found == entries.rend() ? std::string() : found->value;
+}
+
+std::vector<std::pair<std::string, std::string>> Settings::entries(std::string_view section) const {
+  std::vector<std::pair<std::string, std::string>> found;
+  for (const IniFile::Entry& entry : content().entries) {
+    if (basic::EqualsIgnoreCase(entry.section, section)) found.emplace_back(entry.key, entry.value);
+  }
+  return found;
+}
+
+bool Settings::Version::operator==(const Version& other) const {
+  return device == other.device && inode == other.inode && size == other.size &&
+         changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
+}
+
+/// The default version stands for a file that is not there.
+Settings::Version Settings::present() const {
+  struct stat status {};
+  if (stat(file_.c_str(), &status) != 0) return {};
+  return {status.st_dev, status.st_ino, status.st_size, status.st_mtim};
+}
+
+const IniFile& Settings::content() const {
+  const Version now = present();
+  if (now == read_) return content_;
+  read_ = now;
+  content_ = {};
+  if (now == Version{}) return content_;
+
+  std::ifstream stream(file_, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(stream), {}};
+  if (stream.fail()) {
+    reportOnce(file_ + " cannot be read: " + std::strerror(errno) + ".");
+    return content_;
+  }
+  content_ = parseIniFile(text);
+  for (const IniFile::BrokenLine& line : content_.broken) {
+    reportOnce(file_ + ", line " + std::to_string(line.number) + " is ignored: " + line.reason + ".");
+  }
+  return content_;
+}
+
+void Settings::reportOnce(const std::string& problem) const {
+  if (std::find(reported_.begin(), reported_.end(), problem) != reported_.end()) return;
+  reported_.push_back(problem);
+  std::cerr << ApplicationName << ": " << problem << '\n';
+}
+
+}  // namespace platform

@@ -1,0 +1,24 @@
+#include "platform/SystemClock.h"
+
+#include "platform/LocalTime.h"
+
+namespace platform {
+namespace {
+
+std::timespec present() {
+  std::timespec moment{};
+  std::timespec_get(&moment, TIME_UTC);
+  return moment;
+}
+
+}  // namespace
+
+basic::Date SystemClock::Now() const {
+  std::timespec moment = present();
+  moment.tv_nsec = 0;
+  return localDate(moment);
+}
+
+float SystemClock::Timer() const { return static_cast<float>(secondsSinceMidnight(present())); }
+
+}  // namespace platform

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// The program's name towards its user: of its folders, its messages and the
+/// application whose settings it reads.
+inline constexpr const char* ApplicationName = "Corvane Lumenfold 2000";
+
+/// The user's folder for settings: "$XDG_CONFIG_HOME" or "~/.config" and the
+/// application's name. It need not exist.
+std::string configFolder();
+
+/// The user's folder for what the program writes about itself:
+/// "$XDG_STATE_HOME" or "~/.local/state" and the application's name. It need
+/// not exist.
+std::string stateFolder();
+
+}  // namespace platform

@@ -1,0 +1,154 @@
+#include "platform/EventLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+namespace platform {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+class EventLoopTest : public testing::Test {
+ protected:
+  std::unique_ptr<host::Timer> started(std::int32_t interval, std::function<void()> handler) {
+    auto timer = loop_.CreateTimer(std::move(handler));
+    timer->Interval(interval);
+    timer->Enabled(true);
+    return timer;
+  }
+  /// Runs the loop for so long.
+  void runFor(milliseconds duration) {
+    const auto end = steady_clock::now() + duration;
+    while (steady_clock::now() < end) loop_.DoEvents();
+  }
+  EventLoop loop_;
+};
+
+TEST_F(EventLoopTest, TimersFireWhenEnabledWithAnInterval) {
+  int created = 0;
+  int zero = 0;
+  int running = 0;
+  const auto timer = loop_.CreateTimer([&] { ++created; });
+  EXPECT_FALSE(timer->Enabled());
+  EXPECT_EQ(timer->Interval(), 0);
+  timer->Interval(1);
+  const auto never = started(0, [&] { ++zero; });
+  const auto other = started(1, [&] {
+    if (++running == 5) loop_.stop();
+  });
+  loop_.run();
+  EXPECT_EQ(running, 5);
+  EXPECT_EQ(created, 0);
+  EXPECT_EQ(zero, 0);
+}
+
+TEST_F(EventLoopTest, ALateTimerFiresOnce) {
+  int fired = 0;
+  const auto timer = started(20, [&] { ++fired; });
+  std::this_thread::sleep_for(milliseconds(110));
+  loop_.DoEvents();
+  EXPECT_EQ(fired, 1);
+  loop_.DoEvents();
+  EXPECT_EQ(fired, 1) << "the times that were missed must not follow";
+}
+
+TEST_F(EventLoopTest, AChangeStartsTheIntervalAnew) {
+  int fired = 0;
+  const auto timer = started(30, [&] { ++fired; });
+  std::this_thread::sleep_for(milliseconds(40));
+  timer->Enabled(false);
+  timer->Enabled(true);  // the time that had passed is forgotten
+  loop_.DoEvents();
+  EXPECT_EQ(fired, 0);
+  std::this_thread::sleep_for(milliseconds(40));
+  timer->Interval(100'000);
+  loop_.DoEvents();
+  EXPECT_EQ(fired, 0);
+  timer->Interval(1);
+  runFor(milliseconds(20));
+  EXPECT_GT(fired, 0);
+}
+
+TEST_F(EventLoopTest, AHandlerMayWaitInDoEvents) {
+  int inside = 0;
+  int others = 0;
+  bool posted = false;
+  const auto other = started(1, [&] { ++others; });
+  const auto timer = started(1, [&] {
+    EXPECT_EQ(++inside, 1) << "it fired inside its own handler";
+    loop_.post([&] { posted = true; });
+    const int before = others;
+    while (!posted || others < before + 3) loop_.DoEvents();
+    --inside;
+    loop_.stop();
+  });
+  loop_.run();
+  EXPECT_TRUE(posted);
+}
+
+TEST_F(EventLoopTest, AHandlerMayChangeOrDestroyItsTimer) {
+  int fired = 0;
+  std::unique_ptr<host::Timer> timer = started(1, [&] {
+    ++fired;
+    timer.reset();
+  });
+  int switchedOff = 0;
+  std::unique_ptr<host::Timer> off = started(1, [&] {
+    ++switchedOff;
+    off->Enabled(false);
+  });
+  int slower = 0;
+  std::unique_ptr<host::Timer> slow = started(1, [&] {
+    ++slower;
+    slow->Interval(100'000);
+  });
+  runFor(milliseconds(30));
+  EXPECT_EQ(fired, 1);
+  EXPECT_EQ(switchedOff, 1);
+  EXPECT_EQ(slower, 1);
+}
+
+TEST_F(EventLoopTest, ADestroyedTimerNeverFires) {
+  auto timer = started(1, [] { FAIL(); });
+  std::this_thread::sleep_for(milliseconds(5));
+  timer.reset();
+  runFor(milliseconds(10));
+}
+
+TEST_F(EventLoopTest, DoEventsIsNoBusyWaitAndComesBack) {
+  int calls = 0;
+  const auto end = steady_clock::now() + milliseconds(50);
+  for (; steady_clock::now() < end; ++calls) loop_.DoEvents();
+  EXPECT_LE(calls, 50);
+
+  // Work that never ends must not keep who waits.
+  std::function<void()> again = [&] { loop_.post(again); };
+  again();
+  loop_.DoEvents();
+}
+
+TEST_F(EventLoopTest, RunsAgainAfterAStopFromElsewhere) {
+  for (int i = 0; i < 2; ++i) {
+    std::thread other([&] { loop_.stop(); });
+    loop_.run();
+    other.join();
+  }
+}
+
+TEST_F(EventLoopTest, SignalsComeThroughTheLoop) {
+  std::vector<int> signals;
+  loop_.onSignal([&](int signal) {
+    signals.push_back(signal);
+    signals.size() == 1 ? static_cast<void>(std::raise(SIGINT)) : loop_.stop();
+  });
+  std::raise(SIGTERM);
+  loop_.run();
+  EXPECT_EQ(signals, (std::vector{SIGTERM, SIGINT}));
+}
+
+}  // namespace
+}  // namespace platform
