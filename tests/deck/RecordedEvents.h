@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/powerpoint.h"
+
+namespace deck::test {
+
+/// Writes the application's events down, and lets a test act inside of one.
+class RecordedEvents final : public PowerPoint::ApplicationEvents {
+ public:
+  using Presentation = std::shared_ptr<PowerPoint::Presentation>;
+  using Window = std::shared_ptr<PowerPoint::SlideShowWindow>;
+
+  void NewPresentation(const Presentation&) override { log.emplace_back("new"); }
+  void PresentationOpen(const Presentation&) override { log.emplace_back("open"); }
+  void PresentationClose(const Presentation&) override { log.emplace_back("close"); }
+  void PresentationSave(const Presentation& presentation) override {
+    log.emplace_back("save");
+    if (onSave) onSave(*presentation);
+  }
+  void SlideShowBegin(const Window& window) override {
+    log.push_back("begin " + std::to_string(window->View()->CurrentShowPosition()));
+    if (onBegin) onBegin(*window);
+  }
+  void SlideShowNextSlide(const Window& window) override {
+    log.push_back("slide " + std::to_string(window->View()->CurrentShowPosition()));
+  }
+  void SlideShowEnd(const Presentation&) override { log.emplace_back("end"); }
+
+  /// What was written since the last call.
+  std::vector<std::string> take() { return std::exchange(log, {}); }
+
+  std::vector<std::string> log;
+  std::function<void(PowerPoint::Presentation&)> onSave;
+  std::function<void(PowerPoint::SlideShowWindow&)> onBegin;
+};
+
+}  // namespace deck::test
