@@ -1,0 +1,292 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "basic/Error.h"
+#include "deck/DeckBuilder.h"
+#include "deck/Links.h"
+#include "deck/Slide.h"
+#include "deck/SlideShowSettings.h"
+
+namespace deck::test {
+namespace {
+
+using PowerPoint::ShapeType;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+std::string errorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const basic::Error& error) {
+    return error.description;
+  }
+  return "no error";
+}
+
+std::string picture(int id, const std::string& name, const std::string& nvPr, const std::string& blip) {
+  return "<p:pic><p:nvPicPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
+         "\"/><p:cNvPicPr/><p:nvPr>" + nvPr + "</p:nvPr></p:nvPicPr><p:blipFill><a:blip " + blip +
+         "/></p:blipFill><p:spPr/></p:pic>";
+}
+
+std::string frame(int id, const std::string& name, const std::string& uri, const std::string& content = {}) {
+  return "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
+         "\"/><p:cNvGraphicFramePr/><p:nvPr/></p:nvGraphicFramePr><p:xfrm/><a:graphic><a:graphicData uri=\"" +
+         uri + "\">" + content + "</a:graphicData></a:graphic></p:graphicFrame>";
+}
+
+std::string geometry(const std::string& name, const std::string& cNvSpPr, const std::string& nvPr,
+                     const std::string& spPr) {
+  return "<p:sp><p:nvSpPr><p:cNvPr id=\"9\" name=\"" + name + "\"/><p:cNvSpPr " + cNvSpPr + "/><p:nvPr>" +
+         nvPr + "</p:nvPr></p:nvSpPr><p:spPr>" + spPr + "</p:spPr></p:sp>";
+}
+
+std::string alternative(const std::string& choice, const std::string& fallback) {
+  return "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">"
+         "<mc:Choice Requires=\"x\">" +
+         choice + "</mc:Choice><mc:Fallback>" + fallback + "</mc:Fallback></mc:AlternateContent>";
+}
+
+const std::string Ole = "http://schemas.openxmlformats.org/presentationml/2006/ole";
+
+TEST(ShapesTest, EveryKindHasItsTypeAndOnlyShapesWithTextAFrame) {
+  struct Case {
+    std::string xml;
+    ShapeType type;
+    bool hasText = false;
+  };
+  const std::string schemas = "http://schemas.openxmlformats.org/drawingml/2006/";
+  const std::vector<Case> cases{
+      {geometry("a", "", "", "<a:prstGeom prst=\"ellipse\"/>"), ShapeType::AutoShape, true},
+      {geometry("a", "txBox=\"1\"", "", "<a:prstGeom prst=\"rect\"/>"), ShapeType::TextBox, true},
+      {geometry("a", "", "<p:ph type=\"title\"/>", ""), ShapeType::Placeholder, true},
+      {geometry("a", "", "", "<a:custGeom/>"), ShapeType::Freeform, true},
+      {geometry("a", "", "", "<a:prstGeom prst=\"line\"/>"), ShapeType::Line, true},
+      {"<p:cxnSp><p:nvCxnSpPr><p:cNvPr id=\"2\" name=\"a\"/><p:cNvCxnSpPr/><p:nvPr/></p:nvCxnSpPr><p:spPr>"
+       "<a:prstGeom prst=\"line\"/></p:spPr></p:cxnSp>",
+       ShapeType::Line},
+      {"<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"2\" "
+       "name=\"a\"/><p:cNvGrpSpPr/><p:nvPr/></p:nvGrpSpPr><p:grpSpPr/>" +
+           textShape(3, "inner", "x") + "</p:grpSp>",
+       ShapeType::Group},
+      {picture(2, "a", "", "r:embed=\"rId1\""), ShapeType::Picture},
+      {picture(2, "a", "", "r:link=\"rId1\""), ShapeType::LinkedPicture},
+      {picture(2, "a", "<a:videoFile r:link=\"rId1\"/>", "r:embed=\"rId1\""), ShapeType::Media},
+      {frame(2, "a", schemas + "table", "<a:tbl/>"), ShapeType::Table},
+      {frame(2, "a", schemas + "chart"), ShapeType::Chart},
+      {alternative(frame(2, "a", "http://schemas.microsoft.com/office/drawing/2014/chartex"),
+                   picture(2, "a", "", "")),
+       ShapeType::Chart},
+      {frame(2, "a", schemas + "diagram"), ShapeType::Diagram},
+      {frame(2, "a", Ole, "<p:oleObj progId=\"X\" r:id=\"rId1\"><p:embed/></p:oleObj>"),
+       ShapeType::EmbeddedOLEObject},
+      {frame(2, "a", Ole,
+             alternative("<p:oleObj progId=\"X\" r:id=\"rId1\"><p:link/></p:oleObj>", "<p:oleObj/>")),
+       ShapeType::LinkedOLEObject},
+  };
+  DeckBuilder deck;
+  for (const Case& c : cases) deck.addSlide(c.xml);
+  const auto presentation = deck.presentation();
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    SCOPED_TRACE(cases[i].xml);
+    const auto shapes = presentation->Slides()->Item(static_cast<std::int32_t>(i + 1))->Shapes();
+    ASSERT_EQ(shapes->Count(), 1);
+    const auto shape = shapes->Item("A");
+    EXPECT_EQ(shape->Type(), cases[i].type);
+    EXPECT_EQ(shape->HasTextFrame(), cases[i].hasText);
+  }
+}
+
+TEST(ShapesTest, TheFirstOfANameIsFoundInAnyCase) {
+  DeckBuilder deck;
+  deck.addSlide(textShape(2, "Price", "one") + textShape(3, "PRICE", "two") + textShape(4, "", "three"));
+  const auto shapes = deck.presentation()->Slides()->Item(1)->Shapes();
+  EXPECT_EQ(shapes->Item("price")->TextFrame()->TextRange()->Text(), "one");
+  EXPECT_EQ(shapes->Item(2)->Name(), "PRICE");
+}
+
+TEST(ShapesTest, ErrorsNameSlideAndShape) {
+  DeckBuilder deck;
+  deck.addSlide();
+  deck.addSlide(picture(2, "Photo", "", "r:embed=\"rId1\""));
+  const auto presentation = deck.presentation();
+  const auto shapes = presentation->Slides()->Item(2)->Shapes();
+  EXPECT_THAT(errorOf([&] { static_cast<void>(shapes->Item("Foto")); }),
+              HasSubstr("no shape 'Foto' on slide 2"));
+  for (const std::int32_t index : {0, 2, -1}) {
+    EXPECT_THAT(errorOf([&] { static_cast<void>(shapes->Item(index)); }), HasSubstr("on slide 2"));
+  }
+  for (const std::int32_t index : {0, 3, -1}) {
+    EXPECT_THAT(errorOf([&] { static_cast<void>(presentation->Slides()->Item(index)); }),
+                HasSubstr("There is no slide " + std::to_string(index)));
+  }
+  const auto photo = shapes->Item(1);
+  for (const auto& action : std::vector<std::function<void()>>{
+           [&] { static_cast<void>(photo->TextFrame()); }, [&] { static_cast<void>(photo->LinkFormat()); },
+           [&] { static_cast<void>(photo->OLEFormat()); }}) {
+    EXPECT_THAT(errorOf(action), HasSubstr("'Photo' on slide 2"));
+  }
+}
+
+TEST(LinksTest, TargetsBecomePathsOfTheirSystem) {
+  struct Case {
+    const char* target;
+    const char* path;
+  };
+  const std::vector<Case> cases{
+      {"file:///C:\\Data\\Book%201.xlsx!Sheet1!R1C1:R2C2", "C:\\Data\\Book 1.xlsx!Sheet1!R1C1:R2C2"},
+      {"file:///C:/Data/a.png", "C:\\Data\\a.png"},
+      {"file:///\\\\server\\share\\a.png", "\\\\server\\share\\a.png"},
+      {"file://server/share/a.png", "\\\\server\\share\\a.png"},
+      {"FILE:///data/two%20words.png", "/data/two words.png"},
+      {"file:///data/100%.png", "/data/100%.png"},
+      {"a.png", "/decks/a.png"},
+      {"pictures/a%20b.png", "/decks/pictures/a b.png"},
+      {"C:\\Data\\a.png", "C:\\Data\\a.png"},
+      {"/data/a.png", "/data/a.png"},
+      {"https://example.com/a%20b.png", "https://example.com/a%20b.png"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(sourcePath(c.target, "/decks/test.pptx"), c.path) << c.target;
+  EXPECT_EQ(sourcePath("a.png", "C:\\decks\\test.pptx"), "C:\\decks\\a.png");
+}
+
+TEST(LinksTest, PicturesAndObjectsTellTheirSource) {
+  DeckBuilder deck;
+  deck.addSlide();
+  const std::string book = deck.relate(1, "oleObject", "file:///C:\\Data\\Book.xlsx!Sheet1", true);
+  const std::string photo = deck.relate(1, "image", "file:///data/photo.png", true);
+  deck.shapes(1, frame(2, "Book", Ole,
+                       "<p:oleObj progId=\"Excel.Sheet.12\" r:id=\"" + book + "\"><p:link/></p:oleObj>") +
+                     picture(3, "Photo", "", "r:link=\"" + photo + "\""));
+  const auto shapes = deck.presentation()->Slides()->Item(1)->Shapes();
+  EXPECT_EQ(shapes->Item("Book")->LinkFormat()->SourceFullName(), "C:\\Data\\Book.xlsx!Sheet1");
+  EXPECT_EQ(shapes->Item("Book")->OLEFormat()->ProgID(), "Excel.Sheet.12");
+  EXPECT_EQ(shapes->Item("Photo")->LinkFormat()->SourceFullName(), "/data/photo.png");
+}
+
+TEST(SlidesTest, StandInTheOrderOfTheList) {
+  DeckBuilder deck;
+  deck.addSlide(textShape(2, "a", "first part"));
+  deck.addSlide(textShape(2, "a", "second part"));
+  std::string presentation;
+  for (const ZipEntry& entry : deck.entries()) {
+    if (entry.name == "ppt/presentation.xml") presentation = entry.content;
+  }
+  const std::size_t one = presentation.find("rId101");
+  presentation.replace(presentation.find("rId102"), 6, "rId101").replace(one, 6, "rId102");
+  deck.part("ppt/presentation.xml", presentation);
+  const auto slides = deck.presentation()->Slides();
+  EXPECT_EQ(slides->Count(), 2);
+  EXPECT_EQ(slides->Item(1)->Shapes()->Item(1)->TextFrame()->TextRange()->Text(), "second part");
+  EXPECT_EQ(slides->Item(2)->SlideIndex(), 2);
+}
+
+TEST(SlidesTest, AreHiddenAndShownAgain) {
+  class Listener final : public ChangeListener {
+   public:
+    void shapeChanged(std::int32_t, std::uint32_t) override {}
+    void slideHiddenChanged(std::int32_t slideIndex) override { slides.push_back(slideIndex); }
+    void linksUpdated() override { ++links; }
+    std::vector<std::int32_t> slides;
+    int links = 0;
+  };
+  DeckBuilder deck;
+  deck.addSlide();
+  deck.addSlide();
+  deck.slideAttributes(2, "show=\"false\"");
+  const auto presentation = deck.presentation();
+  Listener listener;
+  presentation->addListener(listener);
+  const auto hidden = [&](std::int32_t slide) {
+    return presentation->Slides()->Item(slide)->SlideShowTransition();
+  };
+  EXPECT_FALSE(hidden(1)->Hidden());
+  EXPECT_TRUE(hidden(2)->Hidden());
+  hidden(1)->Hidden(false);
+  hidden(2)->Hidden(true);
+  EXPECT_TRUE(presentation->Saved());
+  hidden(1)->Hidden(true);
+  hidden(2)->Hidden(false);
+  EXPECT_FALSE(presentation->Saved());
+  EXPECT_THAT(listener.slides, ElementsAre(1, 2));
+  EXPECT_THAT(std::string(presentation->slidePart(1).bytes()), HasSubstr(" show=\"0\""));
+  EXPECT_EQ(std::string(presentation->slidePart(2).bytes()).find("show="), std::string::npos);
+  presentation->UpdateLinks();
+  EXPECT_EQ(listener.links, 1);
+}
+
+TEST(SlidesTest, TimingsAreFoundInAlternativesToo) {
+  DeckBuilder deck;
+  for (int i = 0; i < 3; ++i) deck.addSlide();
+  deck.afterCommonData(1, "<p:transition advTm=\"2500\"/>");
+  deck.afterCommonData(2, alternative("<p:transition advTm=\"500\"/>", "<p:transition/>"));
+  deck.afterCommonData(3, "<p:transition advClick=\"0\"/>");
+  const auto slides = deck.presentation()->Slides();
+  EXPECT_TRUE(slides->Item(1)->SlideShowTransition()->AdvanceOnTime());
+  EXPECT_DOUBLE_EQ(slides->Item(1)->SlideShowTransition()->AdvanceTime(), 2.5);
+  EXPECT_DOUBLE_EQ(slides->Item(2)->SlideShowTransition()->AdvanceTime(), 0.5);
+  EXPECT_FALSE(slides->Item(3)->SlideShowTransition()->AdvanceOnTime());
+}
+
+TEST(SettingsTest, AreWhatTheAuthorSetUp) {
+  using PowerPoint::SlideShowType;
+  struct Case {
+    const char* properties;
+    SlideShowType type;
+    bool loops;
+    bool usesTimings;
+    std::vector<std::int32_t> slides;
+  };
+  const std::vector<Case> cases{
+      {"", SlideShowType::Speaker, false, true, {1, 2, 3}},
+      {"<p:showPr loop=\"1\" useTimings=\"0\"><p:present/><p:sldAll/></p:showPr>",
+       SlideShowType::Speaker,
+       true,
+       false,
+       {1, 2, 3}},
+      {"<p:showPr><p:browse/><p:sldRg st=\"2\" end=\"3\"/></p:showPr>",
+       SlideShowType::Window,
+       false,
+       true,
+       {2, 3}},
+      {"<p:showPr><p:kiosk restart=\"300000\"/><p:sldRg st=\"0\" end=\"99\"/></p:showPr>",
+       SlideShowType::Kiosk,
+       true,
+       true,
+       {1, 2, 3}},
+      {"<p:showPr><p:present/><p:custShow id=\"4\"/></p:showPr>",
+       SlideShowType::Speaker,
+       false,
+       true,
+       {3, 1, 3}},
+      {"<p:showPr><p:present/><p:custShow id=\"5\"/></p:showPr>",
+       SlideShowType::Speaker,
+       false,
+       true,
+       {1, 2, 3}},
+      {"<p:showPr><p:present/><p:sldRg st=\"9\" end=\"12\"/></p:showPr>",
+       SlideShowType::Speaker,
+       false,
+       true,
+       {1, 2, 3}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.properties);
+    DeckBuilder deck;
+    for (int i = 0; i < 3; ++i) deck.addSlide();
+    deck.presentationProperties(c.properties);
+    std::string sequence;
+    for (int slide : {3, 1, 3}) sequence += "<p:sld r:id=\"" + DeckBuilder::slideRelationship(slide) + "\"/>";
+    deck.presentationExtra("<p:custShowLst><p:custShow name=\"Short\" id=\"4\"><p:sldLst>" + sequence +
+                           "<p:sld r:id=\"rIdGone\"/></p:sldLst></p:custShow></p:custShowLst>");
+    const auto presentation = deck.presentation();
+    const SlideShowSettings settings(*presentation);
+    EXPECT_EQ(settings.ShowType(), c.type);
+    EXPECT_EQ(settings.loops(), c.loops);
+    EXPECT_EQ(settings.usesTimings(), c.usesTimings);
+    EXPECT_EQ(settings.slides(), c.slides);
+  }
+}
+
+}  // namespace
+}  // namespace deck::test

@@ -1,0 +1,246 @@
+#include "deck/SlideShow.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "basic/Error.h"
+#include "deck/DeckBuilder.h"
+#include "deck/RecordedEvents.h"
+#include "deck/TemporaryFolder.h"
+#include "fakes/FakeServices.h"
+
+namespace deck::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A show of slides that a test describes by a letter each: "v" visible, "h"
+/// hidden, a digit goes on by itself after so many seconds.
+class SlideShowTest : public testing::Test, public SlideShowListener {
+ protected:
+  SlideShowTest() { application_->Advise(&events_); }
+
+  std::shared_ptr<SlideShow> begin(const std::string& slides, const SlideShowOptions& options = {}) {
+    for (char kind : slides) {
+      const int slide = deck_.addSlide();
+      if (kind == 'h') deck_.slideAttributes(slide, "show=\"0\"");
+      if (kind >= '0' && kind <= '9') {
+        deck_.afterCommonData(slide, std::string("<p:transition advTm=\"") + kind + "000\"/>");
+      }
+    }
+    presentation_ = deck_.presentation();
+    return show_ = SlideShow::begin(*application_, presentation_, loop_, options, this);
+  }
+  void hide(std::int32_t slide, bool hidden = true) {
+    presentation_->Slides()->Item(slide)->SlideShowTransition()->Hidden(hidden);
+  }
+  /// The positions that a number of steps forward lead to; 0 once it has ended.
+  std::vector<std::int32_t> steps(int count) {
+    std::vector<std::int32_t> positions;
+    for (int i = 0; i < count; ++i) {
+      show_->next();
+      positions.push_back(show_->isRunning() ? show_->position() : 0);
+    }
+    return positions;
+  }
+
+  void slideChanged() override { heard_.push_back("slide " + std::to_string(show_ ? show_->position() : 0)); }
+  void blankChanged() override {
+    heard_.push_back("blank " + std::to_string(static_cast<int>(show_->blank())));
+  }
+  void ended() override { heard_.emplace_back("ended"); }
+
+  DeckBuilder deck_;
+  fakes::Loop loop_;
+  RecordedEvents events_;
+  std::shared_ptr<Application> application_ = std::make_shared<Application>();
+  std::shared_ptr<Presentation> presentation_;
+  std::shared_ptr<SlideShow> show_;
+  std::vector<std::string> heard_;
+};
+
+TEST_F(SlideShowTest, GoesFromBeginningToEnd) {
+  begin("vvv");
+  EXPECT_THAT(events_.take(), ElementsAre("begin 1", "slide 1"));
+  EXPECT_EQ(show_->View()->Slide()->SlideIndex(), 1);
+  EXPECT_THAT(steps(3), ElementsAre(2, 3, 4));
+  EXPECT_TRUE(show_->isAtEnd());
+  EXPECT_THROW(static_cast<void>(show_->View()->Slide()), basic::Error);
+  EXPECT_THAT(events_.take(), ElementsAre("slide 2", "slide 3")) << "the end slide is no slide";
+  show_->previous();
+  EXPECT_EQ(show_->position(), 3);
+  EXPECT_THAT(steps(3), ElementsAre(4, 0, 0));
+  EXPECT_THAT(events_.take(), ElementsAre("slide 3", "end"));
+  EXPECT_THAT(heard_, ElementsAre("slide 0", "slide 2", "slide 3", "slide 4", "slide 3", "slide 4", "ended"));
+  show_->goTo(1);
+  show_->end();
+  EXPECT_THAT(events_.take(), IsEmpty());
+}
+
+TEST_F(SlideShowTest, TakesTheWayThatSettingsAndHiddenSlidesLeave) {
+  struct Case {
+    const char* title;
+    const char* slides;
+    const char* properties;
+    SlideShowOptions options;
+    std::int32_t first;
+    std::vector<std::int32_t> next;
+  };
+  SlideShowOptions looping;
+  looping.loop = true;
+  SlideShowOptions kiosk;
+  kiosk.kiosk = true;
+  SlideShowOptions third;
+  third.startSlide = 3;
+  SlideShowOptions range;
+  range.firstSlide = 2;
+  range.lastSlide = 3;
+  const std::vector<Case> cases{
+      {"hidden slides are skipped", "hvhvh", "", {}, 2, {4, 6, 0}},
+      {"a loop wraps", "vhv", "", looping, 1, {3, 1, 3}},
+      {"a kiosk loops", "vv", "", kiosk, 1, {2, 1}},
+      {"the deck says kiosk", "vv", "<p:showPr><p:kiosk/></p:showPr>", {}, 1, {2, 1}},
+      {"the deck says loop", "vv", "<p:showPr loop=\"1\"/>", {}, 1, {2, 1}},
+      {"begins at a hidden slide when told so", "vvhv", "", third, 3, {4, 5}},
+      {"a range", "vvvv", "", range, 2, {3, 5, 0}},
+      {"the deck's range", "vvvv", "<p:showPr><p:sldRg st=\"3\" end=\"4\"/></p:showPr>", {}, 3, {4, 5}},
+      {"only one visible, looping", "hvh", "", looping, 2, {2, 2}},
+      {"all hidden", "hhh", "", {}, 1, {1, 1}},
+      {"all hidden, looping", "hhh", "", looping, 1, {1, 1}},
+      {"custom show", "vvv", "<p:showPr><p:custShow id=\"1\"/></p:showPr>", {}, 3, {1, 3, 4, 0}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.title);
+    deck_ = DeckBuilder();
+    if (*c.properties != '\0') deck_.presentationProperties(c.properties);
+    std::string sequence;
+    for (int slide : {3, 1, 3}) sequence += "<p:sld r:id=\"" + DeckBuilder::slideRelationship(slide) + "\"/>";
+    deck_.presentationExtra("<p:custShowLst><p:custShow name=\"x\" id=\"1\"><p:sldLst>" + sequence +
+                            "</p:sldLst></p:custShow></p:custShowLst>");
+    begin(c.slides, c.options);
+    EXPECT_EQ(show_->position(), c.first);
+    EXPECT_EQ(steps(static_cast<int>(c.next.size())), c.next);
+  }
+}
+
+TEST_F(SlideShowTest, GoesWhereItIsTold) {
+  begin("vhvhv");
+  show_->last();
+  EXPECT_EQ(show_->position(), 5);
+  show_->previous();
+  EXPECT_EQ(show_->position(), 3);
+  show_->goTo(2);
+  EXPECT_EQ(show_->position(), 2) << "a hidden slide may be asked for by number";
+  EXPECT_EQ(show_->following(), 3);
+  show_->first();
+  show_->previous();
+  EXPECT_EQ(show_->position(), 1);
+  EXPECT_THROW(show_->goTo(6), basic::Error);
+  EXPECT_THROW(show_->goTo(0), basic::Error);
+  EXPECT_EQ(show_->position(), 1);
+}
+
+TEST_F(SlideShowTest, FollowsTheSlidesTimings) {
+  begin("32v");
+  loop_.Advance(2999);
+  EXPECT_EQ(show_->position(), 1);
+  loop_.Advance(1);
+  EXPECT_EQ(show_->position(), 2);
+  show_->previous();
+  loop_.Advance(2999);
+  EXPECT_EQ(show_->position(), 1) << "each showing of a slide has its full time";
+  loop_.Advance(1 + 2000);
+  EXPECT_EQ(show_->position(), 3);
+  loop_.Advance(1000000);
+  EXPECT_EQ(show_->position(), 3) << "a slide without a timing waits";
+}
+
+TEST_F(SlideShowTest, TimingsStopWhenBlankOrUnwantedOrOver) {
+  begin("22");
+  show_->blank(Blank::Black);
+  loop_.Advance(10000);
+  EXPECT_EQ(show_->position(), 1);
+  show_->blank(Blank::None);
+  loop_.Advance(2000);
+  EXPECT_EQ(show_->position(), 2);
+  show_->blank(Blank::White);
+  show_->next();
+  EXPECT_EQ(show_->blank(), Blank::None) << "another slide ends the blank";
+  EXPECT_TRUE(show_->isAtEnd());
+  loop_.Advance(10000);
+  EXPECT_TRUE(show_->isRunning()) << "the end slide waits";
+  EXPECT_THAT(heard_,
+              ElementsAre("slide 0", "blank 1", "blank 0", "slide 2", "blank 2", "blank 0", "slide 3"));
+
+  deck_ = DeckBuilder();
+  SlideShowOptions byHand;
+  byHand.useTimings = false;
+  begin("12", byHand);
+  loop_.Advance(10000);
+  EXPECT_EQ(show_->position(), 1);
+}
+
+TEST_F(SlideShowTest, LeavesASlideThatBecomesHiddenButNotAtOnce) {
+  begin("vvv");
+  hide(1);
+  EXPECT_EQ(show_->position(), 1) << "whoever hides it is in the midst of its work";
+  loop_.Advance(10);
+  EXPECT_EQ(show_->position(), 2);
+  hide(2);
+  hide(2, false);
+  loop_.Advance(10);
+  EXPECT_EQ(show_->position(), 2) << "hidden and shown again within one turn";
+  hide(3);
+  hide(2);
+  hide(1, false);
+  loop_.Advance(10);
+  EXPECT_EQ(show_->position(), 1) << "back to what there is to see";
+  hide(1);
+  loop_.Advance(10);
+  EXPECT_EQ(show_->position(), 1) << "nothing else to see";
+  show_->goTo(3);
+  hide(1, false);
+  hide(3, false);
+  hide(3);
+  loop_.Advance(10);
+  EXPECT_EQ(show_->position(), 3) << "asked for by number";
+}
+
+TEST_F(SlideShowTest, SkipsWhatTheBeginningHid) {
+  events_.onBegin = [this](PowerPoint::SlideShowWindow& window) {
+    EXPECT_EQ(window.Presentation(), presentation_);
+    hide(1);
+    hide(2);
+    window.View()->PointerType(PowerPoint::SlideShowPointerType::AlwaysHidden);
+  };
+  begin("vvv");
+  EXPECT_THAT(events_.take(), ElementsAre("begin 1", "slide 3"));
+  EXPECT_EQ(show_->View()->PointerType(), PowerPoint::SlideShowPointerType::AlwaysHidden);
+}
+
+TEST_F(SlideShowTest, NeedsASlideAndARangeThatExists) {
+  EXPECT_THROW(begin(""), basic::Error);
+  SlideShowOptions beyond;
+  beyond.lastSlide = 3;
+  EXPECT_THROW(begin("vv", beyond), basic::Error);
+  EXPECT_THAT(events_.take(), IsEmpty());
+}
+
+TEST_F(SlideShowTest, GoesOnWhenTheDeckIsDeleted) {
+  const TemporaryFolder folder;
+  deck_.addSlide(textShape(2, "Price", "1"));
+  deck_.addSlide();
+  const std::string path = folder.write("deck.pptx", deck_.bytes());
+  presentation_ = application_->open(path);
+  show_ = SlideShow::begin(*application_, presentation_, loop_);
+  std::filesystem::remove(path);
+  application_->close(presentation_);
+  presentation_.reset();
+  EXPECT_THAT(steps(1), ElementsAre(2));
+  show_->View()->Slide()->Tags()->Add("A", "1");
+  EXPECT_THAT(steps(2), ElementsAre(3, 0));
+}
+
+}  // namespace
+}  // namespace deck::test
