@@ -1,0 +1,24 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace app {
+
+class Environment;
+
+// Each adds its verb to the program. A verb carries out its work when the command
+// line has been parsed; what fails is thrown.
+
+void addShowCommand(CLI::App& program, Environment& environment);
+void addInfoCommand(CLI::App& program, Environment& environment);
+void addConnectionCommand(CLI::App& program, Environment& environment);
+void addLinkCommand(CLI::App& program, Environment& environment);
+void addUnlinkCommand(CLI::App& program, Environment& environment);
+void addSlideCommand(CLI::App& program, Environment& environment);
+void addDisplayCommand(CLI::App& program, Environment& environment);
+void addFillCommand(CLI::App& program, Environment& environment);
+void addLogCommand(CLI::App& program, Environment& environment);
+
+}  // namespace app

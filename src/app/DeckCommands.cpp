@@ -1,0 +1,296 @@
+// The verbs that change a deck: link, unlink, slide, display, fill.
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "app/AddInHost.h"
+#include "app/Commands.h"
+#include "app/Environment.h"
+#include "app/Failure.h"
+#include "basic/Conversion.h"
+#include "basic/Strings.h"
+#include "deck/Presentation.h"
+#include "model/clsPresentation.h"
+#include "model/modTags.h"
+
+namespace app {
+
+namespace {
+
+constexpr std::int32_t DisplayTypes = 7;
+constexpr std::int32_t ShowsValues = 1;
+
+/// A deck opened for a change, with the add-in's object for it.
+struct Editing {
+  explicit Editing(const std::string& path) : deck(host.open(path)), linked(host.linked(deck)) {}
+
+  /// Marks the deck as linked, with the values on display, if it is not yet.
+  void becomeLinked() {
+    if (LF2000::modTags::HasVersionTag(*deck)) return;
+    linked.SetVersionTag();
+    linked.DisplayType(ShowsValues);
+  }
+  void save() { deck->Save(); }
+
+  AddInHost host;
+  std::shared_ptr<deck::Presentation> deck;
+  LF2000::clsPresentation& linked;
+};
+
+std::shared_ptr<PowerPoint::Slide> slideOf(deck::Presentation& deck, std::int32_t number) {
+  const auto slides = deck.Slides();
+  if (number < 1 || number > slides->Count()) {
+    fail(deck.FullName() + ": there is no slide " + std::to_string(number) + "; the deck has " +
+         std::to_string(slides->Count()) + ".");
+  }
+  return slides->Item(number);
+}
+
+std::shared_ptr<PowerPoint::Shape> shapeOf(deck::Presentation& deck, std::int32_t slideNumber,
+                                           const std::string& name) {
+  const auto shapes = slideOf(deck, slideNumber)->Shapes();
+  std::shared_ptr<PowerPoint::Shape> found;
+  std::string names;
+  for (std::int32_t i = 1; i <= shapes->Count(); ++i) {
+    const auto shape = shapes->Item(i);
+    names += (names.empty() ? "" : ", ") + shape->Name();
+    if (!basic::EqualsIgnoreCase(shape->Name(), name)) continue;
+    if (found) {
+      fail(deck.FullName() + ": slide " + std::to_string(slideNumber) + " has several shapes named '" + name +
+           "'; give each a name of its own (in PowerPoint: Selection Pane).");
+    }
+    found = shape;
+  }
+  if (!found) {
+    fail(deck.FullName() + ": slide " + std::to_string(slideNumber) + " has no shape named '" + name +
+         "'. It has: " + names + ".");
+  }
+  return found;
+}
+
+struct LinkOptions {
+  std::string deck;
+  std::int32_t slide = 0;
+  std::string shape;
+  std::string column;
+  double row = 0;
+  std::string connection;
+  std::optional<std::string> clock;
+};
+
+void requireColumn(const deck::Presentation& deck, const LF2000::clsConnection& connection,
+                   const std::string& column) {
+  // A source that is not there today says nothing about its columns.
+  if (!connection.RecordsetReady()) return;
+  const std::vector<std::string> columns = connection.Columns();
+  std::string names;
+  for (std::size_t i = 1; i < columns.size(); ++i) {
+    if (basic::EqualsIgnoreCase(columns[i], column)) return;
+    names += (names.empty() ? "" : ", ") + columns[i];
+  }
+  fail(deck.FullName() + ": connection " + connection.ConnectionTagNumber() + " (" +
+       connection.ConnectionDescription() + ") has no column '" + column + "'. It has: " + names + ".");
+}
+
+void link(const LinkOptions& options) {
+  if (!options.clock) {
+    if (options.connection.empty() || options.column.empty()) {
+      throw UsageError("link: give either --clock FORMAT or --connection, --column and --row.");
+    }
+    if (options.row < 1) throw UsageError("link: --row counts from 1.");
+  }
+  Editing editing(options.deck);
+  const auto shape = shapeOf(*editing.deck, options.slide, options.shape);
+  if (!shape->HasTextFrame()) {
+    fail(options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide) +
+         " holds no text, so it cannot show a value.");
+  }
+  LF2000::clsShape target;
+  target.ShapeItem(shape);
+  if (options.clock) {
+    target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Clock));
+    target.NewDateFormat(*options.clock);
+  } else {
+    const auto connection = editing.linked.FindConnection(options.connection);
+    if (!connection) {
+      fail(options.deck + ": there is no connection " + options.connection + "; 'lumenfold connection " +
+           options.deck + " list' shows those there are.");
+    }
+    requireColumn(*editing.deck, *connection, options.column);
+    target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::DataField));
+    target.NewConnectionTagNumber(options.connection);
+    target.NewColumnName(options.column);
+    target.NewRow(options.row);
+  }
+  editing.becomeLinked();
+  target.SetShapeTags();
+  editing.save();
+}
+
+bool onOff(const std::string& word) { return word == "on"; }
+
+struct SlideOptions {
+  std::string deck;
+  std::int32_t slide = 0;
+  std::optional<std::string> hide;
+  std::optional<std::string> refresh;
+  bool json = false;
+};
+
+void printSlide(const SlideOptions& options, const LF2000::clsSlide& properties) {
+  if (options.json) {
+    std::cout << nlohmann::json{{"slide", options.slide},
+                                {"hideWhenNoData", properties.HideWhenNoData()},
+                                {"refreshLinkedObjects", properties.RefreshLinkedObjects()}}
+                     .dump(2)
+              << '\n';
+    return;
+  }
+  std::cout << "hide when no data: " << (properties.HideWhenNoData() ? "on" : "off")
+            << "\nrefresh linked objects: " << (properties.RefreshLinkedObjects() ? "on" : "off") << '\n';
+}
+
+void slide(const SlideOptions& options) {
+  Editing editing(options.deck);
+  LF2000::clsSlide properties;
+  const auto tags = slideOf(*editing.deck, options.slide)->Tags();
+  LF2000::modTags::ForEachTag(*tags, LF2000::modTags::SlideProperties,
+                              [&](const std::string&, const std::string& v) { properties.TagString(v); });
+  LF2000::modTags::ForEachTag(
+      *tags, LF2000::modTags::ScrollStep,
+      [&](const std::string& key, const std::string& value) { properties.AddScrollInfo(key, value); });
+  if (!options.hide && !options.refresh) {
+    printSlide(options, properties);
+    return;
+  }
+  if (options.hide) properties.HideWhenNoData(onOff(*options.hide));
+  if (options.refresh) properties.RefreshLinkedObjects(onOff(*options.refresh));
+  editing.becomeLinked();
+  editing.linked.SetSlideTags(properties, options.slide);
+  editing.save();
+}
+
+/// A code 1 to 7, or one of the labels.
+std::int32_t displayCode(const std::string& text) {
+  static constexpr const char* Labels[] = {"value",          "connection",          "column", "index",
+                                           "column - index", "connection - column", "nothing"};
+  for (std::int32_t code = 1; code <= DisplayTypes; ++code) {
+    if (text == std::to_string(code) || basic::EqualsIgnoreCase(text, Labels[code - 1])) return code;
+  }
+  throw UsageError(
+      "display: CODE is 1 Value, 2 Connection, 3 Column, 4 Index, 5 Column - Index, "
+      "6 Connection - Column or 7 Nothing, not '" +
+      text + "'.");
+}
+
+}  // namespace
+
+void addLinkCommand(CLI::App& program, Environment&) {
+  auto options = std::make_shared<LinkOptions>();
+  CLI::App* verb =
+      program.add_subcommand("link", "Link a shape to a value of a connection, or make it a clock");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_option("--slide", options->slide, "Number of the slide")->required();
+  verb->add_option("--shape", options->shape, "Name of the shape")->required();
+  verb->add_option("--connection", options->connection, "Number of the connection (001)");
+  verb->add_option("--column", options->column, "Column of the data");
+  verb->add_option("--row", options->row, "Row of the data, from 1");
+  verb->add_option("--clock", options->clock,
+                   "Show date or time in this format (\"hh:nn:ss\", \"dddd d mmmm\")");
+  verb->callback([options] { link(*options); });
+}
+
+void addUnlinkCommand(CLI::App& program, Environment&) {
+  struct UnlinkOptions {
+    std::string deck;
+    std::int32_t slide = 0;
+    std::string shape;
+    bool all = false;
+  };
+  auto options = std::make_shared<UnlinkOptions>();
+  CLI::App* verb = program.add_subcommand("unlink", "Take the link off a shape, or everything off the deck");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_option("--slide", options->slide, "Number of the slide");
+  verb->add_option("--shape", options->shape, "Name of the shape");
+  verb->add_flag("--all", options->all, "All links, connections and settings of the deck");
+  verb->callback([options] {
+    if (options->all == !options->shape.empty()) {
+      throw UsageError("unlink: give either --all, or --slide and --shape.");
+    }
+    Editing editing(options->deck);
+    if (options->all) {
+      editing.linked.RemoveLumenfold();
+    } else {
+      LF2000::clsShape target;
+      target.ShapeItem(shapeOf(*editing.deck, options->slide, options->shape));
+      if (!target.LumenfoldEnabled()) {
+        fail(options->deck + ": shape '" + options->shape + "' on slide " + std::to_string(options->slide) +
+             " is not linked.");
+      }
+      target.RemoveLumenfold();
+    }
+    editing.save();
+  });
+}
+
+void addSlideCommand(CLI::App& program, Environment&) {
+  auto options = std::make_shared<SlideOptions>();
+  CLI::App* verb = program.add_subcommand("slide", "Show or change the properties of a slide");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_option("N", options->slide, "Number of the slide")->required();
+  verb->add_option("--hide-when-no-data", options->hide, "Hide the slide in a show while it has no data")
+      ->check(CLI::IsMember({"on", "off"}));
+  verb->add_option("--refresh-linked-objects", options->refresh,
+                   "Refresh the slide's linked objects in a show")
+      ->check(CLI::IsMember({"on", "off"}));
+  verb->add_flag("--json", options->json, "Print as JSON");
+  verb->callback([options] { slide(*options); });
+}
+
+void addDisplayCommand(CLI::App& program, Environment&) {
+  struct DisplayOptions {
+    std::string deck;
+    std::string code;
+  };
+  auto options = std::make_shared<DisplayOptions>();
+  CLI::App* verb = program.add_subcommand("display", "Set what linked shapes show while the deck is edited");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_option(
+          "CODE", options->code,
+          "1 Value, 2 Connection, 3 Column, 4 Index, 5 Column - Index, 6 Connection - Column, 7 Nothing")
+      ->required();
+  verb->callback([options] {
+    const std::int32_t code = displayCode(options->code);
+    Editing editing(options->deck);
+    editing.becomeLinked();
+    editing.linked.DisplayType(code);
+    editing.linked.SetDisplayType();
+    editing.save();
+  });
+}
+
+void addFillCommand(CLI::App& program, Environment& environment) {
+  struct FillOptions {
+    std::string deck;
+    std::string out;
+  };
+  auto options = std::make_shared<FillOptions>();
+  CLI::App* verb =
+      program.add_subcommand("fill", "Write the deck as its author sees it: filled with today's data");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_option("-o,--output", options->out, "The filled copy")->required();
+  verb->callback([options, &environment] {
+    AddInHost host;
+    const auto deck = host.open(options->deck);
+    if (environment.errorsShown() > 0) {
+      fail(options->deck + ": the deck could not be filled (see above); " + options->out +
+           " was not written.");
+    }
+    deck->SaveCopyAs(options->out);
+  });
+}
+
+}  // namespace app

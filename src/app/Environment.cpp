@@ -1,0 +1,32 @@
+#include "app/Environment.h"
+
+#include "basic/Locale.h"
+#include "platform/UserLocale.h"
+
+namespace app {
+
+Environment::Environment() {
+  basic::SetUserLocale(platform::readUserLocale());
+  host::Services services;
+  services.clock = &clock_;
+  services.loop = &loop_;
+  services.files = &files_;
+  services.module = &module_;
+  services.settings = &settings_;
+  services.messageBox = &messageBox_;
+  services.progressMeter = &progressMeter_;
+  services.shell = &shell_;
+  services.registry = &registry_;
+  services.ado = &ado_;
+  host::Use(services);
+}
+
+Environment::~Environment() { host::Use({}); }
+
+host::MsgBoxResult Environment::CountingMessageBox::MsgBox(std::string_view text, std::int32_t style,
+                                                           std::string_view title) {
+  ++errorsShown_;
+  return box_.MsgBox(text, style, title);
+}
+
+}  // namespace app

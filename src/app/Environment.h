@@ -1,0 +1,55 @@
+#pragma once
+
+#include "ado/Factory.h"
+#include "host/services.h"
+#include "platform/EventLoop.h"
+#include "platform/Files.h"
+#include "platform/MessageBox.h"
+#include "platform/Module.h"
+#include "platform/ProgressMeter.h"
+#include "platform/Registry.h"
+#include "platform/Settings.h"
+#include "platform/Shell.h"
+#include "platform/SystemClock.h"
+
+namespace app {
+
+/// The services of this machine, put together and in force for as long as this
+/// object lives.
+class Environment {
+ public:
+  Environment();
+  ~Environment();
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+  [[nodiscard]] platform::EventLoop& loop() { return loop_; }
+  [[nodiscard]] platform::Shell& shell() { return shell_; }
+  /// How many errors the system has told the user so far.
+  [[nodiscard]] int errorsShown() const { return messageBox_.errorsShown(); }
+
+ private:
+  class CountingMessageBox final : public host::MessageBox {
+   public:
+    explicit CountingMessageBox(host::Loop& loop) : box_(loop) {}
+    host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
+    [[nodiscard]] int errorsShown() const { return errorsShown_; }
+
+   private:
+    platform::MessageBox box_;
+    int errorsShown_ = 0;
+  };
+
+  platform::EventLoop loop_;
+  platform::SystemClock clock_;
+  platform::Settings settings_;
+  platform::Files files_{settings_};
+  platform::Module module_;
+  CountingMessageBox messageBox_{loop_};
+  platform::ProgressMeter progressMeter_;
+  platform::Shell shell_{settings_};
+  platform::Registry registry_;
+  ado::Factory ado_;
+};
+
+}  // namespace app

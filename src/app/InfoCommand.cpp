@@ -1,0 +1,174 @@
+// The verb info: what a deck is linked to.
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "app/Commands.h"
+#include "app/LinkedShapes.h"
+#include "app/Output.h"
+#include "basic/Conversion.h"
+#include "basic/Error.h"
+#include "connections/clsConnection.h"
+#include "deck/Application.h"
+#include "model/clsSlide.h"
+#include "model/modTags.h"
+
+namespace app {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string tagValue(deck::Presentation& deck, std::string_view key) {
+  std::string found;
+  LF2000::modTags::ForEachTag(*deck.Tags(), key,
+                              [&](const std::string&, const std::string& v) { found = v; });
+  return found;
+}
+
+/// Opens the connection to say how it stands; a failure is its state.
+Json connectionInfo(const deck::Presentation& deck, const std::string& number, const std::string& tag) {
+  LF2000::clsConnection connection;
+  connection.ActivePresentationName(deck.FullName());
+  connection.ConnectionTagNumber(number);
+  Json info = {{"number", number}};
+  try {
+    connection.TagString(tag);
+    info["type"] = connection.ConnectionType();
+    info["description"] = connection.ConnectionDescription();
+    info["file"] = connection.ConnectionFileString();
+    connection.OpenConnection();
+    connection.OpenRecordset();
+    connection.CloseConnection();
+    info["state"] = "ready";
+    info["rowCount"] = static_cast<std::int64_t>(connection.RecordCount());
+    std::vector<std::string> columns = connection.Columns();
+    columns.erase(columns.begin());
+    info["columns"] = columns;
+  } catch (const basic::Error& error) {
+    info["state"] = error.description;
+  }
+  return info;
+}
+
+Json linkInfo(const LinkedShape& shape) {
+  return {{"shape", shape.name},
+          {"sourceType", shape.sourceType},
+          {"connection", shape.connection},
+          {"column", shape.column},
+          {"row", shape.row},
+          {"format", shape.dateFormat}};
+}
+
+Json slideInfo(deck::Presentation& deck, std::int32_t index) {
+  const auto slide = deck.Slides()->Item(index);
+  LF2000::clsSlide properties;
+  LF2000::modTags::ForEachTag(*slide->Tags(), LF2000::modTags::SlideProperties,
+                              [&](const std::string&, const std::string& v) { properties.TagString(v); });
+  Json links = Json::array();
+  for (const LinkedShape& shape : linkedShapes(deck, index)) links.push_back(linkInfo(shape));
+  return {{"index", index},
+          {"hidden", slide->SlideShowTransition()->Hidden()},
+          {"hideWhenNoData", properties.HideWhenNoData()},
+          {"refreshLinkedObjects", properties.RefreshLinkedObjects()},
+          {"links", links}};
+}
+
+Json deckInfo(deck::Presentation& deck) {
+  Json connections = Json::array();
+  LF2000::modTags::ForEachTag(*deck.Tags(), LF2000::modTags::Connection,
+                              [&](const std::string& number, const std::string& value) {
+                                connections.push_back(connectionInfo(deck, number, value));
+                              });
+  Json slides = Json::array();
+  for (std::int32_t i = 1; i <= deck.slideCount(); ++i) slides.push_back(slideInfo(deck, i));
+  return {{"deck", deck.FullName()},
+          {"linked", LF2000::modTags::HasVersionTag(deck)},
+          {"version", tagValue(deck, LF2000::modTags::Version)},
+          {"displayType", tagValue(deck, LF2000::modTags::DisplayType)},
+          {"slideCount", deck.slideCount()},
+          {"connections", connections},
+          {"slides", slides}};
+}
+
+std::string text(const Json& value) { return oneLine(value.get<std::string>()); }
+
+void printLinks(const Json& slides) {
+  std::vector<std::vector<std::string>> rows;
+  for (const Json& slide : slides) {
+    for (const Json& link : slide["links"]) {
+      const bool isClock = link["sourceType"] == 1;
+      rows.push_back({slide["index"].dump(), text(link["shape"]),
+                      isClock ? "clock" : text(link["connection"]),
+                      isClock ? text(link["format"]) : text(link["column"]),
+                      isClock ? "" : basic::CStr(link["row"].get<double>())});
+    }
+  }
+  if (rows.empty()) return;
+  std::cout << '\n';
+  printTable(std::cout, {"Slide", "Shape", "Connection", "Column or format", "Row"}, rows);
+}
+
+void printSlides(const Json& slides) {
+  for (const Json& slide : slides) {
+    std::string remarks;
+    if (slide["hidden"] == true) remarks += " hidden,";
+    if (slide["hideWhenNoData"] == true) remarks += " hides when it has no data,";
+    if (slide["refreshLinkedObjects"] == true) remarks += " refreshes its linked objects,";
+    if (remarks.empty()) continue;
+    remarks.pop_back();
+    std::cout << "Slide " << slide["index"] << ":" << remarks << '\n';
+  }
+}
+
+void print(const Json& info) {
+  std::cout << info["deck"].get<std::string>() << ": " << info["slideCount"] << " slides, ";
+  if (info["linked"] != true) {
+    std::cout << "not linked to any data\n";
+    return;
+  }
+  std::cout << "linked (version " << info["version"].get<std::string>() << ", display type "
+            << info["displayType"].get<std::string>() << ")\n";
+  for (const Json& connection : info["connections"]) {
+    std::cout << "\nConnection " << text(connection["number"]);
+    if (connection.contains("description")) std::cout << "  " << text(connection["description"]);
+    if (connection.contains("file")) std::cout << "  " << text(connection["file"]);
+    std::cout << "\n  ";
+    if (connection["state"] != "ready") {
+      std::cout << "not ready: " << connection["state"].get<std::string>() << '\n';
+      continue;
+    }
+    std::cout << "ready, " << connection["rowCount"] << " rows: ";
+    std::string columns;
+    for (const Json& column : connection["columns"]) columns += (columns.empty() ? "" : ", ") + text(column);
+    std::cout << columns << '\n';
+  }
+  std::cout << '\n';
+  printSlides(info["slides"]);
+  printLinks(info["slides"]);
+}
+
+}  // namespace
+
+void addInfoCommand(CLI::App& program, Environment&) {
+  struct InfoOptions {
+    std::string deck;
+    bool json = false;
+  };
+  auto options = std::make_shared<InfoOptions>();
+  CLI::App* verb = program.add_subcommand("info", "Print what a deck is linked to");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_flag("--json", options->json, "Print as JSON");
+  verb->callback([options] {
+    const auto application = std::make_shared<deck::Application>();
+    const Json info = deckInfo(*application->open(options->deck));
+    if (options->json) {
+      std::cout << info.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    } else {
+      print(info);
+    }
+  });
+}
+
+}  // namespace app

@@ -1,0 +1,23 @@
+#include "app/LinkedShapes.h"
+
+#include "deck/Shape.h"
+#include "model/clsShape.h"
+
+namespace app {
+
+std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex) {
+  std::vector<LinkedShape> linked;
+  const auto shapes = presentation.Slides()->Item(slideIndex)->Shapes();
+  LF2000::clsShape link;
+  for (std::int32_t i = 1; i <= shapes->Count(); ++i) {
+    const auto shape = shapes->Item(i);
+    link.ShapeItem(shape);
+    if (!link.LumenfoldEnabled()) continue;
+    linked.push_back({deck::shapeId(static_cast<const deck::Shape&>(*shape).node()), shape->Name(),
+                      link.SourceType(), link.ConnectionTagNumber(), link.ColumnName(), link.Row(),
+                      link.DateFormat()});
+  }
+  return linked;
+}
+
+}  // namespace app

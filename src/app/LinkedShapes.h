@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "deck/Presentation.h"
+
+namespace app {
+
+/// A linked shape as its tags describe it.
+struct LinkedShape {
+  std::uint32_t id = 0;
+  std::string name;
+  std::int32_t sourceType = 0;
+  std::string connection;
+  std::string column;
+  double row = 0;
+  std::string dateFormat;
+};
+
+/// The linked shapes of one slide, in drawing order.
+std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex);
+
+}  // namespace app

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/LinkedShapes.h"
+#include "deck/Presentation.h"
+#include "deck/SlideShow.h"
+#include "platform/EventLoop.h"
+#include "render/SlideRenderer.h"
+#include "web/Server.h"
+#include "web/Show.h"
+
+namespace app {
+
+/// A running show between its three neighbours: what the deck reports as changed
+/// is rendered and handed to the server, what screens and programs ask goes to
+/// the show. Changes are collected and sent once the handler that made them is
+/// done.
+class LiveShow final : public web::Show, private deck::ChangeListener, private deck::SlideShowListener {
+ public:
+  LiveShow(deck::Application& application, std::shared_ptr<deck::Presentation> presentation,
+           platform::EventLoop& loop);
+  ~LiveShow() override;
+  LiveShow(const LiveShow&) = delete;
+  LiveShow& operator=(const LiveShow&) = delete;
+
+  /// Begins the show. `onEnd` is called once when it is over, however it ended.
+  void begin(const deck::SlideShowOptions& options, std::function<void()> onEnd);
+  /// Where changes go from now on; must outlive this object or be taken away (null).
+  void connect(web::Server* server) { server_ = server; }
+  /// Ends the show and leaves the last picture standing on the screens.
+  void shutDown();
+
+  [[nodiscard]] bool isRunning() const { return show_ && show_->isRunning(); }
+
+  std::string state() override;
+  web::Picture picture() override;
+  std::optional<web::Asset> asset(std::string_view name) override;
+  web::Outcome next() override;
+  web::Outcome previous() override;
+  web::Outcome first() override;
+  web::Outcome last() override;
+  web::Outcome goTo(int slide) override;
+  web::Outcome blank(web::Blank blank) override;
+  web::Outcome end() override;
+
+ private:
+  void shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) override;
+  void slideHiddenChanged(std::int32_t slideIndex) override;
+  void linksUpdated() override;
+  void slideChanged() override;
+  void blankChanged() override;
+  void ended() override;
+
+  web::Outcome command(const std::function<void()>& action);
+  [[nodiscard]] std::optional<int> currentSlide() const;
+  [[nodiscard]] std::optional<int> nextSlide() const;
+  [[nodiscard]] bool isHeld(int slide) const;
+  [[nodiscard]] const LinkedShape* linkedShape(int slide, std::uint32_t id) const;
+  [[nodiscard]] std::string textOf(int slide, const std::string& shapeName);
+  web::SlideView view(int slide);
+  void pictureChanged();
+  void requestFlush();
+  void flush();
+  void sendShapes();
+
+  std::shared_ptr<deck::Presentation> presentation_;
+  deck::Application& application_;
+  platform::EventLoop& loop_;
+  render::SlideRenderer renderer_;
+  std::shared_ptr<deck::SlideShow> show_;
+  web::Server* server_ = nullptr;
+  std::function<void()> onEnd_;
+  /// By slide, in drawing order; links do not change while a show runs.
+  std::vector<std::vector<LinkedShape>> linked_;
+  /// Pages that screens hold, as they stand now.
+  std::map<int, std::string> pages_;
+  std::set<std::pair<int, std::uint32_t>> changedShapes_;
+  bool pictureChanged_ = false;
+  bool flushRequested_ = false;
+  bool isShuttingDown_ = false;
+  /// Lets a posted flush see that this object is gone.
+  std::shared_ptr<LiveShow*> self_ = std::make_shared<LiveShow*>(this);
+};
+
+}  // namespace app

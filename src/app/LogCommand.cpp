@@ -1,0 +1,37 @@
+// The verb log: where the logs are, and what they say.
+
+#include <CLI/CLI.hpp>
+#include <fstream>
+#include <iostream>
+
+#include "addin/modDebug.h"
+#include "addin/modErrors.h"
+#include "app/Commands.h"
+
+namespace app {
+
+void addLogCommand(CLI::App& program, Environment&) {
+  struct LogOptions {
+    bool debug = false;
+    bool pathOnly = false;
+  };
+  auto options = std::make_shared<LogOptions>();
+  CLI::App* verb = program.add_subcommand("log", "Say where the errors log is, and show it");
+  verb->add_flag("--debug", options->debug,
+                 "The debug log instead (written while the setting Debug is True)");
+  verb->add_flag("--path", options->pathOnly, "Print its path only");
+  verb->callback([options] {
+    const std::string path =
+        options->debug ? LF2000::modDebug::DebugLogFile() : LF2000::modErrors::ErrorLogFile();
+    std::cout << path << '\n';
+    if (options->pathOnly) return;
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+      std::cout << "(nothing was logged yet)\n";
+    } else if (file.peek() != std::ifstream::traits_type::eof()) {
+      std::cout << file.rdbuf();
+    }
+  });
+}
+
+}  // namespace app

@@ -1,0 +1,138 @@
+// The verb show: the deck as a running slide show on screens.
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <optional>
+
+#include "addin/modErrors.h"
+#include "app/AddInHost.h"
+#include "app/Commands.h"
+#include "app/Environment.h"
+#include "app/Failure.h"
+#include "app/LiveShow.h"
+#include "app/Token.h"
+#include "web/Server.h"
+
+namespace app {
+
+namespace {
+
+struct ShowOptions {
+  std::string deck;
+  std::uint16_t port = 2000;
+  std::string bind = "127.0.0.1";
+  std::vector<std::string> names;
+  std::string tokenFile;
+  std::optional<std::int32_t> slide;
+  bool kiosk = false;
+  bool loop = false;
+  bool open = false;
+};
+
+/// Runs the loop until the show is over and the screens have been told.
+class ShowRun {
+ public:
+  ShowRun(const ShowOptions& options, Environment& environment)
+      : options_(options),
+        environment_(environment),
+        deck_(host_.open(options.deck)),
+        live_(host_.application(), deck_, environment.loop()) {}
+
+  void run() {
+    const Token token = obtainToken(options_.tokenFile);
+    // Listen first: a port in use is told before anything has begun.
+    web::Options web;
+    web.address = options_.bind;
+    web.port = options_.port;
+    web.token = token.value;
+    web.allowedNames = options_.names;
+    web.onError = [](const basic::Error& error) {
+      std::cerr << "lumenfold: a request failed: " << error.description << '\n';
+    };
+    web::Server server(environment_.loop().context(), live_, web);
+    beginShow();
+    live_.connect(&server);
+    announce(server, token);
+    environment_.loop().onSignal([&](int) { live_.shutDown(); });
+    finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
+    environment_.loop().run();
+    live_.connect(nullptr);
+  }
+
+ private:
+  void beginShow() {
+    deck::SlideShowOptions show;
+    show.startSlide = options_.slide;
+    if (options_.kiosk) show.kiosk = true;
+    if (options_.loop) show.loop = true;
+    if (options_.slide && (*options_.slide < 1 || *options_.slide > deck_->slideCount())) {
+      fail(options_.deck + ": there is no slide " + std::to_string(*options_.slide) + "; the deck has " +
+           std::to_string(deck_->slideCount()) + ".");
+    }
+    live_.begin(show, [this] {
+      constexpr std::int32_t TimeToTell = 200;
+      finish_->Interval(TimeToTell);
+      finish_->Enabled(true);
+    });
+  }
+
+  void announce(const web::Server& server, const Token& token) const {
+    std::cout << "Showing " << deck_->FullName() << " (" << deck_->slideCount() << " slides)\n"
+              << "Screen:   " << server.url() << '\n';
+    if (token.isNew) std::cout << "Operator: " << server.url() << "#token=" << token.value << '\n';
+    std::cout << std::flush;
+    if (options_.open && !environment_.shell().ShellExecute("open", server.url(), 1)) {
+      std::cerr << "lumenfold: no browser could be started; open " << server.url() << " yourself.\n";
+    }
+  }
+
+  /// The last picture is on its way: close the doors, then leave.
+  void finishWhenTold(web::Server& server) {
+    if (!stopping_) {
+      stopping_ = true;
+      server.stop();
+      return;
+    }
+    constexpr int LongestWait = 10;
+    if (server.screens() + server.programs() == 0 || ++waited_ >= LongestWait) environment_.loop().stop();
+  }
+
+  const ShowOptions& options_;
+  Environment& environment_;
+  AddInHost host_;
+  std::shared_ptr<deck::Presentation> deck_;
+  LiveShow live_;
+  std::unique_ptr<host::Timer> finish_;
+  bool stopping_ = false;
+  int waited_ = 0;
+};
+
+void show(const ShowOptions& options, Environment& environment) {
+  { ShowRun(options, environment).run(); }
+  if (LF2000::modErrors::ErrorsOccurred) {
+    std::cerr << "lumenfold: there were errors during the show; see " << LF2000::modErrors::ErrorLogFile()
+              << '\n';
+  }
+}
+
+}  // namespace
+
+void addShowCommand(CLI::App& program, Environment& environment) {
+  auto options = std::make_shared<ShowOptions>();
+  CLI::App* verb = program.add_subcommand("show", "Show a deck with live data on screens");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_option("--port", options->port, "Port of the screens' address")->capture_default_str();
+  verb->add_option("--bind", options->bind, "Address to listen on; 0.0.0.0 for every network")
+      ->capture_default_str();
+  verb->add_option("--name", options->names, "A further host name under which screens may ask");
+  verb->add_option("--token-file", options->tokenFile,
+                   "File with the token that steering the show takes (else LUMENFOLD_TOKEN, else a new one)");
+  verb->add_option("--slide", options->slide, "Slide to begin with");
+  verb->add_flag("--kiosk", options->kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
+  verb->add_flag("--loop", options->loop, "Begin anew after the last slide");
+  verb->add_flag("--open", options->open, "Start a browser on the screen");
+  verb->callback([options, &environment] { show(*options, environment); });
+}
+
+}  // namespace app

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace app {
+
+/// The secret that who steers a show must present: the content of the file when
+/// one is named, else LUMENFOLD_TOKEN, else a new random one.
+struct Token {
+  std::string value;
+  /// Made for this run: it must be told, nobody knows it yet.
+  bool isNew = false;
+};
+
+/// Throws basic::Error when the file cannot be read or holds no token.
+Token obtainToken(const std::string& file);
+
+}  // namespace app
