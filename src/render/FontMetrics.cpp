@@ -38,6 +38,9 @@ const std::vector<Substitute>& substitutes() {
       {"Consolas", {"Liberation Mono"}},
       {"Georgia", {"Gelasio"}},
       {"Verdana", {"DejaVu Sans"}},
+      {"Lucida Sans Unicode", {"DejaVu Sans"}},
+      {"Lucida Sans", {"DejaVu Sans"}},
+      {"Lucida Grande", {"DejaVu Sans"}},
       {"Tahoma", {"DejaVu Sans Condensed"}},
   };
   return table;
@@ -62,7 +65,7 @@ Family generic(std::string_view typeface) {
   return Family::Sans;
 }
 
-/// The machine's fonts. Without any, every typeface has the usual metrics.
+/// The machine's fonts. Without any, every typeface has the usual ones.
 class FontFiles {
  public:
   FontFiles() : config_(FcInitLoadConfigAndFonts()) {
@@ -76,12 +79,12 @@ class FontFiles {
   FontFiles& operator=(const FontFiles&) = delete;
 
   /// False when no font of exactly this family is installed.
-  bool read(const std::string& family, bool bold, FontMetrics& metrics) const {
+  bool read(const std::string& family, FontMetrics& metrics) const {
     if (config_ == nullptr || library_ == nullptr) return false;
     using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
     const Pattern wanted(FcPatternCreate(), FcPatternDestroy);
     FcPatternAddString(wanted.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
-    FcPatternAddInteger(wanted.get(), FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(wanted.get(), FC_WEIGHT, FC_WEIGHT_REGULAR);
     FcConfigSubstitute(config_, wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
@@ -148,10 +151,7 @@ FontStack makeStack(std::string_view typeface) {
       if (plain) stack.css += c;
     }
     stack.css += "',";
-    if (!measured && files.read(family, false, stack.regular)) {
-      measured = true;
-      if (!files.read(family, true, stack.bold)) stack.bold = stack.regular;
-    }
+    measured = measured || files.read(family, stack.metrics);
   }
   stack.css += last;
   return stack;

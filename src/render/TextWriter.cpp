@@ -60,6 +60,15 @@ const RunStyle& baseStyle(const Paragraph& paragraph) {
   return base != nullptr ? *base : firstStyle(paragraph);
 }
 
+const RunStyle& largestStyle(const Paragraph& paragraph) {
+  const RunStyle* largest = &firstStyle(paragraph);
+  for (const auto& run : paragraph.runs) {
+    if (run.kind == Run::Kind::Text && run.style.size.value_or(18) > largest->size.value_or(18))
+      largest = &run.style;
+  }
+  return *largest;
+}
+
 double lineShareOf(const ParagraphStyle& style, const BodyProperties& properties) {
   const auto spacing = style.lineSpacing.value_or(Spacing{});
   return spacing.isShare ? std::max(0.2, spacing.value - properties.lineReduction) : 1;
@@ -70,16 +79,13 @@ double gapOf(const std::optional<Spacing>& spacing, const Paragraph& paragraph,
              const BodyProperties& properties) {
   if (!spacing || spacing->value <= 0) return 0;
   if (!spacing->isShare) return spacing->value * properties.fontScale;
-  const auto& style = firstStyle(paragraph);
-  const double natural = fontStack(typefaceOf(style)).metrics(style.bold.value_or(false)).lineHeight();
-  const double share = std::max(0.0, spacing->value - properties.lineReduction * spacing->value);
-  return share * natural * style.size.value_or(18) * PxPerPoint * properties.fontScale;
+  const double share = spacing->value * (1 - properties.lineReduction);
+  return share * SingleLine * firstStyle(paragraph).size.value_or(18) * PxPerPoint * properties.fontScale;
 }
 
 }  // namespace
 
-TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties& properties,
-                                    double lineShare) {
+TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties& properties) {
   const bool bold = style.bold.value_or(false);
   const auto& stack = fontStack(isSymbolFont(style.latin) ? std::string_view("Arial") : typefaceOf(style));
   Look look;
@@ -88,7 +94,6 @@ TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties&
   look.bold = bold;
   look.italic = style.italic.value_or(false);
   look.color = colorOf(style.fill);
-  look.lineHeight = std::round(stack.metrics(bold).lineHeight() * lineShare * 1000) / 1000;
   return look;
 }
 
@@ -164,8 +169,6 @@ void TextWriter::run(const Run& run, std::string_view text, const Look& look, co
   HtmlOut style;
   std::swap(style, out_);
   lookDifference(look, base);
-  if (look.lineHeight != base.lineHeight)
-    out_ << "line-height:" << std::string_view(std::to_string(look.lineHeight)).substr(0, 5) << ';';
   decoration(run.style);
   if (!run.style.eastAsian.empty() && isEastAsian(text) && run.style.eastAsian != run.style.latin) {
     out_ << "font-family:" << fontStack(run.style.eastAsian).css << ';';
@@ -182,8 +185,7 @@ void TextWriter::run(const Run& run, std::string_view text, const Look& look, co
   if (style.size() > 0) out_ << "</span>";
 }
 
-void TextWriter::runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base,
-                      double lineShare) {
+void TextWriter::runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base) {
   const auto& stops = paragraph.style.tabs;
   const bool ownStops = stops && !stops->empty();
   // Text before a tab stop lies in a box that ends there.
@@ -229,7 +231,7 @@ void TextWriter::runs(const Paragraph& paragraph, const BodyProperties& properti
       openBox(i + 1, 0);
       continue;
     }
-    const auto look = lookOf(run.style, properties, lineShare);
+    const auto look = lookOf(run.style, properties);
     std::string_view rest = run.text;
     std::size_t at = 0;
     for (auto tab = rest.find('\t'); inBox && tab != std::string_view::npos; tab = rest.find('\t')) {
@@ -251,21 +253,24 @@ double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& p
   const auto& style = paragraph.style;
   const double lineShare = lineShareOf(style, properties);
   const auto& baseRun = baseStyle(paragraph);
-  const auto base = lookOf(baseRun, properties, lineShare);
-  const auto firstLook = lookOf(firstStyle(paragraph), properties, lineShare);
+  const auto base = lookOf(baseRun, properties);
+  const auto firstLook = lookOf(firstStyle(paragraph), properties);
   const bool isFixed = style.lineSpacing && !style.lineSpacing->isShare;
 
-  // Browsers put a line's extra room half above and half below its text; here all of it goes above.
-  const double natural = firstLook.lineHeight / lineShare * firstLook.size;
-  const double line = isFixed ? style.lineSpacing->value : natural * lineShare;
-  const double shift = (line - natural) / 2;
+  // Browsers centre the font's box in the line; in a presentation all that is added to a line or taken from
+  // it is above the text.
+  const auto& largest = largestStyle(paragraph);
+  const double size = lookOf(largest, properties).size;
+  const auto& metrics = fontStack(typefaceOf(largest)).metrics;
+  const double line = isFixed ? style.lineSpacing->value : SingleLine * lineShare * size;
+  const double shift = line / 2 - (BelowBaseline + (metrics.ascent - metrics.descent) / 2) * size;
 
   out_ << "<p style=\"";
   look(base);
   if (isFixed) {
     out_ << ";line-height:" << style.lineSpacing->value << "px";
   } else {
-    out_ << ";line-height:" << std::string_view(std::to_string(base.lineHeight)).substr(0, 5);
+    out_ << ";line-height:" << SingleLine * lineShare;
   }
   const double top = gap + shift;
   if (std::abs(top) >= 0.005) out_ << ";margin-top:" << top << "px";
@@ -296,7 +301,7 @@ double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& p
   if (style.defaultTab && *style.defaultTab >= 1) out_ << ";tab-size:" << *style.defaultTab << "px";
   out_ << (rightToLeft ? "\" dir=\"rtl\">" : "\">");
   if (!paragraph.bullet.empty()) bullet(paragraph, firstStyle(paragraph), firstLook, properties.fontScale);
-  runs(paragraph, properties, base, lineShare);
+  runs(paragraph, properties, base);
   out_ << "</p>";
   return -shift;
 }

@@ -23,16 +23,15 @@ class TextWriter {
     bool bold = false;
     bool italic = false;
     Color color;
-    double lineHeight = 1;  // multiples of the size
     bool operator==(const Look&) const = default;
   };
 
-  static Look lookOf(const RunStyle& style, const BodyProperties& properties, double lineShare);
+  static Look lookOf(const RunStyle& style, const BodyProperties& properties);
   void look(const Look& look);
   void lookDifference(const Look& look, const Look& base);
   void decoration(const RunStyle& style);
   void bullet(const Paragraph& paragraph, const RunStyle& first, const Look& firstLook, double fontScale);
-  void runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base, double lineShare);
+  void runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base);
   void run(const Run& run, std::string_view text, const Look& look, const Look& base);
   /// Returns the shift of the baselines that the next paragraph has to make up for.
   double paragraph(const Paragraph& paragraph, const BodyProperties& properties, double gap, bool isLast);
