@@ -60,10 +60,7 @@ class RecordReader {
     const std::size_t size = content_.Bytes.size;
     TextTableBuilder builder(std::move(columns), std::move(content_.Bytes));
     for (; at_ != size; NextRecord()) ReadRow(builder);
-    if (dropped_ != 0 && report) {
-      report(std::to_string(dropped_) + " fields beyond the " + std::to_string(columnCount_) +
-             " columns were dropped, the first of them on line " + std::to_string(firstDroppedLine_) + ".");
-    }
+    if (dropped_ != 0 && report) report(DroppedFields());
     return builder.Finish();
   }
 
@@ -108,6 +105,13 @@ class RecordReader {
       if (dropped_ == 0) firstDroppedLine_ = CountLineEnds({text_, row}) + lineEndsCutBefore + 1;
       dropped_ += fields - columnCount_;
     }
+  }
+
+  [[nodiscard]] std::string DroppedFields() const {
+    const std::string columns = " beyond the " + std::to_string(columnCount_) + " columns ";
+    const std::string line = "on line " + std::to_string(firstDroppedLine_) + ".";
+    if (dropped_ == 1) return "1 field" + columns + "was dropped, " + line;
+    return std::to_string(dropped_) + " fields" + columns + "were dropped, the first of them " + line;
   }
 
   /// Brings the field at `at_` into its final form and goes to its end; says

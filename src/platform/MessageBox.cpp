@@ -51,7 +51,8 @@ bool MessageBox::readLine(std::string& line) {
   line.clear();
   for (;;) {
     pollfd waiting{input_, POLLIN, 0};
-    if (::poll(&waiting, 1, 0) == 0) {
+    ::poll(&waiting, 1, 0);
+    if (waiting.revents == 0) {
       loop_.DoEvents();
       continue;
     }

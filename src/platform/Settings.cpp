@@ -3,17 +3,20 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 
+#include "basic/Error.h"
 #include "basic/Strings.h"
+#include "platform/InputFile.h"
 #include "platform/UserFolders.h"
 
 namespace platform {
+namespace {
+
+IniFile parse(const host::Bytes& bytes) { return parseIniFile({bytes.data.get(), bytes.size}); }
+
+}  // namespace
 
 Settings::Settings() : Settings(configFolder() + "/settings.ini") {}
 
@@ -55,17 +58,14 @@ Settings::Version Settings::present() const {
 const IniFile& Settings::content() const {
   const Version now = present();
   if (now == read_) return content_;
-  read_ = now;
-  content_ = {};
-  if (now == Version{}) return content_;
-
-  std::ifstream stream(file_, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(stream), {}};
-  if (stream.fail()) {
-    reportOnce(file_ + " cannot be read: " + std::strerror(errno) + ".");
+  try {
+    content_ = now == Version{} ? IniFile{} : parse(InputFile(file_).ReadAll());
+    read_ = now;
+  } catch (const basic::Error& error) {
+    // What was read before stays in force, and the next call tries again.
+    reportOnce(error.description);
     return content_;
   }
-  content_ = parseIniFile(text);
   for (const IniFile::BrokenLine& line : content_.broken) {
     reportOnce(file_ + ", line " + std::to_string(line.number) + " is ignored: " + line.reason + ".");
   }

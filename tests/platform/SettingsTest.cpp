@@ -76,6 +76,18 @@ TEST_F(SettingsTest, ReportsBrokenLinesOnce) {
                                      ", line 6 is ignored: there is no = between a key and its value.\n");
 }
 
+TEST_F(SettingsTest, KeepsWhatItReadWhileTheFileCannotBeRead) {
+  write("settings.ini", "[Info]\nDebug=1\n");
+  EXPECT_EQ(get("Info", "Debug"), "1");
+  std::filesystem::remove(folder_ + "/settings.ini");
+  std::filesystem::create_directory(folder_ + "/settings.ini");
+  CaptureStderr();
+  EXPECT_EQ(get("Info", "Debug"), "1");
+  EXPECT_EQ(get("Info", "Debug"), "1");
+  EXPECT_EQ(GetCapturedStderr(),
+            "Corvane Lumenfold 2000: '" + settings_.file() + "' is a folder, not a file.\n");
+}
+
 TEST_F(SettingsTest, LiesInTheUsersFolder) {
   EXPECT_EQ(Settings().file(), folder_ + "/.config/Corvane Lumenfold 2000/settings.ini");
   setVariable("XDG_CONFIG_HOME", "/somewhere");

@@ -162,7 +162,7 @@ TEST(TextFileDroppedFields, AreReportedOnce) {
             "3 fields beyond the 2 columns were dropped, the first of them on line 6.");
   const std::string lines(5000, '\n');
   EXPECT_EQ(reported("A,B\n\"" + lines + "\",2\n\"" + lines + "\",4,5\n"),
-            "1 fields beyond the 2 columns were dropped, the first of them on line 5003.");
+            "1 field beyond the 2 columns was dropped, on line 5003.");
 }
 
 TEST(TextFileReader, FindsEveryFieldOfManyBlocks) {
