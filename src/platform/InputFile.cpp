@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <utility>
 
 namespace platform {
@@ -45,10 +46,11 @@ class SharedLock {
 
 /// A large buffer comes faster in large pages, where the system has them.
 void preferLargePages(char* data, std::size_t size) {
-  constexpr std::uintptr_t PageSize = std::uintptr_t{2} << 20U;
-  const auto begin = (reinterpret_cast<std::uintptr_t>(data) + PageSize - 1) / PageSize * PageSize;
-  const auto end = (reinterpret_cast<std::uintptr_t>(data) + size) / PageSize * PageSize;
-  if (begin < end) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+  constexpr std::size_t PageSize = std::size_t{2} << 20U;
+  void* begin = data;
+  if (std::align(PageSize, PageSize, begin, size) != nullptr) {
+    ::madvise(begin, size / PageSize * PageSize, MADV_HUGEPAGE);
+  }
 }
 
 struct stat statusOf(const FileHandle& file) {
