@@ -83,8 +83,9 @@ TEST_F(EventLoopTest, AHandlerMayWaitInDoEvents) {
   int others = 0;
   bool posted = false;
   const auto other = started(1, [&] { ++others; });
-  const auto timer = started(1, [&] {
+  std::unique_ptr<host::Timer> timer = started(1, [&] {
     EXPECT_EQ(++inside, 1) << "it fired inside its own handler";
+    timer->Interval(2);  // which starts it anew, but not before the handler is done
     loop_.post([&] { posted = true; });
     const int before = others;
     while (!posted || others < before + 3) loop_.DoEvents();
