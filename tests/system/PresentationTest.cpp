@@ -1,0 +1,208 @@
+// A linked presentation: loading, filling, saving and its tag writers.
+
+#include <gtest/gtest.h>
+
+#include "addin/modGlobalFunctions.h"
+#include "fakes/FakePowerPoint.h"
+#include "fakes/FakeServices.h"
+#include "model/clsPresentation.h"
+#include "model/modTags.h"
+
+namespace LF2000 {
+namespace {
+
+struct PresentationTest : testing::Test {
+  fakes::Machine machine;
+  std::shared_ptr<fakes::Presentation> host = std::make_shared<fakes::Presentation>();
+  clsPresentation presentation;
+
+  PresentationTest() { machine.files.Write("/decks/prices.txt", "Item\tPrice\nTea\t3\nMilk\n"); }
+
+  void Link(int displayType = 1) {
+    host->tags->items = {{"CORVANE VERSION", "1"},
+                         {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"},
+                         {"CORVANE DISPLAYTYPE", std::to_string(displayType)}};
+  }
+  fakes::Shape& AddField(fakes::Slide& slide, const std::string& name, const std::string& column, int row,
+                         const std::string& connection = "001") {
+    fakes::Shape& shape = slide.Add(name);
+    shape.text = "sample";
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "2"},
+                         {"CORVANE COLUMN TAG", connection},
+                         {"CORVANE COLUMN COLUMNNAME", column},
+                         {"CORVANE COLUMN ROW", std::to_string(row)}};
+    return shape;
+  }
+  fakes::Shape& AddClock(fakes::Slide& slide, const std::string& format) {
+    fakes::Shape& shape = slide.Add("clock");
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "1"}, {"CORVANE COLUMN DATE FORMAT", format}};
+    return shape;
+  }
+};
+
+TEST_F(PresentationTest, FillsByDisplayType) {
+  const struct {
+    int type;
+    const char* field;
+    const char* clock;
+  } cases[] = {
+      {1, "3", "12:00"},       {2, "Prices", "[n/a]"},       {3, "Price", "hh:nn"}, {4, "1", "[n/a]"},
+      {5, "Price 1", "[n/a]"}, {6, "Prices Price", "[n/a]"}, {7, " ", ""},          {0, " ", ""}};
+  for (const auto& c : cases) {
+    host = std::make_shared<fakes::Presentation>();
+    Link(c.type);
+    fakes::Slide& slide = host->Add();
+    fakes::Shape& field = AddField(slide, "p", "Price", 1);
+    fakes::Shape& clock = AddClock(slide, "hh:nn");
+    presentation.ActivePresentation(host);
+    EXPECT_EQ(field.text, c.field) << c.type;
+    EXPECT_EQ(clock.text, c.clock) << c.type;
+    EXPECT_EQ(modGlobalFunctions::CurrentDisplayType, c.type);
+  }
+  EXPECT_TRUE(machine.messageBox.shown.empty());
+}
+
+TEST_F(PresentationTest, LeavesAloneWhatItCannotFill) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  fakes::Shape& unchanged = AddField(slide, "same", "Price", 1);
+  unchanged.text = "3";
+  fakes::Shape& unknown = AddField(slide, "unknown", "Price", 1, "002");
+  fakes::Shape& empty = AddField(slide, "empty", "Price", 2);
+  fakes::Shape& beyond = AddField(slide, "beyond", "Price", 9);
+  fakes::Shape& type5 = AddField(slide, "type5", "Price", 1);
+  type5.tags->items[0].second = "5";
+  fakes::Shape& graph = AddField(slide, "graph", "Price", 1);
+  graph.tags->items[0].second = "4";
+  presentation.ActivePresentation(host);
+  EXPECT_EQ(unchanged.writes, 0);
+  EXPECT_EQ(unknown.text, "sample");
+  EXPECT_EQ(empty.text, "[Empty]");
+  EXPECT_EQ(beyond.text, "[Row not available in current dataset]");
+  EXPECT_EQ(type5.text, "sample");
+  EXPECT_EQ(graph.text, "sample");
+}
+
+TEST_F(PresentationTest, WithoutTheVersionTagNothingIsLoaded) {
+  Link();
+  host->tags->items.erase(host->tags->items.begin());
+  fakes::Shape& field = AddField(host->Add(), "p", "Price", 1);
+  presentation.ActivePresentation(host);
+  EXPECT_EQ(field.text, "sample");
+  EXPECT_TRUE(presentation.Connections().empty());
+  EXPECT_EQ(presentation.DisplayType(), 0);
+  host->tags->Add("CORVANE VERSION2", "1");
+  EXPECT_TRUE(modTags::HasVersionTag(*host));
+}
+
+TEST_F(PresentationTest, TheMeterCountsSlidesAndConnections) {
+  Link();
+  host->Add();
+  presentation.ActivePresentation(host);
+  EXPECT_TRUE(machine.meter.log.empty());
+  host->Add();
+  presentation.ActivePresentation(host);
+  EXPECT_EQ(machine.meter.log,
+            (std::vector<std::string>{"show Opening presentation 3", "Opening connection Prices", "step",
+                                      "\r\nPopulating slide 1", "step", "\r\nPopulating slide 2", "step",
+                                      "close"}));
+}
+
+TEST_F(PresentationTest, ALoadThatFailsStopsButLosesNothing) {
+  Link(3);
+  host->tags->Add("CORVANE CONNECTION002", "0\tGone\tgone.txt\t-1\t");
+  host->tags->Add("CORVANE CONNECTION003", "0\tLater\tprices.txt\t-1\t");
+  fakes::Shape& field = AddField(host->Add(), "p", "Price", 1);
+  presentation.ActivePresentation(host);
+  ASSERT_EQ(machine.messageBox.shown.size(), 1U);
+  EXPECT_EQ(machine.messageBox.shown[0].text,
+            "Error while opening presentation. \r\nError while opening file Gone. \r\nFile not found: "
+            "/decks/gone.txt");
+  EXPECT_EQ(field.text, "sample");
+  EXPECT_EQ(presentation.DisplayType(), 3);
+  EXPECT_FALSE(presentation.FindConnection("003")->ConnectionReady());
+  presentation.SetConnectionTags();
+  EXPECT_EQ((*host->tags)["CORVANE CONNECTION003"], "0\tLater\tprices.txt\t-1\t");
+}
+
+TEST_F(PresentationTest, SavingBlanksLinkedTextsOnly) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  fakes::Shape& field = AddField(slide, "p", "Price", 1);
+  fakes::Shape& plain = slide.Add("plain");
+  plain.text = "Menu";
+  fakes::Shape& picture = AddField(slide, "picture", "Price", 1);
+  picture.hasTextFrame = false;
+  presentation.ActivePresentation(host);
+  presentation.PrepareSave();
+  EXPECT_EQ(field.text, " ");
+  EXPECT_EQ(plain.text, "Menu");
+  presentation.FillValues(true);
+  EXPECT_EQ(field.text, "3");
+}
+
+TEST_F(PresentationTest, ConnectionNumbersFollowTheLargest) {
+  const std::pair<std::vector<const char*>, const char*> cases[] = {
+      {{}, "001"}, {{"001", "004"}, "005"}, {{"999"}, "1000"}};
+  for (const auto& [numbers, expected] : cases) {
+    presentation.Connections().clear();
+    for (const char* number : numbers) {
+      presentation.Connections().push_back(std::make_shared<clsConnection>());
+      presentation.Connections().back()->ConnectionTagNumber(number);
+    }
+    EXPECT_EQ(presentation.NewConnectionTagNumber(), expected);
+  }
+}
+
+TEST_F(PresentationTest, RemovingAConnectionUnlinksItsShapes) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  fakes::Shape& kept = AddField(slide, "kept", "Price", 1, "001");
+  fakes::Shape& orphan = AddField(slide, "orphan", "Price", 1, "002");
+  presentation.ActivePresentation(host);
+  EXPECT_TRUE(presentation.SlideHasConnections(slide));
+  presentation.SetConnectionTags();
+  EXPECT_EQ(kept.tags->Count(), 4);
+  EXPECT_EQ(orphan.tags->Count(), 0);
+  presentation.Connections().clear();
+  presentation.SetConnectionTags();
+  EXPECT_EQ(kept.tags->Count(), 0);
+  EXPECT_FALSE(presentation.SlideHasConnections(slide));
+}
+
+TEST_F(PresentationTest, WritersAndRemoversTouchTheirOwnTags) {
+  host->tags->Add("OTHER", "kept");
+  fakes::Slide& slide = host->Add();
+  presentation.ActivePresentation(host);
+  clsSlide properties;
+  properties.HideWhenNoData(true);
+  properties.AddScrollInfo("2", "True\t1\t500");
+  properties.AddScrollInfo("3", "True\t1\t0");
+  presentation.SetSlideTags(properties, 1);
+  EXPECT_EQ(slide.tags->items,
+            (std::vector<std::pair<std::string, std::string>>{{"CORVANE SLIDE PROPERTIES", "-1\t0\t"},
+                                                              {"CORVANE SCROLLSTEP2", "True\t1\t500"}}));
+  EXPECT_EQ(presentation.LumenfoldVersion(), "1");
+
+  presentation.SetDistributionListTags(basic::DateFrom(2026, 1, 2, 3, 4, 5), basic::DateFrom(2026, 12, 31),
+                                       {"GATE1", "GATE2"});
+  EXPECT_EQ((*host->tags)["CORVANE DISTRIBUTION START"], "2026-01-02 03:04:05");
+  EXPECT_EQ((*host->tags)["CORVANE DISTRIBUTION COMPUTER"], "GATE1\tGATE2\t");
+  clsPresentation reread;
+  reread.ActivePresentation(host);
+  EXPECT_EQ(reread.DistributionList(), (std::vector<std::string>{"GATE1", "GATE2"}));
+  EXPECT_EQ(reread.DistributionStart(), basic::DateFrom(2026, 1, 2, 3, 4, 5));
+  reread.SetDistributionListTags({}, {}, {});
+  EXPECT_EQ((*host->tags)["CORVANE DISTRIBUTION COMPUTER"], "(none)");
+
+  presentation.DisplayType(4);
+  presentation.SetDisplayType();
+  EXPECT_EQ((*host->tags)["CORVANE DISPLAYTYPE"], "4");
+
+  presentation.RemoveLumenfold();
+  EXPECT_EQ(host->tags->items, (std::vector<std::pair<std::string, std::string>>{{"OTHER", "kept"}}));
+  EXPECT_EQ(slide.tags->Count(), 0);
+}
+
+}  // namespace
+}  // namespace LF2000

@@ -1,0 +1,336 @@
+// A running show: the model, its timers, hiding slides, clocks, failing sources.
+
+#include <gtest/gtest.h>
+
+#include "addin/modErrors.h"
+#include "fakes/FakeDatabase.h"
+#include "fakes/FakePowerPoint.h"
+#include "fakes/FakeServices.h"
+#include "runtime/clsRuntime.h"
+
+namespace LF2000 {
+namespace {
+
+constexpr const char* Prices = "/decks/prices.txt";
+
+struct RuntimeTest : testing::Test {
+  fakes::Machine machine;
+  std::shared_ptr<fakes::Presentation> deck = std::make_shared<fakes::Presentation>();
+  std::shared_ptr<fakes::Window> window = std::make_shared<fakes::Window>(deck);
+  clsRuntime runtime;
+
+  RuntimeTest() {
+    machine.files.Write(Prices, "Item\tPrice\nTea\t3\n");
+    deck->tags->items = {{"CORVANE VERSION", "1"}, {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"}};
+    modErrors::SlideShowRunning = true;
+  }
+  fakes::Shape& Field(fakes::Slide& slide, const std::string& name, int row,
+                      const std::string& connection = "001", const std::string& column = "Price") {
+    fakes::Shape& shape = slide.Add(name);
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "2"},
+                         {"CORVANE COLUMN TAG", connection},
+                         {"CORVANE COLUMN COLUMNNAME", column},
+                         {"CORVANE COLUMN ROW", std::to_string(row)}};
+    return shape;
+  }
+  fakes::Shape& Clock(fakes::Slide& slide, const std::string& format) {
+    fakes::Shape& shape = slide.Add("clock");
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "1"}, {"CORVANE COLUMN DATE FORMAT", format}};
+    return shape;
+  }
+  void Start() {
+    runtime.ActivePresentation(deck);
+    runtime.StartTimers(window);
+  }
+  void GoTo(std::int32_t slide) {
+    window->position = slide;
+    runtime.SlideShowNextSlide(window);
+  }
+  std::size_t LoggedErrors() {
+    const std::string& log = machine.files.files["/addin/errors.txt"].content;
+    return static_cast<std::size_t>(std::count(log.begin(), log.end(), '\n'));
+  }
+};
+
+TEST_F(RuntimeTest, AValueFollowsItsFile) {
+  fakes::Shape& shape = Field(deck->Add(), "p", 1);
+  Start();
+  ASSERT_NE(runtime.Form(), nullptr);
+  EXPECT_EQ(shape.text, "3");
+  machine.loop.Advance(5000);
+  EXPECT_EQ(shape.writes, 1);
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(shape.text, "4");
+  machine.files.Write(Prices, "Item\tPrice\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(shape.text, " ");
+  runtime.UnSetLinkedObjects();
+  machine.files.Write(Prices, "Item\tPrice\nTea\t5\n");
+  machine.loop.Advance(5000);
+  EXPECT_EQ(shape.text, " ");
+}
+
+TEST_F(RuntimeTest, OnlyTheSlideOnShowAndTheNextAreKeptCurrent) {
+  for (int i = 0; i < 4; ++i) Field(deck->Add(), "p", 1);
+  Start();
+  const auto texts = [&] {
+    std::string all;
+    for (const auto& slide : deck->slides) all += slide->shapes[0]->text + " ";
+    return all;
+  };
+  EXPECT_EQ(texts(), "3 3 3 3 ");
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(texts(), "4 4 3 3 ");
+  GoTo(4);
+  machine.files.Write(Prices, "Item\tPrice\nTea\t5\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(texts(), "5 4 3 5 ");
+  window->position = 5;
+  machine.loop.Advance(3000);
+  EXPECT_EQ(LoggedErrors(), 0U);
+}
+
+TEST_F(RuntimeTest, ASlideWithoutDataHidesAndReturns) {
+  machine.files.Write("/decks/alerts.txt", "Text\n");
+  deck->tags->Add("CORVANE CONNECTION002", "0\tAlerts\talerts.txt\t-1\t");
+  Field(deck->Add(), "p", 1);
+  fakes::Slide& alerts = deck->Add();
+  alerts.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
+  Field(alerts, "a", 1, "002", "Text");
+  fakes::Slide& never = deck->Add();
+  Field(never, "b", 9);
+  Start();
+  EXPECT_TRUE(alerts.transition->hidden);
+  EXPECT_FALSE(never.transition->hidden);
+  machine.loop.Advance(3000);
+  EXPECT_TRUE(alerts.transition->hidden);
+  machine.files.Write("/decks/alerts.txt", "Text\nGate closed\n");
+  machine.loop.Advance(1000);
+  EXPECT_FALSE(alerts.transition->hidden);
+  EXPECT_EQ(alerts.shapes[0]->text, "Gate closed");
+  machine.files.Write("/decks/alerts.txt", "Text\n");
+  machine.loop.Advance(1000);
+  EXPECT_TRUE(alerts.transition->hidden);
+}
+
+TEST_F(RuntimeTest, ASlideHiddenBehindTheLastOneReturnsWhenTheShowWraps) {
+  machine.files.Write("/decks/alerts.txt", "Text\n");
+  deck->tags->Add("CORVANE CONNECTION002", "0\tAlerts\talerts.txt\t-1\t");
+  Field(deck->Add(), "p", 1);
+  fakes::Slide& alerts = deck->Add();
+  alerts.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
+  Field(alerts, "a", 1, "002", "Text");
+  Start();
+  EXPECT_TRUE(alerts.transition->hidden);
+  machine.files.Write("/decks/alerts.txt", "Text\nBack\n");
+  machine.loop.Advance(1000);
+  EXPECT_FALSE(alerts.transition->hidden);
+}
+
+TEST_F(RuntimeTest, ClocksAreRewrittenWhenTheirTextChanges) {
+  fakes::Slide& first = deck->Add();
+  fakes::Shape& seconds = Clock(first, "hh:nn:ss");
+  fakes::Shape& minutes = Clock(deck->Add(), "hh:nn");
+  Start();
+  EXPECT_EQ(seconds.text, "12:00:00");
+  EXPECT_EQ(minutes.text, "12:00");
+  const int before = seconds.writes;
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(seconds.text, "12:00:10");
+  EXPECT_EQ(seconds.writes, before + 10);
+  EXPECT_EQ(minutes.writes, 1);
+  machine.clock.start = basic::DateFrom(2026, 2, 3, 9, 30);
+  machine.loop.Advance(100);
+  EXPECT_EQ(seconds.text, "09:30:10");
+  EXPECT_EQ(minutes.text, "09:30");
+}
+
+TEST_F(RuntimeTest, AFailingSourceLeavesItsValuesIsLoggedOnceAndRecovers) {
+  machine.files.Write("/decks/other.txt", "Price\n7\n");
+  deck->tags->Add("CORVANE CONNECTION002", "0\tOther\tother.txt\t-1\t");
+  fakes::Slide& slide = deck->Add();
+  slide.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
+  fakes::Shape& shape = Field(slide, "p", 1);
+  fakes::Shape& other = Field(slide, "o", 1, "002");
+  Start();
+  const auto good = machine.files.files[Prices];
+  machine.files.files.erase(Prices);
+  machine.files.Write("/decks/other.txt", "Price\n8\n");
+  machine.loop.Advance(60'000);
+  EXPECT_EQ(shape.text, "3");
+  EXPECT_EQ(other.text, "8");
+  EXPECT_FALSE(slide.transition->hidden);
+  EXPECT_EQ(LoggedErrors(), 2U);  // one line whose text has a line break of its own
+  machine.files.files[Prices] = good;
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(shape.text, "4");
+  machine.files.files.erase(Prices);
+  machine.loop.Advance(5000);
+  EXPECT_EQ(LoggedErrors(), 4U);
+  EXPECT_TRUE(machine.messageBox.shown.empty());
+}
+
+TEST_F(RuntimeTest, ASourceThatIsMissingAtTheStartIsTakenUpLater) {
+  fakes::Shape& shape = Field(deck->Add(), "p", 1);
+  shape.text = "before";
+  machine.files.files.clear();
+  Start();
+  ASSERT_NE(runtime.Form(), nullptr);
+  EXPECT_EQ(shape.text, "before");
+  EXPECT_GT(LoggedErrors(), 0U);
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(shape.text, "4");
+}
+
+TEST_F(RuntimeTest, WhatIsOutOfBoundsIsSkipped) {
+  deck->tags->Add("CORVANE CONNECTION1000", "0\tFar\tgone.txt\t-1\t");
+  deck->tags->Add("CORVANE CONNECTIONX", "0\tOdd\tgone.txt\t-1\t");
+  deck->tags->Add("CORVANE CONNECTION003", "zero");
+  fakes::Slide& slide = deck->Add();
+  slide.tags->Add("CORVANE SLIDE PROPERTIES", "nonsense");
+  Field(slide, "far", 1, "1000");
+  Field(slide, "odd", 1, "abc");
+  fakes::Shape& good = Field(slide, "good", 1);
+  fakes::Shape& twin = Field(slide, "good", 1, "001", "Item");
+  Start();
+  ASSERT_NE(runtime.Form(), nullptr);
+  EXPECT_EQ(good.text, "3");
+  EXPECT_EQ(twin.text, "");
+  EXPECT_NE(machine.files.files["/addin/errors.txt"].content.find("two linked shapes named 'good'"),
+            std::string::npos);
+  EXPECT_EQ(runtime.ShapesInfo()[1].size(), 1U);
+}
+
+TEST_F(RuntimeTest, AnErrorOnOneShapeEndsItsSlideForTheTick) {
+  fakes::Slide& slide = deck->Add();
+  fakes::Shape& before = Field(slide, "before", 1);
+  Field(slide, "missing", 1, "001", "Colour");
+  fakes::Shape& after = Field(slide, "after", 1);
+  Start();
+  EXPECT_EQ(before.text, "3");
+  EXPECT_EQ(after.text, "");
+  machine.loop.Advance(10'000);
+  const std::string& log = machine.files.files["/addin/errors.txt"].content;
+  EXPECT_EQ(log.find("column Colour"), log.rfind("column Colour"));
+  machine.files.Write(Prices, "Item\tPrice\tColour\nTea\t3\tgreen\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(after.text, "3");
+}
+
+TEST_F(RuntimeTest, TimersArePacedByWhatTheDeckHolds) {
+  const struct {
+    std::vector<std::pair<const char*, const char*>> tags;
+    const char* scroll;
+    std::int32_t data;
+    bool connectionsEnabled;
+    std::int32_t connections;
+  } cases[] = {
+      {{{"CORVANE CONNECTION001", "0\tP\tprices.txt\t-1\t"}}, nullptr, 1000, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"},
+        {"CORVANE CONNECTION002", "1\tP\tDSN=x\tt\t\t3000\t"}},
+       nullptr,
+       3000,
+       false,
+       100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t-2500\t"}}, nullptr, 2500, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, nullptr, 1000, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t1E12\t"}}, nullptr, 1000, false, 100},
+      {{}, nullptr, 1000, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "True\t1\t400", 400, true, 5000},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t300\t"}}, "True\t1\t400", 300, true, 300},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "False\t1\t400", 5000, false, 100},
+  };
+  for (const auto& c : cases) {
+    fakes::Database database;
+    machine.UseAdo(&database);
+    deck = std::make_shared<fakes::Presentation>();
+    deck->tags->Add("CORVANE VERSION", "1");
+    for (const auto& [name, value] : c.tags) deck->tags->Add(name, value);
+    fakes::Slide& slide = deck->Add();
+    if (c.scroll) slide.tags->Add("CORVANE SCROLLSTEP1", c.scroll);
+    window = std::make_shared<fakes::Window>(deck);
+    clsRuntime each;
+    each.ActivePresentation(deck);
+    each.StartTimers(window);
+    ASSERT_NE(each.Form(), nullptr);
+    EXPECT_EQ(each.Form()->tmrData().Interval(), c.data);
+    EXPECT_EQ(each.Form()->tmrConnections().Enabled(), c.connectionsEnabled);
+    EXPECT_EQ(each.Form()->tmrConnections().Interval(), c.connections);
+    EXPECT_FALSE(each.Form()->tmrClock().Enabled());
+    EXPECT_FALSE(each.Form()->tmrRefreshLinkedObjects().Enabled());
+  }
+}
+
+TEST_F(RuntimeTest, AScrollingShowRequeriesFromTheConnectionsTimer) {
+  fakes::Slide& slide = deck->Add();
+  slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t100");
+  fakes::Shape& shape = Field(slide, "p", 1);
+  Start();
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(900);
+  EXPECT_EQ(shape.text, "3");
+  machine.loop.Advance(300);
+  EXPECT_EQ(shape.text, "4");
+}
+
+TEST_F(RuntimeTest, AChangeOfSlideRestoresTheTimersAsTheyWere) {
+  Field(deck->Add(), "p", 1);
+  Field(deck->Add(), "p", 1);
+  Start();
+  FrmRuntimeTimer& form = *runtime.Form();
+  form.DisableTimer();
+  GoTo(2);
+  EXPECT_FALSE(form.tmrData().Enabled());
+  EXPECT_FALSE(form.tmrConnections().Enabled());
+  form.EnableTimer();
+  GoTo(1);
+  EXPECT_TRUE(form.tmrData().Enabled());
+  EXPECT_TRUE(form.tmrConnections().Enabled());
+}
+
+TEST_F(RuntimeTest, ChangedSourcesOfLinkedObjectsUpdateTheLinksOnce) {
+  machine.files.Write("/srv/a.xls", "");
+  machine.files.Write("/srv/b.xls", "");
+  machine.files.Write("/srv/c.xls", "");
+  fakes::Slide& slide = deck->Add();
+  for (const char* source : {"/srv/a.xls!Sheet1!R1C1:R5C5", "/srv/b.xls!Sheet1", "/srv/c.xls"}) {
+    fakes::Shape& shape = slide.Add(source);
+    shape.type = PowerPoint::ShapeType::LinkedOLEObject;
+    shape.linkSource = source;
+  }
+  Start();
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(deck->linkUpdates, 0);
+  machine.files.files["/srv/a.xls"].date += 1;
+  machine.files.files["/srv/b.xls"].date += 1;
+  machine.files.files["/srv/c.xls"].date += 1;
+  machine.loop.Advance(2500);
+  EXPECT_EQ(deck->linkUpdates, 1);
+  machine.files.files.erase("/srv/a.xls");
+  machine.files.files["/srv/b.xls"].date += 1;
+  machine.loop.Advance(2500);
+  EXPECT_EQ(deck->linkUpdates, 2);
+}
+
+TEST_F(RuntimeTest, TheShowMayEndInsideATick) {
+  Field(deck->Add(), "p", 1);
+  Start();
+  machine.loop.onDoEvents = [&] { runtime.UnSetLinkedObjects(); };
+  machine.loop.Advance(3000);
+  EXPECT_EQ(runtime.Form(), nullptr);
+  EXPECT_TRUE(machine.messageBox.shown.empty());
+}
+
+TEST_F(RuntimeTest, AnUnlinkedPresentationStaysInactive) {
+  deck->tags->items.clear();
+  deck->Add();
+  Start();
+  EXPECT_EQ(runtime.Form(), nullptr);
+}
+
+}  // namespace
+}  // namespace LF2000
