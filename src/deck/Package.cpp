@@ -209,6 +209,7 @@ void Package::rebase(std::string bytes) {
     if (Part* part = find(entries[i].name)) {
       part->entry_ = static_cast<std::int64_t>(i);
       part->changed_ = false;
+      if (part->xml_ != nullptr) part->dropBytes();
     }
   }
   std::erase_if(parts_, [](const auto& part) { return part->removed_; });

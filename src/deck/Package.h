@@ -99,6 +99,7 @@ class Part {
 
   [[nodiscard]] std::unique_ptr<pugi::xml_document> parse(std::string& text);
   Relationships& loadRelationships();
+  void dropBytes();
 
   Package* package_;
   std::string name_;

@@ -54,7 +54,12 @@ std::unique_ptr<pugi::xml_document> Part::parse(std::string& text) {
 
 void Part::markChanged() {
   changed_ = true;
+  dropBytes();
+}
+
+void Part::dropBytes() {
   hasBytes_ = false;
+  bytes_ = {};
 }
 
 Relationships& Part::loadRelationships() {

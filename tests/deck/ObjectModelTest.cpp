@@ -155,13 +155,18 @@ TEST(LinksTest, PicturesAndObjectsTellTheirSource) {
   deck.addSlide();
   const std::string book = deck.relate(1, "oleObject", "file:///C:\\Data\\Book.xlsx!Sheet1", true);
   const std::string photo = deck.relate(1, "image", "file:///data/photo.png", true);
+  deck.part("ppt/media/film.mp4", "film");
+  const std::string film = deck.relate(1, "video", "../media/film.mp4");
   deck.shapes(1, frame(2, "Book", Ole,
                        "<p:oleObj progId=\"Excel.Sheet.12\" r:id=\"" + book + "\"><p:link/></p:oleObj>") +
-                     picture(3, "Photo", "", "r:link=\"" + photo + "\""));
+                     picture(3, "Photo", "", "r:link=\"" + photo + "\"") +
+                     picture(4, "Film", "<a:videoFile r:link=\"" + film + "\"/>", ""));
   const auto shapes = deck.presentation()->Slides()->Item(1)->Shapes();
   EXPECT_EQ(shapes->Item("Book")->LinkFormat()->SourceFullName(), "C:\\Data\\Book.xlsx!Sheet1");
   EXPECT_EQ(shapes->Item("Book")->OLEFormat()->ProgID(), "Excel.Sheet.12");
   EXPECT_EQ(shapes->Item("Photo")->LinkFormat()->SourceFullName(), "/data/photo.png");
+  EXPECT_THAT(errorOf([&] { static_cast<void>(shapes->Item("Film")->LinkFormat()); }),
+              HasSubstr("not linked to a file"));
 }
 
 TEST(SlidesTest, StandInTheOrderOfTheList) {
