@@ -1,5 +1,6 @@
 #include "render/BoxWriter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -13,6 +14,12 @@ namespace {
 const char* borderStyle(const Line& line) {
   if (line.dashes.empty()) return "solid";
   return line.dashes.front() > 1 ? "dashed" : "dotted";
+}
+
+/// 0 when there is none to be drawn.
+double borderWidth(const std::optional<Line>& border) {
+  if (!border || !std::holds_alternative<Color>(border->fill)) return 0;
+  return std::max(border->width, 0.75);
 }
 
 void cssFill(HtmlOut& out, const Fill& fill) {
@@ -73,7 +80,12 @@ void BoxWriter::cell(const TableCell& cell) {
   out_ << "<td";
   if (cell.columnSpan > 1) out_ << " colspan=\"" << cell.columnSpan << '"';
   if (cell.rowSpan > 1) out_ << " rowspan=\"" << cell.rowSpan << '"';
-  out_ << " style=\"padding:" << p.top << "px " << p.right << "px " << p.bottom << "px " << p.left << "px;";
+  // Lines between cells take no room of their own; a browser gives each neighbour half of them.
+  const double insets[] = {p.left, p.top, p.right, p.bottom};
+  double padding[4];
+  for (int i = 0; i < 4; ++i) padding[i] = std::max(0.0, insets[i] - borderWidth(cell.borders[i]) / 2);
+  out_ << " style=\"padding:" << padding[1] << "px " << padding[2] << "px " << padding[3] << "px "
+       << padding[0] << "px;";
   if (p.anchor != Anchor::Top)
     out_ << "vertical-align:" << (p.anchor == Anchor::Center ? "middle;" : "bottom;");
   if (p.direction == TextDirection::Down) out_ << "writing-mode:vertical-rl;";
@@ -81,11 +93,10 @@ void BoxWriter::cell(const TableCell& cell) {
   static constexpr const char* sides[] = {"left", "top", "right", "bottom"};
   for (int i = 0; i < 4; ++i) {
     const auto& border = cell.borders[i];
-    if (!border) continue;
+    const double width = borderWidth(border);
+    if (width <= 0) continue;
     const auto* color = std::get_if<Color>(&border->fill);
-    if (color == nullptr) continue;
-    out_ << "border-" << sides[i] << ':' << std::max(border->width, 0.75) << "px " << borderStyle(*border)
-         << ' ' << *color << ';';
+    out_ << "border-" << sides[i] << ':' << width << "px " << borderStyle(*border) << ' ' << *color << ';';
   }
   cssFill(out_, cell.fill);
   out_ << "\">";

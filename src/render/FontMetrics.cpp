@@ -46,23 +46,22 @@ const std::vector<Substitute>& substitutes() {
   return table;
 }
 
-enum class Family { Sans, Serif, Mono };
-
-Family generic(std::string_view typeface) {
+/// The generic family that a typeface's name suggests.
+const char* generic(std::string_view typeface) {
   static constexpr std::string_view serifs[] = {
       "times", "serif", "georgia",    "garamond", "cambria",     "book",     "palatino", "century", "bodoni",
       "didot", "roman", "constantia", "minion",   "baskerville", "perpetua", "rockwell", "goudy",   "caslon"};
   static constexpr std::string_view monos[] = {"courier", "mono", "consol", "typewriter", "menlo", "code"};
   std::string key;
   for (const char c : typeface) key += static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
-  if (key.find("sans") != std::string::npos) return Family::Sans;
+  if (key.find("sans") != std::string::npos) return "sans-serif";
   for (const auto word : monos) {
-    if (key.find(word) != std::string::npos) return Family::Mono;
+    if (key.find(word) != std::string::npos) return "monospace";
   }
   for (const auto word : serifs) {
-    if (key.find(word) != std::string::npos) return Family::Serif;
+    if (key.find(word) != std::string::npos) return "serif";
   }
-  return Family::Sans;
+  return "sans-serif";
 }
 
 /// The machine's fonts. Without any, every typeface has the usual ones.
@@ -78,8 +77,9 @@ class FontFiles {
   FontFiles(const FontFiles&) = delete;
   FontFiles& operator=(const FontFiles&) = delete;
 
-  /// False when no font of exactly this family is installed.
-  bool read(const std::string& family, FontMetrics& metrics) const {
+  /// False when no font of exactly this family is installed; a generic family is
+  /// whatever the machine takes for it.
+  bool read(const std::string& family, bool isGeneric, FontMetrics& metrics) const {
     if (config_ == nullptr || library_ == nullptr) return false;
     using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
     const Pattern wanted(FcPatternCreate(), FcPatternDestroy);
@@ -89,7 +89,7 @@ class FontFiles {
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
     const Pattern found(FcFontMatch(config_, wanted.get(), &result), FcPatternDestroy);
-    if (!found || !isOfFamily(found.get(), family)) return false;
+    if (!found || (!isGeneric && !isOfFamily(found.get(), family))) return false;
     FcChar8* file = nullptr;
     int index = 0;
     if (FcPatternGetString(found.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
@@ -126,20 +126,6 @@ FontStack makeStack(std::string_view typeface) {
     if (basic::EqualsIgnoreCase(entry.typeface, typeface))
       families.insert(families.end(), entry.others.begin(), entry.others.end());
   }
-  const char* last = "sans-serif";
-  switch (generic(typeface)) {
-    case Family::Serif:
-      families.emplace_back("Liberation Serif");
-      last = "serif";
-      break;
-    case Family::Mono:
-      families.emplace_back("Liberation Mono");
-      last = "monospace";
-      break;
-    case Family::Sans:
-      families.emplace_back("Liberation Sans");
-      break;
-  }
   FontStack stack;
   bool measured = false;
   for (const auto& family : families) {
@@ -151,8 +137,10 @@ FontStack makeStack(std::string_view typeface) {
       if (plain) stack.css += c;
     }
     stack.css += "',";
-    measured = measured || files.read(family, stack.metrics);
+    measured = measured || files.read(family, false, stack.metrics);
   }
+  const char* last = generic(typeface);
+  if (!measured) files.read(last, true, stack.metrics);
   stack.css += last;
   return stack;
 }

@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <array>
 #include <cstdint>
+#include <span>
 
 #include "basic/Strings.h"
 #include "render/TextReader.h"
@@ -54,39 +54,51 @@ constexpr Glyph Symbol[] = {
     {0xD7, 0x22C5}, {0xD8, 0x00AC}, {0xD9, 0x2227}, {0xDA, 0x2228}, {0xDB, 0x21D4}, {0xDC, 0x21D0},
     {0xDD, 0x21D1}, {0xDE, 0x21D2}, {0xDF, 0x21D3}, {0xE5, 0x2211}, {0xF2, 0x222B}};
 
+constexpr Glyph Wingdings2[] = {{0x4F, 0x2717}, {0x50, 0x2713}, {0x51, 0x2612}, {0x52, 0x2611},
+                                {0x95, 0x2022}, {0x96, 0x25CF}, {0x97, 0x25CF}, {0x98, 0x25CF},
+                                {0x9E, 0x25A0}, {0x9F, 0x25AA}, {0xA0, 0x25A0}, {0xA1, 0x25A0},
+                                {0xA3, 0x25A1}, {0xAE, 0x25C6}, {0xF5, 0x2605}};
+
+constexpr Glyph Wingdings3[] = {{0x66, 0x2190}, {0x67, 0x2192}, {0x68, 0x2191}, {0x69, 0x2193},
+                                {0x70, 0x25B2}, {0x71, 0x25BC}, {0x72, 0x25B3}, {0x73, 0x25BD},
+                                {0x74, 0x25C0}, {0x75, 0x25B6}, {0x76, 0x25C1}, {0x77, 0x25B7},
+                                {0x7B, 0x25C2}, {0x7C, 0x25B8}, {0x7D, 0x25B8}};
+
 constexpr Glyph Webdings[] = {{0x3D, 0x25B6}, {0x61, 0x2714}, {0x63, 0x25A1}, {0x67, 0x25A0},
                               {0x6E, 0x25CF}, {0x72, 0x2716}, {0x77, 0x25BC}};
 
-template <std::size_t N>
-char32_t look(const Glyph (&table)[N], char32_t code) {
-  const auto* found = std::lower_bound(std::begin(table), std::end(table), code,
-                                       [](const Glyph& glyph, char32_t key) { return glyph.code < key; });
-  return found != std::end(table) && found->code == code ? found->character : 0;
+char32_t look(std::span<const Glyph> table, char32_t code) {
+  const auto found = std::lower_bound(table.begin(), table.end(), code,
+                                      [](const Glyph& glyph, char32_t key) { return glyph.code < key; });
+  return found != table.end() && found->code == code ? found->character : 0;
+}
+
+std::span<const Glyph> tableOf(std::string_view typeface) {
+  if (basic::EqualsIgnoreCase(typeface, "Wingdings 2")) return Wingdings2;
+  if (basic::EqualsIgnoreCase(typeface, "Wingdings 3")) return Wingdings3;
+  if (basic::EqualsIgnoreCase(typeface, "Wingdings")) return Wingdings;
+  if (basic::EqualsIgnoreCase(typeface, "Symbol")) return Symbol;
+  if (basic::EqualsIgnoreCase(typeface, "Webdings")) return Webdings;
+  return {};
 }
 
 }  // namespace
 
+bool isSymbolFont(std::string_view typeface) { return !tableOf(typeface).empty(); }
+
 std::string fromSymbolFont(std::string_view typeface, std::string_view text) {
-  const bool wingdings = basic::StartsWith(typeface, "Wingdings");
-  const bool symbol = basic::EqualsIgnoreCase(typeface, "Symbol");
-  const bool webdings = basic::EqualsIgnoreCase(typeface, "Webdings");
-  if (!wingdings && !symbol && !webdings) return std::string(text);
+  const auto table = tableOf(typeface);
+  if (table.empty()) return std::string(text);
+  // Letters of the Symbol font that have no entry are themselves; the others' pictures become a dot.
+  const bool hasLetters = table.data() == Symbol;
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
     const char32_t character = decodeUtf8(text, at);
     // Symbol fonts keep their glyphs at these codes and, in Unicode, from U+F000 on.
     const char32_t code = character >= 0xF000 && character <= 0xF0FF ? character - 0xF000 : character;
-    const char32_t mapped = code > 0xFF ? 0
-                            : wingdings ? look(Wingdings, code)
-                            : symbol    ? look(Symbol, code)
-                                        : look(Webdings, code);
-    if (mapped != 0) {
-      appendUtf8(out, mapped);
-    } else if (code <= 0xFF && !symbol && code > 0x20) {
-      appendUtf8(out, 0x2022);
-    } else {
-      appendUtf8(out, code);
-    }
+    const char32_t mapped = look(table, code);
+    const bool picture = code > 0x20 && code <= 0xFF && !hasLetters;
+    appendUtf8(out, mapped != 0 ? mapped : picture ? U'\u2022' : code);
   }
   return out;
 }

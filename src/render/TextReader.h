@@ -20,6 +20,9 @@ TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyP
 /// A number in one of the automatic numbering schemes ("arabicPeriod", 3 -> "3.").
 std::string autoNumber(std::string_view scheme, int number);
 
+/// Whether a typeface has pictures where others have letters.
+bool isSymbolFont(std::string_view typeface);
+
 /// Text of a symbol font (Wingdings, Symbol, Webdings) in characters that every
 /// font has; as it is for other fonts.
 std::string fromSymbolFont(std::string_view typeface, std::string_view text);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "basic/Strings.h"
 #include "render/FontMetrics.h"
 #include "render/TextReader.h"
 
@@ -18,11 +17,6 @@ Color colorOf(const std::optional<Fill>& fill) {
   if (const auto* pattern = std::get_if<PatternFill>(&*fill)) return pattern->foreground;
   if (std::holds_alternative<NoFill>(*fill)) return {0, 0, 0, 0};
   return {};
-}
-
-bool isSymbolFont(std::string_view typeface) {
-  return basic::StartsWith(typeface, "Wingdings") || basic::EqualsIgnoreCase(typeface, "Symbol") ||
-         basic::EqualsIgnoreCase(typeface, "Webdings");
 }
 
 /// Characters of the private area in which symbol fonts keep their glyphs.
@@ -159,7 +153,11 @@ void TextWriter::bullet(const Paragraph& paragraph, const RunStyle& first, const
   if (bullet.color) look.color = *bullet.color;
   look.italic = first.italic.value_or(false) && bullet.kind == Bullet::Kind::Number;
   out_ << "<span class=\"b\" style=\"";
-  if (indent < 0) out_ << "min-width:" << -indent << "px;";
+  if (indent < 0) {
+    out_ << "min-width:" << -indent << "px;";
+  } else {
+    out_ << "margin-right:.2em;";
+  }
   this->look(look);
   out_ << "\">";
   out_.text(paragraph.bullet) << "</span>";
