@@ -38,7 +38,7 @@ class Descriptor {
 class TemporaryFile {
  public:
   explicit TemporaryFile(const fs::path& target)
-      : path_((target.parent_path() / ".").string() + target.filename().string() + ".XXXXXX"),
+      : path_((target.parent_path() / ".lumenfold.XXXXXX").string()),
         file_(::mkostemp(path_.data(), O_CLOEXEC)),
         created_(file_.isOpen()) {}
   ~TemporaryFile() {

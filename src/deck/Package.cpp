@@ -77,6 +77,13 @@ void Package::readDirectory(const Limits& limits) {
   const std::vector<Archive::Entry>& entries = archive_->entries();
   parts_.reserve(entries.size());
   byName_.reserve(entries.size());
+  const auto isBomb = [&](std::uint64_t size, std::uint64_t compressed) {
+    return size > limits.ratioFrom && size / limits.ratio > compressed;
+  };
+  const auto failAsBomb = [&](const std::string& what) {
+    fail(what + " would inflate to more than " + std::to_string(limits.ratio) +
+         " times its size, which no honest file does");
+  };
   std::uint64_t total = 0;
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const Archive::Entry& entry = entries[i];
@@ -86,10 +93,7 @@ void Package::readDirectory(const Limits& limits) {
       fail("part " + entry.name + " would inflate to " + megabytes(entry.size) + ", more than the " +
            megabytes(limits.partBytes) + " allowed");
     }
-    if (entry.size > limits.ratioFrom && entry.size / limits.ratio > entry.compressedSize) {
-      fail("part " + entry.name + " would inflate to more than " + std::to_string(limits.ratio) +
-           " times its size, which no honest file does");
-    }
+    if (isBomb(entry.size, entry.compressedSize)) failAsBomb("part " + entry.name);
     total += entry.size;
     if (total > limits.totalBytes) {
       fail("its parts would inflate to more than the " + megabytes(limits.totalBytes) + " allowed");
@@ -98,6 +102,7 @@ void Package::readDirectory(const Limits& limits) {
     if (byName_.contains(entry.name)) fail("it holds two entries of the name " + inQuotes(entry.name));
     insert(entry.name, static_cast<std::int64_t>(i));
   }
+  if (isBomb(total, archive_->bytes().size())) failAsBomb("it");
 }
 
 Part& Package::insert(std::string name, std::int64_t entry) {

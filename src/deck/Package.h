@@ -117,8 +117,8 @@ class Part {
 struct Limits {
   std::uint64_t partBytes = 512ULL << 20;
   std::uint64_t totalBytes = 4ULL << 30;
-  /// Largest inflated size in multiples of the compressed one, asked of parts
-  /// that are bigger than ratioFrom.
+  /// Largest inflated size in multiples of the compressed one, asked of what is
+  /// bigger than ratioFrom: of each part and of the whole.
   std::uint64_t ratio = 300;
   std::uint64_t ratioFrom = 8ULL << 20;
 };

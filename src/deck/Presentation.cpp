@@ -83,7 +83,8 @@ void Presentation::write() {
 
 void Presentation::SaveCopyAs(std::string_view fileName) {
   tags_.write();
-  replaceFile(std::string(fileName), package_->serialize());
+  const FileState written = replaceFile(std::string(fileName), package_->serialize());
+  if (fileName == path_) state_ = written;
 }
 
 std::shared_ptr<PowerPoint::Tags> Presentation::Tags() {

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "basic/Error.h"
 #include "deck/DeckBuilder.h"
+#include "deck/ErrorOf.h"
 #include "deck/Links.h"
 #include "deck/Slide.h"
 #include "deck/SlideShowSettings.h"
@@ -13,15 +13,6 @@ namespace {
 using PowerPoint::ShapeType;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-std::string errorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const basic::Error& error) {
-    return error.description;
-  }
-  return "no error";
-}
 
 std::string picture(int id, const std::string& name, const std::string& nvPr, const std::string& blip) {
   return "<p:pic><p:nvPicPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +

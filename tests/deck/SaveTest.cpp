@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <csignal>
 
-#include "basic/Error.h"
 #include "deck/DeckBuilder.h"
+#include "deck/ErrorOf.h"
 #include "deck/PackageCheck.h"
 #include "deck/RecordedEvents.h"
 #include "deck/TemporaryFolder.h"
@@ -52,12 +52,7 @@ class SaveTest : public testing::Test {
     return names;
   }
   std::string errorOfSave() {
-    try {
-      presentation_->Save();
-    } catch (const basic::Error& error) {
-      return error.description;
-    }
-    return "no error";
+    return errorOf([this] { presentation_->Save(); });
   }
 
   TemporaryFolder folder_;
@@ -205,7 +200,7 @@ TEST_F(SaveTest, APresentationWithoutAFileAsksForAName) {
   deck.addSlide();
   const auto fresh = application_->add(deck.package());
   EXPECT_THAT(events_.take(), ElementsAre("new"));
-  EXPECT_THROW(fresh->Save(), basic::Error);
+  EXPECT_THAT(errorOf([&] { fresh->Save(); }), HasSubstr("has no file yet"));
   EXPECT_EQ(fresh->FullName(), "");
 }
 

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "basic/Error.h"
+
+namespace deck::test {
+
+/// The description of the error that an action throws.
+inline std::string errorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const basic::Error& error) {
+    return error.description;
+  }
+  return "no error";
+}
+
+}  // namespace deck::test
