@@ -159,7 +159,12 @@ TEST(PackageTest, PartsComeAndGoWithTheirTypeAndRelationship) {
   EXPECT_EQ(found->bytes(), "<a/>");
   EXPECT_EQ(reopened->part(SlideName).relationship(id)->target, "../tags/tag1.xml");
 
+  const std::string later =
+      package->addRelationship(slide, "urn:types/other", package->part("ppt/theme/theme1.xml"));
   package->removeRelationship(slide, id);
+  EXPECT_EQ(slide.target(id), nullptr);
+  EXPECT_EQ(slide.target(later)->name(), "ppt/theme/theme1.xml");
+  package->removeRelationship(slide, later);
   package->remove(added);
   EXPECT_EQ(package->find("ppt/tags/tag1.xml"), nullptr);
   const auto names = [](const std::string& zip) {
