@@ -46,7 +46,7 @@ const Relationship* Relationships::find(std::string_view id) const {
 }
 
 std::string Relationships::add(std::string_view type, std::string_view target) {
-  const std::string id = "rId" + std::to_string(++lastNumber_);
+  std::string id = "rId" + std::to_string(++lastNumber_);
   byId_.emplace(id, all_.size());
   all_.push_back({id, std::string(type), std::string(target), false});
   pugi::xml_node node = stored_->xml().document_element().append_child("Relationship");

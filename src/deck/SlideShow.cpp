@@ -48,7 +48,7 @@ std::shared_ptr<SlideShow> SlideShow::begin(Application& application,
                                             std::shared_ptr<deck::Presentation> presentation,
                                             host::Loop& loop, const SlideShowOptions& options,
                                             SlideShowListener* listener) {
-  const std::shared_ptr<SlideShow> show(
+  std::shared_ptr<SlideShow> show(
       new SlideShow(application, std::move(presentation), loop, options, listener));
   show->start(options.startSlide);
   return show;
