@@ -172,25 +172,27 @@ void SlideRenderer::drawBehind(Prepared& slide) {
   slide.isBehindDrawn = true;
 }
 
-std::string SlideRenderer::element(Prepared& slide, pugi::xml_node shape, int& id,
-                                   std::vector<std::string>* problems, const std::string& suffix) {
-  HtmlOut out;
-  std::optional<Box> box;
+std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
+                                        std::vector<std::string>* problems) {
   try {
-    box = slide.builder.build(shape);
-    if (!box) return {};
+    return slide.builder.build(shape);
   } catch (const basic::Error& error) {
-    box.emplace();
-    box->id = idOf(shape);
+    Box box;
+    box.id = idOf(shape);
     if (problems != nullptr) {
-      problems->push_back("Shape " + std::to_string(box->id) + " of slide " + std::to_string(slide.index) +
+      problems->push_back("Shape " + std::to_string(box.id) + " of slide " + std::to_string(slide.index) +
                           " is not drawn: " + error.description);
     }
+    return box;
   }
-  id = box->id;
-  const bool live = options_.isLive && options_.isLive(slide.index, id);
-  BoxWriter(out, options_.assetPrefix).write(*box, elementId(slide.index, id) + suffix, live);
-  return out.take();
+}
+
+void SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const {
+  const bool live = options_.isLive && options_.isLive(slide.index, box.id);
+  auto id = elementId(slide.index, box.id);
+  // Ids ought to be unique and sometimes are not.
+  if (occurrence > 1) id += "-" + std::to_string(occurrence);
+  BoxWriter(out, options_.assetPrefix).write(box, id, live);
 }
 
 SlidePage SlideRenderer::slide(int index) {
@@ -204,12 +206,10 @@ SlidePage SlideRenderer::slide(int index) {
   HtmlOut out;
   out << "<section class=\"slide\" id=\"s" << index << "\" style=\"width:" << slideSize.width
       << "px;height:" << slideSize.height << "px\">" << slide.behind;
-  std::map<int, int> seen;
+  std::map<int, int> occurrences;
   for (const auto shape : shapesOf(slide.part).children()) {
-    int id = idOf(shape);
-    // Ids ought to be unique and sometimes are not.
-    const int earlier = seen[id]++;
-    out << element(slide, shape, id, &page.problems, earlier > 0 ? "-" + std::to_string(earlier + 1) : "");
+    const auto box = build(slide, shape, &page.problems);
+    if (box) write(out, slide, *box, ++occurrences[box->id]);
   }
   out << "</section>";
   assets_.collect(nullptr);
@@ -221,9 +221,11 @@ std::string SlideRenderer::shape(int slideIndex, int shapeId) {
   auto& slide = prepare(slideIndex);
   for (const auto shape : shapesOf(slide.part).children()) {
     if (!hasId(shape, shapeId)) continue;
-    int id = shapeId;
-    auto html = element(slide, shape, id, nullptr, "");
-    if (!html.empty()) return html;
+    const auto box = build(slide, shape, nullptr);
+    if (!box || box->id != shapeId) continue;
+    HtmlOut out;
+    write(out, slide, *box, 1);
+    return out.take();
   }
   fail("Slide " + std::to_string(slideIndex) + " of " + package_.name() + " has no shape with the id " +
        std::to_string(shapeId) + ".");

@@ -3,14 +3,16 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "deck/Package.h"
 #include "render/Assets.h"
+#include "render/HtmlOut.h"
 #include "render/Inheritance.h"
-#include "render/Paint.h"
+#include "render/Scene.h"
 
 // Slides as HTML with inline SVG, at their natural size in CSS px; whoever shows
 // them scales the whole with a transform. docs/rendering.md says what is drawn.
@@ -75,8 +77,8 @@ class SlideRenderer {
   [[nodiscard]] deck::Part& slidePart(int index) const;
   Prepared& prepare(int index);
   void drawBehind(Prepared& slide);
-  std::string element(Prepared& slide, pugi::xml_node shape, int& id, std::vector<std::string>* problems,
-                      const std::string& suffix);
+  std::optional<Box> build(Prepared& slide, pugi::xml_node shape, std::vector<std::string>* problems);
+  void write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const;
 
   deck::Package& package_;
   Options options_;

@@ -15,19 +15,21 @@ std::optional<double> pxOf(pugi::xml_attribute attribute) {
   return emu ? std::optional(pxFromEmu(*emu)) : std::nullopt;
 }
 
-Underline underlineNamed(std::string_view name) {
+std::optional<Underline> underlineNamed(std::string_view name) {
   if (name == "none") return Underline::None;
+  if (name == "sng" || name == "words") return Underline::Single;
   if (name == "dbl") return Underline::Double;
   if (name.starts_with("wavy")) return Underline::Wavy;
   if (name.starts_with("dotted")) return Underline::Dotted;
   if (name.starts_with("dash") || name.starts_with("dotD")) return Underline::Dashed;
   if (name == "heavy") return Underline::Heavy;
-  return Underline::Single;
+  return {};
 }
 
 std::optional<Spacing> readSpacing(pugi::xml_node node) {
   if (const auto pct = node.child("a:spcPct")) {
-    if (const auto share = shareOf(pct.attribute("val"))) return Spacing{true, std::clamp(*share, 0.0, 20.0)};
+    const auto share = shareOf(pct.attribute("val"));
+    if (share && *share >= 0 && *share <= 132) return Spacing{true, *share};
   } else if (const auto pts = node.child("a:spcPts")) {
     const auto points = numberOf(pts.attribute("val"));
     if (points) return Spacing{false, std::clamp(*points, 0.0, 158400.0) / 100 * PxPerPoint};
@@ -58,13 +60,14 @@ void RunStyle::apply(pugi::xml_node rPr, const PaintContext& context) {
     const std::string_view name = attribute.name();
     const std::string_view value = attribute.value();
     if (name == "sz") {
-      if (const auto hundredths = numberOf(attribute)) size = std::clamp(*hundredths / 100, 1.0, 4000.0);
+      const auto hundredths = numberOf(attribute);
+      if (hundredths && *hundredths >= 100 && *hundredths <= 400000) size = *hundredths / 100;
     } else if (name == "b") {
       if (const auto flag = boolOf(attribute)) bold = flag;
     } else if (name == "i") {
       if (const auto flag = boolOf(attribute)) italic = flag;
     } else if (name == "u") {
-      underline = underlineNamed(value);
+      if (const auto named = underlineNamed(value)) underline = named;
     } else if (name == "strike") {
       strike = value == "sngStrike" ? Strike::Single : value == "dblStrike" ? Strike::Double : Strike::None;
     } else if (name == "cap") {

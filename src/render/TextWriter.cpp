@@ -10,6 +10,9 @@ namespace render {
 
 namespace {
 
+/// Raised and lowered text is smaller by this.
+constexpr double RaisedSize = 0.66;
+
 Color colorOf(const std::optional<Fill>& fill) {
   if (!fill) return {};
   if (const auto* color = std::get_if<Color>(&*fill)) return *color;
@@ -84,6 +87,7 @@ TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties&
   const auto& stack = fontStack(isSymbolFont(style.latin) ? std::string_view("Arial") : typefaceOf(style));
   Look look;
   look.size = style.size.value_or(18) * PxPerPoint * properties.fontScale;
+  if (style.baseline.value_or(0) != 0) look.size *= RaisedSize;
   look.family = stack.css;
   look.bold = bold;
   look.italic = style.italic.value_or(false);
@@ -127,8 +131,8 @@ void TextWriter::decoration(const RunStyle& style) {
   if (style.spacing && *style.spacing != 0) out_ << "letter-spacing:" << *style.spacing << "px;";
   if (style.highlight) out_ << "background:" << *style.highlight << ';';
   if (style.baseline && *style.baseline != 0) {
-    // Raised and lowered text is two thirds as large; the shift is of the full size.
-    out_ << "font-size:66%;line-height:0;vertical-align:" << *style.baseline / 0.66 << "em;";
+    // The shift is stated as a share of the full size.
+    out_ << "line-height:0;vertical-align:" << *style.baseline / RaisedSize << "em;";
   }
   if (style.outline && isVisible(style.outline->fill)) {
     out_ << "-webkit-text-stroke:" << std::max(style.outline->width, 0.5) << "px "

@@ -1,0 +1,102 @@
+#include <benchmark/benchmark.h>
+
+#include "deck/DeckBuilder.h"
+#include "render/SlideRenderer.h"
+
+// An ordinary business slide: a title, two lists of ten paragraphs, a table of ten
+// rows, twenty small shapes with a number in each.
+
+namespace {
+
+std::string paragraphs(int count) {
+  std::string xml;
+  for (int i = 0; i < count; ++i) {
+    xml +=
+        "<a:p><a:pPr marL=\"342900\" indent=\"-342900\"><a:buFont typeface=\"Arial\"/><a:buChar "
+        "char=\"•\"/></a:pPr>"
+        "<a:r><a:rPr lang=\"en-US\" sz=\"1800\"/><a:t>Revenue grew by </a:t></a:r><a:r><a:rPr lang=\"en-US\" "
+        "sz=\"1800\" "
+        "b=\"1\"/><a:t>12.5 %</a:t></a:r><a:r><a:rPr lang=\"en-US\" sz=\"1800\"/><a:t> over last "
+        "year</a:t></a:r></a:p>";
+  }
+  return xml;
+}
+
+std::string table() {
+  std::string rows;
+  for (int row = 0; row < 10; ++row) {
+    rows += "<a:tr h=\"370840\">";
+    for (int column = 0; column < 5; ++column) {
+      rows += "<a:tc><a:txBody><a:bodyPr/><a:p><a:r><a:t>cell</a:t></a:r></a:p></a:txBody><a:tcPr/></a:tc>";
+    }
+    rows += "</a:tr>";
+  }
+  std::string columns;
+  for (int column = 0; column < 5; ++column) columns += "<a:gridCol w=\"1000000\"/>";
+  return "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"90\" "
+         "name=\"T\"/></p:nvGraphicFramePr><p:xfrm><a:off x=\"0\" "
+         "y=\"0\"/><a:ext cx=\"5000000\" cy=\"3708400\"/></p:xfrm><a:graphic><a:graphicData><a:tbl><a:tblPr "
+         "firstRow=\"1\" "
+         "bandRow=\"1\"><a:tableStyleId>{5C22544A-7EE6-4342-B048-85BDC9FD1C3A}</a:tableStyleId></a:tblPr>"
+         "<a:tblGrid>" +
+         columns + "</a:tblGrid>" + rows + "</a:tbl></a:graphicData></a:graphic></p:graphicFrame>";
+}
+
+std::unique_ptr<deck::Package> businessDeck() {
+  using namespace deck::test;
+  std::string shapes = textShape(2, "Title", "Quarterly results") +
+                       shapeWithParagraphs(3, "Left", paragraphs(10)) +
+                       shapeWithParagraphs(4, "Right", paragraphs(10)) + table();
+  for (int i = 0; i < 20; ++i) shapes += textShape(10 + i, "Number", "1 234.50");
+  DeckBuilder builder;
+  builder.addSlide(shapes);
+  return builder.package();
+}
+
+void Page(benchmark::State& state) {
+  const auto package = businessDeck();
+  render::SlideRenderer renderer(*package);
+  renderer.slide(1);
+  for (auto _ : state) benchmark::DoNotOptimize(renderer.slide(1));
+}
+BENCHMARK(Page)->Unit(benchmark::kMicrosecond);
+
+/// With nothing of the layout and theme known yet.
+void FirstPage(benchmark::State& state) {
+  const auto package = businessDeck();
+  render::SlideRenderer renderer(*package);
+  for (auto _ : state) {
+    renderer.forget();
+    benchmark::DoNotOptimize(renderer.slide(1));
+  }
+}
+BENCHMARK(FirstPage)->Unit(benchmark::kMicrosecond);
+
+/// What a tick costs: one shape's text changed.
+void OneShape(benchmark::State& state) {
+  const auto package = businessDeck();
+  render::SlideRenderer renderer(*package);
+  renderer.slide(1);
+  auto text = package->part("ppt/slides/slide1.xml")
+                  .xml()
+                  .select_node("//p:sp[p:nvSpPr/p:cNvPr/@id='20']//a:t")
+                  .node();
+  int value = 0;
+  for (auto _ : state) {
+    text.text().set(++value);
+    benchmark::DoNotOptimize(renderer.shape(1, 20));
+  }
+}
+BENCHMARK(OneShape)->Unit(benchmark::kMicrosecond);
+
+void TableAlone(benchmark::State& state) {
+  const auto package = businessDeck();
+  render::SlideRenderer renderer(*package);
+  renderer.slide(1);
+  for (auto _ : state) benchmark::DoNotOptimize(renderer.shape(1, 90));
+}
+BENCHMARK(TableAlone)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

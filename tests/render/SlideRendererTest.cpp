@@ -1,0 +1,123 @@
+#include "render/SlideRenderer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "basic/Error.h"
+#include "deck/DeckBuilder.h"
+
+namespace render {
+namespace {
+
+using deck::test::DeckBuilder;
+using deck::test::textShape;
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string Png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\x08\x06\0\0\0", 29);
+
+std::string picture(int id, const std::string& relationship) {
+  return "<p:pic><p:nvPicPr><p:cNvPr id=\"" + std::to_string(id) +
+         "\" name=\"P\"/><p:cNvPicPr/><p:nvPr/></p:nvPicPr><p:blipFill><a:blip r:embed=\"" + relationship +
+         "\"/><a:srcRect l=\"25000\" "
+         "r=\"25000\"/><a:stretch><a:fillRect/></a:stretch></p:blipFill><p:spPr><a:xfrm>"
+         "<a:off x=\"0\" y=\"0\"/><a:ext cx=\"952500\" cy=\"952500\"/></a:xfrm></p:spPr></p:pic>";
+}
+
+TEST(SlideRenderer, AShapeAloneIsTheSameAsInItsSlide) {
+  DeckBuilder builder;
+  builder.addSlide(textShape(2, "A", "first") + textShape(3, "B", "second"));
+  const auto package = builder.package();
+  SlideRenderer renderer(*package,
+                         {.assetPrefix = "assets/", .isLive = [](int, int shape) { return shape == 3; }});
+  const auto page = renderer.slide(1).html;
+  for (const int id : {2, 3}) EXPECT_THAT(page, HasSubstr(renderer.shape(1, id)));
+  EXPECT_THAT(renderer.shape(1, 3), HasSubstr("<div class=\"s live\" id=\"s1-sh3\""));
+
+  auto& part = package->part("ppt/slides/slide1.xml");
+  auto text = part.xml().select_node("(//a:t)[2]").node();
+  text.text().set("<3rd>");
+  part.markChanged();
+  EXPECT_THAT(renderer.shape(1, 3), HasSubstr("&lt;3rd&gt;"));
+  EXPECT_THAT(renderer.slide(1).html, HasSubstr("&lt;3rd&gt;"));
+}
+
+TEST(SlideRenderer, HiddenAndUndrawableShapesKeepTheirElement) {
+  DeckBuilder builder;
+  auto hidden = textShape(2, "A", "secret");
+  hidden.replace(hidden.find("name="), 0, "hidden=\"1\" ");
+  builder.addSlide(hidden + textShape(2, "B", "same id") + picture(9, "rIdNone"));
+  const auto package = builder.package();
+  SlideRenderer renderer(*package);
+  const auto html = renderer.slide(1).html;
+  EXPECT_THAT(html, HasSubstr("id=\"s1-sh2\" hidden></div>"));
+  EXPECT_THAT(html, Not(HasSubstr("secret")));
+  EXPECT_THAT(html, HasSubstr("id=\"s1-sh2-2\""));
+  EXPECT_THAT(html, HasSubstr("id=\"s1-sh9\""));
+  EXPECT_EQ(renderer.shape(1, 2), "<div class=\"s\" id=\"s1-sh2\" hidden></div>");
+}
+
+TEST(SlideRenderer, PicturesAreServedByNamesThatTellNothing) {
+  DeckBuilder builder;
+  builder.addSlide();
+  builder.addSlide();
+  builder.part("ppt/media/secret-name.png", Png);
+  builder.part("ppt/media/unused.png", Png + "x");
+  builder.part("ppt/media/drawing.emf", "EMF");
+  const auto image = builder.relate(1, "image", "../media/secret-name.png");
+  const auto metafile = builder.relate(1, "image", "../media/drawing.emf");
+  builder.shapes(1, picture(2, image) + picture(3, image) + picture(4, metafile));
+  const auto package = builder.package();
+  SlideRenderer renderer(*package, {.assetPrefix = "/x/", .isLive = {}});
+  const auto page = renderer.slide(1);
+  ASSERT_EQ(page.assets.size(), 1U);
+  const auto& name = page.assets[0];
+  EXPECT_THAT(name, testing::MatchesRegex("[0-9a-f]{16}\\.png"));
+  EXPECT_EQ(renderer.assets().bytes(name), Png);
+  EXPECT_EQ(renderer.assets().find(name)->contentType, "image/png");
+  EXPECT_EQ(renderer.assets().find("secret-name.png"), nullptr);
+  EXPECT_THAT(page.html, Not(HasSubstr("secret")));
+  // The middle half of the picture fills the shape.
+  EXPECT_THAT(page.html,
+              HasSubstr("<image href=\"/x/" + name + "\" x=\"-50\" y=\"0\" width=\"200\" height=\"100\""));
+  EXPECT_TRUE(renderer.slide(2).assets.empty());
+}
+
+TEST(SlideRenderer, ErrorsNameTheSlideAndTheShape) {
+  DeckBuilder builder;
+  builder.addSlide();
+  const auto package = builder.package();
+  SlideRenderer renderer(*package);
+  const auto message = [&](const auto& call) -> std::string {
+    try {
+      call();
+    } catch (const basic::Error& error) {
+      return error.description;
+    }
+    return "no error";
+  };
+  EXPECT_EQ(message([&] { renderer.slide(7); }), "There is no slide 7 in test.pptx; it has 1.");
+  EXPECT_EQ(message([&] { renderer.shape(1, 42); }), "Slide 1 of test.pptx has no shape with the id 42.");
+}
+
+TEST(SlideRenderer, ADamagedPartCostsOnlyTheShapeThatNeedsIt) {
+  DeckBuilder builder;
+  builder.addSlide();
+  builder.part("ppt/diagrams/data1.xml", "<not xml");
+  const auto id = builder.relate(1, "diagramData", "../diagrams/data1.xml");
+  builder.shapes(
+      1,
+      textShape(2, "A", "still here") +
+          "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"3\" name=\"D\"/></p:nvGraphicFramePr><a:graphic>"
+          "<a:graphicData><d:relIds xmlns:d=\"d\" r:dm=\"" +
+          id + "\"/></a:graphicData></a:graphic></p:graphicFrame>");
+  const auto package = builder.package();
+  SlideRenderer renderer(*package);
+  const auto page = renderer.slide(1);
+  EXPECT_THAT(page.html, HasSubstr("still here"));
+  ASSERT_EQ(page.problems.size(), 1U);
+  EXPECT_THAT(page.problems[0], HasSubstr("Shape 3 of slide 1 is not drawn: "));
+}
+
+}  // namespace
+}  // namespace render

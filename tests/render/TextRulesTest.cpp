@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include "render/FontMetrics.h"
+#include "render/HtmlOut.h"
+#include "render/ImageInfo.h"
+#include "render/TextReader.h"
+
+namespace render {
+namespace {
+
+TEST(TextRules, AutomaticNumbers) {
+  const struct {
+    const char* scheme;
+    int number;
+    const char* expected;
+  } cases[] = {
+      {"arabicPeriod", 12, "12."},    {"arabicParenBoth", 3, "(3)"}, {"arabicPlain", 7, "7"},
+      {"alphaLcParenR", 1, "a)"},     {"alphaUcPeriod", 28, "BB."},  {"romanLcPeriod", 1994, "mcmxciv."},
+      {"romanUcParenR", 4, "IV)"},    {"circleNumDbPlain", 1, "①"},  {"circleNumDbPlain", 20, "⑳"},
+      {"circleNumDbPlain", 21, "21"}, {"nobodyKnows", 5, "5"}};
+  for (const auto& [scheme, number, expected] : cases)
+    EXPECT_EQ(autoNumber(scheme, number), expected) << scheme;
+}
+
+TEST(TextRules, SymbolFontsBecomeCharactersOfEveryFont) {
+  EXPECT_EQ(fromSymbolFont("Wingdings", "\u00FC"), "✔");
+  EXPECT_EQ(fromSymbolFont("Wingdings", "\uF0A7"), "▪");
+  EXPECT_EQ(fromSymbolFont("wingdings 3", "}"), "▸");
+  EXPECT_EQ(fromSymbolFont("Wingdings", "\u0001z\xFF"), "\u0001⌘\uFFFD");
+  EXPECT_EQ(fromSymbolFont("Symbol", "a1\u00B7"), "α1•");
+  EXPECT_EQ(fromSymbolFont("Arial", "§"), "§");
+}
+
+TEST(TextRules, FontStacksNameSubstitutesAndCannotLeaveTheirAttribute) {
+  EXPECT_EQ(fontStack("Calibri").css, "'Calibri','Carlito',sans-serif");
+  EXPECT_EQ(fontStack("times new roman").css, "'times new roman','Liberation Serif','Tinos',serif");
+  EXPECT_EQ(fontStack("Any Mono").css, "'Any Mono',monospace");
+  EXPECT_EQ(fontStack("x';}\"><script>&\n").css, "'xscript',sans-serif");
+}
+
+TEST(TextRules, NumbersAreShortAndTextIsEscaped) {
+  HtmlOut out;
+  out << 1.0 << ' ' << 1.5 << ' ' << -0.25 << ' ' << 0.004 << ' ' << -0.004 << ' ' << 1e300 << ' '
+      << 0.0 / 1.0;
+  EXPECT_EQ(out.str(), "1 1.5 -0.25 0 0 1000000000 0");
+  HtmlOut text;
+  text.text(std::string("a<b>&\"'\x01\x1F\x7F\0é", 13));
+  EXPECT_EQ(text.str(), "a&lt;b&gt;&amp;&quot;&#39;é");
+}
+
+TEST(TextRules, PictureFilesTellKindAndSize) {
+  const std::string png = std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\x60\0\0\0\x30\x08\x06\0\0\0", 29) +
+                          "CRC " + std::string("\0\0\0\x09pHYs\0\0\x1D\x87\0\0\x1D\x87\x01", 17);
+  const auto info = readImageInfo(png);
+  EXPECT_STREQ(info.contentType, "image/png");
+  EXPECT_NEAR(info.width, 48, 0.05);  // 192 dpi
+  EXPECT_NEAR(info.height, 24, 0.05);
+  const std::string jpeg = std::string("\xFF\xD8\xFF\xE0\0\x10JFIF\0\1\1\1\0\x48\0\x48\0\0", 20) +
+                           std::string("\xFF\xC0\0\x11\x08\0\x48\0\x90\x03", 10);
+  EXPECT_NEAR(readImageInfo(jpeg).width, 192, 0.05);  // 144 pixels at 72 dpi
+  for (std::size_t length = 0; length < jpeg.size(); ++length) readImageInfo(jpeg.substr(0, length));
+  EXPECT_EQ(readImageInfo("\x01\0\0\0 EMF").contentType, nullptr);
+  EXPECT_EQ(readImageInfo("").contentType, nullptr);
+}
+
+}  // namespace
+}  // namespace render
