@@ -1,0 +1,114 @@
+// The verb connection, as an author uses it.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { digest, textInFile } from "../support/deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+
+function emptyDeck(t) {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("shop");
+  sandbox.done("unlink", deck, "--all");
+  const add = (description, file) =>
+    sandbox.done("connection", deck, "add", "--type", "text", "--description", description, "--file", file, "--header").trim();
+  const list = () => JSON.parse(sandbox.done("connection", deck, "list", "--json"));
+  return { sandbox, deck, add, list };
+}
+
+test("connections are added, changed, listed and removed", (t) => {
+  const { sandbox, deck, add, list } = emptyDeck(t);
+  assert.deepEqual(list(), []);
+  assert.equal(add("Prices", "prices.txt"), "001");
+  assert.equal(add('The "offer" <b>&amp;', "offer.txt"), "002");
+  sandbox.done("connection", deck, "set", "001", "--description", "Preise", "--no-header");
+  const facts = list().map(({ number, type, description, source, header }) => [number, type, description, source, header]);
+  assert.deepEqual(facts, [
+    ["001", "text", "Preise", "prices.txt", false],
+    ["002", "text", 'The "offer" <b>&amp;', "offer.txt", true],
+  ]);
+  assert.match(sandbox.done("connection", deck, "list"), /001 +text +Preise +prices\.txt/);
+  sandbox.done("connection", deck, "remove", "001");
+  assert.deepEqual(list().map(({ number }) => number), ["002"]);
+  assert.equal(add("Weather", "weather.txt"), "003");
+});
+
+test("a tested connection prints its columns and first rows", (t) => {
+  const { sandbox, deck, add } = emptyDeck(t);
+  sandbox.write("shop/values.txt", [["City", "Note"], ["Zürich", "8°"], ["القدس", ""], ["三", "🌧"]]);
+  add("Values", "values.txt");
+  const { columns, rowCount, rows } = JSON.parse(sandbox.done("connection", deck, "test", "001", "--json", "--rows", 2));
+  assert.deepEqual([columns, rowCount, rows], [["City", "Note"], 3, [["Zürich", "8°"], ["القدس", ""]]]);
+  assert.match(sandbox.done("connection", deck, "test", "001"), /^City +Note *\nZürich +8° *\n[^]*\n3 rows, 2 columns/);
+});
+
+test("what is printed from a data file cannot steer the terminal", (t) => {
+  const { sandbox, deck, add } = emptyDeck(t);
+  sandbox.write("shop/values.txt", [["\x1b]0;owned\x07Name", "B"], ["\x1b[2J", "\x9b31m"]]);
+  add("Values", "values.txt");
+  const link = ["link", deck, "--slide", 1, "--shape", "p1 Item", "--connection", "001", "--row", 1, "--column"];
+  for (const line of [["connection", deck, "test", "001"], ["info", deck], [...link, "nothing"]]) {
+    const { out, error } = sandbox.run(...line);
+    assert.doesNotMatch(out + error, /[\x00-\x09\x0b-\x1f\x7f-\x9f]/, line.join(" "));
+    assert.match(out + error, /owned/);
+  }
+});
+
+test("removing a connection takes its links along, and no others", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("shop");
+  sandbox.done("connection", deck, "remove", "001");
+  const { connections, slides } = JSON.parse(sandbox.done("info", deck, "--json"));
+  assert.deepEqual(connections.map(({ number }) => number), ["002"]);
+  const sources = slides.map(({ links }) => [...new Set(links.map(({ connection, sourceType }) => `${sourceType} ${connection}`.trim()))]);
+  assert.deepEqual(sources, [["1"], ["1"], ["2 002"]]);
+});
+
+test("what a connection cannot be is told, and the deck stays as it was", (t) => {
+  const { sandbox, deck, add } = emptyDeck(t);
+  sandbox.write("shop/twice.txt", [["Name", "Price", "NAME"], ["a", "b", "c"]]);
+  sandbox.write("shop/nameless.txt", [["Name", ""], ["a", "b"]]);
+  sandbox.write("shop/nothing.txt", "");
+  for (const file of ["twice", "nameless", "nothing", "missing"]) add(`The ${file} data`, `${file}.txt`);
+  const before = digest(deck);
+  const cases = [
+    [["test", "001"], 1, /The twice data.*Duplicated column name 'NAME' detected: columns 1 and 3/],
+    [["test", "002"], 1, /The nameless data.*the name of column 2 is empty/],
+    [["test", "003"], 1, /The nothing data.*file is empty/],
+    [["test", "004"], 1, /The missing data.*shop\/missing\.txt' cannot be opened: there is no such file/],
+    [["test", "077"], 1, /no connection 077/],
+    [["remove", "077"], 1, /no connection 077/],
+    [["set", "077", "--header"], 1, /no connection 077/],
+    [["add", "--type", "text", "--description", "x"], 2, /--file/],
+    [["add", "--type", "carrier pigeon", "--description", "x", "--file", "x"], 1, /carrier pigeon/],
+    [["add", "--type", "text", "--description", "a\tb", "--file", "x"], 2, /TAB/],
+    [["test", "001", "--rows", "-1"], 2, /--rows/],
+    [["rename", "001"], 2, /rename/],
+    [[], 2, /subcommand/],
+  ];
+  for (const [line, code, text] of cases) {
+    const result = sandbox.run("connection", deck, ...line);
+    assert.equal(result.code, code, `${line.join(" ")}: ${result.error}`);
+    assert.match(result.error, text, line.join(" "));
+    assert.equal(result.out, "", line.join(" "));
+    assert.equal(digest(deck), before, line.join(" "));
+  }
+});
+
+test("a deck with a broken connection can be looked at and mended", (t) => {
+  const { sandbox, deck, add } = emptyDeck(t);
+  sandbox.write("shop/values.txt", [["Value"], ["forty-two"]]);
+  add("Gone", "gone.txt");
+  add("Values", "values.txt");
+  const { connections } = JSON.parse(sandbox.done("info", deck, "--json"));
+  assert.match(connections[0].state, /gone\.txt/);
+  assert.equal(connections[1].state, "ready");
+
+  const link = (column) =>
+    sandbox.run("link", deck, "--slide", 1, "--shape", "p1 Item", "--connection", "002", "--row", 1, "--column", column);
+  assert.equal(link("Volume").code, 1, "the column is missing from a source that is there");
+  assert.equal(link("Value").code, 0);
+
+  sandbox.done("connection", deck, "set", "001", "--file", "values.txt");
+  sandbox.done("fill", deck, "-o", sandbox.path("filled.pptx"));
+  assert.equal(textInFile(sandbox.path("filled.pptx"), 1, "p1 Item"), "forty-two");
+});

@@ -1,0 +1,19 @@
+#!/bin/sh
+# Runs one test file; says what to do when a tool for it is missing.
+#   run.sh FILE    with LUMENFOLD=path of the program
+cd "$(dirname "$0")" || exit 1
+
+missing() {
+  echo "$1 is missing: run scripts/setup.sh --tests" >&2
+  exit 1
+}
+for tool in node zip unzip setpriv; do
+  command -v "$tool" >/dev/null || missing "$tool"
+done
+case $1 in
+  browser/*)
+    [ -d node_modules/playwright-core ] || missing tests/end_to_end/node_modules/playwright-core
+    [ -x "${CHROMIUM:-/usr/bin/chromium}" ] || missing "${CHROMIUM:-/usr/bin/chromium}"
+    ;;
+esac
+exec node --test --test-reporter=spec "$1"

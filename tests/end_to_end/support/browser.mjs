@@ -1,0 +1,68 @@
+// Chromium, one for each test file, and screens in it.
+
+import { after, before } from "node:test";
+import { chromium } from "playwright-core";
+
+const executablePath = process.env.CHROMIUM || "/usr/bin/chromium";
+let browser;
+
+// To be called once by a test file.
+export function useBrowser() {
+  before(async () => {
+    // The profile is a new one every time.
+    browser = await chromium.launch({
+      executablePath,
+      args: [
+        "--no-sandbox",
+        "--disable-gpu",
+        "--disable-background-networking",
+        "--disable-component-update",
+        "--disable-sync",
+        "--no-first-run",
+        "--disable-quic",
+      ],
+    });
+  });
+  after(() => browser?.close());
+}
+
+// Opens a screen in a profile of its own. What must never happen on a screen is
+// gathered in page.faults: scripts that fail, dialogs, pages that load anew.
+export async function openScreen(t, url, options = {}) {
+  const context = await browser.newContext({ viewport: { width: 1280, height: 720 }, ...options });
+  t.after(() => context.close());
+  const page = await context.newPage();
+  page.setDefaultTimeout(10000);
+  page.faults = [];
+  page.on("pageerror", (error) => page.faults.push(`error: ${error}`));
+  page.on("dialog", (dialog) => {
+    page.faults.push(`dialog: ${dialog.message()}`);
+    dialog.dismiss();
+  });
+  await page.goto(url);
+  if (options.javaScriptEnabled !== false) await page.evaluate(() => (window.marker = "untouched"));
+  return page;
+}
+
+// Whether the page is the one that was opened, never loaded anew since.
+export const isUntouched = (page) => page.evaluate(() => window.marker === "untouched");
+
+export function shownText(page, id) {
+  return page.evaluate((name) => document.getElementById(name)?.innerText.trim(), id);
+}
+
+export function waitForText(page, id, text, timeout = 10000) {
+  return page.waitForFunction(
+    ([name, wanted]) => document.getElementById(name)?.innerText.trim() === wanted,
+    [id, text],
+    { timeout, polling: 25 },
+  );
+}
+
+export function waitForSlide(page, slide, timeout = 10000) {
+  return page.waitForFunction(
+    (id) => document.querySelector(".frame.current > .slide")?.id === id,
+    `s${slide}`,
+    { timeout, polling: 25 },
+  );
+}
