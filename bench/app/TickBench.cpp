@@ -1,0 +1,122 @@
+// Ticks of a running show of two slides with 100 linked shapes each, on a real
+// deck and a real file, with a screen attached over loopback.
+//
+// The limits: a tick without a change asks the file's date once (one system call,
+// about 1 µs) and compares 200 texts; one with changes reads the file, renders
+// the changed shapes and writes one message to each socket.
+#include <benchmark/benchmark.h>
+
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/read_until.hpp>
+#include <boost/asio/write.hpp>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "addin/Connect.h"
+#include "app/Environment.h"
+#include "app/LinkedDeck.h"
+#include "app/LiveShow.h"
+#include "runtime/FrmRuntimeTimer.h"
+#include "web/Server.h"
+
+namespace {
+
+namespace asio = boost::asio;
+constexpr int Shapes = 100;
+
+struct Entry final : AddInDesigner::AddIn {
+  basic::Variant Property(std::string_view) const override { return std::string("LF2000.Connect"); }
+};
+
+class RunningShow {
+ public:
+  RunningShow() : folder_(std::filesystem::temp_directory_path() / "lumenfold-tick-bench") {
+    std::filesystem::create_directories(folder_);
+    std::ofstream(folder_ / "deck.pptx", std::ios::binary) << bench::linkedDeck(2, Shapes);
+    writeData(0, 0);
+    connect_.OnConnection(application_, AddInDesigner::ConnectMode::Startup, std::make_shared<Entry>());
+    deck_ = application_->open((folder_ / "deck.pptx").string());
+    live_ = std::make_unique<app::LiveShow>(*application_, deck_, environment_.loop());
+    web::Options options;
+    options.port = 0;
+    server_ = std::make_unique<web::Server>(environment_.loop().context(), *live_, options);
+    live_->begin({}, [] {});
+    live_->connect(server_.get());
+    form().tmrData().Enabled(false);
+    screen_.connect({asio::ip::address_v4::loopback(), server_->port()});
+    asio::write(screen_, asio::buffer(std::string("GET /screen/events HTTP/1.1\r\nHost: localhost\r\n\r\n")));
+    while (server_->screens() == 0) environment_.loop().context().poll();
+  }
+  ~RunningShow() {
+    live_->connect(nullptr);
+    live_->shutDown();
+    server_.reset();
+    live_.reset();
+    connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
+    std::filesystem::remove_all(folder_);
+  }
+
+  void writeData(int changing, int round) {
+    std::ofstream(folder_ / "data.txt", std::ios::binary) << bench::linkedData(2 * Shapes, changing, round);
+  }
+  void tick() {
+    form().RefreshData();
+    form().RefreshSlide(1);
+    form().RefreshSlide(2);
+  }
+  /// Until everything is on the sockets.
+  void deliver() {
+    while (environment_.loop().context().poll() > 0) {
+    }
+  }
+  /// Takes what the screen has got, at least one byte.
+  std::size_t drain() {
+    std::vector<char> piece(1 << 20);
+    return screen_.read_some(asio::buffer(piece));
+  }
+
+ private:
+  LF2000::FrmRuntimeTimer& form() { return *connect_.Application()->Runtime()->Form(); }
+
+  std::filesystem::path folder_;
+  app::Environment environment_;
+  std::shared_ptr<deck::Application> application_ = std::make_shared<deck::Application>();
+  LF2000::Connect connect_;
+  std::shared_ptr<deck::Presentation> deck_;
+  std::unique_ptr<app::LiveShow> live_;
+  std::unique_ptr<web::Server> server_;
+  asio::io_context screenLoop_;
+  asio::ip::tcp::socket screen_{screenLoop_};
+};
+
+void TickWithoutChange(benchmark::State& state) {
+  RunningShow show;
+  for (auto _ : state) show.tick();
+}
+BENCHMARK(TickWithoutChange)->Unit(benchmark::kMicrosecond);
+
+void TickWithChangedShapes(benchmark::State& state) {
+  RunningShow show;
+  show.deliver();
+  show.drain();
+  int round = 0;
+  std::size_t bytes = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    show.writeData(static_cast<int>(state.range(0)), ++round);
+    state.ResumeTiming();
+    show.tick();
+    show.deliver();
+    state.PauseTiming();
+    bytes += show.drain();
+    state.ResumeTiming();
+  }
+  state.counters["bytes"] = static_cast<double>(bytes) / static_cast<double>(state.iterations());
+}
+BENCHMARK(TickWithChangedShapes)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
