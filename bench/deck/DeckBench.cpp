@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/LinkedDeck.h"
 #include "deck/Application.h"
 #include "deck/DeckBuilder.h"
 #include "deck/TemporaryFolder.h"
@@ -16,33 +17,9 @@ using namespace deck::test;
 
 constexpr int ShapesPerSlide = 20;
 
-std::string linkedDeck(int slides) {
-  DeckBuilder deck;
-  deck.presentationTags({{"CORVANE VERSION", "1"},
-                         {"CORVANE DISPLAYTYPE", "1"},
-                         {"CORVANE CONNECTION001", "0\tprices.txt\t1\t;\t"}});
-  for (int slide = 1; slide <= slides; ++slide) {
-    deck.addSlide();
-    std::string shapes;
-    for (int shape = 1; shape <= ShapesPerSlide; ++shape) {
-      const std::string row = std::to_string((slide - 1) * ShapesPerSlide + shape);
-      const std::string target = deck.addTags({{"CORVANE COLUMN TYPE", "2"},
-                                               {"CORVANE COLUMN TAG", "001"},
-                                               {"CORVANE COLUMN COLUMNNAME", "Price"},
-                                               {"CORVANE COLUMN ROW", row}});
-      shapes += textShape(shape + 1, "Text Box " + std::to_string(shape), " ",
-                          tagsReference(deck.relate(slide, "tags", target)));
-    }
-    deck.shapes(slide, shapes);
-    deck.afterShapes(slide, tagsReference(deck.relate(
-                                slide, "tags", deck.addTags({{"CORVANE SLIDE PROPERTIES", "-1\t0\t"}}))));
-  }
-  return deck.bytes();
-}
-
 /// A deck file that lasts for one benchmark.
 struct DeckOnDisk {
-  explicit DeckOnDisk(int slides) : path(folder.write("linked.pptx", linkedDeck(slides))) {}
+  explicit DeckOnDisk(int slides) : path(folder.write("linked.pptx", bench::linkedDeck(slides, ShapesPerSlide))) {}
   TemporaryFolder folder;
   std::string path;
 };
