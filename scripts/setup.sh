@@ -12,7 +12,7 @@ build=(
   nlohmann-json3-dev libcli11-dev libgtest-dev libgmock-dev
 )
 fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
-tests=(libbenchmark-dev locales chromium:chromium nodejs:node npm:npm python3:python3 zip:zip unzip:unzip)
+tests=(libbenchmark-dev locales chromium:chromium nodejs:node npm:npm zip:zip unzip:unzip)
 
 root=$(cd "$(dirname "$0")/.." && pwd)
 wanted=("${build[@]}" "${fonts[@]}")

@@ -32,8 +32,12 @@ AddInHost::AddInHost() : application_(std::make_shared<deck::Application>()) {
 AddInHost::~AddInHost() {
   const auto open = application_->openPresentations();
   for (const auto& presentation : open) application_->close(presentation);
-  connect_.OnBeginShutdown();
-  connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
+  if (connect_.Application()) connect_.OnBeginShutdown();
+  unload();
+}
+
+void AddInHost::unload() {
+  if (connect_.Application()) connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
 }
 
 std::shared_ptr<deck::Presentation> AddInHost::open(const std::string& path) {

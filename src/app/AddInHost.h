@@ -22,6 +22,8 @@ class AddInHost {
 
   /// Opens a deck; the add-in loads its connections and fills its shapes.
   std::shared_ptr<deck::Presentation> open(const std::string& path);
+  /// Unloads the add-in; its handlers take no part in what happens afterwards.
+  void unload();
   /// The add-in's object for an open deck.
   [[nodiscard]] LF2000::clsPresentation& linked(const std::shared_ptr<deck::Presentation>& presentation);
 

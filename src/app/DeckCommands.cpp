@@ -223,6 +223,8 @@ void addUnlinkCommand(CLI::App& program, Environment&) {
     Editing editing(options->deck);
     if (options->all) {
       editing.linked.RemoveLumenfold();
+      // The add-in would put the display type back as the deck is saved.
+      editing.host.unload();
     } else {
       LF2000::clsShape target;
       target.ShapeItem(shapeOf(*editing.deck, options->slide, options->shape));

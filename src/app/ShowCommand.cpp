@@ -80,11 +80,20 @@ class ShowRun {
   void announce(const web::Server& server, const Token& token) const {
     std::cout << "Showing " << deck_->FullName() << " (" << deck_->slideCount() << " slides)\n"
               << "Screen:   " << server.url() << '\n';
+    if (const auto name = networkName()) {
+      std::cout << "Network:  http://" << *name << ':' << server.port() << "/\n";
+    }
     if (token.isNew) std::cout << "Operator: " << server.url() << "#token=" << token.value << '\n';
     std::cout << std::flush;
     if (options_.open && !environment_.shell().ShellExecute("open", server.url(), 1)) {
       std::cerr << "lumenfold: no browser could be started; open " << server.url() << " yourself.\n";
     }
+  }
+
+  /// What other machines call this one, when the server listens to them all.
+  [[nodiscard]] std::optional<std::string> networkName() const {
+    if (options_.bind != "0.0.0.0" && options_.bind != "::") return std::nullopt;
+    return environment_.shell().ComputerName();
   }
 
   /// The last picture is on its way: close the doors, then leave.

@@ -3,8 +3,8 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <array>
 #include <string>
+#include <string_view>
 
 #include "basic/Strings.h"
 #include "platform/Console.h"
@@ -12,16 +12,8 @@
 namespace platform {
 namespace {
 
-struct Buttons {
-  host::MsgBoxResult first;
-  host::MsgBoxResult second;
-  const char* prompt;
-  std::array<std::string_view, 2> answers;  // in capital letters; their beginnings do
-};
-
-constexpr Buttons OkCancel = {
-    host::MsgBoxResult::OK, host::MsgBoxResult::Cancel, " [OK/cancel] ", {"OK", "CANCEL"}};
-constexpr Buttons YesNo = {host::MsgBoxResult::Yes, host::MsgBoxResult::No, " [Yes/no] ", {"YES", "NO"}};
+constexpr std::string_view Yes = "YES";
+constexpr std::string_view No = "NO";
 
 constexpr std::int32_t ButtonsOf = 0xF;
 
@@ -29,21 +21,19 @@ constexpr std::int32_t ButtonsOf = 0xF;
 
 host::MsgBoxResult MessageBox::MsgBox(std::string_view text, std::int32_t style, std::string_view title) {
   const std::string message = forTerminal(title) + ": " + forTerminal(text);
-  const std::int32_t kind = style & ButtonsOf;
-  if (kind != host::vbOKCancel && kind != host::vbYesNo) {
+  if ((style & ButtonsOf) != host::vbYesNo) {
     writeTo(output_, message + "\n");
     return host::MsgBoxResult::OK;
   }
-  const Buttons& buttons = kind == host::vbYesNo ? YesNo : OkCancel;
   if (::isatty(input_) == 0 || ::isatty(output_) == 0) {
     writeTo(output_, message + "\n");
-    return buttons.first;
+    return host::MsgBoxResult::Yes;
   }
   writeTo(output_, message);
   for (std::string line;;) {
-    writeTo(output_, buttons.prompt);
-    if (!readLine(line) || buttons.answers[0].starts_with(line)) return buttons.first;
-    if (buttons.answers[1].starts_with(line)) return buttons.second;
+    writeTo(output_, " [Yes/no] ");
+    if (!readLine(line) || Yes.starts_with(line)) return host::MsgBoxResult::Yes;
+    if (No.starts_with(line)) return host::MsgBoxResult::No;
   }
 }
 

@@ -4,9 +4,10 @@
 
 namespace platform {
 
-/// Messages as lines on standard error. A question is asked where somebody can
-/// answer it, on a terminal, while the loop goes on; elsewhere it takes its
-/// first button.
+/// Messages as lines on standard error. A question (Yes and No) is asked where
+/// somebody can answer it, on a terminal, while the loop goes on; elsewhere it
+/// takes its first button. A message with OK and Cancel is no question: nothing
+/// waits for its answer, and a screen must not stay dark over it.
 class MessageBox final : public host::MessageBox {
  public:
   /// The descriptors stand for standard input and error.

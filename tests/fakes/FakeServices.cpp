@@ -3,6 +3,7 @@
 #include "addin/modDebug.h"
 #include "addin/modErrors.h"
 #include "addin/modGlobalFunctions.h"
+#include "addin/modVersionSpecific.h"
 
 namespace fakes {
 
@@ -12,6 +13,7 @@ Machine::Machine() {
   LF2000::modDebug::Reset();
   LF2000::modErrors::Reset();
   LF2000::modGlobalFunctions::Reset();
+  LF2000::modVersionSpecific::Reset();
   basic::SetUserLocale({});
 }
 

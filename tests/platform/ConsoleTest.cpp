@@ -90,13 +90,10 @@ TEST(MessageBox, AsksOnATerminal) {
     std::int32_t style;
     const char* typed;
     host::MsgBoxResult answer;
-  } const cases[] = {{host::vbYesNo, "no\n", host::MsgBoxResult::No},
-                     {host::vbYesNo, " N \n", host::MsgBoxResult::No},
-                     {host::vbYesNo, "\n", host::MsgBoxResult::Yes},
-                     {host::vbYesNo, "maybe\nn\n", host::MsgBoxResult::No},
-                     {host::vbOKCancel, "c\n", host::MsgBoxResult::Cancel},
-                     {host::vbOKCancel, "ok\n", host::MsgBoxResult::OK},
-                     {host::vbOKCancel, "\x04", host::MsgBoxResult::OK}};
+  } const cases[] = {
+      {host::vbYesNo, "no\n", host::MsgBoxResult::No},  {host::vbYesNo, " N \n", host::MsgBoxResult::No},
+      {host::vbYesNo, "\n", host::MsgBoxResult::Yes},   {host::vbYesNo, "maybe\nn\n", host::MsgBoxResult::No},
+      {host::vbYesNo, "\x04", host::MsgBoxResult::Yes}, {host::vbOKCancel, "", host::MsgBoxResult::OK}};
   for (const auto& c : cases) {
     NoLoop loop;
     const Terminal terminal;
