@@ -80,9 +80,11 @@ std::optional<Box> SceneBuilder::build(pugi::xml_node node, const Space& space) 
     box = frame(node, space);
   } else if (name == "AlternateContent") {
     // The first way that draws something; the last resort is what the file offers as such.
+    Space inner = space;
+    ++inner.depth;
     for (const auto way : node.children()) {
       for (const auto content : way.children()) {
-        auto candidate = build(content, space);
+        auto candidate = build(content, inner);
         if (!candidate) continue;
         const bool draws = isVisible(candidate->fill) || candidate->line || candidate->table ||
                            !candidate->children.empty() || !candidate->text.isEmpty();
@@ -339,8 +341,9 @@ void SceneBuilder::diagram(Box& box, pugi::xml_node relIds, const Space& space) 
     drawing = part_.target(model.attribute("relId").value());
   }
   if (drawing == nullptr) drawing = part_.related("diagramDrawing");
-  if (drawing == nullptr) return;
+  if (drawing == nullptr || isDiagram_) return;
   SceneBuilder builder(inheritance_, *drawing, context_.slideNumber);
+  builder.isDiagram_ = true;
   Space inner;
   inner.width = box.frame.w;
   inner.height = box.frame.h;

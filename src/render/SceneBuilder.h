@@ -54,6 +54,8 @@ class SceneBuilder {
   Inheritance& inheritance_;
   deck::Part& part_;
   TextContext context_;
+  /// The part is a diagram's drawing, which holds no further diagrams.
+  bool isDiagram_ = false;
 };
 
 }  // namespace render

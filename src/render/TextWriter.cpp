@@ -71,13 +71,13 @@ double lineShareOf(const ParagraphStyle& style, const BodyProperties& properties
   return spacing.isShare ? std::max(0.2, spacing.value - properties.lineReduction) : 1;
 }
 
-/// A space between paragraphs in px; shares are of the text's natural line.
+/// A space between paragraphs in px; shares are of the text's size.
 double gapOf(const std::optional<Spacing>& spacing, const Paragraph& paragraph,
              const BodyProperties& properties) {
   if (!spacing || spacing->value <= 0) return 0;
   if (!spacing->isShare) return spacing->value * properties.fontScale;
   const double share = spacing->value * (1 - properties.lineReduction);
-  return share * SingleLine * firstStyle(paragraph).size.value_or(18) * PxPerPoint * properties.fontScale;
+  return share * firstStyle(paragraph).size.value_or(18) * PxPerPoint * properties.fontScale;
 }
 
 }  // namespace
