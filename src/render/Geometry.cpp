@@ -36,13 +36,14 @@ struct Pen {
     path.commands.push_back(command);
   }
 
-  /// Radii in px, angles in radians as the file states them.
+  /// Radii as the path states them, angles in radians. Angles are of the path's
+  /// own, unscaled ellipse.
   void arc(double rx, double ry, double from, double sweep) {
-    if (rx <= 0 || ry <= 0 || sweep == 0) return;
+    if (rx <= 0 || ry <= 0 || sweep == 0 || sx <= 0 || sy <= 0) return;
     constexpr double full = 2 * std::numbers::pi;
     sweep = std::clamp(sweep, -full, full);
     const double t0 = parametric(from, rx, ry);
-    double t1 = parametric(from + sweep, rx, ry);
+    const double t1 = parametric(from + sweep, rx, ry);
     double turn = t1 - t0;
     if (std::abs(sweep) >= full - 1e-9) {
       turn = sweep > 0 ? full : -full;
@@ -51,6 +52,8 @@ struct Pen {
     } else if (sweep < 0 && turn > 0) {
       turn -= full;
     }
+    rx *= sx;
+    ry *= sy;
     const Point centre{at.x - rx * std::cos(t0), at.y - ry * std::sin(t0)};
     // An SVG arc cannot turn full circle, and is ill-conditioned near it.
     const int pieces = std::abs(turn) > std::numbers::pi * 1.5 ? 2 : 1;
@@ -214,8 +217,8 @@ Outline Geometry::evaluate(double width, double height, const Adjusts& adjusts) 
           break;
         }
         case 'A':
-          pen.arc(values[command.slots[0]] * pen.sx, values[command.slots[1]] * pen.sy,
-                  values[command.slots[2]] * RadPerUnit, values[command.slots[3]] * RadPerUnit);
+          pen.arc(values[command.slots[0]], values[command.slots[1]], values[command.slots[2]] * RadPerUnit,
+                  values[command.slots[3]] * RadPerUnit);
           break;
         case 'Z':
           pen.at = pen.start;

@@ -10,7 +10,7 @@ std::string_view SlideRenderer::styles() {
 .slide .t{display:flex;flex-direction:column;box-sizing:border-box}
 .slide .t>*{flex:none}
 .slide p{margin:0;white-space:pre-wrap;overflow-wrap:break-word}
-.slide .t>div[style^="white-space:pre"]>p{white-space:pre}
+.slide .n>p{white-space:pre}
 .slide .b,.slide .tab{display:inline-block;text-indent:0;white-space:pre}
 .slide .b{line-height:0}
 .slide table{table-layout:fixed;border-collapse:collapse;border-spacing:0}

@@ -357,10 +357,10 @@ void TextWriter::block(const TextBody& body, const Rect& area, double rotation) 
   const auto align = body.paragraphs.front().style.align.value_or(Align::Left);
   const bool inner = p.anchorCenter || !p.wrap || p.columns > 1;
   if (inner) {
-    out_ << "<div style=\"";
+    out_ << (p.wrap ? "<div style=\"" : "<div class=\"n\" style=\"");
     if (!p.wrap) {
       const bool centre = p.anchorCenter || align == Align::Center;
-      out_ << "white-space:pre;width:max-content;align-self:"
+      out_ << "width:max-content;align-self:"
            << (centre                  ? "center"
                : align == Align::Right ? "flex-end"
                                        : "flex-start");

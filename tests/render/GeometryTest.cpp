@@ -44,6 +44,10 @@ TEST(Geometry, FormulasGiveThePointsOfTheStandard) {
   EXPECT_EQ(firstPath("chevron", {{"adj", 20000}}), "M0 0L180 0L200 50L180 100L0 100L20 50Z");
   // Angles are of rays, so a quarter of a flat ellipse still ends on its axis.
   EXPECT_EQ(firstPath("pie", {{"adj1", 0}, {"adj2", 5400000}}), "M200 50A100 50 0 0 1 100 100L100 50Z");
+  // A path with a size of its own is stretched, its arcs and their ends with it.
+  const auto cloud = Geometry::preset("cloud")->evaluate(W, H, {}).paths[0].commands;
+  EXPECT_NEAR(cloud[0].v[0], cloud[cloud.size() - 2].v[5], 0.5);
+  EXPECT_NEAR(cloud[0].v[1], cloud[cloud.size() - 2].v[6], 0.5);
   EXPECT_EQ(Geometry::preset("noSuchShape"), nullptr);
 }
 
