@@ -65,9 +65,11 @@ export class Sandbox {
     return join(this.folder, name);
   }
 
-  // Writes lines of fields as the sample data are: TAB-delimited.
+  // Writes text, or rows of fields as the sample data are: TAB-delimited, quoted where need be.
   write(name, rows) {
-    const text = Array.isArray(rows) ? rows.map((row) => row.join("\t") + "\n").join("") : rows;
+    const quoted = (field) => (/^"|[\t\r\n]/.test(field) ? `"${field.replaceAll('"', '""')}"` : field);
+    const line = (row) => row.map(quoted).join("\t") + "\n";
+    const text = Array.isArray(rows) ? rows.map(line).join("") : rows;
     writeFileSync(this.path(name), text);
     return this.path(name);
   }
@@ -107,8 +109,10 @@ export class Sandbox {
     return show;
   }
 
+  // The entries of the errors log; the text of one may run over several lines.
   errorLog() {
     const file = this.path("program/errors.txt");
-    return existsSync(file) ? readFileSync(file, "utf8").split("\r\n").filter(Boolean) : [];
+    const text = existsSync(file) ? readFileSync(file, "utf8") : "";
+    return text.split(/\r\n(?=\d+\/\d+\/\d+ |$)/).filter(Boolean);
   }
 }

@@ -28,11 +28,11 @@ export class Show {
     this.ended.then((end) => (over = end));
     await until("the show's address", () => {
       if (over) throw new Error(`the show ended with ${JSON.stringify(over)}: ${this.error}`);
-      return /^Operator: .*\n/m.test(this.out);
+      return /^Screen: .*\n/m.test(this.out);
     });
     this.url = this.out.match(/^Screen: +(\S+)$/m)[1];
-    this.operatorUrl = this.out.match(/^Operator: +(\S+)$/m)[1];
-    this.token = this.operatorUrl.split("#token=")[1];
+    this.operatorUrl = this.out.match(/^Operator: +(\S+)$/m)?.[1];
+    this.token = this.operatorUrl?.split("#token=")[1];
     this.port = Number(new URL(this.url).port);
   }
 

@@ -1,0 +1,63 @@
+// A screen outlives its server.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { elementId } from "../support/deck.mjs";
+import { isUntouched, openScreen, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { refresh } from "../support/wait.mjs";
+
+useBrowser();
+
+for (const signal of ["SIGKILL", "SIGTERM"]) {
+  test(`after ${signal} the last picture stands, and a new server takes over without a reload`, async (t) => {
+    const sandbox = new Sandbox(t);
+    const deck = makeValueDeck(sandbox, "before", "stays");
+    const show = await sandbox.show(deck);
+    const page = await openScreen(t, show.url);
+    await show.command("goto/2");
+    await waitForSlide(page, 2);
+    await show.command("goto/1");
+    await waitForSlide(page, 1);
+    const picture = await page.screenshot();
+    const gone = page.waitForEvent("requestfailed", (request) => request.url().endsWith("/screen/events"));
+    const end = await show.stop(signal);
+    assert.deepEqual(end, signal === "SIGTERM" ? { code: 0, signal: null } : { code: null, signal });
+    await gone; // the screen has tried to reach the server in vain
+    assert.ok(picture.equals(await page.screenshot()), "the picture has changed");
+
+    setValues(sandbox, "after", "stays");
+    const next = await sandbox.show(deck, "--port", show.port);
+    await waitForText(page, elementId(deck, 1, "p1 Item"), "after", 15000);
+    setValues(sandbox, "live again", "stays");
+    await waitForText(page, elementId(deck, 1, "p1 Item"), "live again", refresh);
+    await next.command("next");
+    await waitForSlide(page, 2);
+    assert.ok(await isUntouched(page));
+    assert.deepEqual(page.faults, []);
+  });
+}
+
+test("a server that hangs and comes back leaves no gap", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "before");
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  show.process.kill("SIGSTOP");
+  setValues(sandbox, "meanwhile");
+  show.process.kill("SIGCONT");
+  await waitForText(page, elementId(deck, 1, "p1 Item"), "meanwhile", refresh);
+  assert.ok(await isUntouched(page));
+});
+
+test("many screens show the same", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "before");
+  const show = await sandbox.show(deck);
+  const pages = [];
+  for (let i = 0; i < 4; ++i) pages.push(await openScreen(t, show.url));
+  await pages.pop().context().close(); // one that leaves troubles no other
+  setValues(sandbox, "everywhere");
+  for (const page of pages) await waitForText(page, elementId(deck, 1, "p1 Item"), "everywhere", refresh);
+});

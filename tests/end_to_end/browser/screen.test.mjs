@@ -1,0 +1,197 @@
+// What the audience sees: live values on a screen that never flickers.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { elementId, holdStill } from "../support/deck.mjs";
+import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { refresh, until } from "../support/wait.mjs";
+
+useBrowser();
+
+test("a changed value appears within a refresh, and nothing else is touched", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one", "two", "three");
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  const id = elementId(deck, 1, "p2 Item");
+  assert.equal(await shownText(page, id), "two");
+  // Once the stream has delivered its first picture, whatever changes is an answer to data.
+  setValues(sandbox, "one", "second", "three");
+  await waitForText(page, id, "second", refresh);
+  await page.evaluate(() => {
+    window.changed = new Set();
+    const note = (node) => window.changed.add(node.closest?.("[id]")?.id ?? node.parentElement?.closest("[id]")?.id ?? "");
+    new MutationObserver((records) => {
+      for (const { type, target, removedNodes } of records) {
+        if (type !== "childList") note(target);
+        for (const node of removedNodes) note(node);
+        if (removedNodes.length === 0 && type === "childList") window.changed.add(`added to ${target.id}`);
+      }
+    }).observe(document.documentElement, { subtree: true, childList: true, characterData: true, attributes: true });
+    for (const element of document.querySelectorAll("*")) element.mark = true;
+  });
+  setValues(sandbox, "one", "zwei", "three");
+  await waitForText(page, id, "zwei", refresh);
+  const touched = await page.evaluate(
+    (name) => [...document.querySelectorAll("#stage, #stage *")].filter((e) => !e.mark && !e.closest(`#${name}`)).map((e) => e.outerHTML),
+    id,
+  );
+  assert.deepEqual(touched, []);
+  const elsewhere = await page.evaluate((name) => {
+    const own = document.getElementById(name);
+    return [...window.changed].filter((changed) => changed !== name && changed !== "" && !own.querySelector(`[id="${changed}"]`));
+  }, id);
+  assert.deepEqual(elsewhere, []);
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
+});
+
+test("a slide without data is skipped, and returns with its data", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("departures");
+  holdStill(deck);
+  const header = "Time\tFlight\tDestination\tNotice\tDetail\n";
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  const isHidden = (hidden) =>
+    until(`slide 2 ${hidden ? "hidden" : "back"}`, async () => (await show.state()).slides[1].hidden === hidden, refresh);
+
+  sandbox.write("departures/alerts.txt", header);
+  await isHidden(true);
+  await show.command("next");
+  await waitForSlide(page, 3);
+  sandbox.write("departures/alerts.txt", header + "10:00\tXX 1\tNowhere\tLate\tby an hour\n");
+  await isHidden(false);
+  await show.command("previous");
+  await waitForSlide(page, 2);
+  assert.equal(await shownText(page, elementId(deck, 2, "a1 Notice")), "Late");
+
+  // When its data go while it is on show, it makes way.
+  sandbox.write("departures/alerts.txt", header);
+  await waitForSlide(page, 3, refresh);
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
+});
+
+test("a clock ticks every second", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "a");
+  sandbox.done("link", deck, "--slide", 1, "--shape", "Clock", "--clock", "hh:nn:ss");
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  const seen = await page.evaluate(
+    (id) =>
+      new Promise((resolve) => {
+        const texts = [];
+        const look = () => {
+          const text = document.getElementById(id)?.innerText.trim();
+          if (text && text !== texts.at(-1)) texts.push(text);
+          if (texts.length > 4) resolve(texts);
+          else requestAnimationFrame(look);
+        };
+        look();
+      }),
+    elementId(deck, 1, "Clock"),
+  );
+  const seconds = seen.map((text) => {
+    const [, hours, minutes, second] = text.match(/^(\d\d):(\d\d):(\d\d)$/).map(Number);
+    return (hours * 60 + minutes) * 60 + second;
+  });
+  assert.deepEqual(seconds, seconds.map((_, i) => (seconds[0] + i) % 86400));
+  const now = Math.floor(Date.now() / 1000) % 86400;
+  assert.ok(Math.abs(((now - seconds.at(-1) + 43200 + 86400) % 86400) - 43200) <= 2, `${seen.at(-1)} is not the time`);
+});
+
+test("a screen opened late shows the present state at once, even before its scripts run", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "old", "old");
+  const show = await sandbox.show(deck);
+  setValues(sandbox, "fresh & new", "<i>x</i>");
+  await until("the new value", async () => (await show.text(1, "p1 Item")) === "fresh & new", refresh);
+  const page = await openScreen(t, show.url, { javaScriptEnabled: false });
+  assert.equal(await page.locator(`#${elementId(deck, 1, "p1 Item")}`).innerText(), "fresh & new");
+  assert.equal(await page.locator(`#${elementId(deck, 1, "p2 Item")}`).innerText(), "<i>x</i>");
+  const box = await page.locator("#stage").boundingBox();
+  assert.ok(Math.abs(box.width - 1280) < 1 && Math.abs(box.height - 720) < 1, JSON.stringify(box));
+  await show.command("goto/3");
+  await show.command("blank/white");
+  const late = await openScreen(t, show.url);
+  await waitForSlide(late, 3);
+  assert.equal(await late.evaluate(() => getComputedStyle(document.getElementById("cover")).backgroundColor), "rgb(255, 255, 255)");
+  assert.ok(await late.locator("#cover").isVisible());
+});
+
+const hostile = [
+  ["a script", `<script>window.owned = 1</script>`],
+  ["an event handler", `<img src=x onerror="window.owned = 1"><svg onload='window.owned = 1'>`],
+  ["a way out of an attribute", `"'></p></section><iframe srcdoc="<script>parent.owned=1</script>">`],
+  ["a template and entities", "{{title}} ${window.owned = 1} &lt;b&gt; &amp;amp; &#65; ]]> <!-- -->"],
+  ["a javascript: link", `<a href="javascript:window.owned=1">here</a>`],
+  ["emoji", "🏴‍☠️👩‍👩‍👧‍👦🇨🇭 e\u0301 𝔘"],
+  ["right-to-left text", "שלום עולם - مرحبا 123"],
+  ["a lone override of direction", "\u202Eabc \u2066def"],
+  ["combining marks without end", "Z" + "\u0301\u0489".repeat(200)],
+  ["JSON and line separators", `\\u0000 \\"}],"x":[{" \u2028 \u2029 \u0085 end`],
+];
+
+test("values are text, whatever they look like", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "calm");
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  const id = elementId(deck, 1, "p1 Item");
+  for (const [name, value] of hostile) {
+    await t.test(name, async () => {
+      setValues(sandbox, value);
+      await until(`${name} in the state`, async () => (await show.text(1, "p1 Item")) === value, refresh);
+      const isSame = ([element, text]) =>
+        document.getElementById(element).textContent.replace(/\s+/g, " ").trim() === text.replace(/\s+/g, " ").trim();
+      await page.waitForFunction(isSame, [id, value], { polling: 25, timeout: refresh });
+      const late = await openScreen(t, show.url);
+      assert.ok(await late.evaluate(isSame, [id, value]), "a screen opened late");
+      for (const each of [page, late]) {
+        assert.equal(await each.evaluate(() => window.owned), undefined);
+        assert.deepEqual(await each.evaluate(() => [...document.querySelectorAll("script, iframe, a, img[src=x]")].map((e) => e.src)), [
+          new URL(await each.locator("script").getAttribute("src"), show.url).href,
+        ]);
+        assert.deepEqual(each.faults, []);
+      }
+      await late.context().close();
+    });
+  }
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(sandbox.errorLog(), []);
+});
+
+test("control characters and enormous values do no harm", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "calm");
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  const id = elementId(deck, 1, "p1 Item");
+  const controls = String.fromCharCode(...Array(32).keys()).replace(/[\t\n\r]/g, "");
+  setValues(sandbox, `a${controls}b\x7f\ufffe\uffffc`, "neighbour");
+  await waitForText(page, elementId(deck, 1, "p2 Item"), "neighbour", refresh);
+  const shown = await shownText(page, id);
+  assert.equal(shown.replace(/[^abc]/g, ""), "abc", JSON.stringify(shown));
+
+  // Values end after 4000 characters, here of two UTF-16 units each.
+  setValues(sandbox, "🙂".repeat(100000), "neighbour of a giant");
+  await waitForText(page, elementId(deck, 1, "p2 Item"), "neighbour of a giant", refresh);
+  assert.equal(await shownText(page, id), "🙂".repeat(4000));
+  setValues(sandbox, Buffer.from([0xff, 0xfe, 0x41]).toString("latin1"), "calm again");
+  await waitForText(page, elementId(deck, 1, "p2 Item"), "calm again", refresh);
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
+  assert.deepEqual(sandbox.errorLog(), []);
+});
+
+test("a line break within a value is one on the screen", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "first\nsecond");
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  assert.match(await shownText(page, elementId(deck, 1, "p1 Item")), /^first\n+second$/);
+});
