@@ -29,8 +29,19 @@ class Assets {
 
   /// Null when the part holds no picture that browsers show (metafiles, TIFF).
   const Asset* add(deck::Part& part);
-  /// Notes the name of every picture that add() gives from now on, each once; null ends it.
-  void collect(std::vector<std::string>* names) { collected_ = names; }
+  /// While it lives, the name of every picture that add() gives is noted, each once.
+  class Collecting {
+   public:
+    Collecting(Assets& assets, std::vector<std::string>& names) : assets_(assets) {
+      assets_.collected_ = &names;
+    }
+    ~Collecting() { assets_.collected_ = nullptr; }
+    Collecting(const Collecting&) = delete;
+    Collecting& operator=(const Collecting&) = delete;
+
+   private:
+    Assets& assets_;
+  };
   /// By name; null unless a slide rendered so far uses it.
   [[nodiscard]] const Asset* find(std::string_view name) const;
   /// Valid until the part changes. Empty for an unknown name.

@@ -73,6 +73,8 @@ struct SlideRenderer::Prepared {
   /// What the layout and master show behind the slide's shapes.
   bool isBehindDrawn = false;
   std::string behind;
+  /// The background of the layout or master, for slides without their own.
+  std::string background;
   std::vector<std::string> behindAssets;
   std::vector<std::string> behindProblems;
 };
@@ -129,11 +131,26 @@ SlideRenderer::Prepared& SlideRenderer::prepare(int index) {
   return *known;
 }
 
+std::string SlideRenderer::background(const Prepared& slide, deck::Part& part,
+                                      std::vector<std::string>& problems) {
+  std::optional<Fill> fill;
+  try {
+    fill = SceneBuilder(slide.inheritance, part, slide.number).background();
+  } catch (const basic::Error& error) {
+    problems.push_back("The background of " + part.name() + " is not drawn: " + error.description);
+  }
+  if (!fill) return {};
+  const auto area = size();
+  HtmlOut out;
+  BoxWriter(out, options_.assetPrefix)
+      .background(*fill, "s" + std::to_string(slide.index) + "-bg", area.width, area.height);
+  return out.take();
+}
+
 void SlideRenderer::drawBehind(Prepared& slide) {
-  assets_.collect(&slide.behindAssets);
+  const Assets::Collecting collecting(assets_, slide.behindAssets);
   deck::Part* layout = slide.inheritance.layout();
   deck::Part* master = slide.inheritance.master();
-  const auto slideSize = size();
   const std::string prefix = "s" + std::to_string(slide.index) + "-";
   HtmlOut out;
   BoxWriter writer(out, options_.assetPrefix);
@@ -150,25 +167,14 @@ void SlideRenderer::drawBehind(Prepared& slide) {
       }
     }
   };
-  if (showsMaster(slide.part)) {
-    if (master != nullptr && showsMaster(*layout)) drawShapes(*master, "m");
-    drawShapes(*layout, "l");
-  }
+  if (master != nullptr && showsMaster(*layout)) drawShapes(*master, "m");
+  drawShapes(*layout, "l");
   if (out.size() > 0) {
     slide.behind = "<div class=\"behind\" aria-hidden=\"true\">" + out.take() + "</div>";
   }
-  // The background belongs to the first of slide, layout and master that states one.
-  HtmlOut back;
-  for (deck::Part* part : {&slide.part, layout, master}) {
-    if (part == nullptr) continue;
-    SceneBuilder builder(slide.inheritance, *part, slide.number);
-    const auto fill = builder.background();
-    if (!fill) continue;
-    BoxWriter(back, options_.assetPrefix).background(*fill, prefix + "bg", slideSize.width, slideSize.height);
-    break;
-  }
-  slide.behind.insert(0, back.str());
-  assets_.collect(nullptr);
+  slide.background = background(slide, *layout, slide.behindProblems);
+  if (slide.background.empty() && master != nullptr)
+    slide.background = background(slide, *master, slide.behindProblems);
   slide.isBehindDrawn = true;
 }
 
@@ -201,18 +207,20 @@ SlidePage SlideRenderer::slide(int index) {
   SlidePage page;
   page.assets = slide.behindAssets;
   page.problems = slide.behindProblems;
-  assets_.collect(&page.assets);
+  const Assets::Collecting collecting(assets_, page.assets);
   const auto slideSize = size();
   HtmlOut out;
   out << "<section class=\"slide\" id=\"s" << index << "\" style=\"width:" << slideSize.width
-      << "px;height:" << slideSize.height << "px\">" << slide.behind;
+      << "px;height:" << slideSize.height << "px\">";
+  const auto own = background(slide, slide.part, page.problems);
+  out << (own.empty() ? slide.background : own);
+  if (showsMaster(slide.part)) out << slide.behind;
   std::map<int, int> occurrences;
   for (const auto shape : shapesOf(slide.part).children()) {
     const auto box = build(slide, shape, &page.problems);
     if (box) write(out, slide, *box, ++occurrences[box->id]);
   }
   out << "</section>";
-  assets_.collect(nullptr);
   page.html = out.take();
   return page;
 }

@@ -68,7 +68,8 @@ class SlideRenderer {
   /// The pictures that rendered slides refer to.
   [[nodiscard]] const Assets& assets() const { return assets_; }
 
-  /// To be called when a layout, master or theme changed, or a slide got another layout.
+  /// To be called when a layout, master or theme changed, or a slide got another layout
+  /// or colour map.
   void forget();
 
  private:
@@ -76,6 +77,8 @@ class SlideRenderer {
 
   [[nodiscard]] deck::Part& slidePart(int index) const;
   Prepared& prepare(int index);
+  /// The background that a part states itself; empty without one.
+  std::string background(const Prepared& slide, deck::Part& part, std::vector<std::string>& problems);
   void drawBehind(Prepared& slide);
   std::optional<Box> build(Prepared& slide, pugi::xml_node shape, std::vector<std::string>* problems);
   void write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const;

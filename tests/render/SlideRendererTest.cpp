@@ -42,6 +42,37 @@ TEST(SlideRenderer, AShapeAloneIsTheSameAsInItsSlide) {
   EXPECT_THAT(renderer.slide(1).html, HasSubstr("&lt;3rd&gt;"));
 }
 
+TEST(SlideRenderer, TheSlideIsReadAnewEachTime) {
+  DeckBuilder builder;
+  builder.addSlide();
+  builder.part(
+      "ppt/slideLayouts/slideLayout1.xml",
+      "<p:sldLayout xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\" "
+      "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\"><p:cSld><p:bg><p:bgPr><a:solidFill>"
+      "<a:srgbClr val=\"00FF00\"/></a:solidFill></p:bgPr></p:bg><p:spTree>" +
+          textShape(2, "A", "on the layout") + "</p:spTree></p:cSld></p:sldLayout>");
+  const auto package = builder.package();
+  SlideRenderer renderer(*package);
+  const auto before = renderer.slide(1).html;
+  EXPECT_THAT(before, HasSubstr("#00ff00"));
+  EXPECT_THAT(before, HasSubstr("on the layout"));
+
+  auto& part = package->part("ppt/slides/slide1.xml");
+  auto root = part.xml().document_element();
+  root.append_attribute("showMasterSp") = "0";
+  root.child("p:cSld")
+      .prepend_child("p:bg")
+      .append_child("p:bgPr")
+      .append_child("a:solidFill")
+      .append_child("a:srgbClr")
+      .append_attribute("val") = "0000FF";
+  part.markChanged();
+  const auto after = renderer.slide(1).html;
+  EXPECT_THAT(after, HasSubstr("#0000ff"));
+  EXPECT_THAT(after, Not(HasSubstr("#00ff00")));
+  EXPECT_THAT(after, Not(HasSubstr("on the layout")));
+}
+
 TEST(SlideRenderer, HiddenAndUndrawableShapesKeepTheirElement) {
   DeckBuilder builder;
   auto hidden = textShape(2, "A", "secret");
