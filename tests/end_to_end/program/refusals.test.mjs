@@ -65,6 +65,19 @@ test("a deck whose data are missing is not filled, and says so", (t) => {
   assert.ok(!existsSync(sandbox.path("filled.pptx")));
 });
 
+test("an answer that cannot be written is a failure", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("shop");
+  const before = ["bash", "-c", 'exec "$@" > /dev/full', "bash"];
+  for (const line of [["info", deck], ["info", deck, "--json"], ["connection", deck, "list", "--json"], ["connection", deck, "test", "001"], ["--version"]]) {
+    await t.test(line.join(" ").replace(deck, "DECK"), () => {
+      const { code, error } = sandbox.runWith({ before }, ...line);
+      assert.equal(code, 1);
+      assert.match(error, /No space left on device/);
+    });
+  }
+});
+
 test("the debug log is written when the setting Debug says so", (t) => {
   const sandbox = new Sandbox(t);
   const deck = sandbox.sample("shop");

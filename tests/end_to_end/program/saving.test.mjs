@@ -129,6 +129,17 @@ test("a save that is killed midway leaves the old file", (t) => {
   sandbox.done("display", deck, 2);
 });
 
+test("a deck is not filled onto itself", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "xyzzy-live-value");
+  symlinkSync("shop/shop.pptx", sandbox.path("link.pptx"));
+  for (const same of [deck, sandbox.path("shop/../shop/shop.pptx"), sandbox.path("link.pptx")]) {
+    const { code, error } = sandbox.run("fill", deck, "-o", same);
+    assert.ok(code !== 0 && error.includes("shop.pptx"), same);
+    assert.ok(!allXml(deck).includes("xyzzy-live-value"));
+  }
+});
+
 test("a filled copy can be filled anew and is not taken for the deck", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "first");

@@ -43,9 +43,12 @@ export class Sandbox {
     mkdirSync(this.path("program"));
     this.program = this.path("program/lumenfold");
     copyFileSync(builtProgram(), this.program, constants.COPYFILE_FICLONE);
-    for (const folder of ["home", "config", "state", "tmp"]) mkdirSync(this.path(folder));
+    for (const folder of ["home", "config", "state", "tmp", "bin"]) mkdirSync(this.path(folder));
+    // What the program has opened for its user is noted only.
+    this.write("bin/xdg-open", `#!/bin/sh\necho "$1" >> '${this.path("opened")}'\n`);
+    chmodSync(this.path("bin/xdg-open"), 0o755);
     this.environment = {
-      PATH: process.env.PATH,
+      PATH: `${this.path("bin")}:${process.env.PATH}`,
       HOME: this.path("home"),
       XDG_CONFIG_HOME: this.path("config"),
       XDG_STATE_HOME: this.path("state"),
@@ -53,6 +56,8 @@ export class Sandbox {
       LC_ALL: "C.UTF-8",
       TZ: "UTC",
     };
+    // A command line that runs shows.
+    this.before = [];
     this.shows = [];
   }
 

@@ -7,10 +7,11 @@ import { EventLog } from "./events.mjs";
 
 export class Show {
   constructor(sandbox, deck, args) {
-    const line = ["show", deck, ...(args.includes("--port") ? [] : ["--port", "0"]), ...args];
+    const port = args.includes("--port") ? [] : ["--port", "0"];
+    const [command, ...line] = [...sandbox.before, sandbox.program, "show", deck, ...port, ...args];
     this.out = "";
     this.error = "";
-    this.process = spawn(sandbox.program, line, {
+    this.process = spawn(command, line, {
       cwd: sandbox.folder,
       env: sandbox.environment,
       stdio: ["ignore", "pipe", "pipe"],

@@ -1,11 +1,11 @@
 // A deck linked by the program's own verbs: the shop sample without its links,
-// whose slide 1 shows the first rows of values.txt.
+// whose slide 1 shows the first rows of values.txt, at least three.
 
 import { holdStill } from "./deck.mjs";
 
-export const shapes = ["p1 Item", "p2 Item", "p3 Item"];
+// The shapes in the order of the rows.
+export const shapes = ["Item", "Note"].flatMap((column) => [1, 2, 3, 4, 5, 6, 7].map((row) => `p${row} ${column}`));
 
-// One value for each of `shapes`.
 export function setValues(sandbox, ...values) {
   sandbox.write("shop/values.txt", [["Value"], ...values.map((value) => [value])]);
 }
@@ -16,7 +16,7 @@ export function makeValueDeck(sandbox, ...values) {
   sandbox.done("unlink", deck, "--all");
   setValues(sandbox, ...values);
   sandbox.done("connection", deck, "add", "--type", "text", "--description", "Values", "--file", "values.txt", "--header");
-  shapes.forEach((shape, i) => {
+  shapes.slice(0, Math.max(3, values.length)).forEach((shape, i) => {
     sandbox.done("link", deck, "--slide", 1, "--shape", shape, "--connection", "001", "--column", "Value", "--row", i + 1);
   });
   return deck;
