@@ -1,12 +1,13 @@
 // A screen outlives its server.
 
 import assert from "node:assert/strict";
+import { connect, createServer } from "node:net";
 import { test } from "node:test";
 import { elementId } from "../support/deck.mjs";
-import { isUntouched, openScreen, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
-import { refresh } from "../support/wait.mjs";
+import { refresh, until } from "../support/wait.mjs";
 
 useBrowser();
 
@@ -39,16 +40,53 @@ for (const signal of ["SIGKILL", "SIGTERM"]) {
   });
 }
 
-test("a server that hangs and comes back leaves no gap", async (t) => {
+// Passes connections on to a server until it is cut.
+async function line(t, port) {
+  const sockets = new Set();
+  let isCut = false;
+  const server = createServer((near) => {
+    if (isCut) return near.destroy();
+    const far = connect(port, "127.0.0.1");
+    for (const [from, to] of [[near, far], [far, near]]) {
+      sockets.add(from);
+      from.on("error", () => {});
+      from.on("close", () => to.destroy());
+      from.pipe(to);
+    }
+  });
+  await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
+  const cut = (wanted) => {
+    isCut = wanted;
+    if (isCut) for (const socket of sockets) socket.destroy();
+  };
+  t.after(() => {
+    cut(true);
+    server.close();
+  });
+  return { url: `http://127.0.0.1:${server.address().port}/`, cut };
+}
+
+test("a screen that was cut off catches up with what it has missed", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "before");
   const show = await sandbox.show(deck);
-  const page = await openScreen(t, show.url);
-  show.process.kill("SIGSTOP");
-  setValues(sandbox, "meanwhile");
-  show.process.kill("SIGCONT");
-  await waitForText(page, elementId(deck, 1, "p1 Item"), "meanwhile", refresh);
+  const { url, cut } = await line(t, show.port);
+  const page = await openScreen(t, url);
+  setValues(sandbox, "connected");
+  await waitForText(page, elementId(deck, 1, "p1 Item"), "connected", refresh);
+  const gone = page.waitForEvent("requestfailed", (request) => request.url().endsWith("/screen/events"));
+  cut(true);
+  await gone;
+  setValues(sandbox, "missed");
+  await until("the missed value", async () => (await show.text(1, "p1 Item")) === "missed", refresh);
+  await show.command("goto/2");
+  cut(false);
+  await waitForSlide(page, 2, 15000);
+  await show.command("goto/1");
+  await waitForSlide(page, 1);
+  assert.equal(await shownText(page, elementId(deck, 1, "p1 Item")), "missed");
   assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
 });
 
 test("many screens show the same", async (t) => {

@@ -87,6 +87,11 @@ test("with the token, keys steer the show on every screen", async (t) => {
     for (const key of keys) await page.keyboard.press(key);
     for (const each of [page, other]) await waitForSlide(each, slide).catch((error) => assert.fail(`${keys}: ${error.message}`));
   }
+  await page.reload();
+  await page.keyboard.press("ArrowRight");
+  await waitForSlide(other, 2); // the token outlives a reload
+  await page.keyboard.press("Home");
+  await waitForSlide(other, 1);
   for (const [key, colour] of [["b", "rgb(0, 0, 0)"], ["w", "rgb(255, 255, 255)"]]) {
     const isBlank = (wanted) =>
       other.waitForFunction(

@@ -107,7 +107,6 @@ test("links that cannot be are told, and the deck stays as it was", async (t) =>
     [["link", deck, ...first, "--connection", "001", "--column", "Value", "--row", 0], 2, /--row/],
     [["link", deck, ...first, "--connection", "001", "--column", "Value", "--row", "nan"], 2, /--row/],
     [["link", deck, ...first, "--connection", "001", "--column", "Value", "--row", 1.5], 2, /--row/],
-    [["link", deck, ...first, "--connection", "001", "--column", "Value", "--row", 1e99], 2, /--row/],
     [["link", deck, ...first], 2, /--clock/],
     [["link", deck, ...first, "--clock", "hh", ...value], 2, /--clock/],
     [["link", deck, ...first, "--clock", ""], 2, /--clock/],

@@ -12,6 +12,7 @@ export function useBrowser() {
     // The profile is a new one every time.
     browser = await chromium.launch({
       executablePath,
+      ignoreDefaultArgs: ["--hide-scrollbars"],
       args: [
         "--no-sandbox",
         "--disable-gpu",
