@@ -4,7 +4,14 @@ import assert from "node:assert/strict";
 import { connect, createServer } from "node:net";
 import { test } from "node:test";
 import { elementId } from "../support/deck.mjs";
-import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import {
+  isUntouched,
+  openScreen,
+  shownText,
+  useBrowser,
+  waitForSlide,
+  waitForText,
+} from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
@@ -47,7 +54,10 @@ async function line(t, port) {
   const server = createServer((near) => {
     if (isCut) return near.destroy();
     const far = connect(port, "127.0.0.1");
-    for (const [from, to] of [[near, far], [far, near]]) {
+    for (const [from, to] of [
+      [near, far],
+      [far, near],
+    ]) {
       sockets.add(from);
       from.on("error", () => {});
       from.on("close", () => to.destroy());

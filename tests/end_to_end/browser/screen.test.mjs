@@ -4,7 +4,14 @@ import assert from "node:assert/strict";
 import { renameSync } from "node:fs";
 import { test } from "node:test";
 import { elementId, holdStill, renameShape } from "../support/deck.mjs";
-import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import {
+  isUntouched,
+  openScreen,
+  shownText,
+  useBrowser,
+  waitForSlide,
+  waitForText,
+} from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues, shapes } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
@@ -23,30 +30,82 @@ test("a changed value appears within a refresh, and nothing else is touched", as
   await waitForText(page, id, "second", refresh);
   await page.evaluate(() => {
     window.changed = new Set();
-    const note = (node) => window.changed.add(node.closest?.("[id]")?.id ?? node.parentElement?.closest("[id]")?.id ?? "");
+    const note = (node) =>
+      window.changed.add(node.closest?.("[id]")?.id ?? node.parentElement?.closest("[id]")?.id ?? "");
     new MutationObserver((records) => {
       for (const { type, target, removedNodes } of records) {
         if (type !== "childList") note(target);
         for (const node of removedNodes) note(node);
         if (removedNodes.length === 0 && type === "childList") window.changed.add(`added to ${target.id}`);
       }
-    }).observe(document.documentElement, { subtree: true, childList: true, characterData: true, attributes: true });
+    }).observe(document.documentElement, {
+      subtree: true,
+      childList: true,
+      characterData: true,
+      attributes: true,
+    });
     for (const element of document.querySelectorAll("*")) element.mark = true;
   });
   setValues(sandbox, "one", "zwei", "three");
   await waitForText(page, id, "zwei", refresh);
   const touched = await page.evaluate(
-    (name) => [...document.querySelectorAll("#stage, #stage *")].filter((e) => !e.mark && !e.closest(`#${name}`)).map((e) => e.outerHTML),
+    (name) =>
+      [...document.querySelectorAll("#stage, #stage *")]
+        .filter((e) => !e.mark && !e.closest(`#${name}`))
+        .map((e) => e.outerHTML),
     id,
   );
   assert.deepEqual(touched, []);
   const elsewhere = await page.evaluate((name) => {
     const own = document.getElementById(name);
-    return [...window.changed].filter((changed) => changed !== name && changed !== "" && !own.querySelector(`[id="${changed}"]`));
+    return [...window.changed].filter(
+      (changed) => changed !== name && changed !== "" && !own.querySelector(`[id="${changed}"]`),
+    );
   }, id);
   assert.deepEqual(elsewhere, []);
   assert.ok(await isUntouched(page));
   assert.deepEqual(page.faults, []);
+});
+
+test("the sample decks are drawn whole, with every picture and value", async (t) => {
+  for (const name of ["departures", "plant", "shop"]) {
+    await t.test(name, async (t) => {
+      const sandbox = new Sandbox(t);
+      const deck = sandbox.sample(name);
+      holdStill(deck);
+      const show = await sandbox.show(deck);
+      const page = await openScreen(t, "about:blank");
+      const faults = [];
+      page.on("console", (message) => message.type() === "error" && faults.push(message.text()));
+      page.on(
+        "response",
+        (response) => response.status() >= 400 && faults.push(`${response.status()} ${response.url()}`),
+      );
+      await page.goto(show.url);
+      const { slides } = await show.state();
+      for (const { index, shapes } of slides) {
+        await show.command(`goto/${index}`);
+        await waitForSlide(page, index);
+        const broken = await page.evaluate(async () => {
+          const images = [...document.querySelectorAll(".frame.current img")];
+          await Promise.all(images.map((image) => image.decode().catch(() => {})));
+          return images.filter((image) => image.naturalWidth === 0).map((image) => image.src);
+        });
+        assert.deepEqual(broken, []);
+        const { texts, ids } = await page.evaluate(() => ({
+          texts: document.querySelector(".frame.current").textContent,
+          ids: [...document.querySelectorAll("[id]")].map(({ id }) => id),
+        }));
+        // Clocks may have gone on since the state was asked for.
+        const missing = shapes.filter(
+          ({ sourceType, text }) => sourceType === 2 && !texts.includes(text.trim()),
+        );
+        assert.deepEqual(missing, []);
+        assert.equal(new Set(ids).size, ids.length, "ids are unique");
+      }
+      assert.deepEqual([...faults, ...page.faults], []);
+    });
+  }
 });
 
 test("a slide without data is skipped, and returns with its data", async (t) => {
@@ -57,7 +116,11 @@ test("a slide without data is skipped, and returns with its data", async (t) => 
   const show = await sandbox.show(deck);
   const page = await openScreen(t, show.url);
   const isHidden = (hidden) =>
-    until(`slide 2 ${hidden ? "hidden" : "back"}`, async () => (await show.state()).slides[1].hidden === hidden, refresh);
+    until(
+      `slide 2 ${hidden ? "hidden" : "back"}`,
+      async () => (await show.state()).slides[1].hidden === hidden,
+      refresh,
+    );
 
   sandbox.write("departures/alerts.txt", header);
   await isHidden(true);
@@ -100,9 +163,15 @@ test("a clock ticks every second", async (t) => {
     const [, hours, minutes, second] = text.match(/^(\d\d):(\d\d):(\d\d)$/).map(Number);
     return (hours * 60 + minutes) * 60 + second;
   });
-  assert.deepEqual(seconds, seconds.map((_, i) => (seconds[0] + i) % 86400));
+  assert.deepEqual(
+    seconds,
+    seconds.map((_, i) => (seconds[0] + i) % 86400),
+  );
   const now = Math.floor(Date.now() / 1000) % 86400;
-  assert.ok(Math.abs(((now - seconds.at(-1) + 43200 + 86400) % 86400) - 43200) <= 2, `${seen.at(-1)} is not the time`);
+  assert.ok(
+    Math.abs(((now - seconds.at(-1) + 43200 + 86400) % 86400) - 43200) <= 2,
+    `${seen.at(-1)} is not the time`,
+  );
 });
 
 test("a screen opened late shows the present state at once, even before its scripts run", async (t) => {
@@ -120,7 +189,10 @@ test("a screen opened late shows the present state at once, even before its scri
   await show.command("blank/white");
   const late = await openScreen(t, show.url);
   await waitForSlide(late, 3);
-  assert.equal(await late.evaluate(() => getComputedStyle(document.getElementById("cover")).backgroundColor), "rgb(255, 255, 255)");
+  assert.equal(
+    await late.evaluate(() => getComputedStyle(document.getElementById("cover")).backgroundColor),
+    "rgb(255, 255, 255)",
+  );
   assert.ok(await late.locator("#cover").isVisible());
 });
 
@@ -163,7 +235,12 @@ test("values are text, whatever they look like", async (t) => {
   for (const each of [page, late]) {
     assert.equal(await each.evaluate(() => window.owned), undefined);
     assert.equal(await each.evaluate(() => document.querySelectorAll("script").length), 1);
-    assert.equal(await each.evaluate(() => document.querySelectorAll("iframe, #stage a, img[src=x], [onload], [onerror]").length), 0);
+    assert.equal(
+      await each.evaluate(
+        () => document.querySelectorAll("iframe, #stage a, img[src=x], [onload], [onerror]").length,
+      ),
+      0,
+    );
     assert.deepEqual(each.faults, []);
   }
   assert.ok(await isUntouched(page));

@@ -3,7 +3,14 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { elementId, holdStill } from "../support/deck.mjs";
-import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import {
+  isUntouched,
+  openScreen,
+  shownText,
+  useBrowser,
+  waitForSlide,
+  waitForText,
+} from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
 import { refresh, within } from "../support/wait.mjs";
@@ -14,7 +21,15 @@ test("the slide fills windows of any size without scroll bars, in its own propor
   const sandbox = new Sandbox(t);
   const show = await sandbox.show(makeValueDeck(sandbox, "wide ".repeat(500)));
   const page = await openScreen(t, show.url);
-  for (const [width, height] of [[1280, 720], [1920, 1080], [1024, 768], [390, 844], [2560, 300], [320, 240], [3840, 2160]]) {
+  for (const [width, height] of [
+    [1280, 720],
+    [1920, 1080],
+    [1024, 768],
+    [390, 844],
+    [2560, 300],
+    [320, 240],
+    [3840, 2160],
+  ]) {
     await page.setViewportSize({ width, height });
     const { stage, overflow } = await page.evaluate(() => {
       const { left, top, right, bottom } = document.getElementById("stage").getBoundingClientRect();
@@ -34,7 +49,10 @@ test("the slide fills windows of any size without scroll bars, in its own propor
 });
 
 const cursorOver = (page, id) =>
-  page.evaluate((name) => getComputedStyle(name ? document.getElementById(name) : document.documentElement).cursor, id);
+  page.evaluate(
+    (name) => getComputedStyle(name ? document.getElementById(name) : document.documentElement).cursor,
+    id,
+  );
 
 test("a kiosk show has no pointer and no keys but Escape", async (t) => {
   const sandbox = new Sandbox(t);
@@ -42,7 +60,8 @@ test("a kiosk show has no pointer and no keys but Escape", async (t) => {
   const show = await sandbox.show(deck, "--kiosk");
   const page = await openScreen(t, show.operatorUrl);
   await page.mouse.move(400, 300);
-  for (const id of [null, "stage", "s1", elementId(deck, 1, "p1 Item")]) assert.equal(await cursorOver(page, id), "none", id);
+  for (const id of [null, "stage", "s1", elementId(deck, 1, "p1 Item")])
+    assert.equal(await cursorOver(page, id), "none", id);
   const posts = [];
   page.on("request", (request) => request.method() === "POST" && posts.push(new URL(request.url()).pathname));
   for (const key of ["ArrowRight", "End", "b", "2", "Enter"]) await page.keyboard.press(key);
@@ -63,7 +82,8 @@ test("elsewhere the pointer shows while it moves and goes when it rests", async 
   await page.waitForFunction(() => getComputedStyle(document.documentElement).cursor !== "none");
 });
 
-const blankOn = (page) => page.evaluate(() => getComputedStyle(document.getElementById("cover")).display !== "none");
+const blankOn = (page) =>
+  page.evaluate(() => getComputedStyle(document.getElementById("cover")).display !== "none");
 
 test("with the token, keys steer the show on every screen", async (t) => {
   const sandbox = new Sandbox(t);
@@ -85,14 +105,18 @@ test("with the token, keys steer the show on every screen", async (t) => {
   ];
   for (const [keys, slide] of moves) {
     for (const key of keys) await page.keyboard.press(key);
-    for (const each of [page, other]) await waitForSlide(each, slide).catch((error) => assert.fail(`${keys}: ${error.message}`));
+    for (const each of [page, other])
+      await waitForSlide(each, slide).catch((error) => assert.fail(`${keys}: ${error.message}`));
   }
   await page.reload();
   await page.keyboard.press("ArrowRight");
   await waitForSlide(other, 2); // the token outlives a reload
   await page.keyboard.press("Home");
   await waitForSlide(other, 1);
-  for (const [key, colour] of [["b", "rgb(0, 0, 0)"], ["w", "rgb(255, 255, 255)"]]) {
+  for (const [key, colour] of [
+    ["b", "rgb(0, 0, 0)"],
+    ["w", "rgb(255, 255, 255)"],
+  ]) {
     const isBlank = (wanted) =>
       other.waitForFunction(
         ([shown, background]) => {
@@ -122,13 +146,19 @@ test("without the token keys do nothing; with a wrong one, nothing either", asyn
   for (const url of [show.url, `${show.url}#token=wrong`]) {
     const page = await openScreen(t, url);
     const answers = [];
-    page.on("response", (response) => response.request().method() === "POST" && answers.push(response.status()));
+    page.on(
+      "response",
+      (response) => response.request().method() === "POST" && answers.push(response.status()),
+    );
     for (const key of ["ArrowRight", "End", "3", "Enter", "b", "Escape"]) await page.keyboard.press(key);
     await page.mouse.click(200, 200);
     // The screen goes on as before, and so does the show.
     setValues(sandbox, url);
     await waitForText(page, elementId(deck, 1, "p1 Item"), url, refresh);
-    assert.ok(answers.every((status) => status === 401), `${answers}`);
+    assert.ok(
+      answers.every((status) => status === 401),
+      `${answers}`,
+    );
     assert.equal(answers.length > 0, url !== show.url);
     assert.equal(await blankOn(page), false);
     const { position, running } = await show.state();

@@ -22,8 +22,16 @@ test("the state tells deck, position and every linked shape", async (t) => {
     position: 2,
     slideCount: 3,
     slides: [
-      { index: 1, hidden: false, shapes: [shape("p1 Item", 1, "one"), shape("p2 Item", 2, "<b>two</b>"), shape("p3 Item", 3, " ")] },
-      { index: 2, hidden: false, shapes: [{ name: "Clock", sourceType: 1, connection: "", column: "", row: 0, text: year }] },
+      {
+        index: 1,
+        hidden: false,
+        shapes: [shape("p1 Item", 1, "one"), shape("p2 Item", 2, "<b>two</b>"), shape("p3 Item", 3, " ")],
+      },
+      {
+        index: 2,
+        hidden: false,
+        shapes: [{ name: "Clock", sourceType: 1, connection: "", column: "", row: 0, text: year }],
+      },
       { index: 3, hidden: false, shapes: [] },
     ],
   });
@@ -37,7 +45,14 @@ test("commands move the show, and events tell of it one by one", async (t) => {
   await events.next("the state", ({ event }) => event === "state");
   assert.equal(events.all[0].data.slideCount, 3);
 
-  const moves = [["next", 2], ["goto/3", 3], ["previous", 2], ["first", 1], ["last", 3], ["goto/1", 1]];
+  const moves = [
+    ["next", 2],
+    ["goto/3", 3],
+    ["previous", 2],
+    ["first", 1],
+    ["last", 3],
+    ["goto/1", 1],
+  ];
   for (const [command, position] of moves) {
     const seen = events.all.length;
     await show.command(command);
@@ -51,9 +66,15 @@ test("commands move the show, and events tell of it one by one", async (t) => {
 
   await show.command("end");
   await until("the end of the stream", () => events.isOver);
-  assert.deepEqual(events.all.filter(({ event }) => event === "end").map((end) => end.data.reason), ["show", "server"]);
+  assert.deepEqual(
+    events.all.filter(({ event }) => event === "end").map((end) => end.data.reason),
+    ["show", "server"],
+  );
   const first = events.all[0].id;
-  assert.deepEqual(events.all.map(({ id }) => id), events.all.map((_, i) => first + i));
+  assert.deepEqual(
+    events.all.map(({ id }) => id),
+    events.all.map((_, i) => first + i),
+  );
   assert.deepEqual(await show.ended, { code: 0, signal: null });
 });
 
@@ -115,7 +136,10 @@ test("the token may come from a file or the environment, and is then not printed
   assert.match(empty.error, /empty: the token file holds no token/);
 
   sandbox.environment.LUMENFOLD_TOKEN = "from-the-environment";
-  for (const [line, token] of [[[], "from-the-environment"], [["--token-file", "token"], "from-the-file"]]) {
+  for (const [line, token] of [
+    [[], "from-the-environment"],
+    [["--token-file", "token"], "from-the-file"],
+  ]) {
     const show = await sandbox.show(deck, ...line);
     assert.equal(show.token, undefined, show.out);
     assert.ok(!show.out.includes(token));
@@ -133,10 +157,14 @@ test("slides move on by their timings, and a looping show begins anew", async (t
   const events = show.events();
   const positions = () => events.all.filter(({ event }) => event === "position");
   await until("five slides", () => positions().length >= 5);
-  const numbers = positions().slice(0, 5).map(({ data }) => data.position);
+  const numbers = positions()
+    .slice(0, 5)
+    .map(({ data }) => data.position);
   const expected = numbers.map((_, i) => ((numbers[0] - 1 + i) % 3) + 1);
   assert.deepEqual(numbers, expected);
-  const gaps = positions().slice(1, 5).map(({ time }, i) => time - positions()[i].time);
+  const gaps = positions()
+    .slice(1, 5)
+    .map(({ time }, i) => time - positions()[i].time);
   const average = gaps.reduce((sum, gap) => sum + gap) / gaps.length;
   assert.ok(average > 550 && average < 1500, `slides of 600 ms stood ${gaps}`);
 });
@@ -150,7 +178,10 @@ test("a show without loop ends black, and ends for good one step later", async (
   await events.next("the state", ({ event }) => event === "state");
   await show.command("last");
   await show.command("next");
-  const { data } = await events.next("the end slide", ({ event, data }) => event === "position" && data.ended);
+  const { data } = await events.next(
+    "the end slide",
+    ({ event, data }) => event === "position" && data.ended,
+  );
   assert.deepEqual(data, { position: 0, slideCount: 2, blank: "none", ended: true });
   await show.command("previous");
   await until("the last slide again", async () => (await show.state()).position === 2);

@@ -10,7 +10,20 @@ function emptyDeck(t) {
   const deck = sandbox.sample("shop");
   sandbox.done("unlink", deck, "--all");
   const add = (description, file) =>
-    sandbox.done("connection", deck, "add", "--type", "text", "--description", description, "--file", file, "--header").trim();
+    sandbox
+      .done(
+        "connection",
+        deck,
+        "add",
+        "--type",
+        "text",
+        "--description",
+        description,
+        "--file",
+        file,
+        "--header",
+      )
+      .trim();
   const list = () => JSON.parse(sandbox.done("connection", deck, "list", "--json"));
   return { sandbox, deck, add, list };
 }
@@ -21,32 +34,80 @@ test("connections are added, changed, listed and removed", (t) => {
   assert.equal(add("Prices", "prices.txt"), "001");
   assert.equal(add('The "offer" <b>&amp;', "offer.txt"), "002");
   sandbox.done("connection", deck, "set", "001", "--description", "Preise", "--no-header");
-  const facts = list().map(({ number, type, description, source, header }) => [number, type, description, source, header]);
+  const facts = list().map(({ number, type, description, source, header }) => [
+    number,
+    type,
+    description,
+    source,
+    header,
+  ]);
   assert.deepEqual(facts, [
     ["001", "text", "Preise", "prices.txt", false],
     ["002", "text", 'The "offer" <b>&amp;', "offer.txt", true],
   ]);
   assert.match(sandbox.done("connection", deck, "list"), /001 +text +Preise +prices\.txt/);
   sandbox.done("connection", deck, "remove", "001");
-  assert.deepEqual(list().map(({ number }) => number), ["002"]);
+  assert.deepEqual(
+    list().map(({ number }) => number),
+    ["002"],
+  );
   assert.equal(add("Weather", "weather.txt"), "003");
 });
 
 test("a tested connection prints its columns and first rows", (t) => {
   const { sandbox, deck, add } = emptyDeck(t);
-  sandbox.write("shop/values.txt", [["City", "Note"], ["Zürich", "8°"], ["القدس", ""], ["三", "🌧"]]);
+  sandbox.write("shop/values.txt", [
+    ["City", "Note"],
+    ["Zürich", "8°"],
+    ["القدس", ""],
+    ["三", "🌧"],
+  ]);
   add("Values", "values.txt");
-  const { columns, rowCount, rows } = JSON.parse(sandbox.done("connection", deck, "test", "001", "--json", "--rows", 2));
-  assert.deepEqual([columns, rowCount, rows], [["City", "Note"], 3, [["Zürich", "8°"], ["القدس", ""]]]);
-  assert.match(sandbox.done("connection", deck, "test", "001"), /^City +Note *\nZürich +8° *\n[^]*\n3 rows, 2 columns/);
+  const { columns, rowCount, rows } = JSON.parse(
+    sandbox.done("connection", deck, "test", "001", "--json", "--rows", 2),
+  );
+  assert.deepEqual(
+    [columns, rowCount, rows],
+    [
+      ["City", "Note"],
+      3,
+      [
+        ["Zürich", "8°"],
+        ["القدس", ""],
+      ],
+    ],
+  );
+  assert.match(
+    sandbox.done("connection", deck, "test", "001"),
+    /^City +Note *\nZürich +8° *\n[^]*\n3 rows, 2 columns/,
+  );
 });
 
 test("what is printed from a data file cannot steer the terminal", async (t) => {
   const { sandbox, deck, add } = emptyDeck(t);
-  sandbox.write("shop/values.txt", [["\x1b]0;owned\x07Name", "B"], ["\x1b[2J", "\x9b31m"]]);
+  sandbox.write("shop/values.txt", [
+    ["\x1b]0;owned\x07Name", "B"],
+    ["\x1b[2J", "\x9b31m"],
+  ]);
   add("Values", "values.txt");
-  const link = ["link", deck, "--slide", 1, "--shape", "p1 Item", "--connection", "001", "--row", 1, "--column"];
-  for (const line of [["connection", deck, "test", "001"], ["info", deck], [...link, "nothing"]]) {
+  const link = [
+    "link",
+    deck,
+    "--slide",
+    1,
+    "--shape",
+    "p1 Item",
+    "--connection",
+    "001",
+    "--row",
+    1,
+    "--column",
+  ];
+  for (const line of [
+    ["connection", deck, "test", "001"],
+    ["info", deck],
+    [...link, "nothing"],
+  ]) {
     await t.test(line[0], () => {
       const { out, error } = sandbox.run(...line);
       assert.match(out + error, /owned/);
@@ -60,15 +121,26 @@ test("removing a connection takes its links along, and no others", (t) => {
   const deck = sandbox.sample("shop");
   sandbox.done("connection", deck, "remove", "001");
   const { connections, slides } = JSON.parse(sandbox.done("info", deck, "--json"));
-  assert.deepEqual(connections.map(({ number }) => number), ["002"]);
-  const sources = slides.map(({ links }) => [...new Set(links.map(({ connection, sourceType }) => `${sourceType} ${connection}`.trim()))]);
+  assert.deepEqual(
+    connections.map(({ number }) => number),
+    ["002"],
+  );
+  const sources = slides.map(({ links }) => [
+    ...new Set(links.map(({ connection, sourceType }) => `${sourceType} ${connection}`.trim())),
+  ]);
   assert.deepEqual(sources, [["1"], ["1"], ["2 002"]]);
 });
 
 test("what a connection cannot be is told, and the deck stays as it was", async (t) => {
   const { sandbox, deck, add } = emptyDeck(t);
-  sandbox.write("shop/twice.txt", [["Name", "Price", "NAME"], ["a", "b", "c"]]);
-  sandbox.write("shop/nameless.txt", [["Name", ""], ["a", "b"]]);
+  sandbox.write("shop/twice.txt", [
+    ["Name", "Price", "NAME"],
+    ["a", "b", "c"],
+  ]);
+  sandbox.write("shop/nameless.txt", [
+    ["Name", ""],
+    ["a", "b"],
+  ]);
   sandbox.write("shop/nothing.txt", "");
   for (const file of ["twice", "nameless", "nothing", "missing"]) add(`The ${file} data`, `${file}.txt`);
   const before = digest(deck);
@@ -108,7 +180,20 @@ test("a deck with a broken connection can be looked at and mended", (t) => {
   assert.equal(connections[1].state, "ready");
 
   const link = (column) =>
-    sandbox.run("link", deck, "--slide", 1, "--shape", "p1 Item", "--connection", "002", "--row", 1, "--column", column);
+    sandbox.run(
+      "link",
+      deck,
+      "--slide",
+      1,
+      "--shape",
+      "p1 Item",
+      "--connection",
+      "002",
+      "--row",
+      1,
+      "--column",
+      column,
+    );
   assert.equal(link("Volume").code, 1, "the column is missing from a source that is there");
   assert.equal(link("Value").code, 0);
 

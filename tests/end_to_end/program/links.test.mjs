@@ -19,12 +19,19 @@ test("shapes are linked to values and clocks, and unlinked one by one or all", (
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "a", "b", "c");
   sandbox.done("link", deck, "--slide", 2, "--shape", "Clock", "--clock", "hh:nn:ss");
-  const values = [["p1 Item", "001", "Value", 1], ["p2 Item", "001", "Value", 2], ["p3 Item", "001", "Value", 3]];
+  const values = [
+    ["p1 Item", "001", "Value", 1],
+    ["p2 Item", "001", "Value", 2],
+    ["p3 Item", "001", "Value", 3],
+  ];
   assert.deepEqual(links(sandbox, deck), [values, [["Clock", "hh:nn:ss"]], []]);
 
   sandbox.done("unlink", deck, "--slide", 1, "--shape", "p2 Item");
   assert.deepEqual(links(sandbox, deck), [[values[0], values[2]], [["Clock", "hh:nn:ss"]], []]);
-  assert.match(sandbox.run("unlink", deck, "--slide", 1, "--shape", "p2 Item").error, /'p2 Item'.*not linked/);
+  assert.match(
+    sandbox.run("unlink", deck, "--slide", 1, "--shape", "p2 Item").error,
+    /'p2 Item'.*not linked/,
+  );
 
   sandbox.done("unlink", deck, "--all");
   assert.deepEqual(links(sandbox, deck), [[], [], []]);
@@ -34,9 +41,25 @@ test("shapes are linked to values and clocks, and unlinked one by one or all", (
 test("a link is changed by linking anew, also from a value to a clock", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "a", "b", "c");
-  sandbox.done("link", deck, "--slide", 1, "--shape", "p1 Item", "--connection", "001", "--column", "Value", "--row", 3);
+  sandbox.done(
+    "link",
+    deck,
+    "--slide",
+    1,
+    "--shape",
+    "p1 Item",
+    "--connection",
+    "001",
+    "--column",
+    "Value",
+    "--row",
+    3,
+  );
   sandbox.done("link", deck, "--slide", 1, "--shape", "p2 Item", "--clock", "yyyy");
-  assert.deepEqual(links(sandbox, deck)[0].slice(0, 2), [["p1 Item", "001", "Value", 3], ["p2 Item", "yyyy"]]);
+  assert.deepEqual(links(sandbox, deck)[0].slice(0, 2), [
+    ["p1 Item", "001", "Value", 3],
+    ["p2 Item", "yyyy"],
+  ]);
   sandbox.done("fill", deck, "-o", sandbox.path("filled.pptx"));
   assert.equal(textInFile(sandbox.path("filled.pptx"), 1, "p1 Item"), "c");
   assert.match(textInFile(sandbox.path("filled.pptx"), 1, "p2 Item"), /^20\d\d$/);
@@ -80,7 +103,20 @@ test("names of shapes may hold quotes and markup", (t) => {
   const deck = makeValueDeck(sandbox, "a");
   const name = `"><script>alert('1')</script> & co`;
   renameShape(deck, 1, "p4 Item", name);
-  sandbox.done("link", deck, "--slide", 1, "--shape", name, "--connection", "001", "--column", "Value", "--row", 1);
+  sandbox.done(
+    "link",
+    deck,
+    "--slide",
+    1,
+    "--shape",
+    name,
+    "--connection",
+    "001",
+    "--column",
+    "Value",
+    "--row",
+    1,
+  );
   assert.deepEqual(links(sandbox, deck)[0].at(-1), [name, "001", "Value", 1]);
   const wrong = sandbox.run("link", deck, "--slide", 1, "--shape", `<b>"no'`, "--clock", "hh");
   assert.equal(wrong.code, 1);
@@ -100,17 +136,33 @@ test("links that cannot be are told, and the deck stays as it was", async (t) =>
     [["link", deck, "--slide", 4, "--shape", "p1 Item", ...value], 1, /no slide 4; the deck has 3/],
     [["link", deck, "--slide", 0, "--shape", "p1 Item", ...value], 1, /no slide 0/],
     [["link", deck, "--slide", "two", "--shape", "p1 Item", ...value], 2, /--slide/],
-    [["link", deck, "--slide", 1, "--shape", "Nix", ...value], 1, /slide 1 has no shape named 'Nix'.*p1 Item/],
+    [
+      ["link", deck, "--slide", 1, "--shape", "Nix", ...value],
+      1,
+      /slide 1 has no shape named 'Nix'.*p1 Item/,
+    ],
     [["link", deck, "--slide", 2, "--shape", "p9 Item", ...value], 1, /several shapes named 'p9 Item'/],
-    [["link", deck, ...first, "--connection", "009", "--column", "Value", "--row", 1], 1, /no connection 009/],
-    [["link", deck, ...first, "--connection", "001", "--column", "Preis", "--row", 1], 1, /no column 'Preis'.*Value/],
+    [
+      ["link", deck, ...first, "--connection", "009", "--column", "Value", "--row", 1],
+      1,
+      /no connection 009/,
+    ],
+    [
+      ["link", deck, ...first, "--connection", "001", "--column", "Preis", "--row", 1],
+      1,
+      /no column 'Preis'.*Value/,
+    ],
     [["link", deck, ...first, "--connection", "001", "--column", "Value", "--row", 0], 2, /--row/],
     [["link", deck, ...first, "--connection", "001", "--column", "Value", "--row", "nan"], 2, /--row/],
     [["link", deck, ...first, "--connection", "001", "--column", "Value", "--row", 1.5], 2, /--row/],
     [["link", deck, ...first], 2, /--clock/],
     [["link", deck, ...first, "--clock", "hh", ...value], 2, /--clock/],
     [["link", deck, ...first, "--clock", ""], 2, /--clock/],
-    [["link", sandbox.sample("plant"), "--slide", 2, "--shape", "Site", "--clock", "hh"], 1, /'Site'.*no text/],
+    [
+      ["link", sandbox.sample("plant"), "--slide", 2, "--shape", "Site", "--clock", "hh"],
+      1,
+      /'Site'.*no text/,
+    ],
     [["unlink", deck], 2, /--all/],
     [["unlink", deck, "--all", "--slide", 1], 2, /--all/],
     [["unlink", deck, "--slide", 9, "--shape", "p1 Item"], 1, /no slide 9/],
@@ -122,7 +174,11 @@ test("links that cannot be are told, and the deck stays as it was", async (t) =>
     [["show", deck, "--slide", 9, "--port", 0], 1, /no slide 9/],
     [["show", deck, "--port", 70000], 2, /--port/],
     [["show", deck, "--port", 0, "--bind", "nonsense"], 1, /nonsense/],
-    [["show", deck, "--port", 0, "--token-file", "nowhere"], 1, /nowhere: the token file cannot be read: No such/],
+    [
+      ["show", deck, "--port", 0, "--token-file", "nowhere"],
+      1,
+      /nowhere: the token file cannot be read: No such/,
+    ],
     [["juggle", deck], 2, /juggle/],
     [[], 2, /subcommand/],
   ];
@@ -143,7 +199,9 @@ test("links that cannot be are told, and the deck stays as it was", async (t) =>
 test("tags of other programs stay where they are", (t) => {
   const sandbox = new Sandbox(t);
   const deck = sandbox.sample("shop");
-  editPart(deck, "ppt/tags/tag1.xml", (xml) => xml.replace("</p:tagLst>", '<p:tag name="OTHERS" val="kept &amp; safe"/></p:tagLst>'));
+  editPart(deck, "ppt/tags/tag1.xml", (xml) =>
+    xml.replace("</p:tagLst>", '<p:tag name="OTHERS" val="kept &amp; safe"/></p:tagLst>'),
+  );
   sandbox.done("unlink", deck, "--all");
   const tags = readPart(deck, "ppt/tags/tag1.xml");
   assert.match(tags, /name="OTHERS" val="kept &amp; safe"/);

@@ -21,11 +21,20 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
   const files = [
     [sandbox.path("missing.pptx"), /missing\.pptx' cannot be read: No such file/],
     [sandbox.folder, /cannot be read: it is a folder/],
-    [bad("text.pptx", (file) => writeFileSync(file, "These are no slides.\n")), /text\.pptx' cannot be read: it is no ZIP/],
+    [
+      bad("text.pptx", (file) => writeFileSync(file, "These are no slides.\n")),
+      /text\.pptx' cannot be read: it is no ZIP/,
+    ],
     [bad("empty.pptx", (file) => writeFileSync(file, "")), /empty\.pptx' cannot be read: the file is empty/],
-    [bad("cut.pptx", (file) => writeFileSync(file, bytes.subarray(0, bytes.length / 2))), /cut\.pptx' cannot be read: the file is damaged or not complete/],
+    [
+      bad("cut.pptx", (file) => writeFileSync(file, bytes.subarray(0, bytes.length / 2))),
+      /cut\.pptx' cannot be read: the file is damaged or not complete/,
+    ],
     [bad("damaged.pptx", (file) => writeFileSync(file, damaged)), /damaged\.pptx' cannot be read/],
-    [bad("other.pptx", (file) => execFileSync("zip", ["-q", "-j", file, sandbox.path("shop/offer.txt")])), /other\.pptx' cannot be read.*Content_Types/],
+    [
+      bad("other.pptx", (file) => execFileSync("zip", ["-q", "-j", file, sandbox.path("shop/offer.txt")])),
+      /other\.pptx' cannot be read.*Content_Types/,
+    ],
     [
       bad("broken.pptx", (file) => {
         writeFileSync(file, bytes);
@@ -33,7 +42,10 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
       }),
       /broken\.pptx'.*slide1\.xml/,
     ],
-    [bad("pipe.pptx", (file) => execFileSync("mkfifo", [file])), /pipe\.pptx' cannot be read: it is no regular file/],
+    [
+      bad("pipe.pptx", (file) => execFileSync("mkfifo", [file])),
+      /pipe\.pptx' cannot be read: it is no regular file/,
+    ],
   ];
   const verbs = (file) => [
     ["info", file],
@@ -69,7 +81,13 @@ test("an answer that cannot be written is a failure", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = sandbox.sample("shop");
   const before = ["bash", "-c", 'exec "$@" > /dev/full', "bash"];
-  for (const line of [["info", deck], ["info", deck, "--json"], ["connection", deck, "list", "--json"], ["connection", deck, "test", "001"], ["--version"]]) {
+  for (const line of [
+    ["info", deck],
+    ["info", deck, "--json"],
+    ["connection", deck, "list", "--json"],
+    ["connection", deck, "test", "001"],
+    ["--version"],
+  ]) {
     await t.test(line.join(" ").replace(deck, "DECK"), () => {
       const { code, error } = sandbox.runWith({ before }, ...line);
       assert.equal(code, 1);
@@ -84,10 +102,22 @@ test("the debug log is written when the setting Debug says so", (t) => {
   const log = sandbox.done("log", "--debug", "--path").trim();
   assert.equal(log, sandbox.path("program/lumenfold.dbg"));
   for (const off of ["", "False", "nonsense"]) {
-    sandbox.runWith({ environment: { LUMENFOLD_INFO_DEBUG: off } }, "fill", deck, "-o", sandbox.path("filled.pptx"));
+    sandbox.runWith(
+      { environment: { LUMENFOLD_INFO_DEBUG: off } },
+      "fill",
+      deck,
+      "-o",
+      sandbox.path("filled.pptx"),
+    );
     assert.ok(!existsSync(log), `Debug=${off}`);
   }
-  sandbox.runWith({ environment: { LUMENFOLD_INFO_DEBUG: "True" } }, "fill", deck, "-o", sandbox.path("filled.pptx"));
+  sandbox.runWith(
+    { environment: { LUMENFOLD_INFO_DEBUG: "True" } },
+    "fill",
+    deck,
+    "-o",
+    sandbox.path("filled.pptx"),
+  );
   const lines = readFileSync(log, "utf8").split("\r\n");
   assert.match(lines[0], /^\S+ \S+( [AP]M)?\.\d{3} Event +OnConnection$/);
   assert.ok(lines.some((line) => /Information +Open text connection .*shop\/prices\.txt$/.test(line)));

@@ -30,7 +30,9 @@ test("a filled copy holds values as text, whatever they look like", (t) => {
   const values = [`<script>alert("1")</script> & 'co'`, "שלום 🏴‍☠️ مرحبا e\u0301", "  two  blanks  "];
   const deck = makeValueDeck(sandbox, ...values);
   sandbox.done("fill", deck, "-o", sandbox.path("filled.pptx"));
-  const texts = ["p1 Item", "p2 Item", "p3 Item"].map((shape) => textInFile(sandbox.path("filled.pptx"), 1, shape));
+  const texts = ["p1 Item", "p2 Item", "p3 Item"].map((shape) =>
+    textInFile(sandbox.path("filled.pptx"), 1, shape),
+  );
   assert.deepEqual(texts, values);
   assert.deepEqual(parts(sandbox.path("filled.pptx")), parts(deck));
 });
@@ -39,7 +41,11 @@ test("saving the same twice gives the same bytes, and other parts stay as they c
   const sandbox = new Sandbox(t);
   const deck = sandbox.sample("departures");
   const master = readPart(deck, "ppt/slideMasters/slideMaster1.xml");
-  for (const line of [["display", deck, 3], ["slide", deck, 1, "--hide-when-no-data", "on"], ["connection", deck, "set", "001", "--header"]]) {
+  for (const line of [
+    ["display", deck, 3],
+    ["slide", deck, 1, "--hide-when-no-data", "on"],
+    ["connection", deck, "set", "001", "--header"],
+  ]) {
     sandbox.done(...line);
     const once = digest(deck);
     sandbox.done(...line);
@@ -123,7 +129,12 @@ test("a save that is killed midway leaves the old file", (t) => {
   const deck = makeValueDeck(sandbox, "a");
   const before = digest(deck);
   // Without the trap, the signal at the limit ends the program in the midst of writing.
-  const killed = sandbox.runWith({ before: ["bash", "-c", 'ulimit -c 0 -f 64; exec "$@"', "bash"] }, "display", deck, 2);
+  const killed = sandbox.runWith(
+    { before: ["bash", "-c", 'ulimit -c 0 -f 64; exec "$@"', "bash"] },
+    "display",
+    deck,
+    2,
+  );
   assert.equal(killed.signal, "SIGXFSZ");
   assert.equal(digest(deck), before);
   sandbox.done("display", deck, 2);

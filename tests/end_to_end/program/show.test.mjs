@@ -50,7 +50,10 @@ describe("a show", { concurrency: 4 }, () => {
       const files = readdirSync(dirname(deck));
       const show = await sandbox.show(deck);
       const { slides } = await show.state();
-      assert.ok(slides.every(({ shapes }) => shapes.some(({ text }) => text.trim())), name);
+      assert.ok(
+        slides.every(({ shapes }) => shapes.some(({ text }) => text.trim())),
+        name,
+      );
       await show.command("next");
       assert.deepEqual(await show.stop(), { code: 0, signal: null }, show.error);
       assert.equal(digest(deck), before, name);
@@ -78,8 +81,31 @@ describe("a show", { concurrency: 4 }, () => {
     const sandbox = new Sandbox(t);
     const deck = makeValueDeck(sandbox, "standing");
     sandbox.write("shop/ticks.txt", "0\n");
-    sandbox.done("connection", deck, "add", "--type", "text", "--description", "Ticks", "--file", "ticks.txt");
-    sandbox.done("link", deck, "--slide", 1, "--shape", "p7 Item", "--connection", "002", "--column", "Column1", "--row", 1);
+    sandbox.done(
+      "connection",
+      deck,
+      "add",
+      "--type",
+      "text",
+      "--description",
+      "Ticks",
+      "--file",
+      "ticks.txt",
+    );
+    sandbox.done(
+      "link",
+      deck,
+      "--slide",
+      1,
+      "--shape",
+      "p7 Item",
+      "--connection",
+      "002",
+      "--column",
+      "Column1",
+      "--row",
+      1,
+    );
     const show = await sandbox.show(deck);
     // Each change of this other source that is shown proves that a tick has passed.
     let ticks = 0;
@@ -94,7 +120,10 @@ describe("a show", { concurrency: 4 }, () => {
       await passTicks(3);
       assert.equal(await show.text(1, "p1 Item"), round === 1 ? "standing" : "back 1");
       assert.equal(sandbox.errorLog().length, round, sandbox.errorLog().join("\n"));
-      assert.match(sandbox.errorLog().at(-1), /^\S+ \S+( [AP]M)?\.\d{3} Error requerying file Values[^]*values\.txt/);
+      assert.match(
+        sandbox.errorLog().at(-1),
+        /^\S+ \S+( [AP]M)?\.\d{3} Error requerying file Values[^]*values\.txt/,
+      );
       setValues(sandbox, `back ${round}`);
       await isShown(show, 1, "p1 Item", `back ${round}`);
     }
@@ -132,7 +161,11 @@ describe("a show", { concurrency: 4 }, () => {
       await isShown(show, 1, "p1 Item", `good ${i}`);
     }
     sandbox.write("shop/values.txt", [["Other"], ["column"]]);
-    await until("the line in the log", () => sandbox.errorLog().some((line) => line.includes("column Value of row 1")), refresh);
+    await until(
+      "the line in the log",
+      () => sandbox.errorLog().some((line) => line.includes("column Value of row 1")),
+      refresh,
+    );
     assert.equal(await show.text(1, "p1 Item"), "good 4");
     setValues(sandbox, "good 5");
     await isShown(show, 1, "p1 Item", "good 5");
@@ -157,14 +190,18 @@ describe("a show", { concurrency: 4 }, () => {
     assert.deepEqual(await show.stop(), { code: 0, signal: null });
     // What a show opens at its beginning is there by the time that this one's is.
     await (await sandbox.show(deck, "--open")).stop();
-    const opened = await until("the screen to be opened", () => existsSync(sandbox.path("opened")) && readFileSync(sandbox.path("opened"), "utf8"));
+    const opened = await until(
+      "the screen to be opened",
+      () => existsSync(sandbox.path("opened")) && readFileSync(sandbox.path("opened"), "utf8"),
+    );
     assert.match(opened, /^http:\S+\n$/);
   });
 
   it("a deck in a folder that is write-protected is shown", async (t) => {
     const sandbox = new Sandbox(t);
     const deck = makeValueDeck(sandbox, "a");
-    for (const folder of ["state", "shop"]) chmodSync(sandbox.path(folder), folder === "state" ? 0o777 : 0o555);
+    for (const folder of ["state", "shop"])
+      chmodSync(sandbox.path(folder), folder === "state" ? 0o777 : 0o555);
     sandbox.before = asNobody;
     const show = await sandbox.show(deck);
     setValues(sandbox, "b");

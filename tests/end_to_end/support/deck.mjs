@@ -56,7 +56,9 @@ export function setTimings(deck, milliseconds) {
 
 export function renameShape(deck, slide, from, to) {
   const escaped = to.replace(/&/g, "&amp;").replace(/</g, "&lt;").replace(/"/g, "&quot;");
-  editPart(deck, `ppt/slides/slide${slide}.xml`, (xml) => xml.replace(`name="${from}"`, () => `name="${escaped}"`));
+  editPart(deck, `ppt/slides/slide${slide}.xml`, (xml) =>
+    xml.replace(`name="${from}"`, () => `name="${escaped}"`),
+  );
 }
 
 // The id of a shape's element on a screen.
@@ -72,7 +74,9 @@ export function textInFile(deck, slide, shape) {
   return body
     .split("</a:p>")
     .slice(0, -1)
-    .map((paragraph) => [...paragraph.matchAll(/<a:t(?: [^>]*)?>([^<]*)<\/a:t>/g)].map((match) => match[1]).join(""))
+    .map((paragraph) =>
+      [...paragraph.matchAll(/<a:t(?: [^>]*)?>([^<]*)<\/a:t>/g)].map((match) => match[1]).join(""),
+    )
     .join("\n")
     .replace(/&#(\d+);/g, (_, code) => String.fromCodePoint(code))
     .replace(/&lt;/g, "<")

@@ -51,7 +51,15 @@ export class Show {
   // {status, headers, text, json} of a request with whatever headers, Host among them.
   ask(method, path, headers = {}) {
     return new Promise((resolve, reject) => {
-      const options = { host: "127.0.0.1", port: this.port, method, path, headers, agent: false, timeout: 10000 };
+      const options = {
+        host: "127.0.0.1",
+        port: this.port,
+        method,
+        path,
+        headers,
+        agent: false,
+        timeout: 10000,
+      };
       const asked = request(options, (response) => {
         let text = "";
         response.setEncoding("utf8").on("data", (more) => (text += more));
