@@ -36,13 +36,17 @@ function builtProgram() {
 export class Sandbox {
   // `t` is the context of the test that uses the sandbox; it is removed when the test ends.
   constructor(t) {
+    const built = builtProgram();
+    // A command line that runs shows.
+    this.before = [];
+    this.shows = [];
     this.folder = mkdtempSync(join(tmpdir(), "lumenfold-test-"));
     chmodSync(this.folder, 0o755);
     t.after(() => this.remove());
     // The program writes its logs into its own folder, which tests must not share.
     mkdirSync(this.path("program"));
     this.program = this.path("program/lumenfold");
-    copyFileSync(builtProgram(), this.program, constants.COPYFILE_FICLONE);
+    copyFileSync(built, this.program, constants.COPYFILE_FICLONE);
     for (const folder of ["home", "config", "state", "tmp", "bin"]) mkdirSync(this.path(folder));
     // What the program has opened for its user is noted only.
     this.write("bin/xdg-open", `#!/bin/sh\necho "$1" >> '${this.path("opened")}'\n`);
@@ -56,9 +60,6 @@ export class Sandbox {
       LC_ALL: "C.UTF-8",
       TZ: "UTC",
     };
-    // A command line that runs shows.
-    this.before = [];
-    this.shows = [];
   }
 
   async remove() {
