@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -19,7 +20,7 @@ SignificantDigits::SignificantDigits(double magnitude) {
   constexpr double Few = 1e4;
   constexpr double FirstTooLong = 1e15;
   if (const double scaled = magnitude * Few; scaled < FirstTooLong) {
-    const auto whole = static_cast<std::int64_t>(scaled + 0.5);
+    const std::int64_t whole = std::llround(scaled);
     if (static_cast<double>(whole) / Few == magnitude) {
       take(whole);
       shift(-FewDecimals);
