@@ -219,6 +219,7 @@ void test(const ConnectionOptions& options) {
     return;
   }
   for (auto& row : rows) std::transform(row.begin(), row.end(), row.begin(), oneLine);
+  std::transform(columns.begin(), columns.end(), columns.begin(), oneLine);
   printTable(std::cout, columns, rows);
   std::cout << static_cast<std::int64_t>(count) << " rows, " << columns.size() << " columns, read in "
             << static_cast<std::int64_t>(took.count() + 0.5) << " ms\n";

@@ -1,7 +1,7 @@
 // The verbs that change a deck: link, unlink, slide, display, fill.
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -10,7 +10,7 @@
 #include "app/Commands.h"
 #include "app/Environment.h"
 #include "app/Failure.h"
-#include "basic/Conversion.h"
+#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "deck/Presentation.h"
 #include "model/clsPresentation.h"
@@ -76,16 +76,32 @@ struct LinkOptions {
   std::int32_t slide = 0;
   std::string shape;
   std::string column;
-  double row = 0;
+  std::optional<std::int32_t> row;
   std::string connection;
   std::optional<std::string> clock;
 };
 
+/// Element 0 is empty; none at all when the source cannot be read now.
+std::vector<std::string> columnsOf(const LF2000::clsConnection& connection) {
+  if (connection.RecordsetReady()) return connection.Columns();
+  // Loading stops at the first source that fails; this may be one behind it.
+  try {
+    LF2000::clsConnection own;
+    own.ActivePresentationName(connection.ActivePresentationName());
+    own.TagString(connection.TagString());
+    own.OpenConnection();
+    own.OpenRecordset();
+    return own.RecordsetReady() ? own.Columns() : std::vector<std::string>();
+  } catch (const basic::Error&) {
+    return {};
+  }
+}
+
 void requireColumn(const deck::Presentation& deck, const LF2000::clsConnection& connection,
                    const std::string& column) {
   // A source that is not there today says nothing about its columns.
-  if (!connection.RecordsetReady()) return;
-  const std::vector<std::string> columns = connection.Columns();
+  const std::vector<std::string> columns = columnsOf(connection);
+  if (columns.empty()) return;
   std::string names;
   for (std::size_t i = 1; i < columns.size(); ++i) {
     if (basic::EqualsIgnoreCase(columns[i], column)) return;
@@ -96,12 +112,12 @@ void requireColumn(const deck::Presentation& deck, const LF2000::clsConnection& 
 }
 
 void link(const LinkOptions& options) {
-  if (!options.clock) {
-    if (options.connection.empty() || options.column.empty()) {
-      throw UsageError("link: give either --clock FORMAT or --connection, --column and --row.");
-    }
-    if (options.row < 1) throw UsageError("link: --row counts from 1.");
+  const bool isField = !options.connection.empty() || !options.column.empty() || options.row;
+  if (options.clock ? isField || options.clock->empty()
+                    : options.connection.empty() || options.column.empty() || !options.row) {
+    throw UsageError("link: give either --clock FORMAT or --connection, --column and --row.");
   }
+  if (options.row && *options.row < 1) throw UsageError("link: --row counts from 1.");
   Editing editing(options.deck);
   const auto shape = shapeOf(*editing.deck, options.slide, options.shape);
   if (!shape->HasTextFrame()) {
@@ -123,7 +139,7 @@ void link(const LinkOptions& options) {
     target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::DataField));
     target.NewConnectionTagNumber(options.connection);
     target.NewColumnName(options.column);
-    target.NewRow(options.row);
+    target.NewRow(*options.row);
   }
   editing.becomeLinked();
   target.SetShapeTags();
@@ -206,7 +222,7 @@ void addLinkCommand(CLI::App& program, Environment&) {
 void addUnlinkCommand(CLI::App& program, Environment&) {
   struct UnlinkOptions {
     std::string deck;
-    std::int32_t slide = 0;
+    std::optional<std::int32_t> slide;
     std::string shape;
     bool all = false;
   };
@@ -217,7 +233,8 @@ void addUnlinkCommand(CLI::App& program, Environment&) {
   verb->add_option("--shape", options->shape, "Name of the shape");
   verb->add_flag("--all", options->all, "All links, connections and settings of the deck");
   verb->callback([options] {
-    if (options->all == !options->shape.empty()) {
+    const bool isShape = options->slide && !options->shape.empty();
+    if (options->all ? options->slide || !options->shape.empty() : !isShape) {
       throw UsageError("unlink: give either --all, or --slide and --shape.");
     }
     Editing editing(options->deck);
@@ -227,9 +244,9 @@ void addUnlinkCommand(CLI::App& program, Environment&) {
       editing.host.unload();
     } else {
       LF2000::clsShape target;
-      target.ShapeItem(shapeOf(*editing.deck, options->slide, options->shape));
+      target.ShapeItem(shapeOf(*editing.deck, *options->slide, options->shape));
       if (!target.LumenfoldEnabled()) {
-        fail(options->deck + ": shape '" + options->shape + "' on slide " + std::to_string(options->slide) +
+        fail(options->deck + ": shape '" + options->shape + "' on slide " + std::to_string(*options->slide) +
              " is not linked.");
       }
       target.RemoveLumenfold();
@@ -285,6 +302,11 @@ void addFillCommand(CLI::App& program, Environment& environment) {
   verb->add_option("DECK", options->deck, "The deck")->required();
   verb->add_option("-o,--output", options->out, "The filled copy")->required();
   verb->callback([options, &environment] {
+    std::error_code notThere;
+    if (std::filesystem::equivalent(options->deck, options->out, notThere)) {
+      fail(options->out + ": this is the deck " + options->deck +
+           " itself; write the filled copy under another name.");
+    }
     AddInHost host;
     const auto deck = host.open(options->deck);
     if (environment.errorsShown() > 0) {

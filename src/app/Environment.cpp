@@ -1,5 +1,7 @@
 #include "app/Environment.h"
 
+#include <unistd.h>
+
 #include "basic/Locale.h"
 #include "platform/UserLocale.h"
 
@@ -21,11 +23,14 @@ Environment::Environment() {
   host::Use(services);
 }
 
+bool Environment::isAttended() { return ::isatty(STDIN_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0; }
+
 Environment::~Environment() { host::Use({}); }
 
 host::MsgBoxResult Environment::CountingMessageBox::MsgBox(std::string_view text, std::int32_t style,
                                                            std::string_view title) {
   ++errorsShown_;
+  lastShown_ = text;
   return box_.MsgBox(text, style, title);
 }
 

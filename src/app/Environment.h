@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "ado/Factory.h"
 #include "host/services.h"
 #include "platform/EventLoop.h"
@@ -27,17 +29,24 @@ class Environment {
   [[nodiscard]] platform::Shell& shell() { return shell_; }
   /// How many errors the system has told the user so far.
   [[nodiscard]] int errorsShown() const { return messageBox_.errorsShown(); }
+  /// The text of the last of them.
+  [[nodiscard]] const std::string& lastShown() const { return messageBox_.lastShown(); }
 
  private:
+  /// Whether somebody sits at a terminal.
+  [[nodiscard]] static bool isAttended();
+
   class CountingMessageBox final : public host::MessageBox {
    public:
     explicit CountingMessageBox(host::Loop& loop) : box_(loop) {}
     host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
     [[nodiscard]] int errorsShown() const { return errorsShown_; }
+    [[nodiscard]] const std::string& lastShown() const { return lastShown_; }
 
    private:
     platform::MessageBox box_;
     int errorsShown_ = 0;
+    std::string lastShown_;
   };
 
   platform::EventLoop loop_;
@@ -47,7 +56,7 @@ class Environment {
   platform::Module module_;
   CountingMessageBox messageBox_{loop_};
   platform::ProgressMeter progressMeter_;
-  platform::Shell shell_{settings_};
+  platform::Shell shell_{settings_, isAttended()};
   platform::Registry registry_;
   ado::Factory ado_;
 };

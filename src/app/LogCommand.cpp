@@ -3,10 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <fstream>
 #include <iostream>
+#include <string>
 
 #include "addin/modDebug.h"
 #include "addin/modErrors.h"
 #include "app/Commands.h"
+#include "platform/Console.h"
 
 namespace app {
 
@@ -28,8 +30,11 @@ void addLogCommand(CLI::App& program, Environment&) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
       std::cout << "(nothing was logged yet)\n";
-    } else if (file.peek() != std::ifstream::traits_type::eof()) {
-      std::cout << file.rdbuf();
+      return;
+    }
+    for (std::string line; std::getline(file, line);) {
+      if (line.ends_with('\r')) line.pop_back();
+      std::cout << platform::forTerminal(line) << '\n';
     }
   });
 }

@@ -4,21 +4,14 @@
 #include <ostream>
 
 #include "basic/Strings.h"
+#include "platform/Console.h"
 
 namespace app {
 
 std::string oneLine(const std::string& text) {
   constexpr std::size_t LongestText = 60;
-  std::string line;
-  for (const char c : text) {
-    if (c == '\r' || c == '\n' || c == '\v') {
-      line += "\u21B5";
-    } else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
-      line += "\u00B7";
-    } else {
-      line += c;
-    }
-  }
+  const std::string line =
+      basic::Replace(platform::forTerminal(basic::Replace(text, "\v", "\n")), "\n", "\u21B5");
   if (basic::Len(line) > LongestText) return std::string(basic::Left(line, LongestText - 1)) + "\u2026";
   return line;
 }

@@ -12,6 +12,7 @@ namespace platform {
 bool Shell::ShellExecute(std::string_view, std::string_view file, std::int32_t) {
   try {
     const bool isAddress = file.find("://") != std::string_view::npos;
+    if (!isAddress && !opensFiles_) return false;
     std::string argument = isAddress ? std::string(file) : paths_.translate(file);
     if (argument.starts_with('-')) argument.insert(0, "./");  // not an option
     return startDetached("xdg-open", argument);

@@ -8,10 +8,12 @@ namespace platform {
 /// The desktop, as far as there is one.
 class Shell final : public host::Shell {
  public:
-  explicit Shell(const Settings& settings) : paths_(settings) {}
+  /// `opensFiles`: whether somebody is there to read a file that opens.
+  Shell(const Settings& settings, bool opensFiles) : paths_(settings), opensFiles_(opensFiles) {}
 
   /// Opens a file or an address with xdg-open, which goes on by itself; false
-  /// where that is not installed. The verb is always "open".
+  /// where that is not installed, and for a file that nobody would read: no
+  /// window may come up over an unattended screen. The verb is always "open".
   bool ShellExecute(std::string_view verb, std::string_view file, std::int32_t showCommand) override;
   /// There is no viewer for compiled help here: 0.
   std::int64_t HtmlHelp(std::int64_t ownerWindow, std::string_view file, std::uint32_t command,
@@ -23,6 +25,7 @@ class Shell final : public host::Shell {
 
  private:
   PathRules paths_;
+  bool opensFiles_;
 };
 
 }  // namespace platform

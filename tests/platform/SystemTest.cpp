@@ -37,7 +37,7 @@ TEST_F(SystemTest, ModuleNamesItself) {
 
 TEST_F(SystemTest, ShellStartsWhatThePathHas) {
   const Settings settings(folder_ + "/settings.ini");
-  Shell shell(settings);
+  Shell shell(settings, /*opensFiles=*/true);
   setVariable("PATH", folder_.c_str());
   EXPECT_FALSE(shell.ShellExecute("open", "/tmp/x", 5)) << "nothing to start it with";
 
@@ -57,6 +57,7 @@ TEST_F(SystemTest, ShellStartsWhatThePathHas) {
   EXPECT_EQ(argumentFor("/tmp\\errors.txt"), "/tmp/errors.txt");
   EXPECT_EQ(argumentFor("--help"), "./--help");
   EXPECT_FALSE(shell.ShellExecute("open", "C:\\nowhere.txt", 5));
+  EXPECT_FALSE(Shell(settings, /*opensFiles=*/false).ShellExecute("open", "/tmp/errors.txt", 5));
 }
 
 TEST_F(SystemTest, HasNoRegistry) {

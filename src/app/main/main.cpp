@@ -1,4 +1,8 @@
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstring>
 #include <exception>
 #include <iostream>
 
@@ -7,6 +11,7 @@
 #include "app/Failure.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "platform/Console.h"
 
 namespace {
 
@@ -14,8 +19,32 @@ constexpr int Failed = 1;
 constexpr int Usage = 2;
 
 int complain(const std::string& text, int exitCode) {
-  std::cerr << "lumenfold: " << basic::Replace(text, "\r\n", " ") << '\n';
+  std::cerr << "lumenfold: " << platform::forTerminal(basic::Replace(text, "\r\n", " ")) << '\n';
   return exitCode;
+}
+
+int complainOfUsage(const std::string& text) { return complain(text + "\nTry 'lumenfold --help'.", Usage); }
+
+/// An answer that did not get through is no success.
+int finishOutput() {
+  std::cout.flush();
+  if (std::cout) return 0;
+  // The stream keeps no reason; asking once more gives it.
+  if (::write(STDOUT_FILENO, "\n", 1) == 1) errno = EIO;
+  return complain(
+      std::string("the answer cannot be written to standard output: ") + std::strerror(errno) + ".", Failed);
+}
+
+/// What the parser says, with the word that it stumbled over.
+std::string explain(const CLI::App& program, const CLI::ParseError& error) {
+  for (const CLI::App* verb : program.get_subcommands()) {
+    if (const auto rest = verb->remaining(); !rest.empty() && error.get_name() == "RequiredError") {
+      return verb->get_name() + " has no action '" + rest.front() + "'";
+    }
+  }
+  const auto rest = program.remaining();
+  if (!rest.empty() && error.get_name() == "RequiredError") return "there is no verb '" + rest.front() + "'";
+  return error.what();
 }
 
 int run(int argc, char** argv) {
@@ -40,13 +69,17 @@ int run(int argc, char** argv) {
 
   try {
     program.parse(argc, argv);
-    return 0;
+    return finishOutput();
   } catch (const CLI::Success& help) {
-    return program.exit(help);
+    program.exit(help);
+    return finishOutput();
   } catch (const CLI::ParseError& error) {
-    return complain(std::string(error.what()) + "\nTry 'lumenfold --help'.", Usage);
+    return complainOfUsage(explain(program, error));
   } catch (const app::UsageError& error) {
-    return complain(std::string(error.what()) + "\nTry 'lumenfold --help'.", Usage);
+    return complainOfUsage(error.what());
+  } catch (const basic::Error& error) {
+    // What a message box has told already is not told again.
+    return error.description == environment.lastShown() ? Failed : complain(error.description, Failed);
   }
 }
 
