@@ -67,14 +67,14 @@ PartStream Archive::open(const std::string& part) const {
 std::string Archive::read(const std::string& part) const {
   PartStream stream = open(part);
   std::string content;
-  for (std::size_t block = 64U << 10U; content.size() <= MaximumPartSize; block *= 2) {
+  for (std::size_t block = 64U << 10U;; block *= 2) {
     const std::size_t before = content.size();
     content.resize(before + block);
     const std::size_t got = stream.read(content.data() + before, block);
     content.resize(before + got);
+    if (content.size() > MaximumPartSize) failIn(part, "has more than 64 MB, which no such part needs");
     if (got < block) return content;
   }
-  failIn(part, "has more than 64 MB, which no such part needs");
 }
 
 void Archive::failIn(std::string_view part, std::string_view reason) const {

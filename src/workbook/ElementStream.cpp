@@ -154,7 +154,7 @@ bool ElementStream::parseBlock() {
     }
     if (cut != None) break;
     if (partEnded_) failAt(buffer_.size(), "the part ends in the middle");
-    if (size > MaximumItemSize) archive_.failIn(part_, "has an element of more than 64 MB");
+    if (size >= MaximumItemSize) archive_.failIn(part_, "has an element of more than 64 MB");
   }
 
   const std::string_view block = std::string_view(buffer_).substr(0, cut);

@@ -1,0 +1,197 @@
+// Files that are no workbooks, or broken ones, are refused with the reason.
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "workbook/Describe.h"
+#include "workbook/Reading.h"
+
+namespace workbook::test {
+namespace {
+
+/// A compound file that has one entry of this name.
+std::string compoundFile(const std::string& entry) {
+  std::string bytes = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
+  bytes.resize(1024);
+  for (std::size_t i = 0; i < entry.size(); ++i) bytes[512 + 2 * i] = entry[i];
+  return bytes;
+}
+
+std::string bookWith(const std::string& part, const std::string& content, std::uint32_t claimedSize = 0) {
+  BookBuilder book;
+  book.rows = R"(<row><c t="s"><v>0</v></c></row>)";
+  book.strings = "<si><t>fine</t></si>";
+  book.parts = {{.name = part, .content = content, .claimedSize = claimedSize}};
+  return book.bytes();
+}
+
+std::string sheetWith(const std::string& rows) {
+  return bookWith("xl/worksheets/sheet1.xml", "<worksheet><sheetData>" + rows + "</sheetData></worksheet>");
+}
+
+struct Case {
+  const char* name;
+  std::string bytes;
+  const char* error;
+};
+
+class BadBooks : public ::testing::TestWithParam<Case> {};
+
+TEST_P(BadBooks, AreRefusedWithTheReason) {
+  const TemporaryFolder folder;
+  const std::string path = folder.write("book.xlsx", GetParam().bytes);
+  const std::string error = errorOf([&] { Desk().texts(path, "Sheet1", "A1:B2"); });
+  EXPECT_THAT(error, ::testing::StartsWith("workbook '" + path + "'"));
+  EXPECT_THAT(error, ::testing::HasSubstr(GetParam().error));
+}
+
+std::string presentation() {
+  return deck::test::zipOf(
+      {{"_rels/.rels", R"(<R><R Id="1" Type="x/officeDocument" Target="ppt/presentation.xml"/></R>)"},
+       {"ppt/presentation.xml", "<p:presentation/>"}});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    NoWorkbooks, BadBooks,
+    ::testing::Values(
+        Case{"empty", "", "cannot be opened: it is empty"},
+        Case{"text", "Name;Price\n", "cannot be opened: it is no workbook of the formats xlsx, xlsm"},
+        Case{"encrypted", compoundFile("EncryptedPackage"),
+             "it is encrypted. Remove its password and save it again."},
+        Case{"old", compoundFile("Workbook"), "it is in the binary format of Excel 97 to 2003"},
+        Case{"compound", compoundFile("WordDocument"), "it is no workbook"},
+        Case{"zip", deck::test::zipOf({{"readme.txt", "hello"}}), "it is a ZIP archive, but no workbook"},
+        Case{"presentation", presentation(), "it is a presentation, no workbook"},
+        Case{"opendocument", deck::test::zipOf({{"mimetype", "x", false}}), "it is an OpenDocument file"},
+        Case{"truncated", bookWith("a", std::string(5000, 'a')).substr(0, 700),
+             "its ZIP archive is damaged or not complete"}),
+    [](const auto& test) { return test.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    BrokenParts, BadBooks,
+    ::testing::Values(
+        Case{"workbookXml", bookWith("xl/workbook.xml", "<workbook>\n<sheets></workbook>"),
+             "part 'xl/workbook.xml' is no proper XML in line 2"},
+        Case{"entities", bookWith("xl/workbook.xml", "<!DOCTYPE a [<!ENTITY b 'c'>]><workbook/>"),
+             "part 'xl/workbook.xml' is no proper XML in line 1, column 1: a workbook may have no document "
+             "type"},
+        Case{"entitiesInSheet",
+             bookWith("xl/worksheets/sheet1.xml", "<!DOCTYPE a><worksheet><sheetData/></worksheet>"),
+             "a workbook may have no document type declaration"},
+        Case{"noSheet",
+             bookWith("xl/workbook.xml", R"(<workbook><sheets><sheet name="Ä1"/></sheets></workbook>)"),
+             "has no sheet named 'Sheet1'. Its worksheets: 'Ä1'"},
+        Case{
+            "twoSheets",
+            bookWith("xl/workbook.xml",
+                     R"(<workbook><sheets><sheet name="sheet1"/><sheet name="SHEET1"/></sheets></workbook>)"),
+            "has several sheets named 'Sheet1'"},
+        Case{"sheetNowhere",
+             bookWith("xl/workbook.xml", R"(<workbook><sheets><sheet name="Sheet1"/></sheets></workbook>)"),
+             "does not say where its sheet 'Sheet1' is"},
+        Case{"sheetMissing",
+             bookWith("xl/_rels/workbook.xml.rels",
+                      R"(<R><R Id="rId1" Type="/worksheet" Target="../no.xml"/></R>)"),
+             "part 'no.xml' is missing"},
+        Case{"noData", bookWith("xl/worksheets/sheet1.xml", "<worksheet>\n</worksheet>"),
+             "line 2, column 13: there is no element sheetData"},
+        Case{"midSheet",
+             bookWith("xl/worksheets/sheet1.xml", "<worksheet><sheetData>\n<row><c/></row>\n<row><c>"),
+             "part 'xl/worksheets/sheet1.xml' is no proper XML in line 3, column 9: the part ends in the "
+             "middle"},
+        Case{"nested", sheetWith("<row><c></row></c>"), "no proper XML in line 1"},
+        Case{"notUtf8", sheetWith("<row><c t='str'><v>\xE4</v></c></row>"), "is not all UTF-8"},
+        Case{"nul", sheetWith(std::string("<row>\0</row>", 12)), "column 28: a NUL character"},
+        Case{"utf16", bookWith("xl/worksheets/sheet1.xml", "\xFF\xFE<\0"), "is in UTF-16"},
+        Case{"rowTwice", sheetWith(R"(<row r="1"/><row r="1"/>)"), "has a row '1' after row 1"},
+        Case{"rowBeyond", sheetWith(R"(<row r="1048577"/>)"), "has a row '1048577' after row 0"},
+        Case{"cellBeyond", sheetWith(R"(<row><c r="XFE1"/></row>)"), "has a cell 'XFE1' in row 1"},
+        Case{"strings", bookWith("xl/sharedStrings.xml", "<sst>\n<si><t></si></sst>"),
+             "part 'xl/sharedStrings.xml' is no proper XML in line 2"},
+        Case{"styles", bookWith("xl/styles.xml", "<styleSheet>"), "part 'xl/styles.xml' is no proper XML"}),
+    [](const auto& test) { return test.param.name; });
+
+TEST(BadBook, MadeToBeHugeIsRefused) {
+  const std::string blanks(std::size_t{70} << 20U, ' ');
+  const struct {
+    std::string bytes;
+    const char* error;
+  } cases[] = {
+      {bookWith("xl/workbook.xml", "<workbook>" + blanks), "has more than 64 MB"},
+      {bookWith("xl/worksheets/sheet1.xml", "<worksheet>" + blanks), "has more than 4 MB before its data"},
+      {sheetWith("<row>" + blanks), "has an element of more than 64 MB"}};
+  const TemporaryFolder folder;
+  for (const auto& c : cases) {
+    const std::string path = folder.write("book.xlsx", c.bytes);
+    EXPECT_THAT(errorOf([&] { Desk().texts(path, "Sheet1", "A1"); }), ::testing::HasSubstr(c.error));
+  }
+}
+
+TEST(BadBook, CanLieDeep) {
+  // Elements nested so deep that recursion over them would not end well.
+  std::string deep;
+  for (int i = 0; i < 2'000'000; ++i) deep += "<a>";
+  const TemporaryFolder folder;
+  const std::string path = folder.write("book.xlsx", sheetWith("<row>" + deep));
+  EXPECT_THAT(errorOf([&] { Desk().texts(path, "Sheet1", "A1"); }), ::testing::HasSubstr("no proper XML"));
+}
+
+TEST(BadBook, OrNoneAtAll) {
+  const TemporaryFolder folder;
+  const std::string path = folder.path().string();
+  EXPECT_EQ(errorOf([&] { Desk().open(path + "/none.xlsx"); }),
+            "workbook '" + path + "/none.xlsx' cannot be opened: there is no such file");
+  EXPECT_EQ(errorOf([&] { Desk().open(path); }), "workbook '" + path + "' cannot be opened: it is a folder");
+  IdleLoop loop;
+  EXPECT_THAT(errorOf([&] { describe(path + "/none.xlsx", loop); }),
+              ::testing::HasSubstr("there is no such file"));
+}
+
+TEST(BookThatIsBeingSaved, IsReadWhenItIsThere) {
+  BookBuilder book;
+  book.rows = "<row><c><v>1</v></c></row>";
+  const std::string bytes = book.bytes();
+  for (const std::size_t half : {std::size_t{0}, bytes.size() / 2}) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("book.xlsx", bytes.substr(0, half));
+    Desk desk;
+    desk.loop.onEvents = [&] {
+      if (desk.loop.events == 3) static_cast<void>(folder.write("book.xlsx", bytes));
+    };
+    EXPECT_EQ(desk.texts(path, "Sheet1", "A1"), "1");
+    EXPECT_GE(desk.loop.events, 3);
+  }
+}
+
+TEST(BookThatIsBeingSaved, StaysReadableWhereItWasOpened) {
+  BookBuilder book;
+  book.rows = "<row><c><v>1</v></c></row>";
+  const TemporaryFolder folder;
+  const std::string path = folder.write("book.xlsx", book.bytes());
+  Desk desk;
+  const auto opened = desk.open(path);
+  static_cast<void>(folder.write("book.xlsx", "PK"));  // saved in place, just begun
+  EXPECT_EQ(Desk::textsOf(*opened->Sheets()->Item(1)->Range("A1")), "1");
+}
+
+TEST(BookThatIsOpenElsewhere, OpensAllTheSame) {
+  BookBuilder book;
+  book.rows = "<row><c><v>1</v></c></row>";
+  const TemporaryFolder folder;
+  const std::string path = folder.write("book.xlsx", book.bytes());
+  const int other = ::open(path.c_str(), O_RDWR);
+  ASSERT_EQ(::flock(other, LOCK_EX), 0);
+  struct flock all {};
+  all.l_type = F_WRLCK;
+  ASSERT_EQ(::fcntl(other, F_OFD_SETLK, &all), 0);
+  EXPECT_EQ(Desk().texts(path, "Sheet1", "A1"), "1");
+  ::close(other);
+}
+
+}  // namespace
+}  // namespace workbook::test

@@ -1,0 +1,134 @@
+// Workbooks of other formats, by LibreOffice or what stands in for it.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdlib.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <iterator>
+
+#include "workbook/Reading.h"
+
+namespace workbook::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A program in LibreOffice's place: the shell script gets its arguments.
+class StandIn {
+ public:
+  explicit StandIn(const std::string& script) {
+    options.program = folder.write("soffice", "#!/bin/sh\ncd '" + folder.path().string() + "'\n" + script);
+    fs::permissions(options.program, fs::perms::owner_all);
+    BookBuilder book;
+    book.rows = "<row><c><v>1</v></c></row>";
+    static_cast<void>(folder.write("made.xlsx", book.bytes()));
+    source = folder.write("source.xls", "anything");
+  }
+  [[nodiscard]] std::string error() const {
+    return errorOf([&] { Desk(options).open(source); });
+  }
+
+  TemporaryFolder folder;
+  std::string source;
+  Converter::Options options;
+};
+
+// Its arguments end with: --outdir OUT INPUT.
+constexpr const char* Converts = R"(echo x >> runs
+for out; do input="$last"; last="$out"; done
+mkdir -p "$input" && cp made.xlsx "$input/workbook.xlsx"
+)";
+
+int runsOf(const StandIn& program) {
+  const std::string runs = program.folder.read("runs");
+  return static_cast<int>(std::count(runs.begin(), runs.end(), 'x'));
+}
+
+/// Where temporary files go while it lives.
+class TemporaryFiles {
+ public:
+  TemporaryFiles() { ::setenv("TMPDIR", folder_.path().c_str(), 1); }
+  ~TemporaryFiles() { ::unsetenv("TMPDIR"); }
+  TemporaryFiles(const TemporaryFiles&) = delete;
+  TemporaryFiles& operator=(const TemporaryFiles&) = delete;
+  [[nodiscard]] std::ptrdiff_t count() const {
+    return std::distance(fs::recursive_directory_iterator(folder_.path()), {});
+  }
+
+ private:
+  TemporaryFolder folder_;
+};
+
+TEST(Conversion, IsDoneOnceWhileTheSourceStays) {
+  const StandIn program(Converts);
+  const TemporaryFiles temporary;
+  {
+    Desk desk(program.options);
+    EXPECT_EQ(desk.texts(program.source, "Sheet1", "A1"), "1");
+    EXPECT_GT(desk.loop.events, 0);
+    EXPECT_EQ(desk.texts(program.source, "Sheet1", "A1"), "1");
+    EXPECT_EQ(runsOf(program), 1);
+    static_cast<void>(program.folder.write("source.xls", "changed"));
+    EXPECT_EQ(desk.texts(program.source, "Sheet1", "A1"), "1");
+    EXPECT_EQ(runsOf(program), 2);
+    EXPECT_EQ(temporary.count(), 2) << "a folder with the latest result";
+  }
+  EXPECT_EQ(temporary.count(), 0);
+}
+
+TEST(Conversion, CanBeAskedForWhileOneRuns) {
+  const StandIn program(std::string("sleep 0.05\n") + Converts + "echo \"$1\" >> profiles\n");
+  const std::string other = program.folder.write("other.xls", "anything");
+  Desk desk(program.options);
+  std::string texts;
+  desk.loop.onEvents = [&] {
+    if (desk.loop.events == 1) texts = desk.texts(other, "Sheet1", "A1");
+  };
+  EXPECT_EQ(desk.texts(program.source, "Sheet1", "A1"), "1");
+  EXPECT_EQ(texts, "1");
+  const std::string profiles = program.folder.read("profiles");
+  EXPECT_THAT(profiles,
+              ::testing::AllOf(::testing::HasSubstr("profile1\n"), ::testing::HasSubstr("profile2\n")));
+}
+
+TEST(Conversion, FailsWithTheReason) {
+  const StandIn failing("echo 'Error: source file could not be loaded' >&2\nexit 1\n");
+  EXPECT_EQ(failing.error(),
+            "workbook '" + failing.source +
+                "' cannot be opened: LibreOffice cannot convert it (Error: source file could not be "
+                "loaded). It needs its part Calc (apt install libreoffice-calc)");
+  const StandIn silent("exit 0\n");
+  EXPECT_THAT(silent.error(), ::testing::HasSubstr("LibreOffice cannot convert it. It needs"));
+  StandIn missing("");
+  missing.options.program = "/nonexistent/soffice";
+  EXPECT_EQ(missing.error(),
+            "workbook '" + missing.source +
+                "' cannot be opened: LibreOffice Calc, which reads such workbooks, is not installed "
+                "(apt install libreoffice-calc)");
+}
+
+TEST(Conversion, IsEndedWhenItTakesTooLong) {
+  StandIn slow("sh -c 'sleep 0.4; touch late' & wait\n");
+  slow.options.timeout = std::chrono::milliseconds(100);
+  EXPECT_THAT(slow.error(), ::testing::HasSubstr("LibreOffice did not convert it within 1 s"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(600));
+  EXPECT_FALSE(fs::exists(slow.folder.path() / "late")) << "what it started is killed with it";
+}
+
+TEST(Conversion, ByLibreOfficeShowsTheSame) {
+  if (std::system("soffice --version > /dev/null 2>&1") != 0) GTEST_SKIP() << "LibreOffice is not installed";
+  Desk desk;
+  const auto texts = [&](const char* file) {
+    return desk.texts(std::string(TEST_DATA) + "/" + file, "cities", "Whole");
+  };
+  EXPECT_EQ(texts("libreoffice.ods"), "City|Share|Since/Zürich West|45.7%|03.02.2026/||/||/2|TRUE|08:05");
+  // LibreOffice itself makes a number of the truth value in the old format.
+  EXPECT_EQ(texts("libreoffice.xls"), "City|Share|Since/Zürich West|45.7%|03.02.2026/||/||/2|1|08:05");
+}
+
+}  // namespace
+}  // namespace workbook::test
