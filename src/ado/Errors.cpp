@@ -16,6 +16,7 @@ enum Number : std::int32_t {
   adErrObjectClosed = 3704,
   adErrObjectOpen = 3705,
   adErrInvalidConnection = 3709,
+  adErrStillExecuting = 3711,
 };
 
 /// A value that its field cannot take: DB_E_ERRORSOCCURRED.
@@ -49,6 +50,10 @@ void failNoConnection() {
   fail(adErrInvalidConnection,
        "The connection cannot be used to perform this operation. It is either closed or invalid in this "
        "context.");
+}
+
+void failStillExecuting() {
+  fail(adErrStillExecuting, "Operation cannot be performed while executing asynchronously.");
 }
 
 void failContext() { fail(adErrIllegalOperation, "Operation is not allowed in this context."); }

@@ -13,6 +13,8 @@ namespace ado {
 [[noreturn]] void failClosed();
 [[noreturn]] void failOpen();
 [[noreturn]] void failNoConnection();
+/// What takes its time in the background is not done yet.
+[[noreturn]] void failStillExecuting();
 /// Not in the state that the recordset is in.
 [[noreturn]] void failContext();
 /// Nothing that this recordset can do; `what` says why.

@@ -1,13 +1,18 @@
 #include "ado/Factory.h"
 
+#include <chrono>
+
+#include "ado/Connection.h"
 #include "ado/Recordset.h"
-#include "basic/Error.h"
 
 namespace ado {
 
+Factory::Factory() : ending_(std::make_shared<EndingWorkers>()) {}
+
+Factory::~Factory() { ending_->waitFor(std::chrono::seconds(2)); }
+
 std::shared_ptr<ADODB::Connection> Factory::CreateConnection() {
-  throw basic::Error(basic::AdapterError, "ADODB.Connection",
-                     "Database connections are not available in this build of Lumenfold.");
+  return std::make_shared<Connection>(ending_);
 }
 
 std::shared_ptr<ADODB::Recordset> Factory::CreateRecordset() { return std::make_shared<Recordset>(); }

@@ -1,15 +1,31 @@
 #pragma once
 
+#include <memory>
+
 #include "host/adodb.h"
 
 namespace ado {
 
-/// Makes recordsets in memory. There are no database connections in this
-/// build: asking for one is an error that says so.
+class EndingWorkers;
+
+/// Makes connections to databases (ado::Connection) and recordsets
+/// (ado::Recordset). Both are used on the thread of the loop alone.
+///
+/// The factory may go before what it made. Destroying it waits up to two seconds
+/// for connections that were closed and are not gone yet, so that the program
+/// does not end under a working driver.
 class Factory final : public ADODB::Factory {
  public:
+  Factory();
+  ~Factory() override;
+  Factory(const Factory&) = delete;
+  Factory& operator=(const Factory&) = delete;
+
   [[nodiscard]] std::shared_ptr<ADODB::Connection> CreateConnection() override;
   [[nodiscard]] std::shared_ptr<ADODB::Recordset> CreateRecordset() override;
+
+ private:
+  std::shared_ptr<EndingWorkers> ending_;
 };
 
 }  // namespace ado

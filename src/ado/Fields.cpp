@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 #include "ado/Errors.h"
@@ -10,6 +11,11 @@
 #include "basic/Strings.h"
 
 namespace ado {
+namespace {
+
+constexpr std::size_t AnySize = std::numeric_limits<std::size_t>::max();
+
+}  // namespace
 
 basic::Variant Field::Value() const { return recordset_.value(index_); }
 
@@ -65,6 +71,18 @@ void Fields::Append(std::string_view name, ADODB::DataType type, std::int32_t de
 void Fields::add(std::string_view name, std::size_t definedSize) {
   if (!byName_.emplace(name, fields_.size()).second) failDuplicateField(name);
   fields_.push_back(std::make_unique<Field>(recordset_, fields_.size(), std::string(name), definedSize));
+}
+
+void Fields::assign(const std::vector<std::string>& names) {
+  const bool same =
+      std::equal(names.begin(), names.end(), fields_.begin(), fields_.end(),
+                 [](const std::string& name, const auto& field) { return name == field->Name(); });
+  if (same) return;
+  clear();
+  for (const std::string& name : names) {
+    byName_.emplace(name, fields_.size());
+    fields_.push_back(std::make_unique<Field>(recordset_, fields_.size(), name, AnySize));
+  }
 }
 
 void Fields::clear() {

@@ -44,6 +44,9 @@ class Fields final : public ADODB::Fields {
 
   /// A field whatever the state of the recordset.
   void add(std::string_view name, std::size_t definedSize);
+  /// As the fields that a query has: of those with one name the first is found
+  /// by it. Where the names are as before, the fields stay.
+  void assign(const std::vector<std::string>& names);
   void clear();
 
  private:

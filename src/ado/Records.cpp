@@ -14,34 +14,38 @@ basic::Variant fieldOf(const host::TextTable& table, std::size_t record, std::si
 
 }  // namespace
 
+std::size_t Records::count() const {
+  if (const auto* values = std::get_if<Values>(&kept_)) return values->size();
+  if (const auto* table = std::get_if<host::TextTable>(&kept_)) return table->rowCount();
+  return std::get<ResultTable>(kept_).rowCount();
+}
+
 basic::Variant Records::value(std::size_t record, std::size_t field) const {
-  return table_ ? fieldOf(*table_, record, field) : records_[record][field];
+  if (const auto* values = std::get_if<Values>(&kept_)) return (*values)[record][field];
+  if (const auto* table = std::get_if<host::TextTable>(&kept_)) return fieldOf(*table, record, field);
+  return std::get<ResultTable>(kept_).value(record, field);
 }
 
-void Records::append(Record record) {
-  makeValues();
-  records_.push_back(std::move(record));
-}
+void Records::append(Record record) { values().push_back(std::move(record)); }
 
-void Records::replace(std::size_t index, Record record) {
-  makeValues();
-  records_[index] = std::move(record);
-}
+void Records::replace(std::size_t index, Record record) { values()[index] = std::move(record); }
 
 void Records::erase(std::size_t index) {
-  makeValues();
-  records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(index));
+  Values& all = values();
+  all.erase(all.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
-void Records::makeValues() {
-  if (!table_) return;
-  const std::size_t fields = table_->columns().size();
-  records_.resize(table_->rowCount());
-  for (std::size_t i = 0; i < records_.size(); ++i) {
-    records_[i].reserve(fields);
-    for (std::size_t field = 0; field < fields; ++field) records_[i].push_back(fieldOf(*table_, i, field));
+Records::Values& Records::values() {
+  if (auto* values = std::get_if<Values>(&kept_)) return *values;
+  const auto* const text = std::get_if<host::TextTable>(&kept_);
+  const std::size_t fields =
+      text != nullptr ? text->columns().size() : std::get<ResultTable>(kept_).columns().size();
+  Values all(count());
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    all[i].reserve(fields);
+    for (std::size_t field = 0; field < fields; ++field) all[i].push_back(value(i, field));
   }
-  table_.reset();
+  return kept_.emplace<Values>(std::move(all));
 }
 
 }  // namespace ado

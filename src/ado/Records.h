@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
+#include <variant>
 #include <vector>
 
+#include "ado/ResultTable.h"
 #include "basic/Variant.h"
 #include "host/text_table.h"
 
@@ -11,14 +12,16 @@ namespace ado {
 
 using Record = std::vector<basic::Variant>;
 
-/// The records behind a recordset: those of a table of text where they lie,
-/// until the first change makes records of values of them. Counted from 0.
+/// The records behind a recordset: those of a table of text or of a query's
+/// result where they lie, until the first change makes records of values of
+/// them. Counted from 0.
 class Records {
  public:
   Records() = default;
-  explicit Records(host::TextTable table) : table_(std::move(table)) {}
+  explicit Records(host::TextTable table) : kept_(std::move(table)) {}
+  explicit Records(ResultTable table) : kept_(std::move(table)) {}
 
-  [[nodiscard]] std::size_t count() const { return table_ ? table_->rowCount() : records_.size(); }
+  [[nodiscard]] std::size_t count() const;
   [[nodiscard]] basic::Variant value(std::size_t record, std::size_t field) const;
 
   void append(Record record);
@@ -26,10 +29,11 @@ class Records {
   void erase(std::size_t index);
 
  private:
-  void makeValues();
+  using Values = std::vector<Record>;
+  /// As values, which can be changed.
+  [[nodiscard]] Values& values();
 
-  std::optional<host::TextTable> table_;
-  std::vector<Record> records_;
+  std::variant<Values, host::TextTable, ResultTable> kept_;
 };
 
 }  // namespace ado

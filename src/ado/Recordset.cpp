@@ -3,7 +3,9 @@
 #include <limits>
 #include <utility>
 
+#include "ado/Connection.h"
 #include "ado/Errors.h"
+#include "ado/Query.h"
 
 namespace ado {
 
@@ -11,18 +13,29 @@ void Recordset::CursorLocation(ADODB::CursorLocation) { requireClosed(); }
 void Recordset::CursorType(ADODB::CursorType) { requireClosed(); }
 void Recordset::LockType(ADODB::LockType) { requireClosed(); }
 
+Recordset::~Recordset() { breakOff("The recordset was destroyed."); }
+
 void Recordset::ActiveConnection(const std::shared_ptr<ADODB::Connection>& connection) {
-  if (connection != nullptr) failNoConnection();
+  if (query_ && !query_->finished()) failStillExecuting();
+  auto ours = std::dynamic_pointer_cast<Connection>(connection);
+  if (connection && !ours) failNoConnection();
+  connection_ = std::move(ours);
 }
 
-void Recordset::Open(std::string_view, ADODB::CursorType, ADODB::LockType, std::int32_t) {
+void Recordset::Open(std::string_view source, ADODB::CursorType, ADODB::LockType, std::int32_t options) {
   requireClosed();
-  failNoConnection();
+  if (!connection_) failNoConnection();
+  const bool isTable = options != ADODB::adOptionUnspecified && (options & ADODB::adCmdTableDirect) != 0;
+  source_ = Source{std::string(source), isTable ? Source::Kind::Table : Source::Kind::Either};
+  requerying_ = false;
+  startReading();
 }
 
 void Recordset::Open() {
   requireClosed();
   if (fields_.Count() == 0) failNoConnection();
+  source_.reset();
+  failure_.reset();
   records_ = Records();
   cursor_ = Cursor();
   open_ = true;
@@ -30,6 +43,8 @@ void Recordset::Open() {
 
 void Recordset::Open(host::TextTable table) {
   requireClosed();
+  source_.reset();
+  failure_.reset();
   fields_.clear();
   for (const std::string& column : table.columns())
     fields_.add(column, std::numeric_limits<std::size_t>::max());
@@ -39,19 +54,67 @@ void Recordset::Open(host::TextTable table) {
 }
 
 void Recordset::Requery(std::int32_t) {
-  requireOpen();
-  failNotSupported("a recordset in memory has no source to query again");
+  if (!source_) {
+    requireOpen();
+    failNotSupported("a recordset in memory has no source to query again");
+  }
+  if (!connection_) failNoConnection();
+  breakOff("The recordset is being queried anew.");
+  requerying_ = true;
+  startReading();
 }
 
 void Recordset::Close() {
-  requireOpen();
+  if (!query_ && !failure_) requireOpen();
   if (edited_) failContext();
+  breakOff("The recordset was closed.");
+  failure_.reset();
+  source_.reset();
   records_ = Records();
   cursor_ = Cursor();
   open_ = false;
 }
 
-std::int32_t Recordset::State() { return open_ ? ADODB::adStateOpen : ADODB::adStateClosed; }
+std::int32_t Recordset::State() {
+  takeRecords();
+  if (query_) return ADODB::adStateFetching;
+  if (failure_) throw *failure_;
+  return open_ ? ADODB::adStateOpen : ADODB::adStateClosed;
+}
+
+void Recordset::startReading() {
+  const std::shared_ptr<Session> session = connection_->openSession();
+  failure_.reset();
+  timeout_ = session->commandTimeout();
+  started_ = std::chrono::steady_clock::now();
+  query_ = session->read(*source_);
+}
+
+void Recordset::breakOff(const std::string& why) {
+  if (query_) Query::abandon(query_, why);
+  query_.reset();
+}
+
+void Recordset::takeRecords() {
+  if (!query_) return;
+  if (!query_->finished()) {
+    if (timeout_.count() == 0 || std::chrono::steady_clock::now() - started_ <= timeout_) return;
+    Query::abandon(query_, "Cannot read '" + source_->text + "': it was not complete within the " +
+                               std::to_string(timeout_.count()) + " seconds of the command time-out.");
+  }
+  const std::shared_ptr<Query> query = std::exchange(query_, nullptr);
+  try {
+    ResultTable table = query->take();
+    fields_.assign(table.columns());
+    records_ = Records(std::move(table));
+  } catch (const basic::Error& error) {
+    if (requerying_) throw;
+    failure_ = error;
+    return;
+  }
+  cursor_ = Cursor(static_cast<std::int64_t>(records_.count()));
+  open_ = true;
+}
 
 std::int64_t Recordset::RecordCount() const {
   requireOpen();
@@ -82,6 +145,7 @@ void Recordset::Move(std::int32_t records) {
 
 void Recordset::AddNew() {
   Update();
+  requireChangeable();
   edited_.emplace(static_cast<std::size_t>(fields_.Count()), basic::Null{});
   adding_ = true;
 }
@@ -101,6 +165,7 @@ void Recordset::Update() {
 
 void Recordset::Delete() {
   requireOpen();
+  requireChangeable();
   if (adding_) failContext();
   records_.erase(currentRecord());
   cursor_.deleted();
@@ -114,6 +179,7 @@ basic::Variant Recordset::value(std::size_t field) const {
 
 void Recordset::setValue(std::size_t field, basic::Variant value) {
   requireOpen();
+  requireChangeable();
   if (!edited_) {
     const std::size_t record = currentRecord();
     Record copy;
@@ -126,11 +192,17 @@ void Recordset::setValue(std::size_t field, basic::Variant value) {
 }
 
 void Recordset::requireOpen() const {
-  if (!open_) failClosed();
+  if (open_) return;
+  if (query_) failStillExecuting();
+  failClosed();
 }
 
 void Recordset::requireClosed() const {
-  if (open_) failOpen();
+  if (open_ || query_) failOpen();
+}
+
+void Recordset::requireChangeable() const {
+  if (source_) failNotSupported("the records of a database can only be read");
 }
 
 std::size_t Recordset::currentRecord() const {

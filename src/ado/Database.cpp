@@ -1,0 +1,165 @@
+#include "ado/Database.h"
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <array>
+#include <utility>
+
+#include "ado/Diagnostics.h"
+#include "ado/Encoding.h"
+#include "ado/ResultReader.h"
+#include "ado/TableName.h"
+#include "basic/Error.h"
+#include "basic/Strings.h"
+
+namespace ado {
+namespace {
+
+SQLCHAR* characters(const std::string& text) {
+  // The interface is older than const; drivers do not write to it.
+  return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.c_str()));
+}
+
+/// A statement of the connection, shown in a slot while it lives.
+class Statement {
+ public:
+  Statement(SQLHDBC connection, StatementSlot& slot) : slot_(slot) {
+    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, connection, &handle_))) {
+      throw basic::Error(basic::AdapterError, "ADODB.Recordset",
+                         diagnosisOf(HandleKind::Connection, connection).words);
+    }
+    slot_.show(handle_);
+  }
+  ~Statement() {
+    slot_.hide();
+    SQLFreeHandle(SQL_HANDLE_STMT, handle_);
+  }
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+
+  [[nodiscard]] SQLHSTMT handle() const { return handle_; }
+  /// Statements that change no row succeed without data.
+  [[nodiscard]] bool execute(const std::string& sql) const {
+    const SQLRETURN result = SQLExecDirect(handle_, characters(sql), SQL_NTS);
+    return SQL_SUCCEEDED(result) || result == SQL_NO_DATA;
+  }
+
+ private:
+  StatementSlot& slot_;
+  SQLHSTMT handle_ = SQL_NULL_HSTMT;
+};
+
+bool saysNoSuchTable(const std::string& state) { return state == "42P01" || state == "42S02"; }
+
+void execute(const Statement& statement, const Source& source, const std::string& quote) {
+  const bool isTable = source.kind == Source::Kind::Table ||
+                       (source.kind == Source::Kind::Either && !isStatement(source.text));
+  const auto select = [](const std::string& table) { return "SELECT * FROM " + table; };
+  if (statement.execute(isTable ? select(quotedTableName(source.text, quote)) : source.text)) return;
+  const Diagnosis diagnosis = diagnosisOf(HandleKind::Statement, statement.handle());
+  // In quotes the case of letters counts, which the author may not have meant.
+  const bool again = isTable && saysNoSuchTable(diagnosis.state) && isPlainName(source.text);
+  if (again && statement.execute(select(source.text))) return;
+  throw basic::Error(basic::AdapterError, "ADODB.Recordset", diagnosis.words);
+}
+
+std::string shortened(const std::string& text) {
+  constexpr std::size_t Longest = 200;
+  const std::string_view start = basic::Left(text, Longest);
+  return start.size() == text.size() ? text : std::string(start) + "...";
+}
+
+}  // namespace
+
+Database::Database(Target target) : target_(std::move(target)) {
+  if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_))) {
+    fail("start the ODBC driver manager", "out of memory");
+  }
+  try {
+    SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_))) {
+      fail("start the ODBC driver manager", diagnosisOf(HandleKind::Environment, environment_).words);
+    }
+    // Not every driver knows it; who waits has a clock of their own.
+    SQLSetConnectAttr(connection_, SQL_ATTR_LOGIN_TIMEOUT,
+                      reinterpret_cast<SQLPOINTER>(target_.connectTimeout.count()), SQL_IS_UINTEGER);
+    if (!SQL_SUCCEEDED(SQLDriverConnect(connection_, nullptr, characters(target_.odbcText), SQL_NTS, nullptr,
+                                        0, nullptr, SQL_DRIVER_NOPROMPT))) {
+      fail("open the connection '" + target_.shown + "'",
+           diagnosisOf(HandleKind::Connection, connection_).words);
+    }
+    connected_ = true;
+    dialect_ = askDialect();
+  } catch (...) {
+    disconnect();
+    throw;
+  }
+}
+
+Database::~Database() { disconnect(); }
+
+void Database::disconnect() noexcept {
+  if (connected_ && !SQL_SUCCEEDED(SQLDisconnect(connection_))) {
+    SQLEndTran(SQL_HANDLE_DBC, connection_, SQL_ROLLBACK);
+    SQLDisconnect(connection_);
+  }
+  if (connection_ != nullptr) SQLFreeHandle(SQL_HANDLE_DBC, connection_);
+  if (environment_ != nullptr) SQLFreeHandle(SQL_HANDLE_ENV, environment_);
+}
+
+ResultTable Database::read(const Source& source, StatementSlot& slot) try {
+  const Statement statement(connection_, slot);
+  // Who stopped it before the statement was shown could not interrupt it.
+  if (slot.stopped()) throw basic::Error(basic::AdapterError, "ADODB.Recordset", "stopped");
+  execute(statement, source, dialect_.quote);
+  return readResult(statement.handle(), dialect_, slot);
+} catch (const basic::Error& error) {
+  fail("read '" + shortened(source.text) + "'", error.description);
+}
+
+ResultTable Database::tables() try {
+  StatementSlot slot;
+  const Statement statement(connection_, slot);
+  std::string types = "TABLE,VIEW";
+  if (!SQL_SUCCEEDED(
+          SQLTables(statement.handle(), nullptr, 0, nullptr, 0, nullptr, 0, characters(types), SQL_NTS))) {
+    throw basic::Error(basic::AdapterError, "ADODB.Connection",
+                       diagnosisOf(HandleKind::Statement, statement.handle()).words);
+  }
+  return readResult(statement.handle(), dialect_, slot);
+} catch (const basic::Error& error) {
+  fail("list the tables of '" + target_.shown + "'", error.description);
+}
+
+void Database::fail(const std::string& what, const std::string& words) const {
+  throw basic::Error(basic::AdapterError, "ADODB.Connection",
+                     withoutSecrets("Cannot " + what + ": " + words + ".", target_.secrets));
+}
+
+std::string Database::infoText(std::uint16_t info) const {
+  std::array<char, 128> text{};
+  SQLSMALLINT length = 0;
+  if (!SQL_SUCCEEDED(
+          SQLGetInfo(connection_, info, text.data(), static_cast<SQLSMALLINT>(text.size()), &length))) {
+    return {};
+  }
+  return text.data();
+}
+
+Dialect Database::askDialect() const {
+  Dialect dialect;
+  dialect.quote = infoText(SQL_IDENTIFIER_QUOTE_CHAR);
+  if (dialect.quote == " ") dialect.quote.clear();
+  const std::string driver = infoText(SQL_DRIVER_NAME);
+  dialect.looseTypes = driver.find("sqlite") != std::string::npos;
+  dialect.trueSizes =
+      driver.find("maodbc") != std::string::npos || driver.find("tdsodbc") != std::string::npos;
+  SQLUINTEGER extensions = 0;
+  SQLGetInfo(connection_, SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
+  constexpr SQLUINTEGER Needed = SQL_GD_BOUND | SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER;
+  dialect.rereads = (extensions & Needed) == Needed;
+  return dialect;
+}
+
+}  // namespace ado

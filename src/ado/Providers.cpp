@@ -1,0 +1,256 @@
+#include "ado/Providers.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <filesystem>
+
+#include "ado/ConnectionString.h"
+#include "ado/Drivers.h"
+#include "basic/Error.h"
+#include "basic/Strings.h"
+
+namespace ado {
+namespace {
+
+[[noreturn]] void fail(const std::string& description) {
+  throw basic::Error(basic::AdapterError, "ADODB.Connection", description);
+}
+
+using Keys = std::initializer_list<std::string_view>;
+
+/// Moves the setting to the key that the driver reads, and erases the others.
+void rename(ConnectionString& string, Keys from, std::string_view to) {
+  const auto value = string.find(from);
+  for (const std::string_view key : from) string.erase(key);
+  if (value) string.set(to, *value);
+}
+
+constexpr std::array<std::string_view, 4> UserKeys = {"User ID", "UID", "User", "Username"};
+constexpr std::array<std::string_view, 2> PasswordKeys = {"Password", "PWD"};
+
+void renameCredentials(ConnectionString& string) {
+  rename(string, {UserKeys[0], UserKeys[1], UserKeys[2], UserKeys[3]}, "UID");
+  rename(string, {PasswordKeys[0], PasswordKeys[1]}, "PWD");
+}
+
+/// Settings of OLE DB itself mean nothing to a driver. Their keys have blanks.
+void eraseOleDbSettings(ConnectionString& string) {
+  std::vector<std::string> gone = {"Provider"};
+  for (const auto& [key, value] : string.settings()) {
+    if (key.find(' ') != std::string::npos) gone.push_back(key);
+  }
+  for (const std::string& key : gone) string.erase(key);
+}
+
+void flattenExtendedProperties(ConnectionString& string) {
+  const auto nested = string.find({"Extended Properties"});
+  if (!nested) return;
+  string.erase("Extended Properties");
+  const ConnectionString properties(*nested);
+  for (const auto& [key, value] : properties.settings()) string.setDefault(key, value);
+}
+
+std::string dataFile(ConnectionString& string, const std::string& provider) {
+  rename(string, {"Data Source", "Database", "DBQ", "DataSource"}, "Database");
+  const std::string file = string.find({"Database"}).value_or("");
+  if (file.empty()) fail("A connection with " + provider + " names its file in \"Data Source\".");
+  std::error_code error;
+  if (file != ":memory:" && !std::filesystem::is_regular_file(file, error)) {
+    fail(
+        "The database file " + file +
+        (std::filesystem::exists(file, error) ? " is not a file." : " does not exist or cannot be reached."));
+  }
+  return file;
+}
+
+void setSqliteDefaults(ConnectionString& string) {
+  string.setDefault("NoCreat", "1");
+  // Rows one by one instead of all at once in the driver's memory.
+  string.setDefault("StepAPI", "1");
+}
+
+void setPostgresDefaults(ConnectionString& string) {
+  string.setDefault("BoolsAsChar", "0");
+  string.setDefault("UseDeclareFetch", "1");
+  string.setDefault("Fetch", "1000");
+}
+
+void setTdsDefaults(ConnectionString& string) {
+  for (const std::string_view key : {"Integrated Security", "Trusted_Connection"}) {
+    const std::string value = basic::UCase(string.find({key}).value_or("NO"));
+    if (value != "NO" && value != "FALSE") {
+      fail("The connection wants to sign in with the Windows account (" + std::string(key) +
+           "). That is not possible here; give User ID and Password of an account of the server.");
+    }
+    string.erase(key);
+  }
+  // "host,port" as the other drivers for this server have it.
+  if (const auto server = string.find({"Server"})) {
+    std::string host = basic::StartsWith(basic::UCase(*server), "TCP:") ? server->substr(4) : *server;
+    if (const std::size_t comma = host.find(','); comma != std::string::npos) {
+      string.set("Port", host.substr(comma + 1));
+      host.resize(comma);
+    }
+    string.set("Server", host == "." || host == "(local)" ? "localhost" : host);
+    if (host.find('\\') == std::string::npos) string.setDefault("Port", "1433");
+  }
+  string.setDefault("ClientCharset", "UTF-8");
+  string.setDefault("TDS_Version", "7.4");
+}
+
+void setDefaults(ConnectionString& string, const KnownDriver* driver) {
+  if (driver == &SqliteDriver) setSqliteDefaults(string);
+  if (driver == &PostgresDriver) setPostgresDefaults(string);
+  if (driver == &MariaDriver) string.setDefault("CHARSET", "utf8mb4");
+  if (driver == &TdsDriver) setTdsDefaults(string);
+}
+
+void translateSqlite(ConnectionString& string, const std::string& provider) {
+  if (dataFile(string, provider).find(';') != std::string::npos) {
+    fail("The driver for SQLite opens no file with a ';' in its name.");
+  }
+}
+
+void translateMdb(ConnectionString& string, const std::string& provider) {
+  const std::string properties = basic::UCase(string.find({"Extended Properties"}).value_or(""));
+  for (const std::string_view kind : {"EXCEL", "TEXT", "DBASE", "HTML"}) {
+    if (!basic::StartsWith(properties, kind)) continue;
+    fail(provider + " serves Access databases here, not \"" + *string.find({"Extended Properties"}) +
+         "\". Text files and worksheets have connections of their own.");
+  }
+  const std::string file = dataFile(string, provider);
+  string = ConnectionString();
+  string.set("DBQ", file);
+}
+
+void translateServer(ConnectionString& string, std::string_view serverKey) {
+  flattenExtendedProperties(string);
+  rename(string, {"Data Source", "Server", "Host", "Address", "Addr", "Servername"}, serverKey);
+  rename(string, {"Initial Catalog", "Database", "Location"}, "Database");
+  renameCredentials(string);
+}
+
+void translateToServer(ConnectionString& string, const std::string&) { translateServer(string, "Server"); }
+void translatePostgres(ConnectionString& string, const std::string&) {
+  translateServer(string, "Servername");
+}
+
+struct Provider {
+  std::string_view prefix;  // of the provider's name, in capitals
+  const KnownDriver& driver;
+  void (*translate)(ConnectionString& string, const std::string& provider);
+};
+
+const std::array<Provider, 11> Providers = {{{"MICROSOFT.JET.OLEDB.", MdbDriver, &translateMdb},
+                                             {"MICROSOFT.ACE.OLEDB.", MdbDriver, &translateMdb},
+                                             {"SQLOLEDB", TdsDriver, &translateToServer},
+                                             {"SQLNCLI", TdsDriver, &translateToServer},
+                                             {"MSOLEDBSQL", TdsDriver, &translateToServer},
+                                             {"POSTGRES", PostgresDriver, &translatePostgres},
+                                             {"PGNP", PostgresDriver, &translatePostgres},
+                                             {"MYSQL", MariaDriver, &translateToServer},
+                                             {"MARIADB", MariaDriver, &translateToServer},
+                                             {"OLEMYSQL", MariaDriver, &translateToServer},
+                                             {"SQLITE", SqliteDriver, &translateSqlite}}};
+
+[[noreturn]] void failUnserved(const std::string& provider) {
+  std::string served;
+  for (const KnownDriver* driver : {&MdbDriver, &TdsDriver, &PostgresDriver, &MariaDriver, &SqliteDriver}) {
+    served += (served.empty() ? "" : ", ") + std::string(driver->database) + " (package " +
+              std::string(driver->package) + ")";
+  }
+  fail("No driver here serves the provider '" + provider + "'. There are drivers for " + served +
+       "; with another ODBC driver write \"Driver={its name};...\".");
+}
+
+void resolveDriver(ConnectionString& string) {
+  const std::string name = *string.find({"Driver"});
+  const KnownDriver* const known = knownDriver(name);
+  std::string registered = registeredDriver(name);
+  if (registered.empty()) {
+    if (known == nullptr) {
+      fail("No ODBC driver is registered as '" + name + "'. These are: " + registeredDriverNames() + ".");
+    }
+    registered = installedDriver(*known, "Driver={" + name + "}");
+  }
+  string.set("Driver", registered);
+  setDefaults(string, known);
+}
+
+void translateMsdasql(ConnectionString& string) {
+  flattenExtendedProperties(string);
+  rename(string, {"Data Source", "DSN"}, "DSN");
+  rename(string, {"Initial Catalog", "Database"}, "Database");
+  renameCredentials(string);
+}
+
+void translateProvider(ConnectionString& string, const std::string& provider) {
+  const std::string name = basic::UCase(provider);
+  const auto* const found = std::find_if(Providers.begin(), Providers.end(), [&name](const Provider& each) {
+    return basic::StartsWith(name, each.prefix);
+  });
+  if (found == Providers.end()) failUnserved(provider);
+  found->translate(string, provider);
+  string.set("Driver", installedDriver(found->driver, "The provider '" + provider + "'"));
+  setDefaults(string, &found->driver);
+}
+
+void translate(ConnectionString& string) {
+  const auto provider = string.find({"Provider"});
+  const bool isOdbc = !provider || basic::StartsWith(basic::UCase(*provider), "MSDASQL");
+  if (!isOdbc) {
+    translateProvider(string, *provider);
+  } else {
+    translateMsdasql(string);
+    if (string.has("Driver")) resolveDriver(string);
+  }
+  if (provider) eraseOleDbSettings(string);
+  if (!string.has("Driver") && !string.has("DSN") && !string.has("FILEDSN")) {
+    fail("The connection string names no Provider, Driver, DSN or FILEDSN.");
+  }
+}
+
+std::chrono::seconds takeSeconds(ConnectionString& string, Keys keys, std::chrono::seconds otherwise) {
+  const auto text = string.find(keys);
+  for (const std::string_view key : keys) string.erase(key);
+  if (!text) return otherwise;
+  int seconds = 0;
+  const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), seconds);
+  if (error != std::errc() || end != text->data() + text->size() || seconds < 0) {
+    fail("The time-out '" + *text + "' of the connection string is no number of seconds.");
+  }
+  return std::chrono::seconds(seconds);
+}
+
+/// The driver manager wants the driver first, and a DSN before what it overrides.
+std::string driverFirst(ConnectionString& string) {
+  std::string front;
+  for (const std::string_view key : {"Driver", "DSN", "FILEDSN"}) {
+    const auto value = string.find({key});
+    if (!value) continue;
+    string.erase(key);
+    front += std::string(key) + "={" + basic::Replace(*value, "}", "}}") + "};";
+  }
+  return front + string.odbcText();
+}
+
+}  // namespace
+
+Target targetOf(std::string_view connectionString, std::string_view user, std::string_view password) {
+  Target target;
+  target.shown = maskedConnectionString(connectionString);
+  ConnectionString string(connectionString);
+  target.secrets = secretsOf(string);
+  if (!password.empty()) target.secrets.emplace_back(password);
+  target.connectTimeout =
+      takeSeconds(string, {"Connect Timeout", "Connection Timeout"}, target.connectTimeout);
+  target.commandTimeout = takeSeconds(string, {"Command Timeout", "General Timeout"}, target.commandTimeout);
+  translate(string);
+  if (!user.empty()) string.set("UID", user);
+  if (!password.empty()) string.set("PWD", password);
+  target.odbcText = driverFirst(string);
+  return target;
+}
+
+}  // namespace ado

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ado {
+
+/// A connection string as the driver manager takes it, and what else it says.
+struct Target {
+  std::string odbcText;
+  /// For messages: the string as its author wrote it, secrets masked.
+  std::string shown;
+  /// What must not stand in any message.
+  std::vector<std::string> secrets;
+  std::chrono::seconds connectTimeout{15};
+  /// Zero is without end.
+  std::chrono::seconds commandTimeout{30};
+};
+
+/// Translates a connection string:
+///
+/// - plain ODBC (Driver=, DSN=, FILEDSN=): a driver by its name here, by a path,
+///   or by its usual name elsewhere ("{SQL Server}");
+/// - Provider=MSDASQL around such a one, also in Extended Properties;
+/// - OLE DB providers, by the ODBC driver that serves their database here:
+///   Microsoft.Jet.OLEDB.*, Microsoft.ACE.OLEDB.*, SQLOLEDB, SQLNCLI*, MSOLEDBSQL*,
+///   PostgreSQL, PGNP, MySQL, MariaDB, SQLite.
+///
+/// User and password, where given, replace those of the string. "Connect
+/// Timeout" and "Command Timeout" (seconds) are taken out of it. What nothing
+/// serves is an error that names provider and package.
+[[nodiscard]] Target targetOf(std::string_view connectionString, std::string_view user = {},
+                              std::string_view password = {});
+
+}  // namespace ado

@@ -1,0 +1,182 @@
+// Opening, closing, and what goes wrong with connections.
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+#include "ado/Catalog.h"
+#include "ado/Recordsets.h"
+#include "ado/databases/Servers.h"
+#include "basic/Strings.h"
+
+namespace ado::test {
+namespace {
+
+using testing::AllOf;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+using Clock = std::chrono::steady_clock;
+
+std::shared_ptr<ADODB::Connection> opening(const std::string& connectionString, const std::string& user = {},
+                                           const std::string& password = {}) {
+  auto connection = Factory().CreateConnection();
+  connection->ConnectionString(connectionString);
+  connection->Open(user, password, ADODB::adOptionUnspecified);
+  return connection;
+}
+
+std::string openingError(const std::string& connectionString, const std::string& password = {}) {
+  return errorOf([&] {
+    const auto connection = opening(connectionString, {}, password);
+    waitWhile(*connection, ADODB::adStateConnecting);
+  });
+}
+
+TEST(Connection, OpensInTheBackgroundAndCloses) {
+  const auto connection = opening(postgres().connectionString());
+  EXPECT_EQ(connection->State(), ADODB::adStateConnecting);
+  EXPECT_EQ(errorOf([&] { connection->ConnectionString("DSN=other"); }),
+            "Operation is not allowed when the object is open.");
+  waitWhile(*connection, ADODB::adStateConnecting);
+  EXPECT_EQ(connection->State(), ADODB::adStateOpen);
+  EXPECT_EQ(connection->ConnectionString(), postgres().connectionString());
+  EXPECT_EQ(connection->ConnectionTimeout(), 15);
+  EXPECT_EQ(connection->CommandTimeout(), 30);
+
+  connection->Close();
+  EXPECT_EQ(connection->State(), ADODB::adStateClosed);
+  EXPECT_EQ(errorOf([&] { connection->Close(); }), "Operation is not allowed when the object is closed.");
+  connection->Open("", "", ADODB::adOptionUnspecified);
+  waitWhile(*connection, ADODB::adStateConnecting);
+  EXPECT_EQ(connection->State(), ADODB::adStateOpen);
+}
+
+TEST(Connection, ThrowsItsFailureUntilItIsOpenedAgain) {
+  std::string wrong = basic::Replace(postgres().connectionString(), "s3;c", "wr0ng;");
+  const auto connection = opening(wrong);
+  const auto failure = errorOf([&] { waitWhile(*connection, ADODB::adStateConnecting); });
+  EXPECT_THAT(failure,
+              AllOf(HasSubstr("SQLSTATE 08001"), HasSubstr("password authentication failed"),
+                    HasSubstr("Provider=PostgreSQL"), HasSubstr("Password=***"), Not(HasSubstr("wr0ng"))));
+  EXPECT_EQ(errorOf([&] { (void)connection->State(); }), failure);
+
+  connection->ConnectionString(postgres().connectionString());
+  connection->Open("lumen", PostgresPassword, ADODB::adOptionUnspecified);
+  waitWhile(*connection, ADODB::adStateConnecting);
+  EXPECT_EQ(connection->State(), ADODB::adStateOpen);
+}
+
+TEST(Connection, TakesThePasswordOfOpenAndNeverShowsIt) {
+  const std::string bare = basic::Split(postgres().connectionString(), ';')[0] + ";" +
+                           basic::Split(postgres().connectionString(), ';')[1] + ";Database=postgres;";
+  const auto connection = opening(bare + "UID=nobody-at-all", "lumen", PostgresPassword);
+  waitWhile(*connection, ADODB::adStateConnecting);
+  EXPECT_EQ(connection->State(), ADODB::adStateOpen);
+  // The driver's own words quote the name that the secret is given as here.
+  EXPECT_THAT(openingError(bare + "UID=hush-hush", "hush-hush"),
+              AllOf(HasSubstr("failed for user \"***\""), HasSubstr("SQLSTATE")));
+}
+
+TEST(Connection, NamesWhatIsNotThere) {
+  EXPECT_THAT(openingError("Provider=SQLite;Data Source=/nowhere/stock.db"),
+              AllOf(HasSubstr("/nowhere/stock.db"), HasSubstr("does not exist")));
+  EXPECT_THAT(openingError("DSN=NoSuchSource"), HasSubstr("SQLSTATE IM002"));
+  EXPECT_THAT(openingError("Provider=PostgreSQL;Server=/nowhere;Database=x;UID=y"),
+              AllOf(HasSubstr("SQLSTATE 08001"), HasSubstr("/nowhere")));
+  EXPECT_THAT(openingError("Driver=/nowhere/libmine.so;x=y"), HasSubstr("/nowhere/libmine.so"));
+}
+
+TEST(Connection, IsAbandonedWhileItIsBusyWithoutWaiting) {
+  const auto recordset = Factory().CreateRecordset();
+  auto connection = postgres().connected();
+  recordset->ActiveConnection(connection);
+  recordset->Open("SELECT pg_sleep(20), 'abandoned' AS mark", ADODB::adOpenUnspecified,
+                  ADODB::adLockUnspecified, 16);
+  const auto isRunning = [] {
+    return value(*postgres().opened("SELECT count(*)::text AS n FROM pg_stat_activity WHERE query LIKE "
+                                    "'%''abandoned''%' AND state = 'active' AND query NOT LIKE '%activity%'"),
+                 "n");
+  };
+  while (isRunning() == "0") std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  EXPECT_EQ(recordset->State(), ADODB::adStateFetching);
+
+  const auto start = Clock::now();
+  connection->Close();
+  EXPECT_THAT(errorOf([&] { (void)recordset->State(); }), HasSubstr("The connection was closed"));
+  recordset->Close();
+  EXPECT_EQ(recordset->State(), ADODB::adStateClosed);
+  // The server has been told, too.
+  while (isRunning() != "0") std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST(Connection, FactoryWaitsForWorkersThatEnd) {
+  const auto connections = [] {
+    return value(*postgres().opened(
+                     "SELECT count(*)::text AS n FROM pg_stat_activity WHERE application_name = 'ending'"),
+                 "n");
+  };
+  {
+    Factory factory;
+    const auto connection = factory.CreateConnection();
+    connection->ConnectionString(postgres().connectionString() +
+                                 ";ConnSettings={SET application_name TO ending}");
+    connection->Open("", "", -1);
+    waitWhile(*connection, ADODB::adStateConnecting);
+    EXPECT_EQ(connections(), "1");
+    connection->Close();
+  }
+  EXPECT_EQ(connections(), "0");
+}
+
+TEST(Connection, SurvivesTheServer) {
+  ProcessServer& server = postgresProcess();
+  server.execute("DROP TABLE IF EXISTS Survivor");
+  server.execute("CREATE TABLE Survivor (Name text)");
+  server.execute("INSERT INTO Survivor VALUES ('before')");
+  const auto recordset = server.opened("SELECT * FROM Survivor");
+  const auto connection = server.connected();
+  recordset->ActiveConnection(connection);
+
+  server.stop();
+  recordset->Requery(-1);
+  EXPECT_THAT(errorOf([&] { waitWhile(*recordset, ADODB::adStateFetching); }), HasSubstr("SQLSTATE"));
+  EXPECT_EQ(recordset->State(), ADODB::adStateOpen);
+  EXPECT_EQ(value(*recordset, "Name"), "before");
+  EXPECT_THAT(openingError(server.connectionString()), HasSubstr("SQLSTATE 08001"));
+
+  server.start();
+  server.execute("UPDATE Survivor SET Name = 'after'");
+  connection->Close();
+  recordset->ActiveConnection(server.connected());
+  recordset->Requery(-1);
+  waitWhile(*recordset, ADODB::adStateFetching);
+  EXPECT_EQ(value(*recordset, "name"), "after");
+}
+
+class Catalog : public testing::TestWithParam<TestServer& (*)()> {};
+INSTANTIATE_TEST_SUITE_P(Servers, Catalog, testing::Values(&sqlite, &postgres, &maria));
+
+TEST_P(Catalog, ListsTablesAndViews) {
+  const TestServer& server = GetParam()();
+  server.execute("DROP VIEW IF EXISTS cheap");
+  server.execute("DROP TABLE IF EXISTS " + server.quoted("Stock list"));
+  server.execute("CREATE TABLE " + server.quoted("Stock list") + " (x integer)");
+  server.execute("CREATE VIEW cheap AS SELECT x FROM " + server.quoted("Stock list"));
+  std::vector<std::string> found;
+  for (const TableInfo& table : listTables(server.connectionString())) {
+    if (table.name == "Stock list" || table.name == "cheap") {
+      found.push_back(table.type + " " + table.name + (table.schema == "public" ? " public" : ""));
+    }
+  }
+  const std::string schema = &server == &postgres() ? " public" : "";
+  EXPECT_THAT(found, testing::UnorderedElementsAre("TABLE Stock list" + schema, "VIEW cheap" + schema));
+  EXPECT_THAT(errorOf([] { (void)listTables("Provider=SQLite;Data Source=/nowhere.db"); }),
+              HasSubstr("/nowhere.db"));
+}
+
+}  // namespace
+}  // namespace ado::test
