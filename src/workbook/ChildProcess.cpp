@@ -34,11 +34,16 @@ class Attributes {
  public:
   Attributes() {
     posix_spawnattr_init(&attributes_);
-    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
+    posix_spawnattr_setflags(&attributes_,
+                             POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     posix_spawnattr_setpgroup(&attributes_, 0);
     sigset_t none;
     sigemptyset(&none);
     posix_spawnattr_setsigmask(&attributes_, &none);
+    // Servers ignore it, other programs rely on it.
+    sigset_t pipe = none;
+    sigaddset(&pipe, SIGPIPE);
+    posix_spawnattr_setsigdefault(&attributes_, &pipe);
   }
   ~Attributes() { posix_spawnattr_destroy(&attributes_); }
   Attributes(const Attributes&) = delete;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "basic/Strings.h"
 #include "workbook/Xml.h"
 
 namespace workbook {
@@ -77,9 +76,7 @@ bool ElementStream::fill(std::size_t size) {
 void ElementStream::findContainer(std::string_view container) {
   std::size_t at = 0;
   fill(BlockSize);
-  if (buffer_.starts_with("\xFF\xFE") || buffer_.starts_with("\xFE\xFF")) {
-    archive_.failIn(part_, "is in UTF-16; only UTF-8 can be read");
-  }
+  if (xml::isUtf16(buffer_)) failAt(0, "it is in UTF-16, not in UTF-8");
   while (true) {
     at = buffer_.find('<', at);
     const std::size_t end = at == None ? None : endOfMarkup(buffer_, at);
@@ -100,6 +97,8 @@ void ElementStream::findContainer(std::string_view container) {
     if (local == "dimension") dimensionTag_ = tag;
     at = end;
     if (local != container) continue;
+    if (const auto fault = xml::findFault(std::string_view(buffer_).substr(0, end)))
+      failAt(fault->offset, fault->reason);
     prefix_ = name.substr(0, name.size() - local.size());
     containerEnded_ = tag.ends_with("/>");
     parsed_ = end;
@@ -158,8 +157,7 @@ bool ElementStream::parseBlock() {
   }
 
   const std::string_view block = std::string_view(buffer_).substr(0, cut);
-  if (!basic::IsValidUtf8(block)) failAt(0, "what follows is not all UTF-8");
-  if (const std::size_t nul = block.find('\0'); nul != None) failAt(nul, "a NUL character");
+  if (const auto fault = xml::findFault(block)) failAt(fault->offset, fault->reason);
   parsed_ = cut;
   if (cut == 0) return true;
   const pugi::xml_parse_result result =

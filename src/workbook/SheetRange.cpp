@@ -33,7 +33,6 @@ std::uint32_t SheetRange::lastColumnWithData() const {
   firstColumn.lastColumn = firstColumn.firstColumn;
   SheetReader reader(*book_, book_->sheets()[target_.sheet], firstColumn);
   std::uint32_t last = target_.area.firstColumn;
-  if (const auto declared = reader.declared()) last = std::max(last, declared->lastColumn);
   for (Pump pump(loop_); reader.next(); pump()) last = std::max(last, reader.lastFilled());
   return last;
 }

@@ -13,8 +13,8 @@ namespace workbook {
 /// range goes, and lets the loop run now and then meanwhile.
 ///
 /// A range down to a sheet's last row ends with the last row that has a value
-/// (but has its first row), one to the last column with the last column that the
-/// sheet declares or that the range's rows fill.
+/// (but has its first row), one to the last column with the last column that has
+/// a value in its rows (but has its first column).
 class SheetRange final : public Excel::Range {
  public:
   SheetRange(std::shared_ptr<Book> book, Book::Target target, host::Loop& loop)

@@ -4,7 +4,40 @@
 #include <charconv>
 #include <vector>
 
+#include "basic/Strings.h"
+
 namespace workbook::xml {
+namespace {
+
+/// Whether a numeric reference, the text behind its "&#", names a character that
+/// there can be. What is no reference at all stays as it is.
+bool namesCharacter(std::string_view text) {
+  const int base = text.starts_with('x') ? 16 : 10;
+  if (base == 16) text.remove_prefix(1);
+  std::uint32_t point = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), point, base);
+  if (error == std::errc::result_out_of_range) return false;
+  if (error != std::errc() || end == text.data() + text.size() || *end != ';') return true;
+  return point != 0 && point <= 0x10FFFF && (point < 0xD800 || point > 0xDFFF);
+}
+
+}  // namespace
+
+bool isUtf16(std::string_view text) { return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"); }
+
+std::optional<Fault> findFault(std::string_view text) {
+  if (isUtf16(text)) return Fault{0, "it is in UTF-16, not in UTF-8"};
+  if (!basic::IsValidUtf8(text)) return Fault{0, "what follows is not all UTF-8"};
+  if (const std::size_t nul = text.find('\0'); nul != std::string_view::npos)
+    return Fault{nul, "a NUL character"};
+  for (std::size_t at = 0; (at = text.find('&', at)) != std::string_view::npos; ++at) {
+    const std::string_view reference = text.substr(at);
+    if (reference.starts_with("&#") && !namesCharacter(reference.substr(2))) {
+      return Fault{at, "a reference to no character"};
+    }
+  }
+  return std::nullopt;
+}
 
 void failAt(const Archive& archive, const std::string& part, std::uint64_t offset, std::string_view reason) {
   PartStream stream = archive.open(part);
@@ -26,9 +59,10 @@ void failAt(const Archive& archive, const std::string& part, std::uint64_t offse
 
 std::unique_ptr<pugi::xml_document> parse(const Archive& archive, const std::string& part) {
   const std::string text = archive.read(part);
+  if (const auto fault = findFault(text)) failAt(archive, part, fault->offset, fault->reason);
   auto document = std::make_unique<pugi::xml_document>();
-  const pugi::xml_parse_result result =
-      document->load_buffer(text.data(), text.size(), pugi::parse_default | pugi::parse_doctype);
+  const pugi::xml_parse_result result = document->load_buffer(
+      text.data(), text.size(), pugi::parse_default | pugi::parse_doctype, pugi::encoding_utf8);
   if (!result) failAt(archive, part, static_cast<std::uint64_t>(result.offset), result.description());
   for (pugi::xml_node node : document->children()) {
     if (node.type() == pugi::node_doctype) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -10,6 +11,16 @@
 #include "workbook/Archive.h"
 
 namespace workbook::xml {
+
+/// What makes bytes no text that may be parsed: the library accepts some that
+/// would become text that is no UTF-8.
+struct Fault {
+  std::size_t offset = 0;
+  const char* reason = "";
+};
+std::optional<Fault> findFault(std::string_view text);
+/// By its byte-order mark.
+bool isUtf16(std::string_view text);
 
 /// Parses a small part. Throws basic::Error with the part, line and column; a
 /// document type declaration is refused.
