@@ -1,0 +1,66 @@
+#include <benchmark/benchmark.h>
+#include <sys/resource.h>
+
+#include <chrono>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "SqliteDatabase.h"
+#include "ado/Factory.h"
+
+namespace {
+
+template <typename Object>
+void waitUntilOpen(Object& object) {
+  while (object.State() != ADODB::adStateOpen) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
+const bench::SqliteDatabase& database(std::int64_t rows) {
+  static std::unique_ptr<bench::SqliteDatabase> kept;
+  static std::int64_t keptRows = 0;
+  if (keptRows != rows) {
+    kept = std::make_unique<bench::SqliteDatabase>(rows);
+    keptRows = rows;
+  }
+  return *kept;
+}
+
+void bareLoop(benchmark::State& state) {
+  const bench::SqliteDatabase& file = database(state.range(0));
+  for (auto _ : state) benchmark::DoNotOptimize(file.bareLoop());
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void openRecordset(benchmark::State& state) {
+  const bench::SqliteDatabase& file = database(state.range(0));
+  for (auto _ : state) {
+    ado::Factory factory;
+    const auto connection = factory.CreateConnection();
+    connection->ConnectionString("Provider=SQLite;Data Source=" + file.file());
+    connection->Open("", "", ADODB::adOptionUnspecified);
+    waitUntilOpen(*connection);
+    const auto recordset = factory.CreateRecordset();
+    recordset->ActiveConnection(connection);
+    recordset->Open(bench::SqliteDatabase::Query, ADODB::adOpenUnspecified, ADODB::adLockUnspecified,
+                    ADODB::adAsyncExecute);
+    waitUntilOpen(*recordset);
+    recordset->ActiveConnection(nullptr);
+    connection->Close();
+    if (recordset->RecordCount() != state.range(0)) throw std::runtime_error("records are missing");
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+  rusage usage{};
+  ::getrusage(RUSAGE_SELF, &usage);
+  state.counters["peakMB"] = static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+constexpr std::int64_t Small = 100'000;
+constexpr std::int64_t Large = 1'000'000;
+BENCHMARK(bareLoop)->Arg(Small)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(openRecordset)->Arg(Small)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(bareLoop)->Arg(Large)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(openRecordset)->Arg(Large)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+}  // namespace
