@@ -170,7 +170,11 @@ std::vector<std::string> secretsOf(const ConnectionString& string) {
   for (const auto& [key, value] : string.settings()) {
     if (isSecret(key) && !value.empty()) secrets.push_back(value);
     if (!basic::EqualsIgnoreCase(key, Nested)) continue;
-    for (std::string& secret : secretsOf(ConnectionString(value))) secrets.push_back(std::move(secret));
+    try {
+      for (std::string& secret : secretsOf(ConnectionString(value))) secrets.push_back(std::move(secret));
+    } catch (const basic::Error&) {
+      // "Excel 8.0;..." is no list of settings, and goes to no driver.
+    }
   }
   return secrets;
 }

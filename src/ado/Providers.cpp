@@ -113,10 +113,10 @@ void translateSqlite(ConnectionString& string, const std::string& provider) {
 }
 
 void translateMdb(ConnectionString& string, const std::string& provider) {
-  const std::string properties = basic::UCase(string.find({"Extended Properties"}).value_or(""));
+  const std::string properties = string.find({"Extended Properties"}).value_or("");
   for (const std::string_view kind : {"EXCEL", "TEXT", "DBASE", "HTML"}) {
-    if (!basic::StartsWith(properties, kind)) continue;
-    fail(provider + " serves Access databases here, not \"" + *string.find({"Extended Properties"}) +
+    if (!basic::StartsWith(basic::UCase(properties), kind)) continue;
+    fail(provider + " serves Access databases here, not \"" + properties.substr(0, properties.find(';')) +
          "\". Text files and worksheets have connections of their own.");
   }
   const std::string file = dataFile(string, provider);

@@ -1,0 +1,187 @@
+#include "ado/ConnectionString.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "ado/Providers.h"
+#include "ado/Recordsets.h"
+#include "ado/TableName.h"
+
+namespace ado::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+std::string parsed(const std::string& text) {
+  const ConnectionString string(text);
+  std::string all;
+  for (const auto& [key, value] : string.settings()) all += "<" + key + "|" + value + ">";
+  return all;
+}
+
+TEST(ConnectionString, IsReadByTheRulesOfQuoting) {
+  struct Case {
+    const char* text;
+    const char* parsed;
+  };
+  for (const auto& [text, expected] : std::vector<Case>{
+           {"", ""},
+           {" ;; ", ""},
+           {"A=1;B=2", "<A|1><B|2>"},
+           {" User ID = sa ; Password = ;", "<User ID|sa><Password|>"},
+           {"PWD={a;b}}c=\"'};X=1", "<PWD|a;b}c=\"'><X|1>"},
+           {"Password=\"a;b\"\"c\"", "<Password|a;b\"c>"},
+           {"Password='it''s' ; X=1", "<Password|it's><X|1>"},
+           {"Data Source=C:\\it's here.mdb", "<Data Source|C:\\it's here.mdb>"},
+           {"a==b=c=d", "<a=b|c=d>"},
+           {"PWD= {}", "<PWD|>"},
+           {"Extended Properties=\"Excel 8.0;HDR=YES\"", "<Extended Properties|Excel 8.0;HDR=YES>"},
+       }) {
+    EXPECT_EQ(parsed(text), expected) << text;
+  }
+  for (const char* bad : {"Password=s3;cret", "PWD={s3cret", "PWD=\"s3cret", "PWD={s3}cret", "s3cret"}) {
+    EXPECT_THAT(errorOf([&] { (void)parsed(bad); }),
+                AllOf(StartsWith("The connection string cannot be read"), Not(HasSubstr("cret"))))
+        << bad;
+  }
+}
+
+TEST(ConnectionString, IsWrittenSoThatItIsReadAgain) {
+  for (const std::string value : {"", "plain", " blank ", "a;b", "}", "{", "{}", "a}};b=\"'", "\"quoted\""}) {
+    ConnectionString string;
+    string.set("PWD", value);
+    string.set("X", "1");
+    EXPECT_EQ(parsed(string.odbcText()), "<PWD|" + value + "><X|1>");
+  }
+}
+
+TEST(ConnectionString, IsShownWithoutSecrets) {
+  for (const char* text :
+       {"DSN=x;PWD=s3cret", "DSN=x;pwd={s3;cret}", "Provider=P;Password=\"s3cret\";X=1",
+        "Jet OLEDB:Database Password=s3cret", "Provider=MSDASQL;Extended Properties=\"DSN=x;PWD=s3cret\"",
+        "PWD=s3cret\";X=1", "PWD={s3cret;X=1", "AccessToken=s3cret", "Password=s3;cret"}) {
+    EXPECT_THAT(maskedConnectionString(text),
+                AllOf(HasSubstr("***"), Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
+  }
+  EXPECT_EQ(maskedConnectionString("Provider=SQLite; Data Source=a b.db;Password=x"),
+            "Provider=SQLite;Data Source=a b.db;Password=***");
+}
+
+TEST(Providers, AreServedByTheDriversHere) {
+  struct Case {
+    const char* text;
+    std::vector<std::string> parts;
+  };
+  for (const auto& [text, parts] : std::vector<Case>{
+           {"Provider=SQLite;Data Source=:memory:",
+            {"Driver={SQLite3};", "Database=:memory:;", "NoCreat=1;"}},
+           {"Provider=PostgreSQL OLE DB Provider;Data Source=db1;location=shop;User "
+            "ID=me;Password=a;timeout=5",
+            {"Driver={PostgreSQL Unicode};", "Servername=db1;", "Database=shop;", "UID=me;", "PWD=a;"}},
+           {"Provider=PGNP.1;Data Source=db1;Initial Catalog=shop;Extended "
+            "Properties=\"PORT=5433;SSLMODE=require\"",
+            {"Servername=db1;", "Database=shop;", "PORT=5433;", "SSLMODE=require;"}},
+           {"Provider=MySQL;Server=db1;Database=shop;User=me;Password=a",
+            {"Driver={MariaDB Unicode};", "Server=db1;", "Database=shop;", "UID=me;", "PWD=a;"}},
+           {"Provider=SQLOLEDB.1;Persist Security Info=False;Data Source=db1,1444;Initial Catalog=shop;User "
+            "ID=sa;Password={x;y}",
+            {"Driver={FreeTDS};", "Server=db1;", "Port=1444;", "Database=shop;", "UID=sa;", "PWD={x;y};",
+             "ClientCharset=UTF-8;"}},
+           {"Provider=MSOLEDBSQL19;Server=tcp:db1;Database=shop;UID=sa;PWD=a", {"Server=db1;", "Port=1433;"}},
+           {"Provider=SQLNCLI11;Server=db1\\EXPRESS;Database=shop;UID=sa;PWD=a", {"Server=db1\\EXPRESS;"}},
+           {"Driver={SQL Server};Server=(local);Database=shop;Uid=sa;Pwd=a",
+            {"Driver={FreeTDS};", "Server=localhost;", "UID=sa;"}},
+           {"driver={ODBC Driver 17 for SQL Server};Server=db1", {"Driver={FreeTDS};"}},
+           {"Driver={MySQL ODBC 8.0 Unicode Driver};Server=db1", {"Driver={MariaDB Unicode};"}},
+           {"Driver={PostgreSQL Unicode(x64)};Server=db1", {"Driver={PostgreSQL Unicode};", "Server=db1;"}},
+           {"Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ=/srv/shop.mdb",
+            {"Driver={MDBTools};", "DBQ=/srv/shop.mdb;"}},
+           {"DSN=shop;UID=me;PWD=a", {"DSN={shop};", "UID=me;", "PWD=a;"}},
+           {"FILEDSN=/srv/shop.dsn", {"FILEDSN={/srv/shop.dsn};"}},
+           {"Provider=MSDASQL.1;Data Source=shop;User ID=me;Password=a;Persist Security Info=True",
+            {"DSN={shop};", "UID=me;", "PWD=a;"}},
+           {"Provider=MSDASQL;Extended Properties=\"Driver={SQLite3};Database=/srv/a b.db\"",
+            {"Driver={SQLite3};", "Database={/srv/a b.db};"}},
+       }) {
+    SCOPED_TRACE(text);
+    const std::string odbc = targetOf(text).odbcText;
+    for (const std::string& part : parts) EXPECT_THAT(odbc, HasSubstr(part));
+    for (const char* oleDb : {"Provider", "Persist", "Initial", "Data Source", "Extended"}) {
+      EXPECT_THAT(odbc, Not(HasSubstr(oleDb)));
+    }
+  }
+}
+
+TEST(Providers, SayWhatTheyDoNotServe) {
+  struct Case {
+    const char* text;
+    const char* why;
+  };
+  for (const auto& [text, why] : std::vector<Case>{
+           {"Provider=MSDAORA;Data Source=x;Password=s3cret", "'MSDAORA'"},
+           {"Provider=MSDAORA", "odbc-mdbtools"},
+           {"Provider=MSDAORA", "libsqliteodbc"},
+           {"Driver={Oracle in XE};DBQ=x;PWD=s3cret", "No ODBC driver is registered as 'Oracle in XE'"},
+           {"Provider=SQLOLEDB;Data Source=x;Integrated Security=SSPI", "Windows account"},
+           {"Driver={SQL Server};Server=x;Trusted_Connection=yes", "Windows account"},
+           {"Provider=Microsoft.ACE.OLEDB.12.0;Data Source=x.xlsx;Extended Properties=\"Excel 12.0;HDR=YES\"",
+            "worksheets"},
+           {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/nowhere.mdb;Jet OLEDB:Database Password=s3cret",
+            "/nowhere.mdb does not exist"},
+           {"Provider=SQLite;Data Source=/", "is not a file"},
+           {"Provider=SQLite", "Data Source"},
+           {"Server=x;Database=y;PWD=s3cret", "names no Provider, Driver, DSN or FILEDSN"},
+           {"DSN=x;Connect Timeout=soon", "'soon'"},
+       }) {
+    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }), AllOf(HasSubstr(why), Not(HasSubstr("s3cret"))))
+        << text;
+  }
+}
+
+TEST(Providers, TakeTimeoutsAndCredentials) {
+  const Target target = targetOf(
+      "DSN=shop;UID=me;PWD=a;Connect Timeout=3;Command Timeout=0;Extended Properties='PWD=c'", "you", "b;");
+  EXPECT_EQ(target.connectTimeout.count(), 3);
+  EXPECT_EQ(target.commandTimeout.count(), 0);
+  EXPECT_THAT(target.odbcText,
+              AllOf(HasSubstr("UID=you;"), HasSubstr("PWD={b;};"), Not(HasSubstr("imeout"))));
+  EXPECT_THAT(target.secrets, testing::UnorderedElementsAre("a", "b;", "c"));
+}
+
+TEST(TableName, IsQuotedPartByPart) {
+  struct Case {
+    const char* name;
+    const char* quoted;
+  };
+  for (const auto& [name, quoted] : std::vector<Case>{{"Stock", "\"Stock\""},
+                                                      {" my stock ", "\"my stock\""},
+                                                      {"dbo.Stock", "\"dbo\".\"Stock\""},
+                                                      {"[my shop].[a.b]", "\"my shop\".\"a.b\""},
+                                                      {"`a``b`.c", "\"a`b\".\"c\""},
+                                                      {"\"a\"\"b\"", "\"a\"\"b\""},
+                                                      {"we\"ird", "\"we\"\"ird\""},
+                                                      {"\"a\" b", "\"\"\"a\"\" b\""},
+                                                      {"x; DROP TABLE y", "\"x; DROP TABLE y\""}}) {
+    EXPECT_EQ(quotedTableName(name, "\""), quoted);
+  }
+  EXPECT_EQ(quotedTableName("a b", ""), "a b");
+}
+
+TEST(TableName, IsNoStatement) {
+  for (const char* statement :
+       {"SELECT 1", "  select\n*", "(SELECT 1)", "WITH a AS (SELECT 1) SELECT * FROM a", "EXEC dbo.list",
+        "{call list}", "-- all\nSELECT 1", "SELECT(1)", "PRAGMA table_list"}) {
+    EXPECT_TRUE(isStatement(statement)) << statement;
+  }
+  for (const char* name : {"", "Stock", "select", "Selection list", "values.x", "update_log", "my stock"}) {
+    EXPECT_FALSE(isStatement(name)) << name;
+  }
+}
+
+}  // namespace
+}  // namespace ado::test
