@@ -58,6 +58,7 @@ class Attributes {
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::string& outputFile) {
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
   arguments.push_back(nullptr);
   const FileActions actions(outputFile);

@@ -28,11 +28,11 @@ Reader readerOf(std::string_view path) {
                                                             ".fods", ".sxc", ".csv",  ".tsv", ".dif",
                                                             ".slk",  ".dbf", ".wk1"};
   const std::size_t dot = path.rfind('.');
-  if (dot == std::string_view::npos) return Reader::This;
+  if (dot == std::string_view::npos) return Reader::Native;
   for (std::string_view extension : Foreign) {
     if (basic::EqualsIgnoreCase(path.substr(dot), extension)) return Reader::LibreOffice;
   }
-  return Reader::This;
+  return Reader::Native;
 }
 
 std::string reasonAgainst(std::string_view bytes, Reader reader) {

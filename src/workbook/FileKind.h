@@ -7,7 +7,7 @@ namespace workbook {
 
 /// Who reads a file, told by its name.
 enum class Reader {
-  This,         // .xlsx, .xlsm and their templates, and names that say nothing
+  Native,       // .xlsx, .xlsm and their templates, and names that say nothing
   LibreOffice,  // .xls, .xlsb, .ods and others
 };
 Reader readerOf(std::string_view path);
