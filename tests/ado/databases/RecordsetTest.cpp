@@ -49,8 +49,9 @@ TEST_P(Server, OpensTablesByAnyName) {
     EXPECT_EQ(value(*server_.opened(quoted(name), ADODB::adCmdTableDirect), "Name"), "Pear");
     EXPECT_EQ(value(*server_.opened(name, ADODB::adOptionUnspecified), "Name"), "Pear");
   }
-  EXPECT_EQ(value(*server_.opened("PLAIN", ADODB::adCmdTableDirect), "Name"), "Pear")
-      << "case does not matter";
+  // There tables are files, and the case of letters counts.
+  const bool anyCase = &server_ != &maria();
+  EXPECT_EQ(value(*server_.opened(anyCase ? "PLAIN" : "plain", ADODB::adCmdTableDirect), "Name"), "Pear");
   EXPECT_EQ(value(*server_.opened("SELECT * FROM plain", ADODB::adOptionUnspecified), "Name"), "Pear");
   EXPECT_THAT(errorOf([&] { (void)server_.opened("none; DROP TABLE plain", ADODB::adCmdTableDirect); }),
               HasSubstr("none; DROP TABLE plain"));
