@@ -122,7 +122,7 @@ TEST(Providers, SayWhatTheyDoNotServe) {
     const char* text;
     const char* why;
   };
-  for (const auto& [text, why] : std::vector<Case>{
+  for (const Case& each : std::vector<Case>{
            {"Provider=MSDAORA;Data Source=x;Password=s3cret", "'MSDAORA'"},
            {"Provider=MSDAORA", "odbc-mdbtools"},
            {"Provider=MSDAORA", "libsqliteodbc"},
@@ -138,8 +138,9 @@ TEST(Providers, SayWhatTheyDoNotServe) {
            {"Server=x;Database=y;PWD=s3cret", "names no Provider, Driver, DSN or FILEDSN"},
            {"DSN=x;Connect Timeout=soon", "'soon'"},
        }) {
-    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }), AllOf(HasSubstr(why), Not(HasSubstr("s3cret"))))
-        << text;
+    EXPECT_THAT(errorOf([&] { (void)targetOf(each.text); }),
+                AllOf(HasSubstr(each.why), Not(HasSubstr("s3cret"))))
+        << each.text;
   }
 }
 
