@@ -38,7 +38,12 @@ void Application::InitHandler(const std::shared_ptr<PowerPoint::Application>& ho
   Log(DebugKind::Information, "Opening menu");
 }
 
-void Application::UnInitHandler() { Log(DebugKind::Information, "UnInitHandler"); }
+void Application::UnInitHandler() {
+  using modGlobalFunctions::ExcelState;
+  using modGlobalFunctions::ExcelStatus;
+  Log(DebugKind::Information, "UnInitHandler");
+  if (ExcelStatus(false, false) == ExcelState::Started) ExcelStatus(false, true);
+}
 
 std::shared_ptr<clsPresentation> Application::Find(
     const std::shared_ptr<PowerPoint::Presentation>& presentation) const {

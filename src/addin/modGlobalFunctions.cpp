@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "addin/modDebug.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "basic/Strings.h"
@@ -15,6 +16,59 @@ void Reset() {
   OfflineGenerationActive = false;
   OfflineGenerationBase.clear();
   SavedBeforeShow = 0;
+  CurrentExcelState = ExcelState::Unknown;
+  SystemExcel.reset();
+}
+
+namespace {
+
+void LogExcel(std::string_view text) {
+  modDebug::WriteDebugLog(modDebug::DebugKind::Information, "modGlobalFunctions", text);
+}
+
+std::shared_ptr<Excel::Application> CreateExcel() {
+  std::shared_ptr<Excel::Application> excel;
+  IgnoreErrors([&] {
+    if (host::Current().excel) excel = host::Current().excel->CreateApplication();
+  });
+  return excel;
+}
+
+void ShutDownExcel() {
+  LogExcel("shutdown");
+  IgnoreErrors([] {
+    if (!SystemExcel) return;
+    SystemExcel->IgnoreRemoteRequests(false);
+    if (!SystemExcel->Visible()) SystemExcel->Quit();
+  });
+  SystemExcel.reset();
+  CurrentExcelState = ExcelState::Unknown;
+}
+
+}  // namespace
+
+ExcelState ExcelStatus(bool start, bool shutdown) {
+  LogExcel("ExcelStatus:" + basic::CStr(start) + basic::CStr(shutdown));
+  if (shutdown) {
+    ShutDownExcel();
+    return CurrentExcelState;
+  }
+  if (CurrentExcelState == ExcelState::Unknown) {
+    LogExcel("unknown");
+    const bool there = CreateExcel() != nullptr;
+    LogExcel(there ? "excelnotrunning" : "excelunavailable");
+    CurrentExcelState = there ? ExcelState::NotRunning : ExcelState::Unavailable;
+  }
+  if (CurrentExcelState == ExcelState::NotRunning && start) {
+    LogExcel("starting excel");
+    SystemExcel = CreateExcel();
+    if (SystemExcel) {
+      LogExcel("excel started");
+      SystemExcel->IgnoreRemoteRequests(true);
+      CurrentExcelState = ExcelState::Started;
+    }
+  }
+  return CurrentExcelState;
 }
 
 std::string InfoSetting(std::string_view key) {
@@ -100,21 +154,72 @@ std::string ResolvePath(std::string_view path, std::string_view base) {
   return std::string(base.substr(0, end + 1)) + resolved;
 }
 
+namespace {
+
+/// The parts of a connection string between semicolons; one within quotes or
+/// braces separates nothing.
+std::vector<std::string> ConnectionStringParts(std::string_view text) {
+  std::vector<std::string> parts(1);
+  char closing = 0;
+  for (const char c : text) {
+    if (closing == 0 && c == ';') {
+      parts.emplace_back();
+      continue;
+    }
+    if (closing != 0) {
+      if (c == closing) closing = 0;
+    } else if (c == '"' || c == '\'') {
+      closing = c;
+    } else if (c == '{') {
+      closing = '}';
+    }
+    parts.back() += c;
+  }
+  return parts;
+}
+
+std::string Joined(const std::vector<std::string>& parts) {
+  std::string joined;
+  for (std::size_t i = 0; i < parts.size(); ++i) joined += (i == 0 ? "" : ";") + parts[i];
+  return joined;
+}
+
+/// The key of a part, in capital letters.
+std::string KeyOf(std::string_view part) { return basic::UCase(basic::Trim(part.substr(0, part.find('=')))); }
+
+bool OpensFile(std::string_view connectionString) {
+  const std::string upper = basic::UCase(connectionString);
+  return basic::StartsWith(upper, "PROVIDER=MICROSOFT.JET.OLEDB") ||
+         basic::StartsWith(upper, "PROVIDER=MICROSOFT.ACE.OLEDB") ||
+         basic::StartsWith(upper, "PROVIDER=SQLITE");
+}
+
+}  // namespace
+
 std::string ResolveConnectionString(std::string_view text, std::string_view base) {
   const std::string replaced = ReplaceFolder(text);
-  if (!basic::StartsWith(basic::UCase(replaced), "PROVIDER=MICROSOFT.JET.OLEDB")) return replaced;
+  if (!OpensFile(replaced)) return replaced;
+  std::vector<std::string> parts = ConnectionStringParts(replaced);
+  for (std::string& part : parts) {
+    if (KeyOf(part) != "DATA SOURCE" || part.find('=') == std::string::npos) continue;
+    const std::size_t value = part.find('=') + 1;
+    const bool isQuoted = part.size() > value + 1 && part[value] == '"' && part.back() == '"';
+    part = isQuoted ? part.substr(0, value) + '"' +
+                          ResolvePath(part.substr(value + 1, part.size() - value - 2), base) + '"'
+                    : part.substr(0, value) + ResolvePath(part.substr(value), base);
+  }
+  return Joined(parts);
+}
 
-  constexpr std::string_view key = "DATA SOURCE=";
-  std::string resolved;
-  for (const std::string& part : basic::Split(replaced, ';')) {
-    if (!resolved.empty()) resolved += ';';
-    if (basic::StartsWith(basic::UCase(part), key)) {
-      resolved += part.substr(0, key.size()) + ResolvePath(part.substr(key.size()), base);
-    } else {
-      resolved += part;
+std::string MaskPasswords(std::string_view connectionString) {
+  std::vector<std::string> parts = ConnectionStringParts(connectionString);
+  for (std::string& part : parts) {
+    const std::string key = KeyOf(part);
+    if (key == "PWD" || key == "PASSWORD" || key == "EXTENDED PROPERTIES") {
+      part = part.substr(0, part.find('=')) + "=***";
     }
   }
-  return resolved;
+  return Joined(parts);
 }
 
 }  // namespace LF2000::modGlobalFunctions

@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <exception>
+#include <memory>
 #include <string>
 #include <string_view>
+
+#include "host/excel.h"
 
 namespace LF2000 {
 
@@ -21,6 +24,17 @@ inline bool OfflineGenerationActive = false;
 inline std::string OfflineGenerationBase;
 /// The presentation's Saved flag as it was when the slide show began.
 inline std::int32_t SavedBeforeShow = 0;
+
+/// How the system stands to Excel, one state for the whole process.
+enum class ExcelState : std::int32_t { Unknown = 0, Unavailable = 1, NotRunning = 2, Started = 3 };
+inline ExcelState CurrentExcelState = ExcelState::Unknown;
+/// The Excel that the system started; null unless the state is Started.
+inline std::shared_ptr<Excel::Application> SystemExcel;
+
+/// Looks whether there is an Excel, starts one when asked and it is there, or
+/// lets go of the one that was started, which quits unless the user made it
+/// visible. Returns the state.
+ExcelState ExcelStatus(bool start, bool shutdown);
 
 /// Puts the module's state back to what it is when the add-in is loaded.
 void Reset();
@@ -63,9 +77,13 @@ std::string MakeTempFileName(std::string& prefix);
 /// path is taken from the folder of `base`, a presentation's full name.
 [[nodiscard]] std::string ResolvePath(std::string_view path, std::string_view base);
 
-/// A connection string: the placeholder as above, and in a string of the Jet
-/// provider the path after "Data Source=" as ResolvePath does.
+/// A connection string: the placeholder as above, and in a string of a provider
+/// that opens a file (Jet, ACE, SQLite) the path after "Data Source=" as
+/// ResolvePath does.
 [[nodiscard]] std::string ResolveConnectionString(std::string_view text, std::string_view base);
+
+/// A connection string fit for a log: the values of PWD and PASSWORD are "***".
+[[nodiscard]] std::string MaskPasswords(std::string_view connectionString);
 
 }  // namespace modGlobalFunctions
 }  // namespace LF2000

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace CLI {
 class App;
 }
@@ -12,6 +14,8 @@ class Environment;
 // line has been parsed; what fails is thrown.
 
 void addShowCommand(CLI::App& program, Environment& environment);
+/// Adds to the verb connection what reads the data; `deck` is its deck.
+void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environment& environment);
 void addInfoCommand(CLI::App& program, Environment& environment);
 void addConnectionCommand(CLI::App& program, Environment& environment);
 void addLinkCommand(CLI::App& program, Environment& environment);

@@ -20,6 +20,7 @@ Environment::Environment() {
   services.shell = &shell_;
   services.registry = &registry_;
   services.ado = &ado_;
+  services.excel = &excel_;
   host::Use(services);
 }
 

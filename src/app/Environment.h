@@ -8,11 +8,13 @@
 #include "platform/Files.h"
 #include "platform/MessageBox.h"
 #include "platform/Module.h"
+#include "platform/PathRules.h"
 #include "platform/ProgressMeter.h"
 #include "platform/Registry.h"
 #include "platform/Settings.h"
 #include "platform/Shell.h"
 #include "platform/SystemClock.h"
+#include "workbook/Factory.h"
 
 namespace app {
 
@@ -27,6 +29,8 @@ class Environment {
 
   [[nodiscard]] platform::EventLoop& loop() { return loop_; }
   [[nodiscard]] platform::Shell& shell() { return shell_; }
+  /// The path of a data file as this system knows it.
+  [[nodiscard]] std::string localPath(std::string_view path) const { return paths_.translate(path); }
   /// How many errors the system has told the user so far.
   [[nodiscard]] int errorsShown() const { return messageBox_.errorsShown(); }
   /// The text of the last of them.
@@ -52,6 +56,7 @@ class Environment {
   platform::EventLoop loop_;
   platform::SystemClock clock_;
   platform::Settings settings_;
+  platform::PathRules paths_{settings_};
   platform::Files files_{settings_};
   platform::Module module_;
   CountingMessageBox messageBox_{loop_};
@@ -59,6 +64,7 @@ class Environment {
   platform::Shell shell_{settings_, isAttended()};
   platform::Registry registry_;
   ado::Factory ado_;
+  workbook::Factory excel_{loop_, [this](std::string_view path) { return paths_.translate(path); }};
 };
 
 }  // namespace app

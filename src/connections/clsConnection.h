@@ -8,6 +8,7 @@
 
 #include "basic/Date.h"
 #include "host/adodb.h"
+#include "host/excel.h"
 #include "host/services.h"
 
 namespace LF2000 {
@@ -74,6 +75,7 @@ class clsConnection {
   void CloseFile();
   void CloseConnection();
   void CloseRecordset();
+  void CloseExcel();
   /// Reloads the data when it is due or forced: a database when its refresh rate
   /// has passed, a file when its modification time changed.
   void Requery(bool forced);
@@ -108,6 +110,12 @@ class clsConnection {
   void OpenTextFile();
   void OpenTextFileOnce(const std::string& path);
   void OpenDataFile();
+  /// False when there is no Excel to open it with.
+  [[nodiscard]] bool OpenWorkbook();
+  void OpenWorkbookOnce(const std::string& path);
+  void OpenExcelFile();
+  void DefineExcelFields(Excel::Range& range, ADODB::Recordset& recordset) const;
+  [[nodiscard]] std::int64_t FillExcelRecords(Excel::Range& range, ADODB::Recordset& recordset) const;
   void OpenDatabaseRecordset();
   void RequeryDatabase(bool forced);
   void RequeryFile(bool forced);
@@ -135,6 +143,8 @@ class clsConnection {
   basic::Date connectionStartTime_;
   std::shared_ptr<ADODB::Recordset> recordset_;
   basic::Date recordsetStartTime_;
+  std::shared_ptr<Excel::Workbook> workbook_;
+  std::shared_ptr<Excel::Worksheet> worksheet_;
   std::unique_ptr<host::InputFile> file_;
   basic::Date lastFileDate_;
   bool dataOpen_ = false;

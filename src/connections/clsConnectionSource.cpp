@@ -52,9 +52,8 @@ void clsConnection::OpenConnection() try {
       OpenDatabase();
       break;
     case ConnectionKind::Excel:
-      Log(DebugKind::Information, "Open excel connection " + ResolvedFile());
-      throw basic::Error(basic::AdapterError, basic::DefaultSource,
-                         "This version of Lumenfold does not read worksheets yet.");
+      if (!OpenWorkbook()) return;
+      break;
   }
   dataOpen_ = true;
   Log(DebugKind::Information, "Connection opened");
@@ -65,7 +64,7 @@ void clsConnection::OpenConnection() try {
 
 void clsConnection::OpenDatabase() {
   const std::string resolved = modGlobalFunctions::ResolveConnectionString(connectionString_, Base());
-  Log(DebugKind::Information, "Open database connection " + resolved);
+  Log(DebugKind::Information, "Open database connection " + modGlobalFunctions::MaskPasswords(resolved));
   CloseConnection();
   connection_ = host::Current().ado->CreateConnection();
   connection_->ConnectionString(resolved);
@@ -73,19 +72,30 @@ void clsConnection::OpenDatabase() {
   while (connection_->State() != ADODB::adStateOpen) host::Current().loop->DoEvents();
 }
 
+namespace {
+
+/// Three silent attempts, for a file that another program holds for a moment,
+/// and a last one whose failure counts.
+template <typename Attempt>
+void TryUpToFourTimes(Attempt&& attempt) {
+  constexpr int SilentAttempts = 3;
+  for (int i = 0; i < SilentAttempts; ++i) {
+    bool succeeded = false;
+    modGlobalFunctions::IgnoreErrors([&] {
+      attempt();
+      succeeded = true;
+    });
+    if (succeeded) return;
+  }
+  attempt();
+}
+
+}  // namespace
+
 void clsConnection::OpenTextFile() {
   const std::string path = ResolvedFile();
   Log(DebugKind::Information, "Open text connection " + path);
-  constexpr int Attempts = 3;
-  for (int attempt = 1; attempt <= Attempts; ++attempt) {
-    bool opened = false;
-    modGlobalFunctions::IgnoreErrors([&] {
-      OpenTextFileOnce(path);
-      opened = true;
-    });
-    if (opened) return;
-  }
-  OpenTextFileOnce(path);
+  TryUpToFourTimes([&] { OpenTextFileOnce(path); });
 }
 
 void clsConnection::OpenTextFileOnce(const std::string& path) {
@@ -95,12 +105,41 @@ void clsConnection::OpenTextFileOnce(const std::string& path) {
   lastFileDate_ = files.FileDateTime(path);
 }
 
+bool clsConnection::OpenWorkbook() {
+  using modGlobalFunctions::ExcelState;
+  const std::string path = ResolvedFile();
+  Log(DebugKind::Information, "Open excel connection " + path);
+  const ExcelState first = modGlobalFunctions::ExcelStatus(true, false);
+  const ExcelState second = modGlobalFunctions::ExcelStatus(true, false);
+  if (second != ExcelState::Started && first != ExcelState::NotRunning) return false;
+  TryUpToFourTimes([&] { OpenWorkbookOnce(path); });
+  return true;
+}
+
+void clsConnection::OpenWorkbookOnce(const std::string& path) {
+  constexpr std::int32_t UpdateExternalLinks = 3;
+  CloseExcel();
+  lastFileDate_ = host::Current().files->FileDateTime(path);
+  workbook_ = modGlobalFunctions::SystemExcel->Workbooks()->Open(path, UpdateExternalLinks, true);
+  const auto sheets = workbook_->Sheets();
+  worksheet_ = connectionSheet_.empty() ? sheets->Item(1) : sheets->Item(std::string_view(connectionSheet_));
+}
+
 void clsConnection::OpenRecordset() try {
-  if (Kind() == ConnectionKind::TextFile) OpenDataFile();
-  if (Kind() == ConnectionKind::Database) OpenDatabaseRecordset();
+  switch (Kind()) {
+    case ConnectionKind::TextFile:
+      OpenDataFile();
+      break;
+    case ConnectionKind::Database:
+      OpenDatabaseRecordset();
+      break;
+    case ConnectionKind::Excel:
+      OpenExcelFile();
+      break;
+  }
 } catch (...) {
   dataOpen_ = false;
-  if (Kind() == ConnectionKind::TextFile) throw;
+  if (IsFile()) throw;
   modErrors::SetLastError();
   modErrors::RaiseError(modErrors::ReadingDatabase, connectionDescription_,
                         std::string(modErrors::LastError.Description));
@@ -210,7 +249,11 @@ void clsConnection::RequeryFile(bool forced) {
   // A file that could not be read is tried again even when it comes back unchanged.
   if (fileDate == lastFileDate_ && dataOpen_ && !forced) return;
   OpenConnection();
-  OpenDataFile();
+  if (Kind() == ConnectionKind::Excel) {
+    OpenExcelFile();
+  } else {
+    OpenDataFile();
+  }
   lastFileDate_ = fileDate;
 }
 

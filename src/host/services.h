@@ -13,6 +13,7 @@
 #include "host/addin.h"
 #include "host/adodb.h"
 #include "host/bytes.h"
+#include "host/excel.h"
 
 // What the system asks of the machine it runs on: time, timers, files,
 // settings, message boxes, the shell, the registry. Hosts supply them through
@@ -180,6 +181,8 @@ struct Services {
   Shell* shell = nullptr;
   Registry* registry = nullptr;
   ADODB::Factory* ado = nullptr;
+  /// Null where there are no worksheets.
+  Excel::Factory* excel = nullptr;
 };
 
 /// The services in force, set once by the program (or anew by each test).

@@ -8,7 +8,8 @@
 namespace fakes {
 
 Machine::Machine() {
-  services_ = {&clock, &loop, &files, &module, &settings, &messageBox, &meter, &shell, &registry, &ado};
+  services_ = {&clock, &loop,  &files,    &module, &settings, &messageBox,
+               &meter, &shell, &registry, &ado,    nullptr};
   host::Use(services_);
   LF2000::modDebug::Reset();
   LF2000::modErrors::Reset();
@@ -21,6 +22,11 @@ Machine::~Machine() { host::Use({}); }
 
 void Machine::UseAdo(ADODB::Factory* factory) {
   services_.ado = factory;
+  host::Use(services_);
+}
+
+void Machine::UseExcel(Excel::Factory* factory) {
+  services_.excel = factory;
   host::Use(services_);
 }
 

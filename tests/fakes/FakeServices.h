@@ -308,6 +308,7 @@ class Machine {
 
   /// Replaces the data components, for a test that brings its own.
   void UseAdo(ADODB::Factory* factory);
+  void UseExcel(Excel::Factory* factory);
 
  private:
   host::Services services_;

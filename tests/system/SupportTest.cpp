@@ -112,6 +112,11 @@ TEST_F(SupportTest, PathsResolveAgainstThePresentation) {
             "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/decks/stock.mdb;Mode=Read");
   EXPECT_EQ(modGlobalFunctions::ResolveConnectionString("DSN=stock;Data Source=x", "/decks/a.pptx"),
             "DSN=stock;Data Source=x");
+  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString("Provider=SQLite;Data Source=\"my; stock.db\";Timeout=5",
+                                                        "/decks/a.pptx"),
+            "Provider=SQLite;Data Source=\"/decks/my; stock.db\";Timeout=5");
+  EXPECT_EQ(modGlobalFunctions::MaskPasswords("Driver={A;B};Uid=me;Pwd=\"se;cret\";Server=x; password = y"),
+            "Driver={A;B};Uid=me;Pwd=***;Server=x; password =***");
 }
 
 TEST_F(SupportTest, SmallHelpersFollowTheirRules) {

@@ -1,0 +1,187 @@
+// What the verb connection reads: test, preview, tables, sheets.
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "addin/modGlobalFunctions.h"
+#include "ado/Catalog.h"
+#include "app/Commands.h"
+#include "app/Environment.h"
+#include "app/Failure.h"
+#include "app/Output.h"
+#include "app/StoredConnections.h"
+#include "basic/Error.h"
+#include "deck/Application.h"
+#include "workbook/Describe.h"
+
+namespace app {
+
+namespace {
+
+using LF2000::clsConnection;
+using LF2000::ConnectionKind;
+using Json = nlohmann::ordered_json;
+
+struct DataOptions {
+  const std::string* deck = nullptr;
+  std::string number;
+  std::int32_t rows = 10;
+  bool json = false;
+};
+
+void printJson(const Json& json) {
+  std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
+/// The deck stays open as long as its connection is used.
+struct OpenedDeck {
+  explicit OpenedDeck(const DataOptions& options)
+      : deck(application->open(*options.deck)), connection(storedConnection(*deck, options.number)) {}
+
+  std::shared_ptr<deck::Application> application = std::make_shared<deck::Application>();
+  std::shared_ptr<deck::Presentation> deck;
+  std::shared_ptr<clsConnection> connection;
+
+  void require(ConnectionKind kind, const char* what) const {
+    if (static_cast<ConnectionKind>(connection->ConnectionType()) == kind) return;
+    fail(deck->FullName() + ": connection " + connection->ConnectionTagNumber() + " is of type " +
+         connectionTypeName(connection->ConnectionType()) + "; only " + what);
+  }
+};
+
+struct Reading {
+  std::vector<std::string> columns;
+  std::vector<std::vector<std::string>> rows;
+  std::int64_t rowCount = 0;
+  double milliseconds = 0;
+};
+
+Reading read(const DataOptions& options) {
+  const OpenedDeck opened(options);
+  clsConnection& connection = *opened.connection;
+  const auto start = std::chrono::steady_clock::now();
+  connection.OpenConnection();
+  connection.OpenRecordset();
+  connection.CloseConnection();
+  const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+
+  Reading reading;
+  reading.milliseconds = took.count();
+  reading.columns = connection.Columns();
+  reading.columns.erase(reading.columns.begin());
+  reading.rowCount = static_cast<std::int64_t>(connection.RecordCount());
+  const auto shown = std::min<std::int64_t>(reading.rowCount, options.rows);
+  for (std::int64_t row = 1; row <= shown; ++row) {
+    auto& line = reading.rows.emplace_back();
+    for (const std::string& column : reading.columns) {
+      bool noValue = false;
+      line.push_back(connection.GetValueDatabase(static_cast<double>(row), column, 1, false, noValue));
+    }
+  }
+  return reading;
+}
+
+void printRows(Reading reading) {
+  for (auto& row : reading.rows) std::transform(row.begin(), row.end(), row.begin(), oneLine);
+  std::transform(reading.columns.begin(), reading.columns.end(), reading.columns.begin(), oneLine);
+  printTable(std::cout, reading.columns, reading.rows);
+}
+
+void test(const DataOptions& options) {
+  const Reading reading = read(options);
+  if (options.json) {
+    printJson({{"number", options.number},
+               {"columns", reading.columns},
+               {"rowCount", reading.rowCount},
+               {"milliseconds", reading.milliseconds},
+               {"rows", reading.rows}});
+    return;
+  }
+  printRows(reading);
+  std::cout << reading.rowCount << " rows, " << reading.columns.size() << " columns, read in "
+            << static_cast<std::int64_t>(reading.milliseconds + 0.5) << " ms\n";
+}
+
+void preview(const DataOptions& options) {
+  const Reading reading = read(options);
+  if (options.json) {
+    printJson({{"columns", reading.columns}, {"rows", reading.rows}});
+  } else {
+    printRows(reading);
+  }
+}
+
+void tables(const DataOptions& options) {
+  const OpenedDeck opened(options);
+  opened.require(ConnectionKind::Database, "databases have tables.");
+  const std::string resolved = LF2000::modGlobalFunctions::ResolveConnectionString(
+      opened.connection->ConnectionString(), opened.deck->FullName());
+  Json json = Json::array();
+  std::vector<std::vector<std::string>> rows;
+  for (const ado::TableInfo& table : ado::listTables(resolved)) {
+    json.push_back({{"schema", table.schema}, {"name", table.name}, {"type", table.type}});
+    rows.push_back({oneLine(table.schema), oneLine(table.name), oneLine(table.type)});
+  }
+  if (options.json) {
+    printJson(json);
+  } else {
+    printTable(std::cout, {"Schema", "Name", "Type"}, rows);
+  }
+}
+
+void sheets(const DataOptions& options, Environment& environment) {
+  const OpenedDeck opened(options);
+  opened.require(ConnectionKind::Excel, "workbooks have sheets.");
+  const std::string path = environment.localPath(LF2000::modGlobalFunctions::ResolvePath(
+      opened.connection->ConnectionFileString(), opened.deck->FullName()));
+  const workbook::Description described = workbook::describe(path, environment.loop());
+  Json json = {{"sheets", Json::array()}, {"names", Json::array()}};
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& sheet : described.sheets) {
+    json["sheets"].push_back(
+        {{"name", sheet.name}, {"visible", sheet.isVisible}, {"dimension", sheet.dimension}});
+    rows.push_back(
+        {sheet.isVisible ? "sheet" : "hidden sheet", oneLine(sheet.name), oneLine(sheet.dimension)});
+  }
+  for (const auto& name : described.names) {
+    json["names"].push_back({{"name", name.name}, {"refersTo", name.refersTo}, {"sheet", name.sheet}});
+    rows.push_back({"name", oneLine(name.name), oneLine(name.refersTo)});
+  }
+  if (options.json) {
+    printJson(json);
+  } else {
+    printTable(std::cout, {"Kind", "Name", "Cells"}, rows);
+  }
+}
+
+}  // namespace
+
+void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environment& environment) {
+  auto options = std::make_shared<DataOptions>();
+  options->deck = &deck;
+  const auto action = [&](const char* name, const char* description) {
+    CLI::App* each = verb.add_subcommand(name, description);
+    each->add_option("NNN", options->number, "Number of the connection")->required();
+    each->add_flag("--json", options->json, "Print as JSON");
+    return each;
+  };
+  const auto rows = [&](CLI::App* each) {
+    each->add_option("--rows", options->rows, "Number of rows to print")->check(CLI::NonNegativeNumber);
+  };
+
+  CLI::App* each = action("test", "Open a connection; print its columns, first rows, row count and time");
+  rows(each);
+  each->callback([options] { test(*options); });
+  each = action("preview", "Print the first rows");
+  rows(each);
+  each->callback([options] { preview(*options); });
+  each = action("tables", "List the tables and views of a database");
+  each->callback([options] { tables(*options); });
+  each = action("sheets", "List the sheets and defined names of a workbook");
+  each->callback([options, &environment] { sheets(*options, environment); });
+}
+
+}  // namespace app

@@ -1,0 +1,147 @@
+// Worksheet ranges as connections, and the Excel that the system keeps for them.
+
+#include <gtest/gtest.h>
+
+#include "addin/Connect.h"
+#include "addin/modGlobalFunctions.h"
+#include "connections/clsConnection.h"
+#include "fakes/FakeExcel.h"
+#include "fakes/FakePowerPoint.h"
+#include "fakes/FakeServices.h"
+
+namespace LF2000 {
+namespace {
+
+using modGlobalFunctions::ExcelState;
+using modGlobalFunctions::ExcelStatus;
+
+struct ExcelTest : testing::Test {
+  fakes::Machine machine;
+  fakes::ExcelProgram excel;
+  clsConnection connection;
+  bool noValue = false;
+
+  ExcelTest() {
+    machine.UseExcel(&excel);
+    machine.files.Write("/decks/book.xlsx", "");
+    excel.sheets = {{"First", {{{"Only"}}, {{"first"}}}},
+                    {"Sheet1",
+                     {{{"Name"}, {""}, {"Price"}},
+                      {{"Tea"}, {"green\nloose"}, {"", 2.5, "0.00"}},
+                      {{" "}, {""}, {""}},
+                      {{"Milk"}, {""}, {"1"}},
+                      {{""}, {"  "}, {""}},
+                      {{""}, {""}, {""}}}}};
+  }
+  void Open(const std::string& sheet = "Sheet1", bool header = true) {
+    connection.ActivePresentationName("/decks/board.pptx");
+    connection.TagString("2\tTargets\tbook.xlsx\t" + sheet + "\t" + (header ? "-1" : "0") + "\tB3:D9\t");
+    connection.OpenConnection();
+    connection.OpenRecordset();
+  }
+  std::string Value(double row, const char* column) {
+    return connection.GetValueDatabase(row, column, 1, false, noValue);
+  }
+  static std::string Failure(const std::function<void()>& operation) {
+    try {
+      operation();
+    } catch (const basic::Error& error) {
+      return std::to_string(error.number + 2147221504) + " " + error.description;
+    }
+    return "none";
+  }
+};
+
+TEST_F(ExcelTest, ARangeBecomesARecordset) {
+  Open();
+  EXPECT_EQ(connection.Columns(), (std::vector<std::string>{"", "Name", "C", "Price"}));
+  EXPECT_EQ(connection.RecordCount(), 3);  // trailing rows without data are gone, the one between stays
+  EXPECT_EQ(Value(1, "C"), "green\r\nloose");
+  EXPECT_EQ(Value(1, "Price"), "2.50");
+  EXPECT_EQ(Value(2, "Name"), " ");
+  EXPECT_EQ(Value(3, "Name"), "Milk");
+  EXPECT_EQ(excel.opened, excel.closed);
+
+  Open("Sheet1", false);
+  EXPECT_EQ(connection.Columns(), (std::vector<std::string>{"", "B", "C", "D"}));
+  EXPECT_EQ(connection.RecordCount(), 4);
+  Open("");
+  EXPECT_EQ(connection.Columns(), (std::vector<std::string>{"", "Only"}));
+}
+
+TEST_F(ExcelTest, LongTextsAreCutAndARangeWithoutDataHasNoRows) {
+  excel.sheets[0].second = {{{"Text"}}, {{std::string(5000, 'x')}}};
+  Open("First");
+  EXPECT_EQ(Value(1, "Text").size(), 4000U);
+  excel.sheets[0].second = {{{"Text"}}, {{""}}, {{" "}}};
+  Open("First");
+  EXPECT_EQ(connection.RecordCount(), 0);
+}
+
+TEST_F(ExcelTest, FailuresSayWhatAndWhy) {
+  excel.sheets[0].second = {{{"Name"}, {"Name"}}};
+  EXPECT_EQ(Failure([&] { Open("First"); }), "30 Duplicated column name 'Name' detected.");
+  EXPECT_EQ(excel.opened, excel.closed);
+  EXPECT_EQ(Failure([&] { Open("Nowhere"); }),
+            "26 Error while opening excel file Targets. \r\nno sheet Nowhere");
+  connection.ConnectionSheet("Sheet1");
+  connection.ConnectionRange("nonsense");
+  connection.OpenConnection();
+  EXPECT_EQ(Failure([&] { connection.OpenRecordset(); }),
+            "27 Error while reading excel file Targets. \r\nno such range");
+  EXPECT_FALSE(connection.ConnectionReady());
+}
+
+TEST_F(ExcelTest, ABookInUseIsTriedAgainAndRequeriedWhenItChanged) {
+  excel.failingOpens = 3;
+  Open();
+  EXPECT_EQ(excel.opened, 4);
+  connection.Requery(false);
+  EXPECT_EQ(excel.opened, 4);
+  machine.files.files["/decks/book.xlsx"].date += 1;
+  excel.sheets[1].second[1][0].text = "Coffee";
+  connection.Requery(false);
+  EXPECT_EQ(Value(1, "Name"), "Coffee");
+  machine.files.files["/decks/book.xlsx"].date += 1;
+  excel.failingOpens = 4;
+  EXPECT_EQ(Failure([&] { connection.Requery(false); }),
+            "28 Error requerying excel file Targets. \r\nError while opening excel file Targets. \r\nthe "
+            "file is in "
+            "use");
+  connection.Requery(false);
+  EXPECT_EQ(Value(1, "Name"), "Coffee");
+}
+
+TEST_F(ExcelTest, WithoutExcelNothingOpens) {
+  excel.installed = false;
+  Open();
+  EXPECT_FALSE(connection.ConnectionReady());
+  EXPECT_EQ(connection.RecordCount(), 0);
+  EXPECT_EQ(ExcelStatus(false, false), ExcelState::Unavailable);
+}
+
+TEST_F(ExcelTest, TheSystemKeepsOneExcelAndQuitsItUnlessItIsVisible) {
+  for (const bool visible : {false, true}) {
+    modGlobalFunctions::Reset();
+    excel.visible = visible;
+    excel.quits = 0;
+    excel.created = 0;
+    Connect connect;
+    struct Entry final : AddInDesigner::AddIn {
+      basic::Variant Property(std::string_view) const override { return std::string("LF2000.Connect"); }
+    };
+    connect.OnConnection(std::make_shared<fakes::Application>(), AddInDesigner::ConnectMode::Startup,
+                         std::make_shared<Entry>());
+    Open();
+    Open();
+    EXPECT_EQ(excel.created, 2);  // one to look, one to keep
+    EXPECT_TRUE(excel.ignoresRemoteRequests);
+    connect.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
+    EXPECT_EQ(excel.quits, visible ? 0 : 1);
+    EXPECT_FALSE(excel.ignoresRemoteRequests);
+    EXPECT_EQ(modGlobalFunctions::CurrentExcelState, ExcelState::Unknown);
+  }
+}
+
+}  // namespace
+}  // namespace LF2000
