@@ -8,14 +8,20 @@ set -euo pipefail
 # PACKAGE, or PACKAGE:COMMAND where the command may come from elsewhere.
 build=(
   g++:g++ cmake:cmake ninja-build:ninja pkg-config:pkg-config
-  libpugixml-dev libzip-dev zlib1g-dev libboost-dev libfreetype-dev libfontconfig-dev
+  libpugixml-dev libzip-dev zlib1g-dev libboost-dev libfreetype-dev libfontconfig-dev unixodbc-dev
   nlohmann-json3-dev libcli11-dev libgtest-dev libgmock-dev
 )
 fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
-tests=(libbenchmark-dev locales chromium:chromium nodejs:node npm:npm zip:zip unzip:unzip)
+# What decks connect to: SQLite needs no more than its driver; the others are installed as
+# they are needed (odbc-postgresql, odbc-mariadb, odbc-mdbtools, tdsodbc, libreoffice-calc).
+sources=(libsqliteodbc)
+tests=(
+  libbenchmark-dev locales chromium:chromium nodejs:node npm:npm zip:zip unzip:unzip
+  libreoffice-calc postgresql odbc-postgresql mariadb-server-core odbc-mariadb
+)
 
 root=$(cd "$(dirname "$0")/.." && pwd)
-wanted=("${build[@]}" "${fonts[@]}")
+wanted=("${build[@]}" "${fonts[@]}" "${sources[@]}")
 with_tests=false
 case "$#:${1:-}" in
   0:) ;;
