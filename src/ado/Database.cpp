@@ -21,20 +21,16 @@ SQLCHAR* characters(const std::string& text) {
   return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.c_str()));
 }
 
-/// A statement of the connection, shown in a slot while it lives.
+/// A statement of the connection.
 class Statement {
  public:
-  Statement(SQLHDBC connection, StatementSlot& slot) : slot_(slot) {
+  explicit Statement(SQLHDBC connection) {
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, connection, &handle_))) {
       throw basic::Error(basic::AdapterError, "ADODB.Recordset",
                          diagnosisOf(HandleKind::Connection, connection).words);
     }
-    slot_.show(handle_);
   }
-  ~Statement() {
-    slot_.hide();
-    SQLFreeHandle(SQL_HANDLE_STMT, handle_);
-  }
+  ~Statement() { SQLFreeHandle(SQL_HANDLE_STMT, handle_); }
   Statement(const Statement&) = delete;
   Statement& operator=(const Statement&) = delete;
 
@@ -46,8 +42,19 @@ class Statement {
   }
 
  private:
-  StatementSlot& slot_;
   SQLHSTMT handle_ = SQL_NULL_HSTMT;
+};
+
+/// Shows a statement in a slot while it executes.
+class Shown {
+ public:
+  Shown(const Statement& statement, StatementSlot& slot) : slot_(slot) { slot_.show(statement.handle()); }
+  ~Shown() { slot_.hide(); }
+  Shown(const Shown&) = delete;
+  Shown& operator=(const Shown&) = delete;
+
+ private:
+  StatementSlot& slot_;
 };
 
 bool saysNoSuchTable(const std::string& state) { return state == "42P01" || state == "42S02"; }
@@ -109,10 +116,20 @@ void Database::disconnect() noexcept {
 }
 
 ResultTable Database::read(const Source& source, StatementSlot& slot) try {
-  const Statement statement(connection_, slot);
-  // Who stopped it before the statement was shown could not interrupt it.
-  if (slot.stopped()) throw basic::Error(basic::AdapterError, "ADODB.Recordset", "stopped");
-  execute(statement, source, dialect_.quote);
+  const auto leaveIfStopped = [&slot] {
+    if (slot.stopped()) throw basic::Error(basic::AdapterError, "ADODB.Recordset", "stopped");
+  };
+  const Statement statement(connection_);
+  {
+    // Interrupted between rows, drivers free those that are being read, so that
+    // ends with the execution. Reading looks at the slot itself.
+    std::optional<Shown> shown;
+    if (dialect_.interruptible) shown.emplace(statement, slot);
+    // Who stopped it before the statement was shown could not interrupt it.
+    leaveIfStopped();
+    execute(statement, source, dialect_.quote);
+  }
+  leaveIfStopped();
   return readResult(statement.handle(), dialect_, slot);
 } catch (const basic::Error& error) {
   fail("read '" + shortened(source.text) + "'", error.description);
@@ -120,7 +137,7 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
 
 ResultTable Database::tables() try {
   StatementSlot slot;
-  const Statement statement(connection_, slot);
+  const Statement statement(connection_);
   std::string types = "TABLE,VIEW";
   if (!SQL_SUCCEEDED(
           SQLTables(statement.handle(), nullptr, 0, nullptr, 0, nullptr, 0, characters(types), SQL_NTS))) {
@@ -153,6 +170,7 @@ Dialect Database::askDialect() const {
   if (dialect.quote == " ") dialect.quote.clear();
   const std::string driver = infoText(SQL_DRIVER_NAME);
   dialect.looseTypes = driver.find("sqlite") != std::string::npos;
+  dialect.interruptible = !dialect.looseTypes;
   dialect.trueSizes =
       driver.find("maodbc") != std::string::npos || driver.find("tdsodbc") != std::string::npos;
   SQLUINTEGER extensions = 0;

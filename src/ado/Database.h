@@ -23,6 +23,9 @@ struct Dialect {
   bool trueSizes = false;
   /// Values can be asked for again after they were fetched into a buffer.
   bool rereads = false;
+  /// The driver can be interrupted from another thread while it executes. That
+  /// for SQLite frees what it is working on.
+  bool interruptible = true;
 };
 
 /// What a recordset is opened on.

@@ -68,6 +68,8 @@ void setSqliteDefaults(ConnectionString& string) {
   string.setDefault("NoCreat", "1");
   // Rows one by one instead of all at once in the driver's memory.
   string.setDefault("StepAPI", "1");
+  // Milliseconds for a lock to go; the reason is told before the command times out.
+  string.setDefault("Timeout", "20000");
 }
 
 void setPostgresDefaults(ConnectionString& string) {
