@@ -138,13 +138,13 @@ void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
 }
 
 void FrmRuntimeTimer::RefreshData() {
-  ConnectionFlags marked;
-  ForEachSlideUpToNext(
-      [&](std::int32_t slide) { marked |= usedConnections_[static_cast<std::size_t>(slide)]; });
+  connectionsToRequery_.reset();
+  ForEachSlideUpToNext([&](std::int32_t slide) {
+    connectionsToRequery_ |= usedConnections_[static_cast<std::size_t>(slide)];
+  });
   for (const auto& [key, connection] : connections_) {
     const auto number = static_cast<std::size_t>(basic::CLng(key));
-    if (!marked[number]) continue;
-    RequeryConnection(number);
+    if (connectionsToRequery_[number]) RequeryConnection(number);
     if (unloaded_) return;
   }
   const auto current = static_cast<std::int32_t>(currentSlide_);
