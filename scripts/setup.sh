@@ -17,7 +17,7 @@ fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
 sources=(libsqliteodbc)
 tests=(
   libbenchmark-dev locales chromium:chromium nodejs:node npm:npm zip:zip unzip:unzip
-  libreoffice-calc postgresql odbc-postgresql mariadb-server-core odbc-mariadb
+  libreoffice-calc postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
 
 root=$(cd "$(dirname "$0")/.." && pwd)

@@ -198,7 +198,10 @@ void clsConnection::CloseConnection() {
 }
 
 void clsConnection::CloseRecordset() {
-  if (recordset_ && recordset_->State() != ADODB::adStateClosed) recordset_->Close();
+  // A recordset whose fetching failed says so at every question; it is let go all the same.
+  modGlobalFunctions::IgnoreErrors([&] {
+    if (recordset_ && recordset_->State() != ADODB::adStateClosed) recordset_->Close();
+  });
   recordset_.reset();
 }
 
