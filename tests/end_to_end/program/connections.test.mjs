@@ -153,7 +153,7 @@ test("what a connection cannot be is told, and the deck stays as it was", async 
     [["remove", "077"], 1, /no connection 077/],
     [["set", "077", "--header"], 1, /no connection 077/],
     [["add", "--type", "text", "--description", "x"], 2, /--file/],
-    [["add", "--type", "carrier pigeon", "--description", "x", "--file", "x"], 1, /carrier pigeon/],
+    [["add", "--type", "carrier pigeon", "--description", "x", "--file", "x"], 2, /carrier pigeon/],
     [["add", "--type", "text", "--description", "a\tb", "--file", "x"], 2, /TAB/],
     [["test", "001", "--rows", "-1"], 2, /--rows/],
     [["rename", "001"], 2, /rename/],
