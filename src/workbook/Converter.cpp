@@ -1,13 +1,11 @@
 #include "workbook/Converter.h"
 
-#include <stdlib.h>
-
 #include <cerrno>
 #include <cstring>
 #include <fstream>
 #include <vector>
 
-#include "workbook/ChildProcess.h"
+#include "process/ChildProcess.h"
 #include "workbook/Failure.h"
 
 namespace workbook {
@@ -54,40 +52,33 @@ std::string lastLine(const fs::path& file) {
 
 }  // namespace
 
-Converter::~Converter() {
-  if (!folder_.empty()) RemovedFolder remove(folder_);
-}
-
 /// Also when something has tidied up among the temporary files since.
-void Converter::makeFolder(const std::string& path) {
+void Converter::makeFolder(const std::string& path) try {
   std::error_code error;
-  if (!folder_.empty() && fs::is_directory(folder_, error)) return;
-  std::string name = (fs::temp_directory_path(error) / "lumenfold.XXXXXX").string();
-  if (::mkdtemp(name.data()) == nullptr) {
-    failOpening(path, "no folder for its conversion can be made: " + std::string(std::strerror(errno)));
-  }
-  folder_ = name;
+  if (!folder_ || !fs::is_directory(folder_->path(), error)) folder_.emplace();
+} catch (const fs::filesystem_error& error) {
+  failOpening(path, "no folder for its conversion can be made: " + error.code().message());
 }
 
 void Converter::run(const std::string& path, const fs::path& job, const fs::path& input) {
   using Clock = std::chrono::steady_clock;
   // Two instances cannot share a profile.
-  const fs::path profile = folder_ / ("profile" + std::to_string(running_));
+  const fs::path profile = folder_->path() / ("profile" + std::to_string(running_));
   const fs::path log = job / "log";
-  ChildProcess process(
+  process::ChildProcess child(
       {options_.program, "-env:UserInstallation=file://" + profile.string(), "--headless", "--norestore",
        "--nologo", "--convert-to", "xlsx", "--outdir", (job / "out").string(), input.string()},
       log.string());
-  if (process.startError() == ENOENT) {
+  if (child.startError() == ENOENT) {
     failOpening(path, "LibreOffice Calc, which reads such workbooks, is not installed (" +
                           std::string(Package) + ")");
   }
-  if (process.startError() != 0) {
-    failOpening(path, "LibreOffice cannot be started: " + std::string(std::strerror(process.startError())));
+  if (child.startError() != 0) {
+    failOpening(path, "LibreOffice cannot be started: " + std::string(std::strerror(child.startError())));
   }
   const Clock::time_point end = Clock::now() + options_.timeout;
   std::optional<int> status;
-  while (!(status = process.exitStatus())) {
+  while (!(status = child.exitStatus())) {
     if (Clock::now() >= end) {
       const auto seconds = std::chrono::ceil<std::chrono::seconds>(options_.timeout).count();
       failOpening(path, "LibreOffice did not convert it within " + std::to_string(seconds) + " s");
@@ -113,7 +104,7 @@ host::Bytes Converter::convert(const std::string& path, const SourceFile& source
 
   makeFolder(path);
   const std::string number = std::to_string(++jobs_);
-  const fs::path job = folder_ / ("job" + number);
+  const fs::path job = folder_->path() / ("job" + number);
   const RemovedFolder remove(job);
   const Counted running(running_);
   // A copy under a name without surprises, which nobody locks or writes to.
@@ -123,7 +114,7 @@ host::Bytes Converter::convert(const std::string& path, const SourceFile& source
       .write(source.bytes.data.get(), static_cast<std::streamsize>(source.bytes.size));
   run(path, job, input);
 
-  const fs::path result = folder_ / (number + ".xlsx");
+  const fs::path result = folder_->path() / (number + ".xlsx");
   fs::rename(job / "out" / "workbook.xlsx", result, error);
   if (error) failOpening(path, "its conversion cannot be kept: " + error.message());
   converted_.insert_or_assign(path, Converted{source.stamp, result});

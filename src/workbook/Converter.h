@@ -3,9 +3,11 @@
 #include <chrono>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "host/services.h"
+#include "process/TemporaryFolder.h"
 #include "workbook/SourceFile.h"
 
 namespace workbook {
@@ -22,7 +24,6 @@ class Converter {
   };
 
   Converter(host::Loop& loop, Options options) : loop_(loop), options_(std::move(options)) {}
-  ~Converter();
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
@@ -41,7 +42,7 @@ class Converter {
 
   host::Loop& loop_;
   Options options_;
-  std::filesystem::path folder_;
+  std::optional<process::TemporaryFolder> folder_;
   std::map<std::string, Converted> converted_;
   int jobs_ = 0;     // ever begun
   int running_ = 0;  // a handler that the loop runs may ask for another

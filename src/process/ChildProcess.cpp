@@ -1,25 +1,31 @@
-#include "workbook/ChildProcess.h"
+#include "process/ChildProcess.h"
 
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 
-namespace workbook {
+namespace process {
 namespace {
 
 class FileActions {
  public:
-  explicit FileActions(const std::string& outputFile) {
+  FileActions(const std::string& outputFile, const std::vector<Inherited>& inherited) {
     posix_spawn_file_actions_init(&actions_);
     posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, outputFile.c_str(),
                                      O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_adddup2(&actions_, STDOUT_FILENO, STDERR_FILENO);
-    posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+    int last = STDERR_FILENO;
+    for (const Inherited& each : inherited) {
+      posix_spawn_file_actions_adddup2(&actions_, each.ours, each.childs);
+      last = std::max(last, each.childs);
+    }
+    posix_spawn_file_actions_addclosefrom_np(&actions_, last + 1);
   }
   ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
   FileActions(const FileActions&) = delete;
@@ -56,12 +62,13 @@ class Attributes {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::string& outputFile) {
+ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::string& outputFile,
+                           const std::vector<Inherited>& inherited) {
   std::vector<char*> arguments;
   arguments.reserve(command.size() + 1);
   for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
   arguments.push_back(nullptr);
-  const FileActions actions(outputFile);
+  const FileActions actions(outputFile, inherited);
   const Attributes attributes;
   startError_ =
       ::posix_spawnp(&process_, arguments[0], actions.get(), attributes.get(), arguments.data(), ::environ);
@@ -83,4 +90,4 @@ std::optional<int> ChildProcess::exitStatus() {
   return ended > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-}  // namespace workbook
+}  // namespace process

@@ -6,14 +6,22 @@
 #include <string>
 #include <vector>
 
-namespace workbook {
+namespace process {
+
+/// A descriptor of ours that a child gets under a number of its own. The number
+/// is above 2; ours is above all of them.
+struct Inherited {
+  int ours = -1;
+  int childs = -1;
+};
 
 /// A program started in a process group of its own, without input, its output
 /// going to a file. What still runs is killed with it.
 class ChildProcess {
  public:
   /// Finds the program by PATH. Nothing is running when it could not be started.
-  ChildProcess(const std::vector<std::string>& command, const std::string& outputFile);
+  ChildProcess(const std::vector<std::string>& command, const std::string& outputFile,
+               const std::vector<Inherited>& inherited = {});
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
@@ -28,4 +36,4 @@ class ChildProcess {
   int startError_ = 0;
 };
 
-}  // namespace workbook
+}  // namespace process
