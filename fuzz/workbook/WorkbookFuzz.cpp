@@ -44,7 +44,7 @@ std::string bookWith(char which, const std::string& rest) {
   return book.bytes();
 }
 
-Texts read(const std::shared_ptr<workbook::Book>& book, std::size_t sheet, const workbook::Area& area) {
+Texts read(const std::shared_ptr<workbook::Book>& book, std::size_t sheet, const basic::Area& area) {
   NoLoop loop;
   Texts texts;
   workbook::SheetRange(book, {sheet, area}, loop).ForEach([&](const Excel::Cell& cell) {

@@ -126,7 +126,7 @@ const DefinedName* Book::findName(std::size_t sheet, std::string_view name) cons
 }
 
 Book::Target Book::resolve(std::size_t sheet, std::string_view reference) const {
-  std::optional<Reference> parsed = parseReference(reference);
+  std::optional<basic::Reference> parsed = basic::ParseReference(reference);
   if (!parsed) {
     const DefinedName* name = findName(sheet, basic::Trim(reference));
     if (name == nullptr) {
@@ -138,7 +138,7 @@ Book::Target Book::resolve(std::size_t sheet, std::string_view reference) const 
            inQuotes(archive_.path()) + ". " + std::string(Example) +
            ", or a defined name (there are: " + known.text() + ")");
     }
-    parsed = parseReference(name->refersTo);
+    parsed = basic::ParseReference(name->refersTo);
     if (!parsed) {
       fail("the name " + inQuotes(reference) + " of workbook " + inQuotes(archive_.path()) +
            " does not stand for one range of cells, but for " + inQuotes(name->refersTo) + ". " +

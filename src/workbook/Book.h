@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "basic/CellReference.h"
 #include "basic/NumberFormat.h"
 #include "workbook/Archive.h"
-#include "workbook/Reference.h"
 #include "workbook/SharedStrings.h"
 #include "workbook/Styles.h"
 
@@ -55,7 +55,7 @@ class Book {
   /// What a reference or defined name means on a sheet.
   struct Target {
     std::size_t sheet = 0;
-    Area area;
+    basic::Area area;
   };
   [[nodiscard]] Target resolve(std::size_t sheet, std::string_view reference) const;
 

@@ -11,11 +11,11 @@ namespace {
 
 /// As the sheet declares it; writers that do not know it beforehand leave it out
 /// or declare one cell.
-Area dimensionOf(const Book& book, const SheetEntry& sheet) {
-  SheetReader reader(book, sheet, {1, MaximumRow, 1, 1});
+basic::Area dimensionOf(const Book& book, const SheetEntry& sheet) {
+  SheetReader reader(book, sheet, {1, basic::MaximumRow, 1, 1});
   const auto declared = reader.declared();
-  if (declared && areaText(*declared).find(':') != std::string::npos) return *declared;
-  Area found;
+  if (declared && basic::AreaText(*declared).find(':') != std::string::npos) return *declared;
+  basic::Area found;
   while (reader.next()) {
     if (!reader.hasValues()) continue;
     found.lastRow = reader.row();
@@ -32,7 +32,7 @@ Description describe(const std::string& path, host::Loop& loop) {
   Description description;
   for (const SheetEntry& sheet : sheets) {
     if (!sheet.isWorksheet) continue;
-    description.sheets.push_back({sheet.name, sheet.isVisible, areaText(dimensionOf(*book, sheet))});
+    description.sheets.push_back({sheet.name, sheet.isVisible, basic::AreaText(dimensionOf(*book, sheet))});
   }
   for (const DefinedName& name : book->names()) {
     if (name.isHidden) continue;

@@ -29,7 +29,7 @@ class Pump {
 }  // namespace
 
 std::uint32_t SheetRange::lastColumnWithData() const {
-  Area firstColumn = target_.area;
+  basic::Area firstColumn = target_.area;
   firstColumn.lastColumn = firstColumn.firstColumn;
   SheetReader reader(*book_, book_->sheets()[target_.sheet], firstColumn);
   std::uint32_t last = target_.area.firstColumn;
@@ -38,9 +38,9 @@ std::uint32_t SheetRange::lastColumnWithData() const {
 }
 
 void SheetRange::ForEach(const std::function<bool(const Excel::Cell&)>& visit) {
-  Area area = target_.area;
-  const bool endsWithData = area.lastRow == MaximumRow;
-  if (area.lastColumn == MaximumColumn) area.lastColumn = lastColumnWithData();
+  basic::Area area = target_.area;
+  const bool endsWithData = area.lastRow == basic::MaximumRow;
+  if (area.lastColumn == basic::MaximumColumn) area.lastColumn = lastColumnWithData();
 
   SheetReader reader(*book_, book_->sheets()[target_.sheet], area);
   CellView cell(*book_);

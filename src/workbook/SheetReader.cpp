@@ -33,18 +33,18 @@ std::optional<double> parseNumber(std::string_view text) {
 
 }  // namespace
 
-SheetReader::SheetReader(const Book& book, const SheetEntry& sheet, const Area& area)
+SheetReader::SheetReader(const Book& book, const SheetEntry& sheet, const basic::Area& area)
     : book_(book),
       sheet_(sheet),
       area_(area),
       rows_(book.archive(), partOf(book, sheet), "sheetData", "row"),
       cells_(area.lastColumn - area.firstColumn + 1) {}
 
-std::optional<Area> SheetReader::declared() const {
+std::optional<basic::Area> SheetReader::declared() const {
   pugi::xml_document document;
   const std::string& tag = rows_.dimensionTag();
   document.load_buffer(tag.data(), tag.size(), pugi::parse_minimal | pugi::parse_fragment);
-  const auto reference = parseReference(document.first_child().attribute("ref").value());
+  const auto reference = basic::ParseReference(document.first_child().attribute("ref").value());
   return reference ? std::optional(reference->area) : std::nullopt;
 }
 
@@ -54,7 +54,7 @@ bool SheetReader::next() {
     if (!row) break;
     const pugi::xml_attribute named = row.attribute("r");
     const auto number = named ? xml::number(named.value()) : row_ + 1;
-    if (!number || *number <= row_ || *number > MaximumRow) {
+    if (!number || *number <= row_ || *number > basic::MaximumRow) {
       book_.archive().failIn(sheet_.part,
                              "has a row " + inQuotes(named.value()) + " after row " + std::to_string(row_));
     }
@@ -64,7 +64,7 @@ bool SheetReader::next() {
     readRow(row);
     return true;
   }
-  row_ = MaximumRow;
+  row_ = basic::MaximumRow;
   return false;
 }
 
@@ -88,7 +88,7 @@ void SheetReader::readCell(pugi::xml_node cell) {
        attribute = attribute.next_attribute()) {
     const std::string_view name = attribute.name();
     if (name == "r") {
-      const auto place = parsePlace(attribute.value());
+      const auto place = basic::ParsePlace(attribute.value());
       if (!place) {
         book_.archive().failIn(
             sheet_.part, "has a cell " + inQuotes(attribute.value()) + " in row " + std::to_string(row_));
@@ -100,7 +100,7 @@ void SheetReader::readCell(pugi::xml_node cell) {
       style = xml::number(attribute.value()).value_or(0);
     }
   }
-  if (column_ > MaximumColumn) {
+  if (column_ > basic::MaximumColumn) {
     book_.archive().failIn(sheet_.part, "has more than 16,384 cells in row " + std::to_string(row_));
   }
   CellData data = valueOf(cell, type);

@@ -19,7 +19,7 @@ class SheetReader {
  public:
   /// The book outlives it. Errors of the sheet's part are thrown here and by
   /// next(), with part, line and column.
-  SheetReader(const Book& book, const SheetEntry& sheet, const Area& area);
+  SheetReader(const Book& book, const SheetEntry& sheet, const basic::Area& area);
 
   /// Goes to the next row that the sheet has in the area; false when there is none.
   bool next();
@@ -33,7 +33,7 @@ class SheetReader {
   /// The last column of the row with a value; 0 without any.
   [[nodiscard]] std::uint32_t lastFilled() const { return lastFilled_; }
   /// The area that the sheet says it fills: not all say the truth.
-  [[nodiscard]] std::optional<Area> declared() const;
+  [[nodiscard]] std::optional<basic::Area> declared() const;
 
  private:
   void readRow(pugi::xml_node row);
@@ -43,7 +43,7 @@ class SheetReader {
 
   const Book& book_;
   const SheetEntry& sheet_;
-  Area area_;
+  basic::Area area_;
   ElementStream rows_;
   std::uint32_t row_ = 0;
   std::uint32_t column_ = 0;

@@ -4,7 +4,7 @@
 
 #include "workbook/Describe.h"
 #include "workbook/Reading.h"
-#include "workbook/Reference.h"
+#include "basic/CellReference.h"
 
 namespace workbook::test {
 namespace {
@@ -19,11 +19,15 @@ class References : public ::testing::TestWithParam<ReferenceCase> {};
 
 TEST_P(References, AreParsed) {
   const auto& [text, sheet, area] = GetParam();
-  const auto reference = parseReference(text);
+  const auto reference = basic::ParseReference(text);
   ASSERT_EQ(reference.has_value(), area != nullptr);
   if (!reference) return;
-  EXPECT_EQ(areaText(reference->area), area);
+  EXPECT_EQ(basic::AreaText(reference->area), area);
   EXPECT_EQ(reference->sheet, sheet == nullptr ? std::nullopt : std::optional<std::string>(sheet));
+  const auto again = basic::ParseReference(basic::ReferenceText(*reference));
+  ASSERT_TRUE(again);
+  EXPECT_EQ(again->area, reference->area);
+  EXPECT_EQ(again->sheet, reference->sheet);
 }
 
 INSTANTIATE_TEST_SUITE_P(
