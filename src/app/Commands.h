@@ -24,5 +24,6 @@ void addSlideCommand(CLI::App& program, Environment& environment);
 void addDisplayCommand(CLI::App& program, Environment& environment);
 void addFillCommand(CLI::App& program, Environment& environment);
 void addLogCommand(CLI::App& program, Environment& environment);
+void addSnapshotCommand(CLI::App& program, Environment& environment);
 
 }  // namespace app

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace app {
+
+/// Takes pictures of pages with an installed Chromium, which runs without a
+/// window for as long as this object lives.
+class Camera {
+ public:
+  /// In CSS px, and how many px of the picture one of them becomes.
+  struct View {
+    int width = 960;
+    int height = 540;
+    double scale = 1;
+  };
+
+  /// Starts the browser. Throws basic::Error when none is installed (saying which
+  /// package has it) or it does not come up.
+  Camera();
+  ~Camera();
+  Camera(const Camera&) = delete;
+  Camera& operator=(const Camera&) = delete;
+
+  /// A picture (PNG) of the upper left corner of a page, once its pictures and
+  /// fonts are there. Throws basic::Error when the browser fails or does not answer
+  /// within half a minute.
+  std::string photograph(const std::filesystem::path& page, const View& view);
+
+ private:
+  class Browser;
+  std::unique_ptr<Browser> browser_;
+  std::string session_;
+};
+
+}  // namespace app

@@ -1,0 +1,51 @@
+// Slides as pages and pictures that stand alone.
+
+import assert from "node:assert/strict";
+import { existsSync, mkdirSync, readFileSync, readdirSync } from "node:fs";
+import { test } from "node:test";
+import { editPart } from "../support/deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck } from "../support/value_deck.mjs";
+
+const pngSize = (file) => {
+  const bytes = readFileSync(file);
+  assert.equal(bytes.toString("latin1", 1, 4), "PNG");
+  return [bytes.readUInt32BE(16), bytes.readUInt32BE(20)];
+};
+
+test("every slide is written, filled, hidden ones too", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "eggs & <ham>", "milk", "tea");
+  editPart(deck, "ppt/slides/slide2.xml", (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
+  const folder = sandbox.path("new folder/100% #1");
+  sandbox.done("snapshot", deck, "-o", folder, "--png", "--width", 480);
+
+  const slides = readdirSync(folder).filter((name) => name.endsWith(".html")).length;
+  assert.deepEqual(
+    readdirSync(folder).sort(),
+    Array.from({ length: slides }, (_, i) => `slide-00${i + 1}`).flatMap((name) => [`${name}.html`, `${name}.png`]),
+  );
+  assert.ok(slides >= 2);
+  const page = readFileSync(`${folder}/slide-001.html`, "utf8");
+  assert.ok(page.includes("eggs &amp; &lt;ham&gt;"));
+  assert.ok(page.includes('href="data:image/'));
+  assert.ok(!/(src|href)="(?!data:)/.test(page));
+  assert.deepEqual(pngSize(`${folder}/slide-002.png`), [480, 270]);
+});
+
+test("what cannot be photographed or filled is told", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
+  mkdirSync(sandbox.path("no programs"));
+  const environment = { PATH: sandbox.path("no programs") };
+  const blind = sandbox.runWith({ environment }, "snapshot", deck, "-o", sandbox.path("out"), "--png");
+  assert.equal(blind.code, 1);
+  assert.match(blind.error, /apt install chromium/);
+  assert.ok(!existsSync(sandbox.path("out")));
+
+  sandbox.done("connection", deck, "set", "001", "--file", "gone.txt");
+  const unfilled = sandbox.run("snapshot", deck, "-o", sandbox.path("out"));
+  assert.equal(unfilled.code, 1);
+  assert.match(unfilled.error, /not everything could be filled; see .*errors\.txt/);
+  assert.ok(existsSync(sandbox.path("out/slide-001.html")));
+});
