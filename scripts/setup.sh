@@ -16,7 +16,7 @@ fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
 # they are needed (odbc-postgresql, odbc-mariadb, odbc-mdbtools, tdsodbc, libreoffice-calc).
 sources=(libsqliteodbc)
 tests=(
-  libbenchmark-dev locales chromium:chromium nodejs:node npm:npm zip:zip unzip:unzip
+  libbenchmark-dev locales chromium:chromium nodejs:node npm:npm zip:zip unzip:unzip sqlite3:sqlite3
   libreoffice-calc postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
 

@@ -53,6 +53,16 @@ export const titleHolder = (box, style = {}) => ({
   },
 });
 
+// Packs anew with the fixed date, and without entries for folders, which no package has.
+export async function pack(zip, file) {
+  const packed = new JSZip();
+  for (const entry of Object.values(zip.files).filter((each) => !each.dir)) {
+    packed.file(entry.name, await entry.async('nodebuffer'), { date: STAMP, createFolders: false });
+  }
+  await writeFile(`${samples}/${file}`, await packed.generateAsync({ type: 'nodebuffer', compression: 'DEFLATE' }));
+  console.log(`${file} written`);
+}
+
 const escapeName = (name) => name.replace(/&/g, '&amp;').replace(/"/g, '&quot;');
 
 // The `<p:sp>` or `<p:pic>` element with this name, as [start, end) in the slide's XML.
@@ -163,13 +173,7 @@ export async function save(deck, file, { colours, dark = false, advance, transit
     xml.replace(/<Override PartName="\/([^"]+)"[^>]*\/>/g, (override, part) => (zip.file(part) ? override : '')));
   await edit('docProps/core.xml', (xml) => xml.replace(/\d{4}-\d\d-\d\dT[\d:.]+Z/g, STAMP.toISOString().replace('.000', '')));
 
-  // Packed anew without entries for folders, which no package has.
-  const pack = new JSZip();
-  for (const entry of Object.values(zip.files).filter((each) => !each.dir)) {
-    pack.file(entry.name, await entry.async('nodebuffer'), { date: STAMP, createFolders: false });
-  }
-  await writeFile(`${samples}/${file}`, await pack.generateAsync({ type: 'nodebuffer', compression: 'DEFLATE' }));
-  console.log(`${file} written`);
+  await pack(zip, file);
 }
 
 // A custom geometry from points in a 100 × 100 square, scaled to a box in inches.

@@ -9,9 +9,10 @@ if [[ ! -x $program ]]; then
   exit 1
 fi
 
-# connect DECK DESCRIPTION FILE: sets $connection to the tag number.
+# connect DECK TYPE DESCRIPTION SOURCE...: sets $connection to the tag number.
 connect() {
-  connection=$("$program" connection "$1" add --type text --description "$2" --file "$3" --header)
+  local deck=$1 type=$2 description=$3
+  connection=$("$program" connection "$deck" add --type "$type" --description "$description" "${@:4}")
 }
 # link DECK SLIDE SHAPE COLUMN ROW: to the connection made last.
 link() {
@@ -21,20 +22,20 @@ clock() { "$program" link "$1" --slide "$2" --shape "$3" --clock "$4"; }
 
 link_departures() {
   local deck=departures/departures.pptx row column slide
-  connect $deck "Departures" departures.txt
+  connect $deck text "Departures" --file departures.txt --header
   for row in {1..9}; do
     for column in Time Flight Destination Gate Status Go Wait Stop; do
       link $deck 1 "r$row $column" $column "$row"
     done
   done
-  connect $deck "Changes to flights" alerts.txt
+  connect $deck text "Changes to flights" --file alerts.txt --header
   for row in {1..4}; do
     for column in Time Flight Destination Notice Detail; do
       link $deck 2 "a$row $column" $column "$row"
     done
   done
   "$program" slide $deck 2 --hide-when-no-data on
-  connect $deck "Weather" weather.txt
+  connect $deck text "Weather" --file weather.txt --header
   for column in City Temperature Sky Wind; do link $deck 3 "w1 $column" $column 1; done
   for row in {2..5}; do
     for column in City Temperature Sky; do link $deck 3 "w$row $column" $column "$row"; done
@@ -47,12 +48,12 @@ link_departures() {
 
 link_shop() {
   local deck=shop/shop.pptx row column slide
-  connect $deck "Prices" prices.txt
+  connect $deck excel "Prices" --file prices.xlsx --sheet Prices --range A:D --header
   for row in {1..14}; do
     slide=$((row <= 7 ? 1 : 2))
     for column in Item Note Price; do link $deck $slide "p$row $column" $column "$row"; done
   done
-  connect $deck "Offer of the day" offer.txt
+  connect $deck excel "Offer of the day" --file prices.xlsx --sheet Offer --range A:F --header
   for column in Item Note Price Before Saving Until; do link $deck 3 "Offer $column" $column 1; done
   "$program" slide $deck 3 --hide-when-no-data on
   for slide in 1 2; do
@@ -64,16 +65,21 @@ link_shop() {
 
 link_plant() {
   local deck=plant/plant.pptx row column slide
-  connect $deck "Key figures" kpi.txt
+  local database="Provider=SQLite;Data Source=plant.db"
+  # Of the three lamps of a line, one is lit.
+  local lines="SELECT Line, Product, Rate, Target, printf('%.1f', OEE) AS OEE, State,\
+ CASE Light WHEN 'Run' THEN '●' END AS Run, CASE Light WHEN 'Slow' THEN '●' END AS Slow,\
+ CASE Light WHEN 'Halt' THEN '●' END AS Halt FROM plant ORDER BY Line"
+  connect $deck database "Key figures" --connection-string "$database" --sql kpi
   for row in {1..4}; do
     for column in Name Value Unit Better Worse Note; do link $deck 1 "k$row $column" $column "$row"; done
   done
-  connect $deck "Lines" plant.txt
+  connect $deck database "Lines" --connection-string "$database" --sql "$lines"
   for row in {1..6}; do
     for column in Line Product Rate Target OEE State Run Slow Halt; do link $deck 1 "l$row $column" $column "$row"; done
     for column in Line Run Slow Halt; do link $deck 2 "s$row $column" $column "$row"; done
   done
-  connect $deck "Shift" shift.txt
+  connect $deck database "Shift" --connection-string "$database" --sql shift
   for slide in 1 2; do
     link $deck $slide Shift Shift 1
     link $deck $slide Lead Lead 1

@@ -1,10 +1,19 @@
 // A plant's dashboard for the hall's screens: key figures, the lines, the shift's orders.
-import { art, fixed, label, newDeck, readTable, save, titleHolder } from './deck.mjs';
+// Makes its database as well.
+import { execFileSync } from 'node:child_process';
+import { readFileSync, rmSync } from 'node:fs';
+import { art, fixed, label, newDeck, samples, save, titleHolder } from './deck.mjs';
 
 const colours = {
   dk1: '14263A', lt1: 'FFFFFF', dk2: '5B6F82', lt2: 'EEF3F7',
   accent1: '1F6F8B', accent2: '2EC4B6', accent3: '1E9E5A', accent4: 'E08A00', accent5: 'D1344B', accent6: 'C9D6DF',
 };
+const database = `${samples}/plant/plant.db`;
+rmSync(database, { force: true });
+const sqlite = (statements) => execFileSync('sqlite3', ['-bail', '-json', database], { input: statements, encoding: 'utf8' });
+sqlite(readFileSync(new URL('plant.sql', import.meta.url)));
+const read = (table) => JSON.parse(sqlite(`SELECT * FROM ${table}`));
+
 const lights = { Run: 'accent3', Slow: 'accent4', Halt: 'accent5' };
 const card = { fill: { color: 'bg1' }, line: { color: 'accent6', width: 0.75 }, rectRadius: 0.08 };
 
@@ -28,18 +37,18 @@ function banner(slide, title, shift) {
 
 function lamp(slide, row, line, box, size) {
   for (const [light, colour] of Object.entries(lights)) {
-    label(slide, `${row} ${light}`, line[light], box, { fontSize: size, align: 'center', color: colour });
+    label(slide, `${row} ${light}`, line.Light === light ? '●' : '', box, { fontSize: size, align: 'center', color: colour });
   }
 }
 
-const [shift] = readTable('plant/shift.txt');
-const lines = readTable('plant/plant.txt');
+const [shift] = read('shift');
+const lines = read('plant');
 const groups = [];
 
 const overview = deck.addSlide({ masterName: 'Dashboard' });
 banner(overview, 'Plant 4: lines and figures', shift);
 
-readTable('plant/kpi.txt').forEach((figure, i) => {
+read('kpi').forEach((figure, i) => {
   const x = 0.45 + i * 3.145;
   const tile = `k${i + 1}`;
   overview.addShape('roundRect', { objectName: `${tile} Card`, x, y: 1.2, w: 3.0, h: 1.72, ...card });
@@ -49,8 +58,8 @@ readTable('plant/kpi.txt').forEach((figure, i) => {
   label(overview, `${tile} Value`, figure.Value, { x: x + 0.2, y: 1.68, w: 2.6, h: 0.75 }, { fontSize: 44, bold: true });
   label(overview, `${tile} Unit`, figure.Unit, { x: x + 2.1, y: 1.33, w: 0.7, h: 0.36 }, { fontSize: 15, color: 'tx2', align: 'right' });
   const trend = { x: x + 0.2, y: 2.45, w: 0.75, h: 0.36 };
-  label(overview, `${tile} Better`, figure.Better, trend, { fontSize: 14, bold: true, color: 'accent3' });
-  label(overview, `${tile} Worse`, figure.Worse, trend, { fontSize: 14, bold: true, color: 'accent5' });
+  label(overview, `${tile} Better`, figure.Better ?? '', trend, { fontSize: 14, bold: true, color: 'accent3' });
+  label(overview, `${tile} Worse`, figure.Worse ?? '', trend, { fontSize: 14, bold: true, color: 'accent5' });
   label(overview, `${tile} Note`, figure.Note, { x: x + 1.0, y: 2.45, w: 1.8, h: 0.36 }, { fontSize: 14, color: 'tx2', align: 'right' });
 });
 
@@ -73,7 +82,7 @@ lines.forEach((line, i) => {
   overview.addShape('line', { objectName: `${row} Rule`, x: 0.7, y, w: 11.935, h: 0, line: { color: 'accent6', width: 0.75 } });
   lamp(overview, row, line, { x: 0.7, y, w: 0.4, h: table.row }, 26);
   for (const { name, x, w, style } of columns) {
-    label(overview, `${row} ${name}`, line[name], { x, y, w, h: table.row }, { fontSize: 19, ...style });
+    label(overview, `${row} ${name}`, String(line[name]), { x, y, w, h: table.row }, { fontSize: 19, ...style });
   }
 });
 
@@ -91,7 +100,7 @@ for (const [hall, x, y] of halls) label(orders, `Hall ${hall}`, hall, { x, y, w:
 label(orders, 'Stock', '1 204 pallets', { x: 0.95, y: 4.45, w: 2.4, h: 0.5 }, { fontSize: 20, bold: true });
 orders.addShape('roundRect', { objectName: 'Safe card', x: 0.45, y: 6.37, w: 6.2, h: 0.75, rectRadius: 0.08, fill: { color: 'accent1' } });
 orders.addShape('mathPlus', { objectName: 'Safe cross', x: 0.62, y: 6.48, w: 0.53, h: 0.53, fill: { color: 'bg1' } });
-label(orders, 'Days safe', shift.DaysSafe, { x: 1.25, y: 6.37, w: 0.95, h: 0.75 }, { fontSize: 30, bold: true, color: 'bg1', align: 'right' });
+label(orders, 'Days safe', String(shift.DaysSafe), { x: 1.25, y: 6.37, w: 0.95, h: 0.75 }, { fontSize: 30, bold: true, color: 'bg1', align: 'right' });
 label(orders, 'Days safe text', 'days without an accident', { x: 2.35, y: 6.37, w: 4.0, h: 0.75 }, { fontSize: 18, color: 'bg1' });
 
 const plan = [

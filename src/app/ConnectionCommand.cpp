@@ -7,7 +7,6 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "addin/modGlobalFunctions.h"
 #include "app/AddInHost.h"
 #include "app/Commands.h"
 #include "app/Failure.h"
@@ -50,22 +49,6 @@ void requireAllUnderstood(deck::Presentation& deck, const std::string& except) {
          " cannot be read, and this change would lose it. Remove it first: lumenfold connection " +
          deck.FullName() + " remove " + stored.number);
   }
-}
-
-/// Where the data come from, in one line and without secrets.
-std::string sourceOf(const clsConnection& connection) {
-  switch (static_cast<ConnectionKind>(connection.ConnectionType())) {
-    case ConnectionKind::Database:
-      return connection.RecordsetSQL() + " in " +
-             LF2000::modGlobalFunctions::MaskPasswords(connection.ConnectionString());
-    case ConnectionKind::Excel:
-      return connection.ConnectionRange() + " of " +
-             (connection.ConnectionSheet().empty() ? "the first sheet" : connection.ConnectionSheet()) +
-             " in " + connection.ConnectionFileString();
-    case ConnectionKind::TextFile:
-      break;
-  }
-  return connection.ConnectionFileString();
 }
 
 void list(const ConnectionOptions& options) {

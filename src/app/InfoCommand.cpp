@@ -7,12 +7,14 @@
 #include "app/Commands.h"
 #include "app/LinkedShapes.h"
 #include "app/Output.h"
+#include "app/StoredConnections.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
-#include "connections/clsConnection.h"
+#include "basic/Strings.h"
 #include "deck/Application.h"
 #include "model/clsSlide.h"
 #include "model/modTags.h"
+#include "platform/Console.h"
 
 namespace app {
 
@@ -28,16 +30,17 @@ std::string tagValue(deck::Presentation& deck, std::string_view key) {
 }
 
 /// Opens the connection to say how it stands; a failure is its state.
-Json connectionInfo(const deck::Presentation& deck, const std::string& number, const std::string& tag) {
-  LF2000::clsConnection connection;
-  connection.ActivePresentationName(deck.FullName());
-  connection.ConnectionTagNumber(number);
-  Json info = {{"number", number}};
+Json connectionInfo(const StoredConnection& stored) {
+  LF2000::clsConnection& connection = *stored.connection;
+  Json info = {{"number", stored.number},
+               {"type", connectionTypeName(connection.ConnectionType())},
+               {"description", connection.ConnectionDescription()},
+               {"source", sourceOf(connection)}};
+  if (!stored.failure.empty()) {
+    info["state"] = stored.failure;
+    return info;
+  }
   try {
-    connection.TagString(tag);
-    info["type"] = connection.ConnectionType();
-    info["description"] = connection.ConnectionDescription();
-    info["file"] = connection.ConnectionFileString();
     connection.OpenConnection();
     connection.OpenRecordset();
     connection.CloseConnection();
@@ -47,7 +50,7 @@ Json connectionInfo(const deck::Presentation& deck, const std::string& number, c
     columns.erase(columns.begin());
     info["columns"] = columns;
   } catch (const basic::Error& error) {
-    info["state"] = error.description;
+    info["state"] = basic::Replace(error.description, "\r\n", " ");
   }
   return info;
 }
@@ -77,10 +80,9 @@ Json slideInfo(deck::Presentation& deck, std::int32_t index) {
 
 Json deckInfo(deck::Presentation& deck) {
   Json connections = Json::array();
-  LF2000::modTags::ForEachTag(*deck.Tags(), LF2000::modTags::Connection,
-                              [&](const std::string& number, const std::string& value) {
-                                connections.push_back(connectionInfo(deck, number, value));
-                              });
+  for (const StoredConnection& stored : storedConnections(deck)) {
+    connections.push_back(connectionInfo(stored));
+  }
   Json slides = Json::array();
   for (std::int32_t i = 1; i <= deck.slideCount(); ++i) slides.push_back(slideInfo(deck, i));
   return {{"deck", deck.FullName()},
@@ -131,12 +133,10 @@ void print(const Json& info) {
   std::cout << "linked (version " << info["version"].get<std::string>() << ", display type "
             << info["displayType"].get<std::string>() << ")\n";
   for (const Json& connection : info["connections"]) {
-    std::cout << "\nConnection " << text(connection["number"]);
-    if (connection.contains("description")) std::cout << "  " << text(connection["description"]);
-    if (connection.contains("file")) std::cout << "  " << text(connection["file"]);
-    std::cout << "\n  ";
+    std::cout << "\nConnection " << text(connection["number"]) << "  " << text(connection["type"]) << "  "
+              << text(connection["description"]) << "  " << text(connection["source"]) << "\n  ";
     if (connection["state"] != "ready") {
-      std::cout << "not ready: " << connection["state"].get<std::string>() << '\n';
+      std::cout << "not ready: " << platform::forTerminal(connection["state"].get<std::string>()) << '\n';
       continue;
     }
     std::cout << "ready, " << connection["rowCount"] << " rows: ";

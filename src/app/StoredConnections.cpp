@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "addin/modGlobalFunctions.h"
 #include "app/Failure.h"
 #include "basic/Error.h"
 #include "model/modTags.h"
@@ -49,6 +50,21 @@ std::string connectionTypeName(std::int32_t type) {
       return "excel";
   }
   return std::to_string(type);
+}
+
+std::string sourceOf(const LF2000::clsConnection& connection) {
+  switch (static_cast<LF2000::ConnectionKind>(connection.ConnectionType())) {
+    case LF2000::ConnectionKind::Database:
+      return LF2000::modGlobalFunctions::MaskPasswords(connection.ConnectionString()) + ": " +
+             connection.RecordsetSQL();
+    case LF2000::ConnectionKind::Excel:
+      return connection.ConnectionRange() + " of " +
+             (connection.ConnectionSheet().empty() ? "the first sheet" : connection.ConnectionSheet()) +
+             " in " + connection.ConnectionFileString();
+    case LF2000::ConnectionKind::TextFile:
+      break;
+  }
+  return connection.ConnectionFileString();
 }
 
 }  // namespace app

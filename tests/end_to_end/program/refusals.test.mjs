@@ -17,7 +17,7 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
     return file;
   };
   const damaged = Buffer.from(bytes);
-  damaged.fill(0x55, 1000, bytes.length / 2);
+  damaged.fill(0x55, 1000, bytes.length >> 1);
   const files = [
     [sandbox.path("missing.pptx"), /missing\.pptx' cannot be read: No such file/],
     [sandbox.folder, /cannot be read: it is a folder/],
@@ -32,7 +32,7 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
     ],
     [bad("damaged.pptx", (file) => writeFileSync(file, damaged)), /damaged\.pptx' cannot be read/],
     [
-      bad("other.pptx", (file) => execFileSync("zip", ["-q", "-j", file, sandbox.path("shop/offer.txt")])),
+      bad("other.pptx", (file) => execFileSync("zip", ["-q", "-j", file, sandbox.path("text.pptx")])),
       /other\.pptx' cannot be read.*Content_Types/,
     ],
     [
@@ -69,11 +69,11 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
 
 test("a deck whose data are missing is not filled, and says so", (t) => {
   const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
-  rmSync(sandbox.path("shop/offer.txt"));
+  const deck = sandbox.sample("departures");
+  rmSync(sandbox.path("departures/weather.txt"));
   const { code, error } = sandbox.run("fill", deck, "-o", sandbox.path("filled.pptx"));
   assert.equal(code, 1);
-  assert.match(error, /Offer of the day[^]*offer\.txt' cannot be opened: there is no such file/);
+  assert.match(error, /Weather[^]*weather\.txt' cannot be opened: there is no such file/);
   assert.ok(!existsSync(sandbox.path("filled.pptx")));
 });
 
@@ -98,7 +98,7 @@ test("an answer that cannot be written is a failure", async (t) => {
 
 test("the debug log is written when the setting Debug says so", (t) => {
   const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const deck = sandbox.sample("departures");
   const log = sandbox.done("log", "--debug", "--path").trim();
   assert.equal(log, sandbox.path("program/lumenfold.dbg"));
   for (const off of ["", "False", "nonsense"]) {
@@ -120,7 +120,7 @@ test("the debug log is written when the setting Debug says so", (t) => {
   );
   const lines = readFileSync(log, "utf8").split("\r\n");
   assert.match(lines[0], /^\S+ \S+( [AP]M)?\.\d{3} Event +OnConnection$/);
-  assert.ok(lines.some((line) => /Information +Open text connection .*shop\/prices\.txt$/.test(line)));
+  assert.ok(lines.some((line) => /Information +Open text connection .*departures\/weather\.txt$/.test(line)));
   assert.ok(lines.some((line) => /Information +Program shut down\.$/.test(line)));
   assert.ok(sandbox.done("log", "--debug").includes("Open text connection"));
 });
