@@ -187,26 +187,34 @@ Camera::Camera() : browser_(std::make_unique<Browser>()) {
 
 Camera::~Camera() = default;
 
-std::string Camera::photograph(const std::filesystem::path& page, const View& view) {
+void Camera::open(const std::filesystem::path& page, const View& view) {
   browser_->call(
       "Emulation.setDeviceMetricsOverride",
       {{"width", view.width}, {"height", view.height}, {"deviceScaleFactor", view.scale}, {"mobile", false}},
       session_);
   browser_->call("Page.navigate", {{"url", fileUrl(page)}}, session_);
   browser_->waitFor("Page.loadEventFired");
-  browser_->call(
-      "Runtime.evaluate",
-      {{"expression",
-        "Promise.all([document.fonts.ready, ...[...document.images].map(i => i.decode().catch(() => {}))])"
-        ".then(() => new Promise(done => requestAnimationFrame(() => requestAnimationFrame(done))))"},
-       {"awaitPromise", true},
-       {"returnByValue", true}},
-      session_);
+  evaluate(
+      "Promise.all([document.fonts.ready, ...[...document.images].map(i => i.decode().catch(() => {}))])"
+      ".then(() => new Promise(done => requestAnimationFrame(() => requestAnimationFrame(() => done(0)))))");
+}
+
+std::string Camera::photograph() {
   const Json picture = browser_->call("Page.captureScreenshot",
                                       {{"format", "png"}, {"captureBeyondViewport", false}}, session_);
   auto bytes = fromBase64(picture.at("data").get<std::string>());
-  if (!bytes) fail("the browser's picture of " + page.string() + " cannot be read.");
+  if (!bytes) fail("the browser's picture cannot be read.");
   return std::move(*bytes);
+}
+
+std::string Camera::evaluate(const std::string& expression) {
+  const Json answer =
+      browser_->call("Runtime.evaluate",
+                     {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}}, session_);
+  if (answer.contains("exceptionDetails")) {
+    fail("the browser's script failed: " + answer["exceptionDetails"].value("text", "") + ".");
+  }
+  return answer.at("result").value("value", Json()).dump();
 }
 
 }  // namespace app

@@ -7,8 +7,8 @@
 
 namespace app {
 
-/// Takes pictures of pages with an installed Chromium, which runs without a
-/// window for as long as this object lives.
+/// Takes pictures and measures of pages with an installed Chromium, which runs
+/// without a window for as long as this object lives.
 class Camera {
  public:
   /// In CSS px, and how many px of the picture one of them becomes.
@@ -25,10 +25,14 @@ class Camera {
   Camera(const Camera&) = delete;
   Camera& operator=(const Camera&) = delete;
 
-  /// A picture (PNG) of the upper left corner of a page, once its pictures and
-  /// fonts are there. Throws basic::Error when the browser fails or does not answer
-  /// within half a minute.
-  std::string photograph(const std::filesystem::path& page, const View& view);
+  /// Opens a page and waits until its pictures and fonts are there. This and what
+  /// follows throw basic::Error when the browser fails or does not answer within
+  /// half a minute.
+  void open(const std::filesystem::path& page, const View& view);
+  /// The upper left corner of the open page, as large as the view (PNG).
+  std::string photograph();
+  /// What an expression of JavaScript gives on the open page, as JSON.
+  std::string evaluate(const std::string& expression);
 
  private:
   class Browser;

@@ -25,5 +25,6 @@ void addDisplayCommand(CLI::App& program, Environment& environment);
 void addFillCommand(CLI::App& program, Environment& environment);
 void addLogCommand(CLI::App& program, Environment& environment);
 void addSnapshotCommand(CLI::App& program, Environment& environment);
+void addCheckCommand(CLI::App& program, Environment& environment);
 
 }  // namespace app

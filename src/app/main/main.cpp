@@ -65,6 +65,7 @@ int run(int argc, char** argv) {
   app::addSlideCommand(program, environment);
   app::addDisplayCommand(program, environment);
   app::addFillCommand(program, environment);
+  app::addCheckCommand(program, environment);
   app::addSnapshotCommand(program, environment);
   app::addLogCommand(program, environment);
 

@@ -1,0 +1,39 @@
+// The look over a deck before it goes on screens.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { editPart } from "../support/deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck } from "../support/value_deck.mjs";
+
+const findings = (sandbox, deck) => {
+  const { out } = sandbox.run("check", deck, "--json");
+  return JSON.parse(out).findings.map(({ gravity, slide, shape, text }) => `${gravity} ${slide} ${shape}: ${text}`);
+};
+
+test("what is broken in a deck is told, with its place", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
+  const { code, out } = sandbox.run("check", deck);
+  assert.deepEqual([code, out], [0, `${deck}: nothing to complain about\n`]);
+
+  sandbox.write("shop/values.txt", [["Value"], ["eggs ".repeat(200)], ["milk"]]);
+  sandbox.done("link", deck, "--slide", 1, "--shape", "p4 Item", "--clock", "hh:nn");
+  editPart(deck, "ppt/slides/slide2.xml", (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
+  sandbox.done("connection", deck, "add", "--type", "text", "--description", "Gone", "--file", "gone.txt");
+  sandbox.done("link", deck, "--slide", 1, "--shape", "p5 Item", "--connection", "002", "--column", "A", "--row", 1);
+  const found = findings(sandbox, deck);
+  assert.equal(sandbox.run("check", deck).code, 1);
+  const patterns = [
+    /^broken 0 : Connection 002 \(Gone\): .*gone\.txt' cannot be opened/,
+    /^broken 1 p3 Item: Connection 001 \(Values\) has no row 3; it has 2 today\.$/,
+    /^broken 1 p1 Item: Today's text is larger than the shape, by \d+ px/,
+    /^note 2 : The slide is hidden in the deck\.$/,
+  ];
+  assert.deepEqual(
+    found.map((each) => patterns.findIndex((pattern) => pattern.test(each))),
+    patterns.map((_, i) => i),
+    found.join("\n"),
+  );
+  assert.deepEqual(sandbox.errorLog(), []);
+});
