@@ -36,12 +36,40 @@ void cssFill(HtmlOut& out, const Fill& fill) {
   }
 }
 
+/// Effects of all that a box shows, as far as there are properties for them.
+void cssEffects(HtmlOut& out, const Box& box) {
+  const auto& effects = box.effects;
+  const auto& mirror = effects.reflection;
+  const bool reachText = effectsReachText(box);
+  if (mirror && (reachText || !box.text.isEmpty())) {
+    const auto shade = [&](double alpha, double position) {
+      out << ',' << Color{0, 0, 0, alpha} << ' ' << (1 - position) * 100 << '%';
+    };
+    out << ";-webkit-box-reflect:below " << mirror->dy << "px linear-gradient(#0000";
+    shade(mirror->endAlpha, mirror->endPosition);
+    shade(mirror->startAlpha, mirror->startPosition);
+    out << ')';
+  }
+  if (!reachText) return;
+  out << ";filter:";
+  if (effects.blur > 0) out << "blur(" << effects.blur / 2 << "px) ";
+  if (effects.glow) {
+    out << "drop-shadow(0 0 " << effects.glow->radius / 4 << "px " << effects.glow->color
+        << ") drop-shadow(0 0 " << effects.glow->radius / 2 << "px " << effects.glow->color << ") ";
+  }
+  if (effects.shadow) {
+    out << "drop-shadow(" << effects.shadow->dx << "px " << effects.shadow->dy << "px "
+        << effects.shadow->blur / 2 << "px " << effects.shadow->color << ')';
+  }
+}
+
 }  // namespace
 
 void BoxWriter::frame(const Box& box) {
   out_ << " style=\"left:" << box.frame.x << "px;top:" << box.frame.y << "px;width:" << box.frame.w
        << "px;height:" << box.frame.h << "px";
   if (std::abs(box.rotation) > 0.005) out_ << ";transform:rotate(" << box.rotation << "deg)";
+  if (!box.effects.isEmpty()) cssEffects(out_, box);
   out_ << '"';
 }
 

@@ -20,6 +20,23 @@ struct PathCommand {
   double v[7];
 };
 
+/// How many numbers a path command has.
+constexpr int operands(char op) {
+  switch (op) {
+    case 'M':
+    case 'L':
+      return 2;
+    case 'Q':
+      return 4;
+    case 'C':
+      return 6;
+    case 'A':
+      return 7;
+    default:
+      return 0;
+  }
+}
+
 enum class PathFill : std::uint8_t { None, Normal, Lighten, LightenLess, Darken, DarkenLess };
 
 struct OutlinePath {

@@ -5,25 +5,29 @@
 
 namespace render {
 
-HtmlOut& HtmlOut::operator<<(double number) {
-  if (!std::isfinite(number)) number = 0;
-  const auto hundredths = std::llround(std::clamp(number, -1e9, 1e9) * 100);
-  const auto magnitude = hundredths < 0 ? -hundredths : hundredths;
-  if (hundredths < 0) out_ += '-';
+HtmlOut& HtmlOut::number(double value, int decimals) {
+  if (!std::isfinite(value)) value = 0;
+  long long scale = 1;
+  for (int i = 0; i < decimals; ++i) scale *= 10;
+  const auto scaled = std::llround(std::clamp(value, -1e9, 1e9) * static_cast<double>(scale));
+  const auto magnitude = scaled < 0 ? -scaled : scaled;
+  if (scaled < 0) out_ += '-';
   char digits[24];
   char* end = digits + sizeof digits;
   char* at = end;
-  auto whole = magnitude / 100;
+  auto whole = magnitude / scale;
   do {
     *--at = static_cast<char>('0' + whole % 10);
     whole /= 10;
   } while (whole != 0);
   out_.append(at, end);
-  const auto fraction = static_cast<int>(magnitude % 100);
+  auto fraction = magnitude % scale;
   if (fraction != 0) {
     out_ += '.';
-    out_ += static_cast<char>('0' + fraction / 10);
-    if (fraction % 10 != 0) out_ += static_cast<char>('0' + fraction % 10);
+    for (scale /= 10; fraction != 0; scale /= 10) {
+      out_ += static_cast<char>('0' + fraction / scale);
+      fraction %= scale;
+    }
   }
   return *this;
 }

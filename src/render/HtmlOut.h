@@ -20,8 +20,10 @@ class HtmlOut {
     return *this;
   }
   /// At most two decimals, in the shortest form.
-  HtmlOut& operator<<(double number);
-  HtmlOut& operator<<(int number) { return *this << static_cast<double>(number); }
+  HtmlOut& operator<<(double value) { return number(value, 2); }
+  /// At most four decimals, for factors.
+  HtmlOut& precise(double value) { return number(value, 4); }
+  HtmlOut& operator<<(int value) { return *this << static_cast<double>(value); }
   HtmlOut& operator<<(const Color& color);
 
   /// Escaped for contents and double-quoted attributes; control characters are dropped.
@@ -32,6 +34,8 @@ class HtmlOut {
   [[nodiscard]] std::size_t size() const { return out_.size(); }
 
  private:
+  HtmlOut& number(double value, int decimals);
+
   std::string out_;
 };
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
+#include "render/EffectReader.h"
 #include "render/Units.h"
 #include "render/XmlValues.h"
 
@@ -31,12 +31,18 @@ std::optional<Fill> readGradient(pugi::xml_node element, const PaintContext& con
   if (gradient.stops.size() == 1) return gradient.stops[0].color;
   if (const auto path = element.child("a:path")) {
     const std::string_view kind = path.attribute("path").value();
-    gradient.shape = kind == "circle" ? Gradient::Shape::Circle : Gradient::Shape::Rectangle;
+    gradient.shape = kind == "circle"  ? Gradient::Shape::Circle
+                     : kind == "shape" ? Gradient::Shape::Outline
+                                       : Gradient::Shape::Rectangle;
     if (const auto focus = path.child("a:fillToRect")) gradient.focus = sides(focus);
   } else if (const auto lin = element.child("a:lin")) {
     gradient.angle = degreesOf(lin.attribute("ang")).value_or(0);
     gradient.scaled = boolOf(lin.attribute("scaled")).value_or(false);
   }
+  if (const auto tile = element.child("a:tileRect")) gradient.tile = sides(tile);
+  const std::string_view flip = element.attribute("flip").value();
+  gradient.flips = !flip.empty() && flip != "none";
+  gradient.turnsWithShape = boolOf(element.attribute("rotWithShape")).value_or(true);
   return gradient;
 }
 
@@ -101,19 +107,32 @@ PictureFill::Tile readTile(pugi::xml_node node) {
   return tile;
 }
 
+const Asset* assetOf(pugi::xml_attribute relationship, const PaintContext& context) {
+  deck::Part* part = context.part->target(relationship.value());
+  return part != nullptr ? context.assets->add(*part) : nullptr;
+}
+
+/// The drawing that newer files keep beside its rendition in pixels is the better picture.
+const Asset* pictureOf(pugi::xml_node blip, const PaintContext& context) {
+  for (const auto extension : blip.child("a:extLst").children("a:ext")) {
+    const auto vector = extension.child("asvg:svgBlip");
+    if (!vector) continue;
+    if (const Asset* asset = assetOf(vector.attribute("r:embed"), context)) return asset;
+  }
+  return assetOf(blip.attribute("r:embed"), context);
+}
+
 }  // namespace
 
 std::optional<PictureFill> readPicture(pugi::xml_node blipFill, const PaintContext& context) {
   const auto blip = blipFill.child("a:blip");
   if (context.part == nullptr || context.assets == nullptr) return {};
-  deck::Part* image = context.part->target(blip.attribute("r:embed").value());
-  if (image == nullptr) return {};
   PictureFill fill;
-  fill.asset = context.assets->add(*image);
+  fill.asset = pictureOf(blip, context);
   if (fill.asset == nullptr) return {};
   if (const auto crop = blipFill.child("a:srcRect")) fill.crop = sides(crop);
   fill.alpha = std::clamp(shareOf(blip.child("a:alphaModFix").attribute("amt")).value_or(1), 0.0, 1.0);
-  fill.grayscale = !blip.child("a:grayscl").empty();
+  fill.effects = readPictureEffects(blip, context);
   if (const auto tile = blipFill.child("a:tile")) {
     fill.tile = readTile(tile);
   } else if (const auto rect = blipFill.child("a:stretch").child("a:fillRect")) {
@@ -175,21 +194,6 @@ void applyLine(Line& line, pugi::xml_node ln, const PaintContext& context) {
       line.fill = std::move(*fill);
     }
   }
-}
-
-std::optional<Shadow> readShadow(pugi::xml_node effectList, const PaintContext& context) {
-  const auto node = effectList.child("a:outerShdw");
-  if (!node) return {};
-  const auto color = readChildColor(node, context.colors);
-  if (!color) return {};
-  Shadow shadow;
-  shadow.color = *color;
-  shadow.blur = pxFromEmu(emuOf(node.attribute("blurRad")).value_or(0));
-  const double distance = pxFromEmu(emuOf(node.attribute("dist")).value_or(0));
-  const double direction = degreesOf(node.attribute("dir")).value_or(0) * std::numbers::pi / 180;
-  shadow.dx = distance * std::cos(direction);
-  shadow.dy = distance * std::sin(direction);
-  return shadow;
 }
 
 }  // namespace render

@@ -31,7 +31,7 @@ std::optional<PictureFill> readPicture(pugi::xml_node blipFill, const PaintConte
 /// Takes over what an a:ln states; the rest stays as it is.
 void applyLine(Line& line, pugi::xml_node ln, const PaintContext& context);
 
-/// The outer shadow of an a:effectLst.
-std::optional<Shadow> readShadow(pugi::xml_node effectList, const PaintContext& context);
+/// The outer or preset shadow of an a:effectLst; see readEffects() for `turned`.
+std::optional<Shadow> readShadow(pugi::xml_node effectList, const PaintContext& context, double turned = 0);
 
 }  // namespace render

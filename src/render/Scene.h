@@ -30,7 +30,7 @@ struct Box {
   Fill under;
   Fill fill;
   std::optional<Line> line;
-  std::optional<Shadow> shadow;
+  Effects effects;
 
   TextBody text;
   Rect textArea;
@@ -39,6 +39,13 @@ struct Box {
   std::vector<Box> children;
   std::shared_ptr<const Table> table;
 };
+
+/// Effects of a group are those of its image, effects of a shape without a fill
+/// those of its text, too.
+inline bool effectsReachText(const Box& box) {
+  if (!box.children.empty()) return true;
+  return !isVisible(box.fill) && !isVisible(box.under) && !box.text.isEmpty();
+}
 
 struct TableCell {
   int column = 0;

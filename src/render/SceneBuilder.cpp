@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "render/EffectReader.h"
 #include "render/TableReader.h"
 #include "render/XmlValues.h"
 
@@ -46,6 +47,11 @@ pugi::xml_node geometryIn(pugi::xml_node spPr) {
     if (name == "prstGeom" || name == "custGeom") return child;
   }
   return {};
+}
+
+pugi::xml_node effectsIn(pugi::xml_node properties) {
+  const auto list = properties.child("a:effectLst");
+  return list ? list : properties.child("a:effectDag");
 }
 
 /// Turned by 45 degrees or more, a shape's width runs along the other axis.
@@ -184,16 +190,19 @@ void SceneBuilder::style(Box& box, pugi::xml_node node, const pugi::xml_node (&p
   }
   if (hasLine && isVisible(line.fill)) box.line = std::move(line);
 
-  for (int i = 0; i < 3; ++i) {
-    const auto effects = properties[i].child("a:effectLst");
-    if (!effects) continue;
-    box.shadow = readShadow(effects, context(i));
-    return;
+  const auto stated = theme.effect(styleIndex(effectRef));
+  auto effects = effectsIn(stated);
+  auto paint = themeContext(effectRef);
+  auto threeD = stated.child("a:sp3d");
+  for (int i = 2; i >= 0; --i) {
+    if (const auto own = effectsIn(properties[i])) {
+      effects = own;
+      paint = context(i);
+    }
+    if (const auto own = properties[i].child("a:sp3d")) threeD = own;
   }
-  if (styleIndex(effectRef) > 0) {
-    box.shadow =
-        readShadow(theme.effect(styleIndex(effectRef)).child("a:effectLst"), themeContext(effectRef));
-  }
+  box.effects = readEffects(effects, paint, box.rotation);
+  box.effects.bevel = readBevel(threeD);
 }
 
 void SceneBuilder::text(Box& box, pugi::xml_node node, pugi::xml_node txBody, const Inherited& inherited) {
@@ -305,6 +314,7 @@ Box SceneBuilder::group(pugi::xml_node node, const Space& space) {
   inner.fill = fill ? &*fill : space.fill;
   inner.depth = space.depth + 1;
   readChildren(box, node, inner);
+  box.effects = readEffects(effectsIn(grpSpPr), context_.paint, box.rotation);
   box.flipX = box.flipY = false;
   return box;
 }

@@ -3,26 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <tuple>
 
 namespace render {
 
 namespace {
-
-int operands(char op) {
-  switch (op) {
-    case 'M':
-    case 'L':
-      return 2;
-    case 'Q':
-      return 4;
-    case 'C':
-      return 6;
-    case 'A':
-      return 7;
-    default:
-      return 0;
-  }
-}
 
 /// Parts of a preset that are lit or in shade (ECMA-376 part 1, 20.1.10.37).
 double shadeOf(PathFill fill) {
@@ -63,98 +48,36 @@ void shorten(std::vector<PathCommand>& commands, double length, bool atStart) {
   tip[1] -= dy / distance * length;
 }
 
+double radians(double degrees) { return degrees * std::numbers::pi / 180; }
+
+/// The box and what its outline and line add to it.
+Rect drawnArea(const Box& box) {
+  double left = 0;
+  double top = 0;
+  double right = box.frame.w;
+  double bottom = box.frame.h;
+  for (const auto& path : box.outline.paths) {
+    for (const auto& command : path.commands) {
+      const int count = operands(command.op);
+      // Of an arc only the end is a point.
+      for (int i = command.op == 'A' ? 5 : 0; i + 1 < count; i += 2) {
+        left = std::min(left, command.v[i]);
+        right = std::max(right, command.v[i]);
+        top = std::min(top, command.v[i + 1]);
+        bottom = std::max(bottom, command.v[i + 1]);
+      }
+    }
+  }
+  if (box.flipX) std::tie(left, right) = std::pair(box.frame.w - right, box.frame.w - left);
+  if (box.flipY) std::tie(top, bottom) = std::pair(box.frame.h - bottom, box.frame.h - top);
+  const double line = box.line ? std::max(box.line->width, 2.0) * 5 : 0;
+  return {left - line, top - line, right - left + 2 * line, bottom - top + 2 * line};
+}
+
 /// Lines thinner than two points have the arrow heads of one of two points.
 double headWidth(const Line& line) { return std::max(line.width, 2.0 * PxPerPoint); }
 
 }  // namespace
-
-std::string SvgWriter::newId() { return idPrefix_ + "-" + std::to_string(++lastId_); }
-
-void SvgWriter::pathData(const std::vector<PathCommand>& commands) {
-  if (!commands.empty() && commands.front().op != 'M') out_ << "M0 0";
-  for (const auto& command : commands) {
-    out_ << command.op;
-    for (int i = 0; i < operands(command.op); ++i) {
-      if (i > 0) out_ << ' ';
-      out_ << command.v[i];
-    }
-  }
-}
-
-std::string SvgWriter::defineGradient(const Gradient& gradient, const Rect& area) {
-  const auto id = newId();
-  if (gradient.shape == Gradient::Shape::Linear) {
-    double angle = gradient.angle * std::numbers::pi / 180;
-    if (gradient.scaled) angle = std::atan2(area.w * std::sin(angle), area.h * std::cos(angle));
-    const double reach = (std::abs(area.w * std::cos(angle)) + std::abs(area.h * std::sin(angle))) / 2;
-    const double x = area.x + area.w / 2;
-    const double y = area.y + area.h / 2;
-    out_ << "<linearGradient gradientUnits=\"userSpaceOnUse\" id=\"" << id << "\" x1=\""
-         << x - reach * std::cos(angle) << "\" y1=\"" << y - reach * std::sin(angle) << "\" x2=\""
-         << x + reach * std::cos(angle) << "\" y2=\"" << y + reach * std::sin(angle) << "\">";
-  } else {
-    const auto& [left, top, right, bottom] = gradient.focus;
-    const double x = area.x + area.w * (left + 1 - right) / 2;
-    const double y = area.y + area.h * (top + 1 - bottom) / 2;
-    const double farX = std::max(x - area.x, area.x + area.w - x);
-    const double farY = std::max(y - area.y, area.y + area.h - y);
-    const double radius =
-        gradient.shape == Gradient::Shape::Circle ? std::hypot(farX, farY) : std::max(farX, farY);
-    out_ << "<radialGradient gradientUnits=\"userSpaceOnUse\" id=\"" << id << "\" cx=\"" << x << "\" cy=\""
-         << y << "\" r=\"" << radius << "\">";
-  }
-  for (const auto& stop : gradient.stops) {
-    out_ << "<stop offset=\"" << stop.position * 100 << "%\" stop-color=\"" << stop.color << "\"/>";
-  }
-  out_ << (gradient.shape == Gradient::Shape::Linear ? "</linearGradient>" : "</radialGradient>");
-  return id;
-}
-
-std::string SvgWriter::definePattern(const PatternFill& pattern) {
-  const auto id = newId();
-  out_ << "<pattern id=\"" << id
-       << "\" patternUnits=\"userSpaceOnUse\" width=\"8\" height=\"8\"><rect width=\"8\" height=\"8\" fill=\""
-       << pattern.background << "\"/><path shape-rendering=\"crispEdges\" fill=\"" << pattern.foreground
-       << "\" d=\"";
-  for (int row = 0; row < 8; ++row) {
-    for (int column = 0; column < 8;) {
-      const auto isSet = [&](int at) {
-        return at < 8 &&
-               (static_cast<unsigned>(pattern.rows[static_cast<std::size_t>(row)]) >> (7 - at) & 1U) != 0;
-      };
-      int length = 0;
-      while (isSet(column + length)) ++length;
-      if (length > 0) out_ << 'M' << column << ' ' << row << 'h' << length << "v1h-" << length << 'z';
-      column += std::max(length, 1);
-    }
-  }
-  out_ << "\"/></pattern>";
-  return id;
-}
-
-std::string SvgWriter::defineTiles(const PictureFill& fill, const Rect& area) {
-  const auto id = newId();
-  const auto& tile = *fill.tile;
-  const double w = std::max(1.0, fill.asset->width * std::abs(tile.scaleX));
-  const double h = std::max(1.0, fill.asset->height * std::abs(tile.scaleY));
-  const double x = area.x + tile.offsetX + (area.w - w) * tile.alignX;
-  const double y = area.y + tile.offsetY + (area.h - h) * tile.alignY;
-  out_ << "<pattern id=\"" << id << "\" patternUnits=\"userSpaceOnUse\" x=\"" << x << "\" y=\"" << y
-       << "\" width=\"" << w * (tile.flipX ? 2 : 1) << "\" height=\"" << h * (tile.flipY ? 2 : 1) << "\">";
-  for (int i = 0; i < (tile.flipX ? 2 : 1); ++i) {
-    for (int j = 0; j < (tile.flipY ? 2 : 1); ++j) {
-      out_ << "<image href=\"" << assetPrefix_ << fill.asset->name << "\" width=\"" << w << "\" height=\""
-           << h << "\" preserveAspectRatio=\"none\"";
-      if (i + j > 0) {
-        out_ << " transform=\"translate(" << (i > 0 ? 2 * w : 0.0) << ' ' << (j > 0 ? 2 * h : 0.0)
-             << ")scale(" << (i > 0 ? -1 : 1) << ' ' << (j > 0 ? -1 : 1) << ")\"";
-      }
-      out_ << "/>";
-    }
-  }
-  out_ << "</pattern>";
-  return id;
-}
 
 void SvgWriter::picture(const Outline& outline, const Rect& area, const PictureFill& fill) {
   const auto& [left, top, right, bottom] = fill.crop;
@@ -170,22 +93,28 @@ void SvgWriter::picture(const Outline& outline, const Rect& area, const PictureF
   const bool whole = outline.isRectangle &&
                      std::all_of(fill.crop.begin(), fill.crop.end(), [](double v) { return v == 0; }) &&
                      std::all_of(fill.inset.begin(), fill.inset.end(), [](double v) { return v >= 0; });
+  const auto filter = fill.effects.empty() ? std::string() : defs_.pictureFilter(fill.effects);
   std::string clip;
   if (!whole) {
-    clip = newId();
+    clip = defs_.newId();
     out_ << "<clipPath id=\"" << clip << "\"><path d=\"";
     for (const auto& path : outline.paths) {
-      if (path.fill != PathFill::None) pathData(path.commands);
+      if (path.fill != PathFill::None) defs_.pathData(path.commands);
     }
     out_ << "\"/></clipPath>";
   }
-  out_ << "<image href=\"" << assetPrefix_ << fill.asset->name << "\" x=\"" << inside.x - w * left
-       << "\" y=\"" << inside.y - h * top << "\" width=\"" << w << "\" height=\"" << h
-       << "\" preserveAspectRatio=\"none\"";
-  if (!whole) out_ << " clip-path=\"url(#" << clip << ")\"";
+  // The clip is that of the group: an image's own filter would come after it.
+  const bool isGrouped = !whole && !filter.empty();
+  if (isGrouped) out_ << "<g clip-path=\"url(#" << clip << ")\">";
+  out_ << "<image ";
+  defs_.pictureAddress(*fill.asset);
+  out_ << " x=\"" << inside.x - w * left << "\" y=\"" << inside.y - h * top << "\" width=\"" << w
+       << "\" height=\"" << h << "\" preserveAspectRatio=\"none\"";
+  if (!whole && !isGrouped) out_ << " clip-path=\"url(#" << clip << ")\"";
   if (fill.alpha < 1) out_ << " opacity=\"" << fill.alpha << '"';
-  if (fill.grayscale) out_ << " style=\"filter:grayscale(1)\"";
+  if (!filter.empty()) out_ << " filter=\"url(#" << filter << ")\"";
   out_ << "/>";
+  if (isGrouped) out_ << "</g>";
 }
 
 void SvgWriter::fillPaths(const Box& box, const Fill& fill) {
@@ -197,19 +126,19 @@ void SvgWriter::fillPaths(const Box& box, const Fill& fill) {
   std::string reference;
   double opacity = 1;
   if (const auto* gradient = std::get_if<Gradient>(&fill)) {
-    reference = defineGradient(*gradient, area);
+    reference = defs_.gradient(*gradient, area, box.rotation, box.outline);
   } else if (const auto* pattern = std::get_if<PatternFill>(&fill)) {
-    reference = definePattern(*pattern);
+    reference = defs_.pattern(*pattern);
   } else if (const auto* image = std::get_if<PictureFill>(&fill)) {
     if (image->asset->width <= 0 || image->asset->height <= 0) return;
-    reference = defineTiles(*image, area);
+    reference = defs_.tiles(*image, area);
     opacity = image->alpha;
   }
   for (const auto& path : box.outline.paths) {
     if (path.fill == PathFill::None || path.commands.empty()) continue;
     const double shade = shadeOf(path.fill);
     out_ << "<path d=\"";
-    pathData(path.commands);
+    defs_.pathData(path.commands);
     out_ << "\" fill=\"";
     if (const auto* color = std::get_if<Color>(&fill)) {
       out_ << shaded(*color, shade);
@@ -261,7 +190,7 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
     // Along a line without extent a gradient in user space is undefined; it still has its colours.
     color = gradient->stops.front().color;
     if (box.frame.w > 0 && box.frame.h > 0) {
-      paint = defineGradient(*gradient, {0, 0, box.frame.w, box.frame.h});
+      paint = defs_.gradient(*gradient, {0, 0, box.frame.w, box.frame.h}, box.rotation, box.outline);
     }
   } else {
     return;
@@ -274,7 +203,7 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
     const LineEnd* ends[] = {&line.head, &line.tail};
     for (int i = 0; open && i < 2; ++i) {
       if (ends[i]->kind == LineEnd::Kind::None) continue;
-      ids[i] = newId();
+      ids[i] = defs_.newId();
       marker(*ends[i], line, color, ids[i]);
     }
     // Markers stand at the true ends, so the shortened line is drawn without them.
@@ -298,7 +227,7 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
       if (!ids[1].empty()) out_ << " marker-end=\"url(#" << ids[1] << ")\"";
     };
     out_ << "<path d=\"";
-    pathData(commands);
+    defs_.pathData(commands);
     out_ << "\" fill=\"none\" stroke=\"";
     if (paint.empty()) {
       out_ << color;
@@ -325,7 +254,7 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
     out_ << "/>";
     if (shortened) {
       out_ << "<path d=\"";
-      pathData(path.commands);
+      defs_.pathData(path.commands);
       out_ << "\" fill=\"none\"";
       markers();
       out_ << "/>";
@@ -333,27 +262,70 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
   }
 }
 
+void SvgWriter::content(const Box& box) {
+  if (isVisible(box.under)) fillPaths(box, box.under);
+  if (isVisible(box.fill)) fillPaths(box, box.fill);
+  if (box.line) stroke(box, *box.line);
+}
+
 void SvgWriter::draw(const Box& box) {
   const bool filled = isVisible(box.fill) || isVisible(box.under);
   if (!filled && !box.line) return;
   out_ << "<svg width=\"" << std::max(1.0, box.frame.w) << "\" height=\"" << std::max(1.0, box.frame.h)
        << '"';
-  const auto& shadow = box.shadow;
   const bool flipped = box.flipX || box.flipY;
-  if (flipped || shadow) {
-    out_ << " style=\"";
-    if (flipped) out_ << "transform:scale(" << (box.flipX ? -1 : 1) << ',' << (box.flipY ? -1 : 1) << ");";
-    if (shadow) {
-      out_ << "filter:drop-shadow(" << shadow->dx * (box.flipX ? -1 : 1) << "px "
-           << shadow->dy * (box.flipY ? -1 : 1) << "px " << shadow->blur / 2 << "px " << shadow->color << ')';
-    }
-    out_ << '"';
+  bool hasEffects = !box.effects.isEmpty() && !effectsReachText(box);
+  if (hasEffects && box.effects.isMovedShadow()) {
+    // Most shadows are; a browser has them at less cost than a chain of primitives.
+    const Shadow& shadow = *box.effects.shadow;
+    out_ << " style=\"filter:drop-shadow(" << shadow.dx << "px " << shadow.dy << "px " << shadow.blur / 2
+         << "px " << shadow.color << ")\"";
+    hasEffects = false;
   }
   out_ << '>';
-  if (isVisible(box.under)) fillPaths(box, box.under);
-  if (isVisible(box.fill)) fillPaths(box, box.fill);
-  if (box.line) stroke(box, *box.line);
+  if (hasEffects) openEffects(box);
+  if (flipped) {
+    out_ << "<g transform=\"matrix(" << (box.flipX ? -1 : 1) << " 0 0 " << (box.flipY ? -1 : 1) << ' '
+         << (box.flipX ? box.frame.w : 0.0) << ' ' << (box.flipY ? box.frame.h : 0.0) << ")\">";
+  }
+  content(box);
+  if (flipped) out_ << "</g>";
+  if (hasEffects) out_ << "</g>";
   out_ << "</svg>";
+}
+
+/// Opens the group of what the shape draws; what repeats it stands before it.
+void SvgWriter::openEffects(const Box& box) {
+  const Effects& effects = box.effects;
+  const Rect area = drawnArea(box);
+  const auto name = defs_.newId();
+  const auto copy = [&](const Displacement& by) {
+    const double x = box.frame.w * by.alignX;
+    const double y = box.frame.h * by.alignY;
+    out_ << "<g transform=\"translate(" << x + by.dx << ' ' << y + by.dy << ")matrix(";
+    out_.precise(by.scaleX) << ' ';
+    out_.precise(std::tan(radians(by.skewY)) * by.scaleX) << ' ';
+    out_.precise(std::tan(radians(by.skewX)) * by.scaleY) << ' ';
+    out_.precise(by.scaleY) << " 0 0)translate(" << -x << ' ' << -y << ")\"";
+  };
+  if (effects.shadow && !effects.shadow->isMove()) {
+    const auto filter = defs_.shadowFilter(*effects.shadow, area);
+    copy(*effects.shadow);
+    out_ << "><use href=\"#" << name << "\" filter=\"url(#" << filter << ")\"/></g>";
+  }
+  if (const auto& reflection = effects.reflection; reflection && box.text.isEmpty()) {
+    const auto mask = defs_.fadingMask(*reflection, {area.x, 0, area.w, box.frame.h});
+    copy(*reflection);
+    if (reflection->blur > 0) out_ << " style=\"filter:blur(" << reflection->blur / 2 << "px)\"";
+    out_ << "><g mask=\"url(#" << mask << ")\"><use href=\"#" << name << "\"/></g></g>";
+  }
+  Effects own = effects;
+  own.reflection.reset();
+  if (own.shadow && !own.shadow->isMove()) own.shadow.reset();
+  const auto filter = own.isEmpty() ? std::string() : defs_.effectFilter(own, area);
+  out_ << "<g id=\"" << name << '"';
+  if (!filter.empty()) out_ << " filter=\"url(#" << filter << ")\"";
+  out_ << '>';
 }
 
 void SvgWriter::background(const Fill& fill, double width, double height) {

@@ -5,6 +5,7 @@
 
 #include "render/HtmlOut.h"
 #include "render/Scene.h"
+#include "render/SvgDefs.h"
 
 namespace render {
 
@@ -13,7 +14,7 @@ namespace render {
 class SvgWriter {
  public:
   SvgWriter(HtmlOut& out, std::string idPrefix, std::string_view assetPrefix)
-      : out_(out), idPrefix_(std::move(idPrefix)), assetPrefix_(assetPrefix) {}
+      : out_(out), defs_(out, std::move(idPrefix), assetPrefix) {}
 
   /// Nothing when the box has neither fill nor line.
   void draw(const Box& box);
@@ -21,20 +22,15 @@ class SvgWriter {
   void background(const Fill& fill, double width, double height);
 
  private:
-  std::string newId();
+  void content(const Box& box);
+  void openEffects(const Box& box);
   void fillPaths(const Box& box, const Fill& fill);
   void picture(const Outline& outline, const Rect& area, const PictureFill& fill);
   void stroke(const Box& box, const Line& line);
   void marker(const LineEnd& end, const Line& line, const Color& color, const std::string& id);
-  std::string defineGradient(const Gradient& gradient, const Rect& area);
-  std::string definePattern(const PatternFill& pattern);
-  std::string defineTiles(const PictureFill& fill, const Rect& area);
-  void pathData(const std::vector<PathCommand>& commands);
 
   HtmlOut& out_;
-  std::string idPrefix_;
-  std::string_view assetPrefix_;
-  int lastId_ = 0;
+  SvgDefs defs_;
 };
 
 }  // namespace render

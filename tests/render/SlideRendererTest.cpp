@@ -110,7 +110,7 @@ TEST(SlideRenderer, PicturesAreServedByNamesThatTellNothing) {
   EXPECT_THAT(page.html, Not(HasSubstr("secret")));
   // The middle half of the picture fills the shape.
   EXPECT_THAT(page.html,
-              HasSubstr("<image href=\"/x/" + name + "\" x=\"-50\" y=\"0\" width=\"200\" height=\"100\""));
+              HasSubstr("<image href=\"/x/" + name + "\" decoding=\"sync\" x=\"-50\" y=\"0\" width=\"200\" height=\"100\""));
   EXPECT_TRUE(renderer.slide(2).assets.empty());
 }
 
