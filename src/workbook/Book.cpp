@@ -62,6 +62,7 @@ Book::Book(host::Bytes bytes, const std::string& path) : archive_(std::move(byte
   const std::vector<Relationship> relationships = readRelationships(archive_, part);
   stylesPart_ = targetOfKind(relationships, "styles");
   stringsPart_ = targetOfKind(relationships, "sharedStrings");
+  themePart_ = targetOfKind(relationships, "theme");
   if (xml::flag(xml::child(root, "workbookPr"), "date1904")) dateSystem_ = basic::DateSystem::From1904;
 
   for (pugi::xml_node node : xml::child(root, "sheets").children()) {

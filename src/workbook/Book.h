@@ -47,6 +47,9 @@ class Book {
   [[nodiscard]] basic::DateSystem dateSystem() const { return dateSystem_; }
   [[nodiscard]] SharedStrings& strings();
   [[nodiscard]] const Styles& styles();
+  /// Empty when there is none.
+  [[nodiscard]] const std::string& stylesPart() const { return stylesPart_; }
+  [[nodiscard]] const std::string& themePart() const { return themePart_; }
 
   /// The place of a worksheet by its name in any case. An error that names the
   /// worksheets there are when there is none, and when several have the name.
@@ -65,6 +68,7 @@ class Book {
   Archive archive_;
   std::string stylesPart_;
   std::string stringsPart_;
+  std::string themePart_;
   std::vector<SheetEntry> sheets_;
   std::vector<DefinedName> names_;
   basic::DateSystem dateSystem_ = basic::DateSystem::From1900;
