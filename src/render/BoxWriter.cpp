@@ -112,8 +112,8 @@ void BoxWriter::cell(const TableCell& cell) {
   const double insets[] = {p.left, p.top, p.right, p.bottom};
   double padding[4];
   for (int i = 0; i < 4; ++i) padding[i] = std::max(0.0, insets[i] - borderWidth(cell.borders[i]) / 2);
-  out_ << " style=\"padding:" << padding[1] << "px " << padding[2] << "px " << padding[3] << "px "
-       << padding[0] << "px;";
+  out_ << " style=\"padding:" << fine(padding[1]) << "px " << fine(padding[2]) << "px " << fine(padding[3])
+       << "px " << fine(padding[0]) << "px;";
   if (p.anchor != Anchor::Top)
     out_ << "vertical-align:" << (p.anchor == Anchor::Center ? "middle;" : "bottom;");
   if (p.direction == TextDirection::Down) out_ << "writing-mode:vertical-rl;";
@@ -124,7 +124,8 @@ void BoxWriter::cell(const TableCell& cell) {
     const double width = borderWidth(border);
     if (width <= 0) continue;
     const auto* color = std::get_if<Color>(&border->fill);
-    out_ << "border-" << sides[i] << ':' << width << "px " << borderStyle(*border) << ' ' << *color << ';';
+    out_ << "border-" << sides[i] << ':' << fine(width) << "px " << borderStyle(*border) << ' ' << *color
+         << ';';
   }
   cssFill(out_, cell.fill);
   out_ << "\">";
@@ -133,14 +134,14 @@ void BoxWriter::cell(const TableCell& cell) {
 }
 
 void BoxWriter::table(const Table& table) {
-  out_ << "<table style=\"width:" << std::accumulate(table.columns.begin(), table.columns.end(), 0.0)
+  out_ << "<table style=\"width:" << fine(std::accumulate(table.columns.begin(), table.columns.end(), 0.0))
        << "px;";
   cssFill(out_, table.fill);
   out_ << (table.rightToLeft ? "\" dir=\"rtl\">" : "\">") << "<colgroup>";
-  for (const double width : table.columns) out_ << "<col style=\"width:" << width << "px\">";
+  for (const double width : table.columns) out_ << "<col style=\"width:" << fine(width) << "px\">";
   out_ << "</colgroup>";
   for (const auto& row : table.rows) {
-    out_ << "<tr style=\"height:" << row.height << "px\">";
+    out_ << "<tr style=\"height:" << fine(row.height) << "px\">";
     for (const auto& c : row.cells) cell(c);
     out_ << "</tr>";
   }

@@ -3,13 +3,18 @@
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 
+#include <array>
+#include <cmath>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include FT_FREETYPE_H
+#include FT_ADVANCES_H
 
 #include "basic/Strings.h"
+#include "render/Utf8.h"
 
 namespace render {
 
@@ -77,32 +82,29 @@ class FontFiles {
   FontFiles(const FontFiles&) = delete;
   FontFiles& operator=(const FontFiles&) = delete;
 
-  /// False when no font of exactly this family is installed; a generic family is
-  /// whatever the machine takes for it.
-  bool read(const std::string& family, bool isGeneric, FontMetrics& metrics) const {
-    if (config_ == nullptr || library_ == nullptr) return false;
+  /// Null when no font of exactly this family is installed; a generic family is whatever the machine takes
+  /// for it. To be given back with FT_Done_Face.
+  [[nodiscard]] FT_Face open(const std::string& family, bool isGeneric, bool bold, bool italic) const {
+    if (config_ == nullptr || library_ == nullptr) return nullptr;
     using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
     const Pattern wanted(FcPatternCreate(), FcPatternDestroy);
     FcPatternAddString(wanted.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
-    FcPatternAddInteger(wanted.get(), FC_WEIGHT, FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(wanted.get(), FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(wanted.get(), FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
     FcConfigSubstitute(config_, wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
     const Pattern found(FcFontMatch(config_, wanted.get(), &result), FcPatternDestroy);
-    if (!found || (!isGeneric && !isOfFamily(found.get(), family))) return false;
+    if (!found || (!isGeneric && !isOfFamily(found.get(), family))) return nullptr;
     FcChar8* file = nullptr;
     int index = 0;
-    if (FcPatternGetString(found.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
+    if (FcPatternGetString(found.get(), FC_FILE, 0, &file) != FcResultMatch) return nullptr;
     FcPatternGetInteger(found.get(), FC_INDEX, 0, &index);
     FT_Face face = nullptr;
-    if (FT_New_Face(library_, reinterpret_cast<const char*>(file), index, &face) != 0) return false;
-    const bool scalable = face->units_per_EM > 0 && face->ascender > 0;
-    if (scalable) {
-      metrics.ascent = static_cast<double>(face->ascender) / face->units_per_EM;
-      metrics.descent = -static_cast<double>(face->descender) / face->units_per_EM;
-    }
+    if (FT_New_Face(library_, reinterpret_cast<const char*>(file), index, &face) != 0) return nullptr;
+    if (face->units_per_EM > 0 && face->ascender > 0) return face;
     FT_Done_Face(face);
-    return scalable;
+    return nullptr;
   }
 
  private:
@@ -118,17 +120,33 @@ class FontFiles {
   FT_Library library_ = nullptr;
 };
 
-FontStack makeStack(std::string_view typeface) {
+const FontFiles& fontFiles() {
   static const FontFiles files;
+  return files;
+}
+
+/// A typeface and those that stand in for it.
+std::vector<std::string> familiesOf(std::string_view typeface) {
   std::vector<std::string> families;
   if (!typeface.empty()) families.emplace_back(typeface);
   for (const auto& entry : substitutes()) {
     if (basic::EqualsIgnoreCase(entry.typeface, typeface))
       families.insert(families.end(), entry.others.begin(), entry.others.end());
   }
+  return families;
+}
+
+/// The first face of a typeface's stack that this machine has; null without any font.
+FT_Face openFirst(std::string_view typeface, bool bold, bool italic) {
+  for (const auto& family : familiesOf(typeface)) {
+    if (FT_Face face = fontFiles().open(family, false, bold, italic)) return face;
+  }
+  return fontFiles().open(generic(typeface), true, bold, italic);
+}
+
+FontStack makeStack(std::string_view typeface) {
   FontStack stack;
-  bool measured = false;
-  for (const auto& family : families) {
+  for (const auto& family : familiesOf(typeface)) {
     stack.css += '\'';
     for (const char c : family) {
       // What would end the string or the attribute has no place in a family's name.
@@ -137,12 +155,57 @@ FontStack makeStack(std::string_view typeface) {
       if (plain) stack.css += c;
     }
     stack.css += "',";
-    measured = measured || files.read(family, false, stack.metrics);
   }
-  const char* last = generic(typeface);
-  if (!measured) files.read(last, true, stack.metrics);
-  stack.css += last;
+  stack.css += generic(typeface);
+  if (FT_Face face = openFirst(typeface, false, false)) {
+    stack.metrics.ascent = static_cast<double>(face->ascender) / face->units_per_EM;
+    stack.metrics.descent = -static_cast<double>(face->descender) / face->units_per_EM;
+    FT_Done_Face(face);
+  }
   return stack;
+}
+
+/// Widths of a face's characters, looked up in the font once each.
+class FaceWidths {
+ public:
+  explicit FaceWidths(FT_Face face) : face_(face) { common_.fill(Unknown); }
+
+  double of(char32_t c) {
+    if (c < common_.size()) {
+      auto& known = common_[c];
+      if (known == Unknown) known = lookUp(c);
+      return known;
+    }
+    const auto known = rare_.find(c);
+    return known != rare_.end() ? known->second : rare_.emplace(c, lookUp(c)).first->second;
+  }
+
+ private:
+  static constexpr float Unknown = -1;
+
+  [[nodiscard]] float lookUp(char32_t c) const {
+    if (c < 0x20) return 0;
+    const FT_UInt glyph = face_ != nullptr ? FT_Get_Char_Index(face_, c) : 0;
+    FT_Fixed advance = 0;
+    if (glyph != 0 && FT_Get_Advance(face_, glyph, FT_LOAD_NO_SCALE, &advance) == 0)
+      return static_cast<float>(advance) / static_cast<float>(face_->units_per_EM);
+    return c >= 0x1100 ? 1.0F : 0.55F;
+  }
+
+  FT_Face face_;
+  std::array<float, 0x250> common_;
+  std::unordered_map<char32_t, float> rare_;
+};
+
+FaceWidths& widthsOf(const FaceName& face) {
+  static std::unordered_map<std::string, FaceWidths> known;
+  thread_local std::string key;
+  key.assign(face.typeface);
+  key += face.bold ? 'b' : 'r';
+  key += face.italic ? 'i' : 'r';
+  const auto found = known.find(key);
+  if (found != known.end()) return found->second;
+  return known.emplace(key, FaceWidths(openFirst(face.typeface, face.bold, face.italic))).first->second;
 }
 
 }  // namespace
@@ -153,6 +216,13 @@ const FontStack& fontStack(std::string_view typeface) {
   const auto known = stacks.find(key);
   if (known != stacks.end()) return known->second;
   return stacks.emplace(key, makeStack(typeface)).first->second;
+}
+
+double textWidth(const FaceName& face, std::string_view text) {
+  auto& widths = widthsOf(face);
+  double width = 0;
+  for (std::size_t at = 0; at < text.size();) width += widths.of(decodeUtf8(text, at));
+  return width;
 }
 
 }  // namespace render

@@ -5,12 +5,6 @@
 
 namespace render {
 
-/// A presentation's single line is 1.2 times the size of its text whatever the
-/// font, a fifth of the size below the baseline. Measured: a font's own metrics
-/// do not show in the distance of lines.
-inline constexpr double SingleLine = 1.2;
-inline constexpr double BelowBaseline = 0.2;
-
 /// Extent of the box that a browser centres in a line, in multiples of the size.
 struct FontMetrics {
   double ascent = 0.905;
@@ -27,5 +21,16 @@ struct FontStack {
 
 /// The stack of a typeface; looked up once per name and process.
 const FontStack& fontStack(std::string_view typeface);
+
+/// The typeface of a run as one face of it.
+struct FaceName {
+  std::string_view typeface;
+  bool bold = false;
+  bool italic = false;
+};
+
+/// How wide text (UTF-8) runs in a face of this machine, in multiples of the size, without kerning.
+/// Characters that the face lacks count as a fallback font would have them.
+double textWidth(const FaceName& face, std::string_view text);
 
 }  // namespace render

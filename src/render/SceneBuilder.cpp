@@ -5,6 +5,7 @@
 
 #include "render/EffectReader.h"
 #include "render/TableReader.h"
+#include "render/TextFit.h"
 #include "render/XmlValues.h"
 
 namespace render {
@@ -12,7 +13,10 @@ namespace render {
 namespace {
 
 /// Groups within groups deeper than this are no author's work.
-constexpr int DeepestGroup = 24;
+constexpr int DeepestGroup = 256;
+
+/// Text fitted where it was written; another font may make it a little larger than its shape.
+constexpr double AuthoredTolerance = 0.06;
 
 std::string_view localName(pugi::xml_node node) {
   const std::string_view name = node.name();
@@ -70,7 +74,11 @@ void mirror(Rect& area, const Box& box) {
 SceneBuilder::SceneBuilder(Inheritance& inheritance, deck::Part& part, std::string slideNumber)
     : inheritance_(inheritance), part_(part), context_{inheritance.paint(&part), std::move(slideNumber)} {}
 
-std::optional<Box> SceneBuilder::build(pugi::xml_node shape) { return build(shape, {}); }
+std::optional<Box> SceneBuilder::build(pugi::xml_node shape, bool isLive) {
+  Space space;
+  space.isLive = isLive;
+  return build(shape, space);
+}
 
 std::optional<Box> SceneBuilder::build(pugi::xml_node node, const Space& space) {
   if (space.depth > DeepestGroup) return {};
@@ -254,7 +262,17 @@ Box SceneBuilder::shape(pugi::xml_node node, const Space& space) {
     box.textArea = {frame.frame.x - box.frame.x, frame.frame.y - box.frame.y, frame.frame.w, frame.frame.h};
     box.textRotation += frame.rotation;
   }
+  fit(box, space.isLive);
   return box;
+}
+
+void SceneBuilder::fit(Box& box, bool isLive) {
+  const auto& p = box.text.properties;
+  if (!p.shrinks || p.direction == TextDirection::Stacked) return;
+  double width = box.textArea.w - p.left - p.right;
+  double height = box.textArea.h - p.top - p.bottom;
+  if (p.direction != TextDirection::Horizontal) std::swap(width, height);
+  fitText(box.text, width, height, isLive ? 0 : AuthoredTolerance);
 }
 
 Box SceneBuilder::picture(pugi::xml_node node, const Space& space) {
@@ -313,6 +331,7 @@ Box SceneBuilder::group(pugi::xml_node node, const Space& space) {
   inner.flipY = box.flipY;
   inner.fill = fill ? &*fill : space.fill;
   inner.depth = space.depth + 1;
+  inner.isLive = space.isLive;
   readChildren(box, node, inner);
   box.effects = readEffects(effectsIn(grpSpPr), context_.paint, box.rotation);
   box.flipX = box.flipY = false;
@@ -358,6 +377,7 @@ void SceneBuilder::diagram(Box& box, pugi::xml_node relIds, const Space& space) 
   inner.width = box.frame.w;
   inner.height = box.frame.h;
   inner.depth = space.depth + 1;
+  inner.isLive = space.isLive;
   builder.readChildren(box, childNamed(drawing->xml().document_element(), "spTree"), inner);
 }
 

@@ -16,8 +16,9 @@ class SceneBuilder {
   /// `slideNumber` is what slide number fields show.
   SceneBuilder(Inheritance& inheritance, deck::Part& part, std::string slideNumber);
 
-  /// A child of p:spTree; nothing for elements that are no shapes.
-  std::optional<Box> build(pugi::xml_node shape);
+  /// A child of p:spTree; nothing for elements that are no shapes. The text of a live shape may have become
+  /// longer than the file's fitting allows for.
+  std::optional<Box> build(pugi::xml_node shape, bool isLive = false);
 
   /// The background that a part states itself.
   std::optional<Fill> background();
@@ -35,6 +36,7 @@ class SceneBuilder {
     bool flipY = false;
     const Fill* fill = nullptr;
     int depth = 0;
+    bool isLive = false;
   };
 
   std::optional<Box> build(pugi::xml_node shape, const Space& space);
@@ -49,6 +51,8 @@ class SceneBuilder {
   void outline(Box& box, pugi::xml_node geometry);
   void style(Box& box, pugi::xml_node node, const pugi::xml_node (&properties)[3], const Space& space);
   void text(Box& box, pugi::xml_node node, pugi::xml_node txBody, const Inherited& inherited);
+  /// Shrinks text that does not fit and may shrink.
+  static void fit(Box& box, bool isLive);
   [[nodiscard]] PaintContext themeContext(pugi::xml_node reference) const;
 
   Inheritance& inheritance_;

@@ -181,7 +181,7 @@ void SlideRenderer::drawBehind(Prepared& slide) {
 std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
                                         std::vector<std::string>* problems) {
   try {
-    return slide.builder.build(shape);
+    return slide.builder.build(shape, options_.isLive && options_.isLive(slide.index, idOf(shape)));
   } catch (const basic::Error& error) {
     Box box;
     box.id = idOf(shape);

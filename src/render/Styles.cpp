@@ -8,10 +8,15 @@ std::string_view SlideRenderer::styles() {
 .slide .behind,.slide svg,.slide table{left:0;top:0}
 .slide svg{overflow:visible}
 .slide .t{display:flex;flex-direction:column;box-sizing:border-box}
+.slide .t,.slide table{transform:scale(.125)}
+.slide table{transform-origin:0 0}
 .slide .t>*{flex:none}
 .slide p{margin:0;white-space:pre-wrap;overflow-wrap:break-word}
 .slide .n>p{white-space:pre}
 .slide .b,.slide .tab{display:inline-block;text-indent:0;white-space:pre}
+.slide .tr,.slide .tc{display:inline-block;width:0;text-indent:0}
+.slide .tr>*,.slide .tc>*{display:inline-block;white-space:pre;transform:translateX(-100%)}
+.slide .tc>*{transform:translateX(-50%)}
 .slide .b{line-height:0}
 .slide table{table-layout:fixed;border-collapse:collapse;border-spacing:0}
 .slide td{vertical-align:top;box-sizing:border-box}

@@ -83,48 +83,6 @@ RunStyle runStyle(const RunStyle& base, pugi::xml_node rPr, const TextContext& c
 
 }  // namespace
 
-void BodyProperties::apply(pugi::xml_node bodyPr) {
-  const auto setPx = [&](double& target, const char* name) {
-    if (const auto emu = emuOf(bodyPr.attribute(name))) target = std::clamp(pxFromEmu(*emu), -1e5, 1e5);
-  };
-  setPx(left, "lIns");
-  setPx(top, "tIns");
-  setPx(right, "rIns");
-  setPx(bottom, "bIns");
-  setPx(columnGap, "spcCol");
-  const std::string_view stated = bodyPr.attribute("anchor").value();
-  if (!stated.empty())
-    anchor = stated == "ctr" ? Anchor::Center : stated == "b" ? Anchor::Bottom : Anchor::Top;
-  if (const auto flag = boolOf(bodyPr.attribute("anchorCtr"))) anchorCenter = *flag;
-  if (const auto flag = boolOf(bodyPr.attribute("upright"))) upright = *flag;
-  const std::string_view wrapping = bodyPr.attribute("wrap").value();
-  if (!wrapping.empty()) wrap = wrapping != "none";
-  const std::string_view vert = bodyPr.attribute("vert").value();
-  if (!vert.empty()) {
-    direction = vert == "vert"                ? TextDirection::Down
-                : vert == "vert270"           ? TextDirection::Up
-                : vert.starts_with("wordArt") ? TextDirection::Stacked
-                : vert == "horz"              ? TextDirection::Horizontal
-                                              : TextDirection::EastAsianDown;
-  }
-  if (const auto degrees = degreesOf(bodyPr.attribute("rot"))) rotation = *degrees;
-  if (const auto count = numberOf(bodyPr.attribute("numCol")))
-    columns = static_cast<int>(std::clamp(*count, 1.0, 16.0));
-  for (const auto child : bodyPr.children()) {
-    const std::string_view name = child.name();
-    const bool shrinking = name == "a:normAutofit";
-    if (!shrinking && name != "a:noAutofit" && name != "a:spAutoFit") continue;
-    shrinks = shrinking;
-    fontScale = shrinking ? std::clamp(shareOf(child.attribute("fontScale")).value_or(1), 0.05, 1.0) : 1;
-    lineReduction =
-        shrinking ? std::clamp(shareOf(child.attribute("lnSpcReduction")).value_or(0), 0.0, 0.9) : 0;
-  }
-}
-
-bool TextBody::isEmpty() const {
-  return std::all_of(paragraphs.begin(), paragraphs.end(), [](const Paragraph& p) { return p.runs.empty(); });
-}
-
 TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyProperties& properties,
                   const TextContext& context) {
   TextBody body;

@@ -55,6 +55,13 @@ std::optional<Align> alignNamed(std::string_view name) {
 
 }  // namespace
 
+std::string_view RunStyle::typeface(Script script) const {
+  const auto& own = script == Script::EastAsian ? eastAsian
+                    : script == Script::Complex ? complexScript
+                                                : latin;
+  return own.empty() ? latin : own;
+}
+
 void RunStyle::apply(pugi::xml_node rPr, const PaintContext& context) {
   for (const auto attribute : rPr.attributes()) {
     const std::string_view name = attribute.name();
@@ -165,9 +172,14 @@ void ParagraphStyle::apply(pugi::xml_node pPr, const PaintContext& context) {
       tabs.emplace();
       for (const auto tab : child.children("a:tab")) {
         if (const auto px = pxOf(tab.attribute("pos"))) {
-          tabs->push_back({*px, alignNamed(tab.attribute("algn").value()).value_or(Align::Left)});
+          const std::string_view kind = tab.attribute("algn").value();
+          const bool isDecimal = kind == "dec";
+          tabs->push_back(
+              {*px, isDecimal ? Align::Right : alignNamed(kind).value_or(Align::Left), isDecimal});
         }
       }
+      std::stable_sort(tabs->begin(), tabs->end(),
+                       [](const TabStop& a, const TabStop& b) { return a.position < b.position; });
     } else if (name == "a:defRPr") {
       run.apply(child, context);
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "render/PaintReader.h"
+#include "render/Script.h"
 
 // Formatting of text as it is stated at one place of the cascade: what is unset is
 // inherited. Applying the places from the presentation's defaults down to the run
@@ -39,6 +40,9 @@ struct RunStyle {
   std::optional<Line> outline;
   std::optional<Shadow> shadow;
 
+  /// What characters of a script are set in; the Latin typeface where the script's own is unset.
+  [[nodiscard]] std::string_view typeface(Script script) const;
+
   /// Takes over what a:rPr, a:defRPr or a:endParaRPr states.
   void apply(pugi::xml_node rPr, const PaintContext& context);
 };
@@ -66,6 +70,8 @@ struct Bullet {
 struct TabStop {
   double position = 0;  // px
   Align align = Align::Left;
+  /// Aligned by the decimal mark, where there is one; `align` is Right.
+  bool isDecimal = false;
 };
 
 struct ParagraphStyle {

@@ -4,14 +4,12 @@
 #include <cmath>
 
 #include "render/FontMetrics.h"
+#include "render/TextFit.h"
 #include "render/TextReader.h"
 
 namespace render {
 
 namespace {
-
-/// Raised and lowered text is smaller by this.
-constexpr double RaisedSize = 0.66;
 
 Color colorOf(const std::optional<Fill>& fill) {
   if (!fill) return {};
@@ -28,63 +26,90 @@ bool startsWithSymbol(std::string_view text) {
          static_cast<unsigned char>(text[1]) <= 0x83;
 }
 
-/// Of a script that the East Asian typeface is for: kana, ideographs, hangul.
-bool isEastAsian(std::string_view text) {
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte >= 0xE3 && byte <= 0xED) return true;
+/// Of the first paragraph that shows.
+Align alignOf(const TextBody& body) {
+  for (const auto& paragraph : body.paragraphs) {
+    if (!paragraph.runs.empty())
+      return paragraph.style.align.value_or(paragraph.style.rightToLeft.value_or(false) ? Align::Right
+                                                                                        : Align::Left);
   }
-  return false;
+  return Align::Left;
 }
 
-std::string_view typefaceOf(const RunStyle& style) { return style.latin; }
+/// Whether a shape was made as wide as its unwrapped text: what little they differ is the fonts' doing, and
+/// is shared by both sides.
+bool isMadeToFit(const TextBody& body, double width) {
+  return body.properties.fitsShape && std::abs(TextExtent(body).width() - width) <= 0.25 * width;
+}
 
-const RunStyle& firstStyle(const Paragraph& paragraph) {
-  for (const auto& run : paragraph.runs) {
-    if (run.kind == Run::Kind::Text) return run.style;
+/// A part of a run that stands between two tabs.
+struct Piece {
+  const Run* run;
+  std::string_view text;
+};
+
+/// What follows a tab up to the next one, and where the tab led.
+struct Cell {
+  TabStop stop;
+  std::vector<Piece> pieces;
+};
+
+double widthOf(const std::vector<Piece>& pieces, double fontScale) {
+  double width = 0;
+  for (const auto& piece : pieces) {
+    const auto& style = piece.run->style;
+    const FaceName face{style.latin, style.bold.value_or(false), style.italic.value_or(false)};
+    width += textWidth(face, piece.text) * style.size.value_or(18) * PxPerPoint * fontScale;
   }
-  return paragraph.runs.empty() ? paragraph.style.run : paragraph.runs.front().style;
+  return width;
 }
 
-/// The style that the paragraph element carries: of its smallest run, for a line is
-/// never lower than its paragraph's own font.
-const RunStyle& baseStyle(const Paragraph& paragraph) {
-  const RunStyle* base = nullptr;
-  for (const auto& run : paragraph.runs) {
-    if (run.kind != Run::Kind::Text) continue;
-    if (base == nullptr || run.style.size.value_or(18) < base->size.value_or(18)) base = &run.style;
+bool hasTabs(const Paragraph& paragraph) {
+  return std::any_of(paragraph.runs.begin(), paragraph.runs.end(),
+                     [](const Run& run) { return run.text.find('\t') != std::string::npos; });
+}
+
+/// The stop that a tab at `x` leads to: a stated one, the hanging indent, or one of the regular ones.
+TabStop stopAfter(double x, const ParagraphStyle& style) {
+  if (style.tabs) {
+    for (const auto& stop : *style.tabs) {
+      if (stop.position > x) return stop;
+    }
   }
-  return base != nullptr ? *base : firstStyle(paragraph);
+  const double margin = style.marginLeft.value_or(0);
+  if (style.indent.value_or(0) < 0 && margin > x) return {margin};
+  const double step = std::max(1.0, style.defaultTab.value_or(96));
+  return {(std::floor(x / step) + 1) * step};
 }
 
-const RunStyle& largestStyle(const Paragraph& paragraph) {
-  const RunStyle* largest = &firstStyle(paragraph);
-  for (const auto& run : paragraph.runs) {
-    if (run.kind == Run::Kind::Text && run.style.size.value_or(18) > largest->size.value_or(18))
-      largest = &run.style;
+/// The runs from `from` up to a line break, which `from` then stands at, cut at their tabs.
+std::vector<Cell> cellsOf(const Paragraph& paragraph, std::size_t& from, double start, double fontScale) {
+  std::vector<Cell> cells(1);
+  cells.front().stop.position = start;
+  double x = start;
+  for (; from < paragraph.runs.size() && paragraph.runs[from].kind != Run::Kind::Break; ++from) {
+    std::string_view rest = paragraph.runs[from].text;
+    for (auto tab = rest.find('\t'); tab != std::string_view::npos; tab = rest.find('\t')) {
+      auto& cell = cells.back();
+      if (tab > 0) cell.pieces.push_back({&paragraph.runs[from], rest.substr(0, tab)});
+      rest.remove_prefix(tab + 1);
+      const double width = widthOf(cell.pieces, fontScale);
+      x = cell.stop.position;
+      if (cell.stop.align == Align::Left) x += width;
+      if (cell.stop.align == Align::Center) x += width / 2;
+      cells.push_back({stopAfter(x, paragraph.style), {}});
+    }
+    if (!rest.empty()) cells.back().pieces.push_back({&paragraph.runs[from], rest});
   }
-  return *largest;
-}
-
-double lineShareOf(const ParagraphStyle& style, const BodyProperties& properties) {
-  const auto spacing = style.lineSpacing.value_or(Spacing{});
-  return spacing.isShare ? std::max(0.2, spacing.value - properties.lineReduction) : 1;
-}
-
-/// A space between paragraphs in px; shares are of the text's size.
-double gapOf(const std::optional<Spacing>& spacing, const Paragraph& paragraph,
-             const BodyProperties& properties) {
-  if (!spacing || spacing->value <= 0) return 0;
-  if (!spacing->isShare) return spacing->value * properties.fontScale;
-  const double share = spacing->value * (1 - properties.lineReduction);
-  return share * firstStyle(paragraph).size.value_or(18) * PxPerPoint * properties.fontScale;
+  return cells;
 }
 
 }  // namespace
 
 TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties& properties) {
   const bool bold = style.bold.value_or(false);
-  const auto& stack = fontStack(isSymbolFont(style.latin) ? std::string_view("Arial") : typefaceOf(style));
+  const auto& stack =
+      fontStack(isSymbolFont(style.latin) ? std::string_view("Arial") : std::string_view(style.latin));
   Look look;
   look.size = style.size.value_or(18) * PxPerPoint * properties.fontScale;
   if (style.baseline.value_or(0) != 0) look.size *= RaisedSize;
@@ -96,14 +121,14 @@ TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties&
 }
 
 void TextWriter::look(const Look& look) {
-  out_ << "font-family:" << look.family << ";font-size:" << look.size << "px;color:" << look.color;
+  out_ << "font-family:" << look.family << ";font-size:" << fine(look.size) << "px;color:" << look.color;
   if (look.bold) out_ << ";font-weight:700";
   if (look.italic) out_ << ";font-style:italic";
 }
 
 void TextWriter::lookDifference(const Look& look, const Look& base) {
   if (look.family != base.family) out_ << "font-family:" << look.family << ';';
-  if (look.size != base.size) out_ << "font-size:" << look.size << "px;";
+  if (look.size != base.size) out_ << "font-size:" << fine(look.size) << "px;";
   if (look.color != base.color) out_ << "color:" << look.color << ';';
   if (look.bold != base.bold) out_ << "font-weight:" << (look.bold ? "700;" : "400;");
   if (look.italic != base.italic) out_ << "font-style:" << (look.italic ? "italic;" : "normal;");
@@ -128,19 +153,19 @@ void TextWriter::decoration(const RunStyle& style) {
   const auto caps = style.caps.value_or(Caps::None);
   if (caps == Caps::All) out_ << "text-transform:uppercase;";
   if (caps == Caps::Small) out_ << "font-variant-caps:small-caps;";
-  if (style.spacing && *style.spacing != 0) out_ << "letter-spacing:" << *style.spacing << "px;";
+  if (style.spacing && *style.spacing != 0) out_ << "letter-spacing:" << fine(*style.spacing) << "px;";
   if (style.highlight) out_ << "background:" << *style.highlight << ';';
   if (style.baseline && *style.baseline != 0) {
     // The shift is stated as a share of the full size.
     out_ << "line-height:0;vertical-align:" << *style.baseline / RaisedSize << "em;";
   }
   if (style.outline && isVisible(style.outline->fill)) {
-    out_ << "-webkit-text-stroke:" << std::max(style.outline->width, 0.5) << "px "
+    out_ << "-webkit-text-stroke:" << fine(std::max(style.outline->width, 0.5)) << "px "
          << colorOf(style.outline->fill) << ';';
   }
   if (style.shadow) {
-    out_ << "text-shadow:" << style.shadow->dx << "px " << style.shadow->dy << "px " << style.shadow->blur
-         << "px " << style.shadow->color << ';';
+    out_ << "text-shadow:" << fine(style.shadow->dx) << "px " << fine(style.shadow->dy) << "px "
+         << fine(style.shadow->blur) << "px " << style.shadow->color << ';';
   }
 }
 
@@ -158,9 +183,9 @@ void TextWriter::bullet(const Paragraph& paragraph, const RunStyle& first, const
   look.italic = first.italic.value_or(false) && bullet.kind == Bullet::Kind::Number;
   out_ << "<span class=\"b\" style=\"";
   if (indent < 0) {
-    out_ << "min-width:" << -indent << "px;";
+    out_ << "min-width:" << fine(-indent) << "px;";
   } else {
-    out_ << "margin-right:.2em;";
+    out_ << "margin-right:.25em;";
   }
   this->look(look);
   out_ << "\">";
@@ -171,10 +196,9 @@ void TextWriter::run(const Run& run, std::string_view text, const Look& look, co
   HtmlOut style;
   std::swap(style, out_);
   lookDifference(look, base);
+  // Another font of the same size must not make the line higher.
+  if (look.family != base.family && look.size == base.size) out_ << "line-height:0;";
   decoration(run.style);
-  if (!run.style.eastAsian.empty() && isEastAsian(text) && run.style.eastAsian != run.style.latin) {
-    out_ << "font-family:" << fontStack(run.style.eastAsian).css << ';';
-  }
   std::swap(style, out_);
   if (style.size() > 0) out_ << "<span style=\"" << style.str() << "\">";
   if (isSymbolFont(run.style.latin)) {
@@ -182,70 +206,63 @@ void TextWriter::run(const Run& run, std::string_view text, const Look& look, co
   } else if (startsWithSymbol(text)) {
     out_.text(fromSymbolFont(isSymbolFont(run.style.symbol) ? run.style.symbol : "Wingdings", text));
   } else {
-    out_.text(text);
+    splitByScript(text, [&](std::string_view piece, Script script) {
+      const auto typeface = run.style.typeface(script);
+      if (typeface == run.style.latin) {
+        out_.text(piece);
+      } else {
+        out_ << "<span style=\"line-height:0;font-family:" << fontStack(typeface).css << "\">";
+        out_.text(piece) << "</span>";
+      }
+    });
   }
   if (style.size() > 0) out_ << "</span>";
 }
 
 void TextWriter::runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base) {
-  const auto& stops = paragraph.style.tabs;
-  const bool ownStops = stops && !stops->empty();
-  // Text before a tab stop lies in a box that ends there.
-  double reached = paragraph.style.marginLeft.value_or(0) +
-                   (paragraph.bullet.empty() ? paragraph.style.indent.value_or(0) : 0);
-  const double lineStart = paragraph.style.marginLeft.value_or(0);
-  const auto stopAfter = [&](double x) {
-    if (ownStops) {
-      for (const auto& stop : *stops) {
-        if (stop.position > x) return stop.position;
-      }
-    }
-    const double step = std::max(1.0, paragraph.style.defaultTab.value_or(96));
-    return (std::floor(x / step) + 1) * step;
-  };
-  const auto tabFollows = [&](std::size_t index, std::size_t at) {
-    for (; index < paragraph.runs.size(); ++index, at = 0) {
-      const auto& run = paragraph.runs[index];
-      if (run.kind == Run::Kind::Break) return false;
-      if (run.text.find('\t', at) != std::string::npos) return true;
-    }
-    return false;
-  };
-  bool inBox = false;
-  const auto openBox = [&](std::size_t index, std::size_t at) {
-    if (!ownStops || !tabFollows(index, at)) return;
-    const double stop = stopAfter(reached);
-    out_ << "<span class=\"tab\" style=\"min-width:" << stop - reached << "px\">";
-    reached = stop;
-    inBox = true;
-  };
-  const auto closeBox = [&] {
-    if (inBox) out_ << "</span>";
-    inBox = false;
-  };
-
-  openBox(0, 0);
+  const bool tabbed = hasTabs(paragraph);
+  const auto& style = paragraph.style;
+  double start = style.marginLeft.value_or(0) + (paragraph.bullet.empty() ? style.indent.value_or(0) : 0);
   for (std::size_t i = 0; i < paragraph.runs.size(); ++i) {
     const auto& run = paragraph.runs[i];
     if (run.kind == Run::Kind::Break) {
       out_ << "<br>";
-      reached = lineStart;
-      openBox(i + 1, 0);
-      continue;
+      start = style.marginLeft.value_or(0);
+    } else if (!tabbed) {
+      this->run(run, run.text, lookOf(run.style, properties), base);
+    } else {
+      const auto cells = cellsOf(paragraph, i, start, properties.fontScale);
+      for (std::size_t c = 0; c < cells.size(); ++c) {
+        const bool isLast = c + 1 == cells.size();
+        // The box ends where the next tab leads, so the browser's own fonts do not move what follows.
+        if (!isLast) {
+          out_ << "<span class=\"tab\" style=\"min-width:"
+               << fine(std::max(0.0, cells[c + 1].stop.position - cells[c].stop.position)) << "px\">";
+        }
+        const auto align = cells[c].stop.align;
+        if (align != Align::Left)
+          out_ << (align == Align::Center ? "<span class=\"tc\"><span>" : "<span class=\"tr\"><span>");
+        bool isOpen = align != Align::Left;
+        for (const auto& piece : cells[c].pieces) {
+          const auto look = lookOf(piece.run->style, properties);
+          auto text = piece.text;
+          if (isOpen && cells[c].stop.isDecimal) {
+            const auto point = text.find_first_of(".,");
+            if (point != std::string_view::npos) {
+              this->run(*piece.run, text.substr(0, point), look, base);
+              text.remove_prefix(point);
+              out_ << "</span></span>";
+              isOpen = false;
+            }
+          }
+          this->run(*piece.run, text, look, base);
+        }
+        if (isOpen) out_ << "</span></span>";
+        if (!isLast) out_ << "</span>";
+      }
+      --i;
     }
-    const auto look = lookOf(run.style, properties);
-    std::string_view rest = run.text;
-    std::size_t at = 0;
-    for (auto tab = rest.find('\t'); inBox && tab != std::string_view::npos; tab = rest.find('\t')) {
-      if (tab > 0) this->run(run, rest.substr(0, tab), look, base);
-      rest.remove_prefix(tab + 1);
-      at += tab + 1;
-      closeBox();
-      openBox(i, at);
-    }
-    if (!rest.empty()) this->run(run, rest, look, base);
   }
-  closeBox();
   // A line break at the very end opens a line that a browser would not show.
   if (paragraph.runs.empty() || paragraph.runs.back().kind == Run::Kind::Break) out_ << "<br>";
 }
@@ -253,36 +270,39 @@ void TextWriter::runs(const Paragraph& paragraph, const BodyProperties& properti
 double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& properties, double gap,
                              bool isLast) {
   const auto& style = paragraph.style;
-  const double lineShare = lineShareOf(style, properties);
-  const auto& baseRun = baseStyle(paragraph);
+  const double lineShare = properties.lineShare(style);
+  const auto& baseRun = paragraph.smallestStyle();
   const auto base = lookOf(baseRun, properties);
-  const auto firstLook = lookOf(firstStyle(paragraph), properties);
+  const auto firstLook = lookOf(paragraph.firstStyle(), properties);
   const bool isFixed = style.lineSpacing && !style.lineSpacing->isShare;
 
   // Browsers centre the font's box in the line; in a presentation all that is added to a line or taken from
   // it is above the text.
-  const auto& largest = largestStyle(paragraph);
+  const auto& largest = paragraph.largestStyle();
   const double size = lookOf(largest, properties).size;
-  const auto& metrics = fontStack(typefaceOf(largest)).metrics;
+  const auto& metrics = fontStack(largest.latin).metrics;
   const double line = isFixed ? style.lineSpacing->value : SingleLine * lineShare * size;
-  const double shift = line / 2 - (BelowBaseline + (metrics.ascent - metrics.descent) / 2) * size;
+  // Lines closer than single ones are cut above and below alike.
+  const double below = BelowBaseline * (isFixed ? 1 : std::min(1.0, SingleLine * lineShare)) * size;
+  const double shift = line / 2 - below - (metrics.ascent - metrics.descent) / 2 * size;
 
   out_ << "<p style=\"";
   look(base);
   if (isFixed) {
-    out_ << ";line-height:" << style.lineSpacing->value << "px";
+    out_ << ";line-height:" << fine(style.lineSpacing->value) << "px";
   } else {
     out_ << ";line-height:" << SingleLine * lineShare;
   }
   const double top = gap + shift;
-  if (std::abs(top) >= 0.005) out_ << ";margin-top:" << top << "px";
-  if (isLast && std::abs(shift) >= 0.005) out_ << ";margin-bottom:" << -shift << "px";
+  if (std::abs(top) >= 0.005) out_ << ";margin-top:" << fine(top) << "px";
+  if (isLast && std::abs(shift) >= 0.005) out_ << ";margin-bottom:" << fine(-shift) << "px";
   const bool rightToLeft = style.rightToLeft.value_or(false);
   const double left = style.marginLeft.value_or(0);
   const double right = style.marginRight.value_or(0);
-  if (left > 0) out_ << (rightToLeft && right == 0 ? ";padding-right:" : ";padding-left:") << left << "px";
-  if (right > 0) out_ << ";padding-right:" << right << "px";
-  if (style.indent.value_or(0) != 0) out_ << ";text-indent:" << std::max(*style.indent, -left) << "px";
+  if (left > 0)
+    out_ << (rightToLeft && right == 0 ? ";padding-right:" : ";padding-left:") << fine(left) << "px";
+  if (right > 0) out_ << ";padding-right:" << fine(right) << "px";
+  if (style.indent.value_or(0) != 0) out_ << ";text-indent:" << fine(std::max(*style.indent, -left)) << "px";
   switch (style.align.value_or(rightToLeft ? Align::Right : Align::Left)) {
     case Align::Left:
       if (rightToLeft) out_ << ";text-align:left";
@@ -300,9 +320,8 @@ double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& p
       out_ << ";text-align:justify;text-align-last:justify";
       break;
   }
-  if (style.defaultTab && *style.defaultTab >= 1) out_ << ";tab-size:" << *style.defaultTab << "px";
   out_ << (rightToLeft ? "\" dir=\"rtl\">" : "\">");
-  if (!paragraph.bullet.empty()) bullet(paragraph, firstStyle(paragraph), firstLook, properties.fontScale);
+  if (!paragraph.bullet.empty()) bullet(paragraph, paragraph.firstStyle(), firstLook, properties.fontScale);
   runs(paragraph, properties, base);
   out_ << "</p>";
   return -shift;
@@ -314,8 +333,8 @@ void TextWriter::paragraphs(const TextBody& body) {
   for (const auto& paragraph : body.paragraphs) {
     double gap = carried;
     if (previous != nullptr) {
-      gap += gapOf(previous->style.spaceAfter, *previous, body.properties) +
-             gapOf(paragraph.style.spaceBefore, paragraph, body.properties);
+      gap += body.properties.gap(previous->style.spaceAfter, *previous) +
+             body.properties.gap(paragraph.style.spaceBefore, paragraph);
     }
     carried = this->paragraph(paragraph, body.properties, gap, &paragraph == &body.paragraphs.back());
     previous = &paragraph;
@@ -344,28 +363,32 @@ void TextWriter::block(const TextBody& body, const Rect& area, double rotation) 
   // Insets that leave no room would push the text aside; it keeps what there is.
   if (left + right > box.w && p.wrap) left = right = 0;
 
-  out_ << "<div class=\"t\" style=\"left:" << box.x << "px;top:" << box.y << "px;width:" << box.w
-       << "px;height:" << box.h << "px;padding:" << top << "px " << right << "px " << bottom << "px " << left
-       << "px";
+  // Scaled down around its centre, which is the area's.
+  out_ << "<div class=\"t\" style=\"left:" << box.x + (box.w - fine(box.w)) / 2
+       << "px;top:" << box.y + (box.h - fine(box.h)) / 2 << "px;width:" << fine(box.w)
+       << "px;height:" << fine(box.h) << "px;padding:" << fine(top) << "px " << fine(right) << "px "
+       << fine(bottom) << "px " << fine(left) << "px";
   if (p.anchor != Anchor::Top)
     out_ << ";justify-content:" << (p.anchor == Anchor::Center ? "center" : "flex-end");
   if (p.direction == TextDirection::Stacked) out_ << ";writing-mode:vertical-rl;text-orientation:upright";
   if (p.direction == TextDirection::EastAsianDown) out_ << ";writing-mode:vertical-rl";
-  if (std::abs(rotation) > 0.005) out_ << ";transform:rotate(" << rotation << "deg)";
+  if (std::abs(rotation) > 0.005) out_ << ";rotate:" << rotation << "deg";
   out_ << "\">";
 
-  const auto align = body.paragraphs.front().style.align.value_or(Align::Left);
   const bool inner = p.anchorCenter || !p.wrap || p.columns > 1;
   if (inner) {
     out_ << (p.wrap ? "<div style=\"" : "<div class=\"n\" style=\"");
     if (!p.wrap) {
-      const bool centre = p.anchorCenter || align == Align::Center;
+      const auto align = alignOf(body);
+      const bool centred = p.anchorCenter || isMadeToFit(body, box.w - left - right);
+      if (!centred) out_ << "min-width:100%;";
       out_ << "width:max-content;align-self:"
-           << (centre                  ? "center"
-               : align == Align::Right ? "flex-end"
-                                       : "flex-start");
+           << (centred || align == Align::Center ? "center"
+               : align == Align::Right           ? "flex-end"
+                                                 : "flex-start");
     } else if (p.columns > 1) {
-      out_ << "columns:" << p.columns << ";column-gap:" << p.columnGap << "px;column-fill:auto;height:100%";
+      out_ << "columns:" << p.columns << ";column-gap:" << fine(p.columnGap)
+           << "px;column-fill:auto;height:100%";
     } else {
       out_ << "align-self:center;max-width:100%";
     }

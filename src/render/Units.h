@@ -10,6 +10,11 @@ inline constexpr double PxPerPoint = 96.0 / 72.0;
 
 constexpr double pxFromEmu(double emu) { return emu / EmuPerPx; }
 
+/// Browsers place lines and borders on whole pixels of the layout. Text and tables are
+/// therefore laid out this many times larger and scaled down by the style sheet.
+inline constexpr double Fineness = 8;
+constexpr double fine(double px) { return px * Fineness; }
+
 struct Point {
   double x = 0;
   double y = 0;
