@@ -59,14 +59,17 @@ class Shown {
 
 bool saysNoSuchTable(const std::string& state) { return state == "42P01" || state == "42S02"; }
 
+bool isTable(const Source& source) {
+  return source.kind == Source::Kind::Table ||
+         (source.kind == Source::Kind::Either && !isStatement(source.text));
+}
+
 void execute(const Statement& statement, const Source& source, const std::string& quote) {
-  const bool isTable = source.kind == Source::Kind::Table ||
-                       (source.kind == Source::Kind::Either && !isStatement(source.text));
   const auto select = [](const std::string& table) { return "SELECT * FROM " + table; };
-  if (statement.execute(isTable ? select(quotedTableName(source.text, quote)) : source.text)) return;
+  if (statement.execute(isTable(source) ? select(quotedTableName(source.text, quote)) : source.text)) return;
   const Diagnosis diagnosis = diagnosisOf(HandleKind::Statement, statement.handle());
   // In quotes the case of letters counts, which the author may not have meant.
-  const bool again = isTable && saysNoSuchTable(diagnosis.state) && isPlainName(source.text);
+  const bool again = isTable(source) && saysNoSuchTable(diagnosis.state) && isPlainName(source.text);
   if (again && statement.execute(select(source.text))) return;
   throw basic::Error(basic::AdapterError, "ADODB.Recordset", diagnosis.words);
 }
@@ -132,7 +135,7 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
   leaveIfStopped();
   return readResult(statement.handle(), dialect_, slot);
 } catch (const basic::Error& error) {
-  fail("read '" + shortened(source.text) + "'", error.description);
+  fail((isTable(source) ? "read the table '" : "read '") + shortened(source.text) + "'", error.description);
 }
 
 ResultTable Database::tables() try {

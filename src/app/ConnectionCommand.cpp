@@ -12,6 +12,7 @@
 #include "app/Failure.h"
 #include "app/Output.h"
 #include "app/StoredConnections.h"
+#include "basic/Strings.h"
 #include "model/clsPresentation.h"
 #include "model/modTags.h"
 
@@ -97,6 +98,15 @@ void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool 
   refuse(!isExcel && options.range, "--range", "excel");
   refuse(isDatabase && options.file, "--file", "text or excel");
   refuse(isDatabase && (options.header || options.noHeader), "--header", "text or excel");
+  const auto refuseEmpty = [](const std::optional<std::string>& value, const char* option) {
+    if (value && value->find_first_not_of(" \r\n") == std::string::npos) {
+      throw UsageError(std::string("connection: ") + option + " is empty.");
+    }
+  };
+  refuseEmpty(options.file, "--file");
+  refuseEmpty(options.range, "--range");
+  refuseEmpty(options.connectionString, "--connection-string");
+  refuseEmpty(options.sql, "--sql");
   if (!isNew) return;
   if (!options.description) throw UsageError("connection add: give it a name with --description.");
   if (isDatabase && (!options.connectionString || !options.sql)) {
@@ -105,13 +115,27 @@ void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool 
   if (!isDatabase && !options.file) throw UsageError("connection add: give the data with --file.");
 }
 
+/// A statement is told from the name of a table by its first word and a blank; in
+/// statements from a file it is a line break as often.
+std::string normalized(std::string sql) {
+  constexpr std::string_view First = "SELECT";
+  const std::size_t start = sql.find_first_not_of(" \r\n");
+  if (start == std::string::npos) return {};
+  sql.erase(0, start);
+  const bool isStatement = basic::UCase(std::string_view(sql).substr(0, First.size())) == First;
+  if (isStatement && sql.size() > First.size() && (sql[First.size()] == '\n' || sql[First.size()] == '\r')) {
+    sql[First.size()] = ' ';
+  }
+  return sql;
+}
+
 void apply(const ConnectionOptions& options, clsConnection& connection) {
   if (options.description) connection.ConnectionDescription(*options.description);
   if (options.file) connection.ConnectionFileString(*options.file);
   if (options.sheet) connection.ConnectionSheet(*options.sheet);
   if (options.range) connection.ConnectionRange(*options.range);
   if (options.connectionString) connection.ConnectionString(*options.connectionString);
-  if (options.sql) connection.RecordsetSQL(*options.sql);
+  if (options.sql) connection.RecordsetSQL(normalized(*options.sql));
   if (options.columns) connection.RecordsetColumns(*options.columns);
   if (options.refresh) connection.RecordsetRefreshRate(*options.refresh);
   if (options.header) connection.ConnectionFirstRowFieldNames(true);

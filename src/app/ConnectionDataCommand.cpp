@@ -5,6 +5,7 @@
 #include <chrono>
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <unordered_set>
 
 #include "addin/modGlobalFunctions.h"
 #include "ado/Catalog.h"
@@ -14,6 +15,7 @@
 #include "app/Output.h"
 #include "app/StoredConnections.h"
 #include "basic/Error.h"
+#include "basic/Strings.h"
 #include "deck/Application.h"
 #include "workbook/Describe.h"
 
@@ -63,9 +65,13 @@ Reading read(const DataOptions& options) {
   const OpenedDeck opened(options);
   clsConnection& connection = *opened.connection;
   const auto start = std::chrono::steady_clock::now();
-  connection.OpenConnection();
-  connection.OpenRecordset();
-  connection.CloseConnection();
+  try {
+    connection.OpenConnection();
+    connection.OpenRecordset();
+    connection.CloseConnection();
+  } catch (const basic::Error& error) {
+    fail(opened.deck->FullName() + ": connection " + options.number + ": " + error.description);
+  }
   const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
 
   Reading reading;
@@ -84,7 +90,20 @@ Reading read(const DataOptions& options) {
   return reading;
 }
 
+/// Links find a column by its name, in any case of letters: of two that have the same the
+/// second is out of their reach.
+void printDoubled(const std::vector<std::string>& columns) {
+  std::unordered_set<std::string> names;
+  for (const std::string& column : columns) {
+    if (names.insert(basic::UCase(column)).second) continue;
+    std::cout << "Several columns are named '" << oneLine(column)
+              << "'; links reach the first. Give the others a name of their own (AS ...).\n";
+    return;
+  }
+}
+
 void printRows(Reading reading) {
+  printDoubled(reading.columns);
   for (auto& row : reading.rows) std::transform(row.begin(), row.end(), row.begin(), oneLine);
   std::transform(reading.columns.begin(), reading.columns.end(), reading.columns.begin(), oneLine);
   printTable(std::cout, reading.columns, reading.rows);

@@ -51,11 +51,12 @@ class ShowRun {
       std::cerr << "lumenfold: a request failed: " << error.description << '\n';
     };
     web::Server server(environment_.loop().context(), live_, web);
+    finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
     beginShow();
     live_.connect(&server);
-    announce(server, token);
+    // Before the address is told: whoever knows it may end the show.
     environment_.loop().onSignal([&](int) { live_.shutDown(); });
-    finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
+    announce(server, token);
     environment_.loop().run();
     live_.connect(nullptr);
   }

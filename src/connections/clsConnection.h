@@ -77,8 +77,9 @@ class clsConnection {
   void CloseRecordset();
   void CloseExcel();
   /// Reloads the data when it is due or forced: a database when its refresh rate
-  /// has passed, a file when its modification time changed.
-  void Requery(bool forced);
+  /// has passed, a file when its modification time changed. False for a database whose
+  /// time has not come: nothing is known of it then.
+  bool Requery(bool forced);
 
   /// The text that a shape shows for a row and column under a display type.
   /// `noValue` tells whether there was none; it stays as passed while the data is
@@ -117,7 +118,7 @@ class clsConnection {
   void DefineExcelFields(Excel::Range& range, ADODB::Recordset& recordset) const;
   [[nodiscard]] std::int64_t FillExcelRecords(Excel::Range& range, ADODB::Recordset& recordset) const;
   void OpenDatabaseRecordset();
-  void RequeryDatabase(bool forced);
+  bool RequeryDatabase(bool forced);
   void RequeryFile(bool forced);
   void ReloadDatabase();
   void WaitWhile(std::int32_t state) const;

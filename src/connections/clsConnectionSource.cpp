@@ -69,7 +69,13 @@ void clsConnection::OpenDatabase() {
   connection_ = host::Current().ado->CreateConnection();
   connection_->ConnectionString(resolved);
   connection_->Open("", "", ADODB::adOptionUnspecified);
-  while (connection_->State() != ADODB::adStateOpen) host::Current().loop->DoEvents();
+  const auto opening = connection_;
+  while (opening->State() != ADODB::adStateOpen) {
+    host::Current().loop->DoEvents();
+    if (connection_ != opening) {
+      throw basic::Error(basic::AdapterError, basic::DefaultSource, "It was closed while it was being opened.");
+    }
+  }
 }
 
 namespace {
@@ -205,31 +211,35 @@ void clsConnection::CloseRecordset() {
   recordset_.reset();
 }
 
-void clsConnection::Requery(bool forced) try {
+bool clsConnection::Requery(bool forced) try {
   if (modDebug::DebugOn) {
     Log(DebugKind::Information, "Requery " + connectionTagNumber_);
     Log(DebugKind::Variable, "Forced:" + basic::CStr(forced));
   }
-  if (Kind() == ConnectionKind::Database) RequeryDatabase(forced);
+  if (Kind() == ConnectionKind::Database) return RequeryDatabase(forced);
   if (IsFile()) RequeryFile(forced);
+  return true;
 } catch (...) {
   RaiseFor(Kind(), connectionDescription_, modErrors::RequeryingFile, modErrors::RequeryingDatabase,
            modErrors::RequeryingExcelFile);
 }
 
-void clsConnection::RequeryDatabase(bool forced) {
+bool clsConnection::RequeryDatabase(bool forced) {
+  bool asked = forced;
   if (!designMode_) {
     const float now = host::Current().clock->Timer();
     const float elapsed = std::fabs(now - lastRequeryTime_) * 1000.0F;
     if (static_cast<float>(recordsetRefreshRate_) < elapsed) {
       lastRequeryTime_ = now;
       ReloadDatabase();
+      asked = true;
     }
   }
   if (forced) {
     lastRequeryTime_ = host::Current().clock->Timer();
     ReloadDatabase();
   }
+  return asked;
 }
 
 void clsConnection::ReloadDatabase() {

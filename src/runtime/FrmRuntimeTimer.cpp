@@ -129,9 +129,10 @@ clsConnection& FrmRuntimeTimer::Connection(std::string_view key) const {
 void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
   const std::string key = modGlobalFunctions::Format000(static_cast<std::int32_t>(number));
   try {
-    Connection(key).Requery(false);
-    errors_.Clear(key);
+    if (Connection(key).Requery(false)) errors_.Clear(key);
   } catch (...) {
+    // The end of the show breaks off what is being read.
+    if (unloaded_) return;
     // One source that fails keeps no other from being read.
     Report(key, "RefreshData", modErrors::RequeryingData);
   }

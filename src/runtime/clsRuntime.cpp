@@ -275,6 +275,8 @@ void clsRuntime::UnSetLinkedObjects() {
   active_ = false;
   if (form_) form_->Unload();
   form_.reset();
+  // A tick may be waiting for one of them.
+  for (const auto& [number, connection] : connections_) connection->CloseConnection();
   connections_.clear();
   slideInfo_.clear();
   shapes_.clear();

@@ -7,7 +7,7 @@ missing() {
   echo "$1 is missing: run scripts/setup.sh --tests" >&2
   exit 1
 }
-for tool in node zip unzip setpriv; do
+for tool in node zip unzip setpriv sqlite3; do
   command -v "$tool" >/dev/null || missing "$tool"
 done
 case $1 in

@@ -1,6 +1,7 @@
 // The verb connection, as an author uses it.
 
 import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
 import { test } from "node:test";
 import { digest, textInFile } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
@@ -153,6 +154,11 @@ test("what a connection cannot be is told, and the deck stays as it was", async 
     [["remove", "077"], 1, /no connection 077/],
     [["set", "077", "--header"], 1, /no connection 077/],
     [["add", "--type", "text", "--description", "x"], 2, /--file/],
+    [["tables", "001"], 1, /of type text; only databases have tables/],
+    [["sheets", "001"], 1, /of type text; only workbooks have sheets/],
+    [["set", "001", "--sheet", "x"], 2, /--sheet goes with --type excel/],
+    [["add", "--type", "database", "--description", "x", "--sql", "t"], 2, /--connection-string and --sql/],
+    [["add", "--type", "database", "--description", "x", "--sql", " ", "--connection-string", "x"], 2, /--sql is empty/],
     [["add", "--type", "carrier pigeon", "--description", "x", "--file", "x"], 2, /carrier pigeon/],
     [["add", "--type", "text", "--description", "a\tb", "--file", "x"], 2, /TAB/],
     [["test", "001", "--rows", "-1"], 2, /--rows/],
@@ -200,4 +206,50 @@ test("a deck with a broken connection can be looked at and mended", (t) => {
   sandbox.done("connection", deck, "set", "001", "--file", "values.txt");
   sandbox.done("fill", deck, "-o", sandbox.path("filled.pptx"));
   assert.equal(textInFile(sandbox.path("filled.pptx"), 1, "p1 Item"), "forty-two");
+});
+
+test("a database is described, tested and listed", (t) => {
+  const { sandbox, deck, list } = emptyDeck(t);
+  execFileSync("sqlite3", [
+    sandbox.path("shop/stock.db"),
+    `CREATE TABLE "two words" (Item, Price); INSERT INTO "two words" VALUES ('Rye', 4.8), ('Tart', NULL);
+     CREATE VIEW cheap AS SELECT Item FROM "two words"`,
+  ]);
+  const verb = (...line) => sandbox.done("connection", deck, ...line);
+  const source = ["--connection-string", "Provider=SQLite;Data Source=stock.db", "--sql", "two words"];
+  verb("add", "--type", "database", "--description", "Stock", ...source, "--refresh", 500);
+  const read = (name, ...line) => JSON.parse(verb(name, "001", "--json", ...line));
+  assert.deepEqual(read("tables"), [
+    { schema: "", name: "two words", type: "TABLE" },
+    { schema: "", name: "cheap", type: "VIEW" },
+  ]);
+  const columns = ["Item", "Price"];
+  const { rowCount, ...tested } = read("test", "--rows", 1);
+  assert.deepEqual([rowCount, tested.columns, tested.rows], [2, columns, [["Rye", "4.8"]]]);
+
+  verb("set", "001", "--sql", "SELECT\nItem AS a, Price AS A FROM [two words]");
+  assert.deepEqual(read("preview").columns, ["a", "A"]);
+  assert.match(verb("test", "001"), /Several columns are named 'A'; links reach the first/);
+  const [{ type, source: told }] = list();
+  assert.equal(type, "database");
+  assert.equal(told, "Provider=SQLite;Data Source=stock.db: SELECT Item AS a, Price AS A FROM [two words]");
+});
+
+test("a workbook is described, tested and listed", (t) => {
+  const { sandbox, deck, list } = emptyDeck(t);
+  const verb = (...line) => sandbox.done("connection", deck, ...line);
+  verb("add", "--type", "excel", "--description", "Book", "--file", "prices.xlsx", "--range", "B1:D3");
+  const read = (name, ...line) => JSON.parse(verb(name, "001", "--json", ...line));
+  assert.deepEqual(read("sheets").sheets, [
+    { name: "Prices", visible: true, dimension: "A1:D15" },
+    { name: "Offer", visible: true, dimension: "A1:F2" },
+  ]);
+  assert.deepEqual(read("preview", "--rows", 1), { columns: ["B", "C", "D"], rows: [["Item", "Note", "Price"]] });
+  verb("set", "001", "--sheet", "Offer", "--range", "C:F", "--header");
+  assert.deepEqual(read("preview"), {
+    columns: ["Price", "Before", "Saving", "Until"],
+    rows: [["€4.40", "€5.90", "−25%", "Today until 18:00"]],
+  });
+  assert.equal(read("test").rowCount, 1);
+  assert.equal(list()[0].source, "C:F of Offer in prices.xlsx");
 });
