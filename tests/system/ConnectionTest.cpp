@@ -237,8 +237,10 @@ TEST_F(DatabaseTest, RequeriesByRateAndForce) {
   Open();
   const auto requeries = [&](bool forced) {
     database.log.clear();
-    connection.Requery(forced);
-    return std::count(database.log.begin(), database.log.end(), "requery -1");
+    const bool asked = connection.Requery(forced);
+    const auto count = std::count(database.log.begin(), database.log.end(), "requery -1");
+    EXPECT_EQ(asked, count > 0);
+    return count;
   };
   EXPECT_EQ(requeries(false), 0);
   EXPECT_EQ(requeries(true), 1);
@@ -267,6 +269,14 @@ TEST_F(DatabaseTest, AServerThatIsDownIsReportedAndRecoversByItself) {
   database.down = false;
   connection.Requery(true);
   EXPECT_EQ(Value(1, "Name"), "Tea");
+}
+
+TEST_F(DatabaseTest, AConnectionThatIsClosedWhileItOpensGivesUp) {
+  Describe(StockTag);
+  database.ticksToOpen = 1'000'000;
+  machine.loop.onDoEvents = [this] { connection.CloseConnection(); };
+  EXPECT_EQ(Failure([&] { connection.OpenConnection(); }),
+            "4 Error while opening database Stock. \r\nIt was closed while it was being opened.");
 }
 
 TEST(ColumnLettersTest, HaveTwoLettersAtMost) {
