@@ -12,7 +12,7 @@ namespace render {
 namespace {
 
 const char* borderStyle(const Line& line) {
-  if (line.dashes.empty()) return "solid";
+  if (line.dashes.empty()) return line.strands > 1 ? "double" : "solid";
   return line.dashes.front() > 1 ? "dashed" : "dotted";
 }
 

@@ -101,10 +101,7 @@ const Inherited& Inheritance::of(pugi::xml_node ph) {
 
   auto made = std::make_unique<Inherited>();
   auto& list = made->listStyle;
-  double indentation = 0;
   for (auto& level : list.levels) {
-    level.marginLeft = indentation;
-    indentation += 48;
     level.run.size = 18;
     level.run.latin = theme_.typeface("+mn-lt");
     level.run.fill = theme_.colors()[static_cast<std::size_t>(*colorMap_.resolve("tx1"))];

@@ -117,6 +117,8 @@ struct Line {
   std::vector<double> dashes;
   Cap cap = Cap::Flat;
   Join join = Join::Round;
+  /// How many lines share the width; uneven ones are drawn even.
+  int strands = 1;
   LineEnd head;
   LineEnd tail;
 };

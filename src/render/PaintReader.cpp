@@ -170,6 +170,8 @@ void applyLine(Line& line, pugi::xml_node ln, const PaintContext& context) {
   if (const auto width = emuOf(ln.attribute("w"))) line.width = std::max(0.0, pxFromEmu(*width));
   const std::string_view cap = ln.attribute("cap").value();
   if (!cap.empty()) line.cap = cap == "rnd" ? Cap::Round : cap == "sq" ? Cap::Square : Cap::Flat;
+  const std::string_view compound = ln.attribute("cmpd").value();
+  if (!compound.empty()) line.strands = compound == "sng" ? 1 : compound == "tri" ? 3 : 2;
   for (const auto child : ln.children()) {
     const std::string_view name = child.name();
     if (name == "a:prstDash") {

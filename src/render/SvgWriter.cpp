@@ -226,6 +226,24 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
       if (!ids[0].empty()) out_ << " marker-start=\"url(#" << ids[0] << ")\"";
       if (!ids[1].empty()) out_ << " marker-end=\"url(#" << ids[1] << ")\"";
     };
+    std::string gaps;
+    if (line.strands > 1) {
+      gaps = defs_.newId();
+      out_ << "<mask id=\"" << gaps << "\" maskUnits=\"userSpaceOnUse\" x=\"" << -line.width << "\" y=\""
+           << -line.width << "\" width=\"" << box.frame.w + 2 * line.width << "\" height=\""
+           << box.frame.h + 2 * line.width << "\">";
+      const auto strand = [&](double share, const char* shade) {
+        out_ << "<path d=\"";
+        defs_.pathData(commands);
+        out_ << "\" fill=\"none\" stroke=\"" << shade << "\" stroke-width=\"" << line.width * share
+             << "\" stroke-linecap=\"square\"/>";
+      };
+      // Strands and the gaps between them are equally wide.
+      const int stripes = 2 * line.strands - 1;
+      for (int stripe = stripes; stripe > 0; stripe -= 2)
+        strand(static_cast<double>(stripe) / stripes, (stripes - stripe) % 4 == 0 ? "#fff" : "#000");
+      out_ << "</mask>";
+    }
     out_ << "<path d=\"";
     defs_.pathData(commands);
     out_ << "\" fill=\"none\" stroke=\"";
@@ -251,6 +269,7 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
       out_ << '"';
     }
     if (!shortened) markers();
+    if (!gaps.empty()) out_ << " mask=\"url(#" << gaps << ")\"";
     out_ << "/>";
     if (shortened) {
       out_ << "<path d=\"";

@@ -141,12 +141,17 @@ class TableReader {
       const auto bold = boolOf(text.attribute("b"));
       const auto italic = boolOf(text.attribute("i"));
       const std::string_view font = text.child("a:fontRef").attribute("idx").value();
+      RunStyle own;
+      if (const auto fonts = text.child("a:font")) own.apply(fonts, context_.paint);
       for (auto& level : list.levels) {
         if (color) level.run.fill = *color;
         if (bold) level.run.bold = bold;
         if (italic) level.run.italic = italic;
         if (!font.empty())
           level.run.latin = inheritance_.theme().typeface(font == "major" ? "+mj-lt" : "+mn-lt");
+        if (!own.latin.empty()) level.run.latin = own.latin;
+        if (!own.eastAsian.empty()) level.run.eastAsian = own.eastAsian;
+        if (!own.complexScript.empty()) level.run.complexScript = own.complexScript;
       }
     }
     return listStyles_.emplace(key, std::move(list)).first->second;

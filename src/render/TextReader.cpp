@@ -11,6 +11,10 @@ namespace render {
 
 namespace {
 
+/// Of a level of text without a margin anywhere; of a list, as the program has it that writes such decks.
+constexpr double DefaultIndent = 48;  // px
+constexpr double DefaultHanging = 216000.0 / EmuPerPx;
+
 /// Numbers paragraphs as they come: a level goes on counting until a shallower
 /// paragraph, or one of its own level that is numbered otherwise, comes between.
 class Numbering {
@@ -122,6 +126,13 @@ TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyP
 
     const auto& bullet = paragraph.style.bullet;
     const auto kind = bullet.kind.value_or(Bullet::Kind::None);
+    if (!paragraph.style.marginLeft) {
+      // A deck that never states margins leaves them to the program; lists hang in all of them.
+      const bool hangs = kind != Bullet::Kind::None && !paragraph.style.indent;
+      paragraph.style.marginLeft = hangs ? DefaultHanging * static_cast<double>(level + 1)
+                                         : DefaultIndent * static_cast<double>(level);
+      if (hangs) paragraph.style.indent = -DefaultHanging;
+    }
     const bool hasText = std::any_of(paragraph.runs.begin(), paragraph.runs.end(),
                                      [](const Run& run) { return run.kind == Run::Kind::Text; });
     if (!hasText) continue;

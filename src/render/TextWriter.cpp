@@ -182,11 +182,7 @@ void TextWriter::bullet(const Paragraph& paragraph, const RunStyle& first, const
   if (bullet.color) look.color = *bullet.color;
   look.italic = first.italic.value_or(false) && bullet.kind == Bullet::Kind::Number;
   out_ << "<span class=\"b\" style=\"";
-  if (indent < 0) {
-    out_ << "min-width:" << fine(-indent) << "px;";
-  } else {
-    out_ << "margin-right:.25em;";
-  }
+  if (indent < 0) out_ << "min-width:" << fine(-indent) << "px;";
   this->look(look);
   out_ << "\">";
   out_.text(paragraph.bullet) << "</span>";
@@ -267,6 +263,18 @@ void TextWriter::runs(const Paragraph& paragraph, const BodyProperties& properti
   if (paragraph.runs.empty() || paragraph.runs.back().kind == Run::Kind::Break) out_ << "<br>";
 }
 
+double TextWriter::shiftOf(const Paragraph& paragraph, const BodyProperties& properties) {
+  const auto& largest = paragraph.largestStyle();
+  const double size = lookOf(largest, properties).size;
+  const auto& metrics = fontStack(largest.latin).metrics;
+  const bool isFixed = paragraph.style.lineSpacing && !paragraph.style.lineSpacing->isShare;
+  // Lines closer than single ones are cut above and below alike.
+  const double lineShare = properties.lineShare(paragraph.style);
+  const double below = BelowBaseline * (isFixed ? 1 : std::min(1.0, SingleLine * lineShare)) * size;
+  return properties.lineHeight(paragraph.style, size) / 2 - below -
+         (metrics.ascent - metrics.descent) / 2 * size;
+}
+
 double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& properties, double gap,
                              bool isLast) {
   const auto& style = paragraph.style;
@@ -276,15 +284,7 @@ double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& p
   const auto firstLook = lookOf(paragraph.firstStyle(), properties);
   const bool isFixed = style.lineSpacing && !style.lineSpacing->isShare;
 
-  // Browsers centre the font's box in the line; in a presentation all that is added to a line or taken from
-  // it is above the text.
-  const auto& largest = paragraph.largestStyle();
-  const double size = lookOf(largest, properties).size;
-  const auto& metrics = fontStack(largest.latin).metrics;
-  const double line = isFixed ? style.lineSpacing->value : SingleLine * lineShare * size;
-  // Lines closer than single ones are cut above and below alike.
-  const double below = BelowBaseline * (isFixed ? 1 : std::min(1.0, SingleLine * lineShare)) * size;
-  const double shift = line / 2 - below - (metrics.ascent - metrics.descent) / 2 * size;
+  const double shift = shiftOf(paragraph, properties);
 
   out_ << "<p style=\"";
   look(base);
@@ -327,8 +327,7 @@ double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& p
   return -shift;
 }
 
-void TextWriter::paragraphs(const TextBody& body) {
-  double carried = 0;
+void TextWriter::paragraphs(const TextBody& body, double carried) {
   const Paragraph* previous = nullptr;
   for (const auto& paragraph : body.paragraphs) {
     double gap = carried;
@@ -375,6 +374,7 @@ void TextWriter::block(const TextBody& body, const Rect& area, double rotation) 
   if (std::abs(rotation) > 0.005) out_ << ";rotate:" << rotation << "deg";
   out_ << "\">";
 
+  double carried = 0;
   const bool inner = p.anchorCenter || !p.wrap || p.columns > 1;
   if (inner) {
     out_ << (p.wrap ? "<div style=\"" : "<div class=\"n\" style=\"");
@@ -389,12 +389,15 @@ void TextWriter::block(const TextBody& body, const Rect& area, double rotation) 
     } else if (p.columns > 1) {
       out_ << "columns:" << p.columns << ";column-gap:" << fine(p.columnGap)
            << "px;column-fill:auto;height:100%";
+      // Every column starts as the first one does.
+      carried = -shiftOf(body.paragraphs.front(), p);
+      out_ << ";position:relative;top:" << fine(-carried) << "px";
     } else {
       out_ << "align-self:center;max-width:100%";
     }
     out_ << "\">";
   }
-  paragraphs(body);
+  paragraphs(body, carried);
   out_ << (inner ? "</div></div>" : "</div>");
 }
 

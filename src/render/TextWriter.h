@@ -12,8 +12,8 @@ class TextWriter {
 
   /// A block that fills `area` of the enclosing element. Nothing for empty text.
   void block(const TextBody& body, const Rect& area, double rotation);
-  /// The paragraphs alone.
-  void paragraphs(const TextBody& body);
+  /// The paragraphs alone; the first one lies `carried` px lower.
+  void paragraphs(const TextBody& body, double carried = 0);
 
  private:
   /// The look of a run as a page states it.
@@ -33,6 +33,9 @@ class TextWriter {
   void bullet(const Paragraph& paragraph, const RunStyle& first, const Look& firstLook, double fontScale);
   void runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base);
   void run(const Run& run, std::string_view text, const Look& look, const Look& base);
+  /// Browsers centre the font's box in the line; in a presentation all that is added to a line or taken from
+  /// it is above the text. This is how much lower than there the text belongs, px.
+  static double shiftOf(const Paragraph& paragraph, const BodyProperties& properties);
   /// Returns the shift of the baselines that the next paragraph has to make up for.
   double paragraph(const Paragraph& paragraph, const BodyProperties& properties, double gap, bool isLast);
 

@@ -3,6 +3,7 @@
 #include "render/FontMetrics.h"
 #include "render/HtmlOut.h"
 #include "render/ImageInfo.h"
+#include "render/Script.h"
 #include "render/TextReader.h"
 
 namespace render {
@@ -13,13 +14,50 @@ TEST(TextRules, AutomaticNumbers) {
     const char* scheme;
     int number;
     const char* expected;
-  } cases[] = {
-      {"arabicPeriod", 12, "12."},    {"arabicParenBoth", 3, "(3)"}, {"arabicPlain", 7, "7"},
-      {"alphaLcParenR", 1, "a)"},     {"alphaUcPeriod", 28, "BB."},  {"romanLcPeriod", 1994, "mcmxciv."},
-      {"romanUcParenR", 4, "IV)"},    {"circleNumDbPlain", 1, "①"},  {"circleNumDbPlain", 20, "⑳"},
-      {"circleNumDbPlain", 21, "21"}, {"nobodyKnows", 5, "5"}};
+  } cases[] = {{"arabicPeriod", 12, "12."},
+               {"arabicParenBoth", 3, "(3)"},
+               {"arabicPlain", 7, "7"},
+               {"alphaLcParenR", 1, "a)"},
+               {"alphaUcPeriod", 28, "BB."},
+               {"romanLcPeriod", 1994, "mcmxciv."},
+               {"romanUcParenR", 4, "IV)"},
+               {"circleNumDbPlain", 1, "①"},
+               {"circleNumDbPlain", 20, "⑳"},
+               {"circleNumDbPlain", 21, "21"},
+               {"nobodyKnows", 5, "5"},
+               {"circleNumWdBlackPlain", 10, "❿"},
+               {"circleNumWdBlackPlain", 11, "⓫"},
+               {"arabicDbPeriod", 10, "１０．"},
+               {"ea1ChsPeriod", 12, "十二."},
+               {"ea1JpnChsDbPeriod", 20, "二十．"},
+               {"ea1ChtPlain", 105, "一百〇五"},
+               {"ea1JpnKorPlain", 110, "一百一十"},
+               {"hebrew2Minus", 15, "טו-"},
+               {"hebrew2Minus", 116, "קטז-"},
+               {"thaiNumParenR", 12, "๑๒)"},
+               {"thaiAlphaPeriod", 45, "กก."},
+               {"hindiNumPeriod", 3, "३."},
+               {"hindiAlpha1Period", 2, "ख."},
+               {"arabic2Minus", 3, "ج-"}};
   for (const auto& [scheme, number, expected] : cases)
     EXPECT_EQ(autoNumber(scheme, number), expected) << scheme;
+}
+
+TEST(TextRules, TextIsSplitByTheScriptsThatTypefacesAreFor) {
+  const auto pieces = [](std::string_view text) {
+    std::string joined;
+    splitByScript(text, [&](std::string_view piece, Script script) {
+      joined += script == Script::Latin ? "[L:" : script == Script::EastAsian ? "[E:" : "[C:";
+      joined += std::string(piece) + "]";
+    });
+    return joined;
+  };
+  EXPECT_EQ(pieces("1. abc"), "[L:1. abc]");
+  EXPECT_EQ(pieces("日本 12、abc 漢"), "[E:日本 12、][L:abc ][E:漢]");
+  EXPECT_EQ(pieces("12 שלום, abc"), "[C:12 שלום, ][L:abc]");
+  EXPECT_EQ(pieces("“漢”"), "[E:“漢”]");
+  EXPECT_EQ(pieces("\xFF\xE6"), "[L:\xFF\xE6]");
+  EXPECT_EQ(pieces(""), "");
 }
 
 TEST(TextRules, SymbolFontsBecomeCharactersOfEveryFont) {
