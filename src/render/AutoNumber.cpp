@@ -88,7 +88,7 @@ std::string circled(int number, bool isBlack) {
 
 constexpr std::u32string_view Lower = U"abcdefghijklmnopqrstuvwxyz";
 constexpr std::u32string_view Upper = U"ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-constexpr std::u32string_view Thai = U"กขคงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟภมยรลวศษสหฬอฮ";
+constexpr std::u32string_view Thai = U"กขคฆงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟภมยรลวศษสหฬอฮ";
 constexpr std::u32string_view HindiVowels = U"अआइईउऊऋएऐओऔ";
 constexpr std::u32string_view HindiConsonants = U"कखगघङचछजझञटठडढणतथदधनपफबभमयरलवशषसह";
 constexpr std::u32string_view Arabic = U"أبتثجحخدذرزسشصضطظعغفقكلمنهوي";

@@ -46,7 +46,7 @@ void splitByScript(std::string_view text, Take take) {
       take(text.substr(start, before - start), current);
       start = before;
     }
-    decided = decided || c >= 0x41;
+    decided = decided || scriptOf(c, Script::Latin) == scriptOf(c, Script::Complex);
     current = script;
   }
   if (start < text.size()) take(text.substr(start), current);

@@ -35,7 +35,7 @@ TEST(TextRules, AutomaticNumbers) {
                {"hebrew2Minus", 15, "טו-"},
                {"hebrew2Minus", 116, "קטז-"},
                {"thaiNumParenR", 12, "๑๒)"},
-               {"thaiAlphaPeriod", 45, "กก."},
+               {"thaiAlphaPeriod", 43, "กก."},
                {"hindiNumPeriod", 3, "३."},
                {"hindiAlpha1Period", 2, "ख."},
                {"arabic2Minus", 3, "ج-"}};
