@@ -83,8 +83,9 @@ ConnectionKind kindOf(const std::string& type) {
   return ConnectionKind::Excel;
 }
 
-/// What each type of connection takes, and what it cannot do without.
-void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool isNew) {
+/// What each type of connection takes, and what one that becomes of this type
+/// cannot do without.
+void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool becomes) {
   const bool isDatabase = kind == ConnectionKind::Database;
   const bool isExcel = kind == ConnectionKind::Excel;
   const auto refuse = [&](bool isGiven, const char* option, const char* type) {
@@ -107,12 +108,19 @@ void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool 
   refuseEmpty(options.range, "--range");
   refuseEmpty(options.connectionString, "--connection-string");
   refuseEmpty(options.sql, "--sql");
-  if (!isNew) return;
-  if (!options.description) throw UsageError("connection add: give it a name with --description.");
+  if (!becomes) return;
   if (isDatabase && (!options.connectionString || !options.sql)) {
-    throw UsageError("connection add: a database takes --connection-string and --sql.");
+    throw UsageError("connection: a database takes --connection-string and --sql.");
   }
-  if (!isDatabase && !options.file) throw UsageError("connection add: give the data with --file.");
+  if (!isDatabase && !options.file) throw UsageError("connection: give the data with --file.");
+}
+
+void become(ConnectionKind kind, clsConnection& connection) {
+  constexpr const char* DefaultRange = "A1:I10";
+  constexpr double DefaultRefresh = 1000;
+  connection.ConnectionType(static_cast<std::int32_t>(kind));
+  if (kind == ConnectionKind::Excel) connection.ConnectionRange(DefaultRange);
+  if (kind == ConnectionKind::Database) connection.RecordsetRefreshRate(DefaultRefresh);
 }
 
 /// A statement is told from the name of a table by its first word and a blank; in
@@ -149,15 +157,12 @@ void apply(const ConnectionOptions& options, clsConnection& connection) {
 }
 
 void add(const ConnectionOptions& options) {
-  constexpr const char* DefaultRange = "A1:I10";
-  constexpr double DefaultRefresh = 1000;
   if (!options.type) throw UsageError("connection add: give --type text, database or excel.");
+  if (!options.description) throw UsageError("connection add: give it a name with --description.");
   const ConnectionKind kind = kindOf(*options.type);
-  requireFitting(options, kind, /*isNew=*/true);
+  requireFitting(options, kind, /*becomes=*/true);
   auto connection = std::make_shared<clsConnection>();
-  connection->ConnectionType(static_cast<std::int32_t>(kind));
-  if (kind == ConnectionKind::Excel) connection->ConnectionRange(DefaultRange);
-  if (kind == ConnectionKind::Database) connection->RecordsetRefreshRate(DefaultRefresh);
+  become(kind, *connection);
   apply(options, *connection);
 
   AddInHost host;
@@ -186,7 +191,10 @@ void set(const ConnectionOptions& options) {
   requireAllUnderstood(*deck, "");
   const auto connection = linked.FindConnection(options.number);
   if (!connection) failUnknownConnection(options.deck, options.number);
-  requireFitting(options, static_cast<ConnectionKind>(connection->ConnectionType()), /*isNew=*/false);
+  const auto before = static_cast<ConnectionKind>(connection->ConnectionType());
+  const ConnectionKind kind = options.type ? kindOf(*options.type) : before;
+  requireFitting(options, kind, kind != before);
+  if (kind != before) become(kind, *connection);
   apply(options, *connection);
   linked.SetConnectionTags();
   deck->Save();
@@ -217,6 +225,8 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
   verb->require_subcommand(1);
 
   const auto describeWith = [&](CLI::App* action) {
+    action->add_option("--type", options->type, "Kind of source")
+        ->check(CLI::IsMember({"text", "database", "excel"}));
     action->add_option("--description", options->description, "Name of the connection");
     action->add_option("--file", options->file,
                        "Text file or workbook, relative to the deck's folder or absolute");
@@ -239,8 +249,6 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
   action->callback([options] { list(*options); });
 
   action = verb->add_subcommand("add", "Add a connection and print its number");
-  action->add_option("--type", options->type, "Kind of source")
-      ->check(CLI::IsMember({"text", "database", "excel"}));
   describeWith(action);
   action->callback([options] { add(*options); });
 

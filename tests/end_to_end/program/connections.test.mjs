@@ -132,6 +132,16 @@ test("removing a connection takes its links along, and no others", (t) => {
   assert.deepEqual(sources, [["1"], ["1"], ["2 002"]]);
 });
 
+test("a connection can be given another kind of source", (t) => {
+  const { sandbox, deck, add } = emptyDeck(t);
+  add("Prices", "prices.txt");
+  sandbox.done("connection", deck, "set", "001", "--type", "excel", "--file", "prices.xlsx", "--range", "A1:D3");
+  const { columns, rowCount } = JSON.parse(sandbox.done("connection", deck, "test", "001", "--json"));
+  assert.deepEqual([columns[0], rowCount], ["Section", 2]);
+  const [{ type, description }] = JSON.parse(sandbox.done("connection", deck, "list", "--json"));
+  assert.deepEqual([type, description], ["excel", "Prices"]);
+});
+
 test("what a connection cannot be is told, and the deck stays as it was", async (t) => {
   const { sandbox, deck, add } = emptyDeck(t);
   sandbox.write("shop/twice.txt", [
@@ -159,6 +169,7 @@ test("what a connection cannot be is told, and the deck stays as it was", async 
     [["set", "001", "--sheet", "x"], 2, /--sheet goes with --type excel/],
     [["add", "--type", "database", "--description", "x", "--sql", "t"], 2, /--connection-string and --sql/],
     [["set", "001", "--file", " "], 2, /--file is empty/],
+    [["set", "001", "--type", "database"], 2, /--connection-string and --sql/],
     [["add", "--type", "carrier pigeon", "--description", "x", "--file", "x"], 2, /carrier pigeon/],
     [["add", "--type", "text", "--description", "a\tb", "--file", "x"], 2, /TAB/],
     [["test", "001", "--rows", "-1"], 2, /--rows/],
