@@ -38,6 +38,11 @@ class Archive {
   /// its checksum verified.
   [[nodiscard]] std::string read(std::int64_t index) const;
 
+  /// Whether this is the entry's content.
+  [[nodiscard]] bool holds(std::int64_t index, std::string_view content) const {
+    return entries_[static_cast<std::size_t>(index)].size == content.size() && read(index) == content;
+  }
+
   /// The bytes of the archive with changes made. Entries without a change are
   /// copied as they are; changed ones keep their place and time, new ones come
   /// last and carry the earliest time that ZIP knows.

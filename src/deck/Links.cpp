@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "basic/Strings.h"
+#include "deck/Failure.h"
 #include "deck/Percent.h"
 
 namespace deck {
@@ -24,6 +25,11 @@ bool isUrl(std::string_view target) {
 }
 
 }  // namespace
+
+std::shared_ptr<MSGraph::Chart> OLEFormat::Object() {
+  fail("An object of the kind " + inQuotes(progId_) +
+       " cannot be refilled; a chart of PowerPoint 2007 or later can.");
+}
 
 std::string sourcePath(std::string_view target, std::string_view deckPath) {
   constexpr std::string_view Scheme = "file:";

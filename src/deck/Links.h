@@ -20,6 +20,7 @@ class OLEFormat final : public PowerPoint::OLEFormat {
  public:
   explicit OLEFormat(std::string progId) : progId_(std::move(progId)) {}
   [[nodiscard]] std::string ProgID() const override { return progId_; }
+  [[nodiscard]] std::shared_ptr<MSGraph::Chart> Object() override;
 
  private:
   std::string progId_;

@@ -197,8 +197,10 @@ std::string Package::serialize() {
     if (part->removed_ && part->entry_ >= 0) changes.push_back({part->entry_, part->name(), {}, true});
   }
   for (const auto& part : parts_) {
-    if (part->changed_ && !part->removed_)
-      changes.push_back({part->entry_, part->name(), part->bytes(), false});
+    if (!part->changed_ || part->removed_) continue;
+    // What came back to what it was stays compressed as it was.
+    if (part->entry_ >= 0 && archive_->holds(part->entry_, part->bytes())) continue;
+    changes.push_back({part->entry_, part->name(), part->bytes(), false});
   }
   try {
     return archive_->with(changes);

@@ -73,8 +73,8 @@ class Part {
   [[nodiscard]] std::string_view bytes();
 
   /// The part parsed, with white space, comments and processing instructions
-  /// kept; the names of presentationml, drawingml and relationships always carry
-  /// the prefixes p, a and r. A document type declaration is refused. Who alters
+  /// kept; the names of presentationml, drawingml, its charts and relationships always
+  /// carry the prefixes p, a, c and r. A document type declaration is refused. Who alters
   /// a node calls markChanged().
   [[nodiscard]] const pugi::xml_document& xml();
   void markChanged();

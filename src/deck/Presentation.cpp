@@ -75,6 +75,7 @@ void Presentation::Save() {
 void Presentation::write() {
   if (path_.empty()) fail("The presentation has no file yet: save it as a copy under a name.");
   tags_.write();
+  charts_.write();
   std::string bytes = package_->serialize();
   state_ = replaceFile(path_, bytes, state_ ? &*state_ : nullptr);
   package_->rebase(std::move(bytes));
@@ -83,6 +84,7 @@ void Presentation::write() {
 
 void Presentation::SaveCopyAs(std::string_view fileName) {
   tags_.write();
+  charts_.write();
   const FileState written = replaceFile(std::string(fileName), package_->serialize());
   if (fileName == path_) state_ = written;
 }
@@ -145,6 +147,11 @@ void Presentation::noteChange(Part& part) {
 void Presentation::noteShapeChange(std::int32_t slideIndex, pugi::xml_node shape) {
   noteChange(slidePart(slideIndex));
   notify([&](ChangeListener& listener) { listener.shapeChanged(slideIndex, shapeId(shape)); });
+}
+
+void Presentation::noteChartChange(std::int32_t slideIndex, pugi::xml_node frame) {
+  saved_ = false;
+  notify([&](ChangeListener& listener) { listener.shapeChanged(slideIndex, shapeId(frame)); });
 }
 
 void Presentation::noteHiddenChange(std::int32_t slideIndex) {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "deck/ChartStore.h"
 #include "deck/DeckFile.h"
 #include "deck/Package.h"
 #include "deck/ShapeNode.h"
@@ -60,6 +61,7 @@ class Presentation final : public PowerPoint::Presentation,
   /// relationship; nothing when none does.
   [[nodiscard]] std::optional<std::int32_t> slideByRelationship(std::string_view id) const;
   [[nodiscard]] TagStore& tagStore() { return tags_; }
+  [[nodiscard]] ChartStore& charts() { return charts_; }
 
   /// A listener must outlive its subscription.
   void addListener(ChangeListener& listener);
@@ -68,6 +70,8 @@ class Presentation final : public PowerPoint::Presentation,
   /// What the proxies report: the node was changed in the part.
   void noteChange(Part& part);
   void noteShapeChange(std::int32_t slideIndex, pugi::xml_node shape);
+  /// What a chart shows has changed, in parts of its own.
+  void noteChartChange(std::int32_t slideIndex, pugi::xml_node frame);
   void noteHiddenChange(std::int32_t slideIndex);
 
   /// The application that the presentation is open in; null after its closing.
@@ -92,6 +96,7 @@ class Presentation final : public PowerPoint::Presentation,
   Part* part_ = nullptr;
   std::vector<SlideEntry> slides_;
   TagStore tags_;
+  ChartStore charts_;
   std::vector<ChangeListener*> listeners_;
   Application* application_ = nullptr;
   bool saved_ = true;

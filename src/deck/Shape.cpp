@@ -1,5 +1,6 @@
 #include "deck/Shape.h"
 
+#include "deck/Chart.h"
 #include "deck/Failure.h"
 #include "deck/Links.h"
 #include "deck/Tags.h"
@@ -50,8 +51,9 @@ std::shared_ptr<PowerPoint::LinkFormat> Shape::LinkFormat() {
 }
 
 std::shared_ptr<PowerPoint::OLEFormat> Shape::OLEFormat() {
+  if (isChart(node_)) return std::make_shared<Chart>(presentation_, slideIndex_, node_);
   const pugi::xml_node object = oleObject(node_);
-  if (!object) failFor("is no embedded or linked object");
+  if (!object) failFor("is neither a chart nor an embedded or linked object");
   return std::make_shared<deck::OLEFormat>(object.attribute("progId").value());
 }
 

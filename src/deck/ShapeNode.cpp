@@ -30,6 +30,12 @@ pugi::xml_node nonVisualProperties(pugi::xml_node shape) {
 
 pugi::xml_node graphicData(pugi::xml_node shape) { return shape.child("a:graphic").child("a:graphicData"); }
 
+/// The last word of the URI that names what a frame holds.
+std::string_view contentOf(pugi::xml_node frame) {
+  const std::string_view uri = graphicData(frame).attribute("uri").value();
+  return uri.substr(uri.rfind('/') + 1);
+}
+
 /// The film or sound that a picture plays.
 pugi::xml_node media(pugi::xml_node shape) {
   static constexpr std::array<std::string_view, 5> Kinds{"a:audioCd", "a:wavAudioFile", "a:audioFile",
@@ -40,10 +46,9 @@ pugi::xml_node media(pugi::xml_node shape) {
 }
 
 ShapeType typeOfFrame(pugi::xml_node frame) {
-  const std::string_view uri = graphicData(frame).attribute("uri").value();
-  const std::string_view content = uri.substr(uri.rfind('/') + 1);
+  const std::string_view content = contentOf(frame);
   if (content == "table") return ShapeType::Table;
-  if (content == "chart" || content == "chartex") return ShapeType::Chart;
+  if (isChart(frame)) return ShapeType::Chart;
   if (content == "diagram") return ShapeType::Diagram;
   if (const pugi::xml_node object = oleObject(frame)) {
     return object.child("p:link") ? ShapeType::LinkedOLEObject : ShapeType::EmbeddedOLEObject;
@@ -91,6 +96,15 @@ ShapeType shapeType(pugi::xml_node shape) {
   if (element == "p:graphicFrame") return typeOfFrame(shape);
   if (element == "p:pic") return typeOfPicture(shape);
   return typeOfGeometry(shape);
+}
+
+bool isChart(pugi::xml_node shape) {
+  const std::string_view content = contentOf(shape);
+  return content == "chart" || content == "chartex";
+}
+
+pugi::xml_node chartReference(pugi::xml_node shape) {
+  return contentOf(shape) == "chart" ? childByLocalName(graphicData(shape), "chart") : pugi::xml_node();
 }
 
 pugi::xml_node oleObject(pugi::xml_node shape) {

@@ -26,6 +26,12 @@ PowerPoint::ShapeType shapeType(pugi::xml_node shape);
 /// p:nvPr: placeholder, media, tags. Null when the shape lacks it.
 pugi::xml_node applicationProperties(pugi::xml_node shape);
 
+/// Whether the shape is a frame with a chart, of any kind.
+bool isChart(pugi::xml_node shape);
+/// c:chart, which refers to the chart's part; null without one and in charts of
+/// the newer kind (chartex).
+pugi::xml_node chartReference(pugi::xml_node shape);
+
 /// p:oleObj of an embedded or linked object, else null.
 pugi::xml_node oleObject(pugi::xml_node shape);
 

@@ -25,11 +25,13 @@ constexpr unsigned int ParseOptions = pugi::parse_full | pugi::parse_ws_pcdata;
 /// The prefix that this program's code uses for a namespace; empty for others.
 /// Strict documents have namespaces of their own for the same elements.
 std::string_view canonicalPrefix(std::string_view uri) {
-  static constexpr std::array<std::pair<std::string_view, std::string_view>, 7> Known{{
+  static constexpr std::array<std::pair<std::string_view, std::string_view>, 9> Known{{
       {"http://schemas.openxmlformats.org/presentationml/2006/main", "p"},
       {"http://purl.oclc.org/ooxml/presentationml/main", "p"},
       {"http://schemas.openxmlformats.org/drawingml/2006/main", "a"},
       {"http://purl.oclc.org/ooxml/drawingml/main", "a"},
+      {"http://schemas.openxmlformats.org/drawingml/2006/chart", "c"},
+      {"http://purl.oclc.org/ooxml/drawingml/chart", "c"},
       {"http://schemas.openxmlformats.org/officeDocument/2006/relationships", "r"},
       {"http://purl.oclc.org/ooxml/officeDocument/relationships", "r"},
       {"http://schemas.openxmlformats.org/markup-compatibility/2006", "mc"},
@@ -100,11 +102,15 @@ void useCanonicalPrefixes(pugi::xml_node root) {
   });
 }
 
-struct StringWriter : pugi::xml_writer {
+class StringWriter final : public pugi::xml_writer {
+ public:
+  explicit StringWriter(std::string& to) : to_(to) {}
   void write(const void* data, std::size_t size) override {
-    text.append(static_cast<const char*>(data), size);
+    to_.append(static_cast<const char*>(data), size);
   }
-  std::string text;
+
+ private:
+  std::string& to_;
 };
 
 /// The length of the well-formed UTF-8 sequence that text begins with, 0 when
@@ -151,9 +157,15 @@ std::string serialize(const pugi::xml_document& document) {
     // Whatever it was read from, it is written as UTF-8.
     if (!basic::EqualsIgnoreCase(encoding.value(), "UTF-8")) encoding = "UTF-8";
   }
-  StringWriter writer;
+  std::string text;
+  StringWriter writer(text);
   document.save(writer, "", options, pugi::encoding_utf8);
-  return std::move(writer.text);
+  return text;
+}
+
+void append(std::string& to, pugi::xml_node node) {
+  StringWriter writer(to);
+  node.print(writer, "", pugi::format_raw, pugi::encoding_utf8);
 }
 
 std::string legalText(std::string_view text) {

@@ -10,13 +10,15 @@ namespace deck::xml {
 
 /// Parses `text` in place; the document points into it, so it must outlive the
 /// document and keep its address. Everything is kept: white space, comments,
-/// processing instructions. The namespaces of presentationml, drawingml and
-/// relationships get the prefixes p, a and r when they carry others. Throws
+/// processing instructions. The namespaces of presentationml, drawingml, its
+/// charts and relationships get the prefixes p, a, c and r when they carry others. Throws
 /// basic::Error with the reason (line and column) alone; the caller knows the part.
 /// Parsing overwrites the text: `reread` gives it once more, to tell the place of a fault.
 std::unique_ptr<pugi::xml_document> parse(std::string& text, const std::function<std::string()>& reread);
 
 std::string serialize(const pugi::xml_document& document);
+/// Appends a node with all that is in it.
+void append(std::string& to, pugi::xml_node node);
 
 /// The text with what XML 1.0 cannot hold left out (control characters other
 /// than TAB, LF and CR, and the two noncharacters), and with U+FFFD for bytes

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/graph.h"
+
 // The part of the PowerPoint object model that the system uses. Names, numbers
 // and behaviour follow the object model's own reference; a property is a const
 // member to get it and an overload with one argument to let it. Collections
@@ -85,11 +87,14 @@ class LinkFormat {
   [[nodiscard]] virtual std::string SourceFullName() const = 0;
 };
 
-/// Present on embedded and linked objects.
+/// Present on embedded and linked objects, and on charts.
 class OLEFormat {
  public:
   virtual ~OLEFormat() = default;
+  /// Of a chart "MSGraph.Chart" and a version.
   [[nodiscard]] virtual std::string ProgID() const = 0;
+  /// The chart; an error where the object is none that can be refilled.
+  [[nodiscard]] virtual std::shared_ptr<MSGraph::Chart> Object() = 0;
 };
 
 class Shape {
@@ -103,7 +108,7 @@ class Shape {
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
   /// An error on a shape that is not linked.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() = 0;
-  /// An error on a shape that is no object.
+  /// An error on a shape that is neither object nor chart.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() = 0;
 };
 
