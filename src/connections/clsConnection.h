@@ -9,6 +9,7 @@
 #include "basic/Date.h"
 #include "host/adodb.h"
 #include "host/excel.h"
+#include "host/graph.h"
 #include "host/services.h"
 
 namespace LF2000 {
@@ -91,6 +92,11 @@ class clsConnection {
   [[nodiscard]] std::string GetValueObject(double row, std::string_view column, std::string_view folder,
                                            std::string_view extension, std::int16_t displayType,
                                            bool showMarkers, bool& noValue);
+  /// All rows with the field names above them, for a chart. False, and the table
+  /// as it was, while the data is not open or has no row.
+  [[nodiscard]] bool GetValueGraph(MSGraph::Table& table);
+  /// Another number after every reading of the data; 0 before the first.
+  [[nodiscard]] std::int64_t DataVersion() const { return dataVersion_; }
   /// The field names from index 1; element 0 is empty.
   [[nodiscard]] std::vector<std::string> Columns() const;
 
@@ -121,8 +127,8 @@ class clsConnection {
   bool RequeryDatabase(bool forced);
   void RequeryFile(bool forced);
   void ReloadDatabase();
-  void WaitWhile(std::int32_t state) const;
   void MoveTo(double row);
+  void WaitForRows() const;
   [[nodiscard]] std::string FieldText(std::string_view column, bool markers);
 
   std::string activePresentationName_;
@@ -149,6 +155,7 @@ class clsConnection {
   std::unique_ptr<host::InputFile> file_;
   basic::Date lastFileDate_;
   bool dataOpen_ = false;
+  std::int64_t dataVersion_ = 0;
   float lastRequeryTime_ = 0;
 };
 

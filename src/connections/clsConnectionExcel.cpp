@@ -73,6 +73,7 @@ void clsConnection::OpenExcelFile() try {
     }
   }
   recordset_ = std::move(recordset);
+  ++dataVersion_;
   Log("Closing excel");
   CloseExcel();
 } catch (...) {

@@ -159,6 +159,7 @@ void clsConnection::OpenDataFile() try {
   auto recordset = host::Current().ado->CreateRecordset();
   recordset->Open(std::move(table));
   recordset_ = std::move(recordset);
+  ++dataVersion_;
 } catch (...) {
   modErrors::SetLastError();
   modErrors::RaiseError(modErrors::ReadingFile, connectionDescription_,
@@ -191,6 +192,7 @@ void clsConnection::OpenDatabaseRecordset() {
   }
   recordset_->Open(recordsetSQL_, ADODB::adOpenUnspecified, ADODB::adLockUnspecified, options);
   while (recordset_->State() != ADODB::adStateOpen) host::Current().loop->DoEvents();
+  ++dataVersion_;
   recordset_->ActiveConnection(nullptr);
 }
 
@@ -252,6 +254,7 @@ void clsConnection::ReloadDatabase() {
     recordset_->ActiveConnection(connection_);
     recordset_->Requery(ADODB::adOptionUnspecified);
     while (recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
+    ++dataVersion_;
     recordset_->ActiveConnection(nullptr);
   }
   CloseConnection();

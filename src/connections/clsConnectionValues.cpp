@@ -18,7 +18,7 @@ constexpr std::int16_t DisplayValue = 1;
 std::string clsConnection::GetValueDatabase(double row, std::string_view column, std::int16_t displayType,
                                             bool showMarkers, bool& noValue) try {
   if (!dataOpen_) return {};
-  while (recordset_ && recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
+  WaitForRows();
   noValue = true;
   switch (displayType) {
     case DisplayValue: {
@@ -49,6 +49,10 @@ std::string clsConnection::GetValueDatabase(double row, std::string_view column,
                         std::string(modErrors::LastError.Description));
 }
 
+void clsConnection::WaitForRows() const {
+  while (recordset_ && recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
+}
+
 void clsConnection::MoveTo(double row) {
   if (static_cast<double>(recordset_->AbsolutePosition()) == row) return;
   recordset_->MoveFirst();
@@ -74,6 +78,28 @@ std::string clsConnection::GetValueObject(double row, std::string_view column, s
   }
   if (!extension.empty()) text.append(".").append(extension);
   return text;
+}
+
+bool clsConnection::GetValueGraph(MSGraph::Table& table) {
+  if (!dataOpen_) return false;
+  WaitForRows();
+  if (!recordset_ || RecordCount() <= 0) return false;
+  ADODB::Fields& fields = recordset_->Fields();
+  const auto rows = static_cast<std::size_t>(RecordCount());
+  const std::int32_t columns = fields.Count();
+  MSGraph::Table all(rows + 1, static_cast<std::size_t>(columns));
+  for (std::int32_t column = 0; column < columns; ++column) {
+    all.cell(0, static_cast<std::size_t>(column), fields.Item(column).Name());
+  }
+  recordset_->MoveFirst();
+  for (std::size_t row = 1; row <= rows; ++row) {
+    if (row > 1) recordset_->Move(1);
+    for (std::int32_t column = 0; column < columns; ++column) {
+      all.cell(row, static_cast<std::size_t>(column), fields.Item(column).Value());
+    }
+  }
+  table = std::move(all);
+  return true;
 }
 
 std::vector<std::string> clsConnection::Columns() const {

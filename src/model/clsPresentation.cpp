@@ -8,6 +8,7 @@
 #include "basic/Conversion.h"
 #include "basic/Strings.h"
 #include "host/services.h"
+#include "model/modGraph.h"
 #include "model/modTags.h"
 
 namespace LF2000 {
@@ -15,6 +16,8 @@ namespace LF2000 {
 using modDebug::DebugKind;
 
 namespace {
+
+constexpr std::int32_t DisplayValue = 1;
 
 void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsPresentation", text); }
 
@@ -292,13 +295,23 @@ void clsPresentation::FillShape(const clsShape& link) {
       if (range->Text() != text) range->Text(text);
       return;
     }
-    case SourceType::LinkedObject:
     case SourceType::Graph:
+      if (displayType == DisplayValue) FillGraph(link);
+      return;
+    case SourceType::LinkedObject:
       // Without a value such a shape stays as it is, and nothing delivers one yet.
       return;
     case SourceType::NotLinked:
       return;
   }
+}
+
+/// A chart that cannot be refilled is reported and keeps no other shape from being filled.
+void clsPresentation::FillGraph(const clsShape& link) try {
+  const auto connection = FindConnection(link.ConnectionTagNumber());
+  if (connection && connection->ConnectionReady()) modGraph::FillGraph(*link.ShapeItem(), *connection);
+} catch (...) {
+  CatchError(modErrors::FillingValues);
 }
 
 void clsPresentation::PrepareSave() try {
@@ -308,6 +321,7 @@ void clsPresentation::PrepareSave() try {
     ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
       link.ShapeItem(shape);
       if (!link.LumenfoldEnabled()) return;
+      if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) modGraph::RestoreGraph(*shape);
       if (shape->HasTextFrame() && shape->TextFrame()->HasText()) shape->TextFrame()->TextRange()->Text(" ");
     });
   });

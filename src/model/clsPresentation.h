@@ -48,7 +48,8 @@ class clsPresentation {
 
   /// Fills all linked shapes, after a requery of every connection when asked.
   void FillValues(bool requery);
-  /// Blanks the live texts, so that a save stores none.
+  /// Blanks the live texts and gives charts their author's data back, so that a
+  /// save stores no live value.
   void PrepareSave();
   [[nodiscard]] bool SlideHasConnections(PowerPoint::Slide& slide) const;
 
@@ -69,6 +70,7 @@ class clsPresentation {
   void LoadSettings();
   void CloseMeter();
   void FillShape(const clsShape& link);
+  void FillGraph(const clsShape& link);
   void RequireVersionTag();
 
   std::shared_ptr<PowerPoint::Presentation> presentation_;

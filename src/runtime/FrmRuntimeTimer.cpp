@@ -7,6 +7,7 @@
 #include "basic/Error.h"
 #include "basic/Format.h"
 #include "model/clsShape.h"
+#include "model/modGraph.h"
 
 namespace LF2000 {
 
@@ -181,8 +182,14 @@ void FrmRuntimeTimer::RefreshShapes(std::int16_t slide) {
           judged = false;
         }
         break;
-      case SourceType::LinkedObject:
       case SourceType::Graph:
+        if (connection.RecordsetReady()) {
+          if (RefreshGraph(*slideObject, shape, connection)) noData = false;
+        } else {
+          judged = false;
+        }
+        break;
+      case SourceType::LinkedObject:
         // Such a shape stays as it is; nothing delivers its value yet.
         judged = false;
         break;
@@ -214,6 +221,19 @@ bool FrmRuntimeTimer::RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shap
     shape.Text = std::move(value);
   }
   return !noValue;
+}
+
+bool FrmRuntimeTimer::RefreshGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+                                   clsConnection& connection) {
+  const std::int64_t version = connection.DataVersion();
+  if (version != shape.DataVersion) {
+    if (modDebug::DebugOn) {
+      Log(DebugKind::Variable, "Graph:" + shape.Name + ":Rows:" + basic::CStr(connection.RecordCount()));
+    }
+    modGraph::FillGraph(*slide.Shapes()->Item(shape.Name), connection);
+    shape.DataVersion = version;
+  }
+  return connection.RecordCount() > 0;
 }
 
 void FrmRuntimeTimer::OLD_RefreshCurrentScreen() { RefreshSlide(static_cast<std::int16_t>(currentSlide_)); }

@@ -91,6 +91,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void RequeryConnection(std::size_t number);
   void RefreshShapes(std::int16_t slide);
   [[nodiscard]] bool RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
+  [[nodiscard]] bool RefreshGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
   void RefreshNext(std::int32_t next);
   [[nodiscard]] clsConnection& Connection(std::string_view key) const;
   /// In a handler: reports the error being handled unless it is a repetition.

@@ -20,6 +20,8 @@ struct clsRTShapeInfo {
   std::string ObjectExtension;
   /// The text last written into the shape.
   std::string Text;
+  /// The connection's data (its DataVersion) that the chart was last filled with.
+  std::int64_t DataVersion = 0;
   /// Milliseconds accumulated towards the next scroll step.
   double ScrollElapsed = 0;
 };

@@ -83,6 +83,31 @@ class TextFrame final : public PowerPoint::TextFrame {
   Shape& shape_;
 };
 
+/// A chart whose datasheet is one table; all of it in one object.
+class Chart final : public PowerPoint::OLEFormat,
+                    public MSGraph::Chart,
+                    public MSGraph::Application,
+                    public MSGraph::DataSheet,
+                    public std::enable_shared_from_this<Chart> {
+ public:
+  std::string ProgID() const override { return "MSGraph.Chart.8"; }
+  std::shared_ptr<MSGraph::Chart> Object() override { return shared_from_this(); }
+  std::shared_ptr<MSGraph::Application> Application() override { return shared_from_this(); }
+  std::shared_ptr<MSGraph::DataSheet> DataSheet() override { return shared_from_this(); }
+  MSGraph::Table Cells() const override { return cells; }
+  void Cells(const MSGraph::Table& table) override {
+    if (fails) Fail("the chart takes no data");
+    cells = table;
+    ++fills;
+  }
+  void Restore() override { ++restored; }
+
+  MSGraph::Table cells;
+  bool fails = false;
+  int fills = 0;
+  int restored = 0;
+};
+
 class Shape final : public PowerPoint::Shape {
  public:
   explicit Shape(std::string shapeName) : name(std::move(shapeName)) {}
@@ -103,7 +128,10 @@ class Shape final : public PowerPoint::Shape {
     link->source = linkSource;
     return link;
   }
-  std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override { Fail("no object"); }
+  std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override {
+    if (!chart) Fail("no object");
+    return chart;
+  }
 
   std::string name;
   std::string text;
@@ -112,6 +140,7 @@ class Shape final : public PowerPoint::Shape {
   bool hasTextFrame = true;
   int writes = 0;
   std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
+  std::shared_ptr<fakes::Chart> chart;
 };
 
 inline std::string TextRange::Text() const { return shape_.text; }

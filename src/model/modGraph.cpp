@@ -1,0 +1,31 @@
+#include "model/modGraph.h"
+
+#include "addin/modGlobalFunctions.h"
+#include "basic/Strings.h"
+
+namespace LF2000::modGraph {
+
+namespace {
+
+std::shared_ptr<MSGraph::DataSheet> DataSheetOf(PowerPoint::Shape& shape) {
+  return shape.OLEFormat()->Object()->Application()->DataSheet();
+}
+
+}  // namespace
+
+bool IsGraph(PowerPoint::Shape& shape) {
+  std::string progId;
+  modGlobalFunctions::IgnoreErrors([&] { progId = shape.OLEFormat()->ProgID(); });
+  return basic::StartsWith(progId, "MSGraph.Chart") && DataSheetOf(shape) != nullptr;
+}
+
+void FillGraph(PowerPoint::Shape& shape, clsConnection& connection) {
+  MSGraph::Table table;
+  if (connection.GetValueGraph(table)) DataSheetOf(shape)->Cells(table);
+}
+
+void RestoreGraph(PowerPoint::Shape& shape) {
+  modGlobalFunctions::IgnoreErrors([&] { DataSheetOf(shape)->Restore(); });
+}
+
+}  // namespace LF2000::modGraph
