@@ -14,6 +14,7 @@
 #include "basic/Strings.h"
 #include "deck/Presentation.h"
 #include "model/clsPresentation.h"
+#include "model/modGraph.h"
 #include "model/modTags.h"
 
 namespace app {
@@ -79,6 +80,7 @@ struct LinkOptions {
   std::optional<std::int32_t> row;
   std::string connection;
   std::optional<std::string> clock;
+  bool chart = false;
 };
 
 /// Element 0 is empty; none at all when the source cannot be read now.
@@ -111,19 +113,35 @@ void requireColumn(const deck::Presentation& deck, const LF2000::clsConnection& 
        connection.ConnectionDescription() + ") has no column '" + column + "'. It has: " + names + ".");
 }
 
+bool isComplete(const LinkOptions& options) {
+  const bool hasField = !options.column.empty() || options.row;
+  if (options.clock) {
+    return !options.clock->empty() && options.connection.empty() && !hasField && !options.chart;
+  }
+  if (options.connection.empty()) return false;
+  return options.chart ? !hasField : !options.column.empty() && options.row;
+}
+
+/// Whether the shape can show what it is to be linked to.
+void requireFitting(const LinkOptions& options, PowerPoint::Shape& shape) {
+  const std::string which =
+      options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide);
+  if (options.chart) {
+    if (!LF2000::modGraph::IsGraph(shape)) fail(which + " is no chart.");
+  } else if (!shape.HasTextFrame()) {
+    fail(which + " holds no text, so it cannot show a value.");
+  }
+}
+
 void link(const LinkOptions& options) {
-  const bool isField = !options.connection.empty() || !options.column.empty() || options.row;
-  if (options.clock ? isField || options.clock->empty()
-                    : options.connection.empty() || options.column.empty() || !options.row) {
-    throw UsageError("link: give either --clock FORMAT or --connection, --column and --row.");
+  if (!isComplete(options)) {
+    throw UsageError(
+        "link: give --clock FORMAT, or --connection with --column and --row, or --connection with --chart.");
   }
   if (options.row && *options.row < 1) throw UsageError("link: --row counts from 1.");
   Editing editing(options.deck);
   const auto shape = shapeOf(*editing.deck, options.slide, options.shape);
-  if (!shape->HasTextFrame()) {
-    fail(options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide) +
-         " holds no text, so it cannot show a value.");
-  }
+  requireFitting(options, *shape);
   LF2000::clsShape target;
   target.ShapeItem(shape);
   if (options.clock) {
@@ -135,11 +153,15 @@ void link(const LinkOptions& options) {
       fail(options.deck + ": there is no connection " + options.connection + "; 'lumenfold connection " +
            options.deck + " list' shows those there are.");
     }
-    requireColumn(*editing.deck, *connection, options.column);
-    target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::DataField));
     target.NewConnectionTagNumber(options.connection);
-    target.NewColumnName(options.column);
-    target.NewRow(*options.row);
+    if (options.chart) {
+      target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Graph));
+    } else {
+      requireColumn(*editing.deck, *connection, options.column);
+      target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::DataField));
+      target.NewColumnName(options.column);
+      target.NewRow(*options.row);
+    }
   }
   editing.becomeLinked();
   target.SetShapeTags();
@@ -206,14 +228,15 @@ std::int32_t displayCode(const std::string& text) {
 
 void addLinkCommand(CLI::App& program, Environment&) {
   auto options = std::make_shared<LinkOptions>();
-  CLI::App* verb =
-      program.add_subcommand("link", "Link a shape to a value of a connection, or make it a clock");
+  CLI::App* verb = program.add_subcommand("link", "Link a shape to a connection, or make it a clock");
   verb->add_option("DECK", options->deck, "The deck")->required();
   verb->add_option("--slide", options->slide, "Number of the slide")->required();
   verb->add_option("--shape", options->shape, "Name of the shape")->required();
   verb->add_option("--connection", options->connection, "Number of the connection (001)");
   verb->add_option("--column", options->column, "Column of the data");
   verb->add_option("--row", options->row, "Row of the data, from 1");
+  verb->add_flag("--chart", options->chart,
+                 "Fill the chart with all rows: categories in the first column, a series in each other");
   verb->add_option("--clock", options->clock,
                    "Show date or time in this format (\"hh:nn:ss\", \"dddd d mmmm\")");
   verb->callback([options] { link(*options); });

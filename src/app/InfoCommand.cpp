@@ -101,10 +101,15 @@ void printLinks(const Json& slides) {
   for (const Json& slide : slides) {
     for (const Json& link : slide["links"]) {
       const bool isClock = link["sourceType"] == 1;
+      const bool isChart = link["sourceType"] == 4;
       rows.push_back({slide["index"].dump(), text(link["shape"]),
                       isClock ? "clock" : text(link["connection"]),
-                      isClock ? text(link["format"]) : text(link["column"]),
-                      isClock ? "" : basic::CStr(link["row"].get<double>())});
+                      isClock   ? text(link["format"])
+                      : isChart ? "chart, all columns"
+                                : text(link["column"]),
+                      isClock   ? ""
+                      : isChart ? "all"
+                                : basic::CStr(link["row"].get<double>())});
     }
   }
   if (rows.empty()) return;
