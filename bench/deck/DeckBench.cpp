@@ -1,9 +1,11 @@
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <string>
 
 #include "app/LinkedDeck.h"
 #include "deck/Application.h"
+#include "deck/ChartDeck.h"
 #include "deck/DeckBuilder.h"
 #include "deck/TemporaryFolder.h"
 
@@ -19,7 +21,8 @@ constexpr int ShapesPerSlide = 20;
 
 /// A deck file that lasts for one benchmark.
 struct DeckOnDisk {
-  explicit DeckOnDisk(int slides) : path(folder.write("linked.pptx", bench::linkedDeck(slides, ShapesPerSlide))) {}
+  explicit DeckOnDisk(int slides)
+      : path(folder.write("linked.pptx", bench::linkedDeck(slides, ShapesPerSlide))) {}
   TemporaryFolder folder;
   std::string path;
 };
@@ -112,5 +115,62 @@ void RewriteOneText(benchmark::State& state) {
   for (auto _ : state) range->Text(std::to_string(++tick));
 }
 BENCHMARK(RewriteOneText);
+
+/// Categories and five series of numbers; `round` is part of them.
+MSGraph::Table numbers(std::size_t rows, int round) {
+  MSGraph::Table table(rows + 1, 6);
+  for (std::size_t column = 0; column < 6; ++column)
+    table.cell(0, column, "Column " + std::to_string(column));
+  for (std::size_t row = 1; row <= rows; ++row) {
+    table.cell(row, 0, "Row " + std::to_string(row));
+    for (std::size_t column = 1; column < 6; ++column) {
+      table.cell(row, column, std::to_string(row * column) + "." + std::to_string(round));
+    }
+  }
+  return table;
+}
+
+/// A chart of so many rows, refilled with other numbers until a renderer can read it.
+void RefillChart(benchmark::State& state) {
+  const auto presentation = ChartDeck().build().presentation();
+  const auto sheet = presentation->Slides()
+                         ->Item(1)
+                         ->Shapes()
+                         ->Item("Chart")
+                         ->OLEFormat()
+                         ->Object()
+                         ->Application()
+                         ->DataSheet();
+  const auto rows = static_cast<std::size_t>(state.range(0));
+  const std::array<MSGraph::Table, 2> tables{numbers(rows, 1), numbers(rows, 2)};
+  std::size_t round = 0;
+  for (auto _ : state) {
+    sheet->Cells(tables[++round % 2]);
+    benchmark::DoNotOptimize(presentation->package().part("ppt/charts/chart1.xml").xml());
+  }
+}
+BENCHMARK(RefillChart)->Arg(12)->Arg(100000)->Unit(benchmark::kMicrosecond);
+
+/// The same, and a copy with the data in the workbook.
+void RefillChartAndCopy(benchmark::State& state) {
+  const TemporaryFolder folder;
+  const std::string copy = (folder.path() / "copy.pptx").string();
+  const auto presentation = ChartDeck().build().presentation();
+  const auto sheet = presentation->Slides()
+                         ->Item(1)
+                         ->Shapes()
+                         ->Item("Chart")
+                         ->OLEFormat()
+                         ->Object()
+                         ->Application()
+                         ->DataSheet();
+  const auto rows = static_cast<std::size_t>(state.range(0));
+  int round = 0;
+  for (auto _ : state) {
+    sheet->Cells(numbers(rows, ++round));
+    presentation->SaveCopyAs(copy);
+  }
+}
+BENCHMARK(RefillChartAndCopy)->Arg(12)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace

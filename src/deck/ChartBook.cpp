@@ -69,10 +69,11 @@ void ChartBook::findSheet() {
 }
 
 void ChartBook::readTables() {
-  for (const Relationship& relationship : sheet_->relationships()) {
-    if (!relationship.is("table")) continue;
-    Part* part = sheet_->target(relationship);
-    if (part == nullptr) refuse("the part of its table " + inQuotes(relationship.target) + " is missing");
+  // Of the tables that the sheet has relationships to only those listed count.
+  const SheetXml sheet(sheet_->xml());
+  for (const pugi::xml_node entry : sheet.children(sheet.child(sheet.root(), "tableParts"), "tablePart")) {
+    Part* part = sheet_->target(entry.attribute("r:id").value());
+    if (part == nullptr) refuse("the part of its sheet's table is missing");
     const SheetXml xml(part->xml());
     const pugi::xml_node table = xml.root();
     const auto place = basic::ParseReference(table.attribute("ref").value());

@@ -85,8 +85,10 @@ std::string ChartDeck::bookBytes() const {
            "/calcChain\" Target=\"calcChain.xml\"/></Relationships>"},
       {"xl/calcChain.xml", "<calcChain" + main + "><c r=\"B2\"/></calcChain>"},
       {"xl/worksheets/sheet2.xml", "<worksheet" + main + "><sheetData/></worksheet>"},
-      {"xl/worksheets/sheet1.xml", "<worksheet" + main + "><dimension ref=\"A1:F9\"/><sheetData>" +
-                                       (rows.empty() ? ordinary : rows) + "</sheetData></worksheet>"},
+      {"xl/worksheets/sheet1.xml",
+       "<worksheet" + main + " xmlns:r=\"" + office + "\"><dimension ref=\"A1:F9\"/><sheetData>" +
+           (rows.empty() ? ordinary : rows) +
+           "</sheetData><tableParts count=\"1\"><tablePart r:id=\"rId1\"/></tableParts></worksheet>"},
       {"xl/worksheets/_rels/sheet1.xml.rels",
        "<Relationships><Relationship Id=\"rId1\" Type=\"" + office +
            "/table\" Target=\"../tables/table1.xml\"/></Relationships>"},

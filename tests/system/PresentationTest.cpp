@@ -141,6 +141,39 @@ TEST_F(PresentationTest, SavingBlanksLinkedTextsOnly) {
   EXPECT_EQ(field.text, "3");
 }
 
+TEST_F(PresentationTest, ChartsTakeAllRowsWhileValuesAreOnDisplay) {
+  const auto addChart = [](fakes::Slide& slide, const std::string& connection) -> fakes::Chart& {
+    fakes::Shape& shape = slide.Add("chart " + connection);
+    shape.hasTextFrame = false;
+    shape.chart = std::make_shared<fakes::Chart>();
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", connection}};
+    return *shape.chart;
+  };
+  Link(3);
+  fakes::Slide& slide = host->Add();
+  fakes::Chart& broken = addChart(slide, "001");
+  fakes::Chart& chart = addChart(slide, "001");
+  fakes::Chart& unknown = addChart(slide, "002");
+  broken.fails = true;
+  presentation.ActivePresentation(host);
+  EXPECT_EQ(chart.fills, 0);
+  presentation.DisplayType(1);
+  presentation.FillValues(false);
+  EXPECT_EQ(chart.cells.rows(), 3U);
+  EXPECT_EQ(std::get<std::string>(chart.cells.cell(0, 1)), "Price");
+  EXPECT_EQ(std::get<std::string>(chart.cells.cell(1, 1)), "3");
+  EXPECT_TRUE(basic::IsNull(chart.cells.cell(2, 1)));
+  EXPECT_EQ(unknown.fills, 0);
+  ASSERT_EQ(machine.messageBox.shown.size(), 1U);
+  EXPECT_EQ(machine.messageBox.shown[0].text, "Error while filling values. \r\nthe chart takes no data");
+
+  machine.files.Write("/decks/prices.txt", "Item\tPrice\n");
+  presentation.FillValues(true);
+  EXPECT_EQ(chart.fills, 1) << "without a row the chart stays as it is";
+  presentation.PrepareSave();
+  EXPECT_EQ(chart.restored, 1);
+}
+
 TEST_F(PresentationTest, ConnectionNumbersFollowTheLargest) {
   const std::pair<std::vector<const char*>, const char*> cases[] = {
       {{}, "001"}, {{"001", "004"}, "005"}, {{"999"}, "1000"}};

@@ -115,6 +115,36 @@ TEST_F(RuntimeTest, ASlideWithoutDataHidesAndReturns) {
   EXPECT_TRUE(alerts.transition->hidden);
 }
 
+TEST_F(RuntimeTest, AChartIsFilledWhenItsDataWereReadAndCountsAsAValue) {
+  fakes::Slide& slide = deck->Add();
+  slide.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
+  fakes::Shape& shape = slide.Add("chart");
+  shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", "001"}};
+  shape.chart = std::make_shared<fakes::Chart>();
+  deck->Add();
+  Start();
+  EXPECT_EQ(shape.chart->fills, 1);
+  machine.loop.Advance(5000);
+  EXPECT_EQ(shape.chart->fills, 1);
+  EXPECT_FALSE(slide.transition->hidden);
+  machine.files.Write(Prices, "Item\tPrice\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(shape.chart->fills, 1);
+  EXPECT_TRUE(slide.transition->hidden);
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\nMilk\t2\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(shape.chart->cells.rows(), 3U);
+  EXPECT_FALSE(slide.transition->hidden);
+
+  shape.chart->fails = true;
+  machine.files.Write(Prices, "Item\tPrice\nTea\t5\n");
+  machine.loop.Advance(3000);
+  EXPECT_EQ(LoggedErrors(), 1U);
+  shape.chart->fails = false;
+  machine.loop.Advance(1000);
+  EXPECT_EQ(shape.chart->cells.rows(), 2U) << "what failed is tried again";
+}
+
 TEST_F(RuntimeTest, ASlideHiddenBehindTheLastOneReturnsWhenTheShowWraps) {
   machine.files.Write("/decks/alerts.txt", "Text\n");
   deck->tags->Add("CORVANE CONNECTION002", "0\tAlerts\talerts.txt\t-1\t");
