@@ -45,12 +45,20 @@ pugi::xml_node referenceIn(pugi::xml_node source) {
   return source.find_child([](pugi::xml_node child) { return localName(child).ends_with("Ref"); });
 }
 
-/// What holds the points of a source: a cache, or what stands in the chart alone.
+/// What holds the points of a source: a cache or its one level, or what stands in
+/// the chart alone.
 pugi::xml_node pointsIn(pugi::xml_node source) {
   const pugi::xml_node reference = referenceIn(source);
-  return (reference ? reference : source).find_child([](pugi::xml_node child) {
+  const pugi::xml_node points = (reference ? reference : source).find_child([](pugi::xml_node child) {
     return localName(child).ends_with("Cache") || localName(child).ends_with("Lit");
   });
+  const pugi::xml_node level = points.child("c:lvl");
+  return level ? level : points;
+}
+
+bool hasLevels(pugi::xml_node source) {
+  const pugi::xml_node points = pointsIn(source);
+  return points.next_sibling("c:lvl") || points.previous_sibling("c:lvl");
 }
 
 std::optional<basic::Reference> placeOf(pugi::xml_node source) {
@@ -65,7 +73,9 @@ std::optional<basic::Reference> placeOf(pugi::xml_node source) {
 bool isNumeric(pugi::xml_node points) { return localName(points).starts_with("num"); }
 
 std::size_t countOf(pugi::xml_node points) {
-  return std::min<std::size_t>(points.child("c:ptCount").attribute("val").as_ullong(), basic::MaximumRow);
+  const pugi::xml_node count = points.child("c:ptCount");
+  const pugi::xml_node stated = count ? count : points.parent().child("c:ptCount");
+  return std::min<std::size_t>(stated.attribute("val").as_ullong(), basic::MaximumRow);
 }
 
 template <typename Visit>
@@ -228,17 +238,17 @@ basic::Area ChartBlock::area(const ChartData& data) const {
 ChartSpace::ChartSpace(pugi::xml_node root) {
   plotArea_ = root.child("c:chart").child("c:plotArea");
   if (!isNamed(root, "c:chartSpace") || !plotArea_) fail("its part holds no chart");
-  bool hasLevels = false;
+  bool isLevelled = false;
   forEachGroup(plotArea_, [&](pugi::xml_node group) {
     isBubble_ = isBubble_ || isNamed(group, "c:bubbleChart");
     isStock_ = isStock_ || isNamed(group, "c:stockChart");
     for (pugi::xml_node series : group.children("c:ser")) {
       series_.push_back(series);
-      hasLevels = hasLevels || categoriesOf(series).child("c:multiLvlStrRef");
+      isLevelled = isLevelled || hasLevels(categoriesOf(series));
     }
   });
   if (series_.empty()) fail("it has no series whose place and kind the data could take");
-  if (hasLevels) fail("its categories have several levels; give it one column of categories in PowerPoint");
+  if (isLevelled) fail("its categories have several levels; give it one column of categories in PowerPoint");
   isLiteral_ = !referenceIn(valuesOf(series_.front()));
   sortByColumns();
 }

@@ -184,6 +184,15 @@ TEST(ChartTest, TheAuthorsDataComeBackByteForByte) {
   EXPECT_EQ(chart.saved(), once) << "equal data give equal files, whatever was there between";
 }
 
+/// The same categories as some programs write them, in a level; `end` closes the levels.
+std::string levelled(std::string xml, const std::string& end) {
+  xml = basic::Replace(xml, "<c:cat><c:strRef>", "<c:cat><c:multiLvlStrRef>");
+  xml = basic::Replace(xml, "<c:strCache><c:ptCount val=\"3\"/>",
+                       "<c:multiLvlStrCache><c:ptCount val=\"3\"/><c:lvl>");
+  return basic::Replace(xml, "</c:strCache></c:strRef></c:cat>",
+                        "</c:lvl>" + end + "</c:multiLvlStrRef></c:cat>");
+}
+
 TEST(ChartTest, EachKindTakesItsColumns) {
   const auto numeric = [](std::string xml, const std::string& format) {
     for (const auto& [from, to] :
@@ -209,6 +218,8 @@ TEST(ChartTest, EachKindTakesItsColumns) {
     std::string series;
   } cases[] = {
       {group("pieChart", one), "m|a/x|1/y|2", "a@Sheet1!$B$1: x 1, y 2"},
+      {group("barChart", levelled(one, "</c:multiLvlStrCache>")), "m|a/Jan|1/Feb|2",
+       "a@Sheet1!$B$1: Jan 1, Feb 2"},
       {group("barChart", numeric(one, "General")), "m|a/2024|1/2025|2", "a@Sheet1!$B$1: 2024 1, 2025 2"},
       {group("barChart", numeric(one, "General")), "m|a/2024|1/later|2", "a@Sheet1!$B$1: 2024 1, later 2"},
       {group("barChart", numeric(one, "m/d/yyyy")), "m|a/2026-01-05|1/2026-01-06|2",
@@ -288,7 +299,7 @@ TEST(ChartTest, WhatCannotBeFilledSaysWhyAndStays) {
       {with([](ChartDeck& d) { d.groups = group("stockChart", series(0, "B", "Low", "1,2,3")); }), fine,
        "a stock chart of 1 series"},
       {with([](ChartDeck& d) { d.groups = "<c:barChart/>"; }), fine, "it has no series"},
-      {with([](ChartDeck& d) { d.groups = basic::Replace(d.groups, "c:strRef", "c:multiLvlStrRef"); }), fine,
+      {with([&](ChartDeck& d) { d.groups = levelled(d.groups, "<c:lvl/></c:multiLvlStrCache>"); }), fine,
        "several levels"},
   };
   for (const auto& c : cases) {
