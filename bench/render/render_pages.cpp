@@ -7,6 +7,7 @@
 
 #include "basic/Error.h"
 #include "deck/Package.h"
+#include "render/PictureConverter.h"
 #include "render/SlideRenderer.h"
 
 namespace {
@@ -33,7 +34,11 @@ int main(int argc, char** argv) {
     const auto package = deck::Package::open(argv[1]);
     const std::filesystem::path folder = argv[2];
     std::filesystem::create_directories(folder / "assets");
-    render::SlideRenderer renderer(*package);
+    render::PictureConverter converter{{}};
+    render::SlideRenderer renderer(*package, {.assetPrefix = "assets/", .isLive = {}, .converter = &converter});
+    for (int index = 1; index <= renderer.slideCount(); ++index) renderer.slide(index);
+    converter.finish();
+    renderer.forget();
     const auto size = renderer.size();
     for (int index = 1; index <= renderer.slideCount(); ++index) {
       const auto page = renderer.slide(index);

@@ -12,7 +12,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "app/Base64.h"
+#include "basic/Base64.h"
 #include "app/Failure.h"
 #include "process/ChildProcess.h"
 #include "process/TemporaryFolder.h"
@@ -202,7 +202,7 @@ void Camera::open(const std::filesystem::path& page, const View& view) {
 std::string Camera::photograph() {
   const Json picture = browser_->call("Page.captureScreenshot",
                                       {{"format", "png"}, {"captureBeyondViewport", false}}, session_);
-  auto bytes = fromBase64(picture.at("data").get<std::string>());
+  auto bytes = basic::fromBase64(picture.at("data").get<std::string>());
   if (!bytes) fail("the browser's picture cannot be read.");
   return std::move(*bytes);
 }

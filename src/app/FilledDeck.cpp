@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "app/PictureConversion.h"
 #include "app/StandalonePage.h"
 
 namespace app {
@@ -10,12 +11,17 @@ namespace app {
 FilledDeck::FilledDeck(const std::string& path, platform::EventLoop& loop)
     : deck_(host_.open(path)),
       linked_(static_cast<std::size_t>(deck_->slideCount()) + 1),
-      renderer_(deck_->package(), {.assetPrefix = "assets/", .isLive = [this](int slide, int shape) {
-                                     const auto& shapes = linkedShapes(slide);
-                                     return std::any_of(shapes.begin(), shapes.end(), [&](const auto& each) {
-                                       return each.id == static_cast<std::uint32_t>(shape);
-                                     });
-                                   }}) {
+      converter_(pictureConversion()),
+      renderer_(deck_->package(), {.assetPrefix = "assets/",
+                                   .isLive =
+                                       [this](int slide, int shape) {
+                                         const auto& shapes = linkedShapes(slide);
+                                         return std::any_of(
+                                             shapes.begin(), shapes.end(), [&](const auto& each) {
+                                               return each.id == static_cast<std::uint32_t>(shape);
+                                             });
+                                       },
+                                   .converter = &converter_}) {
   for (std::int32_t slide = 1; slide <= deck_->slideCount(); ++slide) {
     linked_[static_cast<std::size_t>(slide)] = app::linkedShapes(*deck_, slide);
   }
@@ -30,6 +36,11 @@ const std::vector<LinkedShape>& FilledDeck::linkedShapes(int slide) const {
 
 FilledDeck::Page FilledDeck::page(int slide) {
   render::SlidePage rendered = renderer_.slide(slide);
+  if (converter_.isBusy()) {
+    converter_.finish();
+    renderer_.forget();
+    rendered = renderer_.slide(slide);
+  }
   StandalonePage page;
   page.title = std::filesystem::path(deck_->FullName()).stem().string() + " - " + std::to_string(slide);
   page.slide = std::move(rendered.html);

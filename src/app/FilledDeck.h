@@ -9,6 +9,7 @@
 #include "deck/Presentation.h"
 #include "deck/SlideShow.h"
 #include "platform/EventLoop.h"
+#include "render/PictureConverter.h"
 #include "render/SlideRenderer.h"
 
 namespace app {
@@ -43,6 +44,7 @@ class FilledDeck {
   AddInHost host_;
   std::shared_ptr<deck::Presentation> deck_;
   std::vector<std::vector<LinkedShape>> linked_;
+  render::PictureConverter converter_;
   render::SlideRenderer renderer_;
   std::shared_ptr<deck::SlideShow> show_;
 };

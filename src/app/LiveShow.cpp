@@ -5,6 +5,7 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 
+#include "app/PictureConversion.h"
 #include "basic/Error.h"
 
 namespace app {
@@ -53,10 +54,18 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
     : presentation_(std::move(presentation)),
       application_(application),
       loop_(loop),
-      renderer_(presentation_->package(), {.assetPrefix = "assets/", .isLive = [this](int slide, int shape) {
-                                             return linkedShape(slide, static_cast<std::uint32_t>(shape)) !=
-                                                    nullptr;
-                                           }}) {
+      converter_(pictureConversion()),
+      conversionTimer_(loop.CreateTimer([this] { watchConversions(); })),
+      renderer_(presentation_->package(),
+                {.assetPrefix = "assets/",
+                 .isLive =
+                     [this](int slide, int shape) {
+                       return linkedShape(slide, static_cast<std::uint32_t>(shape)) != nullptr;
+                     },
+                 .converter = &converter_}) {
+  constexpr std::int32_t ConversionInterval = 50;  // ms
+  conversionTimer_->Interval(ConversionInterval);
+  conversionTimer_->Enabled(false);
   linked_.resize(static_cast<std::size_t>(presentation_->slideCount()) + 1);
   for (std::int32_t slide = 1; slide <= presentation_->slideCount(); ++slide) {
     linked_[static_cast<std::size_t>(slide)] = linkedShapes(*presentation_, slide);
@@ -129,7 +138,19 @@ std::string LiveShow::state() {
 web::SlideView LiveShow::view(int slide) {
   const auto known = pages_.find(slide);
   if (known != pages_.end()) return {slide, known->second};
-  return {slide, pages_.emplace(slide, renderer_.slide(slide).html).first->second};
+  const auto page = pages_.emplace(slide, renderer_.slide(slide).html).first;
+  conversionTimer_->Enabled(converter_.isBusy());
+  return {slide, page->second};
+}
+
+/// Pictures that were converted join those on the screens.
+void LiveShow::watchConversions() {
+  if (converter_.poll()) {
+    renderer_.forget();
+    pages_.clear();
+    pictureChanged();
+  }
+  conversionTimer_->Enabled(converter_.isBusy());
 }
 
 web::Picture LiveShow::picture() {

@@ -14,6 +14,7 @@
 #include "deck/Presentation.h"
 #include "deck/SlideShow.h"
 #include "platform/EventLoop.h"
+#include "render/PictureConverter.h"
 #include "render/SlideRenderer.h"
 #include "web/Server.h"
 #include "web/Show.h"
@@ -67,6 +68,7 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   [[nodiscard]] const LinkedShape* linkedShape(int slide, std::uint32_t id) const;
   [[nodiscard]] std::string textOf(int slide, const std::string& shapeName);
   web::SlideView view(int slide);
+  void watchConversions();
   void pictureChanged();
   void requestFlush();
   void flush();
@@ -75,6 +77,8 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   std::shared_ptr<deck::Presentation> presentation_;
   deck::Application& application_;
   platform::EventLoop& loop_;
+  render::PictureConverter converter_;
+  std::unique_ptr<host::Timer> conversionTimer_;
   render::SlideRenderer renderer_;
   std::shared_ptr<deck::SlideShow> show_;
   web::Server* server_ = nullptr;

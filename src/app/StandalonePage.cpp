@@ -1,6 +1,6 @@
 #include "app/StandalonePage.h"
 
-#include "app/Base64.h"
+#include "basic/Base64.h"
 
 namespace app {
 
@@ -44,7 +44,7 @@ std::string StandalonePage::html() const {
     // Words of a text may look like a reference; they name nothing and stay.
     const auto file = asset(name);
     if (file) {
-      page.append("data:").append(file->contentType).append(";base64,").append(toBase64(*file->bytes));
+      page.append("data:").append(file->contentType).append(";base64,").append(basic::toBase64(*file->bytes));
     } else {
       page.append(Reference).append(name);
     }

@@ -28,6 +28,8 @@ std::string baseFolder(const char* variable, const char* underHome) {
 
 std::string configFolder() { return baseFolder("XDG_CONFIG_HOME", ".config"); }
 
+std::string cacheFolder() { return baseFolder("XDG_CACHE_HOME", ".cache"); }
+
 std::string stateFolder() { return baseFolder("XDG_STATE_HOME", ".local/state"); }
 
 }  // namespace platform

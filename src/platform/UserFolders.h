@@ -17,4 +17,8 @@ std::string configFolder();
 /// not exist.
 std::string stateFolder();
 
+/// The user's folder for what can be made again: "$XDG_CACHE_HOME" or "~/.cache"
+/// and the application's name. It need not exist.
+std::string cacheFolder();
+
 }  // namespace platform

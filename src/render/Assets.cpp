@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "render/ImageInfo.h"
+#include "render/PictureConverter.h"
 
 namespace render {
 
@@ -20,32 +21,82 @@ std::string nameOf(std::string_view bytes, const char* extension) {
 
 }  // namespace
 
+void Assets::convert(Known& known, const std::string& name, std::string_view bytes, double width,
+                     double height) {
+  known.foreignName = name;
+  const auto& conversion = converter_->convert(name, bytes, width, height);
+  using State = PictureConverter::Conversion::State;
+  known.problem = conversion.state == State::Pending ? "it is being converted" : conversion.problem;
+  if (conversion.state != State::Done) return;
+  known.converted = conversion.svg;
+  const auto info = readImageInfo(*known.converted);
+  if (info.contentType == nullptr) return;
+  known.asset = std::make_unique<Asset>(
+      Asset{nameOf(*known.converted, info.extension), info.contentType, info.width, info.height});
+}
+
+void Assets::read(Known& known, deck::Part& part) {
+  std::string_view bytes = part.bytes();
+  std::string plain;
+  if (isPacked(bytes)) {
+    auto content = unpacked(bytes);
+    if (!content) {
+      known.problem = "it is compressed and cannot be unpacked";
+      return;
+    }
+    plain = std::move(*content);
+    bytes = plain;
+  }
+  const auto info = readImageInfo(bytes);
+  if (info.isConvertible) {
+    if (converter_ == nullptr) {
+      known.problem = "browsers do not show pictures of its kind";
+      return;
+    }
+    convert(known, nameOf(bytes, ""), bytes, info.width, info.height);
+  } else if (info.contentType != nullptr) {
+    known.asset = std::make_unique<Asset>(
+        Asset{nameOf(part.bytes(), info.extension), info.contentType, info.width, info.height});
+  } else {
+    known.problem = "it is of an unknown kind or damaged";
+  }
+}
+
 const Asset* Assets::add(deck::Part& part) {
   const auto [at, isNew] = byPart_.try_emplace(part.name());
-  auto& asset = at->second;
+  auto& known = at->second;
   if (isNew) {
-    const auto bytes = part.bytes();
-    const auto info = readImageInfo(bytes);
-    if (info.contentType == nullptr) return nullptr;
-    asset = std::make_unique<Asset>(
-        Asset{nameOf(bytes, info.extension), info.contentType, info.width, info.height});
-    partByName_.emplace(asset->name, part.name());
+    read(known, part);
+  } else if (!known.asset && !known.foreignName.empty()) {
+    convert(known, known.foreignName, {}, 0, 0);
   }
-  if (asset && collected_ != nullptr &&
-      std::find(collected_->begin(), collected_->end(), asset->name) == collected_->end()) {
-    collected_->push_back(asset->name);
+  if (known.asset) partByName_.try_emplace(known.asset->name, part.name());
+  note(known, part);
+  return known.asset.get();
+}
+
+void Assets::note(const Known& known, const deck::Part& part) {
+  const auto noteOnce = [](std::vector<std::string>* list, std::string text) {
+    if (list != nullptr && std::find(list->begin(), list->end(), text) == list->end()) {
+      list->push_back(std::move(text));
+    }
+  };
+  if (known.asset) {
+    noteOnce(collected_, known.asset->name);
+  } else {
+    noteOnce(problems_, "The picture " + part.name() + " is not drawn: " + known.problem + ".");
   }
-  return asset.get();
 }
 
 const Asset* Assets::find(std::string_view name) const {
   const auto part = partByName_.find(std::string(name));
-  return part == partByName_.end() ? nullptr : byPart_.at(part->second).get();
+  return part == partByName_.end() ? nullptr : byPart_.at(part->second).asset.get();
 }
 
 std::string_view Assets::bytes(std::string_view name) const {
   const auto known = partByName_.find(std::string(name));
   if (known == partByName_.end()) return {};
+  if (const auto& converted = byPart_.at(known->second).converted) return *converted;
   deck::Part* part = package_.find(known->second);
   return part != nullptr ? part->bytes() : std::string_view();
 }

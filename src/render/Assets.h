@@ -11,6 +11,8 @@
 
 namespace render {
 
+class PictureConverter;
+
 /// A picture that the deck refers to and that browsers can show.
 struct Asset {
   /// Made from the content, so equal pictures share it and it tells nothing else:
@@ -25,17 +27,25 @@ struct Asset {
 /// The pictures met so far, by part and by name.
 class Assets {
  public:
-  explicit Assets(deck::Package& package) : package_(package) {}
+  /// The converter makes pictures of those that browsers do not show; it may be null.
+  explicit Assets(deck::Package& package, PictureConverter* converter = nullptr)
+      : package_(package), converter_(converter) {}
 
-  /// Null when the part holds no picture that browsers show (metafiles, TIFF).
+  /// Null when the part holds no picture that browsers show, or none yet.
   const Asset* add(deck::Part& part);
-  /// While it lives, the name of every picture that add() gives is noted, each once.
+  /// While it lives, the name of every picture that add() gives is noted, each once,
+  /// and why it gave none.
   class Collecting {
    public:
-    Collecting(Assets& assets, std::vector<std::string>& names) : assets_(assets) {
+    Collecting(Assets& assets, std::vector<std::string>& names, std::vector<std::string>& problems)
+        : assets_(assets) {
       assets_.collected_ = &names;
+      assets_.problems_ = &problems;
     }
-    ~Collecting() { assets_.collected_ = nullptr; }
+    ~Collecting() {
+      assets_.collected_ = nullptr;
+      assets_.problems_ = nullptr;
+    }
     Collecting(const Collecting&) = delete;
     Collecting& operator=(const Collecting&) = delete;
 
@@ -48,10 +58,26 @@ class Assets {
   [[nodiscard]] std::string_view bytes(std::string_view name) const;
 
  private:
+  struct Known {
+    /// Null while there is none to show.
+    std::unique_ptr<Asset> asset;
+    /// Of what is or was to be converted.
+    std::string foreignName;
+    /// Instead of the part's own bytes.
+    std::shared_ptr<const std::string> converted;
+    std::string problem;
+  };
+
+  void read(Known& known, deck::Part& part);
+  void convert(Known& known, const std::string& name, std::string_view bytes, double width, double height);
+  void note(const Known& known, const deck::Part& part);
+
   deck::Package& package_;
-  std::unordered_map<std::string, std::unique_ptr<Asset>> byPart_;
+  PictureConverter* converter_;
+  std::unordered_map<std::string, Known> byPart_;
   std::unordered_map<std::string, std::string> partByName_;
   std::vector<std::string>* collected_ = nullptr;
+  std::vector<std::string>* problems_ = nullptr;
 };
 
 }  // namespace render

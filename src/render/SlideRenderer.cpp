@@ -85,7 +85,7 @@ SlideRenderer::SlideRenderer(deck::Package& package, Options options)
     : package_(package),
       options_(std::move(options)),
       presentation_(package.related(deck::relationship::OfficeDocument)),
-      assets_(package) {
+      assets_(package, options_.converter) {
   if (presentation_ == nullptr) fail("The file " + package.name() + " holds no presentation.");
 }
 
@@ -148,7 +148,7 @@ std::string SlideRenderer::background(const Prepared& slide, deck::Part& part,
 }
 
 void SlideRenderer::drawBehind(Prepared& slide) {
-  const Assets::Collecting collecting(assets_, slide.behindAssets);
+  const Assets::Collecting collecting(assets_, slide.behindAssets, slide.behindProblems);
   deck::Part* layout = slide.inheritance.layout();
   deck::Part* master = slide.inheritance.master();
   const std::string prefix = "s" + std::to_string(slide.index) + "-";
@@ -207,7 +207,7 @@ SlidePage SlideRenderer::slide(int index) {
   SlidePage page;
   page.assets = slide.behindAssets;
   page.problems = slide.behindProblems;
-  const Assets::Collecting collecting(assets_, page.assets);
+  const Assets::Collecting collecting(assets_, page.assets, page.problems);
   const auto slideSize = size();
   HtmlOut out;
   out << "<section class=\"slide\" id=\"s" << index << "\" style=\"width:" << slideSize.width

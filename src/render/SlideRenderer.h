@@ -44,6 +44,9 @@ class SlideRenderer {
     std::string assetPrefix = "assets/";
     /// Whether a shape's text changes while it is shown; its digits get equal widths.
     std::function<bool(int slideIndex, int shapeId)> isLive;
+    /// For pictures that browsers do not show; must outlive the renderer. Whoever gives
+    /// it polls it and, when it has got on, calls forget() and renders anew.
+    PictureConverter* converter = nullptr;
   };
 
   explicit SlideRenderer(deck::Package& package);
@@ -68,7 +71,7 @@ class SlideRenderer {
   /// The pictures that rendered slides refer to.
   [[nodiscard]] const Assets& assets() const { return assets_; }
 
-  /// To be called when a layout, master or theme changed, or a slide got another layout
+  /// To be called when pictures were converted, when a layout, master or theme changed, or a slide got another layout
   /// or colour map.
   void forget();
 

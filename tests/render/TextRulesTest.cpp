@@ -2,7 +2,6 @@
 
 #include "render/FontMetrics.h"
 #include "render/HtmlOut.h"
-#include "render/ImageInfo.h"
 #include "render/Script.h"
 #include "render/TextReader.h"
 
@@ -84,21 +83,6 @@ TEST(TextRules, NumbersAreShortAndTextIsEscaped) {
   HtmlOut text;
   text.text(std::string("a<b>&\"'\x01\x1F\x7F\0é", 13));
   EXPECT_EQ(text.str(), "a&lt;b&gt;&amp;&quot;&#39;é");
-}
-
-TEST(TextRules, PictureFilesTellKindAndSize) {
-  const std::string png = std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\x60\0\0\0\x30\x08\x06\0\0\0", 29) +
-                          "CRC " + std::string("\0\0\0\x09pHYs\0\0\x1D\x87\0\0\x1D\x87\x01", 17);
-  const auto info = readImageInfo(png);
-  EXPECT_STREQ(info.contentType, "image/png");
-  EXPECT_NEAR(info.width, 48, 0.05);  // 192 dpi
-  EXPECT_NEAR(info.height, 24, 0.05);
-  const std::string jpeg = std::string("\xFF\xD8\xFF\xE0\0\x10JFIF\0\1\1\1\0\x48\0\x48\0\0", 20) +
-                           std::string("\xFF\xC0\0\x11\x08\0\x48\0\x90\x03", 10);
-  EXPECT_NEAR(readImageInfo(jpeg).width, 192, 0.05);  // 144 pixels at 72 dpi
-  for (std::size_t length = 0; length < jpeg.size(); ++length) readImageInfo(jpeg.substr(0, length));
-  EXPECT_EQ(readImageInfo("\x01\0\0\0 EMF").contentType, nullptr);
-  EXPECT_EQ(readImageInfo("").contentType, nullptr);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
-#include "app/Base64.h"
+#include "basic/Base64.h"
 
 #include <array>
 #include <cstdint>
 
-namespace app {
+namespace basic {
 
 namespace {
 
@@ -57,4 +57,4 @@ std::optional<std::string> fromBase64(std::string_view text) {
   return bytes;
 }
 
-}  // namespace app
+}  // namespace basic
