@@ -75,6 +75,23 @@ const Asset* Assets::add(deck::Part& part) {
   return known.asset.get();
 }
 
+const Asset* Assets::addMedia(deck::Part& part) {
+  const auto [at, isNew] = byPart_.try_emplace(part.name());
+  auto& known = at->second;
+  if (isNew) {
+    const auto info = readMediaInfo(part.bytes());
+    if (info.contentType != nullptr) {
+      known.asset =
+          std::make_unique<Asset>(Asset{nameOf(part.bytes(), info.extension), info.contentType, 0, 0});
+      partByName_.try_emplace(known.asset->name, part.name());
+    } else {
+      known.problem = "browsers do not play films and sounds of its kind";
+    }
+  }
+  note(known, part);
+  return known.asset.get();
+}
+
 void Assets::note(const Known& known, const deck::Part& part) {
   const auto noteOnce = [](std::vector<std::string>* list, std::string text) {
     if (list != nullptr && std::find(list->begin(), list->end(), text) == list->end()) {
@@ -84,7 +101,7 @@ void Assets::note(const Known& known, const deck::Part& part) {
   if (known.asset) {
     noteOnce(collected_, known.asset->name);
   } else {
-    noteOnce(problems_, "The picture " + part.name() + " is not drawn: " + known.problem + ".");
+    noteOnce(problems_, part.name() + " is not shown: " + known.problem + ".");
   }
 }
 

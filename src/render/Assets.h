@@ -33,6 +33,8 @@ class Assets {
 
   /// Null when the part holds no picture that browsers show, or none yet.
   const Asset* add(deck::Part& part);
+  /// The same for a film or sound.
+  const Asset* addMedia(deck::Part& part);
   /// While it lives, the name of every picture that add() gives is noted, each once,
   /// and why it gave none.
   class Collecting {

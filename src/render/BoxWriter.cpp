@@ -97,10 +97,21 @@ void BoxWriter::writeAnonymous(const Box& box, const std::string& idPrefix) {
 
 void BoxWriter::content(const Box& box, const std::string& idPrefix) {
   SvgWriter(out_, idPrefix, assetPrefix_).draw(box);
+  if (box.media) media(*box.media);
   TextWriter(out_).block(box.text, box.textArea, box.textRotation);
   if (box.table) table(*box.table);
   int part = 0;
   for (const auto& child : box.children) writeAnonymous(child, idPrefix + "." + std::to_string(++part));
+}
+
+/// The page plays what is marked while its slide is in front.
+void BoxWriter::media(const Media& media) {
+  const std::string_view element = media.isVideo ? "video" : "audio";
+  out_ << '<' << element << " class=\"m\" src=\"" << assetPrefix_ << media.asset->name
+       << "\" preload=\"auto\" playsinline data-plays";
+  if (media.loops) out_ << " loop";
+  if (media.isMuted) out_ << " muted";
+  out_ << "></" << element << '>';
 }
 
 void BoxWriter::cell(const TableCell& cell) {

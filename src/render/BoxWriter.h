@@ -24,6 +24,7 @@ class BoxWriter {
  private:
   void frame(const Box& box);
   void content(const Box& box, const std::string& idPrefix);
+  void media(const Media& media);
   void table(const Table& table);
   void cell(const TableCell& cell);
 

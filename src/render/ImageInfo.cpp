@@ -175,6 +175,20 @@ void readTiff(const Bytes& b, bool isBig, ImageInfo& info) {
 
 }  // namespace
 
+ImageInfo readMediaInfo(std::string_view bytes) {
+  const Bytes b(bytes);
+  if (b.at(4, 4) == "ftyp") {
+    return b.at(8, 3) == "M4A" ? ImageInfo{"audio/mp4", ".m4a"} : ImageInfo{"video/mp4", ".mp4"};
+  }
+  if (b.big32(0) == 0x1A45DFA3U) return {"video/webm", ".webm"};
+  if (b.at(0, 4) == "OggS") return {"video/ogg", ".ogg"};
+  if (b.at(0, 4) == "RIFF" && b.at(8, 4) == "WAVE") return {"audio/wav", ".wav"};
+  // MPEG audio, with or without its tags before it.
+  if (b.at(0, 3) == "ID3" || (b.byte(0) == 0xFF && (b.byte(1) & 0xE6U) == 0xE2U))
+    return {"audio/mpeg", ".mp3"};
+  return {};
+}
+
 std::optional<std::string> unpacked(std::string_view bytes) {
   constexpr std::size_t Largest = 64U << 20U;
   z_stream stream{};

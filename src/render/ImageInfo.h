@@ -21,6 +21,9 @@ struct ImageInfo {
 /// Reads nothing but the header; what it states is not made sure of.
 ImageInfo readImageInfo(std::string_view bytes);
 
+/// Films and sounds that browsers may play; contentType is null for others.
+ImageInfo readMediaInfo(std::string_view bytes);
+
 /// Metafiles are also kept compressed (RFC 1952). Nothing when that is broken or
 /// larger than any picture.
 std::optional<std::string> unpacked(std::string_view bytes);

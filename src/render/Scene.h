@@ -16,6 +16,14 @@ namespace render {
 
 struct Table;
 
+/// A film or sound that plays while its slide is shown.
+struct Media {
+  const Asset* asset = nullptr;
+  bool isVideo = true;
+  bool loops = false;
+  bool isMuted = false;
+};
+
 struct Box {
   /// Of p:cNvPr; 0 when unreadable.
   int id = 0;
@@ -38,6 +46,7 @@ struct Box {
 
   std::vector<Box> children;
   std::shared_ptr<const Table> table;
+  std::optional<Media> media;
 };
 
 /// Effects of a group are those of its image, effects of a shape without a fill

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "render/EffectReader.h"
+#include "render/MediaReader.h"
 #include "render/TableReader.h"
 #include "render/TextFit.h"
 #include "render/XmlValues.h"
@@ -289,6 +290,7 @@ Box SceneBuilder::picture(pugi::xml_node node, const Space& space) {
   place(box, xfrm, space);
   outline(box, geometry);
   style(box, node, properties, space);
+  box.media = readMedia(node, part_, *context_.paint.assets);
   box.under = std::move(box.fill);
   box.fill = NoFill{};
   if (auto image = readPicture(childNamed(node, "blipFill"), context_.paint)) {
@@ -359,8 +361,28 @@ Box SceneBuilder::frame(pugi::xml_node node, const Space& space) {
       outline(box, none);
       box.fill = made.fill;
     }
+  } else if (const Asset* asset = olderPreview(data)) {
+    outline(box, {});
+    PictureFill image;
+    image.asset = asset;
+    box.fill = std::move(image);
   }
   return box;
+}
+
+/// Older files have an embedded object's preview in a drawing of VML (ECMA-376 part 4, 14).
+const Asset* SceneBuilder::olderPreview(pugi::xml_node data) {
+  const auto object =
+      data.find_node([](pugi::xml_node n) { return localName(n) == "oleObj" && n.attribute("spid"); });
+  const std::string_view name = object.attribute("spid").value();
+  deck::Part* drawing = name.empty() ? nullptr : part_.related("vmlDrawing");
+  if (drawing == nullptr) return nullptr;
+  const auto shape = drawing->xml().find_node([&](pugi::xml_node n) {
+    return localName(n) == "shape" &&
+           (n.attribute("id").value() == name || n.attribute("o:spid").value() == name);
+  });
+  deck::Part* image = drawing->target(shape.child("v:imagedata").attribute("o:relid").value());
+  return image != nullptr ? context_.paint.assets->add(*image) : nullptr;
 }
 
 void SceneBuilder::diagram(Box& box, pugi::xml_node relIds, const Space& space) {

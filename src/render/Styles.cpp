@@ -7,6 +7,7 @@ std::string_view SlideRenderer::styles() {
 .slide .behind,.slide .s,.slide .t,.slide svg,.slide table{position:absolute}
 .slide .behind,.slide svg,.slide table{left:0;top:0}
 .slide svg{overflow:visible}
+.slide .m{position:absolute;left:0;top:0;width:100%;height:100%;object-fit:fill}
 .slide .t{display:flex;flex-direction:column;box-sizing:border-box}
 .slide .t,.slide table{transform:scale(.125)}
 .slide table{transform-origin:0 0}
