@@ -13,11 +13,12 @@ build=(
 )
 fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
 # What decks connect to: SQLite needs no more than its driver; the others are installed as
-# they are needed (odbc-postgresql, odbc-mariadb, odbc-mdbtools, tdsodbc, libreoffice-calc).
+# they are needed (odbc-postgresql, odbc-mariadb, odbc-mdbtools, tdsodbc, libreoffice-calc,
+# libreoffice-draw and poppler-utils).
 sources=(libsqliteodbc)
 tests=(
   libbenchmark-dev locales chromium:chromium nodejs:node npm:npm zip:zip unzip:unzip sqlite3:sqlite3
-  libreoffice-calc postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
+  libreoffice-calc libreoffice-draw poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
 
 root=$(cd "$(dirname "$0")/.." && pwd)
