@@ -63,6 +63,22 @@ function frameFor(slide) {
   return frame;
 }
 
+// Films and sounds run while their slide is in front and begin anew when it comes
+// back. What a browser does not let be heard unasked plays without its sound.
+function playMedia(frame, isCurrent) {
+  for (const media of frame.querySelectorAll("[data-plays]")) {
+    if (!isCurrent) {
+      media.pause();
+      if (media.currentTime > 0) media.currentTime = 0;
+    } else if (media.paused && !media.ended) {
+      media.play().catch(() => {
+        media.muted = true;
+        media.play().catch(() => {});
+      });
+    }
+  }
+}
+
 function swapTo(picture) {
   stage.style.setProperty("--slide-width", `${picture.width}px`);
   stage.style.setProperty("--slide-height", `${picture.height}px`);
@@ -71,6 +87,7 @@ function swapTo(picture) {
   for (const frame of [...stage.children]) {
     frame.classList.toggle("current", frame === current);
     frame.inert = frame !== current;
+    playMedia(frame, frame === current);
     if (frame !== current && frame !== next) frame.remove();
   }
 }
