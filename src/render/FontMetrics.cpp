@@ -25,23 +25,38 @@ struct Substitute {
   std::vector<std::string_view> others;
 };
 
-/// Typefaces and the free ones with the same (or nearly the same) widths.
+/// Typefaces and the free ones with the same widths or, failing that, the nearest.
 const std::vector<Substitute>& substitutes() {
   static const std::vector<Substitute> table = {
       {"Calibri", {"Carlito"}},
       {"Calibri Light", {"Carlito"}},
       {"Aptos", {"Carlito"}},
       {"Aptos Display", {"Carlito"}},
+      {"Candara", {"Carlito"}},
+      {"Corbel", {"Carlito"}},
+      {"Franklin Gothic Book", {"Carlito"}},
+      {"Gill Sans MT", {"Carlito"}},
       {"Cambria", {"Caladea"}},
+      {"Cambria Math", {"Caladea"}},
+      {"Constantia", {"Caladea"}},
       {"Arial", {"Liberation Sans", "Arimo"}},
       {"Helvetica", {"Liberation Sans", "Arimo"}},
+      {"Helvetica Neue", {"Liberation Sans", "Arimo"}},
+      {"Roboto", {"Liberation Sans", "Arimo"}},
+      {"Segoe UI", {"Liberation Sans", "Arimo"}},
+      {"Trebuchet MS", {"Liberation Sans", "Arimo"}},
       {"Arial Narrow", {"Liberation Sans Narrow"}},
       {"Times New Roman", {"Liberation Serif", "Tinos"}},
       {"Times", {"Liberation Serif", "Tinos"}},
+      {"Garamond", {"Liberation Serif", "Tinos"}},
+      {"Georgia", {"Gelasio", "DejaVu Serif Condensed"}},
+      {"Book Antiqua", {"DejaVu Serif Condensed"}},
+      {"Palatino Linotype", {"DejaVu Serif Condensed"}},
+      {"Century Schoolbook", {"DejaVu Serif Condensed"}},
       {"Courier New", {"Liberation Mono", "Cousine"}},
       {"Courier", {"Liberation Mono", "Cousine"}},
       {"Consolas", {"Liberation Mono"}},
-      {"Georgia", {"Gelasio"}},
+      {"Lucida Console", {"Liberation Mono"}},
       {"Verdana", {"DejaVu Sans"}},
       {"Lucida Sans Unicode", {"DejaVu Sans"}},
       {"Lucida Sans", {"DejaVu Sans"}},
@@ -136,32 +151,42 @@ std::vector<std::string> familiesOf(std::string_view typeface) {
   return families;
 }
 
+struct FirstFace {
+  FT_Face face = nullptr;
+  /// None of the named families is here.
+  bool isGeneric = false;
+};
+
 /// The first face of a typeface's stack that this machine has; null without any font.
-FT_Face openFirst(std::string_view typeface, bool bold, bool italic) {
+FirstFace openFirst(std::string_view typeface, bool bold, bool italic) {
   for (const auto& family : familiesOf(typeface)) {
-    if (FT_Face face = fontFiles().open(family, false, bold, italic)) return face;
+    if (FT_Face face = fontFiles().open(family, false, bold, italic)) return {face, false};
   }
-  return fontFiles().open(generic(typeface), true, bold, italic);
+  return {fontFiles().open(generic(typeface), true, bold, italic), true};
+}
+
+void appendFamily(std::string& css, std::string_view family) {
+  css += '\'';
+  for (const char c : family) {
+    // What would end the string or the attribute has no place in a family's name.
+    const bool plain = static_cast<unsigned char>(c) >= 32 && c != '\'' && c != '"' && c != '\\' &&
+                       c != '<' && c != '>' && c != '&' && c != ';' && c != '{' && c != '}';
+    if (plain) css += c;
+  }
+  css += "',";
 }
 
 FontStack makeStack(std::string_view typeface) {
   FontStack stack;
-  for (const auto& family : familiesOf(typeface)) {
-    stack.css += '\'';
-    for (const char c : family) {
-      // What would end the string or the attribute has no place in a family's name.
-      const bool plain = static_cast<unsigned char>(c) >= 32 && c != '\'' && c != '"' && c != '\\' &&
-                         c != '<' && c != '>' && c != '&' && c != ';' && c != '{' && c != '}';
-      if (plain) stack.css += c;
-    }
-    stack.css += "',";
+  for (const auto& family : familiesOf(typeface)) appendFamily(stack.css, family);
+  if (const auto first = openFirst(typeface, false, false); first.face != nullptr) {
+    // Browsers have generic families of their own; text is measured and set in the machine's.
+    if (first.isGeneric) appendFamily(stack.css, first.face->family_name);
+    stack.metrics.ascent = static_cast<double>(first.face->ascender) / first.face->units_per_EM;
+    stack.metrics.descent = -static_cast<double>(first.face->descender) / first.face->units_per_EM;
+    FT_Done_Face(first.face);
   }
   stack.css += generic(typeface);
-  if (FT_Face face = openFirst(typeface, false, false)) {
-    stack.metrics.ascent = static_cast<double>(face->ascender) / face->units_per_EM;
-    stack.metrics.descent = -static_cast<double>(face->descender) / face->units_per_EM;
-    FT_Done_Face(face);
-  }
   return stack;
 }
 
@@ -205,7 +230,7 @@ FaceWidths& widthsOf(const FaceName& face) {
   key += face.italic ? 'i' : 'r';
   const auto found = known.find(key);
   if (found != known.end()) return found->second;
-  return known.emplace(key, FaceWidths(openFirst(face.typeface, face.bold, face.italic))).first->second;
+  return known.emplace(key, FaceWidths(openFirst(face.typeface, face.bold, face.italic).face)).first->second;
 }
 
 }  // namespace
