@@ -2,6 +2,7 @@
 #include <sys/resource.h>
 
 #include <chrono>
+#include <future>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "SqliteDatabase.h"
 #include "ado/Factory.h"
+#include "ado/databases/Servers.h"
 
 namespace {
 
@@ -33,12 +35,21 @@ void bareLoop(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-void openRecordset(benchmark::State& state) {
-  const bench::SqliteDatabase& file = database(state.range(0));
+/// The locks of the C library and of SQLite cost less while a process has one
+/// thread alone; a program that answers meanwhile has not.
+void bareLoopBesideAThread(benchmark::State& state) {
+  std::promise<void> end;
+  std::thread other([wait = end.get_future()] { wait.wait(); });
+  bareLoop(state);
+  end.set_value();
+  other.join();
+}
+
+void openOver(benchmark::State& state, const std::string& connectionString) {
   for (auto _ : state) {
     ado::Factory factory;
     const auto connection = factory.CreateConnection();
-    connection->ConnectionString("Provider=SQLite;Data Source=" + file.file());
+    connection->ConnectionString(connectionString);
     connection->Open("", "", ADODB::adOptionUnspecified);
     waitUntilOpen(*connection);
     const auto recordset = factory.CreateRecordset();
@@ -56,10 +67,34 @@ void openRecordset(benchmark::State& state) {
   state.counters["peakMB"] = static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
+void openRecordset(benchmark::State& state) {
+  openOver(state, "Provider=SQLite;Data Source=" + database(state.range(0)).file());
+}
+
+/// The same rows of a server of its own.
+void openPostgres(benchmark::State& state) {
+  ado::test::TestServer& server = ado::test::postgres();
+  server.execute("DROP TABLE IF EXISTS Stock");
+  std::string columns;
+  for (int i = 0; i < 10; ++i) {
+    const std::string number = std::to_string(i);
+    columns += (i == 0 ? "" : ", ") + ("('value " + number + " of row ' || x)::varchar(40) AS c" + number);
+  }
+  server.execute("CREATE TABLE Stock AS SELECT " + columns + " FROM generate_series(1, " +
+                 std::to_string(state.range(0)) + ") AS x");
+  openOver(state, server.connectionString() + ";Command Timeout=0");
+}
+
 constexpr std::int64_t Small = 100'000;
 constexpr std::int64_t Large = 1'000'000;
 BENCHMARK(bareLoop)->Arg(Small)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(openRecordset)->Arg(Small)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(bareLoopBesideAThread)
+    ->Arg(Small)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(openPostgres)->Arg(Small)->Arg(Large)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(bareLoop)->Arg(Large)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(openRecordset)->Arg(Large)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
 

@@ -59,8 +59,8 @@ basic::Variant ResultTable::value(std::size_t row, std::size_t column) const {
   return basic::Null{};
 }
 
-ResultTableBuilder::ResultTableBuilder(std::vector<std::string> columns) : blockSize_(FirstBlock) {
-  heads_.reserve(columns.size());
+ResultTableBuilder::ResultTableBuilder(std::vector<std::string> columns)
+    : headSize_(columns.size() * sizeof(std::uint32_t)), blockSize_(FirstBlock) {
   table_.columns_ = std::move(columns);
 }
 
@@ -72,44 +72,45 @@ void ResultTableBuilder::addDate(basic::Date value) {
   add(CellKind::Date, &value.serial, sizeof value.serial);
 }
 
-void ResultTableBuilder::head(CellKind kind) {
-  heads_.push_back(static_cast<std::uint32_t>(values_.size()) |
-                   (static_cast<std::uint32_t>(kind) << EndBits));
-}
-
 void ResultTableBuilder::add(CellKind kind, const void* value, std::size_t size) {
-  if (values_.size() + size > EndMask) {
+  if (valuesSize_ + size > EndMask) {
     throw basic::Error(basic::AdapterError, "ADODB.Recordset",
                        "Record " + std::to_string(table_.rowCount() + 1) +
                            " is too large: the values of one record may take 256 MB together.");
   }
-  const auto* const bytes = static_cast<const char*>(value);
-  values_.insert(values_.end(), bytes, bytes + size);
-  head(kind);
+  const std::size_t needed = headSize_ + valuesSize_ + size;
+  if (needed > room_) moveRow(needed);
+  if (size > 0) std::memcpy(row_ + headSize_ + valuesSize_, value, size);
+  valuesSize_ += size;
+  const std::uint32_t head =
+      static_cast<std::uint32_t>(valuesSize_) | (static_cast<std::uint32_t>(kind) << EndBits);
+  std::memcpy(row_ + headsSize_, &head, sizeof head);
+  headsSize_ += sizeof head;
 }
 
 void ResultTableBuilder::endRow() {
-  const std::size_t headSize = heads_.size() * sizeof heads_[0];
-  char* const row = allocate(headSize + values_.size());
-  if (headSize > 0) std::memcpy(row, heads_.data(), headSize);
-  if (!values_.empty()) std::memcpy(row + headSize, values_.data(), values_.size());
-  table_.rows_.push_back(row);
-  heads_.clear();
-  values_.clear();
+  table_.rows_.push_back(row_);
+  const std::size_t size = headSize_ + valuesSize_;
+  row_ += size;
+  room_ -= size;
+  headsSize_ = 0;
+  valuesSize_ = 0;
 }
 
-char* ResultTableBuilder::allocate(std::size_t size) {
-  if (size > left_) {
-    const std::size_t block = std::max(blockSize_, size);
-    table_.blocks_.push_back(std::make_unique_for_overwrite<char[]>(block));
-    free_ = table_.blocks_.back().get();
-    left_ = block;
-    blockSize_ = std::min(2 * blockSize_, LargestBlock);
+void ResultTableBuilder::moveRow(std::size_t needed) {
+  // A row larger than a block doubles its own, or each of its cells would move it.
+  const std::size_t size = needed > blockSize_ ? 2 * needed : blockSize_;
+  auto block = std::make_unique_for_overwrite<char[]>(size);
+  if (headsSize_ > 0) {
+    std::memcpy(block.get(), row_, headsSize_);
+    std::memcpy(block.get() + headSize_, row_ + headSize_, valuesSize_);
   }
-  char* const start = free_;
-  free_ += size;
-  left_ -= size;
-  return start;
+  const bool alone = !table_.blocks_.empty() && row_ == table_.blocks_.back().get();
+  if (alone) table_.blocks_.pop_back();
+  row_ = block.get();
+  room_ = size;
+  table_.blocks_.push_back(std::move(block));
+  blockSize_ = std::min(2 * blockSize_, LargestBlock);
 }
 
 }  // namespace ado

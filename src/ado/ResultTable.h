@@ -41,7 +41,7 @@ class ResultTableBuilder {
  public:
   explicit ResultTableBuilder(std::vector<std::string> columns);
 
-  void addNull() { head(CellKind::Null); }
+  void addNull() { add(CellKind::Null, nullptr, 0); }
   void addBoolean(bool value);
   void addInt32(std::int32_t value);
   void addInt64(std::int64_t value);
@@ -56,16 +56,17 @@ class ResultTableBuilder {
   [[nodiscard]] ResultTable finish() { return std::move(table_); }
 
  private:
-  void head(CellKind kind);
   void add(CellKind kind, const void* value, std::size_t size);
-  [[nodiscard]] char* allocate(std::size_t size);
+  /// Moves the row under way to a block with so much room.
+  void moveRow(std::size_t needed);
 
   ResultTable table_;
-  // The row under way: heads of its cells, and their values.
-  std::vector<std::uint32_t> heads_;
-  std::vector<char> values_;
-  char* free_ = nullptr;
-  std::size_t left_ = 0;
+  std::size_t headSize_;  // of a whole row
+  // The row under way lies where it will stay, unless its block is too small.
+  char* row_ = nullptr;
+  std::size_t room_ = 0;
+  std::size_t headsSize_ = 0;
+  std::size_t valuesSize_ = 0;
   std::size_t blockSize_;
 };
 

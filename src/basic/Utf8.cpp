@@ -18,6 +18,10 @@ const unsigned char* skipAscii(const unsigned char* at, const unsigned char* end
     std::memcpy(words.data(), at, sizeof words);
     if (((words[0] | words[1] | words[2] | words[3]) & HighBits) != 0) break;
   }
+  for (; end - at >= static_cast<std::ptrdiff_t>(sizeof words[0]); at += sizeof words[0]) {
+    std::memcpy(words.data(), at, sizeof words[0]);
+    if ((words[0] & HighBits) != 0) break;
+  }
   while (at != end && *at < 0x80) ++at;
   return at;
 }
