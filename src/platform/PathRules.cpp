@@ -75,7 +75,9 @@ std::string PathRules::translate(std::string_view path) const {
   }
   if (!hasDrive(path) && !hasShare(path)) {
     std::error_code ignored;
-    const bool asItIs = path.front() == '/' && fs::exists(fs::path(path), ignored);
+    // Looking for the file is left out where it would not matter: files are asked for once a second.
+    const bool asItIs = path.find('\\') == std::string_view::npos ||
+                        (path.front() == '/' && fs::exists(fs::path(path), ignored));
     return asItIs ? std::string(path) : withSlashes(path);
   }
 
