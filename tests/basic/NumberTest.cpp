@@ -59,45 +59,15 @@ TEST(CDblTest, ReadsWhatTheLanguageCallsANumber) {
 }
 
 TEST(CDblTest, RefusesTheRest) {
-  const struct {
-    const char* text;
-    std::int32_t error;
-  } cases[] = {
-      {"", 13},
-      {" ", 13},
-      {".", 13},
-      {"-", 13},
-      {"()", 13},
-      {"(", 13},
-      {"--1", 13},
-      {"-1-", 13},
-      {"(-1)", 13},
-      {"1.2.3", 13},
-      {"1.2,3", 13},
-      {",1", 13},
-      {"1 2", 13},
-      {"1e", 13},
-      {"1e+", 13},
-      {"1e5.5", 13},
-      {"e5", 13},
-      {"12abc", 13},
-      {"inf", 13},
-      {"nan", 13},
-      {"0x10", 13},
-      {"True", 13},
-      {"&H", 13},
-      {"&HG", 13},
-      {"&O8", 13},
-      {"&H-1", 13},
-      {"1\u00A02", 13},
-      {"١", 13},
-      {"1E400", 6},
-      {"-1E400", 6},
-      {"0.1E310", 6},
-      {"1e99999999999", 6},
-      {"&H10000000000000000", 6},
-  };
-  for (const auto& c : cases) EXPECT_EQ(errorNumber([&] { CDbl(c.text, american()); }), c.error) << c.text;
+  for (const char* text :
+       {"",      " ",    ".",   "-",   "()",  "(",     "--1",      "-1-",   "(-1)", "1.2.3",
+        "1.2,3", ",1",   "1 2", "1e",  "1e+", "1e5.5", "e5",       "12abc", "inf",  "nan",
+        "0x10",  "True", "&H",  "&HG", "&O8", "&H-1",  "1\u00A02", "١"}) {
+    EXPECT_EQ(errorNumber([&] { CDbl(text, american()); }), 13) << text;
+  }
+  for (const char* text : {"1E400", "-1E400", "0.1E310", "1e99999999999", "&H10000000000000000"}) {
+    EXPECT_EQ(errorNumber([&] { CDbl(text, american()); }), 6) << text;
+  }
   EXPECT_EQ(errorNumber([] { CDbl(std::string_view("1\0", 2), american()); }), 13);
   EXPECT_EQ(errorNumber([] { CDbl(std::string(1000, '9'), american()); }), 6);
 }

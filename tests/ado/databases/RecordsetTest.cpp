@@ -161,22 +161,6 @@ TEST_P(Server, QueriesAgainWhatWasDetached) {
               HasSubstr("can only be read"));
 }
 
-TEST_P(Server, QueriesAgainWhatCouldNotBeOpened) {
-  server_.execute("DROP TABLE IF EXISTS later");
-  const auto recordset = opening(server_.connected(), "later", ADODB::adCmdTableDirect);
-  EXPECT_THAT(errorOf([&] { waitWhile(*recordset, ADODB::adStateFetching); }), HasSubstr("later"));
-  recordset->ActiveConnection(server_.connected());
-  recordset->Requery(-1);
-  EXPECT_THAT(errorOf([&] { waitWhile(*recordset, ADODB::adStateFetching); }), HasSubstr("later"));
-  EXPECT_EQ(recordset->State(), ADODB::adStateClosed);
-
-  makeTable("later", "Name varchar(20)", "('there')");
-  recordset->ActiveConnection(server_.connected());
-  recordset->Requery(-1);
-  waitWhile(*recordset, ADODB::adStateFetching);
-  EXPECT_EQ(value(*recordset, "Name"), "there");
-}
-
 struct Slow {
   TestServer& (*server)();
   const char* statement;
