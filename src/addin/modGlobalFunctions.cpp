@@ -1,9 +1,11 @@
 #include "addin/modGlobalFunctions.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <vector>
 
 #include "addin/modDebug.h"
+#include "basic/ConnectionString.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "basic/Strings.h"
@@ -156,70 +158,48 @@ std::string ResolvePath(std::string_view path, std::string_view base) {
 
 namespace {
 
-/// The parts of a connection string between semicolons; one within quotes or
-/// braces separates nothing.
-std::vector<std::string> ConnectionStringParts(std::string_view text) {
-  std::vector<std::string> parts(1);
-  char closing = 0;
-  for (const char c : text) {
-    if (closing == 0 && c == ';') {
-      parts.emplace_back();
-      continue;
-    }
-    if (closing != 0) {
-      if (c == closing) closing = 0;
-    } else if (c == '"' || c == '\'') {
-      closing = c;
-    } else if (c == '{') {
-      closing = '}';
-    }
-    parts.back() += c;
-  }
-  return parts;
-}
-
-std::string Joined(const std::vector<std::string>& parts) {
-  std::string joined;
-  for (std::size_t i = 0; i < parts.size(); ++i) joined += (i == 0 ? "" : ";") + parts[i];
-  return joined;
-}
-
-/// The key of a part, in capital letters.
-std::string KeyOf(std::string_view part) { return basic::UCase(basic::Trim(part.substr(0, part.find('=')))); }
-
-bool OpensFile(std::string_view connectionString) {
+bool NamesFileProvider(std::string_view connectionString) {
   const std::string upper = basic::UCase(connectionString);
   return basic::StartsWith(upper, "PROVIDER=MICROSOFT.JET.OLEDB") ||
          basic::StartsWith(upper, "PROVIDER=MICROSOFT.ACE.OLEDB") ||
          basic::StartsWith(upper, "PROVIDER=SQLITE");
 }
 
+/// Whether the settings name an ODBC driver whose databases are files.
+bool NamesFileDriver(const std::vector<basic::ConnectionSetting>& settings) {
+  return std::any_of(settings.begin(), settings.end(), [](const basic::ConnectionSetting& setting) {
+    if (!basic::EqualsIgnoreCase(setting.key, "DRIVER")) return false;
+    const std::string name = basic::UCase(setting.value);
+    return name.find("SQLITE") != std::string::npos || name.find("MDB") != std::string::npos ||
+           name.find("MICROSOFT ACCESS") != std::string::npos;
+  });
+}
+
+bool IsOneOf(std::string_view key, std::initializer_list<std::string_view> keys) {
+  return std::any_of(keys.begin(), keys.end(),
+                     [key](std::string_view each) { return basic::EqualsIgnoreCase(key, each); });
+}
+
 }  // namespace
 
 std::string ResolveConnectionString(std::string_view text, std::string_view base) {
-  const std::string replaced = ReplaceFolder(text);
-  if (!OpensFile(replaced)) return replaced;
-  std::vector<std::string> parts = ConnectionStringParts(replaced);
-  for (std::string& part : parts) {
-    if (KeyOf(part) != "DATA SOURCE" || part.find('=') == std::string::npos) continue;
-    const std::size_t value = part.find('=') + 1;
-    const bool isQuoted = part.size() > value + 1 && part[value] == '"' && part.back() == '"';
-    part = isQuoted ? part.substr(0, value) + '"' +
-                          ResolvePath(part.substr(value + 1, part.size() - value - 2), base) + '"'
-                    : part.substr(0, value) + ResolvePath(part.substr(value), base);
-  }
-  return Joined(parts);
-}
-
-std::string MaskPasswords(std::string_view connectionString) {
-  std::vector<std::string> parts = ConnectionStringParts(connectionString);
-  for (std::string& part : parts) {
-    const std::string key = KeyOf(part);
-    if (key == "PWD" || key == "PASSWORD" || key == "EXTENDED PROPERTIES") {
-      part = part.substr(0, part.find('=')) + "=***";
+  std::string resolved = ReplaceFolder(text);
+  const std::vector<basic::ConnectionSetting> settings = basic::ReadConnectionString(resolved);
+  const bool byProvider = NamesFileProvider(resolved);
+  const bool byDriver = NamesFileDriver(settings);
+  // From the last one, so that those before it stay where they are.
+  for (auto setting = settings.rbegin(); setting != settings.rend(); ++setting) {
+    if (!setting->fault.empty()) continue;
+    const bool isFile = (byProvider && IsOneOf(setting->key, {"DATA SOURCE"})) ||
+                        (byDriver && IsOneOf(setting->key, {"DATABASE", "DBQ"}));
+    if (isFile && setting->value != ":memory:") {
+      resolved = basic::WithConnectionValue(resolved, *setting, ResolvePath(setting->value, base));
+    } else if (IsOneOf(setting->key, {"EXTENDED PROPERTIES"})) {
+      std::string nested = ResolveConnectionString(setting->value, base);
+      if (nested != setting->value) resolved = basic::WithConnectionValue(resolved, *setting, nested);
     }
   }
-  return Joined(parts);
+  return resolved;
 }
 
 }  // namespace LF2000::modGlobalFunctions

@@ -77,13 +77,12 @@ std::string MakeTempFileName(std::string& prefix);
 /// path is taken from the folder of `base`, a presentation's full name.
 [[nodiscard]] std::string ResolvePath(std::string_view path, std::string_view base);
 
-/// A connection string: the placeholder as above, and in a string of a provider
-/// that opens a file (Jet, ACE, SQLite) the path after "Data Source=" as
-/// ResolvePath does.
+/// A connection string: the placeholder as above, and the path of a database that
+/// is a file as ResolvePath does: after "Data Source=" of a provider that opens
+/// one (Jet, ACE, SQLite), after "Database=" and "DBQ=" of such an ODBC driver
+/// (SQLite, MDB Tools, Microsoft Access), also within "Extended Properties".
+/// Everything else stays as it is.
 [[nodiscard]] std::string ResolveConnectionString(std::string_view text, std::string_view base);
-
-/// A connection string fit for a log: the values of PWD and PASSWORD are "***".
-[[nodiscard]] std::string MaskPasswords(std::string_view connectionString);
 
 }  // namespace modGlobalFunctions
 }  // namespace LF2000

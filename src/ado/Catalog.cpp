@@ -3,12 +3,11 @@
 #include <variant>
 
 #include "ado/Database.h"
-#include "ado/Providers.h"
 
 namespace ado {
 
-std::vector<TableInfo> listTables(std::string_view connectionString) {
-  Database database(targetOf(connectionString));
+std::vector<TableInfo> listTables(std::string_view connectionString, const PathTranslator& translatePath) {
+  Database database(targetOf(connectionString, translatePath));
   const ResultTable result = database.tables();
   const auto text = [&result](std::size_t row, std::size_t column) {
     const basic::Variant value = result.value(row, column);

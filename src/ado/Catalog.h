@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "ado/Providers.h"
+
 namespace ado {
 
 /// A table or view of a database.
@@ -16,6 +18,7 @@ struct TableInfo {
 /// The tables and views that the account of the connection string can see, as
 /// the driver orders them. Opens a connection of its own and waits for the
 /// server: for commands, not for the loop. Errors are as those of Connection.
-[[nodiscard]] std::vector<TableInfo> listTables(std::string_view connectionString);
+[[nodiscard]] std::vector<TableInfo> listTables(std::string_view connectionString,
+                                                const PathTranslator& translatePath = {});
 
 }  // namespace ado

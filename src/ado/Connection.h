@@ -4,7 +4,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "ado/Providers.h"
 #include "ado/Session.h"
 #include "host/adodb.h"
 
@@ -20,7 +22,8 @@ namespace ado {
 /// the connection fail.
 class Connection final : public ADODB::Connection {
  public:
-  explicit Connection(std::shared_ptr<EndingWorkers> ending) : ending_(std::move(ending)) {}
+  Connection(std::shared_ptr<EndingWorkers> ending, PathTranslator translatePath)
+      : ending_(std::move(ending)), translatePath_(std::move(translatePath)) {}
   ~Connection() override;
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -44,6 +47,7 @@ class Connection final : public ADODB::Connection {
   void requireClosed() const;
 
   std::shared_ptr<EndingWorkers> ending_;
+  PathTranslator translatePath_;
   std::string text_;
   std::int32_t connectionTimeout_ = 15;
   std::int32_t commandTimeout_ = 30;

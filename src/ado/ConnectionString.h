@@ -7,12 +7,9 @@
 
 namespace ado {
 
-/// The settings of a connection string, "key=value;key=value", in their order.
-///
-/// Values may be enclosed in braces, double or single quotes, the closing one
-/// doubled where it belongs to the value; blanks around keys and unquoted values
-/// do not count. Keys are found in any case of letters, the last of one name
-/// wins. A key may hold an equals sign, doubled (OLE DB's rule).
+/// The settings of a connection string in their order, as
+/// basic::ReadConnectionString reads them. Keys are found in any case of letters,
+/// the last of one name wins.
 class ConnectionString {
  public:
   struct Setting {
@@ -35,20 +32,16 @@ class ConnectionString {
   void setDefault(std::string_view key, std::string_view value);
   void erase(std::string_view key);
 
-  /// As ODBC reads it: in braces what could not stand without.
+  /// As ODBC reads it: in braces what could not stand without. Names that it
+  /// could not read are an error.
   [[nodiscard]] std::string odbcText() const;
 
  private:
   std::vector<Setting> settings_;
 };
 
-/// Whether a setting of that key is a secret: a password or token.
-[[nodiscard]] bool isSecret(std::string_view key);
-
-/// The connection string with "***" for every secret, for messages and logs.
-[[nodiscard]] std::string maskedConnectionString(std::string_view text);
-
-/// The values of all secrets, those inside of "Extended Properties" too.
+/// The values of all secrets, and those that could hold one, which is the case of
+/// "Extended Properties" and of a quote that was closed too late. The longest first.
 [[nodiscard]] std::vector<std::string> secretsOf(const ConnectionString& string);
 
 }  // namespace ado

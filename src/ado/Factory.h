@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "ado/Providers.h"
 #include "host/adodb.h"
 
 namespace ado {
@@ -16,7 +17,8 @@ class EndingWorkers;
 /// does not end under a working driver.
 class Factory final : public ADODB::Factory {
  public:
-  Factory();
+  /// `translatePath` is for the database files of connection strings.
+  explicit Factory(PathTranslator translatePath = {});
   ~Factory() override;
   Factory(const Factory&) = delete;
   Factory& operator=(const Factory&) = delete;
@@ -26,6 +28,7 @@ class Factory final : public ADODB::Factory {
 
  private:
   std::shared_ptr<EndingWorkers> ending_;
+  PathTranslator translatePath_;
 };
 
 }  // namespace ado

@@ -4,9 +4,12 @@
 #include <array>
 #include <charconv>
 #include <filesystem>
+#include <utility>
 
 #include "ado/ConnectionString.h"
+#include "ado/Diagnostics.h"
 #include "ado/Drivers.h"
+#include "basic/ConnectionString.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 
@@ -51,12 +54,19 @@ void flattenExtendedProperties(ConnectionString& string) {
   for (const auto& [key, value] : properties.settings()) string.setDefault(key, value);
 }
 
-std::string dataFile(ConnectionString& string, const std::string& provider) {
-  rename(string, {"Data Source", "Database", "DBQ", "DataSource"}, "Database");
+constexpr std::string_view InMemory = ":memory:";
+
+/// The setting's path as this system has it.
+void translatePathOf(ConnectionString& string, std::string_view key, const PathTranslator& translatePath) {
+  const auto path = string.find({key});
+  if (translatePath && path && !path->empty() && *path != InMemory) string.set(key, translatePath(*path));
+}
+
+std::string dataFile(const ConnectionString& string, const std::string& provider) {
   const std::string file = string.find({"Database"}).value_or("");
   if (file.empty()) fail("A connection with " + provider + " names its file in \"Data Source\".");
   std::error_code error;
-  if (file != ":memory:" && !std::filesystem::is_regular_file(file, error)) {
+  if (file != InMemory && !std::filesystem::is_regular_file(file, error)) {
     fail(
         "The database file " + file +
         (std::filesystem::exists(file, error) ? " is not a file." : " does not exist or cannot be reached."));
@@ -101,10 +111,20 @@ void setTdsDefaults(ConnectionString& string) {
   string.setDefault("TDS_Version", "7.4");
 }
 
-void setDefaults(ConnectionString& string, const KnownDriver* driver) {
+void setMariaDefaults(ConnectionString& string, const Target& target) {
+  string.setDefault("CHARSET", "utf8mb4");
+  // Without it the driver waits for a silent server for ever, even when it
+  // connects. Who waits for a query gives up a little earlier.
+  constexpr std::chrono::seconds Grace{5};
+  if (target.commandTimeout.count() > 0) {
+    string.setDefault("READ_TIMEOUT", std::to_string((target.commandTimeout + Grace).count()));
+  }
+}
+
+void setDefaults(ConnectionString& string, const KnownDriver* driver, const Target& target) {
   if (driver == &SqliteDriver) setSqliteDefaults(string);
   if (driver == &PostgresDriver) setPostgresDefaults(string);
-  if (driver == &MariaDriver) string.setDefault("CHARSET", "utf8mb4");
+  if (driver == &MariaDriver) setMariaDefaults(string, target);
   if (driver == &TdsDriver) setTdsDefaults(string);
 }
 
@@ -166,7 +186,7 @@ const std::array<Provider, 11> Providers = {{{"MICROSOFT.JET.OLEDB.", MdbDriver,
        "; with another ODBC driver write \"Driver={its name};...\".");
 }
 
-void resolveDriver(ConnectionString& string) {
+void resolveDriver(ConnectionString& string, const Target& target, const PathTranslator& translatePath) {
   const std::string name = *string.find({"Driver"});
   const KnownDriver* const known = knownDriver(name);
   std::string registered = registeredDriver(name);
@@ -177,7 +197,9 @@ void resolveDriver(ConnectionString& string) {
     registered = installedDriver(*known, "Driver={" + name + "}");
   }
   string.set("Driver", registered);
-  setDefaults(string, known);
+  if (known == &SqliteDriver) translatePathOf(string, "Database", translatePath);
+  if (known == &MdbDriver) translatePathOf(string, "DBQ", translatePath);
+  setDefaults(string, known, target);
 }
 
 void translateMsdasql(ConnectionString& string) {
@@ -187,25 +209,31 @@ void translateMsdasql(ConnectionString& string) {
   renameCredentials(string);
 }
 
-void translateProvider(ConnectionString& string, const std::string& provider) {
+void translateProvider(ConnectionString& string, const std::string& provider, const Target& target,
+                       const PathTranslator& translatePath) {
   const std::string name = basic::UCase(provider);
   const auto* const found = std::find_if(Providers.begin(), Providers.end(), [&name](const Provider& each) {
     return basic::StartsWith(name, each.prefix);
   });
   if (found == Providers.end()) failUnserved(provider);
+  if (&found->driver == &SqliteDriver || &found->driver == &MdbDriver) {
+    rename(string, {"Data Source", "Database", "DBQ", "DataSource"}, "Database");
+    translatePathOf(string, "Database", translatePath);
+  }
   found->translate(string, provider);
   string.set("Driver", installedDriver(found->driver, "The provider '" + provider + "'"));
-  setDefaults(string, &found->driver);
+  setDefaults(string, &found->driver, target);
 }
 
-void translate(ConnectionString& string) {
+void translate(ConnectionString& string, const Target& target, const PathTranslator& translatePath) {
   const auto provider = string.find({"Provider"});
   const bool isOdbc = !provider || basic::StartsWith(basic::UCase(*provider), "MSDASQL");
   if (!isOdbc) {
-    translateProvider(string, *provider);
+    translateProvider(string, *provider, target, translatePath);
   } else {
     translateMsdasql(string);
-    if (string.has("Driver")) resolveDriver(string);
+    if (string.has("Driver")) resolveDriver(string, target, translatePath);
+    translatePathOf(string, "FILEDSN", translatePath);
   }
   if (provider) eraseOleDbSettings(string);
   if (!string.has("Driver") && !string.has("DSN") && !string.has("FILEDSN")) {
@@ -239,16 +267,23 @@ std::string driverFirst(ConnectionString& string) {
 
 }  // namespace
 
-Target targetOf(std::string_view connectionString, std::string_view user, std::string_view password) {
+Target targetOf(std::string_view connectionString, const PathTranslator& translatePath, std::string_view user,
+                std::string_view password) {
   Target target;
-  target.shown = maskedConnectionString(connectionString);
+  target.shown = basic::MaskedConnectionString(connectionString);
   ConnectionString string(connectionString);
   target.secrets = secretsOf(string);
   if (!password.empty()) target.secrets.emplace_back(password);
-  target.connectTimeout =
-      takeSeconds(string, {"Connect Timeout", "Connection Timeout"}, target.connectTimeout);
-  target.commandTimeout = takeSeconds(string, {"Command Timeout", "General Timeout"}, target.commandTimeout);
-  translate(string);
+  try {
+    target.connectTimeout =
+        takeSeconds(string, {"Connect Timeout", "Connection Timeout"}, target.connectTimeout);
+    target.commandTimeout =
+        takeSeconds(string, {"Command Timeout", "General Timeout"}, target.commandTimeout);
+    translate(string, target, translatePath);
+  } catch (basic::Error& error) {
+    error.description = withoutSecrets(std::move(error.description), target.secrets);
+    throw;
+  }
   if (!user.empty()) string.set("UID", user);
   if (!password.empty()) string.set("PWD", password);
   target.odbcText = driverFirst(string);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,10 @@ struct Target {
   std::chrono::seconds commandTimeout{30};
 };
 
+/// Turns a path of any system into one of this system, or throws basic::Error
+/// with the reason. An empty one leaves paths as they are.
+using PathTranslator = std::function<std::string(std::string_view)>;
+
 /// Translates a connection string:
 ///
 /// - plain ODBC (Driver=, DSN=, FILEDSN=): a driver by its name here, by a path,
@@ -30,8 +35,9 @@ struct Target {
 ///
 /// User and password, where given, replace those of the string. "Connect
 /// Timeout" and "Command Timeout" (seconds) are taken out of it. What nothing
-/// serves is an error that names provider and package.
-[[nodiscard]] Target targetOf(std::string_view connectionString, std::string_view user = {},
-                              std::string_view password = {});
+/// serves is an error that names provider and package. Paths of database files
+/// (SQLite, Access) and of FILEDSN go through `translatePath`.
+[[nodiscard]] Target targetOf(std::string_view connectionString, const PathTranslator& translatePath = {},
+                              std::string_view user = {}, std::string_view password = {});
 
 }  // namespace ado

@@ -133,14 +133,15 @@ void preview(const DataOptions& options) {
   }
 }
 
-void tables(const DataOptions& options) {
+void tables(const DataOptions& options, const Environment& environment) {
   const OpenedDeck opened(options);
   opened.require(ConnectionKind::Database, "databases have tables.");
   const std::string resolved = LF2000::modGlobalFunctions::ResolveConnectionString(
       opened.connection->ConnectionString(), opened.deck->FullName());
+  const auto translate = [&environment](std::string_view path) { return environment.localPath(path); };
   Json json = Json::array();
   std::vector<std::vector<std::string>> rows;
-  for (const ado::TableInfo& table : ado::listTables(resolved)) {
+  for (const ado::TableInfo& table : ado::listTables(resolved, translate)) {
     json.push_back({{"schema", table.schema}, {"name", table.name}, {"type", table.type}});
     rows.push_back({oneLine(table.schema), oneLine(table.name), oneLine(table.type)});
   }
@@ -198,7 +199,7 @@ void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environme
   rows(each);
   each->callback([options] { preview(*options); });
   each = action("tables", "List the tables and views of a database");
-  each->callback([options] { tables(*options); });
+  each->callback([options, &environment] { tables(*options, environment); });
   each = action("sheets", "List the sheets and defined names of a workbook");
   each->callback([options, &environment] { sheets(*options, environment); });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "ado/Factory.h"
 #include "host/services.h"
@@ -63,7 +64,7 @@ class Environment {
   platform::ProgressMeter progressMeter_;
   platform::Shell shell_{settings_, isAttended()};
   platform::Registry registry_;
-  ado::Factory ado_;
+  ado::Factory ado_{[this](std::string_view path) { return paths_.translate(path); }};
   workbook::Factory excel_{loop_, [this](std::string_view path) { return paths_.translate(path); }};
 };
 

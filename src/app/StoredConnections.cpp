@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "addin/modGlobalFunctions.h"
 #include "app/Failure.h"
+#include "basic/ConnectionString.h"
 #include "basic/Error.h"
 #include "model/modTags.h"
 
@@ -55,7 +55,7 @@ std::string connectionTypeName(std::int32_t type) {
 std::string sourceOf(const LF2000::clsConnection& connection) {
   switch (static_cast<LF2000::ConnectionKind>(connection.ConnectionType())) {
     case LF2000::ConnectionKind::Database:
-      return LF2000::modGlobalFunctions::MaskPasswords(connection.ConnectionString()) + ": " +
+      return basic::MaskedConnectionString(connection.ConnectionString()) + ": " +
              connection.RecordsetSQL();
     case LF2000::ConnectionKind::Excel:
       return connection.ConnectionRange() + " of " +

@@ -5,6 +5,7 @@
 #include "addin/modDebug.h"
 #include "addin/modErrors.h"
 #include "addin/modGlobalFunctions.h"
+#include "basic/ConnectionString.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
@@ -64,7 +65,7 @@ void clsConnection::OpenConnection() try {
 
 void clsConnection::OpenDatabase() {
   const std::string resolved = modGlobalFunctions::ResolveConnectionString(connectionString_, Base());
-  Log(DebugKind::Information, "Open database connection " + modGlobalFunctions::MaskPasswords(resolved));
+  Log(DebugKind::Information, "Open database connection " + basic::MaskedConnectionString(resolved));
   CloseConnection();
   connection_ = host::Current().ado->CreateConnection();
   connection_->ConnectionString(resolved);

@@ -8,6 +8,7 @@
 #include "ado/Providers.h"
 #include "ado/Recordsets.h"
 #include "ado/TableName.h"
+#include "basic/ConnectionString.h"
 
 namespace ado::test {
 namespace {
@@ -64,12 +65,15 @@ TEST(ConnectionString, IsShownWithoutSecrets) {
   for (const char* text :
        {"DSN=x;PWD=s3cret", "DSN=x;pwd={s3;cret}", "Provider=P;Password=\"s3cret\";X=1",
         "Jet OLEDB:Database Password=s3cret", "Provider=MSDASQL;Extended Properties=\"DSN=x;PWD=s3cret\"",
-        "PWD=s3cret\";X=1", "PWD={s3cret;X=1", "AccessToken=s3cret", "Password=s3;cret"}) {
-    EXPECT_THAT(maskedConnectionString(text),
-                AllOf(HasSubstr("***"), Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
+        "PWD=s3cret\";X=1", "PWD={s3cret;X=1", "AccessToken=s3cret", "Password=s3;cret",
+        "Driver={SQL Server;UID=sa;PWD=s3cret};X=1"}) {
+    const std::string masked = basic::MaskedConnectionString(text);
+    EXPECT_THAT(masked, AllOf(HasSubstr("***"), Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
+    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }), AllOf(Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
   }
-  EXPECT_EQ(maskedConnectionString("Provider=SQLite; Data Source=a b.db;Password=x"),
-            "Provider=SQLite;Data Source=a b.db;Password=***");
+  EXPECT_EQ(basic::MaskedConnectionString(
+                "Driver={A;B};Data Source=C:\\it's.db;Pwd=\"se;cret\"; password = y ;X=1"),
+            "Driver={A;B};Data Source=C:\\it's.db;Pwd=***; password = *** ;X=1");
 }
 
 TEST(Providers, AreServedByTheDriversHere) {
@@ -144,14 +148,30 @@ TEST(Providers, SayWhatTheyDoNotServe) {
   }
 }
 
+TEST(Providers, HaveTheirFilesTranslated) {
+  const auto translate = [](std::string_view path) { return "/proc/self/" + std::string(path.substr(3)); };
+  for (const auto& [text, part] : std::vector<std::pair<const char*, const char*>>{
+           {"Provider=SQLite;Data Source=C:\\status", "Database=/proc/self/status;"},
+           {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=C:\\status", "DBQ=/proc/self/status;"},
+           {"Driver={SQLite3};Database=C:\\no", "Database=/proc/self/no;"},
+           {"Driver={Microsoft Access Driver (*.mdb)};DBQ=C:\\x.mdb", "DBQ=/proc/self/x.mdb;"},
+           {"FILEDSN=C:\\x.dsn", "FILEDSN={/proc/self/x.dsn};"},
+           {"Provider=SQLite;Data Source=:memory:", "Database=:memory:;"},
+           {"Provider=PostgreSQL;Server=C:\\x;Database=C:\\y", "Database=C:\\y;"},
+       }) {
+    EXPECT_THAT(targetOf(text, translate).odbcText, HasSubstr(part)) << text;
+  }
+}
+
 TEST(Providers, TakeTimeoutsAndCredentials) {
-  const Target target = targetOf(
-      "DSN=shop;UID=me;PWD=a;Connect Timeout=3;Command Timeout=0;Extended Properties='PWD=c'", "you", "b;");
+  const Target target =
+      targetOf("DSN=shop;UID=me;PWD=a;Connect Timeout=3;Command Timeout=0;Extended Properties='PWD=c'", {},
+               "you", "b;");
   EXPECT_EQ(target.connectTimeout.count(), 3);
   EXPECT_EQ(target.commandTimeout.count(), 0);
   EXPECT_THAT(target.odbcText,
               AllOf(HasSubstr("UID=you;"), HasSubstr("PWD={b;};"), Not(HasSubstr("imeout"))));
-  EXPECT_THAT(target.secrets, testing::UnorderedElementsAre("a", "b;", "c"));
+  EXPECT_THAT(target.secrets, testing::UnorderedElementsAre("a", "b;", "c", "PWD=c"));
 }
 
 TEST(TableName, IsQuotedPartByPart) {

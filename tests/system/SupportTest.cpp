@@ -106,17 +106,33 @@ TEST_F(SupportTest, PathsResolveAgainstThePresentation) {
   };
   for (const auto& c : cases)
     EXPECT_EQ(modGlobalFunctions::ResolvePath(c.path, c.base), c.resolved) << c.path;
+}
 
-  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString(
-                "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=stock.mdb;Mode=Read", "/decks/a.pptx"),
-            "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/decks/stock.mdb;Mode=Read");
-  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString("DSN=stock;Data Source=x", "/decks/a.pptx"),
-            "DSN=stock;Data Source=x");
-  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString("Provider=SQLite;Data Source=\"my; stock.db\";Timeout=5",
-                                                        "/decks/a.pptx"),
-            "Provider=SQLite;Data Source=\"/decks/my; stock.db\";Timeout=5");
-  EXPECT_EQ(modGlobalFunctions::MaskPasswords("Driver={A;B};Uid=me;Pwd=\"se;cret\";Server=x; password = y"),
-            "Driver={A;B};Uid=me;Pwd=***;Server=x; password =***");
+TEST_F(SupportTest, ConnectionStringsResolveAgainstThePresentation) {
+  const struct {
+    const char* text;
+    const char* resolved;
+  } cases[] = {
+      {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=stock.mdb;Mode=Read",
+       "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/decks/stock.mdb;Mode=Read"},
+      {"PROVIDER=Microsoft.Jet.OLEDB.4.0; data source = C:\\it's here.mdb ;Password='x;y'",
+       "PROVIDER=Microsoft.Jet.OLEDB.4.0; data source = C:\\it's here.mdb ;Password='x;y'"},
+      {"Provider=SQLite;Data Source=\"my; stock.db\";Timeout=5",
+       "Provider=SQLite;Data Source=\"/decks/my; stock.db\";Timeout=5"},
+      {"Provider=SQLite;Data Source=:memory:", "Provider=SQLite;Data Source=:memory:"},
+      {"Driver={SQLite3};Database=data\\stock.db;Timeout=5",
+       "Driver={SQLite3};Database=/decks/data/stock.db;Timeout=5"},
+      {"DBQ={it's.mdb};Driver=MDBTools", "DBQ={/decks/it's.mdb};Driver=MDBTools"},
+      {"Provider=MSDASQL;Extended Properties=\"Driver={SQLite3};Database=stock.db\"",
+       "Provider=MSDASQL;Extended Properties=\"Driver={SQLite3};Database=/decks/stock.db\""},
+      {"Driver={PostgreSQL};Database=shop", "Driver={PostgreSQL};Database=shop"},
+      {"DSN=stock;Data Source=x", "DSN=stock;Data Source=x"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(modGlobalFunctions::ResolveConnectionString(c.text, "/decks/a.pptx"), c.resolved);
+  EXPECT_EQ(
+      modGlobalFunctions::ResolveConnectionString("Provider=SQLite;Data Source=stock.db", "/a;b/a.pptx"),
+      "Provider=SQLite;Data Source=\"/a;b/stock.db\"");
 }
 
 TEST_F(SupportTest, SmallHelpersFollowTheirRules) {

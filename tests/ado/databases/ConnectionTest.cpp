@@ -2,7 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <chrono>
+#include <filesystem>
+#include <iterator>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -135,26 +142,78 @@ TEST(Connection, FactoryWaitsForWorkersThatEnd) {
 TEST(Connection, SurvivesTheServer) {
   ProcessServer& server = postgresProcess();
   server.execute("DROP TABLE IF EXISTS Survivor");
-  server.execute("CREATE TABLE Survivor (Name text)");
-  server.execute("INSERT INTO Survivor VALUES ('before')");
-  const auto recordset = server.opened("SELECT * FROM Survivor");
+  server.execute("CREATE TABLE Survivor (Name text, Times integer)");
+  server.execute("INSERT INTO Survivor VALUES ('before', 1)");
+  const auto recordset = server.opened("SELECT Name FROM Survivor, generate_series(1, Times)");
   const auto connection = server.connected();
   recordset->ActiveConnection(connection);
 
-  server.stop();
+  // It goes while the rows come in, block by block.
+  server.execute("UPDATE Survivor SET Times = 100000000");
   recordset->Requery(-1);
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  EXPECT_EQ(recordset->State(), ADODB::adStateFetching);
+  server.stop();
   EXPECT_THAT(errorOf([&] { waitWhile(*recordset, ADODB::adStateFetching); }), HasSubstr("SQLSTATE"));
   EXPECT_EQ(recordset->State(), ADODB::adStateOpen);
+  EXPECT_EQ(recordset->RecordCount(), 1);
   EXPECT_EQ(value(*recordset, "Name"), "before");
+  recordset->Requery(-1);
+  EXPECT_THAT(errorOf([&] { waitWhile(*recordset, ADODB::adStateFetching); }), HasSubstr("SQLSTATE"));
   EXPECT_THAT(openingError(server.connectionString()), HasSubstr("SQLSTATE 08001"));
 
   server.start();
-  server.execute("UPDATE Survivor SET Name = 'after'");
+  server.execute("UPDATE Survivor SET Name = 'after', Times = 1");
   connection->Close();
   recordset->ActiveConnection(server.connected());
   recordset->Requery(-1);
   waitWhile(*recordset, ADODB::adStateFetching);
   EXPECT_EQ(value(*recordset, "name"), "after");
+}
+
+/// Accepts connections and says nothing.
+class SilentServer {
+ public:
+  SilentServer() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    if (::bind(socket_, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(socket_, 64) != 0 ||
+        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+      throw std::runtime_error("no port");
+    }
+    port_ = ntohs(address.sin_port);
+  }
+  ~SilentServer() { ::close(socket_); }
+  SilentServer(const SilentServer&) = delete;
+  SilentServer& operator=(const SilentServer&) = delete;
+  [[nodiscard]] std::string port() const { return std::to_string(port_); }
+
+ private:
+  int socket_;
+  std::uint16_t port_ = 0;
+};
+
+std::ptrdiff_t threads() { return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}); }
+
+TEST(Connection, GivesUpAServerThatSaysNothing) {
+  const SilentServer server;
+  const auto before = threads();
+  const auto start = Clock::now();
+  for (const char* provider : {"PostgreSQL", "MariaDB", "SQLOLEDB"}) {
+    SCOPED_TRACE(provider);
+    const std::string text = std::string("Provider=") + provider + ";Server=127.0.0.1;Port=" + server.port() +
+                             ";Database=x;User ID=y;Password=z;Connect Timeout=1;Command Timeout=1";
+    opening(text)->Close();
+    EXPECT_THAT(openingError(text), HasSubstr("Cannot open the connection"));
+  }
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
+  // Nor does a thread wait on for it, or there would be more with every try.
+  while (threads() > before && Clock::now() - start < std::chrono::seconds(20)) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  EXPECT_LE(threads(), before);
 }
 
 class Catalog : public testing::TestWithParam<TestServer& (*)()> {};

@@ -1,0 +1,98 @@
+// Any text as a connection string, whole and with a password put into it: it is
+// read, resolved, translated and masked. Nothing but Error may come out, what was
+// written is what is read again, and the password is in nothing that is shown.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "addin/modGlobalFunctions.h"
+#include "ado/Providers.h"
+#include "basic/ConnectionString.h"
+#include "basic/Error.h"
+#include "host/services.h"
+
+namespace {
+
+constexpr std::string_view Secret = "hUsH-hUsH";
+constexpr std::string_view Base = "/decks/a;b/show.pptx";
+
+void require(bool promise) {
+  if (!promise) std::abort();
+}
+
+void requireHidden(std::string_view text) { require(text.find(Secret) == std::string_view::npos); }
+
+class Module final : public host::Module {
+ public:
+  [[nodiscard]] std::string Title() const override { return {}; }
+  [[nodiscard]] std::string EXEName() const override { return {}; }
+  [[nodiscard]] std::string Path() const override { return "/addin"; }
+  [[nodiscard]] std::int32_t Major() const override { return 1; }
+  [[nodiscard]] std::int32_t Minor() const override { return 0; }
+  [[nodiscard]] std::int32_t Revision() const override { return 0; }
+};
+
+/// A setting with another value reads as that value, its neighbours as before.
+void replaceValues(std::string_view text, std::string_view value) {
+  const auto settings = basic::ReadConnectionString(text);
+  for (std::size_t i = 0; i < settings.size(); ++i) {
+    require(settings[i].valueAt + settings[i].valueSize <= text.size());
+    if (!settings[i].fault.empty()) continue;
+    const auto changed = basic::ReadConnectionString(basic::WithConnectionValue(text, settings[i], value));
+    require(changed.size() == settings.size());
+    for (std::size_t k = 0; k < settings.size(); ++k) {
+      require(changed[k].key == settings[k].key && changed[k].fault == settings[k].fault);
+      require(changed[k].value == (k == i ? value : std::string_view(settings[k].value)));
+    }
+  }
+}
+
+void translate(std::string_view text) {
+  const auto settings = basic::ReadConnectionString(text);
+  const bool readable =
+      std::all_of(settings.begin(), settings.end(), [](const auto& each) { return each.fault.empty(); });
+  try {
+    const ado::Target target =
+        ado::targetOf(text, [](std::string_view path) { return "/local" + std::string(path); });
+    require(readable);
+    requireHidden(target.shown);
+    for (const auto& setting : basic::ReadConnectionString(target.odbcText)) require(setting.fault.empty());
+  } catch (const basic::Error& error) {
+    requireHidden(error.description);
+  }
+}
+
+void examine(std::string_view text) {
+  requireHidden(basic::MaskedConnectionString(text));
+  const std::string resolved = LF2000::modGlobalFunctions::ResolveConnectionString(text, Base);
+  require(basic::ReadConnectionString(resolved).size() == basic::ReadConnectionString(text).size());
+  requireHidden(basic::MaskedConnectionString(resolved));
+  translate(resolved);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static Module module;
+  host::Services services;
+  services.module = &module;
+  host::Use(services);
+  if (size < 2) return 0;
+
+  const std::string_view text(reinterpret_cast<const char*>(data + 1), size - 1);
+  if (text.find(Secret) != std::string_view::npos) return 0;
+  examine(text);
+  const std::size_t half = text.size() / 2;
+  replaceValues(text.substr(0, half), text.substr(half));
+
+  static constexpr std::string_view Keys[] = {"PWD=", "Password = ", "jet oledb:database password=", "Pass='",
+                                              "ACCESSTOKEN={"};
+  const std::size_t at = data[0] % (text.size() + 1);
+  const std::string secret = std::string(Keys[data[0] % std::size(Keys)]) + std::string(Secret);
+  examine(std::string(text.substr(0, at)) + ";" + secret + ";" + std::string(text.substr(at)));
+  return 0;
+}
