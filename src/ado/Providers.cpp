@@ -113,11 +113,10 @@ void setTdsDefaults(ConnectionString& string) {
 
 void setMariaDefaults(ConnectionString& string, const Target& target) {
   string.setDefault("CHARSET", "utf8mb4");
-  // Without it the driver waits for a silent server for ever, even when it
-  // connects. Who waits for a query gives up a little earlier.
-  constexpr std::chrono::seconds Grace{5};
-  if (target.commandTimeout.count() > 0) {
-    string.setDefault("READ_TIMEOUT", std::to_string((target.commandTimeout + Grace).count()));
+  // The driver takes it from here alone, and without would wait for a silent
+  // server for ever.
+  if (target.connectTimeout.count() > 0) {
+    string.setDefault("CONN_TIMEOUT", std::to_string(target.connectTimeout.count()));
   }
 }
 

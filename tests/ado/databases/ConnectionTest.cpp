@@ -204,7 +204,7 @@ TEST(Connection, GivesUpAServerThatSaysNothing) {
   for (const char* provider : {"PostgreSQL", "MariaDB", "SQLOLEDB"}) {
     SCOPED_TRACE(provider);
     const std::string text = std::string("Provider=") + provider + ";Server=127.0.0.1;Port=" + server.port() +
-                             ";Database=x;User ID=y;Password=z;Connect Timeout=1;Command Timeout=1";
+                             ";Database=x;User ID=y;Password=z;Connect Timeout=1";
     opening(text)->Close();
     EXPECT_THAT(openingError(text), HasSubstr("Cannot open the connection"));
   }
