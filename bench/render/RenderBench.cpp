@@ -1,5 +1,10 @@
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
 #include "deck/DeckBuilder.h"
 #include "render/SlideRenderer.h"
 
@@ -96,6 +101,38 @@ void TableAlone(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(renderer.shape(1, 90));
 }
 BENCHMARK(TableAlone)->Unit(benchmark::kMicrosecond);
+
+/// All slides of the decks in the folder that the environment names; LUMENFOLD_DECKS.
+void SlidesOfDecks(benchmark::State& state) {
+  const char* folder = std::getenv("LUMENFOLD_DECKS");
+  if (folder == nullptr) {
+    state.SkipWithError("LUMENFOLD_DECKS names no folder of decks");
+    return;
+  }
+  struct Deck {
+    std::unique_ptr<deck::Package> package;
+    std::unique_ptr<render::SlideRenderer> renderer;
+  };
+  std::vector<Deck> decks;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() != ".pptx") continue;
+    auto package = deck::Package::open(entry.path().string());
+    auto renderer = std::make_unique<render::SlideRenderer>(*package);
+    decks.push_back({std::move(package), std::move(renderer)});
+  }
+  const bool anew = state.range(0) != 0;
+  std::int64_t slides = 0;
+  for (auto _ : state) {
+    for (const auto& deck : decks) {
+      if (anew) deck.renderer->forget();
+      for (int index = 1; index <= deck.renderer->slideCount(); ++index, ++slides)
+        benchmark::DoNotOptimize(deck.renderer->slide(index));
+    }
+  }
+  state.counters["slide"] = benchmark::Counter(static_cast<double>(slides),
+                                               benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(SlidesOfDecks)->ArgName("anew")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -268,9 +268,9 @@ double TextWriter::shiftOf(const Paragraph& paragraph, const BodyProperties& pro
   const double size = lookOf(largest, properties).size;
   const auto& metrics = fontStack(largest.latin).metrics;
   const bool isFixed = paragraph.style.lineSpacing && !paragraph.style.lineSpacing->isShare;
-  // Lines closer than single ones are cut above and below alike.
+  // Lines closer than single ones are cut above and below alike, four to one.
   const double lineShare = properties.lineShare(paragraph.style);
-  const double below = BelowBaseline * (isFixed ? 1 : std::min(1.0, SingleLine * lineShare)) * size;
+  const double below = (!isFixed && lineShare < 1 ? SingleLine * lineShare / 5 : BelowBaseline) * size;
   return properties.lineHeight(paragraph.style, size) / 2 - below -
          (metrics.ascent - metrics.descent) / 2 * size;
 }
