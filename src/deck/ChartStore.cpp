@@ -10,16 +10,17 @@
 namespace deck {
 
 RefillableChart::RefillableChart(Part& part) : part_(part), author_(part.bytes()) {
-  std::string text = author_;
-  const auto document = xml::parse(text, [this] { return author_; });
-  ChartSpace chart(document->document_element());
+  const ChartSpace chart(part.xml().document_element());
   authorsData_ = chart.data();
   data_ = authorsData_;
   categories_ = chart.categories();
   block_ = chart.block();
-  chart.clear();
-  pattern_ = xml::serialize(*document);
   findBook();
+
+  std::string text = author_;
+  const auto pattern = xml::parse(text, [this] { return author_; });
+  ChartSpace(pattern->document_element()).clear();
+  pattern_ = xml::serialize(*pattern);
 }
 
 void RefillableChart::findBook() {

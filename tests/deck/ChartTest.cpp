@@ -299,6 +299,8 @@ TEST(ChartTest, WhatCannotBeFilledSaysWhyAndStays) {
       {with([](ChartDeck& d) { d.groups = group("stockChart", series(0, "B", "Low", "1,2,3")); }), fine,
        "a stock chart of 1 series"},
       {with([](ChartDeck& d) { d.groups = "<c:barChart/>"; }), fine, "it has no series"},
+      {with([](ChartDeck& d) { d.groups = "<c:barChart>"; }), fine,
+       "ppt/charts/chart1.xml is not well-formed"},
       {with([&](ChartDeck& d) { d.groups = levelled(d.groups, "<c:lvl/></c:multiLvlStrCache>"); }), fine,
        "several levels"},
   };
