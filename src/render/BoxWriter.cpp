@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "render/CssFill.h"
 #include "render/SvgWriter.h"
 #include "render/TextWriter.h"
 
@@ -20,20 +21,6 @@ const char* borderStyle(const Line& line) {
 double borderWidth(const std::optional<Line>& border) {
   if (!border || !std::holds_alternative<Color>(border->fill)) return 0;
   return std::max(border->width, 0.75);
-}
-
-void cssFill(HtmlOut& out, const Fill& fill) {
-  if (const auto* color = std::get_if<Color>(&fill)) {
-    out << "background:" << *color << ';';
-  } else if (const auto* gradient = std::get_if<Gradient>(&fill)) {
-    const bool linear = gradient->shape == Gradient::Shape::Linear;
-    out << "background:" << (linear ? "linear-gradient(" : "radial-gradient(circle");
-    if (linear) out << gradient->angle + 90 << "deg";
-    for (const auto& stop : gradient->stops) out << ',' << stop.color << ' ' << stop.position * 100 << '%';
-    out << ");";
-  } else if (const auto* pattern = std::get_if<PatternFill>(&fill)) {
-    out << "background:" << pattern->background << ';';
-  }
 }
 
 /// Effects of all that a box shows, as far as there are properties for them.
@@ -138,7 +125,7 @@ void BoxWriter::cell(const TableCell& cell) {
     out_ << "border-" << sides[i] << ':' << fine(width) << "px " << borderStyle(*border) << ' ' << *color
          << ';';
   }
-  cssFill(out_, cell.fill);
+  cssFill(out_, cell.fill, assetPrefix_);
   out_ << "\">";
   TextWriter(out_).paragraphs(cell.text);
   out_ << "</td>";
@@ -147,7 +134,7 @@ void BoxWriter::cell(const TableCell& cell) {
 void BoxWriter::table(const Table& table) {
   out_ << "<table style=\"width:" << fine(std::accumulate(table.columns.begin(), table.columns.end(), 0.0))
        << "px;";
-  cssFill(out_, table.fill);
+  cssFill(out_, table.fill, assetPrefix_);
   out_ << (table.rightToLeft ? "\" dir=\"rtl\">" : "\">") << "<colgroup>";
   for (const double width : table.columns) out_ << "<col style=\"width:" << fine(width) << "px\">";
   out_ << "</colgroup>";

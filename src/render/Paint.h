@@ -14,6 +14,8 @@
 
 namespace render {
 
+class HtmlOut;
+
 struct NoFill {};
 
 struct GradientStop {
@@ -185,5 +187,7 @@ struct Effects {
 
 /// A preset pattern's bits by its name ("ltUpDiag").
 std::optional<std::array<std::uint8_t, 8>> patternRows(std::string_view name);
+/// The foreground of such bits as SVG path data, in px from the pattern's corner.
+void patternPath(HtmlOut& out, const std::array<std::uint8_t, 8>& rows);
 
 }  // namespace render

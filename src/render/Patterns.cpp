@@ -1,5 +1,6 @@
-#include <iterator>
+#include <algorithm>
 
+#include "render/HtmlOut.h"
 #include "render/Paint.h"
 
 namespace render {
@@ -76,6 +77,20 @@ std::optional<std::array<std::uint8_t, 8>> patternRows(std::string_view name) {
     if (pattern.name == name) return pattern.rows;
   }
   return {};
+}
+
+void patternPath(HtmlOut& out, const std::array<std::uint8_t, 8>& rows) {
+  for (int row = 0; row < 8; ++row) {
+    for (int column = 0; column < 8;) {
+      const auto isSet = [&](int at) {
+        return at < 8 && (static_cast<unsigned>(rows[static_cast<std::size_t>(row)]) >> (7 - at) & 1U) != 0;
+      };
+      int length = 0;
+      while (isSet(column + length)) ++length;
+      if (length > 0) out << 'M' << column << ' ' << row << 'h' << length << "v1h-" << length << 'z';
+      column += std::max(length, 1);
+    }
+  }
 }
 
 }  // namespace render

@@ -29,18 +29,7 @@ std::string SvgDefs::pattern(const PatternFill& pattern) {
        << "\" patternUnits=\"userSpaceOnUse\" width=\"8\" height=\"8\"><rect width=\"8\" height=\"8\" fill=\""
        << pattern.background << "\"/><path shape-rendering=\"crispEdges\" fill=\"" << pattern.foreground
        << "\" d=\"";
-  for (int row = 0; row < 8; ++row) {
-    for (int column = 0; column < 8;) {
-      const auto isSet = [&](int at) {
-        return at < 8 &&
-               (static_cast<unsigned>(pattern.rows[static_cast<std::size_t>(row)]) >> (7 - at) & 1U) != 0;
-      };
-      int length = 0;
-      while (isSet(column + length)) ++length;
-      if (length > 0) out_ << 'M' << column << ' ' << row << 'h' << length << "v1h-" << length << 'z';
-      column += std::max(length, 1);
-    }
-  }
+  patternPath(out_, pattern.rows);
   out_ << "\"/></pattern>";
   return id;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "render/EffectReader.h"
 #include "render/Units.h"
 #include "render/XmlValues.h"
 
@@ -105,7 +106,9 @@ void RunStyle::apply(pugi::xml_node rPr, const PaintContext& context) {
       applyLine(line, child, context);
       outline = std::move(line);
     } else if (!std::strcmp(name, "a:effectLst")) {
-      shadow = readShadow(child, context);
+      const auto effects = readEffects(child, context, 0);
+      shadow = effects.shadow;
+      glow = effects.glow;
     } else if (auto stated = readFillElement(child, context)) {
       fill = std::move(stated);
     }

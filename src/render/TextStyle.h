@@ -39,6 +39,7 @@ struct RunStyle {
   std::string symbol;
   std::optional<Line> outline;
   std::optional<Shadow> shadow;
+  std::optional<Glow> glow;
 
   /// What characters of a script are set in; the Latin typeface where the script's own is unset.
   [[nodiscard]] std::string_view typeface(Script script) const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "render/CssFill.h"
 #include "render/FontMetrics.h"
 #include "render/TextFit.h"
 #include "render/TextReader.h"
@@ -163,9 +164,22 @@ void TextWriter::decoration(const RunStyle& style) {
     out_ << "-webkit-text-stroke:" << fine(std::max(style.outline->width, 0.5)) << "px "
          << colorOf(style.outline->fill) << ';';
   }
-  if (style.shadow) {
-    out_ << "text-shadow:" << fine(style.shadow->dx) << "px " << fine(style.shadow->dy) << "px "
-         << fine(style.shadow->blur) << "px " << style.shadow->color << ';';
+  if (style.shadow || style.glow) {
+    out_ << "text-shadow:";
+    if (style.shadow) {
+      out_ << fine(style.shadow->dx) << "px " << fine(style.shadow->dy) << "px " << fine(style.shadow->blur)
+           << "px " << style.shadow->color;
+    }
+    if (style.glow) {
+      if (style.shadow) out_ << ',';
+      // Twice, as a blur alone is paler than a glow.
+      out_ << "0 0 " << fine(style.glow->radius / 2) << "px " << style.glow->color << ",0 0 "
+           << fine(style.glow->radius) << "px " << style.glow->color;
+    }
+    out_ << ';';
+  } else if (style.fill && !style.highlight && std::holds_alternative<Gradient>(*style.fill)) {
+    cssFill(out_, *style.fill, {});
+    out_ << "-webkit-background-clip:text;background-clip:text;-webkit-text-fill-color:transparent;";
   }
 }
 
