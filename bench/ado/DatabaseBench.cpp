@@ -2,7 +2,6 @@
 #include <sys/resource.h>
 
 #include <chrono>
-#include <future>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -33,16 +32,6 @@ void bareLoop(benchmark::State& state) {
   const bench::SqliteDatabase& file = database(state.range(0));
   for (auto _ : state) benchmark::DoNotOptimize(file.bareLoop());
   state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-/// The locks of the C library and of SQLite cost less while a process has one
-/// thread alone; a program that answers meanwhile has not.
-void bareLoopBesideAThread(benchmark::State& state) {
-  std::promise<void> end;
-  std::thread other([wait = end.get_future()] { wait.wait(); });
-  bareLoop(state);
-  end.set_value();
-  other.join();
 }
 
 void openOver(benchmark::State& state, const std::string& connectionString) {
@@ -89,11 +78,6 @@ constexpr std::int64_t Small = 100'000;
 constexpr std::int64_t Large = 1'000'000;
 BENCHMARK(bareLoop)->Arg(Small)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(openRecordset)->Arg(Small)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(bareLoopBesideAThread)
-    ->Arg(Small)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime()
-    ->Unit(benchmark::kMillisecond);
 BENCHMARK(openPostgres)->Arg(Small)->Arg(Large)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(bareLoop)->Arg(Large)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(openRecordset)->Arg(Large)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
