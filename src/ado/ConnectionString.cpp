@@ -62,16 +62,22 @@ std::string ConnectionString::odbcText() const {
   return text;
 }
 
+namespace {
+
+void addSecrets(std::vector<std::string>& secrets, std::string_view key, const std::string& value) {
+  const bool holdsSecret = basic::MayHoldSecret(value);
+  if ((basic::IsSecretKey(key) || holdsSecret) && !value.empty()) secrets.push_back(value);
+  if (!holdsSecret) return;
+  for (const basic::ConnectionSetting& nested : basic::ReadConnectionString(value)) {
+    if (nested.fault.empty()) addSecrets(secrets, nested.key, nested.value);
+  }
+}
+
+}  // namespace
+
 std::vector<std::string> secretsOf(const ConnectionString& string) {
   std::vector<std::string> secrets;
-  for (const auto& [key, value] : string.settings()) {
-    const bool holdsSecret = basic::MayHoldSecret(value);
-    if ((basic::IsSecretKey(key) || holdsSecret) && !value.empty()) secrets.push_back(value);
-    if (!holdsSecret) continue;
-    for (const basic::ConnectionSetting& nested : basic::ReadConnectionString(value)) {
-      if (basic::IsSecretKey(nested.key) && !nested.value.empty()) secrets.push_back(nested.value);
-    }
-  }
+  for (const auto& [key, value] : string.settings()) addSecrets(secrets, key, value);
   std::sort(secrets.begin(), secrets.end(),
             [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
   return secrets;

@@ -66,7 +66,8 @@ TEST(ConnectionString, IsShownWithoutSecrets) {
        {"DSN=x;PWD=s3cret", "DSN=x;pwd={s3;cret}", "Provider=P;Password=\"s3cret\";X=1",
         "Jet OLEDB:Database Password=s3cret", "Provider=MSDASQL;Extended Properties=\"DSN=x;PWD=s3cret\"",
         "PWD=s3cret\";X=1", "PWD={s3cret;X=1", "AccessToken=s3cret", "Password=s3;cret",
-        "Driver={SQL Server;UID=sa;PWD=s3cret};X=1"}) {
+        "Driver={SQL Server;UID=sa;PWD=s3cret};X=1",
+        "Provider=MSDASQL;Extended Properties='Driver={x;PWD=s3cret}'"}) {
     const std::string masked = basic::MaskedConnectionString(text);
     EXPECT_THAT(masked, AllOf(HasSubstr("***"), Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
     EXPECT_THAT(errorOf([&] { (void)targetOf(text); }), AllOf(Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
