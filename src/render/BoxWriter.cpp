@@ -7,6 +7,7 @@
 #include "render/CssFill.h"
 #include "render/SvgWriter.h"
 #include "render/TextWriter.h"
+#include "render/WordArt.h"
 
 namespace render {
 
@@ -85,7 +86,8 @@ void BoxWriter::writeAnonymous(const Box& box, const std::string& idPrefix) {
 void BoxWriter::content(const Box& box, const std::string& idPrefix) {
   SvgWriter(out_, idPrefix, assetPrefix_).draw(box);
   if (box.media) media(*box.media);
-  TextWriter(out_).block(box.text, box.textArea, box.textRotation);
+  if (!writeWordArt(out_, box.text, box.textArea, box.textRotation))
+    TextWriter(out_).block(box.text, box.textArea, box.textRotation);
   if (box.table) table(*box.table);
   int part = 0;
   for (const auto& child : box.children) writeAnonymous(child, idPrefix + "." + std::to_string(++part));

@@ -2,6 +2,9 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "render/Units.h"
 
 namespace render {
 
@@ -32,5 +35,9 @@ struct FaceName {
 /// How wide text (UTF-8) runs in a face of this machine, in multiples of the size, without kerning.
 /// Characters that the face lacks count as a fallback font would have them.
 double textWidth(const FaceName& face, std::string_view text);
+
+/// The outlines of text as closed polygons, in multiples of the size: from its start to the right, from the
+/// baseline down. Sides are short enough to be bent. Nothing for characters that the face lacks.
+std::vector<std::vector<Point>> textOutline(const FaceName& face, std::string_view text);
 
 }  // namespace render

@@ -77,6 +77,10 @@ void BodyProperties::apply(pugi::xml_node bodyPr) {
     columns = static_cast<int>(std::clamp(*count, 1.0, 16.0));
   for (const auto child : bodyPr.children()) {
     const std::string_view name = child.name();
+    if (name == "a:prstTxWarp") {
+      warp = child.attribute("prst").value();
+      if (warp == "textNoShape") warp.clear();
+    }
     const bool shrinking = name == "a:normAutofit";
     if (!shrinking && name != "a:noAutofit" && name != "a:spAutoFit") continue;
     shrinks = shrinking;

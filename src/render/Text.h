@@ -58,6 +58,8 @@ struct BodyProperties {
   double fontScale = 1;
   double lineReduction = 0;
   bool shrinks = false;
+  /// A warp of ECMA-376 part 1, 20.1.10.76 ("textWave1"); empty for none.
+  std::string warp;
   /// The shape was made as large as its text (a:spAutoFit).
   bool fitsShape = false;
 
