@@ -44,6 +44,12 @@ std::shared_ptr<deck::Presentation> AddInHost::open(const std::string& path) {
   return application_->open(path);
 }
 
+LF2000::FrmRuntimeTimer* AddInHost::runtimeTimer() const {
+  const auto& application = connect_.Application();
+  const LF2000::clsRuntime* runtime = application ? application->Runtime() : nullptr;
+  return runtime != nullptr ? runtime->Form() : nullptr;
+}
+
 LF2000::clsPresentation& AddInHost::linked(const std::shared_ptr<deck::Presentation>& presentation) {
   const auto found = connect_.Application()->Find(presentation);
   if (!found) {

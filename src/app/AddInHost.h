@@ -24,6 +24,8 @@ class AddInHost {
   std::shared_ptr<deck::Presentation> open(const std::string& path);
   /// Unloads the add-in; its handlers take no part in what happens afterwards.
   void unload();
+  /// What drives the running show; null without one.
+  [[nodiscard]] LF2000::FrmRuntimeTimer* runtimeTimer() const;
   /// The add-in's object for an open deck.
   [[nodiscard]] LF2000::clsPresentation& linked(const std::shared_ptr<deck::Presentation>& presentation);
 

@@ -5,6 +5,10 @@
 
 namespace app {
 
+std::string elementId(std::int32_t slideIndex, std::uint32_t shapeId) {
+  return "s" + std::to_string(slideIndex) + "-sh" + std::to_string(shapeId);
+}
+
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex) {
   std::vector<LinkedShape> linked;
   const auto shapes = presentation.Slides()->Item(slideIndex)->Shapes();

@@ -19,6 +19,9 @@ struct LinkedShape {
   std::string dateFormat;
 };
 
+/// The id of a shape's element on a screen.
+std::string elementId(std::int32_t slideIndex, std::uint32_t shapeId);
+
 /// The linked shapes of one slide, in drawing order.
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex);
 

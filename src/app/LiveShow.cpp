@@ -1,7 +1,6 @@
 #include "app/LiveShow.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <functional>
 #include <nlohmann/json.hpp>
 
@@ -15,25 +14,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 std::string dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
-
-/// The style sheet's name changes with its content, as browsers keep it for ever.
-const std::string& styleSheetName() {
-  static const std::string name =
-      "slides-" + std::to_string(std::hash<std::string_view>{}(render::SlideRenderer::styles())) + ".css";
-  return name;
-}
-
-web::Blank toWeb(deck::Blank blank) {
-  switch (blank) {
-    case deck::Blank::Black:
-      return web::Blank::Black;
-    case deck::Blank::White:
-      return web::Blank::White;
-    case deck::Blank::None:
-      break;
-  }
-  return web::Blank::None;
-}
 
 deck::Blank toDeck(web::Blank blank) {
   switch (blank) {
@@ -50,7 +30,8 @@ deck::Blank toDeck(web::Blank blank) {
 }  // namespace
 
 LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Presentation> presentation,
-                   platform::EventLoop& loop)
+                   platform::EventLoop& loop, std::function<LF2000::FrmRuntimeTimer*()> form,
+                   const LiveShowOptions& options)
     : presentation_(std::move(presentation)),
       application_(application),
       loop_(loop),
@@ -62,7 +43,10 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
                      [this](int slide, int shape) {
                        return linkedShape(slide, static_cast<std::uint32_t>(shape)) != nullptr;
                      },
-                 .converter = &converter_}) {
+                 .converter = &converter_}),
+      form_(std::move(form)),
+      freshness_(form_),
+      options_(options) {
   constexpr std::int32_t ConversionInterval = 50;  // ms
   conversionTimer_->Interval(ConversionInterval);
   conversionTimer_->Enabled(false);
@@ -70,6 +54,9 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
   for (std::int32_t slide = 1; slide <= presentation_->slideCount(); ++slide) {
     linked_[static_cast<std::size_t>(slide)] = linkedShapes(*presentation_, slide);
   }
+  constexpr std::int32_t TimeBetweenLooks = 500;
+  lookout_ = loop_.CreateTimer([this] { lookForStaleData(); });
+  lookout_->Interval(TimeBetweenLooks);
 }
 
 LiveShow::~LiveShow() {
@@ -81,26 +68,17 @@ void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()
   onEnd_ = std::move(onEnd);
   presentation_->addListener(*this);
   show_ = deck::SlideShow::begin(application_, presentation_, loop_, options, this);
+  began_ = std::chrono::system_clock::now();
+  watch(watched_);
+  lookForStaleData();
+  lookout_->Enabled(true);
+  slidePictureChanged();
 }
 
 void LiveShow::shutDown() {
   isShuttingDown_ = true;
   if (isRunning()) show_->end();
 }
-
-std::optional<int> LiveShow::currentSlide() const {
-  if (!isRunning() || show_->isAtEnd()) return std::nullopt;
-  return show_->position();
-}
-
-std::optional<int> LiveShow::nextSlide() const {
-  if (!isRunning()) return std::nullopt;
-  const auto next = show_->following();
-  if (!next || next == currentSlide()) return std::nullopt;
-  return *next;
-}
-
-bool LiveShow::isHeld(int slide) const { return currentSlide() == slide || nextSlide() == slide; }
 
 const LinkedShape* LiveShow::linkedShape(int slide, std::uint32_t id) const {
   const auto& shapes = linked_[static_cast<std::size_t>(slide)];
@@ -135,51 +113,14 @@ std::string LiveShow::state() {
                {"slides", slides}});
 }
 
-web::SlideView LiveShow::view(int slide) {
-  const auto known = pages_.find(slide);
-  if (known != pages_.end()) return {slide, known->second};
-  const auto page = pages_.emplace(slide, renderer_.slide(slide).html).first;
-  conversionTimer_->Enabled(converter_.isBusy());
-  return {slide, page->second};
-}
-
 /// Pictures that were converted join those on the screens.
 void LiveShow::watchConversions() {
   if (converter_.poll()) {
     renderer_.forget();
     pages_.clear();
-    pictureChanged();
+    wholePictureChanged();
   }
   conversionTimer_->Enabled(converter_.isBusy());
-}
-
-web::Picture LiveShow::picture() {
-  std::erase_if(pages_, [this](const auto& page) { return !isHeld(page.first); });
-  const render::SlideSize size = renderer_.size();
-  web::Picture picture;
-  picture.title = std::filesystem::path(presentation_->FullName()).stem().string();
-  picture.width = size.width;
-  picture.height = size.height;
-  picture.slideCount = presentation_->slideCount();
-  picture.stylesheet = styleSheetName();
-  if (const auto current = currentSlide()) picture.current = view(*current);
-  if (const auto next = nextSlide()) picture.next = view(*next);
-  if (show_) {
-    picture.blank = toWeb(show_->blank());
-    picture.kiosk = show_->isKiosk();
-    picture.ended = !show_->isRunning() || show_->isAtEnd();
-  }
-  return picture;
-}
-
-std::optional<web::Asset> LiveShow::asset(std::string_view name) {
-  if (name == styleSheetName()) {
-    return web::Asset{std::make_shared<const std::string>(render::SlideRenderer::styles()),
-                      "text/css; charset=utf-8"};
-  }
-  const render::Asset* found = renderer_.assets().find(name);
-  if (!found) return std::nullopt;
-  return web::Asset{std::make_shared<const std::string>(renderer_.assets().bytes(name)), found->contentType};
 }
 
 web::Outcome LiveShow::command(const std::function<void()>& action) {
@@ -220,31 +161,42 @@ void LiveShow::shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) {
   requestFlush();
 }
 
-void LiveShow::slideHiddenChanged(std::int32_t) { pictureChanged(); }
+void LiveShow::slideHiddenChanged(std::int32_t) { slidePictureChanged(); }
 
 void LiveShow::linksUpdated() {
   pages_.clear();
-  pictureChanged();
+  wholePictureChanged();
 }
 
-void LiveShow::slideChanged() { pictureChanged(); }
-void LiveShow::blankChanged() { pictureChanged(); }
+void LiveShow::slideChanged() { slidePictureChanged(); }
+void LiveShow::blankChanged() { wholePictureChanged(); }
 
 void LiveShow::ended() {
-  if (!isShuttingDown_) pictureChanged();
+  lookout_->Enabled(false);
+  if (!isShuttingDown_) wholePictureChanged();
   loop_.post([self = self_] {
     if (*self) (*self)->onEnd_();
   });
 }
 
-void LiveShow::pictureChanged() {
-  pictureChanged_ = true;
+void LiveShow::lookForStaleData() {
+  if (freshness_.look() && options_.staleData != StaleData::Keep) wholePictureChanged();
+}
+
+void LiveShow::slidePictureChanged() {
+  slidePictureChanged_ = true;
+  requestFlush();
+}
+
+void LiveShow::wholePictureChanged() {
+  wholePictureChanged_ = true;
   requestFlush();
 }
 
 void LiveShow::requestFlush() {
   if (flushRequested_) return;
   flushRequested_ = true;
+  changedAt_ = std::chrono::steady_clock::now();
   loop_.post([self = self_] {
     if (*self) (*self)->flush();
   });
@@ -252,21 +204,28 @@ void LiveShow::requestFlush() {
 
 void LiveShow::flush() {
   flushRequested_ = false;
+  const auto changed = changedAt_;
   if (!server_ || isShuttingDown_) {
     changedShapes_.clear();
     return;
   }
-  sendShapes();
-  if (std::exchange(pictureChanged_, false)) server_->slideChanged();
+  sendShapes(changed);
+  const bool slide = std::exchange(slidePictureChanged_, false);
+  if (std::exchange(wholePictureChanged_, false)) {
+    server_->pictureChanged(changed);
+  } else if (slide) {
+    server_->slideChanged(changed);
+  }
 }
 
-void LiveShow::sendShapes() {
+void LiveShow::sendShapes(web::Server::Time changed) {
   if (changedShapes_.empty()) return;
   std::vector<web::ShapeChange> changes;
   for (const auto& [slide, id] : std::exchange(changedShapes_, {})) {
     web::ShapeChange change;
     change.slide = slide;
-    change.elementId = "s" + std::to_string(slide) + "-sh" + std::to_string(id);
+    change.elementId = elementId(slide, id);
+    change.isMirrored = isMirrored(slide);
     if (isHeld(slide)) change.html = renderer_.shape(slide, static_cast<int>(id));
     if (const LinkedShape* shape = linkedShape(slide, id)) {
       change.name = shape->name;
@@ -274,7 +233,7 @@ void LiveShow::sendShapes() {
     }
     changes.push_back(std::move(change));
   }
-  server_->shapesChanged(changes);
+  server_->shapesChanged(changes, changed);
 }
 
 }  // namespace app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -10,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/Freshness.h"
 #include "app/LinkedShapes.h"
 #include "deck/Presentation.h"
 #include "deck/SlideShow.h"
@@ -21,14 +23,22 @@
 
 namespace app {
 
+struct LiveShowOptions {
+  StaleData staleData = StaleData::Keep;
+  /// The slide to show when every slide is hidden; nothing: the deck's background.
+  std::optional<int> whenEmpty;
+};
+
 /// A running show between its three neighbours: what the deck reports as changed
 /// is rendered and handed to the server, what screens and programs ask goes to
 /// the show. Changes are collected and sent once the handler that made them is
 /// done.
 class LiveShow final : public web::Show, private deck::ChangeListener, private deck::SlideShowListener {
  public:
+  /// `form` gives what drives the running show; null without one.
   LiveShow(deck::Application& application, std::shared_ptr<deck::Presentation> presentation,
-           platform::EventLoop& loop);
+           platform::EventLoop& loop, std::function<LF2000::FrmRuntimeTimer*()> form,
+           const LiveShowOptions& options);
   ~LiveShow() override;
   LiveShow(const LiveShow&) = delete;
   LiveShow& operator=(const LiveShow&) = delete;
@@ -43,7 +53,10 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   [[nodiscard]] bool isRunning() const { return show_ && show_->isRunning(); }
 
   std::string state() override;
-  web::Picture picture() override;
+  web::View view(std::optional<int> slide, std::string_view shape) override;
+  web::Picture picture(const web::View& view) override;
+  void watch(const std::set<int>& slides) override;
+  web::Health health() override;
   std::optional<web::Asset> asset(std::string_view name) override;
   web::Outcome next() override;
   web::Outcome previous() override;
@@ -64,15 +77,21 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   web::Outcome command(const std::function<void()>& action);
   [[nodiscard]] std::optional<int> currentSlide() const;
   [[nodiscard]] std::optional<int> nextSlide() const;
-  [[nodiscard]] bool isHeld(int slide) const;
+  [[nodiscard]] bool isMirrored(int slide) const { return currentSlide() == slide || nextSlide() == slide; }
+  [[nodiscard]] bool isHeld(int slide) const { return isMirrored(slide) || watched_.contains(slide); }
   [[nodiscard]] const LinkedShape* linkedShape(int slide, std::uint32_t id) const;
   [[nodiscard]] std::string textOf(int slide, const std::string& shapeName);
-  web::SlideView view(int slide);
+  web::SlideView page(int slide);
+  web::SlideView shapeAlone(const web::View& view, web::Picture& picture);
+  void showCurrent(web::Picture& picture);
+  void addStale(web::Picture& picture, int slide) const;
+  void lookForStaleData();
+  void slidePictureChanged();
+  void wholePictureChanged();
   void watchConversions();
-  void pictureChanged();
   void requestFlush();
   void flush();
-  void sendShapes();
+  void sendShapes(web::Server::Time changed);
 
   std::shared_ptr<deck::Presentation> presentation_;
   deck::Application& application_;
@@ -87,8 +106,19 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   std::vector<std::vector<LinkedShape>> linked_;
   /// Pages that screens hold, as they stand now.
   std::map<int, std::string> pages_;
+  std::set<int> watched_;
+  std::function<LF2000::FrmRuntimeTimer*()> form_;
+  Freshness freshness_;
+  LiveShowOptions options_;
+  std::unique_ptr<host::Timer> lookout_;
+  std::optional<std::chrono::system_clock::time_point> began_;
+  bool hasRendered_ = false;
   std::set<std::pair<int, std::uint32_t>> changedShapes_;
-  bool pictureChanged_ = false;
+  /// What the screens that follow the show draw, and what all of them draw.
+  bool slidePictureChanged_ = false;
+  bool wholePictureChanged_ = false;
+  /// Of what is noted, the first.
+  web::Server::Time changedAt_;
   bool flushRequested_ = false;
   bool isShuttingDown_ = false;
   /// Lets a posted flush see that this object is gone.

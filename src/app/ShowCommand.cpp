@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
 #include "app/AddInHost.h"
 #include "app/Commands.h"
 #include "app/Environment.h"
@@ -25,10 +26,22 @@ struct ShowOptions {
   std::vector<std::string> names;
   std::string tokenFile;
   std::optional<std::int32_t> slide;
+  std::optional<std::int32_t> whenEmpty;
+  std::string stale;
   bool kiosk = false;
   bool loop = false;
   bool open = false;
 };
+
+/// The option goes before the setting.
+StaleData staleData(const ShowOptions& options) {
+  const std::string setting = LF2000::modGlobalFunctions::InfoSetting("StaleData");
+  const std::string& name = options.stale.empty() ? setting : options.stale;
+  if (name.empty()) return StaleData::Keep;
+  if (const auto known = staleDataOf(name)) return *known;
+  fail((options.stale.empty() ? "The setting StaleData" : "--stale") +
+       std::string(" must be keep, mark or blank, not \"") + name + "\".");
+}
 
 /// Runs the loop until the show is over and the screens have been told.
 class ShowRun {
@@ -37,7 +50,8 @@ class ShowRun {
       : options_(options),
         environment_(environment),
         deck_(host_.open(options.deck)),
-        live_(host_.application(), deck_, environment.loop()) {}
+        live_(host_.application(), deck_, environment.loop(), [this] { return host_.runtimeTimer(); },
+              {staleData(options), options.whenEmpty}) {}
 
   void run() {
     const Token token = obtainToken(options_.tokenFile);
@@ -52,8 +66,9 @@ class ShowRun {
     };
     web::Server server(environment_.loop().context(), live_, web);
     finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
-    beginShow();
+    // Screens may come while the show is being opened.
     live_.connect(&server);
+    beginShow();
     // Before the address is told: whoever knows it may end the show.
     environment_.loop().onSignal([&](int) { live_.shutDown(); });
     announce(server, token);
@@ -67,15 +82,21 @@ class ShowRun {
     show.startSlide = options_.slide;
     if (options_.kiosk) show.kiosk = true;
     if (options_.loop) show.loop = true;
-    if (options_.slide && (*options_.slide < 1 || *options_.slide > deck_->slideCount())) {
-      fail(options_.deck + ": there is no slide " + std::to_string(*options_.slide) + "; the deck has " +
-           std::to_string(deck_->slideCount()) + ".");
-    }
+    requireSlide(options_.slide);
+    requireSlide(options_.whenEmpty);
     live_.begin(show, [this] {
       constexpr std::int32_t TimeToTell = 200;
       finish_->Interval(TimeToTell);
       finish_->Enabled(true);
     });
+    // So that the first screen need not wait for it.
+    static_cast<void>(live_.picture({}));
+  }
+
+  void requireSlide(const std::optional<std::int32_t>& slide) const {
+    if (!slide || (*slide >= 1 && *slide <= deck_->slideCount())) return;
+    fail(options_.deck + ": there is no slide " + std::to_string(*slide) + "; the deck has " +
+         std::to_string(deck_->slideCount()) + ".");
   }
 
   void announce(const web::Server& server, const Token& token) const {
@@ -84,7 +105,10 @@ class ShowRun {
     if (const auto name = networkName()) {
       std::cout << "Network:  http://" << *name << ':' << server.port() << "/\n";
     }
-    if (token.isNew) std::cout << "Operator: " << server.url() << "#token=" << token.value << '\n';
+    if (token.isNew) {
+      std::cout << "Operator: " << server.url() << "#token=" << token.value << '\n'
+                << "Remote:   " << server.url() << "remote#token=" << token.value << '\n';
+    }
     std::cout << std::flush;
     if (options_.open && !environment_.shell().ShellExecute("open", server.url(), 1)) {
       std::cerr << "lumenfold: no browser could be started; open " << server.url() << " yourself.\n";
@@ -139,6 +163,10 @@ void addShowCommand(CLI::App& program, Environment& environment) {
   verb->add_option("--token-file", options->tokenFile,
                    "File with the token that steering the show takes (else LUMENFOLD_TOKEN, else a new one)");
   verb->add_option("--slide", options->slide, "Slide to begin with");
+  verb->add_option("--when-empty", options->whenEmpty,
+                   "Slide to show while every slide is hidden (else the deck's background)");
+  verb->add_option("--stale", options->stale,
+                   "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
   verb->add_flag("--kiosk", options->kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
   verb->add_flag("--loop", options->loop, "Begin anew after the last slide");
   verb->add_flag("--open", options->open, "Start a browser on the screen");

@@ -100,6 +100,19 @@ class clsConnection {
   /// The field names from index 1; element 0 is empty.
   [[nodiscard]] std::vector<std::string> Columns() const;
 
+  /// How the readings of the source have gone since the object was made.
+  struct ReadingRecord {
+    /// Those that succeeded. A file that was looked at and has not changed counts:
+    /// what is held is what there is.
+    std::uint64_t Deliveries = 0;
+    std::uint64_t Failures = 0;
+    /// Of the last failure, without passwords.
+    std::string LastError;
+  };
+  [[nodiscard]] const ReadingRecord& Readings() const { return readings_; }
+  /// Whoever catches the failure of a reading says so.
+  void NoteFailure(std::string_view description);
+
   [[nodiscard]] bool ConnectionReady() const;
   [[nodiscard]] bool ConnectionTimedOut() const;
   [[nodiscard]] bool RecordsetReady() const;
@@ -157,6 +170,7 @@ class clsConnection {
   bool dataOpen_ = false;
   std::int64_t dataVersion_ = 0;
   float lastRequeryTime_ = 0;
+  ReadingRecord readings_;
 };
 
 /// A column number as worksheets letter it, of two letters at most: 1 is A, 27 is

@@ -144,6 +144,7 @@ void clsConnection::OpenRecordset() try {
       OpenExcelFile();
       break;
   }
+  ++readings_.Deliveries;
 } catch (...) {
   dataOpen_ = false;
   if (IsFile()) throw;
@@ -257,6 +258,7 @@ void clsConnection::ReloadDatabase() {
     while (recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
     ++dataVersion_;
     recordset_->ActiveConnection(nullptr);
+    ++readings_.Deliveries;
   }
   CloseConnection();
 }
@@ -264,7 +266,10 @@ void clsConnection::ReloadDatabase() {
 void clsConnection::RequeryFile(bool forced) {
   const basic::Date fileDate = host::Current().files->FileDateTime(ResolvedFile());
   // A file that could not be read is tried again even when it comes back unchanged.
-  if (fileDate == lastFileDate_ && dataOpen_ && !forced) return;
+  if (fileDate == lastFileDate_ && dataOpen_ && !forced) {
+    ++readings_.Deliveries;
+    return;
+  }
   OpenConnection();
   if (Kind() == ConnectionKind::Excel) {
     OpenExcelFile();
@@ -272,6 +277,12 @@ void clsConnection::RequeryFile(bool forced) {
     OpenDataFile();
   }
   lastFileDate_ = fileDate;
+  ++readings_.Deliveries;
+}
+
+void clsConnection::NoteFailure(std::string_view description) {
+  ++readings_.Failures;
+  readings_.LastError = modGlobalFunctions::MaskPasswords(description);
 }
 
 }  // namespace LF2000

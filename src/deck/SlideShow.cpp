@@ -127,6 +127,11 @@ std::optional<std::size_t> SlideShow::placeOf(std::int32_t slideIndex) const {
   return static_cast<std::size_t>(found - order_.begin());
 }
 
+bool SlideShow::isEmpty() const {
+  if (!isRunning_ || isAtEnd() || wasChosen_) return false;
+  return !isVisible(place_) && !visibleAfter(place_) && !visibleBefore(place_);
+}
+
 std::optional<std::int32_t> SlideShow::following() const {
   if (!isRunning_ || isAtEnd()) return std::nullopt;
   const std::optional<std::size_t> place = visibleAfter(place_);
@@ -206,9 +211,10 @@ void SlideShow::end() {
   if (listener_ != nullptr) listener_->ended();
 }
 
-void SlideShow::slideHiddenChanged(std::int32_t slideIndex) {
-  // Not at once: whoever hides the slide is in the midst of its own work.
-  if (slideIndex == position_ && !wasChosen_) moveOn_->Enabled(true);
+void SlideShow::slideHiddenChanged(std::int32_t) {
+  // Not at once: whoever hides the slide is in the midst of its own work. Where every slide
+  // was hidden, one that comes back is gone to as well.
+  if (!wasChosen_ && !isAtEnd() && presentation_->isHidden(position_)) moveOn_->Enabled(true);
 }
 
 void SlideShow::leaveHiddenSlide() {

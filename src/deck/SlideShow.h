@@ -63,6 +63,9 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   [[nodiscard]] std::int32_t position() const { return position_; }
   [[nodiscard]] bool isAtEnd() const { return position_ > presentation_->slideCount(); }
   [[nodiscard]] bool isRunning() const { return isRunning_; }
+  /// Whether there is nothing to show: every slide is hidden and none was asked for by
+  /// number. The show goes on, and shows the first slide that comes back.
+  [[nodiscard]] bool isEmpty() const;
   [[nodiscard]] bool isKiosk() const { return isKiosk_; }
   [[nodiscard]] bool loops() const { return loops_; }
   [[nodiscard]] Blank blank() const { return blank_; }

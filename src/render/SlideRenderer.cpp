@@ -1,6 +1,7 @@
 #include "render/SlideRenderer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 #include "basic/Error.h"
@@ -225,18 +226,39 @@ SlidePage SlideRenderer::slide(int index) {
   return page;
 }
 
-std::string SlideRenderer::shape(int slideIndex, int shapeId) {
-  auto& slide = prepare(slideIndex);
+Box SlideRenderer::find(Prepared& slide, int shapeId) {
   for (const auto shape : shapesOf(slide.part).children()) {
     if (!hasId(shape, shapeId)) continue;
-    const auto box = build(slide, shape, nullptr);
-    if (!box || box->id != shapeId) continue;
-    HtmlOut out;
-    write(out, slide, *box, 1);
-    return out.take();
+    auto box = build(slide, shape, nullptr);
+    if (box && box->id == shapeId) return std::move(*box);
   }
-  fail("Slide " + std::to_string(slideIndex) + " of " + package_.name() + " has no shape with the id " +
+  fail("Slide " + std::to_string(slide.index) + " of " + package_.name() + " has no shape with the id " +
        std::to_string(shapeId) + ".");
+}
+
+std::string SlideRenderer::shape(int slideIndex, int shapeId) {
+  auto& slide = prepare(slideIndex);
+  HtmlOut out;
+  write(out, slide, find(slide, shapeId), 1);
+  return out.take();
+}
+
+Rect SlideRenderer::area(int slideIndex, int shapeId) {
+  const Box box = find(prepare(slideIndex), shapeId);
+  const double angle = box.rotation * std::acos(-1.0) / 180;
+  const double width = std::abs(box.frame.w * std::cos(angle)) + std::abs(box.frame.h * std::sin(angle));
+  const double height = std::abs(box.frame.w * std::sin(angle)) + std::abs(box.frame.h * std::cos(angle));
+  return {box.frame.x + (box.frame.w - width) / 2, box.frame.y + (box.frame.h - height) / 2, width, height};
+}
+
+std::string SlideRenderer::backdrop(int index) {
+  auto& slide = prepare(index);
+  if (!slide.isBehindDrawn) drawBehind(slide);
+  const auto slideSize = size();
+  HtmlOut out;
+  out << "<section class=\"slide\" id=\"s0\" style=\"width:" << slideSize.width
+      << "px;height:" << slideSize.height << "px\">" << slide.background << "</section>";
+  return out.take();
 }
 
 void SlideRenderer::forget() {

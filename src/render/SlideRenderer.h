@@ -65,6 +65,12 @@ class SlideRenderer {
   /// An unknown id is an error.
   std::string shape(int slideIndex, int shapeId);
 
+  /// What the shape's frame covers of its slide, turned as it is, in CSS px. As above.
+  Rect area(int slideIndex, int shapeId);
+
+  /// A slide with the id "s0" that shows the background of this slide's layout alone.
+  std::string backdrop(int index);
+
   /// The style sheet that all slides share.
   static std::string_view styles();
 
@@ -83,6 +89,8 @@ class SlideRenderer {
   /// The background that a part states itself; empty without one.
   std::string background(const Prepared& slide, deck::Part& part, std::vector<std::string>& problems);
   void drawBehind(Prepared& slide);
+  /// The element of a top-level shape; an unknown id is an error.
+  Box find(Prepared& slide, int shapeId);
   std::optional<Box> build(Prepared& slide, pugi::xml_node shape, std::vector<std::string>* problems);
   void write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const;
 

@@ -1,5 +1,8 @@
 #include "runtime/FrmRuntimeTimer.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "addin/modDebug.h"
 #include "addin/modErrors.h"
 #include "addin/modGlobalFunctions.h"
@@ -117,6 +120,21 @@ void FrmRuntimeTimer::ForEachSlideUpToNext(Visit&& visit) const {
   for (std::int32_t slide = 1; slide <= current; ++slide) visit(slide);
 }
 
+std::vector<std::int32_t> FrmRuntimeTimer::WatchedBesides(std::int32_t current, std::int32_t next) const {
+  std::vector<std::int32_t> slides;
+  for (const std::int32_t slide : watchedSlides_) {
+    if (slide != current && slide != next && slide <= slideCount_) slides.push_back(slide);
+  }
+  return slides;
+}
+
+double FrmRuntimeTimer::RequeryInterval(const clsConnection& connection) const {
+  const host::Timer& paces = scrolling_ ? *tmrConnections_ : *tmrData_;
+  const bool isDatabase = connection.ConnectionType() == static_cast<std::int32_t>(ConnectionKind::Database);
+  const double own = isDatabase ? std::abs(connection.RecordsetRefreshRate()) : 0;
+  return std::max<double>(paces.Interval(), own);
+}
+
 clsConnection& FrmRuntimeTimer::Connection(std::string_view key) const {
   const auto found = connections_.find(key);
   if (found == connections_.end()) {
@@ -136,6 +154,8 @@ void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
     if (unloaded_) return;
     // One source that fails keeps no other from being read.
     Report(key, "RefreshData", modErrors::RequeryingData);
+    const auto found = connections_.find(key);
+    if (found != connections_.end()) found->second->NoteFailure(modErrors::LastError.Description);
   }
 }
 
@@ -144,6 +164,9 @@ void FrmRuntimeTimer::RefreshData() {
   ForEachSlideUpToNext([&](std::int32_t slide) {
     connectionsToRequery_ |= usedConnections_[static_cast<std::size_t>(slide)];
   });
+  for (const std::int32_t slide : WatchedBesides(0, 0)) {
+    connectionsToRequery_ |= usedConnections_[static_cast<std::size_t>(slide)];
+  }
   for (const auto& [key, connection] : connections_) {
     const auto number = static_cast<std::size_t>(basic::CLng(key));
     if (connectionsToRequery_[number]) RequeryConnection(number);
@@ -279,6 +302,9 @@ void FrmRuntimeTimer::tmrData_Timer() try {
   if (!scrolling_) RefreshData();
   RefreshSlide(static_cast<std::int16_t>(currentSlide_));
   RefreshNext(next);
+  for (const std::int32_t slide : WatchedBesides(static_cast<std::int32_t>(currentSlide_), next)) {
+    RefreshSlide(static_cast<std::int16_t>(slide));
+  }
   errors_.Clear("tmrData");
   host::Current().loop->DoEvents();
 } catch (...) {
@@ -294,6 +320,9 @@ void FrmRuntimeTimer::tmrClock_Timer() try {
     RefreshClocks(*slides_->Item(current), current, now);
     const std::int32_t next = NextSlide(current);
     if (slideCount_ > 1 && next != current) RefreshClocks(*slides_->Item(next), next, now);
+    for (const std::int32_t slide : WatchedBesides(current, next)) {
+      RefreshClocks(*slides_->Item(slide), slide, now);
+    }
   }
   lastClockUpdate_ = now;
   errors_.Clear("tmrClock");

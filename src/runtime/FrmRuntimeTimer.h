@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -43,6 +44,16 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void SlideInfoConnections(const ConnectionFlags& flags);
   void Connections(ConnectionTable table) { connections_ = std::move(table); }
   void LinkedOLEObjects(LinkedObjectsTable table) { linkedObjects_ = std::move(table); }
+
+  /// Slides that somebody looks at wherever the show stands: they are kept fresh as the
+  /// slide on show is.
+  void WatchedSlides(std::set<std::int32_t> slides) { watchedSlides_ = std::move(slides); }
+
+  [[nodiscard]] const ConnectionTable& Connections() const { return connections_; }
+  /// Whether the slides that are kept fresh need the connection of that number.
+  [[nodiscard]] bool Requeries(std::size_t connection) const { return connectionsToRequery_[connection]; }
+  /// Milliseconds between two looks at a connection.
+  [[nodiscard]] double RequeryInterval(const clsConnection& connection) const;
 
   /// The show moved: takes the slide from the show's view and starts the new
   /// slide's scroll times anew, with the data and connections timers off.
@@ -88,6 +99,8 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] bool IsHidden(std::int32_t slide) const;
   template <typename Visit>
   void ForEachSlideUpToNext(Visit&& visit) const;
+  /// The watched slides but for those two.
+  [[nodiscard]] std::vector<std::int32_t> WatchedBesides(std::int32_t current, std::int32_t next) const;
   void RequeryConnection(std::size_t number);
   void RefreshShapes(std::int16_t slide);
   [[nodiscard]] bool RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
@@ -108,6 +121,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   ConnectionFlags connectionsToRequery_;
   ConnectionTable connections_;
   LinkedObjectsTable linkedObjects_;
+  std::set<std::int32_t> watchedSlides_;
   bool scrolling_ = false;
   bool unloaded_ = false;
   double currentSlide_ = 0;

@@ -185,9 +185,15 @@ void clsRuntime::OpenConnection(const std::string& suffix, const std::string& va
     host::Current().progressMeter->Text(
         basic::Replace("Opening connection %s", "%s", connection->ConnectionDescription()));
   }
-  connection->OpenConnection();
-  connection->OpenRecordset();
-  connection->CloseConnection();
+  try {
+    connection->OpenConnection();
+    connection->OpenRecordset();
+    connection->CloseConnection();
+  } catch (...) {
+    modErrors::SetLastError();
+    connection->NoteFailure(modErrors::LastError.Description);
+    throw;
+  }
 }
 
 void clsRuntime::NoteRefreshInterval(const clsConnection& connection) {

@@ -1,22 +1,23 @@
 #include "web/Channel.h"
 
-#include <utility>
-
 namespace web {
 
-Channel::Channel(Build state) : buildState_(std::move(state)) {}
+Channel::Channel(Build state, std::function<void(const std::string& name)> left)
+    : buildState_(std::move(state)), left_(std::move(left)) {}
 
 Channel::~Channel() { close(); }
 
-void Channel::open(boost::asio::ip::tcp::socket socket, const Options& options) {
+void Channel::open(boost::asio::ip::tcp::socket socket, const Options& options, std::string name,
+                   SharedMessage greeting) {
   EventStream::Source& source = *this;
   auto stream = std::make_shared<EventStream>(std::move(socket), source, options);
-  streams_.emplace(stream.get(), stream);
-  stream->start();
+  streams_.emplace(stream.get(), Reader{stream, std::move(name)});
+  stream->start(std::move(greeting));
 }
 
-void Channel::publish(const Build& build) {
+void Channel::publish(const Build& build, Time changed) {
   ++sequence_;
+  causes_[sequence_ % causes_.size()] = {sequence_, changed};
   state_ = nullptr;
   if (streams_.empty()) return;
   const SharedMessage message = build(sequence_);
@@ -25,17 +26,22 @@ void Channel::publish(const Build& build) {
 }
 
 void Channel::send(const SharedMessage& message) {
-  for (const auto& [key, stream] : streams_) stream->push(message);
+  for (const auto& [key, reader] : streams_) reader.stream->push(message);
 }
 
 void Channel::finish(const Build& build) {
   const SharedMessage last = build(++sequence_);
-  for (const auto& [key, stream] : streams_) stream->finish(last);
+  for (const auto& [key, reader] : streams_) reader.stream->finish(last);
 }
 
 void Channel::close() {
-  for (const auto& [key, stream] : streams_) stream->close();
+  for (const auto& [key, reader] : streams_) reader.stream->close();
   streams_.clear();
+}
+
+std::optional<Channel::Time> Channel::changedAt(std::uint64_t sequence) const {
+  const auto& [known, time] = causes_[sequence % causes_.size()];
+  return known == sequence && sequence > 0 ? std::optional(time) : std::nullopt;
 }
 
 SharedMessage Channel::state() {
@@ -43,6 +49,12 @@ SharedMessage Channel::state() {
   return state_;
 }
 
-void Channel::left(EventStream& stream) { streams_.erase(&stream); }
+void Channel::left(EventStream& stream) {
+  const auto found = streams_.find(&stream);
+  if (found == streams_.end()) return;
+  const std::string name = std::move(found->second.name);
+  streams_.erase(found);
+  if (left_) left_(name);
+}
 
 }  // namespace web

@@ -26,9 +26,10 @@ EventStream::EventStream(asio::ip::tcp::socket socket, Source& source, const Opt
   ::setsockopt(socket_.native_handle(), IPPROTO_TCP, TCP_USER_TIMEOUT, &patience, sizeof patience);
 }
 
-void EventStream::start() {
+void EventStream::start(SharedMessage greeting) {
   watch();
   enqueue(streamHead());
+  if (greeting) enqueue(std::move(greeting));
   if (SharedMessage state = source_.state()) {
     enqueue(std::move(state));
     write();

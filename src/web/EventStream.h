@@ -33,8 +33,8 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
   /// `options` and `source` outlive the stream or its close().
   EventStream(boost::asio::ip::tcp::socket socket, Source& source, const Options& options);
 
-  /// Sends the response's head and the whole state.
-  void start();
+  /// Sends the response's head, the greeting when there is one, and the whole state.
+  void start(SharedMessage greeting = nullptr);
   void push(SharedMessage message);
   /// Sends `last` and closes; at the latest when Options::stopTimeout is over.
   void finish(SharedMessage last);

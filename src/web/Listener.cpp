@@ -38,7 +38,8 @@ constexpr std::chrono::milliseconds acceptPause{100};
 
 Listener::Listener(asio::io_context& loop, const Options& options,
                    std::function<Response(const Request&)> answer,
-                   std::function<void(tcp::socket, StreamKind)> stream, std::function<std::size_t()> streams)
+                   std::function<void(tcp::socket, const StreamWanted&)> stream,
+                   std::function<std::size_t()> streams)
     : options_(options), acceptor_(loop), timer_(loop), streams_(std::move(streams)) {
   owner_ = {std::move(answer), std::move(stream), [this](Session& session) { left(session); }};
   bind();

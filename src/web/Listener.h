@@ -21,7 +21,7 @@ class Listener : public std::enable_shared_from_this<Listener> {
   /// connections have become streams.
   Listener(boost::asio::io_context& loop, const Options& options,
            std::function<Response(const Request&)> answer,
-           std::function<void(boost::asio::ip::tcp::socket, StreamKind)> stream,
+           std::function<void(boost::asio::ip::tcp::socket, const StreamWanted&)> stream,
            std::function<std::size_t()> streams);
 
   void start();

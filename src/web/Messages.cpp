@@ -45,28 +45,69 @@ Json slideJson(const std::optional<SlideView>& slide) {
   return {{"index", slide->index}, {"html", slide->html}};
 }
 
+Json transitionJson(const Transition& transition) {
+  return {{"kind", transition.kind},
+          {"direction", transition.direction},
+          {"throughBlack", transition.throughBlack},
+          {"duration", transition.duration.count()}};
+}
+
+Json progressJson(const std::optional<Progress>& progress) {
+  if (!progress) return nullptr;
+  return {{"caption", progress->caption},
+          {"text", progress->text},
+          {"step", progress->step},
+          {"maximum", progress->maximum}};
+}
+
+/// One rule for all elements, with `part` behind each selector.
+void addRule(std::string& rules, const std::vector<std::string>& ids, std::string_view part,
+             std::string_view declarations) {
+  if (ids.empty()) return;
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    rules.append(i == 0 ? "#" : ",#").append(ids[i]).append(part);
+  }
+  rules.append("{").append(declarations).append("}\n");
+}
+
 }  // namespace
+
+SharedMessage greetingMessage(std::string_view screen) {
+  const Json json = {{"screen", screen}, {"now", epochMilliseconds(std::chrono::system_clock::now())}};
+  return std::make_shared<const Message>(
+      Message{chunk("event: hello\ndata: " + textOf(json) + "\n\n"), false});
+}
 
 SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
                              std::chrono::milliseconds heartbeat) {
-  const Json json = {{"version", version},
-                     {"heartbeat", heartbeat.count()},
-                     {"title", picture.title},
-                     {"width", picture.width},
-                     {"height", picture.height},
-                     {"kiosk", picture.kiosk},
-                     {"blank", blankName(picture.blank)},
-                     {"ended", picture.ended},
-                     {"stylesheet", picture.stylesheet},
-                     {"current", slideJson(picture.current)},
-                     {"next", slideJson(picture.next)}};
+  Json json = {{"version", version},
+               {"heartbeat", heartbeat.count()},
+               {"title", picture.title},
+               {"left", picture.left},
+               {"top", picture.top},
+               {"width", picture.width},
+               {"height", picture.height},
+               {"transparent", picture.isTransparent},
+               {"kiosk", picture.kiosk},
+               {"blank", blankName(picture.blank)},
+               {"ended", picture.ended},
+               {"slideCount", picture.slideCount},
+               {"stylesheet", picture.stylesheet},
+               {"rules", styleRules(picture)},
+               {"transition", transitionJson(picture.transition)},
+               {"progress", progressJson(picture.progress)},
+               {"began", nullptr},
+               {"current", slideJson(picture.current)},
+               {"next", slideJson(picture.next)}};
+  if (picture.began) json["began"] = epochMilliseconds(*picture.began);
   return message("picture", sequence, textOf(json), true);
 }
 
-SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes) {
+SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
+                            const std::function<bool(const ShapeChange&)>& isShown) {
   Json json = Json::array();
   for (const ShapeChange& change : changes) {
-    if (change.html.empty()) continue;
+    if (!isShown(change)) continue;
     json.push_back({{"slide", change.slide}, {"id", change.elementId}, {"html", change.html}});
   }
   return message("shapes", sequence, textOf(json));
@@ -133,6 +174,21 @@ std::string_view blankName(Blank blank) {
       break;
   }
   return "none";
+}
+
+std::string styleRules(const Picture& picture) {
+  std::string rules;
+  addRule(rules, picture.hidden, "", "visibility:hidden");
+  addRule(rules, picture.blanked, " .t", "visibility:hidden");
+  addRule(rules, picture.blanked, " table", "visibility:hidden");
+  addRule(rules, picture.marked, "::after",
+          "content:\"\";position:absolute;top:2px;right:2px;width:8px;height:8px;border-radius:50%;"
+          "background:#d98a00;box-shadow:0 0 0 1px rgba(255,255,255,.6);opacity:.8");
+  return rules;
+}
+
+std::int64_t epochMilliseconds(std::chrono::system_clock::time_point time) {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(time.time_since_epoch()).count();
 }
 
 }  // namespace web

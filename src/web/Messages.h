@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,13 +27,19 @@ using SharedMessage = std::shared_ptr<const Message>;
 
 // For screens:
 
-/// `picture`: everything. {version, heartbeat (ms), title, width, height, kiosk,
-/// blank ("none", "black", "white"), ended, stylesheet, current: {index, html} or
-/// null, next: likewise}
+/// `hello`, without a number: {screen: the name under which it reports its paints,
+/// now: the server's time in ms since 1970}
+SharedMessage greetingMessage(std::string_view screen);
+/// `picture`: everything. {version, heartbeat (ms), title, left, top, width, height,
+/// transparent, kiosk, blank ("none", "black", "white"), ended, stylesheet, rules (a
+/// style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
+/// (ms)}, progress: {caption, text, step, maximum} or null, slideCount, began (ms since
+/// 1970) or null, current: {index, html} or null, next: likewise}
 SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
                              std::chrono::milliseconds heartbeat);
-/// `shapes`: [{slide, id, html}]
-SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes);
+/// `shapes`: [{slide, id, html}] of those changes that `isShown` picks.
+SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
+                            const std::function<bool(const ShapeChange&)>& isShown);
 
 // For programs:
 
@@ -60,5 +67,11 @@ std::string errorJson(std::string_view why);
 
 /// "none", "black", "white"
 std::string_view blankName(Blank blank);
+
+/// The style rules of the present moment: which elements carry a mark or are hidden.
+std::string styleRules(const Picture& picture);
+
+/// ms since 1970
+std::int64_t epochMilliseconds(std::chrono::system_clock::time_point time);
 
 }  // namespace web

@@ -50,6 +50,10 @@ std::string valueOf(std::string_view name, const Picture& picture) {
   if (name == "kiosk") return picture.kiosk ? " data-kiosk" : "";
   if (name == "ended") return picture.ended ? " data-ended" : "";
   if (name == "blank") return std::string(blankName(picture.blank));
+  if (name == "transparent") return picture.isTransparent ? " data-transparent" : "";
+  if (name == "rules") return styleRules(picture);
+  if (name == "left") return number(picture.left);
+  if (name == "top") return number(picture.top);
   if (name == "width") return number(picture.width);
   if (name == "height") return number(picture.height);
   if (name == "current") return frame(picture.current, "class=\"frame current\"");
@@ -61,11 +65,9 @@ std::string valueOf(std::string_view name, const Picture& picture) {
   return "";
 }
 
-}  // namespace
-
-std::string screenPage(const Picture& picture) {
+std::string filled(std::string_view file, const Picture& picture) {
   std::string page;
-  std::string_view rest = clientFile("screen.html")->bytes;
+  std::string_view rest = clientFile(file)->bytes;
   while (true) {
     const std::size_t open = rest.find("{{");
     page += rest.substr(0, open);
@@ -75,5 +77,11 @@ std::string screenPage(const Picture& picture) {
     rest.remove_prefix(close + 2);
   }
 }
+
+}  // namespace
+
+std::string screenPage(const Picture& picture) { return filled("screen.html", picture); }
+
+std::string remotePage(const Picture& picture) { return filled("remote.html", picture); }
 
 }  // namespace web

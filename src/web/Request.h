@@ -13,6 +13,7 @@ struct Request {
   std::string_view origin;
   std::string_view authorization;
   std::string_view ifNoneMatch;
+  std::string_view body;
   /// False for HTTP/1.0, which cannot carry an event stream.
   bool canStream = true;
   /// An empty Origin header is not a missing one.

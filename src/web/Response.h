@@ -1,15 +1,22 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "web/Show.h"
+
 namespace web {
 
-/// The streams that a request can turn its connection into.
-enum class StreamKind { None, Screens, Programs };
+/// The stream that a request turns its connection into.
+struct StreamWanted {
+  bool isScreen = false;
+  /// Of a screen.
+  View view = {};
+};
 
 struct Response {
   int status = 200;
@@ -17,7 +24,7 @@ struct Response {
   /// Shared, as assets are large and sent to many. Never null.
   std::shared_ptr<const std::string> body = std::make_shared<const std::string>();
   /// When set, the rest is ignored and the connection becomes a stream.
-  StreamKind stream = StreamKind::None;
+  std::optional<StreamWanted> stream;
 
   /// An answer that no cache may keep.
   static Response fresh(int status, std::string contentType, std::string body);

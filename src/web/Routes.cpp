@@ -5,8 +5,11 @@
 #include <charconv>
 #include <utility>
 
+#include "web/Broadcast.h"
 #include "web/ClientFiles.h"
 #include "web/Page.h"
+#include "web/Query.h"
+#include "web/Reports.h"
 
 namespace web {
 namespace {
@@ -23,6 +26,9 @@ constexpr std::string_view immutable = "public, max-age=31536000, immutable";
 constexpr std::string_view commandPrefix = "/api/v1/";
 constexpr std::string_view assetPrefix = "/assets/";
 constexpr std::string_view clientPrefix = "/client/";
+constexpr std::string_view slidePrefix = "/slides/";
+constexpr std::string_view reportPrefix = "/api/v1/screens/";
+constexpr std::string_view reportSuffix = "/painted";
 
 std::string machineName() {
   boost::system::error_code nameless;
@@ -43,12 +49,19 @@ Response wrongMethod(std::string_view allowed) {
 
 Response notFound() { return Response::error(404, "There is nothing at this address."); }
 
-Response stream(const Request& request, StreamKind kind) {
-  if (request.method != "GET") return wrongMethod("GET");
-  if (!request.canStream) return Response::error(505, "An event stream needs HTTP/1.1.");
-  Response response;
-  response.stream = kind;
+Response page(std::string html) {
+  Response response = Response::fresh(200, "text/html; charset=utf-8", std::move(html));
+  response.headers.emplace_back("Content-Security-Policy", pagePolicy);
   return response;
+}
+
+Response json(std::string text) { return Response::fresh(200, "application/json", std::move(text)); }
+
+std::optional<int> positiveNumber(std::string_view text) {
+  int number = 0;
+  const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isNumber = failed == std::errc() && end == text.data() + text.size() && number > 0;
+  return isNumber ? std::optional(number) : std::nullopt;
 }
 
 Response unauthorised() {
@@ -63,12 +76,9 @@ Response answerTo(const Outcome& outcome) {
 }
 
 Response answerToGoTo(Show& show, std::string_view number) {
-  int slide = 0;
-  const auto [end, failed] = std::from_chars(number.data(), number.data() + number.size(), slide);
-  if (failed != std::errc() || end != number.data() + number.size() || slide < 1) {
-    return Response::error(400, "goto needs the number of a slide, 1 or more.");
-  }
-  return answerTo(show.goTo(slide));
+  const auto slide = positiveNumber(number);
+  if (!slide) return Response::error(400, "goto needs the number of a slide, 1 or more.");
+  return answerTo(show.goTo(*slide));
 }
 
 /// Content types come out of decks, and a line break would end the header.
@@ -83,8 +93,8 @@ bool isListed(std::string_view tags, std::string_view tag) {
 
 }  // namespace
 
-Routes::Routes(Show& show, const Options& options)
-    : show_(show), options_(options), guard_(options, machineName()) {}
+Routes::Routes(Show& show, Broadcast& broadcast, const Options& options)
+    : show_(show), broadcast_(broadcast), options_(options), guard_(options, machineName()) {}
 
 Response Routes::answer(const Request& request) {
   constexpr std::string_view failure = "The show could not do this; the program's log says why.";
@@ -107,9 +117,15 @@ Response Routes::dispatch(const Request& request) {
   if (request.hosts != 1) return Response::error(400, "A request needs one Host header.");
   if (const auto objection = guard_.objection(request)) return Response::error(403, *objection);
 
-  const std::string_view path = request.target.substr(0, request.target.find('?'));
-  if (path == "/screen/events") return stream(request, StreamKind::Screens);
-  if (path == "/api/v1/events") return stream(request, StreamKind::Programs);
+  std::string_view path = request.target.substr(0, request.target.find('?'));
+  if (path == "/screen/events") return stream(request, true);
+  if (path == "/api/v1/events") return stream(request, false);
+  if (path.starts_with(reportPrefix) && path.ends_with(reportSuffix) &&
+      path.size() > reportPrefix.size() + reportSuffix.size()) {
+    path.remove_prefix(reportPrefix.size());
+    path.remove_suffix(reportSuffix.size());
+    return painted(request, path);
+  }
   if (path.starts_with(commandPrefix)) {
     if (const auto run = command(path.substr(commandPrefix.size()))) {
       if (request.method != "POST") return wrongMethod("POST");
@@ -122,23 +138,71 @@ Response Routes::dispatch(const Request& request) {
 }
 
 Response Routes::get(const Request& request, std::string_view path) {
-  if (path == "/") {
-    Response response = Response::fresh(200, "text/html; charset=utf-8", screenPage(show_.picture()));
-    response.headers.emplace_back("Content-Security-Policy", pagePolicy);
-    return response;
+  if (path == "/") return page(screenPage(show_.picture(viewOf(request))));
+  if (path == "/remote") return page(remotePage(show_.picture(View{})));
+  if (path == "/healthz") return json(R"({"status":"ok"})");
+  if (path == "/readyz") return readyAnswer();
+  if (path == "/metrics") {
+    return Response::fresh(200, "text/plain; version=0.0.4; charset=utf-8",
+                           metricsText(show_.health(), broadcast_, failures_));
   }
-  if (path == "/healthz") return Response::fresh(200, "application/json", R"({"status":"ok"})");
-  if (path == "/api/v1/state") return Response::fresh(200, "application/json", show_.state());
+  if (path == "/api/v1/state") return json(show_.state());
+  if (path == "/api/v1/health") return json(healthJson(show_.health(), broadcast_));
+  if (path.starts_with(slidePrefix)) return slideAnswer(path.substr(slidePrefix.size()));
   if (path.starts_with(clientPrefix)) return clientAnswer(path.substr(clientPrefix.size()));
   if (path.starts_with(assetPrefix)) return assetAnswer(request, path.substr(assetPrefix.size()));
   return notFound();
+}
+
+Response Routes::readyAnswer() {
+  if (show_.health().isReady) return json(R"({"status":"ready"})");
+  return Response::fresh(503, "application/json", R"({"status":"not ready"})");
+}
+
+Response Routes::slideAnswer(std::string_view number) {
+  const auto slide = positiveNumber(number);
+  if (!slide) return notFound();
+  Picture picture = show_.picture(show_.view(*slide, {}));
+  return picture.current ? page(std::move(picture.current->html)) : notFound();
+}
+
+/// An address that makes no sense is a view of nothing: a screen shows no errors.
+View Routes::viewOf(const Request& request) {
+  const auto number = queryField(request.target, "slide");
+  const auto shape = queryField(request.target, "shape");
+  if (!number && !shape) return {};
+  return show_.view(number ? std::optional(positiveNumber(*number).value_or(0)) : std::nullopt,
+                    shape.value_or(""));
+}
+
+Response Routes::stream(const Request& request, bool isScreen) {
+  if (request.method != "GET") return wrongMethod("GET");
+  if (!request.canStream) return Response::error(505, "An event stream needs HTTP/1.1.");
+  Response response;
+  response.stream = StreamWanted{isScreen, isScreen ? viewOf(request) : View{}};
+  return response;
+}
+
+Response Routes::painted(const Request& request, std::string_view screen) {
+  if (request.method != "POST") return wrongMethod("POST");
+  const auto report = parsePaintReport(request.body);
+  if (!report) return Response::error(400, "A report is {\"slide\":3,\"sequence\":17,\"held\":12}.");
+  switch (broadcast_.painted(screen, *report)) {
+    case Broadcast::Reported::Done:
+      break;
+    case Broadcast::Reported::UnknownScreen:
+      return notFound();
+    case Broadcast::Reported::TooOften:
+      return Response::error(429, "This screen has reported a moment ago.");
+  }
+  return Response::done();
 }
 
 Response Routes::clientAnswer(std::string_view path) {
   const std::size_t slash = path.find('/');
   if (slash == std::string_view::npos || path.substr(0, slash) != clientVersion()) return notFound();
   const ClientFile* file = clientFile(path.substr(slash + 1));
-  if (file == nullptr || file->name == "screen.html") return notFound();
+  if (file == nullptr || file->name.ends_with(".html")) return notFound();
   Response response;
   response.headers = {{"Content-Type", std::string(contentType(file->name))},
                       {"Cache-Control", std::string(immutable)}};
@@ -182,7 +246,8 @@ std::function<Response()> Routes::command(std::string_view name) {
   return [this, number = name.substr(goTo.size())] { return answerToGoTo(show_, number); };
 }
 
-void Routes::report(const basic::Error& error) const {
+void Routes::report(const basic::Error& error) {
+  ++failures_;
   if (options_.onError) options_.onError(error);
 }
 

@@ -14,11 +14,13 @@ namespace asio = boost::asio;
 
 Server::Server(asio::io_context& loop, Show& show, Options options)
     : options_(std::make_unique<const Options>(std::move(options))),
-      routes_(std::make_unique<Routes>(show, *options_)),
-      broadcast_(std::make_shared<Broadcast>(loop, show, *options_)) {
+      broadcast_(std::make_shared<Broadcast>(loop, show, *options_)),
+      routes_(std::make_unique<Routes>(show, *broadcast_, *options_)) {
   listener_ = std::make_shared<Listener>(
       loop, *options_, [this](const Request& request) { return routes_->answer(request); },
-      [this](asio::ip::tcp::socket socket, StreamKind kind) { broadcast_->open(std::move(socket), kind); },
+      [this](asio::ip::tcp::socket socket, const StreamWanted& wanted) {
+        broadcast_->open(std::move(socket), wanted);
+      },
       [this] { return screens() + programs(); });
   port_ = listener_->endpoint().port();
   broadcast_->start();
@@ -43,9 +45,13 @@ std::string Server::url() const {
   return "http://" + name + ':' + std::to_string(port_) + '/';
 }
 
-void Server::slideChanged() { broadcast_->slideChanged(); }
+void Server::slideChanged(Time changed) { broadcast_->slideChanged(changed); }
 
-void Server::shapesChanged(const std::vector<ShapeChange>& changes) { broadcast_->shapesChanged(changes); }
+void Server::pictureChanged(Time changed) { broadcast_->pictureChanged(changed); }
+
+void Server::shapesChanged(const std::vector<ShapeChange>& changes, Time changed) {
+  broadcast_->shapesChanged(changes, changed);
+}
 
 std::size_t Server::screens() const { return broadcast_->screens(); }
 

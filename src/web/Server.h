@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -39,12 +40,19 @@ class Server {
   /// Where a browser on this machine finds the screen: "http://127.0.0.1:8080/".
   [[nodiscard]] std::string url() const;
 
-  /// Tells every stream that the picture has changed other than by
-  /// shapesChanged(): another slide, another deck, a blank screen, the end. What
-  /// Show::picture() throws passes through.
-  void slideChanged();
+  using Time = std::chrono::steady_clock::time_point;
+
+  // `changed` is when the cause happened; the paints' delays count from there.
+
+  /// Tells programs and the screens that follow the show of another slide on show, or
+  /// another next one. What Show::picture() throws passes through.
+  void slideChanged(Time changed = std::chrono::steady_clock::now());
+  /// Tells every stream that the picture has changed other than by slideChanged() and
+  /// shapesChanged(): a blank screen, the end, old data. As above.
+  void pictureChanged(Time changed = std::chrono::steady_clock::now());
   /// Tells every stream of these shapes, in one message.
-  void shapesChanged(const std::vector<ShapeChange>& changes);
+  void shapesChanged(const std::vector<ShapeChange>& changes,
+                     Time changed = std::chrono::steady_clock::now());
 
   /// Streams open at present.
   [[nodiscard]] std::size_t screens() const;
@@ -57,8 +65,8 @@ class Server {
 
  private:
   const std::unique_ptr<const Options> options_;
-  std::unique_ptr<Routes> routes_;
   std::shared_ptr<Broadcast> broadcast_;
+  std::unique_ptr<Routes> routes_;
   std::shared_ptr<Listener> listener_;
   std::uint16_t port_ = 0;
 };

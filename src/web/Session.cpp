@@ -20,7 +20,7 @@ namespace http = beast::http;
 using beast::error_code;
 
 constexpr std::uint32_t headerLimit = 16 * 1024;
-/// No request of ours has a body; a client's habit of sending "{}" is let pass.
+/// Only the reports of screens have a body, a short one.
 constexpr std::uint64_t bodyLimit = 16 * 1024;
 constexpr std::chrono::seconds lingerTime{2};
 
@@ -92,11 +92,12 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     request.hasOrigin = message.count(http::field::origin) > 0;
     request.authorization = field(http::field::authorization);
     request.ifNoneMatch = field(http::field::if_none_match);
+    request.body = message.body();
     request.canStream = message.version() >= 11;
 
     Response response = owner_.answer(request);
     if (closed_) return;
-    if (response.stream == StreamKind::None) {
+    if (!response.stream) {
       return write(std::move(response), message.version(), message.keep_alive() && !finishing_,
                    message.method() == http::verb::head);
     }
@@ -104,7 +105,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     const auto self = shared_from_this();
     closed_ = true;
     owner_.left(*this);
-    owner_.stream(std::move(socket), response.stream);
+    owner_.stream(std::move(socket), *response.stream);
   }
 
   void write(Response response, unsigned version, bool keepAlive, bool headOnly) {

@@ -20,7 +20,7 @@ class Session {
     std::function<Response(const Request&)> answer;
     /// Takes over the socket of a connection that becomes a stream. Comes after
     /// `left`.
-    std::function<void(boost::asio::ip::tcp::socket, StreamKind)> stream;
+    std::function<void(boost::asio::ip::tcp::socket, const StreamWanted&)> stream;
     /// The connection has ended by itself.
     std::function<void(Session&)> left;
   };

@@ -1,14 +1,57 @@
 #pragma once
 
+#include <chrono>
+#include <compare>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace web {
 
 /// What covers the slide on every screen.
 enum class Blank { None, Black, White };
+
+/// What a screen looks at.
+struct View {
+  enum class Kind {
+    /// The slide on show, wherever the show goes.
+    Show,
+    /// One slide, wherever the show stands.
+    Slide,
+    /// One shape of one slide on a transparent ground.
+    Shape,
+  };
+  Kind kind = Kind::Show;
+  /// Of Slide and Shape, from 1; 0 when the deck has none such.
+  int slide = 0;
+  /// Of Shape.
+  std::string elementId;
+
+  friend auto operator<=>(const View&, const View&) = default;
+};
+
+/// How a slide takes the place of the one before.
+struct Transition {
+  /// "none", "fade", "push", "wipe", "split", "cover", "uncover" or "cut".
+  std::string kind = "none";
+  /// Where the movement goes, as compass points of the screen: "l", "r", "u", "d",
+  /// "lu" and so on; for "split": "horz-in", "horz-out", "vert-in", "vert-out".
+  std::string direction;
+  bool throughBlack = false;
+  std::chrono::milliseconds duration{0};
+};
+
+/// How far the opening of a show has come.
+struct Progress {
+  std::string caption;
+  std::string text;
+  int step = 0;
+  int maximum = 0;
+};
 
 /// A slide as screens draw it.
 struct SlideView {
@@ -24,7 +67,10 @@ struct SlideView {
 struct Picture {
   /// Plain text; becomes the window's title.
   std::string title;
-  /// The slide's natural size in CSS px, above 0.
+  /// What is shown of the slide, in CSS px of its natural size: all of it, or where
+  /// the one shape lies. Sizes are above 0.
+  double left = 0;
+  double top = 0;
   double width = 960;
   double height = 540;
   int slideCount = 0;
@@ -36,10 +82,22 @@ struct Picture {
   /// Name of the asset that holds the slides' styles; empty for none.
   std::string stylesheet;
   Blank blank = Blank::None;
+  /// Nothing behind the slide, for pictures that other programs put this one upon.
+  bool isTransparent = false;
   /// A kiosk show: no pointer, no keys but Escape.
   bool kiosk = false;
   /// The show is over: black, with a line that says so.
   bool ended = false;
+  /// How the current slide comes in.
+  Transition transition;
+  /// Ids of elements that carry the sign for old data, whose text is withheld, and
+  /// that are not seen at all.
+  std::vector<std::string> marked;
+  std::vector<std::string> blanked;
+  std::vector<std::string> hidden;
+  /// While the show is being opened.
+  std::optional<Progress> progress;
+  std::optional<std::chrono::system_clock::time_point> began;
 };
 
 /// One shape after a change.
@@ -49,12 +107,14 @@ struct ShapeChange {
   /// Id of its element; see SlideView::html.
   std::string elementId;
   /// The whole element, escaped like SlideView::html. Empty when no screen
-  /// holds the slide (it is neither current nor next): then only programs hear
+  /// holds the slide (it is not current, next or watched): then only programs hear
   /// of the change.
   std::string html;
   /// The shape's name and text, plain, for programs.
   std::string name;
   std::string text;
+  /// Whether the slide is the current or the next one.
+  bool isMirrored = true;
 };
 
 /// A file that pages refer to.
@@ -81,6 +141,37 @@ class Outcome {
   std::optional<std::string> why_;
 };
 
+/// How a source of data does.
+struct ConnectionHealth {
+  using Time = std::chrono::system_clock::time_point;
+  /// "001"
+  std::string number;
+  std::string description;
+  std::int64_t rows = 0;
+  /// The time between two readings, in seconds.
+  double interval = 0;
+  /// Seconds since it last delivered; nothing: it never did.
+  std::optional<double> age;
+  std::optional<Time> lastSuccess;
+  std::optional<Time> lastErrorTime;
+  /// Without passwords.
+  std::string lastError;
+  /// A slide on show, or the next one, needs it, so that it is being read.
+  bool isUsed = false;
+  /// In use, and without delivery for longer than three intervals.
+  bool isStale = false;
+  std::uint64_t deliveries = 0;
+  std::uint64_t failures = 0;
+};
+
+struct Health {
+  /// The show runs, and its first slide has been rendered.
+  bool isReady = false;
+  /// 0 when no slide is on show.
+  int position = 0;
+  std::vector<ConnectionHealth> connections;
+};
+
 /// The running show, as the server sees it. The program implements it.
 ///
 /// Every function is called on the thread of the server's io_context and must
@@ -94,7 +185,13 @@ class Show {
 
   /// The whole state for programs as one JSON text.
   virtual std::string state() = 0;
-  virtual Picture picture() = 0;
+  /// The view that an address asks for. A slide or shape that the deck lacks gives
+  /// a view of nothing; a shape without a slide is the first of that name.
+  virtual View view(std::optional<int> slide, std::string_view shape) = 0;
+  virtual Picture picture(const View& view) = 0;
+  /// From now on these slides are looked at wherever the show stands.
+  virtual void watch(const std::set<int>& slides) = 0;
+  virtual Health health() = 0;
   /// The asset of that name. A name stands for the same bytes for ever (it is
   /// best made from their hash), as browsers keep them for a year without asking.
   virtual std::optional<Asset> asset(std::string_view name) = 0;

@@ -156,6 +156,10 @@ std::optional<Event> Client::takeEvent() {
     if (line.starts_with("data: ")) event.data += (event.data.empty() ? "" : "\n") + line.substr(6);
   }
   text_.erase(0, end + 2);
+  if (event.name == "hello") {
+    hello_ = event.data;
+    return takeEvent();
+  }
   return event;
 }
 

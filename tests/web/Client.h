@@ -52,6 +52,8 @@ class Client {
   Event event();
   /// The events that have arrived whole, without waiting.
   std::vector<Event> events();
+  /// What the server said first on a screen's stream; event() leaves it out.
+  [[nodiscard]] const std::string& hello() const { return hello_; }
   /// Whether the stream's last chunk has come.
   [[nodiscard]] bool isComplete() const { return complete_; }
   void close() { socket_.close(); }
@@ -65,6 +67,7 @@ class Client {
   std::string received_;
   /// The stream's text so far, without the chunks around it.
   std::string text_;
+  std::string hello_;
   bool headRead_ = false;
   bool complete_ = false;
   bool cut_ = false;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,10 @@ class FakeShow : public Show {
   std::string stateText = R"({"running":true})";
   std::map<std::string, Asset, std::less<>> assets;
   std::vector<std::string> commands;
+  std::set<int> watched;
+  /// How often each view was asked for.
+  std::map<View, int> pictures;
+  Health condition;
   /// What commands are refused with; empty: they are done.
   std::string refusal;
   bool broken = false;
@@ -30,7 +36,23 @@ class FakeShow : public Show {
   }
 
   std::string state() override { return checked(stateText); }
-  Picture picture() override { return checked(shown); }
+  View view(std::optional<int> slide, std::string_view shape) override {
+    const int known = slide.value_or(1) <= shown.slideCount ? slide.value_or(1) : 0;
+    if (shape.empty()) return {View::Kind::Slide, known, {}};
+    return {View::Kind::Shape, known, "s" + std::to_string(known) + "-" + std::string(shape)};
+  }
+  Picture picture(const View& view) override {
+    ++pictures[view];
+    Picture picture = checked(shown);
+    if (view.kind == View::Kind::Show) return picture;
+    picture.next.reset();
+    picture.current.reset();
+    picture.isTransparent = view.kind == View::Kind::Shape;
+    if (view.slide > 0) picture.current = SlideView{view.slide, "<section>pinned</section>"};
+    return picture;
+  }
+  void watch(const std::set<int>& slides) override { watched = slides; }
+  Health health() override { return checked(condition); }
   std::optional<Asset> asset(std::string_view name) override {
     const auto found = assets.find(name);
     return found == assets.end() ? std::nullopt : std::optional(found->second);

@@ -47,12 +47,12 @@ TEST_F(ServerTest, ServesThePageWithThePresentSlideInIt) {
 
 TEST_F(ServerTest, ServesEveryFileThatThePageAndItsScriptsName) {
   Client client = connect();
-  std::vector<std::string> open = {"/"};
+  std::vector<std::string> open = {"/", "/remote"};
   std::size_t scripts = 0;
   for (std::size_t i = 0; i < open.size(); ++i) {
     const Answer file = client.get(open[i]);
     ASSERT_EQ(200, file.status) << open[i];
-    EXPECT_EQ(i > 0, file.headers.at("Cache-Control").ends_with("immutable")) << open[i];
+    EXPECT_EQ(i > 1, file.headers.at("Cache-Control").ends_with("immutable")) << open[i];
     if (file.headers.at("Content-Type").starts_with("text/javascript")) ++scripts;
     const std::regex name(R"re((?:src|href|from)[= ]"(?:\./|/(client/[^"]*/))([a-z]+\.[a-z]+)")re");
     for (std::sregex_iterator found(file.body.begin(), file.body.end(), name), none; found != none; ++found) {

@@ -1,29 +1,38 @@
 // The screen: draws what the server's event stream says. It never shows an
 // error; while the server is away, the last picture stands.
 
+import { isAwake } from "./awake.js";
+import { commander, takeToken } from "./commands.js";
 import { listenToKeys } from "./keys.js";
 import { hidePointerWhenIdle } from "./pointer.js";
+import { reporter } from "./reports.js";
+import { changeShapes, currentSlide, showPicture } from "./slides.js";
 import { fitStage } from "./stage.js";
-import { changeShapes, showPicture } from "./slides.js";
 import { openStream } from "./stream.js";
-import { commander, takeToken } from "./commands.js";
+import { showProgress } from "./waiting.js";
 
 const page = document.documentElement;
+const reports = reporter();
 
 // One event after the other, also when one has to wait for a file.
 let queue = Promise.resolve();
 function inTurn(handler) {
-  return (data) => {
-    queue = queue.then(() => handler(data)).catch((error) => console.error(error));
+  return (data, sequence, isNext) => {
+    queue = queue
+      .then(() => handler(data, isNext))
+      .then(() => reports.changed(currentSlide(), sequence))
+      .catch((error) => console.error(error));
   };
 }
 
-async function show(picture) {
+async function show(picture, isNext) {
   if (picture.version !== page.dataset.version) reloadFor(picture.version);
   if (document.title !== picture.title) document.title = picture.title;
-  await showPicture(picture);
+  await showPicture(picture, isNext && isAwake());
+  showProgress(picture.progress);
   page.toggleAttribute("data-kiosk", picture.kiosk);
   page.toggleAttribute("data-ended", picture.ended);
+  page.toggleAttribute("data-transparent", picture.transparent);
   page.dataset.blank = picture.blank;
 }
 
@@ -40,7 +49,11 @@ async function reloadFor(version) {
 
 fitStage();
 hidePointerWhenIdle();
-openStream("/screen/events", { picture: inTurn(show), shapes: inTurn(changeShapes) });
+openStream(`/screen/events${location.search}`, {
+  hello: ({ screen }) => reports.named(screen),
+  picture: inTurn(show),
+  shapes: inTurn(changeShapes),
+});
 listenToKeys({
   send: commander(takeToken()),
   isKiosk: () => page.hasAttribute("data-kiosk"),

@@ -1,6 +1,8 @@
 // The slides on the stage: the current one in front, the next one loaded behind
 // it. An element is touched only when it has changed.
 
+import { finishTransition, playTransition } from "./transitions.js";
+
 const longestLoad = 10000;
 const stage = document.getElementById("stage");
 
@@ -79,17 +81,31 @@ function playMedia(frame, isCurrent) {
   }
 }
 
-function swapTo(picture) {
-  stage.style.setProperty("--slide-width", `${picture.width}px`);
-  stage.style.setProperty("--slide-height", `${picture.height}px`);
+// Frames that hold neither the current nor the next slide go, once they have left.
+let wanted = [];
+function dropOthers() {
+  for (const frame of [...stage.children]) {
+    if (!wanted.includes(frame) && !frame.classList.contains("leaving")) frame.remove();
+  }
+}
+
+function swapTo(picture, isAnimated) {
+  const before = stage.querySelector(".frame.current");
+  const isOther = picture.current && before?.firstElementChild.id !== `s${picture.current.index}`;
+  if (isOther || !picture.current) finishTransition();
+  for (const side of ["left", "top", "width", "height"]) {
+    stage.style.setProperty(`--slide-${side}`, `${picture[side]}px`);
+  }
   const current = frameFor(picture.current);
   const next = frameFor(picture.next);
-  for (const frame of [...stage.children]) {
+  for (const frame of stage.children) {
     frame.classList.toggle("current", frame === current);
     frame.inert = frame !== current;
     playMedia(frame, frame === current);
-    if (frame !== current && frame !== next) frame.remove();
   }
+  wanted = [current, next];
+  if (isOther && isAnimated && before) playTransition(before, current, picture.transition, dropOthers);
+  dropOthers();
 }
 
 // The link to the slides' styles. Another deck's are loaded before its slides
@@ -115,7 +131,15 @@ async function useStylesheet(name) {
   }
 }
 
-export async function showPicture(picture) {
+// Draws a picture; `isAnimated` lets another slide come in by its transition.
+export async function showPicture(picture, isAnimated) {
   await useStylesheet(picture.stylesheet);
-  swapTo(picture);
+  const rules = document.getElementById("rules");
+  if (rules.textContent !== picture.rules) rules.textContent = picture.rules;
+  swapTo(picture, isAnimated);
+}
+
+// The slide on the stage; 0 for none.
+export function currentSlide() {
+  return Number(stage.querySelector(".frame.current > .slide")?.id.slice(1) ?? 0);
 }

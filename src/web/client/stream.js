@@ -4,7 +4,9 @@
 const firstPause = 500;
 const longestPause = 15000;
 
-export function openStream(url, { picture, shapes }) {
+// `picture` and `shapes` are called with the event's data, its number, and whether it
+// follows straight on what came before; `hello` with what the server says first.
+export function openStream(url, { hello, picture, shapes }) {
   let source;
   let number;
   let failures = 0;
@@ -16,13 +18,18 @@ export function openStream(url, { picture, shapes }) {
     source = new EventSource(url);
     source.onerror = reconnect;
     source.addEventListener("beat", heard);
+    source.addEventListener("hello", (event) => {
+      number = undefined;
+      hello?.(JSON.parse(event.data));
+    });
     source.addEventListener("picture", (event) => {
       const data = JSON.parse(event.data);
       failures = 0;
+      const isNext = Number(event.lastEventId) === number + 1;
       number = Number(event.lastEventId);
       longestSilence = 3 * data.heartbeat;
       heard();
-      picture(data);
+      picture(data, number, isNext);
     });
     source.addEventListener("shapes", (event) => {
       heard();
@@ -30,7 +37,7 @@ export function openStream(url, { picture, shapes }) {
         connect(); // something is missing: the new stream begins with everything
         return;
       }
-      shapes(JSON.parse(event.data));
+      shapes(JSON.parse(event.data), number, true);
     });
     heard();
   }

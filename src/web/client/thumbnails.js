@@ -1,0 +1,69 @@
+// Small pictures of all slides, fetched when they come into sight, each in a tree of
+// its own, as ids occur on the stage as well.
+
+const oldest = 3000;
+
+export function thumbnails(container, choose) {
+  const buttons = new Map();
+  const styles = document.querySelector("#slide-styles");
+
+  async function load(button) {
+    if (Date.now() - (button.loadedAt ?? 0) < oldest) return;
+    button.loadedAt = Date.now();
+    const answer = await fetch(`/slides/${button.dataset.slide}`).catch(() => null);
+    if (!answer?.ok) return;
+    const html = await answer.text();
+    button.tree ??= button.firstElementChild.attachShadow({ mode: "open" });
+    if (button.html === html) return;
+    button.html = html;
+    button.tree.innerHTML = html;
+    if (styles) button.tree.prepend(styles.cloneNode());
+  }
+
+  const inSight = new IntersectionObserver(
+    (entries) => {
+      for (const { target, isIntersecting } of entries) {
+        target.isInSight = isIntersecting;
+        if (isIntersecting) load(target);
+      }
+    },
+    { root: container, rootMargin: "120px" },
+  );
+
+  function add(slide) {
+    const button = document.createElement("button");
+    button.type = "button";
+    button.className = "thumbnail";
+    button.dataset.slide = slide;
+    button.ariaLabel = `Slide ${slide}`;
+    button.append(document.createElement("div"), document.createElement("span"));
+    button.lastElementChild.textContent = slide;
+    button.addEventListener("click", () => choose(slide));
+    buttons.set(slide, button);
+    container.append(button);
+    inSight.observe(button);
+  }
+
+  return {
+    count(slides) {
+      for (let slide = buttons.size + 1; slide <= slides; ++slide) add(slide);
+      for (const [slide, button] of buttons) {
+        if (slide <= slides) continue;
+        button.remove();
+        buttons.delete(slide);
+      }
+    },
+    mark(current, hidden) {
+      for (const [slide, button] of buttons) {
+        const isCurrent = slide === current;
+        if (isCurrent && button.ariaCurrent !== "true") button.scrollIntoView({ block: "nearest" });
+        button.ariaCurrent = isCurrent;
+        button.classList.toggle("hidden", hidden.includes(slide));
+      }
+    },
+    // Those in sight that have grown old.
+    renew() {
+      for (const button of buttons.values()) if (button.isInSight) load(button);
+    },
+  };
+}

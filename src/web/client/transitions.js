@@ -1,0 +1,74 @@
+// How one slide takes the place of another. Directions say where the movement goes.
+
+const start = { l: [1, 0], r: [-1, 0], u: [0, 1], d: [0, -1], lu: [1, 1], ru: [-1, 1], ld: [1, -1], rd: [-1, -1] };
+const shift = ([x, y]) => `translate(${x * 100}%, ${y * 100}%)`;
+const still = "translate(0, 0)";
+const whole = "inset(0)";
+const wipes = {
+  l: "inset(0 0 0 100%)",
+  r: "inset(0 100% 0 0)",
+  u: "inset(100% 0 0 0)",
+  d: "inset(0 0 100% 0)",
+};
+
+const kinds = {
+  fade: () => ({ entering: { opacity: [0, 1] } }),
+  push: (direction) => {
+    const [x, y] = start[direction];
+    return {
+      entering: { transform: [shift([x, y]), still] },
+      leaving: { transform: [still, shift([-x, -y])] },
+    };
+  },
+  cover: (direction) => ({ entering: { transform: [shift(start[direction]), still] } }),
+  uncover: (direction) => {
+    const [x, y] = start[direction];
+    return { leaving: { transform: [still, shift([-x, -y])] }, isLeavingAbove: true };
+  },
+  wipe: (direction) => ({ entering: { clipPath: [wipes[direction] ?? wipes.l, whole] } }),
+  split: (direction) => {
+    const [way, sense] = direction.split("-");
+    const closed = way === "horz" ? "inset(50% 0)" : "inset(0 50%)";
+    return sense === "in"
+      ? { leaving: { clipPath: [whole, closed] }, isLeavingAbove: true }
+      : { entering: { clipPath: [closed, whole] } };
+  },
+  cut: () => null,
+  none: () => null,
+};
+const throughBlack = {
+  fade: { entering: { opacity: [0, 0, 1] }, leaving: { opacity: [1, 0, 0] } },
+  cut: {
+    entering: { opacity: [0, 0, 1, 1], offset: [0, 0.5, 0.5, 1] },
+    leaving: { opacity: [1, 0, 0], offset: [0, 0.01, 1] },
+  },
+};
+
+const motion = matchMedia("(prefers-reduced-motion: reduce)");
+let finish = () => {};
+
+// Ends the transition that is under way, if one is.
+export function finishTransition() {
+  finish();
+}
+
+// Moves from one frame to the other; `done` is called once, when it is over.
+export function playTransition(leaving, entering, { kind, direction, duration, throughBlack: isThroughBlack }, done) {
+  const plan = isThroughBlack ? throughBlack[kind] : (kinds[kind] ?? kinds.fade)(direction);
+  if (!plan || !(duration > 0) || motion.matches) return done();
+  const timing = { duration, easing: plan.entering?.opacity ? "linear" : "ease-in-out", fill: "both" };
+  leaving.classList.add("leaving");
+  leaving.classList.toggle("above", Boolean(plan.isLeavingAbove));
+  const animations = [
+    plan.leaving && leaving.animate(plan.leaving, timing),
+    plan.entering && entering.animate(plan.entering, timing),
+  ].filter(Boolean);
+  finish = () => {
+    finish = () => {};
+    for (const animation of animations) animation.cancel();
+    leaving.classList.remove("leaving", "above");
+    done();
+  };
+  const own = finish;
+  animations[0].onfinish = () => finish === own && finish();
+}
