@@ -40,7 +40,8 @@ class RunningShow {
     writeData(0, 0);
     connect_.OnConnection(application_, AddInDesigner::ConnectMode::Startup, std::make_shared<Entry>());
     deck_ = application_->open((folder_ / "deck.pptx").string());
-    live_ = std::make_unique<app::LiveShow>(*application_, deck_, environment_.loop());
+    live_ = std::make_unique<app::LiveShow>(
+        *application_, deck_, environment_.loop(), [] { return nullptr; }, app::LiveShowOptions{});
     web::Options options;
     options.port = 0;
     server_ = std::make_unique<web::Server>(environment_.loop().context(), *live_, options);

@@ -168,8 +168,12 @@ void LiveShow::linksUpdated() {
   wholePictureChanged();
 }
 
-void LiveShow::slideChanged() { slidePictureChanged(); }
+void LiveShow::slideChanged() {
+  if (show_) builtBefore_ = show_->builtSteps();
+  slidePictureChanged();
+}
 void LiveShow::blankChanged() { wholePictureChanged(); }
+void LiveShow::buildChanged() { slidePictureChanged(); }
 
 void LiveShow::ended() {
   lookout_->Enabled(false);
@@ -216,6 +220,7 @@ void LiveShow::flush() {
   } else if (slide) {
     server_->slideChanged(changed);
   }
+  builtBefore_ = show_ ? show_->builtSteps() : 0;
 }
 
 void LiveShow::sendShapes(web::Server::Time changed) {

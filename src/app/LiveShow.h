@@ -72,6 +72,7 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   void linksUpdated() override;
   void slideChanged() override;
   void blankChanged() override;
+  void buildChanged() override;
   void ended() override;
 
   web::Outcome command(const std::function<void()>& action);
@@ -85,6 +86,7 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   web::SlideView shapeAlone(const web::View& view, web::Picture& picture);
   void showCurrent(web::Picture& picture);
   void addStale(web::Picture& picture, int slide) const;
+  void addBuilds(web::Picture& picture, int slide) const;
   void lookForStaleData();
   void slidePictureChanged();
   void wholePictureChanged();
@@ -113,6 +115,8 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   std::unique_ptr<host::Timer> lookout_;
   std::optional<std::chrono::system_clock::time_point> began_;
   bool hasRendered_ = false;
+  /// How far the slide on show was built up when it was last looked at.
+  std::size_t builtBefore_ = 0;
   std::set<std::pair<int, std::uint32_t>> changedShapes_;
   /// What the screens that follow the show draw, and what all of them draw.
   bool slidePictureChanged_ = false;

@@ -140,6 +140,7 @@ void LiveShow::showCurrent(web::Picture& picture) {
   if (const auto current = currentSlide()) {
     picture.current = page(*current);
     picture.transition = toWeb(deck::transitionOf(presentation_->slidePart(*current)));
+    addBuilds(picture, *current);
   } else if (isRunning() && show_->isEmpty()) {
     picture.current = web::SlideView{0, renderer_.backdrop(1)};
   }
@@ -178,6 +179,18 @@ void LiveShow::addStale(web::Picture& picture, int slide) const {
                      : isText                              ? picture.blanked
                                                            : picture.hidden;
     elements.push_back(elementId(slide, shape.id));
+  }
+}
+
+void LiveShow::addBuilds(web::Picture& picture, int slide) const {
+  if (slide != show_->position()) return;
+  const deck::Builds& builds = show_->builds();
+  const std::size_t built = show_->builtSteps();
+  for (const std::uint32_t id : builds.hiddenAfter(built)) picture.hidden.push_back(elementId(slide, id));
+  if (built != builtBefore_ + 1) return;
+  for (const deck::BuildEffect& effect : builds.step(built - 1)) {
+    picture.builds.push_back({elementId(slide, effect.shapeId), effect.isEntrance, effect.kind,
+                              effect.direction, std::chrono::milliseconds(effect.milliseconds)});
   }
 }
 

@@ -141,6 +141,7 @@ std::optional<std::int32_t> SlideShow::following() const {
 void SlideShow::next() {
   if (!isRunning_) return;
   if (isAtEnd()) return end();
+  if (builtSteps_ < builds_.steps()) return build(builtSteps_ + 1);
   if (const auto place = visibleAfter(place_)) return show(*place);
   const bool anyVisible = isVisible(place_) || visibleBefore(place_);
   if (!loops_ && anyVisible) return showEnd();
@@ -149,8 +150,9 @@ void SlideShow::next() {
 
 void SlideShow::previous() {
   if (!isRunning_) return;
+  if (!isAtEnd() && builtSteps_ > 0) return build(builtSteps_ - 1);
   const auto place = isAtEnd() && isVisible(place_) ? std::optional(place_) : visibleBefore(place_);
-  if (place) show(*place);
+  if (place) show(*place, Built::Everything);
 }
 
 void SlideShow::first() {
@@ -173,14 +175,25 @@ void SlideShow::goTo(std::int32_t slideIndex) {
   changeTo(slideIndex);
 }
 
-void SlideShow::show(std::size_t place) {
+void SlideShow::show(std::size_t place, Built built) {
   place_ = place;
   wasChosen_ = false;
-  changeTo(order_[place]);
+  changeTo(order_[place], built);
 }
 
-void SlideShow::changeTo(std::int32_t position) {
+void SlideShow::build(std::size_t steps) {
+  builtSteps_ = steps;
+  if (listener_ != nullptr) listener_->buildChanged();
+}
+
+bool SlideShow::goesOnByItself() const {
+  return usesTimings_ && SlideShowTransition(presentation_, position_).AdvanceOnTime();
+}
+
+void SlideShow::changeTo(std::int32_t position, Built built) {
   position_ = position;
+  builds_ = isKiosk_ || goesOnByItself() ? Builds() : Builds(presentation_->slidePart(position));
+  builtSteps_ = built == Built::Everything ? builds_.steps() : 0;
   blank(Blank::None);
   startTiming();
   application_.raise<PowerPoint::SlideShowWindow>(&ApplicationEvents::SlideShowNextSlide, shared_from_this());
@@ -189,6 +202,8 @@ void SlideShow::changeTo(std::int32_t position) {
 
 void SlideShow::showEnd() {
   position_ = presentation_->slideCount() + 1;
+  builds_ = {};
+  builtSteps_ = 0;
   blank(Blank::None);
   timing_->Enabled(false);
   if (listener_ != nullptr) listener_->slideChanged();
@@ -227,9 +242,8 @@ void SlideShow::leaveHiddenSlide() {
 
 void SlideShow::startTiming() {
   timing_->Enabled(false);
-  if (!usesTimings_ || isAtEnd() || blank_ != Blank::None) return;
+  if (isAtEnd() || blank_ != Blank::None || !goesOnByItself()) return;
   const SlideShowTransition transition(presentation_, position_);
-  if (!transition.AdvanceOnTime()) return;
   constexpr double Longest = std::numeric_limits<std::int32_t>::max();
   const double milliseconds = std::clamp(std::round(transition.AdvanceTime() * 1000.0), 1.0, Longest);
   timing_->Interval(static_cast<std::int32_t>(milliseconds));

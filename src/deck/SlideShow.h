@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "deck/Application.h"
+#include "deck/Builds.h"
 #include "deck/Presentation.h"
 #include "host/services.h"
 
@@ -19,6 +20,8 @@ class SlideShowListener {
   /// Another slide, or the black end slide, is on show.
   virtual void slideChanged() = 0;
   virtual void blankChanged() = 0;
+  /// The slide on show has been built up further, or back.
+  virtual void buildChanged() = 0;
   virtual void ended() = 0;
 };
 
@@ -71,16 +74,20 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   [[nodiscard]] Blank blank() const { return blank_; }
   [[nodiscard]] PowerPoint::SlideShowPointerType pointer() const { return pointer_; }
   void pointer(PowerPoint::SlideShowPointerType type) { pointer_ = type; }
-  /// The slide that next() would show; nothing when that is the end slide or
+  /// What clicks build up on the slide on show, and how many have. Nobody clicks in a
+  /// kiosk, nor on a slide that goes on by itself: there slides are complete.
+  [[nodiscard]] const Builds& builds() const { return builds_; }
+  [[nodiscard]] std::size_t builtSteps() const { return builtSteps_; }
+  /// The slide that next() would show once the present one is built up; nothing when that is the end slide or
   /// there is nowhere to go.
   [[nodiscard]] std::optional<std::int32_t> following() const;
 
   // Once the show has ended these do nothing.
 
-  /// The next visible slide. Behind the last one a looping show begins anew, any
+  /// The slide's next step, or the next visible slide. Behind the last one a looping show begins anew, any
   /// other shows the black end slide, and behind that it ends.
   void next();
-  /// The visible slide before; on the first one nothing happens.
+  /// One step back, or the visible slide before, complete; on the first one nothing happens.
   void previous();
   void first();
   void last();
@@ -104,8 +111,11 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   [[nodiscard]] std::optional<std::size_t> visibleBefore(std::size_t place) const;
   [[nodiscard]] std::optional<std::size_t> placeOf(std::int32_t slideIndex) const;
   void start(std::optional<std::int32_t> startSlide);
-  void show(std::size_t place);
-  void changeTo(std::int32_t position);
+  enum class Built { Nothing, Everything };
+  void show(std::size_t place, Built built = Built::Nothing);
+  void changeTo(std::int32_t position, Built built = Built::Nothing);
+  void build(std::size_t steps);
+  [[nodiscard]] bool goesOnByItself() const;
   void showEnd();
   void leaveHiddenSlide();
   void startTiming();
@@ -116,6 +126,8 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   std::vector<std::int32_t> order_;  // slide indices in the order of the show
   std::size_t place_ = 0;            // in order_, of the slide on show or the one shown before it
   std::int32_t position_ = 1;
+  Builds builds_;
+  std::size_t builtSteps_ = 0;
   bool wasChosen_ = false;  // by number, hidden or not
   bool isRunning_ = true;
   bool isKiosk_ = false;

@@ -52,6 +52,18 @@ Json transitionJson(const Transition& transition) {
           {"duration", transition.duration.count()}};
 }
 
+Json buildsJson(const std::vector<BuildMotion>& builds) {
+  Json json = Json::array();
+  for (const BuildMotion& motion : builds) {
+    json.push_back({{"id", motion.elementId},
+                    {"isEntrance", motion.isEntrance},
+                    {"kind", motion.kind},
+                    {"direction", motion.direction},
+                    {"duration", motion.duration.count()}});
+  }
+  return json;
+}
+
 Json progressJson(const std::optional<Progress>& progress) {
   if (!progress) return nullptr;
   return {{"caption", progress->caption},
@@ -95,6 +107,7 @@ SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std
                {"stylesheet", picture.stylesheet},
                {"rules", styleRules(picture)},
                {"transition", transitionJson(picture.transition)},
+               {"builds", buildsJson(picture.builds)},
                {"progress", progressJson(picture.progress)},
                {"began", nullptr},
                {"current", slideJson(picture.current)},

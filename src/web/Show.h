@@ -45,6 +45,17 @@ struct Transition {
   std::chrono::milliseconds duration{0};
 };
 
+/// How an element comes or goes by a click.
+struct BuildMotion {
+  std::string elementId;
+  bool isEntrance = true;
+  /// "appear", "fade", "wipe" or "fly".
+  std::string kind;
+  /// As Transition::direction.
+  std::string direction;
+  std::chrono::milliseconds duration{0};
+};
+
 /// How far the opening of a show has come.
 struct Progress {
   std::string caption;
@@ -95,6 +106,8 @@ struct Picture {
   std::vector<std::string> marked;
   std::vector<std::string> blanked;
   std::vector<std::string> hidden;
+  /// What the last click did; the elements that it hid are in `hidden`.
+  std::vector<BuildMotion> builds;
   /// While the show is being opened.
   std::optional<Progress> progress;
   std::optional<std::chrono::system_clock::time_point> began;

@@ -49,6 +49,7 @@ class SlideShowTest : public testing::Test, public SlideShowListener {
   void blankChanged() override {
     heard_.push_back("blank " + std::to_string(static_cast<int>(show_->blank())));
   }
+  void buildChanged() override { heard_.push_back("build " + std::to_string(show_->builtSteps())); }
   void ended() override { heard_.emplace_back("ended"); }
 
   DeckBuilder deck_;
@@ -205,6 +206,76 @@ TEST_F(SlideShowTest, LeavesASlideThatBecomesHiddenButNotAtOnce) {
   hide(3);
   loop_.Advance(10);
   EXPECT_EQ(show_->position(), 3) << "asked for by number";
+}
+
+TEST_F(SlideShowTest, WaitsWhereEverySlideIsHiddenAndGoesToTheFirstThatReturns) {
+  begin("vvv");
+  for (int slide : {1, 2, 3}) hide(slide);
+  loop_.Advance(10);
+  EXPECT_TRUE(show_->isEmpty());
+  show_->next();
+  EXPECT_TRUE(show_->isEmpty());
+  EXPECT_FALSE(show_->isAtEnd());
+  hide(2, false);
+  EXPECT_FALSE(show_->isEmpty());
+  loop_.Advance(10);
+  EXPECT_EQ(show_->position(), 2);
+  hide(2);
+  loop_.Advance(10);
+  show_->goTo(3);
+  EXPECT_FALSE(show_->isEmpty()) << "asked for by number";
+}
+
+/// An effect of the main sequence; `node` is "clickEffect", "withEffect" or "afterEffect".
+std::string effect(const std::string& node, const std::string& kind, int preset, int shape) {
+  return "<p:par><p:cTn presetID=\"" + std::to_string(preset) + "\" presetClass=\"" + kind +
+         "\" presetSubtype=\"8\" nodeType=\"" + node +
+         "\"><p:childTnLst><p:set><p:cBhvr><p:tgtEl><p:spTgt spid=\"" + std::to_string(shape) +
+         "\"/></p:tgtEl></p:cBhvr></p:set><p:animEffect><p:cBhvr><p:cTn "
+         "dur=\"300\"/></p:cBhvr></p:animEffect>"
+         "</p:childTnLst></p:cTn></p:par>";
+}
+std::string click(const std::string& effects) {
+  return "<p:par><p:cTn><p:childTnLst>" + effects + "</p:childTnLst></p:cTn></p:par>";
+}
+std::string timing(const std::string& clicks) {
+  return "<p:timing><p:tnLst><p:par><p:cTn nodeType=\"tmRoot\"><p:childTnLst><p:seq><p:cTn "
+         "nodeType=\"mainSeq\"><p:childTnLst>" +
+         clicks + "</p:childTnLst></p:cTn></p:seq></p:childTnLst></p:cTn></p:par></p:tnLst></p:timing>";
+}
+
+TEST_F(SlideShowTest, BuildsUpASlideClickByClick) {
+  const std::string clicks =
+      click(effect("afterEffect", "entr", 10, 9)) +
+      click(effect("clickEffect", "entr", 22, 2) + effect("withEffect", "entr", 1, 3)) +
+      click(effect("clickEffect", "emph", 6, 2)) + click(effect("clickEffect", "entr", 10, 2)) +
+      click(effect("clickEffect", "exit", 10, 2) + effect("afterEffect", "exit", 1, 4));
+  deck_.addSlide();
+  deck_.afterCommonData(1, timing(clicks));
+  begin("v");
+  const auto hidden = [&] { return show_->builds().hiddenAfter(show_->builtSteps()); };
+  EXPECT_EQ(show_->builds().steps(), 2U) << "what starts by itself or comes once more is no step";
+  EXPECT_THAT(hidden(), ElementsAre(2, 3));
+  EXPECT_EQ(show_->builds().step(0).front().kind, "wipe");
+  EXPECT_EQ(show_->builds().step(0).front().direction, "r");
+  EXPECT_EQ(show_->builds().step(0).front().milliseconds, 300);
+  EXPECT_THAT(steps(1), ElementsAre(1));
+  EXPECT_THAT(hidden(), IsEmpty());
+  EXPECT_THAT(steps(1), ElementsAre(1));
+  EXPECT_THAT(hidden(), ElementsAre(2, 4));
+  EXPECT_THAT(steps(1), ElementsAre(2));
+  show_->previous();
+  EXPECT_THAT(hidden(), ElementsAre(2, 4)) << "back to the slide as it was left";
+  show_->previous();
+  show_->previous();
+  EXPECT_EQ(show_->builtSteps(), 0U);
+  EXPECT_EQ(show_->position(), 1);
+
+  SlideShowOptions kiosk;
+  kiosk.kiosk = true;
+  begin("", kiosk);
+  EXPECT_EQ(show_->builds().steps(), 0U);
+  EXPECT_THAT(hidden(), IsEmpty()) << "nobody clicks in a kiosk";
 }
 
 TEST_F(SlideShowTest, SkipsWhatTheBeginningHid) {

@@ -1,7 +1,7 @@
 // The slides on the stage: the current one in front, the next one loaded behind
 // it. An element is touched only when it has changed.
 
-import { finishTransition, playTransition } from "./transitions.js";
+import { finishTransition, playBuild, playTransition } from "./transitions.js";
 
 const longestLoad = 10000;
 const stage = document.getElementById("stage");
@@ -137,6 +137,11 @@ export async function showPicture(picture, isAnimated) {
   const rules = document.getElementById("rules");
   if (rules.textContent !== picture.rules) rules.textContent = picture.rules;
   swapTo(picture, isAnimated);
+  if (!isAnimated) return;
+  for (const motion of picture.builds) {
+    const element = document.getElementById(motion.id);
+    if (element && stage.contains(element)) playBuild(element, motion, picture);
+  }
 }
 
 // The slide on the stage; 0 for none.

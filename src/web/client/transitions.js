@@ -72,3 +72,18 @@ export function playTransition(leaving, entering, { kind, direction, duration, t
   const own = finish;
   animations[0].onfinish = () => finish === own && finish();
 }
+
+// A shape that comes or goes by a click. (What has gone is hidden by the page's rules.)
+export function playBuild(element, { isEntrance, kind, direction, duration }, { width, height }) {
+  if (motion.matches || kind === "appear" || !(duration > 0)) return;
+  if (!isEntrance) {
+    element.animate({ visibility: ["visible", "visible"], opacity: [1, 0] }, { duration });
+  } else if (kind === "wipe") {
+    element.animate({ clipPath: [wipes[direction] ?? wipes.l, "inset(0)"] }, { duration });
+  } else if (kind === "fly") {
+    const [x, y] = start[direction] ?? start.u;
+    element.animate({ translate: [`${x * width}px ${y * height}px`, "0 0"] }, { duration, easing: "ease-out" });
+  } else {
+    element.animate({ opacity: [0, 1] }, { duration });
+  }
+}

@@ -1,0 +1,60 @@
+#include "deck/TransitionEffect.h"
+
+#include <gtest/gtest.h>
+
+#include "deck/DeckBuilder.h"
+
+namespace deck::test {
+namespace {
+
+using Kind = TransitionEffect::Kind;
+
+std::string later(const std::string& choice, const std::string& fallback) {
+  return "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\" "
+         "xmlns:p14=\"http://schemas.microsoft.com/office/powerpoint/2010/main\"><mc:Choice "
+         "Requires=\"p14\">" +
+         choice + "</mc:Choice><mc:Fallback>" + fallback + "</mc:Fallback></mc:AlternateContent>";
+}
+
+TEST(TransitionEffectTest, ReadsHowSlidesComeIn) {
+  struct Case {
+    std::string xml;
+    TransitionEffect expected;
+  };
+  const std::vector<Case> cases{
+      {"", {Kind::None, "", false, 0}},
+      {"<p:transition advTm=\"3000\"/>", {Kind::None, "", false, 0}},
+      {"<p:transition><p:fade/></p:transition>", {Kind::Fade, "", false, 500}},
+      {"<p:transition spd=\"med\"><p:fade thruBlk=\"1\"/></p:transition>", {Kind::Fade, "", true, 750}},
+      {"<p:transition spd=\"slow\"><p:push dir=\"u\"/></p:transition>", {Kind::Push, "u", false, 1000}},
+      {"<p:transition><p:sndAc/><p:wipe/></p:transition>", {Kind::Wipe, "l", false, 500}},
+      {"<p:transition><p:cover dir=\"rd\"/></p:transition>", {Kind::Cover, "rd", false, 500}},
+      {"<p:transition><p:pull dir=\"?\"/></p:transition>", {Kind::Uncover, "l", false, 500}},
+      {"<p:transition><p:split orient=\"vert\" dir=\"in\"/></p:transition>",
+       {Kind::Split, "vert-in", false, 500}},
+      {"<p:transition><p:split/></p:transition>", {Kind::Split, "horz-out", false, 500}},
+      {"<p:transition><p:cut/></p:transition>", {Kind::Cut, "", false, 500}},
+      {"<p:transition><p:newsflash/></p:transition>", {Kind::Fade, "", false, 500}},
+      {later("<p:transition spd=\"med\" p14:dur=\"700\"><p:fade/></p:transition>",
+             "<p:transition spd=\"med\"><p:fade/></p:transition>"),
+       {Kind::Fade, "", false, 700}},
+      {later("<p:transition spd=\"slow\" p14:dur=\"1200\"><p14:pan dir=\"u\"/></p:transition>",
+             "<p:transition spd=\"slow\"><p:push dir=\"u\"/></p:transition>"),
+       {Kind::Push, "u", false, 1200}},
+      {later("<p:transition p14:dur=\"-5\"><p14:vortex/></p:transition>", ""), {Kind::Fade, "", false, 0}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.xml);
+    DeckBuilder deck;
+    deck.afterCommonData(deck.addSlide(), c.xml);
+    const auto presentation = deck.presentation();
+    const TransitionEffect read = transitionOf(presentation->slidePart(1));
+    EXPECT_EQ(read.kind, c.expected.kind);
+    EXPECT_EQ(read.direction, c.expected.direction);
+    EXPECT_EQ(read.throughBlack, c.expected.throughBlack);
+    EXPECT_EQ(read.milliseconds, c.expected.milliseconds);
+  }
+}
+
+}  // namespace
+}  // namespace deck::test

@@ -1,0 +1,187 @@
+// Screens that look at something of their own: a slide, a shape, the whole show in a hand.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { editPart, elementId } from "../support/deck.mjs";
+import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { refresh, until } from "../support/wait.mjs";
+
+useBrowser();
+
+test("a screen keeps to its slide, also a hidden one, while the show goes its way", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one", "two", "three");
+  editPart(deck, "ppt/slides/slide1.xml", (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
+  const show = await sandbox.show(deck, "--slide", 3);
+  const pinned = await openScreen(t, `${show.url}?slide=1`);
+  const mirror = await openScreen(t, show.url);
+  await waitForSlide(pinned, 1);
+  await waitForSlide(mirror, 3);
+  const id = elementId(deck, 1, "p2 Item");
+  setValues(sandbox, "one", "fresh", "three");
+  await waitForText(pinned, id, "fresh", refresh);
+
+  await show.command("goto/2");
+  await waitForSlide(mirror, 2);
+  await waitForSlide(pinned, 1);
+  await show.command("blank/black");
+  await pinned.waitForFunction(() => document.documentElement.dataset.blank === "black");
+
+  for (const query of ["slide=99", "slide=x", "shape=nothing"]) {
+    const calm = await openScreen(t, `${show.url}?${query}`);
+    assert.equal(await calm.evaluate(() => document.body.innerText.trim()), "", query);
+    assert.deepEqual(calm.faults, []);
+  }
+  assert.ok(await isUntouched(pinned));
+  assert.deepEqual(pinned.faults, []);
+});
+
+test("a shape alone fills its window upon nothing, and stays live", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one", "two");
+  const show = await sandbox.show(deck, "--slide", 2);
+  const page = await openScreen(t, `${show.url}?shape=p2%20Item`);
+  const id = elementId(deck, 1, "p2 Item");
+  setValues(sandbox, "one", "alone");
+  await waitForText(page, id, "alone", refresh);
+  const seen = await page.evaluate((name) => {
+    const box = document.getElementById(name).getBoundingClientRect();
+    const grounds = ["html", "body", ".slide"].map(
+      (selector) => getComputedStyle(document.querySelector(selector)).backgroundColor,
+    );
+    return { shapes: document.querySelectorAll(".slide > *").length, box, grounds };
+  }, id);
+  assert.equal(seen.shapes, 1);
+  assert.ok(Math.abs(seen.box.left) < 1 && Math.abs(seen.box.right - 1280) < 1, JSON.stringify(seen.box));
+  assert.deepEqual(new Set(seen.grounds), new Set(["rgba(0, 0, 0, 0)"]));
+  // A blank screen is the show's, not an overlay's.
+  await show.command("blank/black");
+  setValues(sandbox, "one", "still there");
+  await waitForText(page, id, "still there", refresh);
+  assert.ok(!(await page.locator("#cover").isVisible()));
+});
+
+test("a phone steers the show once it has been given the token", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one");
+  const show = await sandbox.show(deck);
+  const screen = await openScreen(t, show.url);
+  const remote = await openScreen(t, `${show.url}remote`, {
+    viewport: { width: 390, height: 844 },
+    hasTouch: true,
+  });
+  await remote.fill("#token", "wrong");
+  await remote.getByText("Continue").tap();
+  await remote.locator("#next").tap();
+  await remote.getByText("This token is not the show's.").waitFor();
+  await remote.locator("#next").tap();
+  await remote.fill("#token", show.token);
+  await remote.getByText("Continue").tap();
+  await waitForSlide(screen, 2);
+  await remote.getByText("2 / 3").waitFor();
+
+  await remote.getByText("Black").tap();
+  await screen.waitForFunction(() => document.documentElement.dataset.blank === "black");
+  await remote.locator("#blanks [aria-pressed=true]").tap();
+  await screen.waitForFunction(() => document.documentElement.dataset.blank === "none");
+  await remote.locator(".thumbnail").nth(2).tap();
+  await waitForSlide(screen, 3);
+  await remote.locator(".thumbnail[aria-current=true]", { hasText: "3" }).waitFor();
+  // The small pictures hold what the slides hold.
+  const texts = () =>
+    remote.evaluate(() => document.querySelector(".thumbnail > div").shadowRoot?.textContent ?? "");
+  await until("slide 1 in small", async () => (await texts()).includes("one"));
+  assert.match(await remote.locator("#elapsed").innerText(), /^0:\d\d$/);
+
+  const given = await openScreen(t, `${show.url}remote#token=${show.token}`, {
+    viewport: { width: 390, height: 844 },
+  });
+  assert.ok(!given.url().includes("token"));
+  await given.locator("#previous").click();
+  await waitForSlide(screen, 2);
+  const { overflow, fits } = await given.evaluate(() => ({
+    overflow: document.documentElement.scrollWidth - innerWidth,
+    fits: document.getElementById("thumbnails").getBoundingClientRect().bottom <= innerHeight,
+  }));
+  assert.equal(overflow, 0);
+  assert.ok(fits);
+  assert.deepEqual([...remote.faults, ...given.faults], []);
+});
+
+const emptyData = "Value\n";
+
+test("when every slide has hidden itself the deck's background shows, until data return", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one", "two");
+  sandbox.done("slide", deck, 1, "--hide-when-no-data", "on");
+  for (const slide of [2, 3]) {
+    editPart(deck, `ppt/slides/slide${slide}.xml`, (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
+  }
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  await waitForSlide(page, 1);
+  sandbox.write("shop/values.txt", emptyData);
+  await waitForSlide(page, 0, refresh);
+  assert.equal(await page.evaluate(() => document.querySelector(".frame.current").innerText.trim()), "");
+  assert.equal((await show.get("/readyz")).status, 200);
+  assert.equal((await show.get("/api/v1/health")).json.position, 0);
+  setValues(sandbox, "back", "two");
+  await waitForSlide(page, 1, refresh);
+  await waitForText(page, elementId(deck, 1, "p1 Item"), "back", refresh);
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
+  await show.stop();
+
+  const other = await sandbox.show(deck, "--when-empty", 3);
+  const second = await openScreen(t, other.url);
+  sandbox.write("shop/values.txt", emptyData);
+  await waitForSlide(second, 3, refresh);
+  setValues(sandbox, "back");
+  await waitForSlide(second, 1, refresh);
+});
+
+test("slides change by their transitions, on screens that are awake", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one");
+  const transition = (slide, xml) =>
+    editPart(deck, `ppt/slides/slide${slide}.xml`, (old) =>
+      old.replace(/<p:transition.*?<\/p:transition>|<p:transition[^>]*\/>/s, "").replace("</p:clrMapOvr>", `</p:clrMapOvr>${xml}`),
+    );
+  transition(2, '<p:transition spd="slow"><p:push dir="u"/></p:transition>');
+  transition(3, "<p:transition/>");
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  const calm = await openScreen(t, show.url, { reducedMotion: "reduce" });
+  await waitForSlide(page, 1);
+  await waitForSlide(calm, 1);
+  await page.waitForFunction(() => performance.now() > 3000);
+  const motions = () =>
+    page.evaluate(() =>
+      document.getAnimations().map((each) => ({
+        slide: each.effect.target.firstElementChild.id,
+        duration: each.effect.getTiming().duration,
+        from: each.effect.getKeyframes()[0].transform,
+      })),
+    );
+  await show.command("next");
+  await waitForSlide(page, 2);
+  assert.deepEqual(await motions(), [
+    { slide: "s1", duration: 1000, from: "translate(0px, 0px)" },
+    { slide: "s2", duration: 1000, from: "translate(0%, 100%)" },
+  ]);
+  await waitForSlide(calm, 2);
+  assert.equal(await calm.evaluate(() => document.getAnimations().length), 0);
+  // It ends by itself, and the frame that left is gone.
+  await page.waitForFunction(() => document.getAnimations().length === 0);
+  assert.equal(await page.evaluate(() => document.querySelectorAll(".leaving").length), 0);
+  await show.command("next");
+  await waitForSlide(page, 3);
+  assert.deepEqual(await motions(), []);
+  await show.command("previous");
+  await show.command("previous");
+  await waitForSlide(page, 1);
+  assert.equal(await shownText(page, elementId(deck, 1, "p1 Item")), "one");
+  assert.deepEqual(page.faults, []);
+});

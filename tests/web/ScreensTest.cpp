@@ -1,0 +1,173 @@
+// Screens that look at something of their own, and what the server knows of all.
+
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+
+#include "web/Query.h"
+#include "web/ServerFixture.h"
+
+namespace web::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using Json = nlohmann::json;
+
+class ScreensTest : public ServerFixture {
+ protected:
+  static ShapeChange change(int slide, const std::string& id, bool isMirrored) {
+    return {slide, id, "<p id=\"" + id + "\">new</p>", "Gate", "new", isMirrored};
+  }
+  static std::string ids(const Event& event) {
+    std::string all;
+    for (const Json& shape : Json::parse(event.data)) all += shape["id"].get<std::string>() + " ";
+    return all;
+  }
+  /// Posts a report and returns the status.
+  int report(Client& client, const std::string& screen, const std::string& body) {
+    client.send("POST /api/v1/screens/" + screen +
+                "/painted HTTP/1.1\r\nHost: localhost\r\nContent-Length: " + std::to_string(body.size()) +
+                "\r\n\r\n" + body);
+    return client.answer().status;
+  }
+  Json health() { return Json::parse(connect().get("/api/v1/health").body); }
+};
+
+TEST_F(ScreensTest, ReadsTheFieldsOfAnAddress) {
+  EXPECT_EQ("A b/ü&=", queryField("/?x=1&shape=A+b%2F%C3%BC%26%3D&slide=2", "shape"));
+  EXPECT_EQ("", queryField("/?slide", "slide"));
+  EXPECT_EQ("%zz%", queryField("/?slide=%zz%", "slide"));
+  EXPECT_EQ(std::nullopt, queryField("/slide=1", "slide"));
+}
+
+TEST_F(ScreensTest, GivesEachViewItsOwnChangesAndBuildsThemOnce) {
+  show.shown.slideCount = 7;
+  std::vector<Client> pinned;
+  for (int i = 0; i < 50; ++i) pinned.push_back(open("/screen/events?slide=5"));
+  Client mirror = open("/screen/events");
+  Client shape = open("/screen/events?shape=sh9&slide=5");
+  mirror.event();
+  EXPECT_TRUE(Json::parse(shape.event().data)["transparent"]);
+  for (Client& screen : pinned) EXPECT_EQ(5, Json::parse(screen.event().data)["current"]["index"]);
+  EXPECT_EQ(1, (show.pictures[{View::Kind::Slide, 5, {}}]));
+  EXPECT_THAT(show.watched, ElementsAre(5));
+
+  server().shapesChanged({change(1, "s1-sh2", true), change(5, "s5-sh2", false), change(5, "s5-sh9", false)});
+  EXPECT_EQ("s1-sh2 ", ids(mirror.event()));
+  EXPECT_EQ("s5-sh9 ", ids(shape.event()));
+  for (Client& screen : pinned) EXPECT_EQ("s5-sh2 s5-sh9 ", ids(screen.event()));
+
+  // The show moves on: only who follows it hears of it. Blanking reaches all.
+  server().slideChanged();
+  show.shown.blank = Blank::Black;
+  server().pictureChanged();
+  EXPECT_EQ("none", Json::parse(mirror.event().data)["blank"]);
+  EXPECT_EQ("black", Json::parse(mirror.event().data)["blank"]);
+  EXPECT_EQ("black", Json::parse(pinned.front().event().data)["blank"]);
+
+  pinned.clear();
+  shape.close();
+  EXPECT_TRUE(until([&] { return server().screens() == 1; }));
+  Client other = open("/screen/events?slide=3");
+  other.event();
+  EXPECT_THAT(show.watched, ElementsAre(3));
+}
+
+TEST_F(ScreensTest, ShowsNothingAtAnAddressThatMakesNoSense) {
+  Client client = connect();
+  for (const char* query : {"?slide=99", "?slide=-1", "?slide=x", "?slide=", "?shape=none&slide=99"}) {
+    const Answer page = client.get(std::string("/") + query);
+    EXPECT_EQ(200, page.status) << query;
+    EXPECT_THAT(page.body, Not(HasSubstr("class=\"frame"))) << query;
+    Client screen = open(std::string("/screen/events") + query);
+    EXPECT_TRUE(Json::parse(screen.event().data)["current"].is_null()) << query;
+  }
+  EXPECT_EQ(200, client.get("/slides/2").status);
+  EXPECT_EQ(404, client.get("/slides/99").status);
+  EXPECT_EQ(404, client.get("/slides/x").status);
+}
+
+TEST_F(ScreensTest, KnowsWhatEachScreenHasPaintedAndHowLate) {
+  Client screen = open("/screen/events");
+  const Event first = screen.event();
+  const std::string name = Json::parse(screen.hello())["screen"];
+  Client client = connect();
+  EXPECT_TRUE(health()["screens"][0]["painted"].is_null());
+
+  const auto changed = std::chrono::steady_clock::now();
+  server().shapesChanged({change(1, "s1-sh2", true)}, changed);
+  const auto newest = *screen.event().id;
+  EXPECT_EQ(200, report(client, name, R"({"slide":1,"held":0,"sequence":)" + std::to_string(newest) + "}"));
+  const Json known = health()["screens"][0];
+  EXPECT_EQ("show", known["view"]["kind"]);
+  EXPECT_EQ(newest, known["newest"]);
+  EXPECT_EQ(newest, known["painted"]["sequence"]);
+  EXPECT_EQ(1, known["painted"]["slide"]);
+  EXPECT_GE(known["painted"]["delay"], 0);
+  EXPECT_THAT(client.get("/metrics").body, HasSubstr("lumenfold_screen_paint_delay_seconds_count 1\n"));
+  EXPECT_EQ(std::string::npos, client.get("/api/v1/health").body.find(name))
+      << "the name is the screen's own";
+
+  EXPECT_EQ(429, report(client, name, R"({"slide":1,"held":0,"sequence":2})"));
+  EXPECT_EQ(404, report(client, "0123", R"({"slide":1,"held":0,"sequence":2})"));
+  for (const char* wrong : {"", "[]", "{}", R"({"slide":-1,"held":0,"sequence":2})",
+                            R"({"slide":1,"held":1e9,"sequence":2})", R"({"slide":1,"held":0)"}) {
+    EXPECT_EQ(400, report(client, name, wrong)) << wrong;
+  }
+  screen.close();
+  EXPECT_TRUE(until([&] { return server().screens() == 0; }));
+  EXPECT_TRUE(health()["screens"].empty());
+}
+
+TEST_F(ScreensTest, TellsHowConnectionsDoToPeopleAndPrometheus) {
+  Client client = connect();
+  EXPECT_EQ(503, client.get("/readyz").status);
+  show.condition.isReady = true;
+  show.condition.position = 2;
+  ConnectionHealth good;
+  good.number = "001";
+  good.age = 0.5;
+  ConnectionHealth bad;
+  bad.number = "002";
+  bad.lastError = "gone";
+  good.lastSuccess = ConnectionHealth::Time(std::chrono::seconds(86400));
+  bad.lastErrorTime = good.lastSuccess;
+  bad.isStale = true;
+  bad.failures = 3;
+  show.condition.connections = {good, bad};
+
+  EXPECT_EQ(200, client.get("/readyz").status);
+  const Json connections = health()["connections"];
+  EXPECT_EQ("1970-01-02T00:00:00Z", connections[0]["lastSuccess"]);
+  EXPECT_EQ(0.5, connections[0]["age"]);
+  EXPECT_TRUE(connections[0]["lastError"].is_null());
+  EXPECT_EQ("gone", connections[1]["lastError"]["text"]);
+  EXPECT_TRUE(connections[1]["age"].is_null());
+  EXPECT_TRUE(connections[1]["stale"]);
+
+  const Answer metrics = client.get("/metrics");
+  EXPECT_EQ("text/plain; version=0.0.4; charset=utf-8", metrics.headers.at("Content-Type"));
+  for (const char* line : {"lumenfold_ready 1\n", "lumenfold_slide 2\n",
+                           "lumenfold_connection_age_seconds{connection=\"001\"} 0.5\n",
+                           "lumenfold_connection_stale{connection=\"002\"} 1\n",
+                           "# TYPE lumenfold_connection_failures_total counter\n",
+                           "lumenfold_connection_failures_total{connection=\"002\"} 3\n",
+                           "lumenfold_screen_paint_delay_seconds_bucket{le=\"+Inf\"} 0\n"}) {
+    EXPECT_THAT(metrics.body, HasSubstr(line));
+  }
+  EXPECT_THAT(metrics.body, Not(HasSubstr("age_seconds{connection=\"002\"}")));
+}
+
+TEST_F(ScreensTest, MarksAndHidesElementsByRulesOfTheMoment) {
+  show.shown.marked = {"s1-sh2", "s1-sh3"};
+  show.shown.hidden = {"s1-sh4"};
+  const std::string rules = Json::parse(open("/screen/events").event().data)["rules"];
+  EXPECT_THAT(rules, HasSubstr("#s1-sh2::after,#s1-sh3::after{content"));
+  EXPECT_THAT(rules, HasSubstr("#s1-sh4{visibility:hidden}"));
+  EXPECT_THAT(connect().get("/").body, HasSubstr("<style id=\"rules\">" + rules + "</style>"));
+}
+
+}  // namespace
+}  // namespace web::test
