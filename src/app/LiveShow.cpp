@@ -75,6 +75,11 @@ void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()
   slidePictureChanged();
 }
 
+void LiveShow::progress(std::optional<web::Progress> progress) {
+  progress_ = std::move(progress);
+  wholePictureChanged();
+}
+
 void LiveShow::shutDown() {
   isShuttingDown_ = true;
   if (isRunning()) show_->end();

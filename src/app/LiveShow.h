@@ -47,6 +47,8 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   void begin(const deck::SlideShowOptions& options, std::function<void()> onEnd);
   /// Where changes go from now on; must outlive this object or be taken away (null).
   void connect(web::Server* server) { server_ = server; }
+  /// How far the opening has come, for screens that wait for it; nothing when it is done.
+  void progress(std::optional<web::Progress> progress);
   /// Ends the show and leaves the last picture standing on the screens.
   void shutDown();
 
@@ -114,6 +116,7 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   LiveShowOptions options_;
   std::unique_ptr<host::Timer> lookout_;
   std::optional<std::chrono::system_clock::time_point> began_;
+  std::optional<web::Progress> progress_;
   bool hasRendered_ = false;
   /// How far the slide on show was built up when it was last looked at.
   std::size_t builtBefore_ = 0;

@@ -109,6 +109,7 @@ web::Picture LiveShow::picture(const web::View& view) {
   picture.slideCount = presentation_->slideCount();
   picture.stylesheet = styleSheetName();
   picture.began = began_;
+  picture.progress = progress_;
   if (show_) {
     picture.blank = toWeb(show_->blank());
     picture.kiosk = show_->isKiosk();
@@ -125,6 +126,7 @@ web::Picture LiveShow::picture(const web::View& view) {
       // Laid over somebody else's picture, it must neither cover nor announce anything.
       picture.blank = web::Blank::None;
       picture.isTransparent = true;
+      picture.progress.reset();
       if (view.slide > 0 && !picture.ended) picture.current = shapeAlone(view, picture);
       picture.ended = false;
       break;

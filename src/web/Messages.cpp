@@ -195,8 +195,8 @@ std::string styleRules(const Picture& picture) {
   addRule(rules, picture.blanked, " .t", "visibility:hidden");
   addRule(rules, picture.blanked, " table", "visibility:hidden");
   addRule(rules, picture.marked, "::after",
-          "content:\"\";position:absolute;top:2px;right:2px;width:8px;height:8px;border-radius:50%;"
-          "background:#d98a00;box-shadow:0 0 0 1px rgba(255,255,255,.6);opacity:.8");
+          "content:\"\";position:absolute;top:0;right:0;width:8px;height:8px;background:#d98a00;"
+          "clip-path:polygon(0 0,100% 0,100% 100%);opacity:.85");
   return rules;
 }
 
