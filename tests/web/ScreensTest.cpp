@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <nlohmann/json.hpp>
 
 #include "web/Query.h"
@@ -55,17 +56,25 @@ TEST_F(ScreensTest, GivesEachViewItsOwnChangesAndBuildsThemOnce) {
   EXPECT_THAT(show.watched, ElementsAre(5));
 
   server().shapesChanged({change(1, "s1-sh2", true), change(5, "s5-sh2", false), change(5, "s5-sh9", false)});
-  EXPECT_EQ("s1-sh2 ", ids(mirror.event()));
+  const Event mirrored = mirror.event();
+  EXPECT_EQ("s1-sh2 ", ids(mirrored));
   EXPECT_EQ("s5-sh9 ", ids(shape.event()));
-  for (Client& screen : pinned) EXPECT_EQ("s5-sh2 s5-sh9 ", ids(screen.event()));
+  std::uint64_t last = 0;
+  for (Client& screen : pinned) {
+    const Event shapes = screen.event();
+    EXPECT_EQ("s5-sh2 s5-sh9 ", ids(shapes));
+    last = *shapes.id;
+  }
 
   // The show moves on: only who follows it hears of it. Blanking reaches all.
   server().slideChanged();
+  EXPECT_EQ(*mirrored.id + 1, mirror.event().id);
   show.shown.blank = Blank::Black;
   server().pictureChanged();
-  EXPECT_EQ("none", Json::parse(mirror.event().data)["blank"]);
+  const Event black = pinned.front().event();
+  EXPECT_EQ("black", Json::parse(black.data)["blank"]);
+  EXPECT_EQ(last + 1, black.id);
   EXPECT_EQ("black", Json::parse(mirror.event().data)["blank"]);
-  EXPECT_EQ("black", Json::parse(pinned.front().event().data)["blank"]);
 
   pinned.clear();
   shape.close();
