@@ -282,7 +282,10 @@ void clsConnection::RequeryFile(bool forced) {
 
 void clsConnection::NoteFailure(std::string_view description) {
   ++readings_.Failures;
-  readings_.LastError = modGlobalFunctions::MaskPasswords(description);
+  // Anybody who sees the screens may ask for this text.
+  readings_.LastError = basic::MayHoldSecret(description)
+                            ? "The source's message could hold a password; see the errors log."
+                            : std::string(description);
 }
 
 }  // namespace LF2000
