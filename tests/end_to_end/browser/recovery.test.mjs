@@ -28,6 +28,7 @@ for (const signal of ["SIGKILL", "SIGTERM"]) {
     await waitForSlide(page, 2);
     await show.command("goto/1");
     await waitForSlide(page, 1);
+    await page.waitForFunction(() => document.getAnimations().length === 0); // the transition is over
     const picture = await page.screenshot();
     const gone = page.waitForEvent("requestfailed", (request) => request.url().endsWith("/screen/events"));
     const end = await show.stop(signal);
