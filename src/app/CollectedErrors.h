@@ -32,6 +32,12 @@ class CollectedErrors {
     [[nodiscard]] basic::Date FileDateTime(std::string_view path) const override {
       return files_.FileDateTime(path);
     }
+    [[nodiscard]] std::string LocalPath(std::string_view path) const override {
+      return files_.LocalPath(path);
+    }
+    [[nodiscard]] std::string FileWithin(std::string_view folder, std::string_view name) const override {
+      return files_.FileWithin(folder, name);
+    }
     [[nodiscard]] std::string TempPath() const override { return files_.TempPath(); }
     [[nodiscard]] std::string TempFileName(std::string_view folder, std::string_view prefix) override {
       return files_.TempFileName(folder, prefix);

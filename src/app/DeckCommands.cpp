@@ -1,15 +1,20 @@
 // The verbs that change a deck: link, unlink, slide, display, fill.
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "addin/modGlobalFunctions.h"
 #include "app/AddInHost.h"
 #include "app/Commands.h"
 #include "app/Environment.h"
 #include "app/Failure.h"
+#include "app/LinkedShapes.h"
+#include "app/ScrollInfo.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "deck/Presentation.h"
@@ -81,6 +86,8 @@ struct LinkOptions {
   std::string connection;
   std::optional<std::string> clock;
   bool chart = false;
+  std::optional<std::string> folder;
+  std::optional<std::string> extension;
 };
 
 /// Element 0 is empty; none at all when the source cannot be read now.
@@ -122,15 +129,26 @@ bool isComplete(const LinkOptions& options) {
   return options.chart ? !hasField : !options.column.empty() && options.row;
 }
 
-/// Whether the shape can show what it is to be linked to.
-void requireFitting(const LinkOptions& options, PowerPoint::Shape& shape) {
+/// "jpg", however it was given: the dot comes of itself.
+std::string withoutDot(const std::string& extension) {
+  return extension.substr(std::min(extension.find_first_not_of('.'), extension.size()));
+}
+
+/// Whether the link is to show a file: in a picture or a linked object, or where
+/// a folder or an extension asks for it.
+bool isFileLink(const LinkOptions& options, PowerPoint::Shape& shape) {
+  const bool isAsked = options.folder || options.extension;
+  if (shape.HasTextFrame() && !isAsked) return false;
   const std::string which =
       options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide);
-  if (options.chart) {
-    if (!LF2000::modGraph::IsGraph(shape)) fail(which + " is no chart.");
-  } else if (!shape.HasTextFrame()) {
-    fail(which + " holds no text, so it cannot show a value.");
+  if (options.clock) fail(which + " holds no text, so it cannot show the time.");
+  try {
+    static_cast<void>(shape.LinkFormat());
+  } catch (const basic::Error&) {
+    fail(which + (isAsked ? " is neither a picture nor a linked object, so it cannot show a file."
+                          : " holds no text and no picture, so it cannot show a value."));
   }
+  return true;
 }
 
 void link(const LinkOptions& options) {
@@ -138,10 +156,17 @@ void link(const LinkOptions& options) {
     throw UsageError(
         "link: give --clock FORMAT, or --connection with --column and --row, or --connection with --chart.");
   }
+  if ((options.clock || options.chart) && (options.folder || options.extension)) {
+    throw UsageError("link: --folder and --extension are for pictures.");
+  }
   if (options.row && *options.row < 1) throw UsageError("link: --row counts from 1.");
   Editing editing(options.deck);
   const auto shape = shapeOf(*editing.deck, options.slide, options.shape);
-  requireFitting(options, *shape);
+  if (options.chart && !LF2000::modGraph::IsGraph(*shape)) {
+    fail(options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide) +
+         " is no chart.");
+  }
+  const bool showsFile = !options.chart && isFileLink(options, *shape);
   LF2000::clsShape target;
   target.ShapeItem(shape);
   if (options.clock) {
@@ -158,7 +183,12 @@ void link(const LinkOptions& options) {
       target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Graph));
     } else {
       requireColumn(*editing.deck, *connection, options.column);
-      target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::DataField));
+      target.SourceType(static_cast<std::int32_t>(showsFile ? LF2000::SourceType::LinkedObject
+                                                            : LF2000::SourceType::DataField));
+      if (showsFile) {
+        target.NewObjectFolder(options.folder.value_or(""));
+        target.NewObjectExtension(withoutDot(options.extension.value_or("")));
+      }
       target.NewColumnName(options.column);
       target.NewRow(*options.row);
     }
@@ -175,6 +205,10 @@ struct SlideOptions {
   std::int32_t slide = 0;
   std::optional<std::string> hide;
   std::optional<std::string> refresh;
+  std::optional<std::int32_t> scroll;
+  std::optional<std::int32_t> step;
+  std::optional<std::int32_t> time;
+  bool off = false;
   bool json = false;
 };
 
@@ -182,30 +216,91 @@ void printSlide(const SlideOptions& options, const LF2000::clsSlide& properties)
   if (options.json) {
     std::cout << nlohmann::json{{"slide", options.slide},
                                 {"hideWhenNoData", properties.HideWhenNoData()},
-                                {"refreshLinkedObjects", properties.RefreshLinkedObjects()}}
+                                {"refreshLinkedObjects", properties.RefreshLinkedObjects()},
+                                {"scroll", scrollInfo(properties)}}
                      .dump(2)
               << '\n';
     return;
   }
   std::cout << "hide when no data: " << (properties.HideWhenNoData() ? "on" : "off")
             << "\nrefresh linked objects: " << (properties.RefreshLinkedObjects() ? "on" : "off") << '\n';
+  for (const auto& entry : scrollInfo(properties)) {
+    std::cout << "scroll entry " << entry["entry"] << ": " << (entry["enabled"] == true ? "on" : "off")
+              << ", " << entry["step"] << " rows every " << entry["time"] << " ms\n";
+  }
+}
+
+/// Whether a shape of the slide would use the scroll entry.
+bool isScrollUsed(deck::Presentation& deck, const SlideOptions& options) {
+  const std::string connection = LF2000::modGlobalFunctions::Format000(*options.scroll);
+  const std::vector<LinkedShape> shapes = linkedShapes(deck, options.slide);
+  return std::any_of(shapes.begin(), shapes.end(), [&](const LinkedShape& shape) {
+    const bool hasRow = shape.sourceType == static_cast<std::int32_t>(LF2000::SourceType::DataField) ||
+                        shape.sourceType == static_cast<std::int32_t>(LF2000::SourceType::LinkedObject);
+    return hasRow && (shape.connection == connection || shape.name == std::to_string(*options.scroll));
+  });
+}
+
+void checkScroll(const SlideOptions& options) {
+  constexpr std::int32_t MaximumStep = 1'000'000;
+  constexpr std::int32_t MinimumTime = 20;
+  constexpr std::int32_t MaximumTime = 86'400'000;
+  if (!options.scroll) {
+    if (options.step || options.time || options.off) {
+      throw UsageError("slide: --step, --time and --off go with --scroll ENTRY.");
+    }
+    return;
+  }
+  if (*options.scroll < 1 || *options.scroll >= static_cast<std::int32_t>(LF2000::clsSlide::ScrollEntries)) {
+    throw UsageError("slide: --scroll takes an entry from 1 to 999, not " + std::to_string(*options.scroll) +
+                     ".");
+  }
+  if (options.off && (options.step || options.time)) {
+    throw UsageError("slide: --off takes no --step and no --time; the entry keeps those it has.");
+  }
+  if (options.step && (*options.step == 0 || std::abs(std::int64_t{*options.step}) > MaximumStep)) {
+    throw UsageError("slide: --step is a number of rows up to 1000000, or below 0 to go backwards, not " +
+                     std::to_string(*options.step) + ".");
+  }
+  if (options.time && (*options.time < MinimumTime || *options.time > MaximumTime)) {
+    throw UsageError("slide: --time is from 20 to 86400000 milliseconds (a day), not " +
+                     std::to_string(*options.time) + ".");
+  }
+}
+
+void setScroll(deck::Presentation& deck, const SlideOptions& options, LF2000::clsSlide& properties) {
+  const std::string key = std::to_string(*options.scroll);
+  const bool isThere = properties.ScrollTime(key) > 0;
+  if (!isThere && (options.off || !options.step || !options.time)) {
+    fail(options.deck + ": slide " + std::to_string(options.slide) + " has no scroll entry " + key +
+         (options.off ? "." : "; give --step ROWS and --time MILLISECONDS to make it."));
+  }
+  properties.SetScrollEnabled(key, !options.off);
+  if (options.step) properties.SetScrollStep(key, *options.step);
+  if (options.time) properties.SetScrollTime(key, *options.time);
+  if (!options.off && !isScrollUsed(deck, options)) {
+    std::cerr << "lumenfold: nothing on slide " << options.slide
+              << " scrolls by this entry yet: no linked shape is named '" << key
+              << "' or takes its rows from connection "
+              << LF2000::modGlobalFunctions::Format000(*options.scroll) << ".\n";
+  }
 }
 
 void slide(const SlideOptions& options) {
+  checkScroll(options);
   Editing editing(options.deck);
   LF2000::clsSlide properties;
   const auto tags = slideOf(*editing.deck, options.slide)->Tags();
-  LF2000::modTags::ForEachTag(*tags, LF2000::modTags::SlideProperties,
-                              [&](const std::string&, const std::string& v) { properties.TagString(v); });
-  LF2000::modTags::ForEachTag(
-      *tags, LF2000::modTags::ScrollStep,
-      [&](const std::string& key, const std::string& value) { properties.AddScrollInfo(key, value); });
-  if (!options.hide && !options.refresh) {
+  for (const std::string& problem : properties.ReadTags(*tags)) {
+    std::cerr << "lumenfold: slide " << options.slide << ": " << problem << '\n';
+  }
+  if (!options.hide && !options.refresh && !options.scroll) {
     printSlide(options, properties);
     return;
   }
   if (options.hide) properties.HideWhenNoData(onOff(*options.hide));
   if (options.refresh) properties.RefreshLinkedObjects(onOff(*options.refresh));
+  if (options.scroll) setScroll(*editing.deck, options, properties);
   editing.becomeLinked();
   editing.linked.SetSlideTags(properties, options.slide);
   editing.save();
@@ -237,6 +332,9 @@ void addLinkCommand(CLI::App& program, Environment&) {
   verb->add_option("--row", options->row, "Row of the data, from 1");
   verb->add_flag("--chart", options->chart,
                  "Fill the chart with all rows: categories in the first column, a series in each other");
+  verb->add_option("--folder", options->folder,
+                   "Of a picture: the folder of the files that the column names (else the deck's)");
+  verb->add_option("--extension", options->extension, "Of a picture: what is put behind the names (jpg)");
   verb->add_option("--clock", options->clock,
                    "Show date or time in this format (\"hh:nn:ss\", \"dddd d mmmm\")");
   verb->callback([options] { link(*options); });
@@ -288,6 +386,12 @@ void addSlideCommand(CLI::App& program, Environment&) {
   verb->add_option("--refresh-linked-objects", options->refresh,
                    "Refresh the slide's linked objects in a show")
       ->check(CLI::IsMember({"on", "off"}));
+  verb->add_option("--scroll", options->scroll,
+                   "Scroll entry, 1 to 999: of the shape of that name, or else of the shapes linked to the "
+                   "connection of that number");
+  verb->add_option("--step", options->step, "Rows that the entry moves on by");
+  verb->add_option("--time", options->time, "Milliseconds between two steps");
+  verb->add_flag("--off", options->off, "Switch the entry off; it keeps its step and time");
   verb->add_flag("--json", options->json, "Print as JSON");
   verb->callback([options] { slide(*options); });
 }

@@ -29,6 +29,8 @@ class Environment {
   Environment& operator=(const Environment&) = delete;
 
   [[nodiscard]] platform::EventLoop& loop() { return loop_; }
+  /// What is being opened and how far that has come.
+  [[nodiscard]] platform::ProgressMeter& progressMeter() { return progressMeter_; }
   [[nodiscard]] platform::Shell& shell() { return shell_; }
   /// The path of a data file as this system knows it.
   [[nodiscard]] std::string localPath(std::string_view path) const { return paths_.translate(path); }

@@ -6,6 +6,7 @@
 
 #include "app/AddInHost.h"
 #include "app/LinkedShapes.h"
+#include "app/LinkedSheets.h"
 #include "deck/Presentation.h"
 #include "deck/SlideShow.h"
 #include "platform/EventLoop.h"
@@ -43,6 +44,7 @@ class FilledDeck {
  private:
   AddInHost host_;
   std::shared_ptr<deck::Presentation> deck_;
+  LinkedSheets sheets_;
   std::vector<std::vector<LinkedShape>> linked_;
   render::PictureConverter converter_;
   render::SlideRenderer renderer_;

@@ -7,6 +7,7 @@
 #include "app/Commands.h"
 #include "app/LinkedShapes.h"
 #include "app/Output.h"
+#include "app/ScrollInfo.h"
 #include "app/StoredConnections.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
@@ -61,20 +62,23 @@ Json linkInfo(const LinkedShape& shape) {
           {"connection", shape.connection},
           {"column", shape.column},
           {"row", shape.row},
-          {"format", shape.dateFormat}};
+          {"format", shape.dateFormat},
+          {"folder", shape.objectFolder},
+          {"extension", shape.objectExtension}};
 }
 
 Json slideInfo(deck::Presentation& deck, std::int32_t index) {
   const auto slide = deck.Slides()->Item(index);
   LF2000::clsSlide properties;
-  LF2000::modTags::ForEachTag(*slide->Tags(), LF2000::modTags::SlideProperties,
-                              [&](const std::string&, const std::string& v) { properties.TagString(v); });
+  Json problems = properties.ReadTags(*slide->Tags());
   Json links = Json::array();
   for (const LinkedShape& shape : linkedShapes(deck, index)) links.push_back(linkInfo(shape));
   return {{"index", index},
           {"hidden", slide->SlideShowTransition()->Hidden()},
           {"hideWhenNoData", properties.HideWhenNoData()},
           {"refreshLinkedObjects", properties.RefreshLinkedObjects()},
+          {"scroll", scrollInfo(properties)},
+          {"problems", std::move(problems)},
           {"links", links}};
 }
 
@@ -96,6 +100,14 @@ Json deckInfo(deck::Presentation& deck) {
 
 std::string text(const Json& value) { return oneLine(value.get<std::string>()); }
 
+/// Of a picture with the folder and the extension around it.
+std::string columnText(const Json& link) {
+  const std::string folder = text(link["folder"]);
+  const std::string extension = text(link["extension"]);
+  return (folder.empty() ? "" : folder + "\\") + text(link["column"]) +
+         (extension.empty() ? "" : "." + extension);
+}
+
 void printLinks(const Json& slides) {
   std::vector<std::vector<std::string>> rows;
   for (const Json& slide : slides) {
@@ -106,7 +118,7 @@ void printLinks(const Json& slides) {
                       isClock ? "clock" : text(link["connection"]),
                       isClock   ? text(link["format"])
                       : isChart ? "chart, all columns"
-                                : text(link["column"]),
+                                : columnText(link),
                       isClock   ? ""
                       : isChart ? "all"
                                 : basic::CStr(link["row"].get<double>())});
@@ -123,9 +135,16 @@ void printSlides(const Json& slides) {
     if (slide["hidden"] == true) remarks += " hidden,";
     if (slide["hideWhenNoData"] == true) remarks += " hides when it has no data,";
     if (slide["refreshLinkedObjects"] == true) remarks += " refreshes its linked objects,";
-    if (remarks.empty()) continue;
-    remarks.pop_back();
-    std::cout << "Slide " << slide["index"] << ":" << remarks << '\n';
+    for (const Json& entry : slide["scroll"]) {
+      if (entry["enabled"] == true) remarks += " scrolls by entry " + entry["entry"].dump() + ",";
+    }
+    if (!remarks.empty()) {
+      remarks.pop_back();
+      std::cout << "Slide " << slide["index"] << ":" << remarks << '\n';
+    }
+    for (const Json& problem : slide["problems"]) {
+      std::cout << "Slide " << slide["index"] << ": " << text(problem) << '\n';
+    }
   }
 }
 

@@ -17,6 +17,9 @@ struct LinkedShape {
   std::string column;
   double row = 0;
   std::string dateFormat;
+  /// Of a picture or a linked object.
+  std::string objectFolder;
+  std::string objectExtension;
 };
 
 /// The id of a shape's element on a screen.

@@ -11,6 +11,7 @@
 #include "app/Commands.h"
 #include "app/Environment.h"
 #include "app/Failure.h"
+#include "app/LinkedSheets.h"
 #include "app/LiveShow.h"
 #include "app/Token.h"
 #include "web/Server.h"
@@ -50,6 +51,7 @@ class ShowRun {
       : options_(options),
         environment_(environment),
         deck_(host_.open(options.deck)),
+        sheets_(deck_, environment.loop()),
         live_(host_.application(), deck_, environment.loop(), [this] { return host_.runtimeTimer(); },
               {staleData(options), options.whenEmpty}) {}
 
@@ -136,6 +138,7 @@ class ShowRun {
   Environment& environment_;
   AddInHost host_;
   std::shared_ptr<deck::Presentation> deck_;
+  LinkedSheets sheets_;
   LiveShow live_;
   std::unique_ptr<host::Timer> finish_;
   bool stopping_ = false;

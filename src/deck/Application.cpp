@@ -36,6 +36,7 @@ std::shared_ptr<Presentation> Application::open(const std::string& path, const L
   FileContent content = readFile(full);
   auto package = Package::fromBytes(std::move(content.bytes), full, limits);
   auto presentation = keep(std::make_shared<Presentation>(std::move(package), full, content.state));
+  presentation->loadLinkedPictures();
   raise<PowerPoint::Presentation>(&PowerPoint::ApplicationEvents::PresentationOpen, presentation);
   return presentation;
 }

@@ -99,12 +99,16 @@ fs::path resolved(const std::string& path) {
 
 }  // namespace
 
-FileContent readFile(const std::string& path) {
+FileContent readFile(const std::string& path, std::uint64_t maximum) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failRead(path, std::strerror(errno));
   if (S_ISDIR(status.st_mode)) failRead(path, "it is a folder");
   if (!S_ISREG(status.st_mode)) failRead(path, "it is no regular file");
+  if (static_cast<std::uint64_t>(status.st_size) > maximum) {
+    failRead(path, "it has " + std::to_string(status.st_size >> 20U) + " MB, more than the " +
+                       std::to_string(maximum >> 20U) + " MB allowed");
+  }
   FileContent content{std::string(static_cast<std::size_t>(status.st_size), '\0'), stateOf(status)};
   std::size_t got = 0;
   while (got < content.bytes.size()) {

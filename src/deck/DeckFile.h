@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -22,8 +23,10 @@ struct FileContent {
   FileState state;
 };
 
-/// Reads a whole regular file. Throws basic::Error naming the file and why.
-FileContent readFile(const std::string& path);
+/// Reads a whole regular file of at most `maximum` bytes. Throws basic::Error
+/// naming the file and why.
+FileContent readFile(const std::string& path,
+                     std::uint64_t maximum = std::numeric_limits<std::uint64_t>::max());
 
 /// Replaces a file, or creates it, so that a crash at any moment leaves the old
 /// file or the new one: a new file beside it is flushed and renamed over it. The

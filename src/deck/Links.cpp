@@ -6,6 +6,7 @@
 #include "basic/Strings.h"
 #include "deck/Failure.h"
 #include "deck/Percent.h"
+#include "deck/PictureFile.h"
 
 namespace deck {
 namespace {
@@ -49,6 +50,23 @@ std::string sourcePath(std::string_view target, std::string_view deckPath) {
   }
   if (path.starts_with("//")) return withBackslashes(path);
   return hasDrive(path) ? withBackslashes(path) : path;
+}
+
+std::string linkSource(const Presentation& presentation, std::int32_t slideIndex, pugi::xml_node shape) {
+  const std::string_view id = linkRelationship(shape);
+  const Relationship* link = id.empty() ? nullptr : presentation.slidePart(slideIndex).relationship(id);
+  if (link == nullptr || !link->external) return {};
+  return sourcePath(link->target, presentation.FullName());
+}
+
+std::string LinkFormat::SourceFullName() const {
+  return shown_.value_or(linkSource(*presentation_, slideIndex_, shape_));
+}
+
+void LinkFormat::Update() {
+  if (!shown_) return presentation_->updateLink(slideIndex_, shape_);
+  if (shown_->empty()) return presentation_->showOwnPicture(slideIndex_, shape_);
+  presentation_->showPicture(slideIndex_, shape_, readPictureFile(*shown_));
 }
 
 }  // namespace deck

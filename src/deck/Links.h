@@ -1,19 +1,29 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "host/powerpoint.h"
+#include "deck/Presentation.h"
 
 namespace deck {
 
+/// Of a picture or a linked object. What it is given to show is of no lasting
+/// effect: the deck's own file keeps the shape's own picture (LivePictures).
 class LinkFormat final : public PowerPoint::LinkFormat {
  public:
-  explicit LinkFormat(std::string source) : source_(std::move(source)) {}
-  [[nodiscard]] std::string SourceFullName() const override { return source_; }
+  LinkFormat(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex, pugi::xml_node shape)
+      : presentation_(std::move(presentation)), slideIndex_(slideIndex), shape_(shape) {}
+  [[nodiscard]] std::string SourceFullName() const override;
+  void SourceFullName(std::string_view path) override { shown_ = path; }
+  void Update() override;
 
  private:
-  std::string source_;
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t slideIndex_;
+  pugi::xml_node shape_;
+  std::optional<std::string> shown_;
 };
 
 class OLEFormat final : public PowerPoint::OLEFormat {
@@ -25,6 +35,9 @@ class OLEFormat final : public PowerPoint::OLEFormat {
  private:
   std::string progId_;
 };
+
+/// The source of a shape that is linked to a file; empty when it is not.
+std::string linkSource(const Presentation& presentation, std::int32_t slideIndex, pugi::xml_node shape);
 
 /// The path that an external relationship's target means: of a file URL the
 /// path, as its system writes it ("C:\data\book.xlsx!Sheet1!R1C1:R2C2",

@@ -157,6 +157,7 @@ void Package::setBytes(Part& part, std::string bytes) {
   part.bytes_ = std::move(bytes);
   part.hasBytes_ = true;
   part.changed_ = true;
+  part.version_ = ++lastVersion_;
 }
 
 void Package::remove(Part& part) {
@@ -164,6 +165,8 @@ void Package::remove(Part& part) {
   contentTypes_->forget(part.name());
   byName_.erase(part.name());
   part.removed_ = true;
+  // What was never saved leaves nothing behind.
+  if (part.entry_ < 0) std::erase_if(parts_, [&](const auto& one) { return one.get() == &part; });
 }
 
 std::string Package::freeName(std::string_view stem, std::string_view extension) {

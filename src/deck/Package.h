@@ -55,8 +55,8 @@ struct Relationship {
   [[nodiscard]] bool is(std::string_view typeName) const;
 };
 
-/// One part. Lives as long as its package, or until it is removed and the
-/// package saved.
+/// One part. Lives as long as its package, or until it is removed: a new one at
+/// once, any other when the package is then saved.
 class Part {
  public:
   ~Part();
@@ -67,6 +67,8 @@ class Part {
   /// Empty when the package states none.
   [[nodiscard]] std::string contentType() const;
   [[nodiscard]] Package& package() const { return *package_; }
+  /// 0 as the package was opened; another one, never used before, with each setBytes.
+  [[nodiscard]] std::uint64_t version() const { return version_; }
 
   /// The part's present content. The view holds until the part changes or is
   /// parsed by xml().
@@ -103,7 +105,8 @@ class Part {
 
   Package* package_;
   std::string name_;
-  std::int64_t entry_;    // index in the archive, -1 for a new part
+  std::int64_t entry_;  // index in the archive, -1 for a new part
+  std::uint64_t version_ = 0;
   bool changed_ = false;  // since the package was opened or saved
   bool removed_ = false;
   bool hasBytes_ = false;
@@ -191,6 +194,7 @@ class Package {
   std::vector<std::unique_ptr<Part>> parts_;
   std::unordered_map<std::string_view, Part*, NameHash, NameEqual> byName_;
   std::unordered_map<std::string, int> lastNumber_;  // given out by freeName, by stem
+  std::uint64_t lastVersion_ = 0;                    // given out by setBytes
   std::unique_ptr<Part> root_;                       // the nameless source of the package's relationships
   std::unique_ptr<ContentTypes> contentTypes_;
 };

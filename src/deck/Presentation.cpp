@@ -5,9 +5,11 @@
 
 #include "deck/Application.h"
 #include "deck/Failure.h"
+#include "deck/Links.h"
 #include "deck/Slide.h"
 #include "deck/SlideShowSettings.h"
 #include "deck/Tags.h"
+#include "host/services.h"
 
 namespace deck {
 namespace {
@@ -17,7 +19,11 @@ std::string_view rootName(Part& part) { return part.xml().document_element().nam
 }  // namespace
 
 Presentation::Presentation(std::unique_ptr<Package> package, std::string path, std::optional<FileState> state)
-    : package_(std::move(package)), path_(std::move(path)), state_(state), tags_(*package_) {
+    : package_(std::move(package)),
+      path_(std::move(path)),
+      state_(state),
+      tags_(*package_),
+      pictures_(*package_) {
   part_ = package_->related(relationship::OfficeDocument);
   const std::string refused = inQuotes(package_->name()) + " cannot be opened: ";
   if (part_ == nullptr) fail(refused + "its presentation part is missing");
@@ -76,6 +82,7 @@ void Presentation::write() {
   if (path_.empty()) fail("The presentation has no file yet: save it as a copy under a name.");
   tags_.write();
   charts_.write();
+  const LivePictures::Absence ownPictures(pictures_, /*dataStay=*/false);
   std::string bytes = package_->serialize();
   state_ = replaceFile(path_, bytes, state_ ? &*state_ : nullptr);
   package_->rebase(std::move(bytes));
@@ -85,6 +92,7 @@ void Presentation::write() {
 void Presentation::SaveCopyAs(std::string_view fileName) {
   tags_.write();
   charts_.write();
+  const LivePictures::Absence ownLinks(pictures_, /*dataStay=*/true);
   const FileState written = replaceFile(std::string(fileName), package_->serialize());
   if (fileName == path_) state_ = written;
 }
@@ -102,7 +110,81 @@ std::shared_ptr<PowerPoint::SlideShowSettings> Presentation::SlideShowSettings()
 }
 
 void Presentation::UpdateLinks() {
+  std::string failure;
+  for (std::int32_t slide = 1; slide <= slideCount(); ++slide) {
+    for (const pugi::xml_node shape : shapesOf(slide).all()) {
+      try {
+        updateLink(slide, shape);
+      } catch (const basic::Error& error) {
+        if (failure.empty()) failure = error.description;
+      }
+    }
+  }
   notify([](ChangeListener& listener) { listener.linksUpdated(); });
+  if (!failure.empty()) fail(failure);
+}
+
+void Presentation::updateLink(std::int32_t slideIndex, pugi::xml_node shape) {
+  if (shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) return;
+  if (pictures_.shows(shape, LivePictures::Reason::Data)) return;
+  const std::string source = linkSource(*this, slideIndex, shape);
+  // What lies on another computer's server is not fetched.
+  if (source.empty() || source.find("://") != std::string::npos) return;
+  const host::Files* files = host::Current().files;
+  PictureFile picture = readPictureFile(files != nullptr ? files->LocalPath(source) : source);
+  if (pictures_.show(slidePart(slideIndex), shape, std::move(picture), LivePictures::Reason::OwnLink)) {
+    tellOfShape(slideIndex, shape);
+  }
+}
+
+void Presentation::loadLinkedPictures() {
+  for (std::int32_t slide = 1; slide <= slideCount(); ++slide) {
+    for (const pugi::xml_node shape : shapesOf(slide).all()) {
+      if (shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) continue;
+      if (!pictureOf(shape).attribute("r:embed")) loadLink(slide, shape);
+    }
+  }
+}
+
+void Presentation::loadLink(std::int32_t slideIndex, pugi::xml_node shape) {
+  try {
+    updateLink(slideIndex, shape);
+  } catch (const basic::Error&) {  // as PowerPoint opens a deck whose links are broken
+  }
+}
+
+void Presentation::showPicture(std::int32_t slideIndex, pugi::xml_node shape, PictureFile picture) {
+  requirePicture(slideIndex, shape);
+  if (pictures_.show(slidePart(slideIndex), shape, std::move(picture), LivePictures::Reason::Data)) {
+    noteShapeChange(slideIndex, shape);
+  }
+}
+
+void Presentation::requirePicture(std::int32_t slideIndex, pugi::xml_node shape) const {
+  if (pictureOf(shape)) return;
+  fail("The shape " + inQuotes(shapeName(shape)) + " on slide " + std::to_string(slideIndex) +
+       " holds no picture whose place another could take.");
+}
+
+void Presentation::showLinkedObject(std::int32_t slideIndex, std::uint32_t shapeId, PictureFile picture) {
+  const std::vector<pugi::xml_node>& shapes = shapesOf(slideIndex).all();
+  const auto shape = std::find_if(shapes.begin(), shapes.end(),
+                                  [&](pugi::xml_node node) { return deck::shapeId(node) == shapeId; });
+  if (shape == shapes.end()) {
+    fail("There is no shape of the id " + std::to_string(shapeId) + " on slide " +
+         std::to_string(slideIndex) + ".");
+  }
+  requirePicture(slideIndex, *shape);
+  if (pictures_.shows(*shape, LivePictures::Reason::Data)) return;
+  if (pictures_.show(slidePart(slideIndex), *shape, std::move(picture), LivePictures::Reason::OwnLink)) {
+    tellOfShape(slideIndex, *shape);
+  }
+}
+
+void Presentation::showOwnPicture(std::int32_t slideIndex, pugi::xml_node shape) {
+  if (!pictures_.shows(shape, LivePictures::Reason::Data) || !pictures_.showOwn(shape)) return;
+  loadLink(slideIndex, shape);
+  noteShapeChange(slideIndex, shape);
 }
 
 std::int32_t Presentation::slideCount() const { return static_cast<std::int32_t>(slides_.size()); }
@@ -146,6 +228,10 @@ void Presentation::noteChange(Part& part) {
 
 void Presentation::noteShapeChange(std::int32_t slideIndex, pugi::xml_node shape) {
   noteChange(slidePart(slideIndex));
+  tellOfShape(slideIndex, shape);
+}
+
+void Presentation::tellOfShape(std::int32_t slideIndex, pugi::xml_node shape) {
   notify([&](ChangeListener& listener) { listener.shapeChanged(slideIndex, shapeId(shape)); });
 }
 

@@ -9,6 +9,7 @@
 
 #include "deck/ChartStore.h"
 #include "deck/DeckFile.h"
+#include "deck/LivePictures.h"
 #include "deck/Package.h"
 #include "deck/ShapeNode.h"
 #include "deck/TagStore.h"
@@ -63,6 +64,20 @@ class Presentation final : public PowerPoint::Presentation,
   [[nodiscard]] TagStore& tagStore() { return tags_; }
   [[nodiscard]] ChartStore& charts() { return charts_; }
 
+  /// The shape shows this picture in place of its own. One without a place for a
+  /// picture is an error.
+  void showPicture(std::int32_t slideIndex, pugi::xml_node shape, PictureFile picture);
+  void showOwnPicture(std::int32_t slideIndex, pugi::xml_node shape);
+  /// The linked object of that id shows this picture of its source; what data
+  /// name goes before. An error when it is not on the slide or shows no picture.
+  void showLinkedObject(std::int32_t slideIndex, std::uint32_t shapeId, PictureFile picture);
+  /// Reads the file of a linked picture anew. Of any other shape nothing is to be
+  /// read here. What cannot be read is an error.
+  void updateLink(std::int32_t slideIndex, pugi::xml_node shape);
+  /// Reads the linked pictures that the deck holds no copy of. Those that cannot
+  /// be read stay empty.
+  void loadLinkedPictures();
+
   /// A listener must outlive its subscription.
   void addListener(ChangeListener& listener);
   void removeListener(ChangeListener& listener);
@@ -87,6 +102,10 @@ class Presentation final : public PowerPoint::Presentation,
   void loadSlides();
   [[nodiscard]] const SlideEntry& slide(std::int32_t index) const;
   void write();
+  /// Reads a linked picture's file, if it can be read.
+  void loadLink(std::int32_t slideIndex, pugi::xml_node shape);
+  void requirePicture(std::int32_t slideIndex, pugi::xml_node shape) const;
+  void tellOfShape(std::int32_t slideIndex, pugi::xml_node shape);
   template <typename Event>
   void notify(const Event& event);
 
@@ -97,6 +116,7 @@ class Presentation final : public PowerPoint::Presentation,
   std::vector<SlideEntry> slides_;
   TagStore tags_;
   ChartStore charts_;
+  LivePictures pictures_;
   std::vector<ChangeListener*> listeners_;
   Application* application_ = nullptr;
   bool saved_ = true;

@@ -44,10 +44,10 @@ std::shared_ptr<PowerPoint::Tags> Shape::Tags() {
 }
 
 std::shared_ptr<PowerPoint::LinkFormat> Shape::LinkFormat() {
-  const std::string_view id = linkRelationship(node_);
-  const Relationship* link = id.empty() ? nullptr : presentation_->slidePart(slideIndex_).relationship(id);
-  if (link == nullptr || !link->external) failFor("is not linked to a file");
-  return std::make_shared<deck::LinkFormat>(sourcePath(link->target, presentation_->FullName()));
+  if (!pictureOf(node_) && linkSource(*presentation_, slideIndex_, node_).empty()) {
+    failFor("shows no picture and is not linked to a file");
+  }
+  return std::make_shared<deck::LinkFormat>(presentation_, slideIndex_, node_);
 }
 
 std::shared_ptr<PowerPoint::OLEFormat> Shape::OLEFormat() {

@@ -78,13 +78,20 @@ class TextFrame {
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::TextRange> TextRange() = 0;
 };
 
-/// Present on linked pictures and linked objects.
+/// Present on pictures, embedded ones too, and on linked objects.
 class LinkFormat {
  public:
   virtual ~LinkFormat() = default;
   /// The source's full path; for a part of a workbook followed by "!" and the
-  /// sheet or range.
+  /// sheet or range. Empty for an embedded picture.
   [[nodiscard]] virtual std::string SourceFullName() const = 0;
+  /// The picture file that the shape shows from the next Update on, in its frame
+  /// and with its crop, without a change to what it is linked to; the empty text
+  /// means its own content. A host saves a presentation with the own content.
+  virtual void SourceFullName(std::string_view path) = 0;
+  /// Reads the file anew. What cannot be read or is no picture is an error, and
+  /// the shape goes on showing what it shows.
+  virtual void Update() = 0;
 };
 
 /// Present on embedded and linked objects, and on charts.
@@ -106,7 +113,7 @@ class Shape {
   /// An error on a shape without a text frame.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::TextFrame> TextFrame() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
-  /// An error on a shape that is not linked.
+  /// An error on a shape that is neither picture nor linked.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() = 0;
   /// An error on a shape that is neither object nor chart.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() = 0;

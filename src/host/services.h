@@ -28,6 +28,9 @@ class Clock {
   [[nodiscard]] virtual basic::Date Now() const = 0;
   /// Seconds since local midnight, with fraction.
   [[nodiscard]] virtual float Timer() const = 0;
+  /// Milliseconds since some moment in the past. Goes on evenly, whatever is done
+  /// to the time of day.
+  [[nodiscard]] virtual std::int64_t TickCount() const = 0;
 };
 
 /// A form's timer: created off. It never fires inside its own handler.
@@ -73,6 +76,12 @@ class Files {
   virtual void Kill(std::string_view path) = 0;
   /// FileDateTime, to the finest resolution that the file system keeps.
   [[nodiscard]] virtual basic::Date FileDateTime(std::string_view path) const = 0;
+  /// The path as this system knows it.
+  [[nodiscard]] virtual std::string LocalPath(std::string_view path) const = 0;
+  /// The path, as this system knows it, of a file in a folder or in one below it.
+  /// A name that leads out of the folder, by itself or through links, is an error
+  /// whether there is such a file or not; so is a file that is missing.
+  [[nodiscard]] virtual std::string FileWithin(std::string_view folder, std::string_view name) const = 0;
   /// Folder of temporary files, with the separator at its end.
   [[nodiscard]] virtual std::string TempPath() const = 0;
   /// Creates a new empty file with a unique name that begins with the prefix.

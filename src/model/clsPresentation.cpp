@@ -1,6 +1,7 @@
 #include "model/clsPresentation.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "addin/modDebug.h"
 #include "addin/modErrors.h"
@@ -9,6 +10,7 @@
 #include "basic/Strings.h"
 #include "host/services.h"
 #include "model/modGraph.h"
+#include "model/modLinkedFiles.h"
 #include "model/modTags.h"
 
 namespace LF2000 {
@@ -17,7 +19,7 @@ using modDebug::DebugKind;
 
 namespace {
 
-constexpr std::int32_t DisplayValue = 1;
+constexpr std::int32_t ShowsValues = 1;
 
 void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsPresentation", text); }
 
@@ -224,9 +226,8 @@ void clsPresentation::SetSlideTags(const clsSlide& slide, std::int32_t slideInde
   modTags::RemoveTags(*tags, modTags::SlideProperties);
   modTags::RemoveTags(*tags, modTags::ScrollStep);
   tags->Add(modTags::SlideProperties, slide.TagString());
-  for (std::size_t n = 1; n < clsSlide::ScrollEntries; ++n) {
-    const std::string key = std::to_string(n);
-    if (slide.ScrollTime(key) <= 0) continue;
+  for (const std::int32_t number : slide.ScrollEntryNumbers()) {
+    const std::string key = std::to_string(number);
     tags->Add(std::string(modTags::ScrollStep) + key,
               basic::CStr(slide.ScrollEnabled(key)) + modTags::FieldSeparator +
                   basic::CStr(slide.ScrollStep(key)) + modTags::FieldSeparator +
@@ -254,6 +255,7 @@ void clsPresentation::SetDistributionListTags(basic::Date start, basic::Date sto
 }
 
 void clsPresentation::FillValues(bool requery) try {
+  objectFailureTold_ = false;
   if (requery) {
     for (const auto& connection : connections_) connection->Requery(true);
   }
@@ -266,6 +268,7 @@ void clsPresentation::FillValues(bool requery) try {
     clsShape link;
     link.ActivePresentation(this);
     ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+      // A shape that scrolls shows its own row: nothing moves at design time.
       if (modDebug::DebugOn) Log(DebugKind::Event, "FillingValues:New shape:" + shape->Name());
       link.ShapeItem(shape);
       if (link.LumenfoldEnabled()) FillShape(link);
@@ -295,11 +298,11 @@ void clsPresentation::FillShape(const clsShape& link) {
       if (range->Text() != text) range->Text(text);
       return;
     }
-    case SourceType::Graph:
-      if (displayType == DisplayValue) FillGraph(link);
-      return;
     case SourceType::LinkedObject:
-      // Without a value such a shape stays as it is, and nothing delivers one yet.
+      FillObject(link, displayType);
+      return;
+    case SourceType::Graph:
+      if (displayType == ShowsValues) FillGraph(link);
       return;
     case SourceType::NotLinked:
       return;
@@ -314,6 +317,29 @@ void clsPresentation::FillGraph(const clsShape& link) try {
   CatchError(modErrors::FillingValues);
 }
 
+void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType) try {
+  PowerPoint::Shape& shape = *link.ShapeItem();
+  if (displayType != ShowsValues) {
+    // A picture has no way to show a link's name.
+    modLinkedFiles::ShowOwnContent(shape);
+    return;
+  }
+  const auto connection = FindConnection(link.ConnectionTagNumber());
+  if (!connection || !connection->ConnectionReady()) return;
+  bool noValue = true;
+  const std::string name =
+      connection->GetValueObject(link.Row(), link.ColumnName(), link.ObjectFolder(), link.ObjectExtension(),
+                                 ShowsValues, /*showMarkers=*/false, noValue);
+  if (noValue) return;
+  modLinkedFiles::ShowFile(shape,
+                           modLinkedFiles::FindFile(name, link.ObjectFolder(), presentation_->FullName()));
+} catch (...) {
+  // The picture stays, the other shapes are filled, and of many failures the first is told.
+  modErrors::SetLastError();
+  Log(DebugKind::Error, link.ShapeItem()->Name() + ":" + modErrors::LastError.Description);
+  if (!std::exchange(objectFailureTold_, true)) modErrors::ReportError(modErrors::FillingValues);
+}
+
 void clsPresentation::PrepareSave() try {
   if (!modTags::HasVersionTag(*presentation_)) return;
   ForEachSlide(*presentation_, [](PowerPoint::Slide& slide) {
@@ -322,7 +348,16 @@ void clsPresentation::PrepareSave() try {
       link.ShapeItem(shape);
       if (!link.LumenfoldEnabled()) return;
       if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) modGraph::RestoreGraph(*shape);
-      if (shape->HasTextFrame() && shape->TextFrame()->HasText()) shape->TextFrame()->TextRange()->Text(" ");
+      bool isDone = false;
+      if (link.SourceType() == static_cast<std::int32_t>(SourceType::LinkedObject)) {
+        modGlobalFunctions::IgnoreErrors([&] {
+          modLinkedFiles::ShowOwnContent(*shape);
+          isDone = true;
+        });
+      }
+      if (!isDone && shape->HasTextFrame() && shape->TextFrame()->HasText()) {
+        shape->TextFrame()->TextRange()->Text(" ");
+      }
     });
   });
 } catch (...) {

@@ -48,8 +48,8 @@ class clsPresentation {
 
   /// Fills all linked shapes, after a requery of every connection when asked.
   void FillValues(bool requery);
-  /// Blanks the live texts and gives charts their author's data back, so that a
-  /// save stores no live value.
+  /// Blanks the live texts and gives pictures and charts what their author put
+  /// into them, so that a save stores no live value.
   void PrepareSave();
   [[nodiscard]] bool SlideHasConnections(PowerPoint::Slide& slide) const;
 
@@ -71,6 +71,7 @@ class clsPresentation {
   void CloseMeter();
   void FillShape(const clsShape& link);
   void FillGraph(const clsShape& link);
+  void FillObject(const clsShape& link, std::int32_t displayType);
   void RequireVersionTag();
 
   std::shared_ptr<PowerPoint::Presentation> presentation_;
@@ -80,6 +81,7 @@ class clsPresentation {
   basic::Date distributionStop_;
   std::vector<std::string> distributionList_;
   bool meterShown_ = false;
+  bool objectFailureTold_ = false;
 };
 
 }  // namespace LF2000

@@ -43,6 +43,31 @@ void clsSlide::TagString(std::string_view text) try {
   modErrors::ReportError(modErrors::SettingConnectionTag);
 }
 
+std::vector<std::string> clsSlide::ReadTags(const PowerPoint::Tags& tags) {
+  std::vector<std::string> problems;
+  modTags::ForEachTag(tags, modTags::SlideProperties,
+                      [&](const std::string&, const std::string& value) { TagString(value); });
+  modTags::ForEachTag(tags, modTags::ScrollStep, [&](const std::string& key, const std::string& value) {
+    clsSlide entry;
+    try {
+      entry.AddScrollInfo(key, value);
+    } catch (const basic::Error& error) {
+      problems.push_back("Scroll entry " + key + " cannot be read: " + error.description + ".");
+      return;
+    }
+    AddScrollInfo(key, value);
+  });
+  return problems;
+}
+
+std::vector<std::int32_t> clsSlide::ScrollEntryNumbers() const {
+  std::vector<std::int32_t> numbers;
+  for (std::size_t n = 1; n < ScrollEntries; ++n) {
+    if (scrollTime_[n] > 0) numbers.push_back(static_cast<std::int32_t>(n));
+  }
+  return numbers;
+}
+
 void clsSlide::AddScrollInfo(std::string_view key, std::string_view value) {
   const std::size_t index = Index(key);
   const std::vector<std::string> pieces = basic::Split(value, modTags::FieldSeparator);

@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "host/powerpoint.h"
 
 namespace LF2000 {
 
@@ -19,9 +22,16 @@ class clsSlide {
   /// clears RefreshLinkedObjects. A text that cannot be parsed is reported.
   void TagString(std::string_view text);
 
+  /// Reads the settings from a slide's tags. An entry that cannot be read is left
+  /// out; the answer says which and why.
+  std::vector<std::string> ReadTags(const PowerPoint::Tags& tags);
+
   /// Stores the pieces of ScrollEnabled, TAB, ScrollStep, TAB, ScrollTime in
   /// order; what was stored before a failing piece stays.
   void AddScrollInfo(std::string_view key, std::string_view value);
+
+  /// The numbers of the entries that are stored: those with a time.
+  [[nodiscard]] std::vector<std::int32_t> ScrollEntryNumbers() const;
 
   [[nodiscard]] bool ScrollEnabled(std::string_view key) const;
   /// Rows.

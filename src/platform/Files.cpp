@@ -43,6 +43,12 @@ basic::Date Files::FileDateTime(std::string_view path) const {
   return localDate(status.st_mtim);
 }
 
+std::string Files::LocalPath(std::string_view path) const { return paths_.translate(path); }
+
+std::string Files::FileWithin(std::string_view folder, std::string_view name) const {
+  return paths_.within(folder, name);
+}
+
 std::string Files::TempPath() const {
   const char* const named = std::getenv("TMPDIR");
   std::string folder = named != nullptr && *named == '/' ? named : "/tmp";

@@ -19,6 +19,8 @@ class Files final : public host::Files {
   void Kill(std::string_view path) override;
   /// Of the last change, to a microsecond.
   [[nodiscard]] basic::Date FileDateTime(std::string_view path) const override;
+  [[nodiscard]] std::string LocalPath(std::string_view path) const override;
+  [[nodiscard]] std::string FileWithin(std::string_view folder, std::string_view name) const override;
   /// $TMPDIR or /tmp.
   [[nodiscard]] std::string TempPath() const override;
   [[nodiscard]] std::string TempFileName(std::string_view folder, std::string_view prefix) override;

@@ -12,9 +12,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void fail(std::string description) {
-  throw basic::Error(static_cast<std::int32_t>(basic::RuntimeError::PathNotFound), "Lumenfold",
-                     std::move(description));
+// Numbers of the language's own errors.
+constexpr std::int32_t FileNotFound = 53;
+constexpr std::int32_t PermissionDenied = 70;
+constexpr std::int32_t PathNotFound = 76;
+
+[[noreturn]] void fail(std::string description, std::int32_t number = PathNotFound) {
+  throw basic::Error(number, "Lumenfold", std::move(description));
 }
 
 std::string withSlashes(std::string_view path) { return basic::Replace(path, "\\", "/"); }
@@ -96,6 +100,32 @@ std::string PathRules::translate(std::string_view path) const {
          folderOf(path) + " = /srv/data' to the section [Paths] of " + settings_.file() + ".");
   }
   return found(target, std::string_view(slashed).substr(std::min(slashed.size(), longest.size() + 1)));
+}
+
+std::string PathRules::within(std::string_view folder, std::string_view name) const {
+  const std::string slashed = withSlashes(name);
+  const std::string what = "'" + std::string(name) + "'";
+  const std::string outside =
+      what + " leads out of the folder '" + std::string(folder) + "'; only what lies in it is shown.";
+  const auto isOutside = [](const fs::path& path) { return path.is_absolute() || *path.begin() == ".."; };
+  if (name.empty() || name.find('\0') != std::string_view::npos) {
+    fail(what + " is no name of a file.", FileNotFound);
+  }
+  if (hasDrive(name) || isOutside(fs::path(slashed).lexically_normal())) {
+    fail(outside, PermissionDenied);
+  }
+  std::error_code missing;
+  const fs::path root = fs::canonical(translate(folder), missing);
+  if (missing) {
+    fail("The folder '" + std::string(folder) + "' cannot be found: " + missing.message() + ".");
+  }
+  fs::path file = fs::canonical(found(root.string(), slashed), missing);
+  if (missing) {
+    fail(what + " cannot be found in the folder '" + std::string(folder) + "': " + missing.message() + ".",
+         FileNotFound);
+  }
+  if (isOutside(file.lexically_relative(root))) fail(outside, PermissionDenied);
+  return file.string();
 }
 
 }  // namespace platform

@@ -27,6 +27,12 @@ class PathRules {
   /// translation; and on an empty path and a web address.
   [[nodiscard]] std::string translate(std::string_view path) const;
 
+  /// The real path of a file that lies in the folder or below it, which is itself
+  /// translated. In the name, too, "\\" separates folders and case may differ.
+  /// Fails on a name that leads out of the folder, absolute, by "..", or through
+  /// a symbolic link, and on a file that is not there.
+  [[nodiscard]] std::string within(std::string_view folder, std::string_view name) const;
+
  private:
   const Settings& settings_;
 };

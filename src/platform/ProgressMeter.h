@@ -1,15 +1,34 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "host/services.h"
 
 namespace platform {
 
-/// One line on the terminal that is written over; nothing where standard error
-/// is no terminal.
+/// How far something has come.
+struct Progress {
+  /// Steps done, of `maximum`; 0 of 0 where the number is not known.
+  std::int32_t step = 0;
+  std::int32_t maximum = 0;
+  std::string caption;
+  /// What is being done now; may be empty.
+  std::string text;
+};
+
+/// One line on the terminal that is written over, cut to the terminal's width;
+/// nothing where standard error is no terminal. Whoever wants to show it elsewhere
+/// watches.
 class ProgressMeter final : public host::ProgressMeter {
  public:
+  /// Told of every change; null when the meter was closed. Does not throw. An
+  /// empty one ends the watch.
+  using Watcher = std::function<void(const Progress*)>;
+
   /// The descriptor stands for standard error.
   explicit ProgressMeter(int output = 2) : output_(output) {}
 
@@ -18,15 +37,18 @@ class ProgressMeter final : public host::ProgressMeter {
   void Step() override;
   void Close() override;
 
+  void watch(Watcher watcher) { watcher_ = std::move(watcher); }
+  /// Null while no meter is open.
+  [[nodiscard]] const Progress* progress() const { return progress_ ? &*progress_ : nullptr; }
+
  private:
+  void changed() const;
   void draw() const;
 
   int output_;
-  bool shown_ = false;
-  std::string caption_;
-  std::string text_;
-  std::int32_t maximum_ = 0;
-  std::int32_t step_ = 0;
+  bool isTerminal_ = false;
+  std::optional<Progress> progress_;
+  Watcher watcher_;
 };
 
 }  // namespace platform

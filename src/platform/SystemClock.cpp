@@ -1,5 +1,7 @@
 #include "platform/SystemClock.h"
 
+#include <chrono>
+
 #include "platform/LocalTime.h"
 
 namespace platform {
@@ -20,5 +22,10 @@ basic::Date SystemClock::Now() const {
 }
 
 float SystemClock::Timer() const { return static_cast<float>(secondsSinceMidnight(present())); }
+
+std::int64_t SystemClock::TickCount() const {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
 
 }  // namespace platform

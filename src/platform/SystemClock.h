@@ -10,6 +10,7 @@ class SystemClock final : public host::Clock {
  public:
   [[nodiscard]] basic::Date Now() const override;
   [[nodiscard]] float Timer() const override;
+  [[nodiscard]] std::int64_t TickCount() const override;
 };
 
 }  // namespace platform

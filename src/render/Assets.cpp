@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "render/ImageInfo.h"
 #include "render/PictureConverter.h"
@@ -66,13 +67,38 @@ const Asset* Assets::add(deck::Part& part) {
   const auto [at, isNew] = byPart_.try_emplace(part.name());
   auto& known = at->second;
   if (isNew) {
+    known.version = part.version();
+    read(known, part);
+  } else if (known.version != part.version()) {
+    Known fresh;
+    fresh.version = part.version();
+    fresh.held = std::move(known.held);
+    fresh.heldBefore = std::move(known.heldBefore);
+    known = std::move(fresh);
     read(known, part);
   } else if (!known.asset && !known.foreignName.empty()) {
     convert(known, known.foreignName, {}, 0, 0);
   }
-  if (known.asset) partByName_.try_emplace(known.asset->name, part.name());
+  if (known.asset && known.version != 0) {
+    hold(known, part);
+  } else if (known.asset) {
+    partByName_.try_emplace(known.asset->name, part.name());
+  }
   note(known, part);
   return known.asset.get();
+}
+
+void Assets::hold(Known& known, deck::Part& part) {
+  const std::string& name = known.asset->name;
+  if (known.held && known.held->asset.name == name) return;
+  const std::shared_ptr<const Held> forgotten = std::exchange(known.heldBefore, known.held);
+  known.held = heldByName_[name].lock();
+  if (!known.held) {
+    known.held = std::make_shared<const Held>(
+        Held{*known.asset, known.converted ? *known.converted : std::string(part.bytes())});
+    heldByName_[name] = known.held;
+  }
+  if (forgotten && forgotten.use_count() == 1) heldByName_.erase(forgotten->asset.name);
 }
 
 const Asset* Assets::addMedia(deck::Part& part) {
@@ -106,11 +132,19 @@ void Assets::note(const Known& known, const deck::Part& part) {
 }
 
 const Asset* Assets::find(std::string_view name) const {
+  const auto held = heldByName_.find(std::string(name));
+  if (held != heldByName_.end()) {
+    if (const auto one = held->second.lock()) return &one->asset;
+  }
   const auto part = partByName_.find(std::string(name));
   return part == partByName_.end() ? nullptr : byPart_.at(part->second).asset.get();
 }
 
 std::string_view Assets::bytes(std::string_view name) const {
+  const auto held = heldByName_.find(std::string(name));
+  if (held != heldByName_.end()) {
+    if (const auto one = held->second.lock()) return one->bytes;
+  }
   const auto known = partByName_.find(std::string(name));
   if (known == partByName_.end()) return {};
   if (const auto& converted = byPart_.at(known->second).converted) return *converted;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,7 +33,9 @@ class Assets {
   explicit Assets(deck::Package& package, PictureConverter* converter = nullptr)
       : package_(package), converter_(converter) {}
 
-  /// Null when the part holds no picture that browsers show, or none yet.
+  /// Null when the part holds no picture that browsers show, or none yet. A part
+  /// whose bytes were replaced becomes another asset; the one before it can still be
+  /// had, for screens that are about to ask for it.
   const Asset* add(deck::Part& part);
   /// The same for a film or sound.
   const Asset* addMedia(deck::Part& part);
@@ -56,10 +60,15 @@ class Assets {
   };
   /// By name; null unless a slide rendered so far uses it.
   [[nodiscard]] const Asset* find(std::string_view name) const;
-  /// Valid until the part changes. Empty for an unknown name.
+  /// Valid until a part is added. Empty for an unknown name.
   [[nodiscard]] std::string_view bytes(std::string_view name) const;
 
  private:
+  /// An asset with its bytes; equal ones share it.
+  struct Held {
+    Asset asset;
+    std::string bytes;
+  };
   struct Known {
     /// Null while there is none to show.
     std::unique_ptr<Asset> asset;
@@ -68,8 +77,14 @@ class Assets {
     /// Instead of the part's own bytes.
     std::shared_ptr<const std::string> converted;
     std::string problem;
+    /// Of a part whose bytes are replaced now and then: what it was when it was
+    /// added last, and before.
+    std::uint64_t version = 0;
+    std::shared_ptr<const Held> held;
+    std::shared_ptr<const Held> heldBefore;
   };
 
+  void hold(Known& known, deck::Part& part);
   void read(Known& known, deck::Part& part);
   void convert(Known& known, const std::string& name, std::string_view bytes, double width, double height);
   void note(const Known& known, const deck::Part& part);
@@ -78,6 +93,7 @@ class Assets {
   PictureConverter* converter_;
   std::unordered_map<std::string, Known> byPart_;
   std::unordered_map<std::string, std::string> partByName_;
+  std::unordered_map<std::string, std::weak_ptr<const Held>> heldByName_;
   std::vector<std::string>* collected_ = nullptr;
   std::vector<std::string>* problems_ = nullptr;
 };

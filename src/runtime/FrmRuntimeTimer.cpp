@@ -11,6 +11,8 @@
 #include "basic/Format.h"
 #include "model/clsShape.h"
 #include "model/modGraph.h"
+#include "model/modLinkedFiles.h"
+#include "runtime/ScrollIndexes.h"
 
 namespace LF2000 {
 
@@ -19,6 +21,11 @@ using modDebug::DebugKind;
 namespace {
 
 void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "frmRuntimeTimer", text); }
+
+void LogValue(const clsRTShapeInfo& shape, double row, const std::string& value) {
+  if (!modDebug::DebugOn) return;
+  Log(DebugKind::Variable, "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(row) + ":Value:" + value);
+}
 
 std::string SlideSource(std::int32_t slide) { return "slide " + std::to_string(slide); }
 
@@ -192,29 +199,21 @@ void FrmRuntimeTimer::RefreshSlide(std::int16_t slide) try {
 void FrmRuntimeTimer::RefreshShapes(std::int16_t slide) {
   const auto index = static_cast<std::size_t>(slide);
   const auto slideObject = slides_->Item(slide);
+  if (!slideInfo_[index].Scrolls.empty()) CalcScrollIndexes(slide);
   bool noData = true;
   bool judged = true;
   for (clsRTShapeInfo& shape : shapes_[index]) {
     clsConnection& connection = Connection(shape.ConnectionKey);
     switch (static_cast<SourceType>(shape.SourceType)) {
       case SourceType::DataField:
+      case SourceType::LinkedObject:
+      case SourceType::Graph:
         if (connection.RecordsetReady()) {
-          if (RefreshText(*slideObject, shape, connection)) noData = false;
+          if (RefreshValue(*slideObject, shape, connection)) noData = false;
         } else {
           // A source that fails leaves its last values standing, and its slide in the show.
           judged = false;
         }
-        break;
-      case SourceType::Graph:
-        if (connection.RecordsetReady()) {
-          if (RefreshGraph(*slideObject, shape, connection)) noData = false;
-        } else {
-          judged = false;
-        }
-        break;
-      case SourceType::LinkedObject:
-        // Such a shape stays as it is; nothing delivers its value yet.
-        judged = false;
         break;
       case SourceType::Clock:
       case SourceType::NotLinked:
@@ -229,17 +228,48 @@ void FrmRuntimeTimer::RefreshShapes(std::int16_t slide) {
   }
 }
 
+void FrmRuntimeTimer::CalcScrollIndexes(std::int32_t slide) {
+  clsRTSlideInfo& info = slideInfo_[static_cast<std::size_t>(slide)];
+  if (modDebug::DebugOn) Log(DebugKind::Information, "start calc indexes");
+  const std::int64_t now = host::Current().clock->TickCount();
+  // On slides that are not on show nothing moves.
+  const double passed = slide == currentSlide_ ? static_cast<double>(now - info.ScrollClock) : 0;
+  info.ScrollClock = now;
+  const double tolerance = tmrData_->Interval() / 2.0;
+  for (clsRTScrollInfo& scroll : info.Scrolls) {
+    const clsConnection& connection = Connection(scroll.ConnectionKey);
+    // What cannot be read now stands where it is.
+    if (connection.RecordsetReady()) PassTime(scroll, passed, tolerance, connection.RecordCount());
+  }
+  if (modDebug::DebugOn) Log(DebugKind::Information, "end calc indexes");
+}
+
+double FrmRuntimeTimer::RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const {
+  if (!shape.Scroll) return shape.Row;
+  return shape.Row + slideInfo_[static_cast<std::size_t>(slide)].Scrolls[*shape.Scroll].RowOffset();
+}
+
+bool FrmRuntimeTimer::RefreshValue(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+                                   clsConnection& connection) {
+  switch (static_cast<SourceType>(shape.SourceType)) {
+    case SourceType::LinkedObject:
+      return RefreshObject(slide, shape, connection);
+    case SourceType::Graph:
+      return RefreshGraph(slide, shape, connection);
+    default:
+      return RefreshText(slide, shape, connection);
+  }
+}
+
 bool FrmRuntimeTimer::RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
                                   clsConnection& connection) {
   bool noValue = true;
-  std::string value = connection.GetValueDatabase(shape.Row, shape.ColumnName, /*displayType=*/1,
+  const double row = RowOf(slide.SlideIndex(), shape);
+  std::string value = connection.GetValueDatabase(row, shape.ColumnName, /*displayType=*/1,
                                                   /*showMarkers=*/false, noValue);
   if (value.empty()) value = " ";
   if (value != shape.Text) {
-    if (modDebug::DebugOn) {
-      Log(DebugKind::Variable,
-          "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(shape.Row) + ":Value:" + value);
-    }
+    LogValue(shape, row, value);
     slide.Shapes()->Item(shape.Name)->TextFrame()->TextRange()->Text(value);
     shape.Text = std::move(value);
   }
@@ -259,10 +289,47 @@ bool FrmRuntimeTimer::RefreshGraph(PowerPoint::Slide& slide, clsRTShapeInfo& sha
   return connection.RecordCount() > 0;
 }
 
+bool FrmRuntimeTimer::RefreshObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+                                    clsConnection& connection) {
+  bool noValue = true;
+  const double row = RowOf(slide.SlideIndex(), shape);
+  const std::string name =
+      connection.GetValueObject(row, shape.ColumnName, shape.ObjectFolder, shape.ObjectExtension,
+                                /*displayType=*/1, /*showMarkers=*/false, noValue);
+  const std::string source = SlideSource(slide.SlideIndex()) + ", shape " + shape.Name;
+  try {
+    if (!noValue) {
+      ShowObject(slide, shape, row, name);
+    } else if (shape.Scroll && !shape.Text.empty()) {
+      // Beside texts that have gone blank, the picture of another row would lie.
+      modLinkedFiles::ShowOwnContent(*slide.Shapes()->Item(shape.Name));
+      shape.Text.clear();
+    }
+    errors_.Clear(source);
+  } catch (...) {
+    // The last picture stands, and the other shapes are refreshed.
+    Report(source, "RefreshSlide", modErrors::RefreshingSlide);
+  }
+  return !noValue;
+}
+
+void FrmRuntimeTimer::ShowObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape, double row,
+                                 const std::string& name) {
+  std::string path = modLinkedFiles::FindFile(name, shape.ObjectFolder, presentation_->FullName());
+  const basic::Date date = host::Current().files->FileDateTime(path);
+  if (path == shape.Text && date == shape.FileDate) return;
+  LogValue(shape, row, path);
+  modLinkedFiles::ShowFile(*slide.Shapes()->Item(shape.Name), path);
+  shape.Text = std::move(path);
+  shape.FileDate = date;
+}
+
 void FrmRuntimeTimer::OLD_RefreshCurrentScreen() { RefreshSlide(static_cast<std::int16_t>(currentSlide_)); }
 
 void FrmRuntimeTimer::RefreshRange(std::int32_t slide) {
-  for (clsRTShapeInfo& shape : shapes_[static_cast<std::size_t>(slide)]) shape.ScrollElapsed = 0;
+  clsRTSlideInfo& info = slideInfo_[static_cast<std::size_t>(slide)];
+  for (clsRTScrollInfo& scroll : info.Scrolls) scroll.Elapsed = 0;
+  info.ScrollClock = host::Current().clock->TickCount();
 }
 
 void FrmRuntimeTimer::HideUnhideSlides(std::int32_t slide) {

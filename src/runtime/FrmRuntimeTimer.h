@@ -69,7 +69,8 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void RefreshSlide(std::int16_t slide);
   /// The refresh of the slide on show alone.
   void OLD_RefreshCurrentScreen();
-  /// Puts a slide's scrolling shapes at the start of their ranges.
+  /// Starts the time anew that a slide's scrolling shapes have accumulated towards
+  /// their next step. The rows they have come to stay.
   void RefreshRange(std::int32_t slide);
   /// Hides the slide when it has no data, shows it otherwise, if it is set to hide.
   void HideUnhideSlides(std::int32_t slide);
@@ -103,8 +104,16 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] std::vector<std::int32_t> WatchedBesides(std::int32_t current, std::int32_t next) const;
   void RequeryConnection(std::size_t number);
   void RefreshShapes(std::int16_t slide);
+  void CalcScrollIndexes(std::int32_t slide);
+  /// The row that the shape shows now.
+  [[nodiscard]] double RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const;
+  // Each answers whether the data held a value.
+  [[nodiscard]] bool RefreshValue(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
   [[nodiscard]] bool RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
   [[nodiscard]] bool RefreshGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
+  [[nodiscard]] bool RefreshObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+                                   clsConnection& connection);
+  void ShowObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape, double row, const std::string& name);
   void RefreshNext(std::int32_t next);
   [[nodiscard]] clsConnection& Connection(std::string_view key) const;
   /// In a handler: reports the error being handled unless it is a repetition.

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+
+#include "basic/Date.h"
 
 namespace LF2000 {
 
@@ -18,12 +22,14 @@ struct clsRTShapeInfo {
   std::string DateFormat;
   std::string ObjectFolder;
   std::string ObjectExtension;
-  /// The text last written into the shape.
+  /// The text last written into the shape, of a linked object the file it shows.
   std::string Text;
   /// The connection's data (its DataVersion) that the chart was last filled with.
   std::int64_t DataVersion = 0;
-  /// Milliseconds accumulated towards the next scroll step.
-  double ScrollElapsed = 0;
+  /// When the file that it shows had last been changed.
+  basic::Date FileDate;
+  /// The place of the shape's entry in the slide's Scrolls.
+  std::optional<std::size_t> Scroll;
 };
 
 }  // namespace LF2000

@@ -1,24 +1,20 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <vector>
+
+#include "runtime/clsRTScrollInfo.h"
 
 namespace LF2000 {
-
-/// One scroll entry of a slide as the runtime uses it.
-struct clsRTScrollInfo {
-  /// Rows.
-  std::int32_t Step = 0;
-  /// Milliseconds.
-  std::int32_t Time = 0;
-};
 
 /// What the runtime knows of one slide.
 struct clsRTSlideInfo {
   bool HideWhenNoData = false;
   bool RefreshLinkedObjects = false;
-  /// The enabled scroll entries by their numbers.
-  std::map<std::int32_t, clsRTScrollInfo> ScrollEntries;
+  /// The scroll entries that shapes of the slide use.
+  std::vector<clsRTScrollInfo> Scrolls;
+  /// When time was last passed on to them, by the clock's TickCount.
+  std::int64_t ScrollClock = 0;
   /// Whether the last refresh found no value for any data shape of the slide.
   bool NoData = false;
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <unordered_set>
 
 #include "addin/modDebug.h"
 #include "addin/modErrors.h"
@@ -72,19 +71,23 @@ void clsRuntime::BuildModel() {
   clocks_.assign(places, {});
   usedConnections_.assign(places, {});
   linkedObjects_.clear();
+  linkedFiles_.clear();
   for (std::int32_t slide = 1; slide <= slideCount_; ++slide) ReadSlide(slide);
   OpenConnections();
 }
 
 void clsRuntime::ReadSlide(std::int32_t slide) {
   const auto slideObject = presentation_->Slides()->Item(slide);
-  ReadSlideProperties(*slideObject, slideInfo_[static_cast<std::size_t>(slide)]);
+  const clsSlide properties = ReadSlideProperties(*slideObject);
+  clsRTSlideInfo& info = slideInfo_[static_cast<std::size_t>(slide)];
+  info.HideWhenNoData = properties.HideWhenNoData();
+  info.RefreshLinkedObjects = properties.RefreshLinkedObjects();
   const auto shapes = slideObject->Shapes();
   std::unordered_set<std::string> linkedNames;
   for (std::int32_t i = 1; i <= shapes->Count(); ++i) {
     const auto shape = shapes->Item(i);
+    KeepGoing("ReadLinkedObject", [&] { AddLinkedObject(*shape, info.RefreshLinkedObjects); });
     KeepGoing("ReadShape", [&] {
-      if (shape->Type() == PowerPoint::ShapeType::LinkedOLEObject) AddLinkedObject(*shape);
       clsShape link;
       link.ShapeItem(shape);
       if (!link.LumenfoldEnabled()) return;
@@ -98,22 +101,71 @@ void clsRuntime::ReadSlide(std::int32_t slide) {
       AddShape(slide, link);
     });
   }
+  NoteScrolling(slide, properties);
 }
 
-void clsRuntime::ReadSlideProperties(PowerPoint::Slide& slide, clsRTSlideInfo& info) {
-  const auto tags = slide.Tags();
+clsSlide clsRuntime::ReadSlideProperties(PowerPoint::Slide& slide) {
   clsSlide properties;
-  modTags::ForEachTag(*tags, modTags::SlideProperties,
-                      [&](const std::string&, const std::string& value) { properties.TagString(value); });
-  info.HideWhenNoData = properties.HideWhenNoData();
-  info.RefreshLinkedObjects = properties.RefreshLinkedObjects();
-  modTags::ForEachTag(*tags, modTags::ScrollStep, [&](const std::string& key, const std::string& value) {
-    properties.AddScrollInfo(key, value);
-    const std::int32_t time = properties.ScrollTime(key);
-    if (!properties.ScrollEnabled(key) || time <= 0) return;
-    info.ScrollEntries[basic::CLng(key)] = {properties.ScrollStep(key), time};
-    scrollInterval_ = scrollInterval_ == NoScrollInterval ? time : std::min<double>(scrollInterval_, time);
-  });
+  for (const std::string& problem : properties.ReadTags(*slide.Tags())) {
+    KeepGoing("ReadSlideProperties", [&] {
+      throw basic::Error(basic::AdapterError, basic::DefaultSource,
+                         "Slide " + std::to_string(slide.SlideIndex()) + ": " + problem);
+    });
+  }
+  return properties;
+}
+
+namespace {
+
+/// The scroll entry that a shape's name means, if it is a number.
+std::int32_t EntryOfName(const clsRTShapeInfo& shape) {
+  std::int32_t number = 0;
+  modGlobalFunctions::IgnoreErrors([&] { number = basic::CLng(shape.Name); });
+  return number;
+}
+
+bool ShowsRows(const clsRTShapeInfo& shape) {
+  return shape.SourceType != static_cast<std::int32_t>(SourceType::Graph);
+}
+
+}  // namespace
+
+void clsRuntime::NoteScrolling(std::int32_t slide, const clsSlide& properties) {
+  std::vector<clsRTShapeInfo>& shapes = shapes_[static_cast<std::size_t>(slide)];
+  std::vector<clsRTScrollInfo>& scrolls = slideInfo_[static_cast<std::size_t>(slide)].Scrolls;
+  const auto join = [&](std::int32_t number, const auto& isMeant) {
+    const std::string key = std::to_string(number);
+    clsRTScrollInfo scroll;
+    scroll.Step = properties.ScrollStep(key);
+    scroll.Time = properties.ScrollTime(key);
+    for (clsRTShapeInfo& shape : shapes) {
+      if (!ShowsRows(shape) || shape.Scroll || !isMeant(shape)) continue;
+      shape.Scroll = scrolls.size();
+      scroll.FirstRow = scroll.ConnectionKey.empty() ? shape.Row : std::min(scroll.FirstRow, shape.Row);
+      scroll.LastRow = scroll.ConnectionKey.empty() ? shape.Row : std::max(scroll.LastRow, shape.Row);
+      scroll.ConnectionKey = shape.ConnectionKey;
+    }
+    if (scroll.ConnectionKey.empty()) return false;
+    scrolls.push_back(std::move(scroll));
+    return true;
+  };
+
+  std::vector<std::int32_t> ofConnections;
+  for (const std::int32_t number : properties.ScrollEntryNumbers()) {
+    const std::string key = std::to_string(number);
+    if (!properties.ScrollEnabled(key) || properties.ScrollStep(key) == 0) continue;
+    // Faster than screens follow, several steps are taken at once.
+    constexpr double ShortestTick = 20;
+    const double tick = std::max<double>(properties.ScrollTime(key), ShortestTick);
+    scrollInterval_ = scrollInterval_ == NoScrollInterval ? tick : std::min(scrollInterval_, tick);
+    if (!join(number, [&](const clsRTShapeInfo& shape) { return EntryOfName(shape) == number; })) {
+      ofConnections.push_back(number);
+    }
+  }
+  for (const std::int32_t number : ofConnections) {
+    const std::string key = modGlobalFunctions::Format000(number);
+    join(number, [&](const clsRTShapeInfo& shape) { return shape.ConnectionKey == key; });
+  }
 }
 
 void clsRuntime::AddShape(std::int32_t slide, const clsShape& link) {
@@ -151,11 +203,14 @@ void clsRuntime::AddDataShape(std::int32_t slide, const clsShape& link) {
   usedConnections_[index].set(static_cast<std::size_t>(number));
 }
 
-void clsRuntime::AddLinkedObject(PowerPoint::Shape& shape) {
+void clsRuntime::AddLinkedObject(PowerPoint::Shape& shape, bool everyFile) {
+  const bool isObject = shape.Type() == PowerPoint::ShapeType::LinkedOLEObject;
+  if (!isObject && !(everyFile && shape.Type() == PowerPoint::ShapeType::LinkedPicture)) return;
   const std::string source = shape.LinkFormat()->SourceFullName();
-  const std::size_t mark = source.find('!');
-  if (mark == std::string::npos) return;
+  const std::size_t mark = isObject ? source.find('!') : std::string::npos;
+  if (mark == std::string::npos && !everyFile) return;
   const std::string path = source.substr(0, mark);
+  if (!linkedFiles_.insert(path).second) return;
   // An entry without a date counts as changed as soon as its file can be seen.
   std::string entry = path;
   modGlobalFunctions::IgnoreErrors(

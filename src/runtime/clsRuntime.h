@@ -2,9 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <unordered_set>
 
 #include "host/powerpoint.h"
 #include "model/clsShape.h"
+#include "model/clsSlide.h"
 #include "runtime/FrmRuntimeTimer.h"
 #include "runtime/RuntimeTables.h"
 
@@ -48,10 +51,13 @@ class clsRuntime {
  private:
   void BuildModel();
   void ReadSlide(std::int32_t slide);
-  void ReadSlideProperties(PowerPoint::Slide& slide, clsRTSlideInfo& info);
+  [[nodiscard]] clsSlide ReadSlideProperties(PowerPoint::Slide& slide);
+  void NoteScrolling(std::int32_t slide, const clsSlide& properties);
   void AddShape(std::int32_t slide, const clsShape& link);
   void AddDataShape(std::int32_t slide, const clsShape& link);
-  void AddLinkedObject(PowerPoint::Shape& shape);
+  /// Takes the source file up for watching: of an object that shows a part of it,
+  /// or of every linked object and picture.
+  void AddLinkedObject(PowerPoint::Shape& shape, bool everyFile);
   void OpenConnections();
   void OpenConnection(const std::string& suffix, const std::string& value);
   void NoteRefreshInterval(const clsConnection& connection);
@@ -71,6 +77,8 @@ class clsRuntime {
   ConnectionFlags connectionFlags_;
   ConnectionTable connections_;
   LinkedObjectsTable linkedObjects_;
+  /// The files of linkedObjects_.
+  std::unordered_set<std::string> linkedFiles_;
 
   static constexpr double NoRefreshInterval = 999999999;
   static constexpr double NoScrollInterval = -1;

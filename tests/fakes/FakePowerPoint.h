@@ -121,12 +121,19 @@ class Shape final : public PowerPoint::Shape {
   std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
   std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() override {
     struct Link final : PowerPoint::LinkFormat {
-      std::string source;
-      std::string SourceFullName() const override { return source; }
+      explicit Link(Shape& owner) : shape(owner), path(owner.shownFile) {}
+      std::string SourceFullName() const override { return path.empty() ? shape.linkSource : path; }
+      void SourceFullName(std::string_view file) override { path = file; }
+      void Update() override {
+        if (path.find("broken") != std::string::npos) Fail(path + " holds no picture");
+        shape.shownFile = path;
+        ++shape.writes;
+      }
+      Shape& shape;
+      std::string path;
     };
-    auto link = std::make_shared<Link>();
-    link->source = linkSource;
-    return link;
+    if (hasTextFrame) Fail("shape " + name + " is neither a picture nor linked");
+    return std::make_shared<Link>(*this);
   }
   std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override {
     if (!chart) Fail("no object");
@@ -136,6 +143,8 @@ class Shape final : public PowerPoint::Shape {
   std::string name;
   std::string text;
   std::string linkSource;
+  /// The file that it shows in place of its own content.
+  std::string shownFile;
   PowerPoint::ShapeType type = PowerPoint::ShapeType::TextBox;
   bool hasTextFrame = true;
   int writes = 0;

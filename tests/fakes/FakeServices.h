@@ -11,6 +11,7 @@
 #include "ado/Factory.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
+#include "basic/Strings.h"
 #include "host/services.h"
 
 /// Everything that the system asks of a machine, in memory and on virtual time.
@@ -92,6 +93,7 @@ class Clock final : public host::Clock {
     return basic::AddSeconds(start, static_cast<double>(loop_.Now() / 1000));
   }
   float Timer() const override { return timerStart + static_cast<float>(loop_.Now()) / 1000.0F; }
+  std::int64_t TickCount() const override { return loop_.Now(); }
 
   basic::Date start = basic::DateFrom(2026, 2, 3, 12, 0, 0);
   float timerStart = 43200.0F;
@@ -137,6 +139,17 @@ class Files final : public host::Files {
   }
   basic::Date FileDateTime(std::string_view path) const override {
     return {const_cast<Files*>(this)->Get(path).date};
+  }
+  std::string LocalPath(std::string_view path) const override { return std::string(path); }
+  std::string FileWithin(std::string_view folder, std::string_view name) const override {
+    if (basic::StartsWith(name, "..") || basic::StartsWith(name, "/")) {
+      throw basic::Error(70, "fake files", std::string(name) + " leads out of " + std::string(folder));
+    }
+    std::string path = basic::Replace(folder, "\\", "/");
+    if (path.back() != '/') path += '/';
+    path += basic::Replace(name, "\\", "/");
+    const_cast<Files*>(this)->Get(path);
+    return path;
   }
   std::string TempPath() const override { return "/tmp/"; }
   std::string TempFileName(std::string_view folder, std::string_view prefix) override {

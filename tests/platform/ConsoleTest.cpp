@@ -133,11 +133,24 @@ TEST(ProgressMeter, IsOneLineOnATerminalOnly) {
   };
   const Terminal terminal;
   use(terminal.program());
-  EXPECT_EQ(terminal.shown(),
-            "\r\x1b[KOpening  0/2\r\x1b[KOpening  1/2\r\x1b[KOpening  1/2 sales.txt\r\x1b[K");
+  EXPECT_EQ(terminal.shown(), "\r\x1b[KOpening 0/2\r\x1b[KOpening 1/2\r\x1b[KOpening 1/2 sales.txt\r\x1b[K");
   const Pipe pipe;
   use(pipe.program());
   EXPECT_EQ(pipe.shown(), "");
+
+  std::string seen;
+  ProgressMeter meter(pipe.program());
+  meter.watch([&](const Progress* progress) {
+    seen += progress == nullptr ? "closed"
+                                : progress->caption + std::to_string(progress->step) + "/" +
+                                      std::to_string(progress->maximum) + progress->text + " ";
+  });
+  meter.Show("Opening", 1);
+  meter.Step();
+  meter.Step();
+  meter.Text("\r\nslide 1");
+  meter.Close();
+  EXPECT_EQ(seen, "Opening0/1 Opening1/1 Opening1/1 Opening1/1slide 1 closed");
 }
 
 }  // namespace

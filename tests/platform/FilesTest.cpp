@@ -161,5 +161,26 @@ TEST_F(PathRulesTest, SayHowToAddATranslation) {
   error("\\\\server\\share\\x.txt", "\\\\server\\share");
 }
 
+TEST_F(PathRulesTest, FindFilesWithinAFolderAndNothingElse) {
+  const std::string folder = folder_ + "/pics";
+  const std::string soup = std::filesystem::canonical(write("pics/starters/Soup.JPG", "")).string();
+  write("secret.jpg", "");
+  std::filesystem::create_symlink(folder_ + "/secret.jpg", folder + "/through.jpg");
+  std::filesystem::create_directory_symlink(folder_, folder + "/up");
+  for (const char* name : {"starters/Soup.JPG", "starters\\soup.jpg", "./starters/../starters/soup.jpg"}) {
+    EXPECT_EQ(rules_.within(folder + "/", name), soup) << name;
+  }
+  const std::string absolute = folder_ + "/secret.jpg";
+  for (const std::string& name :
+       {std::string("../secret.jpg"), std::string("..\\secret.jpg"), std::string("starters/../../secret.jpg"),
+        absolute, std::string("C:\\secret.jpg"), std::string("\\\\server\\secret.jpg"),
+        std::string("through.jpg"), std::string("up/secret.jpg"), std::string("..")}) {
+    EXPECT_EQ(errorOf([&] { static_cast<void>(rules_.within(folder, name)); }),
+              "'" + name + "' leads out of the folder '" + folder + "'; only what lies in it is shown.");
+  }
+  EXPECT_EQ(errorOf([&] { static_cast<void>(rules_.within(folder, "none.jpg")); }),
+            "'none.jpg' cannot be found in the folder '" + folder + "': No such file or directory.");
+}
+
 }  // namespace
 }  // namespace platform

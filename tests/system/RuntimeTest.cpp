@@ -330,6 +330,7 @@ TEST_F(RuntimeTest, ChangedSourcesOfLinkedObjectsUpdateTheLinksOnce) {
   for (const char* source : {"/srv/a.xls!Sheet1!R1C1:R5C5", "/srv/b.xls!Sheet1", "/srv/c.xls"}) {
     fakes::Shape& shape = slide.Add(source);
     shape.type = PowerPoint::ShapeType::LinkedOLEObject;
+    shape.hasTextFrame = false;
     shape.linkSource = source;
   }
   Start();

@@ -71,8 +71,18 @@ test("properties of slides are shown and changed", (t) => {
   const properties = (slide) => JSON.parse(sandbox.done("slide", deck, slide, "--json"));
   sandbox.done("slide", deck, 2, "--hide-when-no-data", "on", "--refresh-linked-objects", "on");
   sandbox.done("slide", deck, 2, "--refresh-linked-objects", "off");
-  assert.deepEqual(properties(1), { slide: 1, hideWhenNoData: false, refreshLinkedObjects: false });
-  assert.deepEqual(properties(2), { slide: 2, hideWhenNoData: true, refreshLinkedObjects: false });
+  assert.deepEqual(properties(1), {
+    slide: 1,
+    hideWhenNoData: false,
+    refreshLinkedObjects: false,
+    scroll: [],
+  });
+  assert.deepEqual(properties(2), {
+    slide: 2,
+    hideWhenNoData: true,
+    refreshLinkedObjects: false,
+    scroll: [],
+  });
 });
 
 test("the display type decides what linked shapes show their author", (t) => {

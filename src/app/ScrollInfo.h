@@ -1,0 +1,22 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include "model/clsSlide.h"
+
+namespace app {
+
+/// The stored scroll entries of a slide: [{entry, enabled, step, time}].
+inline nlohmann::ordered_json scrollInfo(const LF2000::clsSlide& properties) {
+  nlohmann::ordered_json entries = nlohmann::ordered_json::array();
+  for (const std::int32_t number : properties.ScrollEntryNumbers()) {
+    const std::string key = std::to_string(number);
+    entries.push_back({{"entry", number},
+                       {"enabled", properties.ScrollEnabled(key)},
+                       {"step", properties.ScrollStep(key)},
+                       {"time", properties.ScrollTime(key)}});
+  }
+  return entries;
+}
+
+}  // namespace app

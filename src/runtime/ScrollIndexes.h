@@ -1,0 +1,14 @@
+#pragma once
+
+#include "runtime/clsRTScrollInfo.h"
+
+namespace LF2000 {
+
+/// Lets time pass for a scroll entry over data of so many rows: takes the steps
+/// that have fallen due, all of them after a pause. Once no shape of the entry
+/// would show a row of the data, it starts again with no step taken. A step
+/// counts as due from `tolerance` milliseconds before its time, so that steps
+/// fall on the ticks nearest to them; the error is not carried on.
+void PassTime(clsRTScrollInfo& scroll, double milliseconds, double tolerance, double recordCount);
+
+}  // namespace LF2000

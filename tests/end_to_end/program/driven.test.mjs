@@ -1,0 +1,116 @@
+// What data drives besides texts: pictures, and rows that scroll.
+
+import assert from "node:assert/strict";
+import { mkdirSync, symlinkSync, writeFileSync } from "node:fs";
+import { test } from "node:test";
+import { digest, parts, readPart } from "../support/deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck } from "../support/value_deck.mjs";
+import { until } from "../support/wait.mjs";
+
+const svg = (colour) =>
+  `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 9 9"><rect width="9" height="9" fill="${colour}"/></svg>`;
+
+function photoDeck(sandbox, names) {
+  const deck = sandbox.sample("plant");
+  sandbox.done("unlink", deck, "--all");
+  sandbox.write("plant/photos.txt", [["File"], ...names.map((name) => [name])]);
+  mkdirSync(sandbox.path("plant/photos"));
+  const described = ["--type", "text", "--description", "Photos", "--file", "photos.txt", "--header"];
+  sandbox.done("connection", deck, "add", ...described);
+  const row = ["--connection", "001", "--column", "File", "--row", 1];
+  const link = [deck, "--slide", 2, "--shape", "Site", ...row, "--folder", "photos", "--extension", ".svg"];
+  sandbox.done("link", ...link);
+  return deck;
+}
+
+test("a picture shows its file, also in a filled copy, and the deck keeps its own", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = photoDeck(sandbox, ["yard"]);
+  const before = digest(deck);
+  writeFileSync(sandbox.path("plant/photos/yard.svg"), svg("red"));
+  const [link] = JSON.parse(sandbox.done("info", deck, "--json")).slides[1].links;
+  assert.deepEqual([link.sourceType, link.folder, link.extension], [3, "photos", "svg"]);
+
+  sandbox.done("fill", deck, "-o", sandbox.path("filled.pptx"));
+  assert.equal(readPart(sandbox.path("filled.pptx"), "ppt/media/live1.svg"), svg("red"));
+  sandbox.done("display", deck, 1);
+  assert.deepEqual(parts(deck).filter((part) => part.includes("live")), []);
+  assert.equal(digest(deck), before);
+});
+
+test("files outside of the picture's folder are refused", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = photoDeck(sandbox, ["yard"]);
+  writeFileSync(sandbox.path("secret.svg"), svg("black"));
+  symlinkSync(sandbox.path("secret.svg"), sandbox.path("plant/photos/through.svg"));
+  for (const name of ["../../secret", sandbox.path("secret"), "through", "C:\\secret"]) {
+    sandbox.write("plant/photos.txt", [["File"], [name]]);
+    const { code, error } = sandbox.run("fill", deck, "-o", sandbox.path("filled.pptx"));
+    assert.equal(code, 1);
+    assert.match(error, /leads out of the folder/, name);
+  }
+  sandbox.write("plant/photos.txt", [["File"], ["none"]]);
+  assert.match(sandbox.run("fill", deck, "-o", sandbox.path("filled.pptx")).error, /none\.svg.*cannot be found/);
+});
+
+test("a shape that shows no picture takes no file", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "a");
+  const target = ["--slide", 1, "--shape", "p1 Item"];
+  const row = ["--connection", "001", "--column", "Value", "--row", 1];
+  const { code, error } = sandbox.run("link", deck, ...target, ...row, "--folder", "photos");
+  assert.equal(code, 1);
+  assert.match(error, /'p1 Item'.*neither a picture nor/);
+});
+
+test("scroll entries are made, changed, switched off and refused by name", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "a", "b", "c");
+  const slide = (...args) => sandbox.run("slide", deck, 1, ...args);
+  const entries = () => JSON.parse(sandbox.done("slide", deck, 1, "--json")).scroll;
+  assert.equal(slide("--scroll", 1, "--step", 2, "--time", 5000).error, "");
+  assert.deepEqual(entries(), [{ entry: 1, enabled: true, step: 2, time: 5000 }]);
+  slide("--scroll", 1, "--time", 4000);
+  slide("--scroll", 1, "--off");
+  assert.deepEqual(entries(), [{ entry: 1, enabled: false, step: 2, time: 4000 }]);
+  assert.match(slide("--scroll", 9, "--step", 1, "--time", 500).error, /nothing on slide 1 .* named '9'/);
+
+  const refused = [
+    [["--scroll", 0, "--step", 1, "--time", 500], /1 to 999/],
+    [["--scroll", 1000, "--step", 1, "--time", 500], /1 to 999/],
+    [["--scroll", 1, "--step", 0], /--step/],
+    [["--scroll", 1, "--step", 1000001], /--step/],
+    [["--scroll", 1, "--time", 19], /--time/],
+    [["--scroll", 1, "--time", 86400001], /--time/],
+    [["--scroll", 2, "--step", 1], /no scroll entry 2; give --step/],
+    [["--scroll", 2, "--off"], /no scroll entry 2/],
+    [["--scroll", 1, "--off", "--step", 1], /--off/],
+    [["--step", 1], /--scroll ENTRY/],
+  ];
+  const before = digest(deck);
+  for (const [args, why] of refused) {
+    const { code, error } = slide(...args);
+    assert.notEqual(code, 0);
+    assert.match(error, why, args.join(" "));
+  }
+  assert.equal(digest(deck), before);
+});
+
+test("rows scroll while a show runs, and the deck's file stays as it is", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "a", "b", "c", "d", "e");
+  sandbox.done("slide", deck, 1, "--scroll", 1, "--step", 2, "--time", 300);
+  const before = digest(deck);
+  const show = await sandbox.show(deck);
+  const seen = new Set();
+  await until("every page of rows", async () => {
+    const { slides } = await show.state();
+    const texts = slides[0].shapes.slice(0, 3).map(({ text }) => text);
+    seen.add(texts.join("|"));
+    return seen.size === 3;
+  });
+  assert.deepEqual([...seen].sort(), ["a|b|c", "c|d|e", "e| | "]);
+  await show.stop();
+  assert.equal(digest(deck), before);
+});
