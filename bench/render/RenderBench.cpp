@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "deck/DeckBuilder.h"
+#include "render/ChartDeck.h"
 #include "render/SlideRenderer.h"
 
 // An ordinary business slide: a title, two lists of ten paragraphs, a table of ten
@@ -133,6 +134,31 @@ void SlidesOfDecks(benchmark::State& state) {
                                                benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(SlidesOfDecks)->ArgName("anew")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// Columns of twelve categories in five series with their labels, or lines of many points.
+std::unique_ptr<deck::Package> chartWith(std::size_t points, int seriesCount) {
+  using namespace render::test;
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < points; ++i) names.push_back("Category " + std::to_string(i));
+  std::string series;
+  for (int s = 0; s < seriesCount; ++s) {
+    std::vector<std::string> values;
+    for (std::size_t i = 0; i < points; ++i) values.push_back(std::to_string((i * 37 + 11) % 1009) + ".5");
+    series += chartSeries(s, "Series", chartTexts("cat", names) + chartNumbers("val", values, "#,##0.0"),
+                          "<c:dLbls><c:showVal val=\"1\"/></c:dLbls>");
+  }
+  return chartDeck(chartPart("<c:barChart>" + series + ChartAxisIds + "</c:barChart>" + chartAxes(),
+                             "<c:legend><c:legendPos val=\"r\"/></c:legend>"));
+}
+
+/// Reading, scaling and describing one: what a refilled chart costs.
+void Chart(benchmark::State& state) {
+  const auto package = chartWith(static_cast<std::size_t>(state.range(0)), static_cast<int>(state.range(1)));
+  render::SlideRenderer renderer(*package);
+  renderer.slide(1);
+  for (auto _ : state) benchmark::DoNotOptimize(renderer.shape(1, 2));
+}
+BENCHMARK(Chart)->Args({12, 5})->Args({100000, 1})->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

@@ -34,8 +34,11 @@ int main(int argc, char** argv) {
     const auto package = deck::Package::open(argv[1]);
     const std::filesystem::path folder = argv[2];
     std::filesystem::create_directories(folder / "assets");
+    std::filesystem::copy_file(CHARTS_SCRIPT, folder / "charts.js",
+                               std::filesystem::copy_options::overwrite_existing);
     render::PictureConverter converter{{}};
-    render::SlideRenderer renderer(*package, {.assetPrefix = "assets/", .isLive = {}, .converter = &converter});
+    render::SlideRenderer renderer(*package,
+                                   {.assetPrefix = "assets/", .isLive = {}, .converter = &converter});
     for (int index = 1; index <= renderer.slideCount(); ++index) renderer.slide(index);
     converter.finish();
     renderer.forget();
@@ -48,6 +51,7 @@ int main(int argc, char** argv) {
       html += render::SlideRenderer::styles();
       html += "body{margin:0}</style>";
       html += page.html;
+      html += "<script src=\"charts.js\"></script>";
       writeFile(folder / pageName(index), html);
       for (const auto& name : page.assets) writeFile(folder / "assets" / name, renderer.assets().bytes(name));
     }

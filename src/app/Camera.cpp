@@ -195,7 +195,9 @@ void Camera::open(const std::filesystem::path& page, const View& view) {
   browser_->call("Page.navigate", {{"url", fileUrl(page)}}, session_);
   browser_->waitFor("Page.loadEventFired");
   evaluate(
-      "Promise.all([document.fonts.ready, ...[...document.images].map(i => i.decode().catch(() => {}))])"
+      "Promise.all([document.fonts.ready, document.querySelector('deck-chart') && "
+      "customElements.whenDefined('deck-chart'), ...[...document.images].map(i => i.decode().catch(() => "
+      "{}))])"
       ".then(() => new Promise(done => requestAnimationFrame(() => requestAnimationFrame(() => done(0)))))");
 }
 

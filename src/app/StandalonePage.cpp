@@ -1,6 +1,7 @@
 #include "app/StandalonePage.h"
 
 #include "basic/Base64.h"
+#include "web/ClientFiles.h"
 
 namespace app {
 
@@ -23,6 +24,15 @@ std::string escaped(std::string_view text) {
     }
   }
   return html;
+}
+
+/// The script that draws charts, which the browser unpacks itself.
+std::string chartScript() {
+  return "<script>new Response(new Blob([Uint8Array.from(atob(\"" +
+         basic::toBase64(web::clientFile("charts.js")->bytes) +
+         "\"),(c)=>c.charCodeAt(0))]).stream().pipeThrough(new DecompressionStream(\"gzip\"))).text()"
+         ".then((code)=>document.head.append(Object.assign(document.createElement(\"script\"),"
+         "{textContent:code})))</script>";
 }
 
 }  // namespace
@@ -50,6 +60,7 @@ std::string StandalonePage::html() const {
     }
     rest.remove_prefix(length);
   }
+  if (slide.find("<deck-chart") != std::string::npos) page += chartScript();
   page += "</body></html>\n";
   return page;
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "render/ChartWriter.h"
 #include "render/CssFill.h"
 #include "render/SvgWriter.h"
 #include "render/TextWriter.h"
@@ -89,6 +90,7 @@ void BoxWriter::content(const Box& box, const std::string& idPrefix) {
   if (!writeWordArt(out_, box.text, box.textArea, box.textRotation))
     TextWriter(out_).block(box.text, box.textArea, box.textRotation);
   if (box.table) table(*box.table);
+  if (box.chart) chart(box, idPrefix + "-chart");
   int part = 0;
   for (const auto& child : box.children) writeAnonymous(child, idPrefix + "." + std::to_string(++part));
 }
@@ -146,6 +148,14 @@ void BoxWriter::table(const Table& table) {
     out_ << "</tr>";
   }
   out_ << "</table>";
+}
+
+/// The element draws itself by its script, which takes over from there.
+void BoxWriter::chart(const Box& box, const std::string& id) {
+  out_ << "<deck-chart id=\"";
+  out_.text(id) << "\" role=\"img\" style=\"width:" << box.frame.w << "px;height:" << box.frame.h
+                << "px\" data-chart=\"";
+  out_.text(chartDescription(*box.chart, box.frame.w, box.frame.h, assetPrefix_)) << "\"></deck-chart>";
 }
 
 void BoxWriter::background(const Fill& fill, const std::string& idPrefix, double width, double height) {

@@ -26,6 +26,7 @@ class BoxWriter {
   void content(const Box& box, const std::string& idPrefix);
   void media(const Media& media);
   void table(const Table& table);
+  void chart(const Box& box, const std::string& id);
   void cell(const TableCell& cell);
 
   HtmlOut& out_;

@@ -14,6 +14,7 @@
 
 namespace render {
 
+struct ChartModel;
 struct Table;
 
 /// A film or sound that plays while its slide is shown.
@@ -47,6 +48,7 @@ struct Box {
   std::vector<Box> children;
   std::shared_ptr<const Table> table;
   std::optional<Media> media;
+  std::shared_ptr<const ChartModel> chart;
 };
 
 /// Effects of a group are those of its image, effects of a shape without a fill

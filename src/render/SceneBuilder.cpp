@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "render/ChartReader.h"
 #include "render/EffectReader.h"
 #include "render/MediaReader.h"
 #include "render/TableReader.h"
@@ -15,6 +16,8 @@ namespace {
 
 /// Groups within groups deeper than this are no author's work.
 constexpr int DeepestGroup = 256;
+/// Radius of a chart's rounded corners, px.
+constexpr double ChartCorner = 10;
 
 /// Text fitted where it was written; another font may make it a little larger than its shape.
 constexpr double AuthoredTolerance = 0.06;
@@ -102,7 +105,7 @@ std::optional<Box> SceneBuilder::build(pugi::xml_node node, const Space& space) 
         auto candidate = build(content, inner);
         if (!candidate) continue;
         const bool draws = isVisible(candidate->fill) || candidate->line || candidate->table ||
-                           !candidate->children.empty() || !candidate->text.isEmpty();
+                           candidate->chart || !candidate->children.empty() || !candidate->text.isEmpty();
         if (draws || !box) box = std::move(candidate);
         if (draws) return box;
       }
@@ -352,6 +355,10 @@ Box SceneBuilder::frame(pugi::xml_node node, const Space& space) {
     diagram(box, relIds, space);
     return box;
   }
+  if (const auto reference = childNamed(data, "chart")) {
+    chart(box, reference);
+    return box;
+  }
   // An embedded object shows the picture that was made of it.
   const auto preview = data.find_node([](pugi::xml_node n) { return localName(n) == "pic"; });
   if (preview) {
@@ -383,6 +390,23 @@ const Asset* SceneBuilder::olderPreview(pugi::xml_node data) {
   });
   deck::Part* image = drawing->target(shape.child("v:imagedata").attribute("o:relid").value());
   return image != nullptr ? context_.paint.assets->add(*image) : nullptr;
+}
+
+void SceneBuilder::chart(Box& box, pugi::xml_node reference) {
+  deck::Part* part = part_.target(reference.attribute("r:id").value());
+  // Kinds of later editions live in parts of their own; the file has a picture for those.
+  if (part == nullptr || localName(part->xml().document_element()) != "chartSpace") return;
+  if (!part->xml().document_element().child("c:chart")) return;
+  auto model = ChartReader(*part, context_.paint).read();
+  Adjusts adjusts;
+  if (model.hasRoundedCorners) {
+    adjusts.emplace_back("adj", ChartCorner / std::max(1.0, std::min(box.frame.w, box.frame.h)) * 100000);
+  }
+  box.outline = Geometry::preset(model.hasRoundedCorners ? "roundRect" : "rect")
+                    ->evaluate(box.frame.w * EmuPerPx, box.frame.h * EmuPerPx, adjusts);
+  box.fill = model.area.fill;
+  box.line = model.area.line;
+  box.chart = std::make_shared<const ChartModel>(std::move(model));
 }
 
 void SceneBuilder::diagram(Box& box, pugi::xml_node relIds, const Space& space) {

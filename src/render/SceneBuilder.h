@@ -45,6 +45,7 @@ class SceneBuilder {
   Box group(pugi::xml_node node, const Space& space);
   Box frame(pugi::xml_node node, const Space& space);
   const Asset* olderPreview(pugi::xml_node data);
+  void chart(Box& box, pugi::xml_node reference);
   void diagram(Box& box, pugi::xml_node relIds, const Space& space);
   void readChildren(Box& box, pugi::xml_node tree, const Space& space);
 

@@ -6,6 +6,7 @@
 
 #include "basic/Error.h"
 #include "render/BoxWriter.h"
+#include "render/ChartModel.h"
 #include "render/SceneBuilder.h"
 #include "render/XmlValues.h"
 
@@ -49,6 +50,16 @@ bool isPlaceholder(pugi::xml_node shape) {
     if (child.child("p:nvPr").child("p:ph")) return true;
   }
   return false;
+}
+
+/// What the charts of a shape, or of a group, are drawn without.
+void addChartProblems(const Box& box, const std::string& where, std::vector<std::string>& problems) {
+  if (box.chart) {
+    for (const auto& problem : box.chart->problems) {
+      problems.push_back("The chart of " + where + " is not drawn whole: " + problem + ".");
+    }
+  }
+  for (const auto& child : box.children) addChartProblems(child, where, problems);
 }
 
 bool showsMaster(deck::Part& part) {
@@ -182,7 +193,12 @@ void SlideRenderer::drawBehind(Prepared& slide) {
 std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
                                         std::vector<std::string>* problems) {
   try {
-    return slide.builder.build(shape, options_.isLive && options_.isLive(slide.index, idOf(shape)));
+    auto box = slide.builder.build(shape, options_.isLive && options_.isLive(slide.index, idOf(shape)));
+    if (box && problems != nullptr) {
+      const auto where = "shape " + std::to_string(box->id) + " of slide " + std::to_string(slide.index);
+      addChartProblems(*box, where, *problems);
+    }
+    return box;
   } catch (const basic::Error& error) {
     Box box;
     box.id = idOf(shape);

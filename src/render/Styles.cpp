@@ -4,8 +4,8 @@ namespace render {
 
 std::string_view SlideRenderer::styles() {
   return R"(.slide{position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none}
-.slide .behind,.slide .s,.slide .t,.slide svg,.slide table{position:absolute}
-.slide .behind,.slide svg,.slide table{left:0;top:0}
+.slide .behind,.slide .s,.slide .t,.slide svg,.slide table,.slide deck-chart{position:absolute}
+.slide .behind,.slide svg,.slide table,.slide deck-chart{left:0;top:0}
 .slide svg{overflow:visible}
 .slide .m{position:absolute;left:0;top:0;width:100%;height:100%;object-fit:fill}
 .slide .t{display:flex;flex-direction:column;box-sizing:border-box}

@@ -206,6 +206,7 @@ Response Routes::clientAnswer(std::string_view path) {
   Response response;
   response.headers = {{"Content-Type", std::string(contentType(file->name))},
                       {"Cache-Control", std::string(immutable)}};
+  if (file->isCompressed) response.headers.emplace_back("Content-Encoding", "gzip");
   response.body = std::make_shared<const std::string>(file->bytes);
   return response;
 }

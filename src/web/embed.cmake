@@ -1,5 +1,6 @@
 # cmake -DOUT=file.cpp -DFILES="a;b" -P embed.cmake
-# Writes a source file that holds the bytes of FILES; see ClientFiles.h.
+# Writes a source file that holds the bytes of FILES; see ClientFiles.h. A file
+# NAME.gz is served as NAME, compressed.
 set(arrays)
 set(entries)
 set(sums)
@@ -11,7 +12,12 @@ foreach(file IN LISTS FILES)
   string(APPEND sums ${name} ${sum})
   string(REGEX REPLACE "([0-9a-f][0-9a-f])" "'\\\\x\\1'," bytes "${hex}")
   string(APPEND arrays "constexpr char file${number}[] = {${bytes}'\\0'};\n")
-  string(APPEND entries "    {\"${name}\", {file${number}, sizeof file${number} - 1}},\n")
+  set(is_compressed false)
+  if(name MATCHES "\\.gz$")
+    set(is_compressed true)
+    string(REGEX REPLACE "\\.gz$" "" name ${name})
+  endif()
+  string(APPEND entries "    {\"${name}\", {file${number}, sizeof file${number} - 1}, ${is_compressed}},\n")
   math(EXPR number "${number} + 1")
 endforeach()
 string(MD5 version "${sums}")

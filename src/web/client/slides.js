@@ -18,20 +18,30 @@ function isInsideSvg(element) {
   return element.namespaceURI === "http://www.w3.org/2000/svg" && element.localName !== "svg";
 }
 
-// Whether both are the same element around children with the same ids, so that
-// the children can be compared one by one.
+// A chart draws itself anew when its description changes.
+const isChart = (node) => node.localName === "deck-chart";
+const holdsChart = (node) => isChart(node) || Boolean(node.querySelector?.("deck-chart"));
+
+// Whether both are the same element around children that stay as they are or have
+// the same ids, so that they can be compared one by one.
 function haveSameFrame(old, fresh) {
-  const isChild = (node) => node.nodeType === Node.ELEMENT_NODE && node.id;
+  const isSame = (node, other) =>
+    node.isEqualNode(other) ||
+    (node.nodeType === Node.ELEMENT_NODE && node.id === other.id && (node.id || holdsChart(node)));
   return (
     old.childNodes.length === fresh.childNodes.length &&
     old.cloneNode(false).isEqualNode(fresh.cloneNode(false)) &&
-    [...old.childNodes].every((node, i) => isChild(node) && node.id === fresh.childNodes[i].id)
+    [...old.childNodes].every((node, i) => isSame(node, fresh.childNodes[i]))
   );
 }
 
 function patch(old, fresh) {
   if (old.isEqualNode(fresh)) return;
-  if (old.childNodes.length > 0 && haveSameFrame(old, fresh)) {
+  if (isChart(old) && isChart(fresh)) {
+    for (const { name, value } of fresh.attributes) {
+      if (old.getAttribute(name) !== value) old.setAttribute(name, value);
+    }
+  } else if (old.childNodes.length > 0 && haveSameFrame(old, fresh)) {
     const freshChildren = [...fresh.childNodes];
     [...old.childNodes].forEach((child, i) => patch(child, freshChildren[i]));
   } else {
@@ -131,9 +141,17 @@ async function useStylesheet(name) {
   }
 }
 
+// The script that draws charts, when a slide has one. Without it a slide is shown
+// without its charts, and the next picture tries again.
+async function useCharts(slides) {
+  if (customElements.get("deck-chart") || !slides.some((slide) => slide?.html.includes("<deck-chart"))) return;
+  await import("./charts.js").catch(() => {});
+}
+
 // Draws a picture; `isAnimated` lets another slide come in by its transition.
 export async function showPicture(picture, isAnimated) {
   await useStylesheet(picture.stylesheet);
+  await useCharts([picture.current, picture.next]);
   const rules = document.getElementById("rules");
   if (rules.textContent !== picture.rules) rules.textContent = picture.rules;
   swapTo(picture, isAnimated);

@@ -26,10 +26,15 @@ export function editPart(deck, part, change) {
   const old = readPart(deck, part);
   const fresh = change(old);
   if (fresh === old) throw new Error(`${part} of ${deck} is not as the test expects it`);
+  addPart(deck, part, fresh);
+}
+
+// Adds a part, or replaces it.
+export function addPart(deck, part, content) {
   const folder = mkdtempSync(join(tmpdir(), "lumenfold-part-"));
   try {
     mkdirSync(join(folder, dirname(part)), { recursive: true });
-    writeFileSync(join(folder, part), fresh);
+    writeFileSync(join(folder, part), content);
     execFileSync("zip", ["-q", "-X", deck, part], { cwd: folder });
   } finally {
     rmSync(folder, { recursive: true });

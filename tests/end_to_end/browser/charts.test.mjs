@@ -1,0 +1,112 @@
+// Charts on a screen: drawn at once, moved to new values, gone without a trace.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { isUntouched, openScreen, useBrowser } from "../support/browser.mjs";
+import { chartShape, fill, makeChartDeck } from "../support/chart_deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+
+useBrowser();
+
+const id = `s1-sh${chartShape}`;
+
+async function openChart(t) {
+  const sandbox = new Sandbox(t);
+  const show = await sandbox.show(makeChartDeck(sandbox, [2, 4, 8]));
+  const page = await openScreen(t, show.url);
+  await page.evaluate(
+    ({ id, fill }) => {
+      window.chart = () => document.querySelector(`#${id} > deck-chart`);
+      window.bars = () => [...chart().shadowRoot.querySelectorAll(`.drawing path[fill="${fill}"]`)];
+      window.heights = () => bars().map((bar) => bar.getBBox().height);
+    },
+    { id, fill },
+  );
+  await page.waitForFunction(() => chart().shadowRoot?.querySelector(".drawing svg"));
+  return { page, show };
+}
+
+// As the event stream brings it: the shape's new element, its first value 8 instead of 2.
+const change = (page, from, to) =>
+  page.evaluate(
+    async ({ id, from, to }) => {
+      const script = document.querySelector("script[type=module]").src;
+      const { changeShapes } = await import(new URL("slides.js", script));
+      const old = document.getElementById(id);
+      const fresh = old.cloneNode(true);
+      const drawn = fresh.querySelector("deck-chart");
+      drawn.dataset.chart = drawn.dataset.chart.replace(`"data":[${from}`, `"data":[${to}`);
+      changeShapes([{ id, html: fresh.outerHTML }]);
+    },
+    { id, from, to },
+  );
+
+test("a chart is drawn with its series, axes, title and legend, and at once", async (t) => {
+  const { page } = await openChart(t);
+  const [first, second, third] = await page.evaluate(() => heights());
+  assert.ok(Math.abs(second / first - 2) < 0.01 && Math.abs(third / first - 4) < 0.01, `${[first, second, third]}`);
+  const texts = await page.evaluate(() => chart().shadowRoot.textContent);
+  for (const text of ["North", "West", "Sales", "10"]) assert.ok(texts.includes(text), text);
+  assert.deepEqual(page.faults, []);
+});
+
+test("a chart moves to its new values and stays the same element", async (t) => {
+  const { page } = await openChart(t);
+  await page.evaluate(() => {
+    window.kept = [chart(), chart().shadowRoot.querySelector("svg"), ...bars()];
+    window.seen = [];
+    window.before = heights();
+    const look = () => {
+      seen.push(heights()[0]);
+      requestAnimationFrame(look);
+    };
+    look();
+  });
+  await change(page, 2, 8);
+  await page.waitForFunction(() => Math.abs(heights()[0] - before[2]) < 0.5);
+  const { between, lost, others } = await page.evaluate(() => ({
+    between: seen.filter((height) => height > before[0] + 1 && height < before[2] - 1).length,
+    lost: kept.filter((node) => !node.isConnected).length,
+    others: heights().slice(1),
+  }));
+  assert.ok(between > 0, "it moves");
+  assert.equal(lost, 0, "nothing is made anew");
+  assert.deepEqual(others, await page.evaluate(() => before.slice(1)));
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
+});
+
+test("a chart that cannot be understood keeps its picture", async (t) => {
+  const { page } = await openChart(t);
+  const before = await page.evaluate(() => heights());
+  await page.evaluate(() => (chart().dataset.chart = '{"series":'));
+  await page.waitForTimeout(100);
+  assert.deepEqual(await page.evaluate(() => heights()), before);
+  assert.deepEqual(page.faults, []);
+});
+
+test("charts that leave take everything with them", async (t) => {
+  const { page } = await openChart(t);
+  const devtools = await page.context().newCDPSession(page);
+  const counts = async () => {
+    await devtools.send("HeapProfiler.collectGarbage");
+    const { nodes, jsEventListeners } = await devtools.send("Memory.getDOMCounters");
+    return { nodes, jsEventListeners };
+  };
+  const comeAndGo = (times) =>
+    page.evaluate(async (rounds) => {
+      for (let i = 0; i < rounds; ++i) {
+        const another = chart().cloneNode(true);
+        document.body.append(another);
+        await new Promise((done) => requestAnimationFrame(done));
+        another.remove();
+      }
+    }, times);
+  await comeAndGo(20);
+  const before = await counts();
+  await comeAndGo(100);
+  const after = await counts();
+  // One chart has some sixty nodes.
+  assert.ok(after.nodes - before.nodes < 100, `${before.nodes} nodes became ${after.nodes}`);
+  assert.ok(after.jsEventListeners - before.jsEventListeners < 10, JSON.stringify([before, after]));
+});
