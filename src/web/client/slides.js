@@ -1,6 +1,7 @@
 // The slides on the stage: the current one in front, the next one loaded behind
 // it. An element is touched only when it has changed.
 
+import { loadChartsFor } from "./chart_loader.js";
 import { finishTransition, playBuild, playTransition } from "./transitions.js";
 
 const longestLoad = 10000;
@@ -141,17 +142,10 @@ async function useStylesheet(name) {
   }
 }
 
-// The script that draws charts, when a slide has one. Without it a slide is shown
-// without its charts, and the next picture tries again.
-async function useCharts(slides) {
-  if (customElements.get("deck-chart") || !slides.some((slide) => slide?.html.includes("<deck-chart"))) return;
-  await import("./charts.js").catch(() => {});
-}
-
 // Draws a picture; `isAnimated` lets another slide come in by its transition.
 export async function showPicture(picture, isAnimated) {
   await useStylesheet(picture.stylesheet);
-  await useCharts([picture.current, picture.next]);
+  await loadChartsFor(`${picture.current?.html}${picture.next?.html}`);
   const rules = document.getElementById("rules");
   if (rules.textContent !== picture.rules) rules.textContent = picture.rules;
   swapTo(picture, isAnimated);

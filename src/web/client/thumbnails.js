@@ -1,6 +1,8 @@
 // Small pictures of all slides, fetched when they come into sight, each in a tree of
 // its own, as ids occur on the stage as well.
 
+import { loadChartsFor } from "./chart_loader.js";
+
 const oldest = 3000;
 
 export function thumbnails(container, choose) {
@@ -13,6 +15,7 @@ export function thumbnails(container, choose) {
     const answer = await fetch(`/slides/${button.dataset.slide}`).catch(() => null);
     if (!answer?.ok) return;
     const html = await answer.text();
+    await loadChartsFor(html);
     button.tree ??= button.firstElementChild.attachShadow({ mode: "open" });
     if (button.html === html) return;
     button.html = html;
