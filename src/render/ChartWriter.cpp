@@ -100,7 +100,8 @@ class Writer {
   ChartJson title(const ChartTitle& title) const {
     auto json = look(title.look);
     HtmlOut html;
-    TextWriter(html).paragraphs(title.text);
+    // The chart's script lays it out beside texts of its own.
+    TextWriter(html, 1).paragraphs(title.text);
     json["html"] = html.take();
     if (title.rotation != 0) json["rotation"] = pixels(title.rotation);
     if (title.overlays) json["overlays"] = true;

@@ -2,13 +2,15 @@
 
 #include "render/HtmlOut.h"
 #include "render/Scene.h"
+#include "render/Units.h"
 
 namespace render {
 
 /// Writes text as HTML; the browser breaks its lines.
 class TextWriter {
  public:
-  explicit TextWriter(HtmlOut& out) : out_(out) {}
+  /// `fineness` is how many times larger than on the page the text is laid out.
+  explicit TextWriter(HtmlOut& out, double fineness = Fineness) : out_(out), fineness_(fineness) {}
 
   /// A block that fills `area` of the enclosing element. Nothing for empty text.
   void block(const TextBody& body, const Rect& area, double rotation);
@@ -39,7 +41,10 @@ class TextWriter {
   /// Returns the shift of the baselines that the next paragraph has to make up for.
   double paragraph(const Paragraph& paragraph, const BodyProperties& properties, double gap, bool isLast);
 
+  [[nodiscard]] double fine(double px) const { return px * fineness_; }
+
   HtmlOut& out_;
+  double fineness_;
 };
 
 }  // namespace render
