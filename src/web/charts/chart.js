@@ -69,6 +69,7 @@ class DeckChart extends HTMLElement {
       const places = layOut(description, size, this.shadowRoot);
       const option = {
         ...motion,
+        animation: !isFirst,
         ...axesOption(description, places),
         ...seriesOption(description, places),
       };
