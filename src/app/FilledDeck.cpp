@@ -5,6 +5,7 @@
 
 #include "app/PictureConversion.h"
 #include "app/StandalonePage.h"
+#include "host/services.h"
 
 namespace app {
 
@@ -22,7 +23,8 @@ FilledDeck::FilledDeck(const std::string& path, platform::EventLoop& loop)
                                                return each.id == static_cast<std::uint32_t>(shape);
                                              });
                                        },
-                                   .converter = &converter_}) {
+                                   .converter = &converter_,
+                                   .now = [] { return host::Current().clock->Now(); }}) {
   for (std::int32_t slide = 1; slide <= deck_->slideCount(); ++slide) {
     linked_[static_cast<std::size_t>(slide)] = app::linkedShapes(*deck_, slide);
   }

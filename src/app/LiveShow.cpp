@@ -5,7 +5,9 @@
 #include <nlohmann/json.hpp>
 
 #include "app/PictureConversion.h"
+#include "basic/Date.h"
 #include "basic/Error.h"
+#include "host/services.h"
 
 namespace app {
 
@@ -43,7 +45,8 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
                      [this](int slide, int shape) {
                        return linkedShape(slide, static_cast<std::uint32_t>(shape)) != nullptr;
                      },
-                 .converter = &converter_}),
+                 .converter = &converter_,
+                 .now = [] { return host::Current().clock->Now(); }}),
       form_(std::move(form)),
       freshness_(form_),
       options_(options) {
@@ -55,7 +58,11 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
     linked_[static_cast<std::size_t>(slide)] = linkedShapes(*presentation_, slide);
   }
   constexpr std::int32_t TimeBetweenLooks = 500;
-  lookout_ = loop_.CreateTimer([this] { lookForStaleData(); });
+  timedAt_ = host::Current().clock->Now();
+  lookout_ = loop_.CreateTimer([this] {
+    lookForStaleData();
+    lookForNewTime();
+  });
   lookout_->Interval(TimeBetweenLooks);
 }
 
@@ -126,6 +133,22 @@ void LiveShow::watchConversions() {
     wholePictureChanged();
   }
   conversionTimer_->Enabled(converter_.isBusy());
+}
+
+/// Looking at the clock holds whatever is done to it: set, put back by an hour, or stopped while the machine
+/// slept.
+void LiveShow::lookForNewTime() {
+  const basic::Date now = host::Current().clock->Now();
+  const auto then = basic::Split(timedAt_);
+  const auto parts = basic::Split(now);
+  const bool isNewDay = parts.dayOfYear != then.dayOfYear || parts.year != then.year;
+  if (!isNewDay && parts.minute == then.minute && parts.hour == then.hour) return;
+  timedAt_ = now;
+  for (const auto& [slide, shown] : timed_) {
+    if (!isNewDay && shown == render::TimeShown::Date) continue;
+    pages_.erase(slide);
+    if (isHeld(slide)) wholePictureChanged();
+  }
 }
 
 web::Outcome LiveShow::command(const std::function<void()>& action) {

@@ -90,6 +90,7 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   void addStale(web::Picture& picture, int slide) const;
   void addBuilds(web::Picture& picture, int slide) const;
   void lookForStaleData();
+  void lookForNewTime();
   void slidePictureChanged();
   void wholePictureChanged();
   void watchConversions();
@@ -110,6 +111,10 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   std::vector<std::vector<LinkedShape>> linked_;
   /// Pages that screens hold, as they stand now.
   std::map<int, std::string> pages_;
+  /// Slides that show the date or the time, as met so far.
+  std::map<int, render::TimeShown> timed_;
+  /// When they were last known to be right.
+  basic::Date timedAt_;
   std::set<int> watched_;
   std::function<LF2000::FrmRuntimeTimer*()> form_;
   Freshness freshness_;

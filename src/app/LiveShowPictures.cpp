@@ -152,7 +152,9 @@ void LiveShow::showCurrent(web::Picture& picture) {
 web::SlideView LiveShow::page(int slide) {
   const auto known = pages_.find(slide);
   if (known != pages_.end()) return {slide, known->second};
-  const auto& html = pages_.emplace(slide, renderer_.slide(slide).html).first->second;
+  render::SlidePage rendered = renderer_.slide(slide);
+  if (rendered.timeShown != render::TimeShown::None) timed_[slide] = rendered.timeShown;
+  const auto& html = pages_.emplace(slide, std::move(rendered.html)).first->second;
   hasRendered_ = true;
   conversionTimer_->Enabled(converter_.isBusy());
   return {slide, html};
@@ -160,6 +162,8 @@ web::SlideView LiveShow::page(int slide) {
 
 /// The slide with nothing but the shape, of which the picture shows the shape's place.
 web::SlideView LiveShow::shapeAlone(const web::View& view, web::Picture& picture) {
+  // Only whole pages tell whether they show the time.
+  page(view.slide);
   const int id = std::stoi(view.elementId.substr(view.elementId.rfind("-sh") + 3));
   const render::Rect area = renderer_.area(view.slide, id);
   const std::string size =

@@ -88,7 +88,7 @@ void BoxWriter::content(const Box& box, const std::string& idPrefix) {
   SvgWriter(out_, idPrefix, assetPrefix_).draw(box);
   if (box.media) media(*box.media);
   if (!writeWordArt(out_, box.text, box.textArea, box.textRotation))
-    TextWriter(out_).block(box.text, box.textArea, box.textRotation);
+    TextWriter(out_, assetPrefix_).block(box.text, box.textArea, box.textRotation);
   if (box.table) table(*box.table);
   if (box.chart) chart(box, idPrefix + "-chart");
   int part = 0;
@@ -131,7 +131,7 @@ void BoxWriter::cell(const TableCell& cell) {
   }
   cssFill(out_, cell.fill, assetPrefix_);
   out_ << "\">";
-  TextWriter(out_).paragraphs(cell.text);
+  TextWriter(out_, assetPrefix_).paragraphs(cell.text);
   out_ << "</td>";
 }
 

@@ -101,7 +101,7 @@ class Writer {
     auto json = look(title.look);
     HtmlOut html;
     // The chart's script lays it out beside texts of its own.
-    TextWriter(html, 1).paragraphs(title.text);
+    TextWriter(html, assetPrefix_, 1).paragraphs(title.text);
     json["html"] = html.take();
     if (title.rotation != 0) json["rotation"] = pixels(title.rotation);
     if (title.overlays) json["overlays"] = true;

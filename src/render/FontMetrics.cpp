@@ -154,6 +154,7 @@ std::vector<std::string> familiesOf(std::string_view typeface) {
 
 struct FirstFace {
   FT_Face face = nullptr;
+  std::string family;
   /// None of the named families is here.
   bool isGeneric = false;
 };
@@ -161,9 +162,10 @@ struct FirstFace {
 /// The first face of a typeface's stack that this machine has; null without any font.
 FirstFace openFirst(std::string_view typeface, bool bold, bool italic) {
   for (const auto& family : familiesOf(typeface)) {
-    if (FT_Face face = fontFiles().open(family, false, bold, italic)) return {face, false};
+    if (FT_Face face = fontFiles().open(family, false, bold, italic)) return {face, family, false};
   }
-  return {fontFiles().open(generic(typeface), true, bold, italic), true};
+  FT_Face face = fontFiles().open(generic(typeface), true, bold, italic);
+  return {face, face != nullptr && face->family_name != nullptr ? face->family_name : "", true};
 }
 
 void appendFamily(std::string& css, std::string_view family) {
@@ -179,10 +181,12 @@ void appendFamily(std::string& css, std::string_view family) {
 
 FontStack makeStack(std::string_view typeface) {
   FontStack stack;
+  stack.typeface = typeface;
   for (const auto& family : familiesOf(typeface)) appendFamily(stack.css, family);
   if (const auto first = openFirst(typeface, false, false); first.face != nullptr) {
     // Browsers have generic families of their own; text is measured and set in the machine's.
-    if (first.isGeneric) appendFamily(stack.css, first.face->family_name);
+    if (first.isGeneric) appendFamily(stack.css, first.family);
+    stack.family = first.family;
     stack.metrics.ascent = static_cast<double>(first.face->ascender) / first.face->units_per_EM;
     stack.metrics.descent = -static_cast<double>(first.face->descender) / first.face->units_per_EM;
     FT_Done_Face(first.face);

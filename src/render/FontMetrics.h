@@ -16,6 +16,10 @@ struct FontMetrics {
 
 /// A typeface as pages name it: itself, fonts of the same widths, a generic one.
 struct FontStack {
+  std::string typeface;
+  /// Of the first font of the stack that this machine has: the typeface itself when it is
+  /// installed. Empty without any font.
+  std::string family;
   /// The value of font-family.
   std::string css;
   /// Of the first family of the stack that this machine has.

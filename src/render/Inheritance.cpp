@@ -66,23 +66,29 @@ pugi::xml_node overrideOf(deck::Part* part) {
 
 }  // namespace
 
-Inheritance::Inheritance(deck::Part& presentation, deck::Part& layout, Assets& assets,
-                         pugi::xml_node colorMapOverride)
+Inheritance::Inheritance(deck::Part& presentation, deck::Part& layout, Assets& assets, const Overrides& slide)
     : presentation_(&presentation), layout_(&layout), assets_(&assets) {
   master_ = layout.related(deck::relationship::SlideMaster);
   themePart_ = master_ != nullptr ? master_->related(deck::relationship::Theme) : nullptr;
   if (themePart_ == nullptr) themePart_ = presentation.related(deck::relationship::Theme);
   if (themePart_ != nullptr) theme_ = Theme(themePart_->xml().document_element());
-  if (deck::Part* changed = layout.related(deck::relationship::ThemeOverride)) {
-    const Theme base = theme_;
-    theme_ = Theme(changed->xml().document_element(), &base);
-  }
-  if (!colorMapOverride) colorMapOverride = overrideOf(&layout);
+  deck::Part* const changed =
+      slide.theme != nullptr ? slide.theme : layout.related(deck::relationship::ThemeOverride);
+  if (changed != nullptr) overrideTheme(*changed);
+  const auto colorMapOverride = slide.colorMap ? slide.colorMap : overrideOf(&layout);
   if (colorMapOverride) {
     colorMap_ = ColorMap(colorMapOverride);
   } else if (master_ != nullptr) {
     colorMap_ = ColorMap(master_->xml().document_element().child("p:clrMap"));
   }
+}
+
+void Inheritance::overrideTheme(deck::Part& changed) {
+  const Theme base = theme_;
+  const auto root = changed.xml().document_element();
+  theme_ = Theme(root, &base);
+  // Pictures of a format scheme are named by relationships of the part that holds it.
+  if (root.child("a:fmtScheme")) themePart_ = &changed;
 }
 
 PaintContext Inheritance::paint(deck::Part* part) const {

@@ -29,8 +29,14 @@ struct Inherited {
 
 class Inheritance {
  public:
-  /// `colorMapOverride` is the slide's own a:overrideClrMapping, if any.
-  Inheritance(deck::Part& presentation, deck::Part& layout, Assets& assets, pugi::xml_node colorMapOverride);
+  /// What a slide may have of its own instead of its layout's.
+  struct Overrides {
+    pugi::xml_node colorMap;  // a:overrideClrMapping
+    deck::Part* theme = nullptr;
+    [[nodiscard]] bool isEmpty() const { return !colorMap && theme == nullptr; }
+  };
+
+  Inheritance(deck::Part& presentation, deck::Part& layout, Assets& assets, const Overrides& slide);
 
   [[nodiscard]] deck::Part* layout() const { return layout_; }
   /// Null when the layout leads to none.
@@ -48,6 +54,8 @@ class Inheritance {
   [[nodiscard]] pugi::xml_node tableStyle(std::string_view id);
 
  private:
+  void overrideTheme(deck::Part& changed);
+
   deck::Part* presentation_;
   deck::Part* layout_;
   deck::Part* master_ = nullptr;

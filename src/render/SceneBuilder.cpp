@@ -75,8 +75,8 @@ void mirror(Rect& area, const Box& box) {
 
 }  // namespace
 
-SceneBuilder::SceneBuilder(Inheritance& inheritance, deck::Part& part, std::string slideNumber)
-    : inheritance_(inheritance), part_(part), context_{inheritance.paint(&part), std::move(slideNumber)} {}
+SceneBuilder::SceneBuilder(Inheritance& inheritance, deck::Part& part, Fields fields)
+    : inheritance_(inheritance), part_(part), context_{inheritance.paint(&part), std::move(fields)} {}
 
 std::optional<Box> SceneBuilder::build(pugi::xml_node shape, bool isLive) {
   Space space;
@@ -417,7 +417,7 @@ void SceneBuilder::diagram(Box& box, pugi::xml_node relIds, const Space& space) 
   }
   if (drawing == nullptr) drawing = part_.related("diagramDrawing");
   if (drawing == nullptr || isDiagram_) return;
-  SceneBuilder builder(inheritance_, *drawing, context_.slideNumber);
+  SceneBuilder builder(inheritance_, *drawing, context_.fields);
   builder.isDiagram_ = true;
   Space inner;
   inner.width = box.frame.w;

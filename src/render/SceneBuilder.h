@@ -13,8 +13,7 @@ namespace render {
 /// Makes boxes of the shapes of one part: a slide, a layout or a master.
 class SceneBuilder {
  public:
-  /// `slideNumber` is what slide number fields show.
-  SceneBuilder(Inheritance& inheritance, deck::Part& part, std::string slideNumber);
+  SceneBuilder(Inheritance& inheritance, deck::Part& part, Fields fields);
 
   /// A child of p:spTree; nothing for elements that are no shapes. The text of a live shape may have become
   /// longer than the file's fitting allows for.

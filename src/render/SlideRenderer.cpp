@@ -7,6 +7,7 @@
 #include "basic/Error.h"
 #include "render/BoxWriter.h"
 #include "render/ChartModel.h"
+#include "render/FontMetrics.h"
 #include "render/SceneBuilder.h"
 #include "render/XmlValues.h"
 
@@ -70,16 +71,16 @@ bool showsMaster(deck::Part& part) {
 
 /// A slide with what stays the same when its shapes change.
 struct SlideRenderer::Prepared {
-  Prepared(deck::Part& slidePart, int slideIndex, std::string slideNumber, Inheritance& inherits)
+  Prepared(deck::Part& slidePart, int slideIndex, Fields shown, Inheritance& inherits)
       : part(slidePart),
         index(slideIndex),
-        number(std::move(slideNumber)),
+        fields(std::move(shown)),
         inheritance(inherits),
-        builder(inherits, slidePart, number) {}
+        builder(inherits, slidePart, fields) {}
 
   deck::Part& part;
   int index;
-  std::string number;
+  Fields fields;
   Inheritance& inheritance;
   SceneBuilder builder;
   /// What the layout and master show behind the slide's shapes.
@@ -89,6 +90,7 @@ struct SlideRenderer::Prepared {
   std::string background;
   std::vector<std::string> behindAssets;
   std::vector<std::string> behindProblems;
+  TextUse behindText;
 };
 
 SlideRenderer::SlideRenderer(deck::Package& package) : SlideRenderer(package, Options{}) {}
@@ -134,12 +136,14 @@ SlideRenderer::Prepared& SlideRenderer::prepare(int index) {
   deck::Part* layout = part.related(deck::relationship::SlideLayout);
   if (layout == nullptr)
     fail("Slide " + std::to_string(index) + " of " + package_.name() + " has no layout.");
-  const auto own = part.xml().document_element().child("p:clrMapOvr").child("a:overrideClrMapping");
-  auto& inheritance = inheritance_[{layout, own ? &part : nullptr}];
+  const Inheritance::Overrides own{
+      part.xml().document_element().child("p:clrMapOvr").child("a:overrideClrMapping"),
+      part.related(deck::relationship::ThemeOverride)};
+  auto& inheritance = inheritance_[{layout, own.isEmpty() ? nullptr : &part}];
   if (!inheritance) inheritance = std::make_unique<Inheritance>(*presentation_, *layout, assets_, own);
   const auto first = numberOf(presentation_->xml().document_element().attribute("firstSlideNum")).value_or(1);
-  known = std::make_unique<Prepared>(part, index, std::to_string(static_cast<long>(first) + index - 1),
-                                     *inheritance);
+  known = std::make_unique<Prepared>(
+      part, index, Fields{std::to_string(static_cast<long>(first) + index - 1), options_.now}, *inheritance);
   return *known;
 }
 
@@ -147,7 +151,7 @@ std::string SlideRenderer::background(const Prepared& slide, deck::Part& part,
                                       std::vector<std::string>& problems) {
   std::optional<Fill> fill;
   try {
-    fill = SceneBuilder(slide.inheritance, part, slide.number).background();
+    fill = SceneBuilder(slide.inheritance, part, slide.fields).background();
   } catch (const basic::Error& error) {
     problems.push_back("The background of " + part.name() + " is not drawn: " + error.description);
   }
@@ -160,6 +164,10 @@ std::string SlideRenderer::background(const Prepared& slide, deck::Part& part,
 }
 
 void SlideRenderer::drawBehind(Prepared& slide) {
+  // A date that the layout shows does not stay as it is.
+  if (slide.isBehindDrawn && slide.behindText.timeShown == TimeShown::None) return;
+  slide.behindAssets.clear();
+  slide.behindProblems.clear();
   const Assets::Collecting collecting(assets_, slide.behindAssets, slide.behindProblems);
   deck::Part* layout = slide.inheritance.layout();
   deck::Part* master = slide.inheritance.master();
@@ -167,7 +175,7 @@ void SlideRenderer::drawBehind(Prepared& slide) {
   HtmlOut out;
   BoxWriter writer(out, options_.assetPrefix);
   const auto drawShapes = [&](deck::Part& part, const std::string& name) {
-    SceneBuilder builder(slide.inheritance, part, slide.number);
+    SceneBuilder builder(slide.inheritance, part, slide.fields);
     int count = 0;
     for (const auto child : shapesOf(part).children()) {
       if (isPlaceholder(child)) continue;
@@ -181,6 +189,8 @@ void SlideRenderer::drawBehind(Prepared& slide) {
   };
   if (master != nullptr && showsMaster(*layout)) drawShapes(*master, "m");
   drawShapes(*layout, "l");
+  slide.behindText = out.textUse();
+  slide.behind.clear();
   if (out.size() > 0) {
     slide.behind = "<div class=\"behind\" aria-hidden=\"true\">" + out.take() + "</div>";
   }
@@ -220,7 +230,7 @@ void SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, i
 
 SlidePage SlideRenderer::slide(int index) {
   auto& slide = prepare(index);
-  if (!slide.isBehindDrawn) drawBehind(slide);
+  drawBehind(slide);
   SlidePage page;
   page.assets = slide.behindAssets;
   page.problems = slide.behindProblems;
@@ -231,13 +241,18 @@ SlidePage SlideRenderer::slide(int index) {
       << "px;height:" << slideSize.height << "px\">";
   const auto own = background(slide, slide.part, page.problems);
   out << (own.empty() ? slide.background : own);
-  if (showsMaster(slide.part)) out << slide.behind;
+  if (showsMaster(slide.part)) {
+    out << slide.behind;
+    out.textUse() = slide.behindText;
+  }
   std::map<int, int> occurrences;
   for (const auto shape : shapesOf(slide.part).children()) {
     const auto box = build(slide, shape, &page.problems);
     if (box) write(out, slide, *box, ++occurrences[box->id]);
   }
   out << "</section>";
+  page.timeShown = out.textUse().timeShown;
+  for (const FontStack* font : out.textUse().fonts) page.fonts.push_back({font->typeface, font->family});
   page.html = out.take();
   return page;
 }
@@ -269,7 +284,7 @@ Rect SlideRenderer::area(int slideIndex, int shapeId) {
 
 std::string SlideRenderer::backdrop(int index) {
   auto& slide = prepare(index);
-  if (!slide.isBehindDrawn) drawBehind(slide);
+  drawBehind(slide);
   const auto slideSize = size();
   HtmlOut out;
   out << "<section class=\"slide\" id=\"s0\" style=\"width:" << slideSize.width

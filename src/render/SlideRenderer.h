@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "basic/Date.h"
 #include "deck/Package.h"
 #include "render/Assets.h"
 #include "render/HtmlOut.h"
@@ -24,6 +25,13 @@ struct SlideSize {
   double height = 720;
 };
 
+/// A typeface that text is set in, and the family that this machine draws it with: itself
+/// when it is installed, empty on a machine without fonts.
+struct UsedFont {
+  std::string typeface;
+  std::string family;
+};
+
 struct SlidePage {
   /// A section with the class "slide" and the id "s<index>"; in it one element per
   /// top-level shape with the id "s<index>-sh<shape id>", in drawing order.
@@ -32,6 +40,11 @@ struct SlidePage {
   std::vector<std::string> assets;
   /// What could not be read and is therefore missing, one sentence each.
   std::vector<std::string> problems;
+  /// What its text is set in, each typeface once, as written in the deck; not those of symbols,
+  /// which are drawn as characters that every font has.
+  std::vector<UsedFont> fonts;
+  /// By its fields: such a page is right until the day is over, or the minute.
+  TimeShown timeShown = TimeShown::None;
 };
 
 /// Renders the slides of one package, which must outlive it. Reads the package's
@@ -47,6 +60,8 @@ class SlideRenderer {
     /// For pictures that browsers do not show; must outlive the renderer. Whoever gives
     /// it polls it and, when it has got on, calls forget() and renders anew.
     PictureConverter* converter = nullptr;
+    /// Local time, for fields that show a date or time; without it they show what was stored.
+    std::function<basic::Date()> now = nullptr;
   };
 
   explicit SlideRenderer(deck::Package& package);
@@ -77,8 +92,8 @@ class SlideRenderer {
   /// The pictures that rendered slides refer to.
   [[nodiscard]] const Assets& assets() const { return assets_; }
 
-  /// To be called when pictures were converted, when a layout, master or theme changed, or a slide got another layout
-  /// or colour map.
+  /// To be called when pictures were converted, when a layout, master or theme changed, or a slide got
+  /// another layout or colour map.
   void forget();
 
  private:

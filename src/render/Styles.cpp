@@ -19,6 +19,8 @@ std::string_view SlideRenderer::styles() {
 .slide .tr>*,.slide .tc>*{display:inline-block;white-space:pre;transform:translateX(-100%)}
 .slide .tc>*{transform:translateX(-50%)}
 .slide .b{line-height:0}
+.slide .k{white-space:nowrap}
+.slide .k::after{content:"\2060"}
 .slide table{table-layout:fixed;border-collapse:collapse;border-spacing:0}
 .slide td{vertical-align:top;box-sizing:border-box}
 .slide .live{font-variant-numeric:tabular-nums}

@@ -4,12 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "render/DateField.h"
 #include "render/TextStyle.h"
 #include "render/Units.h"
 
 // A shape's text with its formatting resolved: what the page's lines are made of.
 
 namespace render {
+
+struct Asset;
 
 struct Run {
   enum class Kind : std::uint8_t { Text, Break };
@@ -23,6 +26,8 @@ struct Paragraph {
   std::vector<Run> runs;
   /// The bullet as it is drawn ("•", "3."); empty without one.
   std::string bullet;
+  /// Drawn instead of it; null for none.
+  const Asset* bulletPicture = nullptr;
 
   /// Of the first text, else of the end.
   [[nodiscard]] const RunStyle& firstStyle() const;
@@ -77,6 +82,8 @@ struct BodyProperties {
 struct TextBody {
   BodyProperties properties;
   std::vector<Paragraph> paragraphs;
+  /// By its fields.
+  TimeShown timeShown = TimeShown::None;
 
   /// Whether anything of it would show.
   [[nodiscard]] bool isEmpty() const;

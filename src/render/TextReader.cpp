@@ -5,6 +5,7 @@
 #include <cstring>
 #include <optional>
 
+#include "render/DateField.h"
 #include "render/XmlValues.h"
 
 namespace render {
@@ -85,6 +86,21 @@ RunStyle runStyle(const RunStyle& base, pugi::xml_node rPr, const TextContext& c
   return style;
 }
 
+/// Into the last paragraph.
+void addField(TextBody& body, pugi::xml_node fld, const RunStyle& style, const Fields& fields) {
+  std::string text = fld.child_value("a:t");
+  const std::string_view type = fld.attribute("type").value();
+  if (type == "slidenum") {
+    if (!fields.slideNumber.empty()) text = fields.slideNumber;
+  } else if (fields.now && type.starts_with("datetime")) {
+    if (auto date = dateField(type, fields.now(), basic::UserLocale())) {
+      text = std::move(date->text);
+      body.timeShown = std::max(body.timeShown, date->shown);
+    }
+  }
+  addText(body.paragraphs.back(), text, style);
+}
+
 }  // namespace
 
 TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyProperties& properties,
@@ -116,10 +132,7 @@ TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyP
       } else if (!std::strcmp(name, "a:br")) {
         paragraph.runs.push_back({Run::Kind::Break, {}, runStyle(base, child.child("a:rPr"), context)});
       } else if (!std::strcmp(name, "a:fld")) {
-        const bool number =
-            !std::strcmp(child.attribute("type").value(), "slidenum") && !context.slideNumber.empty();
-        addText(paragraph, number ? context.slideNumber.c_str() : child.child_value("a:t"),
-                runStyle(base, child.child("a:rPr"), context));
+        addField(body, child, runStyle(base, child.child("a:rPr"), context), context.fields);
       }
     }
     if (const auto end = p.child("a:endParaRPr")) paragraph.style.run.apply(end, context.paint);
@@ -144,6 +157,9 @@ TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyP
     if (kind == Bullet::Kind::Character) {
       paragraph.bullet = fromSymbolFont(bullet.typeface.value_or(""), bullet.character);
     } else if (kind == Bullet::Kind::Picture) {
+      deck::Part* const picture = bullet.picture;
+      paragraph.bulletPicture = picture != nullptr ? context.paint.assets->add(*picture) : nullptr;
+      // Without its picture it is still an item of a list.
       paragraph.bullet = "\u2022";
     }
   }

@@ -1,16 +1,24 @@
 #pragma once
 
+#include <functional>
 #include <pugixml.hpp>
 #include <string>
 
+#include "basic/Date.h"
 #include "render/Text.h"
 
 namespace render {
 
+/// What fields of a slide show; where one of these is empty, what was stored.
+struct Fields {
+  std::string slideNumber;
+  /// Local time.
+  std::function<basic::Date()> now;
+};
+
 struct TextContext {
   PaintContext paint;
-  /// What a field of type slidenum shows.
-  std::string slideNumber;
+  Fields fields;
 };
 
 /// The paragraphs of a p:txBody, a:txBody or their like over the formatting that it inherits.

@@ -152,6 +152,8 @@ void ParagraphStyle::apply(pugi::xml_node pPr, const PaintContext& context) {
           static_cast<int>(std::clamp(numberOf(child.attribute("startAt")).value_or(1), 1.0, 32767.0));
     } else if (name == "a:buBlip") {
       bullet.kind = Bullet::Kind::Picture;
+      const auto* relationship = child.child("a:blip").attribute("r:embed").value();
+      bullet.picture = context.part != nullptr ? context.part->target(relationship) : nullptr;
     } else if (name == "a:buFont") {
       std::string typeface;
       setTypeface(typeface, child, context);

@@ -62,6 +62,8 @@ struct Bullet {
   std::string character;
   std::string numbering;  // a scheme of ECMA-376 part 1, 20.1.10.61 ("arabicPeriod")
   int startAt = 1;
+  /// Holds the picture; null when the file lacks it.
+  deck::Part* picture = nullptr;
   /// Unset: as the text.
   std::optional<std::string> typeface;
   std::optional<Color> color;

@@ -114,7 +114,7 @@ TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties&
   Look look;
   look.size = style.size.value_or(18) * PxPerPoint * properties.fontScale;
   if (style.baseline.value_or(0) != 0) look.size *= RaisedSize;
-  look.family = stack.css;
+  look.font = &stack;
   look.bold = bold;
   look.italic = style.italic.value_or(false);
   look.color = colorOf(style.fill);
@@ -122,13 +122,13 @@ TextWriter::Look TextWriter::lookOf(const RunStyle& style, const BodyProperties&
 }
 
 void TextWriter::look(const Look& look) {
-  out_ << "font-family:" << look.family << ";font-size:" << fine(look.size) << "px;color:" << look.color;
+  out_ << "font-family:" << look.font->css << ";font-size:" << fine(look.size) << "px;color:" << look.color;
   if (look.bold) out_ << ";font-weight:700";
   if (look.italic) out_ << ";font-style:italic";
 }
 
 void TextWriter::lookDifference(const Look& look, const Look& base) {
-  if (look.family != base.family) out_ << "font-family:" << look.family << ';';
+  if (look.font != base.font) out_ << "font-family:" << look.font->css << ';';
   if (look.size != base.size) out_ << "font-size:" << fine(look.size) << "px;";
   if (look.color != base.color) out_ << "color:" << look.color << ';';
   if (look.bold != base.bold) out_ << "font-weight:" << (look.bold ? "700;" : "400;");
@@ -192,14 +192,29 @@ void TextWriter::bullet(const Paragraph& paragraph, const RunStyle& first, const
       bullet.typeface && !isSymbolFont(*bullet.typeface) && bullet.kind == Bullet::Kind::Character;
   Look look = firstLook;
   look.size = size.isShare ? firstLook.size * size.value : size.value * fontScale;
-  if (ownFont) look.family = fontStack(*bullet.typeface).css;
+  if (ownFont) look.font = &fontStack(*bullet.typeface);
   if (bullet.color) look.color = *bullet.color;
   look.italic = first.italic.value_or(false) && bullet.kind == Bullet::Kind::Number;
-  out_ << "<span class=\"b\" style=\"";
+  // A first word too long for the line is broken beside its bullet, not below it.
+  out_ << "<span class=\"k\"><span class=\"b\" style=\"";
   if (indent < 0) out_ << "min-width:" << fine(-indent) << "px;";
-  this->look(look);
-  out_ << "\">";
-  out_.text(paragraph.bullet) << "</span>";
+  if (paragraph.bulletPicture != nullptr) {
+    out_ << "\">";
+    pictureBullet(*paragraph.bulletPicture, look.size);
+  } else {
+    this->look(look);
+    out_ << "\">";
+    if (ownFont) out_.textUse().add(*look.font);
+    out_.text(paragraph.bullet);
+  }
+  out_ << "</span></span>";
+}
+
+/// Stands on the baseline, as high as the text's size, without making its line higher.
+void TextWriter::pictureBullet(const Asset& picture, double size) {
+  const double shape = picture.height > 0 ? picture.width / picture.height : 1;
+  out_ << "<img alt=\"\" src=\"" << assetPrefix_ << picture.name << "\" style=\"width:" << fine(size * shape)
+       << "px;height:" << fine(size) << "px;margin-top:" << fine(-size) << "px\">";
 }
 
 void TextWriter::run(const Run& run, std::string_view text, const Look& look, const Look& base) {
@@ -207,7 +222,7 @@ void TextWriter::run(const Run& run, std::string_view text, const Look& look, co
   std::swap(style, out_);
   lookDifference(look, base);
   // Another font of the same size must not make the line higher.
-  if (look.family != base.family && look.size == base.size) out_ << "line-height:0;";
+  if (look.font != base.font && look.size == base.size) out_ << "line-height:0;";
   decoration(run.style);
   std::swap(style, out_);
   if (style.size() > 0) out_ << "<span style=\"" << style.str() << "\">";
@@ -219,9 +234,12 @@ void TextWriter::run(const Run& run, std::string_view text, const Look& look, co
     splitByScript(text, [&](std::string_view piece, Script script) {
       const auto typeface = run.style.typeface(script);
       if (typeface == run.style.latin) {
+        out_.textUse().add(*look.font);
         out_.text(piece);
       } else {
-        out_ << "<span style=\"line-height:0;font-family:" << fontStack(typeface).css << "\">";
+        const auto& font = fontStack(typeface);
+        out_.textUse().add(font);
+        out_ << "<span style=\"line-height:0;font-family:" << font.css << "\">";
         out_.text(piece) << "</span>";
       }
     });
@@ -342,6 +360,7 @@ double TextWriter::paragraph(const Paragraph& paragraph, const BodyProperties& p
 }
 
 void TextWriter::paragraphs(const TextBody& body, double carried) {
+  out_.textUse().add(body.timeShown);
   const Paragraph* previous = nullptr;
   for (const auto& paragraph : body.paragraphs) {
     double gap = carried;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "render/FontMetrics.h"
 #include "render/HtmlOut.h"
 #include "render/Scene.h"
 #include "render/Units.h"
@@ -9,8 +10,10 @@ namespace render {
 /// Writes text as HTML; the browser breaks its lines.
 class TextWriter {
  public:
-  /// `fineness` is how many times larger than on the page the text is laid out.
-  explicit TextWriter(HtmlOut& out, double fineness = Fineness) : out_(out), fineness_(fineness) {}
+  /// `assetPrefix` precedes the names of pictures; `fineness` is how many times larger than on the page the
+  /// text is laid out.
+  TextWriter(HtmlOut& out, std::string_view assetPrefix, double fineness = Fineness)
+      : out_(out), assetPrefix_(assetPrefix), fineness_(fineness) {}
 
   /// A block that fills `area` of the enclosing element. Nothing for empty text.
   void block(const TextBody& body, const Rect& area, double rotation);
@@ -21,7 +24,7 @@ class TextWriter {
   /// The look of a run as a page states it.
   struct Look {
     double size = 0;  // px
-    std::string_view family;
+    const FontStack* font = nullptr;
     bool bold = false;
     bool italic = false;
     Color color;
@@ -33,6 +36,7 @@ class TextWriter {
   void lookDifference(const Look& look, const Look& base);
   void decoration(const RunStyle& style);
   void bullet(const Paragraph& paragraph, const RunStyle& first, const Look& firstLook, double fontScale);
+  void pictureBullet(const Asset& picture, double size);
   void runs(const Paragraph& paragraph, const BodyProperties& properties, const Look& base);
   void run(const Run& run, std::string_view text, const Look& look, const Look& base);
   /// Browsers centre the font's box in the line; in a presentation all that is added to a line or taken from
@@ -44,6 +48,7 @@ class TextWriter {
   [[nodiscard]] double fine(double px) const { return px * fineness_; }
 
   HtmlOut& out_;
+  std::string_view assetPrefix_;
   double fineness_;
 };
 

@@ -151,6 +151,17 @@ const Color* colorOf(const Fill& fill) {
   return std::get_if<Color>(&fill);
 }
 
+void noteUse(HtmlOut& out, const TextBody& body) {
+  out.textUse().add(body.timeShown);
+  for (const auto& paragraph : body.paragraphs) {
+    for (const auto& run : paragraph.runs) {
+      splitByScript(run.text, [&](std::string_view, Script script) {
+        out.textUse().add(fontStack(run.style.typeface(script)));
+      });
+    }
+  }
+}
+
 }  // namespace
 
 bool writeWordArt(HtmlOut& out, const TextBody& body, const Rect& area, double rotation) {
@@ -194,6 +205,7 @@ bool writeWordArt(HtmlOut& out, const TextBody& body, const Rect& area, double r
     return {area.w * u, area.h * (top + v * (envelope->bottom(u) - top))};
   };
 
+  noteUse(out, body);
   out << "<svg role=\"img\" style=\"left:" << area.x << "px;top:" << area.y << "px";
   if (std::abs(rotation) > 0.005) out << ";rotate:" << rotation << "deg";
   out << "\" width=\"" << area.w << "\" height=\"" << area.h << "\" aria-label=\"";
