@@ -51,8 +51,7 @@ FilledDeck::Page FilledDeck::page(int slide) {
   page.asset = [this](std::string_view name) -> std::optional<web::Asset> {
     const render::Asset* found = renderer_.assets().find(name);
     if (!found) return std::nullopt;
-    return web::Asset{std::make_shared<const std::string>(renderer_.assets().bytes(name)),
-                      found->contentType};
+    return web::Asset{renderer_.assets().bytes(name), found->contentType};
   };
   return {page.html(), std::move(rendered.problems)};
 }

@@ -217,12 +217,14 @@ web::Health LiveShow::health() {
 
 std::optional<web::Asset> LiveShow::asset(std::string_view name) {
   if (name == styleSheetName()) {
-    return web::Asset{std::make_shared<const std::string>(render::SlideRenderer::styles()),
-                      "text/css; charset=utf-8"};
+    static const auto styles = std::make_shared<const std::string>(render::SlideRenderer::styles());
+    return web::Asset{styles, "text/css; charset=utf-8"};
   }
   const render::Asset* found = renderer_.assets().find(name);
   if (!found) return std::nullopt;
-  return web::Asset{std::make_shared<const std::string>(renderer_.assets().bytes(name)), found->contentType};
+  auto bytes = renderer_.assets().bytes(name);
+  if (!bytes) return std::nullopt;
+  return web::Asset{std::move(bytes), found->contentType};
 }
 
 }  // namespace app

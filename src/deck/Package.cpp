@@ -154,8 +154,7 @@ Part& Package::add(std::string name, std::string_view contentType, std::string b
 void Package::setBytes(Part& part, std::string bytes) {
   part.xml_.reset();
   part.relationships_.reset();
-  part.bytes_ = std::move(bytes);
-  part.hasBytes_ = true;
+  part.bytes_ = std::make_shared<const std::string>(std::move(bytes));
   part.changed_ = true;
   part.version_ = ++lastVersion_;
 }
@@ -219,7 +218,7 @@ void Package::rebase(std::string bytes) {
     if (Part* part = find(entries[i].name)) {
       part->entry_ = static_cast<std::int64_t>(i);
       part->changed_ = false;
-      if (part->xml_ != nullptr) part->dropBytes();
+      if (part->xml_ != nullptr) part->bytes_.reset();
     }
   }
   std::erase_if(parts_, [](const auto& part) { return part->removed_; });

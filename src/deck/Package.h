@@ -73,6 +73,8 @@ class Part {
   /// The part's present content. The view holds until the part changes or is
   /// parsed by xml().
   [[nodiscard]] std::string_view bytes();
+  /// The same without a copy, for keeping: it stays as it is when the part changes.
+  [[nodiscard]] std::shared_ptr<const std::string> sharedBytes();
 
   /// The part parsed, with white space, comments and processing instructions
   /// kept; the names of presentationml, drawingml, its charts and relationships always
@@ -101,7 +103,6 @@ class Part {
 
   [[nodiscard]] std::unique_ptr<pugi::xml_document> parse(std::string& text);
   Relationships& loadRelationships();
-  void dropBytes();
 
   Package* package_;
   std::string name_;
@@ -109,9 +110,8 @@ class Part {
   std::uint64_t version_ = 0;
   bool changed_ = false;  // since the package was opened or saved
   bool removed_ = false;
-  bool hasBytes_ = false;
-  std::string bytes_;
-  std::string parsedText_;  // what the nodes of xml_ point into
+  std::shared_ptr<const std::string> bytes_;  // null while they are not needed
+  std::string parsedText_;                    // what the nodes of xml_ point into
   std::unique_ptr<pugi::xml_document> xml_;
   std::unique_ptr<Relationships> relationships_;
 };

@@ -16,31 +16,28 @@ Part::~Part() = default;
 
 std::string Part::contentType() const { return package_->contentTypes_->of(name_); }
 
-std::string_view Part::bytes() {
-  if (!hasBytes_) {
-    bytes_ = xml_ != nullptr && changed_ ? xml::serialize(*xml_) : package_->inflate(*this);
-    hasBytes_ = true;
+std::string_view Part::bytes() { return *sharedBytes(); }
+
+std::shared_ptr<const std::string> Part::sharedBytes() {
+  if (!bytes_) {
+    bytes_ = std::make_shared<const std::string>(xml_ != nullptr && changed_ ? xml::serialize(*xml_)
+                                                                             : package_->inflate(*this));
   }
   return bytes_;
 }
 
 const pugi::xml_document& Part::xml() {
   if (xml_ != nullptr) return *xml_;
-  static_cast<void>(bytes());
-  if (changed_) {
-    parsedText_ = bytes_;
-  } else {
-    // The archive has the bytes still; no need to hold them twice.
-    parsedText_ = std::exchange(bytes_, {});
-    hasBytes_ = false;
-  }
+  parsedText_ = bytes_ ? *bytes_ : package_->inflate(*this);
+  // The archive has the bytes of an unchanged part; no need to hold them twice.
+  if (!changed_) bytes_.reset();
   xml_ = parse(parsedText_);
   return *xml_;
 }
 
 void Part::readXml(const std::function<void(const pugi::xml_document&)>& reader) {
   if (xml_ != nullptr) return reader(*xml_);
-  std::string text = hasBytes_ ? bytes_ : package_->inflate(*this);
+  std::string text = bytes_ ? *bytes_ : package_->inflate(*this);
   reader(*parse(text));
 }
 
@@ -54,12 +51,7 @@ std::unique_ptr<pugi::xml_document> Part::parse(std::string& text) {
 
 void Part::markChanged() {
   changed_ = true;
-  dropBytes();
-}
-
-void Part::dropBytes() {
-  hasBytes_ = false;
-  bytes_ = {};
+  bytes_.reset();
 }
 
 Relationships& Part::loadRelationships() {

@@ -95,7 +95,7 @@ void Assets::hold(Known& known, deck::Part& part) {
   known.held = heldByName_[name].lock();
   if (!known.held) {
     known.held = std::make_shared<const Held>(
-        Held{*known.asset, known.converted ? *known.converted : std::string(part.bytes())});
+        Held{*known.asset, known.converted ? known.converted : part.sharedBytes()});
     heldByName_[name] = known.held;
   }
   if (forgotten && forgotten.use_count() == 1) heldByName_.erase(forgotten->asset.name);
@@ -140,16 +140,16 @@ const Asset* Assets::find(std::string_view name) const {
   return part == partByName_.end() ? nullptr : byPart_.at(part->second).asset.get();
 }
 
-std::string_view Assets::bytes(std::string_view name) const {
+std::shared_ptr<const std::string> Assets::bytes(std::string_view name) const {
   const auto held = heldByName_.find(std::string(name));
   if (held != heldByName_.end()) {
     if (const auto one = held->second.lock()) return one->bytes;
   }
   const auto known = partByName_.find(std::string(name));
-  if (known == partByName_.end()) return {};
-  if (const auto& converted = byPart_.at(known->second).converted) return *converted;
+  if (known == partByName_.end()) return nullptr;
+  if (const auto& converted = byPart_.at(known->second).converted) return converted;
   deck::Part* part = package_.find(known->second);
-  return part != nullptr ? part->bytes() : std::string_view();
+  return part != nullptr ? part->sharedBytes() : nullptr;
 }
 
 }  // namespace render

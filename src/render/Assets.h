@@ -60,14 +60,14 @@ class Assets {
   };
   /// By name; null unless a slide rendered so far uses it.
   [[nodiscard]] const Asset* find(std::string_view name) const;
-  /// Valid until a part is added. Empty for an unknown name.
-  [[nodiscard]] std::string_view bytes(std::string_view name) const;
+  /// Shared with the package, as films are large. Null for an unknown name.
+  [[nodiscard]] std::shared_ptr<const std::string> bytes(std::string_view name) const;
 
  private:
   /// An asset with its bytes; equal ones share it.
   struct Held {
     Asset asset;
-    std::string bytes;
+    std::shared_ptr<const std::string> bytes;
   };
   struct Known {
     /// Null while there is none to show.

@@ -13,6 +13,8 @@ struct Request {
   std::string_view origin;
   std::string_view authorization;
   std::string_view ifNoneMatch;
+  std::string_view range;
+  std::string_view ifRange;
   std::string_view body;
   /// False for HTTP/1.0, which cannot carry an event stream.
   bool canStream = true;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "web/ByteRange.h"
 #include "web/Show.h"
 
 namespace web {
@@ -23,8 +24,15 @@ struct Response {
   std::vector<std::pair<std::string_view, std::string>> headers;
   /// Shared, as assets are large and sent to many. Never null.
   std::shared_ptr<const std::string> body = std::make_shared<const std::string>();
+  /// What is sent of the body; nothing: all of it.
+  std::optional<ByteRange> range;
   /// When set, the rest is ignored and the connection becomes a stream.
   std::optional<StreamWanted> stream;
+
+  /// The bytes that are sent.
+  [[nodiscard]] std::string_view content() const {
+    return range ? std::string_view(*body).substr(range->first, range->size) : std::string_view(*body);
+  }
 
   /// An answer that no cache may keep.
   static Response fresh(int status, std::string contentType, std::string body);

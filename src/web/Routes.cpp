@@ -87,6 +87,30 @@ std::string safeType(const std::string& type) {
   return isPlain && !type.empty() ? type : "application/octet-stream";
 }
 
+/// The part of a whole answer that a Range header asks for.
+Response partOf(Response whole, std::string_view range) {
+  const std::string size = std::to_string(whole.body->size());
+  const RangeWanted wanted = rangeWanted(range, whole.body->size());
+  switch (wanted.kind) {
+    case RangeWanted::Kind::Whole:
+      break;
+    case RangeWanted::Kind::Part: {
+      const auto& [first, length] = wanted.range;
+      whole.status = 206;
+      whole.range = wanted.range;
+      whole.headers.emplace_back("Content-Range", "bytes " + std::to_string(first) + '-' +
+                                                      std::to_string(first + length - 1) + '/' + size);
+      break;
+    }
+    case RangeWanted::Kind::Unsatisfiable: {
+      Response response = Response::error(416, "The range lies behind the end.");
+      response.headers.emplace_back("Content-Range", "bytes */" + size);
+      return response;
+    }
+  }
+  return whole;
+}
+
 bool isListed(std::string_view tags, std::string_view tag) {
   return tags == "*" || tags.find(tag) != std::string_view::npos;
 }
@@ -221,11 +245,13 @@ Response Routes::assetAnswer(const Request& request, std::string_view name) {
                       {"Content-Security-Policy", std::string(assetPolicy)}};
   if (isListed(request.ifNoneMatch, tag)) {
     response.status = 304;
-  } else {
-    response.headers.emplace_back("Content-Type", safeType(asset->contentType));
-    response.body = asset->bytes;
+    return response;
   }
-  return response;
+  response.headers.emplace_back("Accept-Ranges", "bytes");
+  response.headers.emplace_back("Content-Type", safeType(asset->contentType));
+  response.body = asset->bytes;
+  const bool isForRange = request.method == "GET" && (request.ifRange.empty() || request.ifRange == tag);
+  return isForRange ? partOf(std::move(response), request.range) : response;
 }
 
 std::function<Response()> Routes::command(std::string_view name) {

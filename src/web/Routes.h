@@ -20,7 +20,7 @@ class Broadcast;
 ///                                 "?shape=NAME" (with "&slide=N") to one shape
 ///   GET  /remote                  the page for phones that steers
 ///   GET  /client/VERSION/FILE     scripts and styles of both
-///   GET  /assets/NAME             what the slides refer to
+///   GET  /assets/NAME             what the slides refer to, or a range of its bytes
 ///   GET  /slides/N                a slide as it is now, a piece of HTML
 ///   GET  /screen/events           event stream for screens, with the page's query
 ///   GET  /api/v1/events           event stream for programs
@@ -35,8 +35,8 @@ class Broadcast;
 ///
 /// HEAD works wherever GET does, streams apart. Errors are JSON, {"error":"…"}:
 /// 400 for a slide number that is none, 401 without the token, 403 for a foreign
-/// request (see Guard), 404, 405, 409 when the show refuses a command, 429 for a
-/// screen that reports too often, 500 when the show fails.
+/// request (see Guard), 404, 405, 409 when the show refuses a command, 416 for a range behind the end, 429
+/// for a screen that reports too often, 500 when the show fails.
 class Routes {
  public:
   Routes(Show& show, Broadcast& broadcast, const Options& options);

@@ -23,6 +23,8 @@ constexpr std::uint32_t headerLimit = 16 * 1024;
 /// Only the reports of screens have a body, a short one.
 constexpr std::uint64_t bodyLimit = 16 * 1024;
 constexpr std::chrono::seconds lingerTime{2};
+/// What is handed to the system at once; between two pieces everybody else has a turn.
+constexpr std::size_t pieceSize = 64 * 1024;
 
 std::string_view view(beast::string_view text) { return {text.data(), text.size()}; }
 
@@ -92,6 +94,8 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     request.hasOrigin = message.count(http::field::origin) > 0;
     request.authorization = field(http::field::authorization);
     request.ifNoneMatch = field(http::field::if_none_match);
+    request.range = field(http::field::range);
+    request.ifRange = field(http::field::if_range);
     request.body = message.body();
     request.canStream = message.version() >= 11;
 
@@ -114,11 +118,13 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     for (const auto& [name, value] : response_.headers)
       answer_->set(beast::string_view(name.data(), name.size()), value);
     answer_->keep_alive(keepAlive);
-    const std::string& body = *response_.body;
+    const std::string_view body = response_.content();
     if (response_.status != 304) answer_->content_length(body.size());
     if (!headOnly) answer_->body() = {body.data(), body.size()};
+    serializer_.emplace(*answer_);
+    serializer_->limit(pieceSize);
     stream_.expires_after(options_.timeToWrite(body.size()));
-    http::async_write(stream_, *answer_,
+    http::async_write(stream_, *serializer_,
                       [self = shared_from_this(), keepAlive](error_code failed, std::size_t) {
                         self->onWritten(failed, keepAlive);
                       });
@@ -128,6 +134,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     if (closed_) return;
     if (failed) return leave();
     answering_ = false;
+    response_ = {};  // a film, perhaps, that the deck no longer holds
     if (keepAlive && !finishing_) return read(options_.idleTimeout);
     // Closing while the client still sends would make its system throw our
     // answer away.
@@ -162,6 +169,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
   std::optional<Parser> parser_;
   Response response_;
   std::optional<Answer> answer_;
+  std::optional<http::response_serializer<http::span_body<const char>>> serializer_;
   std::array<char, 2048> scrap_{};
   bool answering_ = false;
   bool finishing_ = false;

@@ -104,7 +104,7 @@ TEST(SlideRenderer, PicturesAreServedByNamesThatTellNothing) {
   ASSERT_EQ(page.assets.size(), 1U);
   const auto& name = page.assets[0];
   EXPECT_THAT(name, testing::MatchesRegex("[0-9a-f]{16}\\.png"));
-  EXPECT_EQ(renderer.assets().bytes(name), Png);
+  EXPECT_EQ(*renderer.assets().bytes(name), Png);
   EXPECT_EQ(renderer.assets().find(name)->contentType, "image/png");
   EXPECT_EQ(renderer.assets().find("secret-name.png"), nullptr);
   EXPECT_THAT(page.html, Not(HasSubstr("secret")));
