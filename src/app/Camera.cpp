@@ -12,8 +12,8 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "basic/Base64.h"
 #include "app/Failure.h"
+#include "basic/Base64.h"
 #include "process/ChildProcess.h"
 #include "process/TemporaryFolder.h"
 

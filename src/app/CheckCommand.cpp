@@ -20,6 +20,7 @@
 #include "basic/Error.h"
 #include "deck/Application.h"
 #include "platform/Console.h"
+#include "render/Limitations.h"
 
 namespace app {
 
@@ -55,6 +56,26 @@ Findings checkDrawing(FilledDeck& filled) {
     for (std::string& problem : filled.page(slide).problems) {
       findings.push_back({Finding::Gravity::Broken, slide, "", std::move(problem)});
     }
+    for (const render::Limitation& limitation :
+         render::findLimitations(filled.deck().shapesOf(static_cast<std::int32_t>(slide)))) {
+      findings.push_back(
+          {Finding::Gravity::Different, slide, limitation.shape,
+           (limitation.isDrawn ? "Nearly drawn: " : "Not drawn: ") + std::string(limitation.what) + "."});
+    }
+  }
+  return findings;
+}
+
+/// What the show would log, unless it was found before.
+Findings checkFilling(const std::vector<std::string>& logged, const Findings& known) {
+  Findings findings;
+  for (const std::string& line : logged) {
+    // Number and source of the error stand at the end.
+    const std::string text = line.substr(0, line.rfind(" ("));
+    const bool isKnown = std::any_of(known.begin(), known.end(), [&](const Finding& finding) {
+      return finding.text.find(text) != std::string::npos;
+    });
+    if (!isKnown) findings.push_back({Finding::Gravity::Broken, 0, "", text});
   }
   return findings;
 }
@@ -72,6 +93,7 @@ Findings findAll(const std::string& path, Environment& environment) {
   }
   const CollectedErrors errors;
   FilledDeck filled(path, environment.loop());
+  append(findings, checkFilling(errors.texts(), findings));
   append(findings, checkDrawing(filled));
   append(findings, checkHidden(hiddenByAuthor, filled));
   try {

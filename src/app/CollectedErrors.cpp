@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "addin/modErrors.h"
-#include "basic/Strings.h"
+#include "app/Output.h"
 
 namespace app {
 
@@ -39,7 +39,7 @@ void CollectedErrors::LogAside::Append(std::string_view path, std::string_view t
     files_.Append(path, text);
     return;
   }
-  std::string said = basic::Replace(withoutTime(text), "\r\n", " ");
+  std::string said = joinedLines(std::string(withoutTime(text)));
   if (std::find(texts.begin(), texts.end(), said) == texts.end()) texts.push_back(std::move(said));
 }
 

@@ -4,12 +4,17 @@
 #include <functional>
 #include <map>
 
+#include "addin/modGlobalFunctions.h"
 #include "app/LinkedShapes.h"
+#include "app/Output.h"
 #include "app/StoredConnections.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "deck/Links.h"
+#include "host/services.h"
 #include "model/clsShape.h"
+#include "model/clsSlide.h"
 
 namespace app {
 
@@ -33,7 +38,10 @@ class LinkCheck {
   Findings run() {
     for (const StoredConnection& stored : storedConnections(deck_)) open(stored);
     for (std::int32_t slide = 1; slide <= deck_.slideCount(); ++slide) {
-      for (const LinkedShape& shape : linkedShapes(deck_, slide)) check(slide, shape);
+      const std::vector<LinkedShape> shapes = linkedShapes(deck_, slide);
+      for (const LinkedShape& shape : shapes) check(slide, shape);
+      checkScrolling(slide, shapes);
+      checkFiles(slide);
     }
     return std::move(findings_);
   }
@@ -57,9 +65,8 @@ class LinkCheck {
       source.columns.erase(source.columns.begin());
       source.rowCount = connection.RecordCount();
     } catch (const basic::Error& error) {
-      findings_.push_back(
-          {Finding::Gravity::Broken, 0, "",
-           "Connection " + source.name + ": " + basic::Replace(error.description, "\r\n", "")});
+      findings_.push_back({Finding::Gravity::Broken, 0, "",
+                           "Connection " + source.name + ": " + joinedLines(error.description)});
     }
   }
 
@@ -84,6 +91,39 @@ class LinkCheck {
     } else if (shape.row < 1 || shape.row > source.rowCount) {
       complain("Connection " + source.name + " has no row " + basic::CStr(shape.row) + "; it has " +
                basic::CStr(source.rowCount) + " today.");
+    }
+  }
+
+  /// An entry moves the shape of its name, or else those of its connection.
+  void checkScrolling(int slide, const std::vector<LinkedShape>& shapes) {
+    LF2000::clsSlide properties;
+    for (const std::string& failure : properties.ReadTags(*deck_.Slides()->Item(slide)->Tags())) {
+      findings_.push_back({Finding::Gravity::Broken, slide, "", failure});
+    }
+    for (const std::int32_t number : properties.ScrollEntryNumbers()) {
+      const std::string name = std::to_string(number);
+      const std::string connection = LF2000::modGlobalFunctions::Format000(number);
+      const bool moves = std::any_of(shapes.begin(), shapes.end(), [&](const LinkedShape& shape) {
+        return shape.name == name || shape.connection == connection;
+      });
+      if (moves || !properties.ScrollEnabled(name)) continue;
+      findings_.push_back({Finding::Gravity::Broken, slide, "",
+                           "Scroll entry " + name + " moves nothing: no linked shape is named " + name +
+                               " or shows connection " + connection + "."});
+    }
+  }
+
+  /// Pictures, films and objects that the deck itself links to files.
+  void checkFiles(int slide) {
+    for (const pugi::xml_node shape : deck_.shapesOf(slide).all()) {
+      const std::string source = deck::linkSource(deck_, slide, shape);
+      if (source.empty() || source.find("://") != std::string::npos) continue;
+      try {
+        static_cast<void>(host::Current().files->FileDateTime(source.substr(0, source.find('!'))));
+      } catch (const basic::Error& error) {
+        findings_.push_back({Finding::Gravity::Broken, slide, std::string(deck::shapeName(shape)),
+                             "It is linked to a file that is not there: " + error.description});
+      }
     }
   }
 

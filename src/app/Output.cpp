@@ -39,4 +39,8 @@ void printTable(std::ostream& out, const std::vector<std::string>& header,
   for (const auto& row : rows) print(row);
 }
 
+std::string joinedLines(const std::string& text) {
+  return basic::Replace(basic::Replace(text, " \r\n", " "), "\r\n", " ");
+}
+
 }  // namespace app

@@ -14,4 +14,7 @@ void printTable(std::ostream& out, const std::vector<std::string>& header,
 /// long text is cut with an ellipsis.
 std::string oneLine(const std::string& text);
 
+/// A message of several lines as one.
+std::string joinedLines(const std::string& text);
+
 }  // namespace app

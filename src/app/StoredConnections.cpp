@@ -55,8 +55,7 @@ std::string connectionTypeName(std::int32_t type) {
 std::string sourceOf(const LF2000::clsConnection& connection) {
   switch (static_cast<LF2000::ConnectionKind>(connection.ConnectionType())) {
     case LF2000::ConnectionKind::Database:
-      return basic::MaskedConnectionString(connection.ConnectionString()) + ": " +
-             connection.RecordsetSQL();
+      return basic::MaskedConnectionString(connection.ConnectionString()) + ": " + connection.RecordsetSQL();
     case LF2000::ConnectionKind::Excel:
       return connection.ConnectionRange() + " of " +
              (connection.ConnectionSheet().empty() ? "the first sheet" : connection.ConnectionSheet()) +

@@ -9,8 +9,8 @@
 #include "app/Commands.h"
 #include "app/Environment.h"
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "basic/Error.h"
-#include "basic/Strings.h"
 #include "platform/Console.h"
 
 namespace {
@@ -19,7 +19,7 @@ constexpr int Failed = 1;
 constexpr int Usage = 2;
 
 int complain(const std::string& text, int exitCode) {
-  std::cerr << "lumenfold: " << platform::forTerminal(basic::Replace(text, "\r\n", " ")) << '\n';
+  std::cerr << "lumenfold: " << platform::forTerminal(app::joinedLines(text)) << '\n';
   return exitCode;
 }
 

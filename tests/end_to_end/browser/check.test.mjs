@@ -22,6 +22,11 @@ test("what is broken in a deck is told, with its place", (t) => {
   editPart(deck, "ppt/slides/slide2.xml", (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
   sandbox.done("connection", deck, "add", "--type", "text", "--description", "Gone", "--file", "gone.txt");
   sandbox.done("link", deck, "--slide", 1, "--shape", "p5 Item", "--connection", "002", "--column", "A", "--row", 1);
+  const warp = '<a:prstTxWarp prst="textWave1"><a:avLst/></a:prstTxWarp>';
+  editPart(deck, "ppt/slides/slide3.xml", (xml) =>
+    xml.replace(/(<a:bodyPr[^>]*?)(\/>|>)/, (_, tag, end) => `${tag}>${warp}${end === ">" ? "" : "</a:bodyPr>"}`),
+  );
+  sandbox.done("slide", deck, 3, "--scroll", 77, "--step", 1, "--time", 1000);
   const found = findings(sandbox, deck);
   assert.equal(sandbox.run("check", deck).code, 1);
   const patterns = [
@@ -29,6 +34,8 @@ test("what is broken in a deck is told, with its place", (t) => {
     /^broken 1 p3 Item: Connection 001 \(Values\) has no row 3; it has 2 today\.$/,
     /^broken 1 p1 Item: Today's text is larger than the shape, by \d+ px/,
     /^note 2 : The slide is hidden in the deck\.$/,
+    /^broken 3 : Scroll entry 77 moves nothing/,
+    /^different 3 [^:]+: Nearly drawn: text bent as WordArt/,
   ];
   assert.deepEqual(
     found.map((each) => patterns.findIndex((pattern) => pattern.test(each))),
