@@ -36,6 +36,7 @@ write_board() {
     pier = pick(flight, purpose, 3)
     return substr("ABC", pier + 1, 1) (1 + pick(flight, purpose + 1, pier == 1 ? 24 : 12))
   }
+  function initial(name) { return name ~ /^İ/ ? "I" : substr(name, 1, 1) }
   function cut(text, list) { return split(text, list, "|") }
   function row(a, b, c, d, e, light) {
     print a, b, c, d, e, (light == "go" ? lamp : ""), (light == "wait" ? lamp : ""), (light == "stop" ? lamp : "") > board
@@ -44,16 +45,16 @@ write_board() {
 
   BEGIN {
     OFS = "\t"
-    SLOT = 75; SHOWN = 9; LINGER = 40; NEWS = 110; lamp = "●"
+    SLOT = 75; SHOWN = 9; PAGE = 14; LINGER = 40; NEWS = 110; lamp = "●"
     TO_GATE = 420; BOARDING = 330; FINAL = 150; CLOSED = 50; KNOWN = 480
-    board = out "/departures.txt"; notices = out "/alerts.txt"; weather = out "/weather.txt"
+    board = out "/departures.txt"; list = out "/destinations.txt"; notices = out "/alerts.txt"; weather = out "/weather.txt"
     cities = cut("Zürich|Málaga|København|Edinburgh|Kraków|Reykjavík|Lisbon|Wien|Tromsø|Genève|Porto|Göteborg|Dubrovnik|İzmir|Bilbao|Gdańsk|Nice|Tallinn|Palermo|Cork|Luleå|Thessaloniki|Düsseldorf|Marseille|Bergen|Valencia|Ljubljana|Faro|Riga|Toulouse|Malmö|Cagliari|Hamburg|Split|Oulu|Bristol|Brno|Sevilla|Aarhus|Catania", city)
     airlines = cut("NL|VD|OQ|KX|ZU", airline)
 
     print "Time", "Flight", "Destination", "Gate", "Status", "Go", "Wait", "Stop" > board
     print "Time", "Flight", "Destination", "Notice", "Detail" > notices
 
-    for (k = int((now - 1200) / SLOT); rows < SHOWN; k++) {
+    for (k = int((now - 1200) / SLOT); rows < SHOWN || found < cities; k++) {
       due = k * SLOT; due -= due % 60
       leaves = due; first = gate(k, 3); at = first; news = ""
       turn = k % 8
@@ -69,6 +70,13 @@ write_board() {
       left = leaves - now
       if (left < -LINGER) continue
       shown_gate = (news == "New gate" ? at : first)
+
+      place_of = 1 + k % cities
+      if (left > 0 && news != "Cancelled" && !(place_of in next_to)) {
+        next_to[place_of] = clock(leaves) OFS code OFS where OFS shown_gate
+        found++
+      }
+      if (rows >= SHOWN) continue
       rows++
 
       if (news == "Cancelled") { status = "Cancelled"; light = "stop"; shown_gate = "–" }
@@ -87,6 +95,15 @@ write_board() {
       if (fresh && news == "Cancelled") alert(clock(due), code, where, "Cancelled", "please go to the ticket desk")
     }
 
+    # By the alphabet, with the letters of the page that begins with the row.
+    print "Time", "Flight", "Destination", "Gate", "Letters" > list
+    cut("39|25|15|36|37|32|40|20|13|23|4|28|16|10|12|33|14|3|5|7|27|21|2|31|24|17|35|19|11|6|29|38|34|18|22|30|9|26|8|1", order)
+    for (i = 1; i <= cities; i++) {
+      last = i + PAGE - 1
+      if (last > cities) last = cities
+      print next_to[order[i]], initial(city[order[i]]) " – " initial(city[order[last]]) > list
+    }
+
     print "City", "Temperature", "Sky", "Wind" > weather
     places = cut("Port Calder|Málaga|Reykjavík|Wien|Tromsø", place)
     cut("14|24|6|17|-2", base); cut("Sunny spells|Clear sky|Rain showers|Light cloud|Snow", sky); cut("SW 4 m/s|E 2 m/s|NW 9 m/s|W 3 m/s|N 6 m/s", wind)
@@ -99,7 +116,7 @@ write_board() {
 
 publish() {
   local file
-  for file in departures.txt alerts.txt weather.txt; do
+  for file in departures.txt alerts.txt destinations.txt weather.txt; do
     if ! cmp -s "$work/$file" "$directory/$file"; then
       mv -f "$work/$file" "$directory/$file"
     fi

@@ -53,13 +53,20 @@ export const titleHolder = (box, style = {}) => ({
   },
 });
 
-// Packs anew with the fixed date, and without entries for folders, which no package has.
-export async function pack(zip, file) {
-  const packed = new JSZip();
-  for (const entry of Object.values(zip.files).filter((each) => !each.dir)) {
-    packed.file(entry.name, await entry.async('nodebuffer'), { date: STAMP, createFolders: false });
+// Anew with the fixed date, charts' workbooks too, and without entries for folders, which no package has.
+async function packed(zip) {
+  const fresh = new JSZip();
+  for (const { name } of Object.values(zip.files).filter((each) => !each.dir)) {
+    let content = await zip.file(name).async('nodebuffer');
+    if (name.endsWith('.xlsx')) content = await packed(await JSZip.loadAsync(content));
+    if (name === 'docProps/core.xml') content = content.toString().replace(/\d{4}-\d\d-\d\dT[\d:.]+Z/g, STAMP.toISOString().replace('.000', ''));
+    fresh.file(name, content, { date: STAMP, createFolders: false });
   }
-  await writeFile(`${samples}/${file}`, await packed.generateAsync({ type: 'nodebuffer', compression: 'DEFLATE' }));
+  return fresh.generateAsync({ type: 'nodebuffer', compression: 'DEFLATE' });
+}
+
+export async function pack(zip, file) {
+  await writeFile(`${samples}/${file}`, await packed(zip));
   console.log(`${file} written`);
 }
 
@@ -171,7 +178,6 @@ export async function save(deck, file, { colours, dark = false, advance, transit
   // PptxGenJS declares one master for each slide but writes only the first.
   await edit('[Content_Types].xml', (xml) =>
     xml.replace(/<Override PartName="\/([^"]+)"[^>]*\/>/g, (override, part) => (zip.file(part) ? override : '')));
-  await edit('docProps/core.xml', (xml) => xml.replace(/\d{4}-\d\d-\d\dT[\d:.]+Z/g, STAMP.toISOString().replace('.000', '')));
 
   await pack(zip, file);
 }

@@ -7,6 +7,7 @@ const colours = {
 };
 const ROWS = 9;
 const ALERTS = 4;
+const PAGE = { rows: 7, columns: 2 };
 const board = { top: 1.86, step: 0.57 };
 const columns = [
   { name: 'Time', x: 0.75, w: 1.25, style: { color: 'accent1', bold: true } },
@@ -53,6 +54,29 @@ deck.defineSlideMaster({
       rect: { x: 0.5, y: 1.65 + i * 1.31, w: 12.333, h: 1.16, fill: { color: 'bg2' } },
     })),
     footer('Staff at the information desk in hall B will help you with new connections.'),
+    title,
+  ],
+});
+// The flights by destination stand in two columns that are read one after the other.
+const page = { top: 1.86, step: 0.715, w: 6.04, lefts: [0.5, 6.793] };
+const entry = [
+  { name: 'Destination', x: 0.25, w: 2.75, size: 24, style: { bold: true } },
+  { name: 'Flight', x: 2.95, w: 1.2, size: 16, style: { color: 'tx2' } },
+  { name: 'Gate', x: 4.0, w: 0.7, size: 22, style: { color: 'accent1', bold: true, align: 'right' } },
+  { name: 'Time', x: 4.75, w: 1.04, size: 24, style: { bold: true, align: 'right' } },
+];
+deck.defineSlideMaster({
+  title: 'Destinations', background: { color: 'bg1' },
+  objects: [
+    sign('accent5'), rule('accent5'),
+    ...page.lefts.flatMap((left) => [
+      ...entry.map(({ name, x, w, style }) =>
+        fixed(name.toUpperCase(), { x: left + x, y: 1.42, w, h: 0.32 }, { fontSize: 12, bold: true, charSpacing: 1.5, color: 'tx2', align: style.align ?? 'left' })),
+      ...Array.from({ length: Math.ceil(PAGE.rows / 2) }, (_, i) => ({
+        rect: { x: left, y: page.top + 2 * i * page.step, w: page.w, h: page.step, fill: { color: 'bg2' } },
+      })),
+    ]),
+    footer('The next flight to each destination. Find changes on the departures board.'),
     title,
   ],
 });
@@ -117,6 +141,20 @@ elsewhere.forEach((place, i) => {
 label(third, 'Date', 'Monday 5 January', { x: 7.3, y: 6.68, w: 3.3, h: 0.5 }, { fontSize: 16, color: 'tx2' });
 label(third, 'Clock', '14:30', { x: 10.6, y: 6.62, w: 2.2, h: 0.6 }, { fontSize: 30, bold: true, color: 'accent1', align: 'right' });
 
+const fourth = deck.addSlide({ masterName: 'Destinations' });
+fourth.addText('Destinations', { placeholder: 'title' });
+drawing(fourth, 'Aeroplane', aeroplane, { x: 0.6, y: 0.46, w: 0.56, h: 0.56, fill: 'bg1', rotate: 45 });
+clock(fourth);
+const destinations = readTable('departures/destinations.txt').slice(0, PAGE.rows * PAGE.columns);
+label(fourth, 'Letters', destinations[0].Letters, { x: 4.95, y: 0.36, w: 2.3, h: 0.76 }, { fontSize: 38, color: 'accent5' });
+destinations.forEach((flight, i) => {
+  const left = page.lefts[Math.floor(i / PAGE.rows)];
+  const y = page.top + (i % PAGE.rows) * page.step;
+  for (const { name, x, w, size, style } of entry) {
+    label(fourth, `d${i + 1} ${name}`, flight[name], { x: left + x, y, w, h: page.step }, { fontSize: size, ...style });
+  }
+});
+
 await save(deck, 'departures/departures.pptx', {
-  colours, dark: true, advance: [12, 10, 10], transition: '<p:fade/>', kiosk: true,
+  colours, dark: true, advance: [12, 10, 10, 15], transition: '<p:fade/>', kiosk: true,
 });

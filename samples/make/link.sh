@@ -40,9 +40,15 @@ link_departures() {
   for row in {2..5}; do
     for column in City Temperature Sky; do link $deck 3 "w$row $column" $column "$row"; done
   done
-  for slide in 1 2; do clock $deck $slide Clock "hh:nn:ss"; done
+  connect $deck text "Destinations" --file destinations.txt --header
+  link $deck 4 Letters Letters 1
+  for row in {1..14}; do
+    for column in Time Flight Destination Gate; do link $deck 4 "d$row $column" $column "$row"; done
+  done
+  "$program" slide $deck 4 --scroll "$connection" --step 14 --time 5000
+  for slide in 1 2 4; do clock $deck $slide Clock "hh:nn:ss"; done
   clock $deck 3 Clock "hh:nn"
-  for slide in 1 2 3; do clock $deck $slide Date "dddd d mmmm"; done
+  for slide in 1 2 3 4; do clock $deck $slide Date "dddd d mmmm"; done
   "$program" display $deck 1
 }
 
@@ -53,8 +59,10 @@ link_shop() {
     slide=$((row <= 7 ? 1 : 2))
     for column in Item Note Price; do link $deck $slide "p$row $column" $column "$row"; done
   done
-  connect $deck excel "Offer of the day" --file prices.xlsx --sheet Offer --range A:F --header
+  connect $deck excel "Offer of the day" --file prices.xlsx --sheet Offer --range A:G --header
   for column in Item Note Price Before Saving Until; do link $deck 3 "Offer $column" $column 1; done
+  "$program" link $deck --slide 3 --shape "Offer Picture" --connection "$connection" --column Picture --row 1 \
+    --folder pictures --extension png
   "$program" slide $deck 3 --hide-when-no-data on
   for slide in 1 2; do
     clock $deck $slide Clock "hh:nn"
@@ -79,8 +87,14 @@ link_plant() {
     for column in Line Product Rate Target OEE State Run Slow Halt; do link $deck 1 "l$row $column" $column "$row"; done
     for column in Line Run Slow Halt; do link $deck 2 "s$row $column" $column "$row"; done
   done
+  connect $deck database "Output" --connection-string "$database" --sql "SELECT Hour, Pallets, Target FROM output ORDER BY Id"
+  "$program" link $deck --slide 3 --shape "Output chart" --connection "$connection" --chart
+  connect $deck database "Stops" --connection-string "$database" --sql "SELECT Cause, Minutes FROM stops ORDER BY Id"
+  "$program" link $deck --slide 3 --shape "Stops chart" --connection "$connection" --chart
+  connect $deck database "Totals" --connection-string "$database" --sql totals
+  for column in Pallets Minutes; do link $deck 3 "Total $column" $column 1; done
   connect $deck database "Shift" --connection-string "$database" --sql shift
-  for slide in 1 2; do
+  for slide in 1 2 3; do
     link $deck $slide Shift Shift 1
     link $deck $slide Lead Lead 1
     clock $deck $slide Clock "hh:nn:ss"

@@ -129,8 +129,58 @@ orders.addTable(
 orders.addShape('homePlate', { objectName: 'Next shift', x: 6.95, y: 6.37, w: 5.933, h: 0.75, fill: { color: 'accent2' } });
 label(orders, 'Next shift text', 'Hand-over at 14:00 in the control room', { x: 7.2, y: 6.37, w: 5.2, h: 0.75 }, { fontSize: 17, bold: true });
 
+const output = deck.addSlide({ masterName: 'Dashboard' });
+banner(output, 'Plant 4: output and stops', shift);
+
+const [totals] = read('totals');
+const chartText = { fontFace: 'Calibri', color: '5B6F82' };
+const axisText = (axis, size) => ({ [`${axis}AxisLabelFontFace`]: chartText.fontFace, [`${axis}AxisLabelColor`]: chartText.color, [`${axis}AxisLabelFontSize`]: size });
+function chartCard(name, title, unit, box) {
+  output.addShape('roundRect', { objectName: `${name} card`, ...box, ...card });
+  output.addShape('rect', { objectName: `${name} edge`, x: box.x + 0.25, y: box.y, w: 0.62, h: 0.06, fill: { color: 'accent2' } });
+  label(output, `${name} title`, title, { x: box.x + 0.25, y: box.y + 0.18, w: 4.4, h: 0.42 }, { fontSize: 20, bold: true });
+  label(output, `${name} unit`, unit, { x: box.x + 0.25, y: box.y + 0.57, w: 4.4, h: 0.32 }, { fontSize: 14, color: 'tx2' });
+}
+
+chartCard('Output', 'Pallets per hour', 'packed, wrapped and in the warehouse', { x: 0.45, y: 1.2, w: 8.1, h: 5.92 });
+label(output, 'Total Pallets', String(totals.Pallets), { x: 6.3, y: 1.32, w: 2.0, h: 0.52 }, { fontSize: 32, bold: true, align: 'right' });
+label(output, 'Total Pallets text', 'in eight hours', { x: 6.3, y: 1.79, w: 2.0, h: 0.3 }, { fontSize: 14, color: 'tx2', align: 'right' });
+const hours = read('output');
+const series = (name, column) => [{ name, labels: hours.map(({ Hour }) => Hour), values: hours.map((hour) => hour[column]) }];
+output.addChart(
+  [
+    {
+      type: 'bar', data: series('Pallets', 'Pallets'),
+      options: {
+        barDir: 'col', barGapWidthPct: 45, chartColors: ['1F6F8B'],
+        showValue: true, dataLabelPosition: 'inBase', dataLabelColor: 'FFFFFF', dataLabelFontFace: 'Calibri', dataLabelFontSize: 16, dataLabelFontBold: true,
+        dataLabelFormatCode: '0',
+      },
+    },
+    { type: 'line', data: series('Target', 'Target'), options: { chartColors: ['E08A00'], lineSize: 3, lineDataSymbol: 'none' } },
+  ],
+  {
+    objectName: 'Output chart', altText: 'Columns for the pallets of each hour, a line for the target', x: 0.6, y: 2.2, w: 7.8, h: 4.8,
+    valAxisMinVal: 0, valAxisMaxVal: 100, valAxisMajorUnit: 20, valGridLine: { color: 'C9D6DF', size: 0.75 }, catGridLine: { style: 'none' },
+    valAxisLineShow: false, catAxisLineShow: true, ...axisText('val', 14), ...axisText('cat', 14),
+    showLegend: true, legendPos: 'b', legendFontFace: 'Calibri', legendFontSize: 14, legendColor: chartText.color,
+  },
+);
+
+chartCard('Stops', 'Time lost by cause', 'minutes in this shift', { x: 8.75, y: 1.2, w: 4.133, h: 5.92 });
+const stops = read('stops');
+output.addChart('doughnut', [{ name: 'Minutes', labels: stops.map(({ Cause }) => Cause), values: stops.map(({ Minutes }) => Minutes) }], {
+  objectName: 'Stops chart', altText: 'A ring of the causes of stops', x: 8.9, y: 2.2, w: 3.83, h: 4.8, holeSize: 58,
+  chartColors: ['1F6F8B', 'D1344B', 'E08A00', '2EC4B6', '8497A8'], dataBorder: { pt: 2, color: 'FFFFFF' },
+  showPercent: true, showLabel: false, showValue: false, dataLabelColor: 'FFFFFF', dataLabelFontFace: 'Calibri', dataLabelFontSize: 14, dataLabelFontBold: true,
+  showLegend: true, legendPos: 'b', legendFontFace: 'Calibri', legendFontSize: 15, legendColor: chartText.color,
+  layout: { x: 0.04, y: 0.02, w: 0.92, h: 0.74 },
+});
+label(output, 'Total Minutes', String(totals.Minutes), { x: 10.015, y: 3.55, w: 1.6, h: 0.7 }, { fontSize: 44, bold: true, align: 'center' });
+label(output, 'Total Minutes text', 'minutes', { x: 10.015, y: 4.22, w: 1.6, h: 0.36 }, { fontSize: 15, color: 'tx2', align: 'center' });
+
 await save(deck, 'plant/plant.pptx', {
-  colours, advance: [20, 12], transition: '<p:fade/>', kiosk: false, groups,
+  colours, advance: [20, 12, 16], transition: '<p:fade/>', kiosk: false, groups,
   gradients: [['ppt/slideLayouts/slideLayout2.xml', 'Band', { stops: [[0, 'tx1'], [100, 'accent1']], angle: 0 }],
     ['ppt/slides/slide2.xml', 'Safe card', { stops: [[0, 'accent1'], [100, 'accent3']], angle: 0 }]],
 });

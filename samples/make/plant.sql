@@ -20,3 +20,15 @@ INSERT INTO plant VALUES
 
 CREATE TABLE shift (Shift TEXT, Lead TEXT, DaysSafe INTEGER);
 INSERT INTO shift VALUES ('Early shift', 'M. Okafor', 143);
+
+-- What left the plant in each of the last hours, and what held it up this shift.
+CREATE TABLE output (Id INTEGER PRIMARY KEY, Hour TEXT NOT NULL, Pallets INTEGER, Target INTEGER);
+INSERT INTO output (Hour, Pallets, Target) VALUES
+  ('02:00', 74, 78), ('03:00', 79, 78), ('04:00', 81, 78), ('05:00', 70, 78),
+  ('06:00', 62, 78), ('07:00', 83, 78), ('08:00', 80, 78), ('09:00', 41, 78);
+
+CREATE TABLE stops (Id INTEGER PRIMARY KEY, Cause TEXT NOT NULL, Minutes INTEGER);
+INSERT INTO stops (Cause, Minutes) VALUES
+  ('Change-over', 26), ('Film jam', 14), ('No material', 11), ('Cleaning', 8), ('Maintenance', 5);
+
+CREATE VIEW totals AS SELECT (SELECT sum(Pallets) FROM output) AS Pallets, (SELECT sum(Minutes) FROM stops) AS Minutes;

@@ -32,6 +32,7 @@ export const offer = {
   before: 5.9,
   saving: -0.25,
   until: new Date(Date.UTC(2026, 0, 5, 18)),
+  picture: 'walnut-loaf',
 };
 
 const header = (...names) => names.map((value) => ({ value, fontWeight: 'bold', backgroundColor: '#F6E7CF' }));
@@ -51,12 +52,12 @@ const sheets = [
   {
     sheet: 'Offer',
     stickyRowsCount: 1,
-    columns: widths(22, 60, 10, 10, 10, 20),
+    columns: widths(22, 60, 10, 10, 10, 20, 18),
     data: [
-      header('Item', 'Note', 'Price', 'Before', 'Saving', 'Until'),
+      header('Item', 'Note', 'Price', 'Before', 'Saving', 'Until', 'Picture'),
       [
         offer.item, offer.note, cell(offer.price, EURO), cell(offer.before, EURO),
-        cell(offer.saving, PERCENT), cell(offer.until, UNTIL),
+        cell(offer.saving, PERCENT), cell(offer.until, UNTIL), offer.picture,
       ],
     ],
   },

@@ -1,5 +1,5 @@
 // The price boards of a bakery: bright and warm, with one offer.
-import { art, fixed, label, newDeck, save, titleHolder } from './deck.mjs';
+import { art, fixed, label, newDeck, samples, save, titleHolder } from './deck.mjs';
 import { offer, prices } from './prices.mjs';
 
 const colours = {
@@ -27,7 +27,6 @@ deck.defineSlideMaster({
 deck.defineSlideMaster({
   title: 'Offer', background: { color: 'bg2' },
   objects: [
-    { image: { path: art('loaf.png'), altText: 'A fresh loaf of bread', x: 6.35, y: 1.0, w: 6.4, h: 5.405 } },
     fixed('THE COPPER LOAF', { x: 0.8, y: 0.7, w: 5, h: 0.35 }, { fontSize: 14, bold: true, charSpacing: 2, color: 'accent1' }),
     titleHolder({ x: 0.8, y: 1.05, w: 6.0, h: 0.7 }, { fontSize: 32, italic: true, color: 'tx2' }),
   ],
@@ -53,6 +52,9 @@ const euro = (amount) => `€${amount.toFixed(2)}`;
 
 const slide = deck.addSlide({ masterName: 'Offer' });
 slide.addText('Offer of the day', { placeholder: 'title' });
+slide.addImage({
+  objectName: 'Offer Picture', path: `${samples}/shop/pictures/${offer.picture}.png`, altText: 'What is on offer', x: 6.35, y: 1.0, w: 6.4, h: 5.405,
+});
 label(slide, 'Offer Item', offer.item, { x: 0.8, y: 1.95, w: 6.2, h: 1.0 }, { fontSize: 60, bold: true, fontFace: '+mj-lt', color: 'accent4' });
 slide.addText(offer.note, {
   objectName: 'Offer Note', x: 0.8, y: 3.0, w: 5.0, h: 0.85, margin: 0, valign: 'top', fontSize: 20, color: 'tx2', lang: 'en-GB',

@@ -14,7 +14,8 @@ if ! command -v sqlite3 >/dev/null; then
 fi
 trap 'exit 0' INT TERM
 
-# Line 3 recovers and slows down again, a minute each.
+# Line 3 recovers and slows down again, a minute each. An hour of the output takes
+# a minute, too: its column grows, then the columns move on.
 step() {
   sqlite3 -cmd '.timeout 1000' "$1/plant.db" "
     BEGIN IMMEDIATE;
@@ -27,6 +28,11 @@ step() {
         (SELECT 14206 + strftime('%s', 'now') % 28800 * 9 / 10 AS made)) WHERE Name = 'Good units';
     UPDATE kpi SET Value = (SELECT printf('%.1f', avg(OEE)) FROM plant) WHERE Name = 'Overall effectiveness';
     UPDATE kpi SET Value = 310 + abs(random() % 17) WHERE Name = 'Energy';
+    WITH clock AS (SELECT strftime('%s', 'now') / 60 AS minute, strftime('%S', 'now') + 1 AS second)
+      UPDATE output SET Hour = (SELECT printf('%02d:00', (minute + Id) % 24) FROM clock),
+        Pallets = (SELECT (64 + (minute + Id) * 37 % 23) * CASE Id WHEN 8 THEN second ELSE 60 END / 60 FROM clock);
+    WITH clock AS (SELECT strftime('%s', 'now') / 20 AS step)
+      UPDATE stops SET Minutes = (SELECT 5 + (11 - Id) * (2 + (step + 5 * Id) % 9) / 4 FROM clock);
     COMMIT;"
 }
 

@@ -182,9 +182,9 @@ test("a show without loop ends black, and ends for good one step later", async (
     "the end slide",
     ({ event, data }) => event === "position" && data.ended,
   );
-  assert.deepEqual(data, { position: 0, slideCount: 2, blank: "none", ended: true });
+  assert.deepEqual(data, { position: 0, slideCount: 3, blank: "none", ended: true });
   await show.command("previous");
-  await until("the last slide again", async () => (await show.state()).position === 2);
+  await until("the last slide again", async () => (await show.state()).position === 3);
   await show.command("next");
   await show.command("next");
   assert.deepEqual(await show.ended, { code: 0, signal: null });
