@@ -1,4 +1,4 @@
-// Serves a slide of 50 shapes whose texts change all the time, for screen.mjs:
+// Serves a slide of 50 scrolling shapes whose texts change all the time, for screen.mjs:
 //   screen_source MILLISECONDS    between two changes of all of them
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -21,9 +21,11 @@ std::string shape(int i, long value) {
   return "<div class=\"s live\" id=\"s1-sh" + std::to_string(i) +
          "\" style=\"position:absolute;left:" + left + "px;top:" + top +
          "px;width:175px;height:44px\"><svg width=\"175\" height=\"44\"><rect width=\"175\" height=\"44\" "
-         "rx=\"6\" fill=\"#204080\"/></svg><p style=\"position:absolute;left:8px;top:0;font:28px "
-         "sans-serif;color:#fff\">" +
-         std::to_string(value * 37 + i) + "</p></div>";
+         "rx=\"6\" fill=\"#204080\"/></svg><div class=\"t\" "
+         "style=\"position:absolute;left:-612.5px;top:-154px;"
+         "width:1400px;height:352px;transform:scale(.125);padding:0 64px;box-sizing:border-box\">"
+         "<p style=\"margin:0;font:224px sans-serif;color:#fff\">" +
+         std::to_string(value * 37 + i) + "</p></div></div>";
 }
 
 }  // namespace
@@ -48,6 +50,7 @@ int main(int argc, char** argv) {
       const std::string element = shape(i, value);
       html += element;
       changes.push_back({1, "s1-sh" + std::to_string(i), element, "Value", std::to_string(value)});
+      changes.back().glides = true;
     }
     show.shown.current->html = html + "</section>";
     server.shapesChanged(changes);

@@ -253,6 +253,7 @@ void LiveShow::flush() {
 
 void LiveShow::sendShapes(web::Server::Time changed) {
   if (changedShapes_.empty()) return;
+  const LF2000::FrmRuntimeTimer* form = form_();
   std::vector<web::ShapeChange> changes;
   for (const auto& [slide, id] : std::exchange(changedShapes_, {})) {
     web::ShapeChange change;
@@ -261,6 +262,7 @@ void LiveShow::sendShapes(web::Server::Time changed) {
     change.isMirrored = isMirrored(slide);
     if (isHeld(slide)) change.html = renderer_.shape(slide, static_cast<int>(id));
     if (const LinkedShape* shape = linkedShape(slide, id)) {
+      change.glides = form != nullptr && form->Scrolls(slide, shape->name);
       change.name = shape->name;
       change.text = textOf(slide, shape->name);
     }

@@ -244,6 +244,15 @@ void FrmRuntimeTimer::CalcScrollIndexes(std::int32_t slide) {
   if (modDebug::DebugOn) Log(DebugKind::Information, "end calc indexes");
 }
 
+bool FrmRuntimeTimer::Scrolls(std::int32_t slide, std::string_view shapeName) const {
+  const auto index = static_cast<std::size_t>(slide);
+  if (index >= slideInfo_.size() || slideInfo_[index].Scrolls.empty()) return false;
+  const auto& shapes = shapes_[index];
+  return std::any_of(shapes.begin(), shapes.end(), [&](const clsRTShapeInfo& shape) {
+    return shape.Name == shapeName && shape.Scroll.has_value();
+  });
+}
+
 double FrmRuntimeTimer::RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const {
   if (!shape.Scroll) return shape.Row;
   return shape.Row + slideInfo_[static_cast<std::size_t>(slide)].Scrolls[*shape.Scroll].RowOffset();

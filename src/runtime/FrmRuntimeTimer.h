@@ -52,6 +52,8 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] const ConnectionTable& Connections() const { return connections_; }
   /// Whether the slides that are kept fresh need the connection of that number.
   [[nodiscard]] bool Requeries(std::size_t connection) const { return connectionsToRequery_[connection]; }
+  /// Whether a scroll entry of the slide moves the shape through the rows.
+  [[nodiscard]] bool Scrolls(std::int32_t slide, std::string_view shapeName) const;
   /// Milliseconds between two looks at a connection.
   [[nodiscard]] double RequeryInterval(const clsConnection& connection) const;
 

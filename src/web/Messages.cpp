@@ -122,6 +122,7 @@ SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChang
   for (const ShapeChange& change : changes) {
     if (!isShown(change)) continue;
     json.push_back({{"slide", change.slide}, {"id", change.elementId}, {"html", change.html}});
+    if (change.glides) json.back()["glides"] = true;
   }
   return message("shapes", sequence, textOf(json));
 }

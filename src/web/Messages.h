@@ -33,11 +33,12 @@ SharedMessage greetingMessage(std::string_view screen);
 /// `picture`: everything. {version, heartbeat (ms), title, left, top, width, height,
 /// transparent, kiosk, blank ("none", "black", "white"), ended, stylesheet, rules (a
 /// style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
-/// (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption, text, step, maximum} or null, slideCount, began (ms since
-/// 1970) or null, current: {index, html} or null, next: likewise}
+/// (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption, text, step, maximum} or
+/// null, slideCount, began (ms since 1970) or null, current: {index, html} or null, next: likewise}
 SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
                              std::chrono::milliseconds heartbeat);
-/// `shapes`: [{slide, id, html}] of those changes that `isShown` picks.
+/// `shapes`: [{slide, id, html}] of those changes that `isShown` picks; with
+/// "glides": true where ShapeChange::glides.
 SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
                             const std::function<bool(const ShapeChange&)>& isShown);
 

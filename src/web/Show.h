@@ -128,6 +128,8 @@ struct ShapeChange {
   std::string text;
   /// Whether the slide is the current or the next one.
   bool isMirrored = true;
+  /// The shape scrolls through rows: screens may let the new text glide in.
+  bool glides = false;
 };
 
 /// A file that pages refer to.

@@ -10,14 +10,19 @@ export function takeToken() {
   return sessionStorage.getItem("token");
 }
 
-// A function that sends one command after the other, in their order. Without a
-// token it does nothing. A command that fails changes nothing on the screen.
+// A function that sends one command after the other, in their order, and tells whether
+// it was done. Without a token it does nothing. A command that fails changes nothing on
+// the screen.
 export function commander(token) {
   let queue = Promise.resolve();
   return (command) => {
-    if (!token) return;
+    if (!token) return Promise.resolve(false);
     const request = () =>
       fetch(`/api/v1/${command}`, { method: "POST", headers: { Authorization: `Bearer ${token}` } });
-    queue = queue.then(request).catch(() => {});
+    queue = queue
+      .then(request)
+      .then((answer) => answer.ok)
+      .catch(() => false);
+    return queue;
   };
 }

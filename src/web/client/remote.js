@@ -127,6 +127,6 @@ setInterval(() => document.visibilityState === "visible" && all.renew(), 5000);
 openStream("/screen/events", {
   hello: ({ now }) => (clockAhead = now - Date.now()),
   picture: show,
-  shapes: changeShapes,
+  shapes: (changes) => changeShapes(changes, false),
 });
 if (!store.getItem("token")) askForToken();

@@ -25,6 +25,16 @@ function inTurn(handler) {
   };
 }
 
+// What this screen has asked for and has yet to come: a second key that is pressed in
+// the meantime means the opposite of the first.
+let askedBlank = null;
+const command = commander(takeToken());
+async function send(name) {
+  const blank = name.match(/^blank\/(.*)/)?.[1].replace("off", "none");
+  if (blank) askedBlank = blank;
+  if (!(await command(name))) askedBlank = null;
+}
+
 async function show(picture, isNext) {
   if (picture.version !== page.dataset.version) reloadFor(picture.version);
   if (document.title !== picture.title) document.title = picture.title;
@@ -34,6 +44,7 @@ async function show(picture, isNext) {
   page.toggleAttribute("data-ended", picture.ended);
   page.toggleAttribute("data-transparent", picture.transparent);
   page.dataset.blank = picture.blank;
+  if (picture.blank === askedBlank) askedBlank = null;
 }
 
 // The server has newer scripts than this page. It reloads once the new page can
@@ -52,10 +63,10 @@ hidePointerWhenIdle();
 openStream(`/screen/events${location.search}`, {
   hello: ({ screen }) => reports.named(screen),
   picture: inTurn(show),
-  shapes: inTurn(changeShapes),
+  shapes: inTurn((changes) => changeShapes(changes, isAwake())),
 });
 listenToKeys({
-  send: commander(takeToken()),
+  send,
   isKiosk: () => page.hasAttribute("data-kiosk"),
-  blank: () => page.dataset.blank,
+  blank: () => askedBlank ?? page.dataset.blank,
 });

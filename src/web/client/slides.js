@@ -2,6 +2,7 @@
 // it. An element is touched only when it has changed.
 
 import { loadChartsFor } from "./chart_loader.js";
+import { finishGlide, finishGlides, glide } from "./glides.js";
 import { finishTransition, playBuild, playTransition } from "./transitions.js";
 
 const longestLoad = 10000;
@@ -50,12 +51,18 @@ function patch(old, fresh) {
   }
 }
 
-export function changeShapes(changes) {
-  for (const { id, html } of changes) {
+// `isAnimated` lets the texts glide in of the shapes that may.
+export function changeShapes(changes, isAnimated) {
+  const gliding = [];
+  for (const { id, html, glides } of changes) {
     const old = document.getElementById(id);
     const fresh = old && stage.contains(old) && parse(html, isInsideSvg(old));
-    if (fresh) patch(old, fresh);
+    if (!fresh) continue;
+    finishGlide(id);
+    patch(old, fresh);
+    if (glides && fresh.isConnected) gliding.push([old, fresh]);
   }
+  if (isAnimated) glide(gliding);
 }
 
 // The frame that shows `slide`: one that stands already, with what is new in it,
@@ -101,6 +108,7 @@ function dropOthers() {
 }
 
 function swapTo(picture, isAnimated) {
+  finishGlides();
   const before = stage.querySelector(".frame.current");
   const isOther = picture.current && before?.firstElementChild.id !== `s${picture.current.index}`;
   if (isOther || !picture.current) finishTransition();
@@ -142,11 +150,20 @@ async function useStylesheet(name) {
   }
 }
 
+// What was hidden or marked on a slide stays so while it leaves.
+const leavingRules = document.head.appendChild(document.createElement("style"));
+function keepRulesForLeaving(rules) {
+  leavingRules.textContent = [...rules.sheet.cssRules]
+    .map((rule) => `${rule.selectorText.replaceAll("#", ".leaving #")}{${rule.style.cssText}}`)
+    .join("\n");
+}
+
 // Draws a picture; `isAnimated` lets another slide come in by its transition.
 export async function showPicture(picture, isAnimated) {
   await useStylesheet(picture.stylesheet);
   await loadChartsFor(`${picture.current?.html}${picture.next?.html}`);
   const rules = document.getElementById("rules");
+  if (picture.current?.index !== currentSlide()) keepRulesForLeaving(rules);
   if (rules.textContent !== picture.rules) rules.textContent = picture.rules;
   swapTo(picture, isAnimated);
   if (!isAnimated) return;

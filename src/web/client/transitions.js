@@ -47,6 +47,10 @@ const throughBlack = {
 const motion = matchMedia("(prefers-reduced-motion: reduce)");
 let finish = () => {};
 
+export function isMotionWanted() {
+  return !motion.matches;
+}
+
 // Ends the transition that is under way, if one is.
 export function finishTransition() {
   finish();
@@ -55,7 +59,7 @@ export function finishTransition() {
 // Moves from one frame to the other; `done` is called once, when it is over.
 export function playTransition(leaving, entering, { kind, direction, duration, throughBlack: isThroughBlack }, done) {
   const plan = isThroughBlack ? throughBlack[kind] : (kinds[kind] ?? kinds.fade)(direction);
-  if (!plan || !(duration > 0) || motion.matches) return done();
+  if (!plan || !(duration > 0) || !isMotionWanted()) return done();
   const timing = { duration, easing: plan.entering?.opacity ? "linear" : "ease-in-out", fill: "both" };
   leaving.classList.add("leaving");
   leaving.classList.toggle("above", Boolean(plan.isLeavingAbove));
@@ -75,7 +79,7 @@ export function playTransition(leaving, entering, { kind, direction, duration, t
 
 // A shape that comes or goes by a click. (What has gone is hidden by the page's rules.)
 export function playBuild(element, { isEntrance, kind, direction, duration }, { width, height }) {
-  if (motion.matches || kind === "appear" || !(duration > 0)) return;
+  if (!isMotionWanted() || kind === "appear" || !(duration > 0)) return;
   if (!isEntrance) {
     element.animate({ visibility: ["visible", "visible"], opacity: [1, 0] }, { duration });
   } else if (kind === "wipe") {
