@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -18,6 +19,7 @@
 #include "app/Output.h"
 #include "app/OverflowCheck.h"
 #include "basic/Error.h"
+#include "basic/Strings.h"
 #include "deck/Application.h"
 #include "platform/Console.h"
 #include "render/Limitations.h"
@@ -50,10 +52,21 @@ Findings checkHidden(const std::vector<bool>& hiddenByAuthor, FilledDeck& filled
   return findings;
 }
 
+/// One for each typeface that this machine lacks, as they are missing on many slides.
+void addMissingFonts(Findings& findings, const std::map<std::string, std::string>& standIns) {
+  for (const auto& [typeface, family] : standIns) {
+    findings.push_back({Finding::Gravity::Different, 0, "",
+                        "The typeface '" + typeface + "' is not installed here" +
+                            (family.empty() ? "." : "; " + family + " stands in for it.")});
+  }
+}
+
 Findings checkDrawing(FilledDeck& filled) {
   Findings findings;
+  std::map<std::string, std::string> standIns;
   for (int slide = 1; slide <= filled.slideCount(); ++slide) {
-    for (std::string& problem : filled.page(slide).problems) {
+    FilledDeck::Page page = filled.page(slide);
+    for (std::string& problem : page.problems) {
       findings.push_back({Finding::Gravity::Broken, slide, "", std::move(problem)});
     }
     for (const render::Limitation& limitation :
@@ -62,7 +75,11 @@ Findings checkDrawing(FilledDeck& filled) {
           {Finding::Gravity::Different, slide, limitation.shape,
            (limitation.isDrawn ? "Nearly drawn: " : "Not drawn: ") + std::string(limitation.what) + "."});
     }
+    for (const render::UsedFont& font : page.fonts) {
+      if (!basic::EqualsIgnoreCase(font.typeface, font.family)) standIns.emplace(font.typeface, font.family);
+    }
   }
+  addMissingFonts(findings, standIns);
   return findings;
 }
 

@@ -53,7 +53,7 @@ FilledDeck::Page FilledDeck::page(int slide) {
     if (!found) return std::nullopt;
     return web::Asset{renderer_.assets().bytes(name), found->contentType};
   };
-  return {page.html(), std::move(rendered.problems)};
+  return {page.html(), std::move(rendered.problems), std::move(rendered.fonts)};
 }
 
 }  // namespace app

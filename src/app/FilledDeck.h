@@ -36,8 +36,9 @@ class FilledDeck {
   struct Page {
     /// Needs nothing beside it; see StandalonePage.
     std::string html;
-    /// See render::SlidePage.
+    // See render::SlidePage.
     std::vector<std::string> problems;
+    std::vector<render::UsedFont> fonts;
   };
   Page page(int slide);
 

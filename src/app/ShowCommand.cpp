@@ -70,7 +70,10 @@ class ShowRun {
     finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
     // Screens may come while the show is being opened.
     live_.connect(&server);
+    environment_.progressMeter().watch(
+        [this](const platform::Progress* progress) { tellProgress(progress); });
     beginShow();
+    environment_.progressMeter().watch({});
     // Before the address is told: whoever knows it may end the show.
     environment_.loop().onSignal([&](int) { live_.shutDown(); });
     announce(server, token);
@@ -93,6 +96,14 @@ class ShowRun {
     });
     // So that the first screen need not wait for it.
     static_cast<void>(live_.picture({}));
+  }
+
+  void tellProgress(const platform::Progress* progress) {
+    if (progress == nullptr) {
+      live_.progress(std::nullopt);
+    } else {
+      live_.progress(web::Progress{progress->caption, progress->text, progress->step, progress->maximum});
+    }
   }
 
   void requireSlide(const std::optional<std::int32_t>& slide) const {

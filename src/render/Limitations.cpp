@@ -27,7 +27,6 @@ constexpr Rule Rules[] = {
     {".//*[contains(name(), 'model3d')]", false, "a 3-D model; its preview is drawn"},
     {".//a:graphicData[contains(@uri, 'chartex')]", false,
      "a chart of a newer kind; the picture that the file keeps of it is drawn"},
-    {".//a:buBlip", true, "picture bullets, drawn as dots"},
 };
 
 }  // namespace

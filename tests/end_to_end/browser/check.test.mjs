@@ -6,16 +6,21 @@ import { editPart } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck } from "../support/value_deck.mjs";
 
+// Which ones there are is the machine's affair.
+const typeface = /^different 0 : The typeface '[^']+' is not installed here; .+ stands in for it\.$/;
+
 const findings = (sandbox, deck) => {
   const { out } = sandbox.run("check", deck, "--json");
-  return JSON.parse(out).findings.map(({ gravity, slide, shape, text }) => `${gravity} ${slide} ${shape}: ${text}`);
+  return JSON.parse(out)
+    .findings.map(({ gravity, slide, shape, text }) => `${gravity} ${slide} ${shape}: ${text}`)
+    .filter((each) => !typeface.test(each));
 };
 
 test("what is broken in a deck is told, with its place", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
-  const { code, out } = sandbox.run("check", deck);
-  assert.deepEqual([code, out], [0, `${deck}: nothing to complain about\n`]);
+  assert.equal(sandbox.run("check", deck).code, 0);
+  assert.deepEqual(findings(sandbox, deck), []);
 
   sandbox.write("shop/values.txt", [["Value"], ["eggs ".repeat(200)], ["milk"]]);
   sandbox.done("link", deck, "--slide", 1, "--shape", "p4 Item", "--clock", "hh:nn");
