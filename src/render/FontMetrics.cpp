@@ -12,9 +12,9 @@
 
 #include FT_FREETYPE_H
 #include FT_ADVANCES_H
-#include FT_OUTLINE_H
 
 #include "basic/Strings.h"
+#include "render/GlyphOutline.h"
 #include "render/Utf8.h"
 
 namespace render {
@@ -195,72 +195,6 @@ FontStack makeStack(std::string_view typeface) {
   return stack;
 }
 
-/// Cuts the curves of glyphs into short lines.
-class Polygons {
- public:
-  Polygons(std::vector<std::vector<Point>>& out, double scale) : out_(out), scale_(scale) {}
-
-  void add(FT_Outline& outline, double x) {
-    x_ = x;
-    static constexpr FT_Outline_Funcs take = {
-        [](const FT_Vector* to, void* self) {
-          auto& polygons = *static_cast<Polygons*>(self);
-          polygons.out_.emplace_back();
-          polygons.append(polygons.at(*to));
-          return 0;
-        },
-        [](const FT_Vector* to, void* self) {
-          auto& polygons = *static_cast<Polygons*>(self);
-          const auto end = polygons.at(*to);
-          polygons.bend(polygons.last_, end, end, end);
-          return 0;
-        },
-        [](const FT_Vector* control, const FT_Vector* to, void* self) {
-          auto& polygons = *static_cast<Polygons*>(self);
-          const auto c = polygons.at(*control);
-          const auto end = polygons.at(*to);
-          const auto third = [&](Point p) {
-            return Point{p.x + (c.x - p.x) * 2 / 3, p.y + (c.y - p.y) * 2 / 3};
-          };
-          polygons.bend(polygons.last_, third(polygons.last_), third(end), end);
-          return 0;
-        },
-        [](const FT_Vector* first, const FT_Vector* second, const FT_Vector* to, void* self) {
-          auto& polygons = *static_cast<Polygons*>(self);
-          polygons.bend(polygons.last_, polygons.at(*first), polygons.at(*second), polygons.at(*to));
-          return 0;
-        },
-        0,
-        0};
-    FT_Outline_Decompose(&outline, &take, this);
-  }
-
- private:
-  static constexpr int Pieces = 8;
-
-  [[nodiscard]] Point at(const FT_Vector& v) const {
-    return {x_ + static_cast<double>(v.x) * scale_, -static_cast<double>(v.y) * scale_};
-  }
-  void append(Point p) {
-    out_.back().push_back(p);
-    last_ = p;
-  }
-  void bend(Point a, Point b, Point c, Point d) {
-    for (int i = 1; i <= Pieces; ++i) {
-      const double t = static_cast<double>(i) / Pieces;
-      const double s = 1 - t;
-      const double k[] = {s * s * s, 3 * s * s * t, 3 * s * t * t, t * t * t};
-      append({k[0] * a.x + k[1] * b.x + k[2] * c.x + k[3] * d.x,
-              k[0] * a.y + k[1] * b.y + k[2] * c.y + k[3] * d.y});
-    }
-  }
-
-  std::vector<std::vector<Point>>& out_;
-  double scale_;
-  double x_ = 0;
-  Point last_;
-};
-
 /// Widths of a face's characters, looked up in the font once each.
 class FaceWidths {
  public:
@@ -270,7 +204,7 @@ class FaceWidths {
     const FT_UInt glyph = face_ != nullptr ? FT_Get_Char_Index(face_, c) : 0;
     if (glyph == 0 || FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return;
     if (face_->glyph->format == FT_GLYPH_FORMAT_OUTLINE)
-      Polygons(out, 1.0 / face_->units_per_EM).add(face_->glyph->outline, x);
+      GlyphOutline(out, 1.0 / face_->units_per_EM).add(face_->glyph->outline, x);
   }
 
   double of(char32_t c) {
