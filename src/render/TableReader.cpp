@@ -18,11 +18,17 @@ struct StylePart {
 };
 
 class TableReader {
+  /// "No Style, Table Grid": what a table looks like that names no style.
+  static constexpr std::string_view Unnamed = "{5940675A-B579-460E-94D1-54222C63F5DA}";
+
  public:
   TableReader(pugi::xml_node tbl, Inheritance& inheritance, const TextContext& context)
       : tbl_(tbl), inheritance_(inheritance), context_(context), properties_(tbl.child("a:tblPr")) {
     style_ = properties_.child("a:tableStyle");
-    if (!style_) style_ = inheritance.tableStyle(properties_.child_value("a:tableStyleId"));
+    if (!style_) {
+      const std::string_view named = properties_.child_value("a:tableStyleId");
+      style_ = inheritance.tableStyle(named.empty() ? Unnamed : named);
+    }
     const auto flag = [&](const char* name) { return boolOf(properties_.attribute(name)).value_or(false); };
     firstRow_ = flag("firstRow");
     lastRow_ = flag("lastRow");
