@@ -1,32 +1,17 @@
 // What data drives besides texts: pictures, and rows that scroll.
 
 import assert from "node:assert/strict";
-import { mkdirSync, symlinkSync, writeFileSync } from "node:fs";
+import { symlinkSync, writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { digest, parts, readPart } from "../support/deck.mjs";
+import { photoDeck, setPhotos, svg } from "../support/driven_deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck } from "../support/value_deck.mjs";
 import { until } from "../support/wait.mjs";
 
-const svg = (colour) =>
-  `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 9 9"><rect width="9" height="9" fill="${colour}"/></svg>`;
-
-function photoDeck(sandbox, names) {
-  const deck = sandbox.sample("plant");
-  sandbox.done("unlink", deck, "--all");
-  sandbox.write("plant/photos.txt", [["File"], ...names.map((name) => [name])]);
-  mkdirSync(sandbox.path("plant/photos"));
-  const described = ["--type", "text", "--description", "Photos", "--file", "photos.txt", "--header"];
-  sandbox.done("connection", deck, "add", ...described);
-  const row = ["--connection", "001", "--column", "File", "--row", 1];
-  const link = [deck, "--slide", 2, "--shape", "Site", ...row, "--folder", "photos", "--extension", ".svg"];
-  sandbox.done("link", ...link);
-  return deck;
-}
-
 test("a picture shows its file, also in a filled copy, and the deck keeps its own", (t) => {
   const sandbox = new Sandbox(t);
-  const deck = photoDeck(sandbox, ["yard"]);
+  const deck = photoDeck(sandbox, "yard");
   const before = digest(deck);
   writeFileSync(sandbox.path("plant/photos/yard.svg"), svg("red"));
   const [link] = JSON.parse(sandbox.done("info", deck, "--json")).slides[1].links;
@@ -41,16 +26,16 @@ test("a picture shows its file, also in a filled copy, and the deck keeps its ow
 
 test("files outside of the picture's folder are refused", (t) => {
   const sandbox = new Sandbox(t);
-  const deck = photoDeck(sandbox, ["yard"]);
+  const deck = photoDeck(sandbox, "yard");
   writeFileSync(sandbox.path("secret.svg"), svg("black"));
   symlinkSync(sandbox.path("secret.svg"), sandbox.path("plant/photos/through.svg"));
   for (const name of ["../../secret", sandbox.path("secret"), "through", "C:\\secret"]) {
-    sandbox.write("plant/photos.txt", [["File"], [name]]);
+    setPhotos(sandbox, name);
     const { code, error } = sandbox.run("fill", deck, "-o", sandbox.path("filled.pptx"));
     assert.equal(code, 1);
     assert.match(error, /leads out of the folder/, name);
   }
-  sandbox.write("plant/photos.txt", [["File"], ["none"]]);
+  setPhotos(sandbox, "none");
   assert.match(sandbox.run("fill", deck, "-o", sandbox.path("filled.pptx")).error, /none\.svg.*cannot be found/);
 });
 

@@ -1,0 +1,146 @@
+// What data and files drive besides texts, as screens see it.
+
+import assert from "node:assert/strict";
+import { renameSync, truncateSync, writeFileSync } from "node:fs";
+import { test } from "node:test";
+import { isUntouched, openScreen, useBrowser } from "../support/browser.mjs";
+import { editPart, elementId, holdStill } from "../support/deck.mjs";
+import { linkedPictureDeck, linkedSheetDeck, photoDeck, setPhotos, sheetShape, svg } from "../support/driven_deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck, shapes } from "../support/value_deck.mjs";
+import { until } from "../support/wait.mjs";
+
+useBrowser();
+
+// The SVG files that the pictures of an element show, decoded by the browser.
+const shownFiles = (page, id) =>
+  page.evaluate(async (name) => {
+    const shown = [...document.getElementById(name).querySelectorAll("img, image")];
+    return Promise.all(
+      shown.map(async (element) => {
+        const address = element.src || element.href.baseVal;
+        const picture = new Image();
+        picture.src = address;
+        await picture.decode();
+        return (await fetch(address)).text();
+      }),
+    );
+  }, id);
+
+const waitForFile = (page, id, part) =>
+  until(`a picture with ${part}`, async () => (await shownFiles(page, id)).join("").includes(part));
+
+test("a picture follows its data, and the last good one stands", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = photoDeck(sandbox, "yard");
+  holdStill(deck);
+  for (const name of ["yard", "hall"]) writeFileSync(sandbox.path(`plant/photos/${name}.svg`), svg(`${name}-red`));
+  const id = elementId(deck, 2, "Site");
+  const show = await sandbox.show(deck, "--slide", 2);
+  const page = await openScreen(t, show.url);
+  await waitForFile(page, id, "yard-red");
+  setPhotos(sandbox, "hall");
+  await waitForFile(page, id, "hall-red");
+
+  writeFileSync(sandbox.path("plant/photos/broken.svg"), '<svg xmlns="http://www.w3.org/2000/svg"><rect');
+  setPhotos(sandbox, "broken");
+  await until("a line in the log", () => sandbox.errorLog().some((entry) => entry.includes("broken.svg")));
+  assert.deepEqual(await shownFiles(page, id), [svg("hall-red")]);
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
+});
+
+test("a linked chart moves to the values of its file and stays the same element", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("plant");
+  holdStill(deck);
+  sandbox.done("unlink", deck, "--all");
+  const write = (...pallets) => {
+    const rows = pallets.map((value, i) => [`${i}`, `${value}`, "50"]);
+    sandbox.write("plant/output.txt", [["Hour", "Pallets", "Target"], ...rows]);
+  };
+  write(20, 40, 80);
+  const described = ["--type", "text", "--description", "Output", "--file", "output.txt", "--header"];
+  sandbox.done("connection", deck, "add", ...described);
+  sandbox.done("link", deck, "--slide", 3, "--shape", "Output chart", "--connection", "001", "--chart");
+  const show = await sandbox.show(deck, "--slide", 3);
+  const page = await openScreen(t, show.url);
+  await page.evaluate((id) => {
+    window.chart = () => document.querySelector(`#${id} > deck-chart`);
+    // Without the mark of the legend.
+    window.heights = () =>
+      [...chart().shadowRoot.querySelectorAll('.drawing path[fill="#1f6f8b" i]')]
+        .map((bar) => bar.getBBox().height)
+        .filter((height) => height > 15);
+  }, elementId(deck, 3, "Output chart"));
+  const stand = (...wanted) =>
+    page.waitForFunction(
+      (ratios) => {
+        const seen = chart()?.shadowRoot?.querySelector(".drawing svg") ? heights() : [];
+        return seen.length === ratios.length && ratios.every((ratio, i) => Math.abs(seen[i] / seen[0] - ratio) < 0.02);
+      },
+      wanted,
+      { polling: 50 },
+    );
+  await stand(1, 2, 4);
+  await page.evaluate(() => (window.kept = [chart(), chart().shadowRoot.querySelector("svg")]));
+  write(80, 40, 20, 60);
+  await stand(1, 0.5, 0.25, 0.75);
+  assert.ok(await page.evaluate(() => kept.every((node) => node.isConnected) && kept[0] === chart()));
+  assert.deepEqual(page.faults, []);
+});
+
+test("rows move on by themselves and begin again", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "a", "b", "c", "d", "e");
+  sandbox.done("slide", deck, 1, "--scroll", 1, "--step", 2, "--time", 400);
+  const ids = shapes.slice(0, 3).map((name) => elementId(deck, 1, name));
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  for (const rows of ["a b c", "c d e", "e", "a b c"]) {
+    await page.waitForFunction(
+      ([names, wanted]) => {
+        const texts = names.map((name) => document.getElementById(name)?.innerText.trim());
+        return texts.join(" ").trim() === wanted;
+      },
+      [ids, rows],
+      { polling: 25 },
+    );
+  }
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
+});
+
+test("a linked picture is read anew when its file is replaced", async (t) => {
+  const sandbox = new Sandbox(t);
+  const file = sandbox.write("photo.svg", svg("before-red"));
+  const deck = linkedPictureDeck(sandbox, file);
+  const id = elementId(deck, 2, "Site");
+  const show = await sandbox.show(deck, "--slide", 2);
+  const page = await openScreen(t, show.url);
+  await waitForFile(page, id, "before-red");
+  renameSync(sandbox.write("fresh.svg", svg("after-red")), file);
+  await waitForFile(page, id, "after-red");
+  truncateSync(file, 20);
+  await until("a line in the log", () => sandbox.errorLog().some((entry) => entry.includes("photo.svg")));
+  assert.deepEqual(await shownFiles(page, id), [svg("after-red")]);
+  assert.deepEqual(page.faults, []);
+});
+
+test("linked cells are drawn as the workbook has them, and again when it changes", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = linkedSheetDeck(sandbox, "Prices!R1C1:R4C4");
+  const id = `s1-sh${sheetShape}`;
+  const show = await sandbox.show(deck);
+  const page = await openScreen(t, show.url);
+  await waitForFile(page, id, "Country sourdough");
+  const [drawn] = await shownFiles(page, id);
+  for (const text of ["Item", "€5.40", "Walnut loaf"]) assert.ok(drawn.includes(text), text);
+  assert.ok(!drawn.includes("Baguette"), "what lies below the range stays out");
+  editPart(sandbox.path("shop/prices.xlsx"), "xl/sharedStrings.xml", (xml) =>
+    xml.replace("Country sourdough", "Rye &amp; &lt;wheat"),
+  );
+  await waitForFile(page, id, "Rye &amp; &lt;wheat");
+  assert.deepEqual(sandbox.errorLog(), []);
+  assert.deepEqual(page.faults, []);
+});
