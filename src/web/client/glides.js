@@ -7,6 +7,7 @@ import { isMotionWanted } from "./transitions.js";
 const duration = 400;
 const shortestPause = 1.5 * duration;
 const longestWay = 12; // px of the slide
+const mostMoving = 24; // texts; more of them at once only fade, which costs half
 const textScale = 8; // texts are set so much larger than they are shown
 
 const running = new Map(); // by the shape's id
@@ -40,8 +41,8 @@ function mayGlide(old, fresh) {
 
 const heightOf = (text) => [...text.children].reduce((sum, part) => sum + part.offsetHeight, 0) / textScale;
 
-function start({ fresh, layer, leaving, entering, height }) {
-  const way = Math.min(height / 4, longestWay);
+function start({ fresh, layer, leaving, entering, height }, isMoving) {
+  const way = isMoving ? Math.min(height / 4, longestWay) : 0;
   // A text that is higher than its shape is seen outside of it as well.
   layer.style.clipPath = `inset(${Math.min(0, fresh.offsetHeight - height)}px -100vw)`;
   const timing = { duration, fill: "both" };
@@ -80,5 +81,5 @@ export function glide(pairs) {
   }
   // All are measured before the first is moved, so that the page is laid out once.
   for (const plan of plans) plan.height = Math.max(heightOf(plan.leaving), heightOf(plan.entering));
-  plans.forEach(start);
+  for (const plan of plans) start(plan, plans.length <= mostMoving);
 }
