@@ -182,14 +182,14 @@ test("behind the last slide the screen is black and says so", async (t) => {
   const page = await openScreen(t, show.operatorUrl);
   assert.equal(await page.getByText("End of slide show").isVisible(), false);
   await page.keyboard.press("End");
-  await waitForSlide(page, 2);
+  await waitForSlide(page, 3);
   await page.keyboard.press("ArrowRight");
   await page.getByText("End of slide show").waitFor();
   const late = await openScreen(t, show.url);
   assert.ok(await late.getByText("End of slide show").isVisible());
   await page.keyboard.press("ArrowLeft");
-  await waitForSlide(page, 2);
+  await waitForSlide(page, 3);
   await page.getByText("End of slide show").waitFor({ state: "hidden" });
   assert.ok(await isUntouched(page));
-  assert.ok(await shownText(page, elementId(deck, 2, "Clock")));
+  assert.ok(await shownText(page, elementId(deck, 3, "Clock")));
 });
