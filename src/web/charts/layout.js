@@ -65,6 +65,9 @@ function placeLegend(root, legend, area, size, gap) {
   element.style.width = stated ? `${stated}px` : "max-content";
   element.style.maxWidth = `${isColumn && !stated ? size.width * 0.45 : size.width}px`;
   if (place?.h) element.style.height = `${place.h * size.height}px`;
+  // Entries beyond the chart, or beyond half of it where they take room from the plot, are left out.
+  const most = size.height * (isColumn || legend.overlays ? 1 : 0.5);
+  if (element.offsetHeight > most) Object.assign(element.style, { height: `${most}px`, overflow: "clip" });
   const [width, height] = [element.offsetWidth, element.offsetHeight];
   // A legend wider than its place keeps on one line what fits into the chart.
   if (stated && !isColumn && element.scrollHeight > height) element.style.width = "max-content";
