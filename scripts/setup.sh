@@ -10,7 +10,6 @@ build=(
   g++:g++ cmake:cmake ninja-build:ninja pkg-config:pkg-config
   libpugixml-dev libzip-dev zlib1g-dev libboost-dev libfreetype-dev libfontconfig-dev unixodbc-dev
   nlohmann-json3-dev libcli11-dev libgtest-dev libgmock-dev
-  nodejs:node npm:npm
 )
 fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
 # What decks connect to: SQLite needs no more than its driver; the others are installed as
@@ -18,7 +17,7 @@ fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
 # libreoffice-draw and poppler-utils).
 sources=(libsqliteodbc)
 tests=(
-  libbenchmark-dev locales chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
+  nodejs:node npm:npm libbenchmark-dev locales chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
   libreoffice-calc libreoffice-draw poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
 

@@ -4,8 +4,8 @@
 
 namespace web {
 
-/// A file of src/web/client/ or the script made of src/web/charts/, built into the
-/// program.
+/// A file of src/web/client/, or of src/web/bundles/ without its ".min", built into
+/// the program.
 struct ClientFile {
   std::string_view name;
   std::string_view bytes;

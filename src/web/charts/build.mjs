@@ -1,22 +1,24 @@
-// node build.mjs MODULES OUT: bundles chart.js with the parts of ECharts that it
-// imports into OUT, and compressed into OUT.gz. MODULES is where npm has put them.
+// node build.mjs MODULES OUT SUM: bundles chart.js with the parts of ECharts that it
+// imports into OUT, whose first lines name SUM, the sum of what it is made of. The licences
+// of what is inside are put beside it. MODULES is where npm has put the libraries.
 
 import { readFileSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { dirname, join, resolve } from "node:path";
 import { fileURLToPath } from "node:url";
-import { gzipSync } from "node:zlib";
 
-const [modules, out] = process.argv.slice(2).map((path) => resolve(path));
+const [modules, out] = process.argv.slice(2, 4).map((path) => resolve(path));
+const sum = process.argv[4];
 const { build } = createRequire(join(modules, "build.cjs"))("esbuild");
 
+const text = (file) => readFileSync(join(modules, file), "utf8").trim();
+
 // The libraries' notices travel with what is made of them.
-const notice = (file) => readFileSync(join(modules, file), "utf8").trim();
-const notices = `${notice("echarts/NOTICE")}
+const notices = `${text("echarts/NOTICE")}
 
 Licensed under the Apache License, Version 2.0 (https://www.apache.org/licenses/LICENSE-2.0).
 
-zrender: ${notice("zrender/LICENSE")}`;
+zrender: ${text("zrender/LICENSE")}`;
 
 await build({
   entryPoints: [join(dirname(fileURLToPath(import.meta.url)), "chart.js")],
@@ -27,7 +29,11 @@ await build({
   format: "iife",
   target: "es2022",
   legalComments: "inline",
-  banner: { js: `/*!\n${notices.replaceAll("*/", "* /")}\n*/` },
+  banner: { js: `/*! made of ${sum} */\n/*!\n${notices.replaceAll("*/", "* /")}\n*/` },
 });
-// Without a date in it, so that equal scripts give equal programs.
-writeFileSync(`${out}.gz`, gzipSync(readFileSync(out), { level: 9 }));
+
+const licences = ["echarts/LICENSE", "echarts/NOTICE", "echarts/licenses/LICENSE-d3", "zrender/LICENSE", "tslib/LICENSE.txt"];
+writeFileSync(
+  out.replace(/\.min\.js$/, ".licences.txt"),
+  licences.map((file) => `==== ${file} ====\n\n${text(file)}\n`).join("\n"),
+);
