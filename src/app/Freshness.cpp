@@ -1,8 +1,10 @@
 #include "app/Freshness.h"
 
+#include <chrono>
 #include <cstdlib>
 
 #include "connections/clsConnection.h"
+#include "host/services.h"
 
 namespace app {
 
@@ -24,7 +26,7 @@ std::optional<StaleData> staleDataOf(std::string_view name) {
 bool Freshness::look() {
   const LF2000::FrmRuntimeTimer* form = form_();
   if (form == nullptr) return false;
-  const auto now = Clock::now();
+  const std::int64_t now = host::Current().clock->TickCount();
   const auto today = std::chrono::system_clock::now();
   std::set<std::string> stale;
   for (const auto& [key, connection] : form->Connections()) {
@@ -43,8 +45,8 @@ bool Freshness::look() {
     }
     seen.isUsed = form->Requeries(numberOf(key));
     if (!seen.isUsed) seen.waitsSince = now;
-    const std::chrono::duration<double, std::milli> waited = now - seen.waitsSince;
-    if (waited.count() > IntervalsOfPatience * form->RequeryInterval(*connection)) stale.insert(key);
+    const auto waited = static_cast<double>(now - seen.waitsSince);
+    if (waited > IntervalsOfPatience * form->RequeryInterval(*connection)) stale.insert(key);
   }
   if (stale == stale_) return false;
   stale_ = std::move(stale);
@@ -55,6 +57,7 @@ std::vector<web::ConnectionHealth> Freshness::connections() const {
   std::vector<web::ConnectionHealth> all;
   const LF2000::FrmRuntimeTimer* form = form_();
   if (form == nullptr) return all;
+  const std::int64_t now = host::Current().clock->TickCount();
   for (const auto& [key, connection] : form->Connections()) {
     web::ConnectionHealth health;
     health.number = key;
@@ -67,7 +70,7 @@ std::vector<web::ConnectionHealth> Freshness::connections() const {
     health.isStale = isStale(key);
     if (const auto found = seen_.find(key); found != seen_.end()) {
       const Seen& seen = found->second;
-      if (seen.delivered) health.age = std::chrono::duration<double>(Clock::now() - *seen.delivered).count();
+      if (seen.delivered) health.age = static_cast<double>(now - *seen.delivered) / 1000;
       health.lastSuccess = seen.lastSuccess;
       health.lastErrorTime = seen.lastError;
       health.isUsed = seen.isUsed;

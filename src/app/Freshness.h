@@ -1,6 +1,6 @@
 #pragma once
 
-#include <chrono>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -23,8 +23,8 @@ std::optional<StaleData> staleDataOf(std::string_view name);
 /// when it has been asked for longer than three of its intervals and has not delivered;
 /// one that no slide in sight needs is not asked and does not age.
 ///
-/// Ages are taken from a clock that no daylight saving moves, so they are as exact as
-/// look() is called often.
+/// Ages are taken from host::Clock::TickCount, which no daylight saving moves; they are as
+/// exact as look() is called often.
 class Freshness {
  public:
   /// `form` gives what drives the show; null without one.
@@ -38,13 +38,13 @@ class Freshness {
   [[nodiscard]] std::vector<web::ConnectionHealth> connections() const;
 
  private:
-  using Clock = std::chrono::steady_clock;
   struct Seen {
     std::uint64_t deliveries = 0;
     std::uint64_t failures = 0;
-    std::optional<Clock::time_point> delivered;
+    /// Milliseconds of TickCount, as the next one.
+    std::optional<std::int64_t> delivered;
     /// Since when the connection has been asked without an answer.
-    Clock::time_point waitsSince;
+    std::int64_t waitsSince = 0;
     std::optional<web::ConnectionHealth::Time> lastSuccess;
     std::optional<web::ConnectionHealth::Time> lastError;
     bool isUsed = false;

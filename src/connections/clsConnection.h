@@ -78,8 +78,9 @@ class clsConnection {
   void CloseRecordset();
   void CloseExcel();
   /// Reloads the data when it is due or forced: a database when its refresh rate
-  /// has passed, a file when its modification time changed. False for a database whose
-  /// time has not come: nothing is known of it then.
+  /// has passed, a file when its modification time changed. True when what is held is
+  /// what the source holds now. False when nothing is known of that: the time of a
+  /// database has not come, a file that could not be read has not changed since.
   bool Requery(bool forced);
 
   /// The text that a shape shows for a row and column under a display type.
@@ -102,8 +103,8 @@ class clsConnection {
 
   /// How the readings of the source have gone since the object was made.
   struct ReadingRecord {
-    /// Those that succeeded. A file that was looked at and has not changed counts:
-    /// what is held is what there is.
+    /// Those that succeeded. A file that was looked at and has not changed counts if
+    /// it was read then: what is held is what there is.
     std::uint64_t Deliveries = 0;
     std::uint64_t Failures = 0;
     /// Of the last failure, without passwords.
@@ -138,7 +139,8 @@ class clsConnection {
   [[nodiscard]] std::int64_t FillExcelRecords(Excel::Range& range, ADODB::Recordset& recordset) const;
   void OpenDatabaseRecordset();
   bool RequeryDatabase(bool forced);
-  void RequeryFile(bool forced);
+  bool RequeryFile(bool forced);
+  void NoteReading();
   void ReloadDatabase();
   void MoveTo(double row);
   void WaitForRows() const;
@@ -168,6 +170,8 @@ class clsConnection {
   std::unique_ptr<host::InputFile> file_;
   basic::Date lastFileDate_;
   bool dataOpen_ = false;
+  /// What was opened last has been read as well.
+  bool isCurrent_ = false;
   std::int64_t dataVersion_ = 0;
   float lastRequeryTime_ = 0;
   ReadingRecord readings_;

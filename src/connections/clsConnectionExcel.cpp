@@ -73,7 +73,7 @@ void clsConnection::OpenExcelFile() try {
     }
   }
   recordset_ = std::move(recordset);
-  ++dataVersion_;
+  NoteReading();
   Log("Closing excel");
   CloseExcel();
 } catch (...) {

@@ -45,6 +45,7 @@ std::string clsConnection::ResolvedFile() const {
 
 void clsConnection::OpenConnection() try {
   dataOpen_ = false;
+  isCurrent_ = false;
   switch (Kind()) {
     case ConnectionKind::TextFile:
       OpenTextFile();
@@ -74,7 +75,8 @@ void clsConnection::OpenDatabase() {
   while (opening->State() != ADODB::adStateOpen) {
     host::Current().loop->DoEvents();
     if (connection_ != opening) {
-      throw basic::Error(basic::AdapterError, basic::DefaultSource, "It was closed while it was being opened.");
+      throw basic::Error(basic::AdapterError, basic::DefaultSource,
+                         "It was closed while it was being opened.");
     }
   }
 }
@@ -144,7 +146,6 @@ void clsConnection::OpenRecordset() try {
       OpenExcelFile();
       break;
   }
-  ++readings_.Deliveries;
 } catch (...) {
   dataOpen_ = false;
   if (IsFile()) throw;
@@ -161,7 +162,7 @@ void clsConnection::OpenDataFile() try {
   auto recordset = host::Current().ado->CreateRecordset();
   recordset->Open(std::move(table));
   recordset_ = std::move(recordset);
-  ++dataVersion_;
+  NoteReading();
 } catch (...) {
   modErrors::SetLastError();
   modErrors::RaiseError(modErrors::ReadingFile, connectionDescription_,
@@ -194,8 +195,8 @@ void clsConnection::OpenDatabaseRecordset() {
   }
   recordset_->Open(recordsetSQL_, ADODB::adOpenUnspecified, ADODB::adLockUnspecified, options);
   while (recordset_->State() != ADODB::adStateOpen) host::Current().loop->DoEvents();
-  ++dataVersion_;
   recordset_->ActiveConnection(nullptr);
+  NoteReading();
 }
 
 void clsConnection::CloseFile() { file_.reset(); }
@@ -221,8 +222,7 @@ bool clsConnection::Requery(bool forced) try {
     Log(DebugKind::Variable, "Forced:" + basic::CStr(forced));
   }
   if (Kind() == ConnectionKind::Database) return RequeryDatabase(forced);
-  if (IsFile()) RequeryFile(forced);
-  return true;
+  return IsFile() && RequeryFile(forced);
 } catch (...) {
   RaiseFor(Kind(), connectionDescription_, modErrors::RequeryingFile, modErrors::RequeryingDatabase,
            modErrors::RequeryingExcelFile);
@@ -256,19 +256,18 @@ void clsConnection::ReloadDatabase() {
     recordset_->ActiveConnection(connection_);
     recordset_->Requery(ADODB::adOptionUnspecified);
     while (recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
-    ++dataVersion_;
     recordset_->ActiveConnection(nullptr);
-    ++readings_.Deliveries;
+    NoteReading();
   }
   CloseConnection();
 }
 
-void clsConnection::RequeryFile(bool forced) {
+bool clsConnection::RequeryFile(bool forced) {
   const basic::Date fileDate = host::Current().files->FileDateTime(ResolvedFile());
-  // A file that could not be read is tried again even when it comes back unchanged.
+  // A file that could not be opened is tried again even when it comes back unchanged.
   if (fileDate == lastFileDate_ && dataOpen_ && !forced) {
-    ++readings_.Deliveries;
-    return;
+    if (isCurrent_) ++readings_.Deliveries;
+    return isCurrent_;
   }
   OpenConnection();
   if (Kind() == ConnectionKind::Excel) {
@@ -277,6 +276,12 @@ void clsConnection::RequeryFile(bool forced) {
     OpenDataFile();
   }
   lastFileDate_ = fileDate;
+  return isCurrent_;
+}
+
+void clsConnection::NoteReading() {
+  isCurrent_ = true;
+  ++dataVersion_;
   ++readings_.Deliveries;
 }
 
