@@ -5,6 +5,7 @@ import { readFileSync } from 'node:fs';
 import { fileURLToPath } from 'node:url';
 import JSZip from 'jszip';
 import PptxGenJS from 'pptxgenjs';
+import { mendChart, orderPresentation } from './schema.mjs';
 
 export const samples = fileURLToPath(new URL('..', import.meta.url));
 export const art = (name) => fileURLToPath(new URL(`art/${name}`, import.meta.url));
@@ -175,6 +176,8 @@ export async function save(deck, file, { colours, dark = false, advance, transit
   await edit('ppt/presProps.xml', (xml) =>
     xml.replace(/<p:presentationPr([^>]*?)\/>/, `<p:presentationPr$1>${show}</p:presentationPr>`));
   await edit('ppt/slideLayouts/slideLayout1.xml', (xml) => xml.replace('name="DEFAULT"', 'name="Blank"'));
+  await edit('ppt/presentation.xml', orderPresentation);
+  for (const { name } of zip.file(/^ppt\/charts\/chart\d+\.xml$/)) await edit(name, mendChart);
   // PptxGenJS declares one master for each slide but writes only the first.
   await edit('[Content_Types].xml', (xml) =>
     xml.replace(/<Override PartName="\/([^"]+)"[^>]*\/>/g, (override, part) => (zip.file(part) ? override : '')));

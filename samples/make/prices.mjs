@@ -3,6 +3,7 @@
 import JSZip from 'jszip';
 import writeWorkbook from 'write-excel-file/node';
 import { pack } from './deck.mjs';
+import { orderFonts } from './schema.mjs';
 
 const EURO = '[$€-1809]#,##0.00';
 const PERCENT = '0%;"−"0%';
@@ -63,4 +64,6 @@ const sheets = [
   },
 ];
 
-await pack(await JSZip.loadAsync(await writeWorkbook(sheets, { fontFamily: 'Calibri', fontSize: 11 }).toBuffer()), 'shop/prices.xlsx');
+const workbook = await JSZip.loadAsync(await writeWorkbook(sheets, { fontFamily: 'Calibri', fontSize: 11 }).toBuffer());
+workbook.file('xl/styles.xml', orderFonts(await workbook.file('xl/styles.xml').async('string')));
+await pack(workbook, 'shop/prices.xlsx');

