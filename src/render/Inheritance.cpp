@@ -112,14 +112,18 @@ const Inherited& Inheritance::of(pugi::xml_node ph) {
     level.run.latin = theme_.typeface("+mn-lt");
     level.run.fill = theme_.colors()[static_cast<std::size_t>(*colorMap_.resolve("tx1"))];
   }
-  list.apply(presentation_->xml().document_element().child("p:defaultTextStyle"), paint(presentation_));
+  const auto type = ph ? masterType(typeOf(ph)) : std::string_view();
+  const bool isTitleOrBody = type == "title" || type == "body";
+  pugi::xml_node masterStyle;
+  if (ph && master_ != nullptr) {
+    const char* name = type == "title" ? "p:titleStyle" : type == "body" ? "p:bodyStyle" : "p:otherStyle";
+    masterStyle = master_->xml().document_element().child("p:txStyles").child(name);
+  }
+  // Titles and bodies have their master's style in place of the presentation's.
+  if (!isTitleOrBody || !masterStyle)
+    list.apply(presentation_->xml().document_element().child("p:defaultTextStyle"), paint(presentation_));
+  if (masterStyle) list.apply(masterStyle, paint(master_));
   if (ph) {
-    const auto type = masterType(typeOf(ph));
-    if (master_ != nullptr) {
-      const auto styles = master_->xml().document_element().child("p:txStyles");
-      const char* style = type == "title" ? "p:titleStyle" : type == "body" ? "p:bodyStyle" : "p:otherStyle";
-      list.apply(styles.child(style), paint(master_));
-    }
     made->layoutShape = layoutCounterpart(shapesOf(layout_), ph);
     // The layout knows the type of a placeholder that the slide names by index alone.
     const auto layoutPh = placeholderOf(made->layoutShape);

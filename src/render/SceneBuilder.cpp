@@ -181,38 +181,38 @@ void SceneBuilder::style(Box& box, pugi::xml_node node, const pugi::xml_node (&p
     paint.part = parts[i];
     return paint;
   };
-  std::optional<Fill> fill;
-  for (int i = 0; i < 3 && !fill; ++i) fill = readFill(properties[i], context(i), space.fill);
+  // What the shape's own style names goes before all that its placeholder inherits.
+  auto fill = readFill(properties[0], context(0), space.fill);
   if (!fill && styleIndex(fillRef) > 0) {
     fill = readFillElement(theme.fill(styleIndex(fillRef)), themeContext(fillRef));
   }
+  for (int i = 1; i < 3 && !fill; ++i) fill = readFill(properties[i], context(i), space.fill);
   if (fill) box.fill = std::move(*fill);
 
-  Line line;
-  bool hasLine = false;
-  if (styleIndex(lineRef) > 0) {
-    applyLine(line, theme.line(styleIndex(lineRef)), themeContext(lineRef));
-    hasLine = true;
-  }
-  for (int i = 2; i >= 0; --i) {
-    const auto ln = properties[i].child("a:ln");
-    if (!ln) continue;
-    applyLine(line, ln, context(i));
-    hasLine = true;
-  }
-  if (hasLine && isVisible(line.fill)) box.line = std::move(line);
-
-  const auto stated = theme.effect(styleIndex(effectRef));
-  auto effects = effectsIn(stated);
-  auto paint = themeContext(effectRef);
-  auto threeD = stated.child("a:sp3d");
-  for (int i = 2; i >= 0; --i) {
+  std::optional<Line> line;
+  pugi::xml_node effects;
+  auto paint = context_.paint;
+  pugi::xml_node threeD;
+  const auto take = [&](int i) {
+    if (const auto ln = properties[i].child("a:ln")) applyLine(line ? *line : line.emplace(), ln, context(i));
     if (const auto own = effectsIn(properties[i])) {
       effects = own;
       paint = context(i);
     }
     if (const auto own = properties[i].child("a:sp3d")) threeD = own;
+  };
+  take(2);
+  take(1);
+  if (styleIndex(lineRef) > 0)
+    applyLine(line.emplace(), theme.line(styleIndex(lineRef)), themeContext(lineRef));
+  const auto named = theme.effect(styleIndex(effectRef));
+  if (const auto list = effectsIn(named)) {
+    effects = list;
+    paint = themeContext(effectRef);
   }
+  if (const auto solid = named.child("a:sp3d")) threeD = solid;
+  take(0);
+  if (line && isVisible(line->fill)) box.line = std::move(line);
   box.effects = readEffects(effects, paint, box.rotation);
   box.effects.bevel = readBevel(threeD);
 }
