@@ -2,8 +2,10 @@
 
 namespace render {
 
+// A slide looks the same wherever it is put: of what surrounds it, it takes over only whether it is seen
+// and how the pointer acts.
 std::string_view SlideRenderer::styles() {
-  return R"(.slide{position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none}
+  return R"(.slide{all:initial;cursor:inherit;pointer-events:inherit;visibility:inherit;direction:ltr;display:block;position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none}
 .slide .behind,.slide .s,.slide .t,.slide svg,.slide table,.slide deck-chart{position:absolute}
 .slide .behind,.slide svg,.slide table,.slide deck-chart{left:0;top:0}
 .slide svg{overflow:visible}
