@@ -126,28 +126,25 @@ void ChartAxes::fitCategories(ScaledAxis& axis) {
   axis.slots = slotsOf(*axis.axis, *axis.categories, count, model_.from1904);
 }
 
-/// About what the plot's inner rectangle will measure along the axis.
-double ChartAxes::roomFor(const ScaledAxis& axis, double width, double height) const {
+/// About what the plot's inner rectangle will measure.
+double ChartAxes::plotRoom(bool isHorizontal, double width, double height) const {
   const auto& place = model_.plotPlace;
-  const auto stated = axis.isHorizontal ? place.w : place.h;
-  const double whole = axis.isHorizontal ? width : height;
-  const bool isRadar = std::any_of(model_.groups.begin(), model_.groups.end(),
-                                   [](const auto& group) { return group.kind == ChartKind::Radar; });
-  if (isRadar) return height / 3;
+  const auto stated = isHorizontal ? place.w : place.h;
+  const double whole = isHorizontal ? width : height;
   if (stated && place.isInner) return *stated * whole;
   const double line = model_.font.size.value_or(10) * PxPerPoint * 1.2;
   double room = whole - 2 * line;
-  if (!axis.isHorizontal && model_.title && !model_.title->overlays) room -= 2 * line;
+  if (!isHorizontal && model_.title && !model_.title->overlays) room -= 2 * line;
   if (model_.legend && !model_.legend->overlays) {
     const auto side = model_.legend->side;
     const bool isBeside = side != ChartLegend::Side::Top && side != ChartLegend::Side::Bottom;
-    if (isBeside && axis.isHorizontal) {
+    if (isBeside && isHorizontal) {
       std::size_t longest = 0;
       for (const auto& group : model_.groups) {
         for (const auto& series : group.series) longest = std::max(longest, series.name.size());
       }
       room -= std::min(width / 3, line * (2 + 0.45 * static_cast<double>(longest)));
-    } else if (!isBeside && !axis.isHorizontal) {
+    } else if (!isBeside && !isHorizontal) {
       room -= 1.5 * line;
     }
   }
@@ -188,14 +185,18 @@ void ChartAxes::scaleValues(std::size_t index, double width, double height) {
     wish.low = extent.low;
     wish.high = extent.high;
   }
-  const double room = roomFor(scaled, width, height);
+  // The spokes of a radar are half as long as its plot is wide or high.
+  const bool isRadar = std::any_of(model_.groups.begin(), model_.groups.end(),
+                                   [](const auto& group) { return group.kind == ChartKind::Radar; });
+  const double room = isRadar ? std::min(plotRoom(true, width, height), plotRoom(false, width, height)) / 2
+                              : plotRoom(scaled.isHorizontal, width, height);
   const double size = axis.font.size.value_or(10) * PxPerPoint;
   // Fewer steps until their labels stand clear of each other.
   for (wish.mostSteps = 10;; --wish.mostSteps) {
     scaled.scale = chooseScale(wish);
     scaled.ticks = scaled.scale.ticks();
     if (wish.mostSteps <= 2 || axis.major || axis.logBase || scaled.ticks.size() < 3) break;
-    double needed = 1.4 * 1.2 * size;
+    double needed = (isRadar ? 1 : 1.4) * 1.2 * size;
     if (scaled.isHorizontal) {
       std::size_t longest = 0;
       for (const double tick : scaled.ticks) longest = std::max(longest, tickText(scaled, tick).size());

@@ -46,7 +46,7 @@ class ChartAxes {
   void use(const ChartGroup& group);
   void fitCategories(ScaledAxis& axis);
   void scaleValues(std::size_t index, double width, double height);
-  [[nodiscard]] double roomFor(const ScaledAxis& axis, double width, double height) const;
+  [[nodiscard]] double plotRoom(bool isHorizontal, double width, double height) const;
 
   const ChartModel& model_;
   ChartTexts& texts_;

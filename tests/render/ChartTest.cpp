@@ -62,6 +62,18 @@ TEST(Chart, NumbersComeFormattedAndAxesScaled) {
   EXPECT_THAT(chart["title"]["html"].get<std::string>(), HasSubstr("Sales"));
 }
 
+TEST(Chart, RadarsTakeAsManyStepsAsTheirSpokesHaveRoomFor) {
+  const auto labels = [](const std::string& font) {
+    const auto series = chartSeries(0, "A", Cats + chartNumbers("val", {"3", "9", "6"}));
+    return describe(chartPart("<c:radarChart><c:radarStyle val=\"marker\"/>" + series + ChartAxisIds +
+                              "</c:radarChart>" +
+                              chartAxes("", "<c:txPr><a:bodyPr/><a:p><a:pPr><a:defRPr sz=\"" + font +
+                                                "\"/></a:pPr></a:p></c:txPr>")))["axes"][1]["labels"];
+  };
+  EXPECT_EQ(labels("1800"), json({"0", "2", "4", "6", "8", "10"}));
+  EXPECT_EQ(labels("6600"), json({"0", "5", "10"}));
+}
+
 TEST(Chart, StacksOfAHundredPercentAreShares) {
   const auto chart =
       describe(chartPart(barChart(chartSeries(0, "A", Cats + chartNumbers("val", {"1", "-1", "0"})) +

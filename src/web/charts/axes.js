@@ -6,7 +6,7 @@
 
 import { labelGap, longestSlanted } from "./labels.js";
 import { edgeOf } from "./layout.js";
-import { lineStyle, textStyle } from "./paint.js";
+import { lineStyle, textStyle, textWidth } from "./paint.js";
 
 const tickLength = 5;
 
@@ -102,9 +102,26 @@ function axisOption(axis, index, fitted, inner) {
 // The spokes of a radar: clockwise, where ECharts goes the other way round.
 export const clockwise = (list) => [...list.slice(0, 1), ...list.slice(1).reverse()];
 
+const nameGap = (font) => font.size * 0.6;
+
+// As large as the names around it leave it, and half of the room at least.
+function radarRadius({ labels, font, labelsAt }, { width, height }) {
+  const most = Math.min(width, height) / 2;
+  if (labelsAt === undefined) return most;
+  const line = font.size * 1.2;
+  let radius = most;
+  labels.forEach((name, i) => {
+    const angle = (2 * Math.PI * i) / labels.length;
+    const [across, up] = [Math.abs(Math.sin(angle)), Math.abs(Math.cos(angle))];
+    const isUpright = across < 1e-6;
+    if (!isUpright) radius = Math.min(radius, (width / 2 - textWidth(name, font)) / across - nameGap(font));
+    if (up > 1e-6) radius = Math.min(radius, (height / 2 - (isUpright ? line : line / 2)) / up - nameGap(font));
+  });
+  return Math.max(radius, most / 2);
+}
+
 function radarOption(category, value, inner) {
-  const line = category.font.size * 1.2;
-  const radius = Math.max(1, Math.min(inner.width, inner.height) / 2 - 1.5 * line);
+  const radius = Math.max(1, radarRadius(category, inner));
   const names = clockwise(category.labels);
   return {
     center: [inner.x + inner.width / 2, inner.y + inner.height / 2],
@@ -114,7 +131,7 @@ function radarOption(category, value, inner) {
     silent: true,
     splitNumber: Math.max(1, value.ticks.length - 1),
     axisName: { ...textStyle(category.font), show: category.labelsAt !== undefined },
-    axisNameGap: category.font.size * 0.4,
+    axisNameGap: nameGap(category.font),
     axisLine: { show: !value.isHidden, lineStyle: lineStyle(value.line) },
     splitLine: { show: Boolean(value.grid), lineStyle: lineStyle(value.grid) },
     splitArea: { show: false },

@@ -29,7 +29,8 @@ const styles = `
 .title { text-align: center; }
 .legend { display: flex; flex-wrap: wrap; justify-content: center; align-content: space-evenly; }
 .legend.column { flex-direction: column; flex-wrap: nowrap; justify-content: space-evenly; }
-.entry { display: flex; align-items: center; gap: 0.3em; padding: 0 0.35em; }
+.entry { display: flex; align-items: center; gap: 0.3em; padding: 0.11em 0.35em; }
+.column > .entry { padding: 0 0.35em; }
 .key { flex: none; box-sizing: border-box; }
 `;
 

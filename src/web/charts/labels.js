@@ -8,9 +8,8 @@ const mostLines = 3;
 // No labels take more than this share of the chart's height.
 const longestSlanted = 180;
 
-export const outsideTick = (axis) =>
-  axis.line && (axis.tick === "out" || axis.tick === "cross") ? tickLength : 0;
-export const labelGap = (axis) => outsideTick(axis) + axis.font.size * 0.3;
+// Room for tick marks is kept where none are drawn as well.
+export const labelGap = (axis) => tickLength + axis.font.size * (axis.isHorizontal ? 0.45 : 0.7);
 
 const widest = (labels, font) => labels.reduce((most, text) => Math.max(most, textWidth(text, font)), 0);
 

@@ -67,6 +67,11 @@ function placeLegend(root, legend, area, size, gap) {
   if (place?.h) element.style.height = `${place.h * size.height}px`;
   // Entries beyond the chart, or beyond half of it where they take room from the plot, are left out.
   const most = size.height * (isColumn || legend.overlays ? 1 : 0.5);
+  // One above the other they stand apart, as far as there is room.
+  if (isColumn && !place?.h) {
+    const apart = legend.entries.length * legend.font.size * 0.38;
+    element.style.height = `${Math.min(element.offsetHeight + apart, Math.max(element.offsetHeight, most))}px`;
+  }
   if (element.offsetHeight > most) Object.assign(element.style, { height: `${most}px`, overflow: "clip" });
   const [width, height] = [element.offsetWidth, element.offsetHeight];
   // A legend wider than its place keeps on one line what fits into the chart.
@@ -143,7 +148,12 @@ export function layOut(description, size, root) {
   const { title, legend, plot } = description;
   const axes = description.axes ?? [];
   const margin = Math.max(3, Math.min(size.width, size.height) * 0.02);
-  const area = { left: margin, top: margin, right: size.width - margin, bottom: size.height - margin };
+  const area = {
+    left: Math.min(margin, 8.5),
+    top: margin,
+    right: size.width - margin,
+    bottom: size.height - margin,
+  };
 
   const heading = textElement(root, "heading", title, size);
   if (heading) {
@@ -170,22 +180,23 @@ export function layOut(description, size, root) {
     else area[edge] -= amount;
   }
 
+  const hasRectangle = axes.some((axis) => axis) && !description.series.some(({ kind }) => kind === "radar");
   const place = plot.place;
   let inner;
   if (place?.w && place?.h) {
     const [x, y] = [(place.x ?? 0) * size.width, (place.y ?? 0) * size.height];
     const [width, height] = [place.w * size.width, place.h * size.height];
-    inner = place.inner
+    inner = place.inner || !hasRectangle
       ? { x, y, width, height }
       : innerRectangle(axes, { left: x, top: y, right: x + width, bottom: y + height });
   } else {
-    inner = innerRectangle(axes, area);
+    // The names around a radar take their room from its circle.
+    inner = innerRectangle(hasRectangle ? axes : [], area);
   }
   placeAxisTitles(titles, inner, outer, size);
 
   const background = partElement(root, "plot", plot);
-  const hasAxes = axes.some((axis) => axis) && !description.series.some(({ kind }) => kind === "radar");
-  background.style.display = hasAxes ? "" : "none";
+  background.style.display = hasRectangle ? "" : "none";
   background.style.left = `${inner.x}px`;
   background.style.top = `${inner.y}px`;
   background.style.width = `${inner.width}px`;

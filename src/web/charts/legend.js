@@ -42,7 +42,7 @@ function lineKey({ line, marker }, size) {
 function boxKey({ fill, line }, size) {
   const box = document.createElement("span");
   box.className = "key";
-  const side = Math.round(size * 0.42);
+  const side = Math.round(size * 0.54);
   box.style.cssText = `width:${side}px;height:${side}px`;
   box.style.background = cssPaint(fill);
   box.style.border = cssBorder(line);
