@@ -33,7 +33,10 @@ class Clock {
   [[nodiscard]] virtual std::int64_t TickCount() const = 0;
 };
 
-/// A form's timer: created off. It never fires inside its own handler.
+/// A form's timer: created off. It never fires inside its own handler, and its
+/// interval counts from the handler's end: what a handler does takes nothing from the
+/// interval that follows. It is never early and at least 8 ms late, so that an interval has
+/// passed by Clock::Timer's single precision as well.
 class Timer {
  public:
   virtual ~Timer() = default;

@@ -22,9 +22,8 @@ class EventLoop final : public host::Loop {
   EventLoop(const EventLoop&) = delete;
   EventLoop& operator=(const EventLoop&) = delete;
 
-  /// A timer fires once for all the times it missed while something else ran,
-  /// and keeps its beat. It does not outlive the loop's work: the loop must be
-  /// there when it is destroyed.
+  /// A timer fires once for all the times it missed while something else ran. It
+  /// does not outlive the loop's work: the loop must be there when it is destroyed.
   [[nodiscard]] std::unique_ptr<host::Timer> CreateTimer(std::function<void()> handler) override;
   /// Runs what is ready, at most for some 50 ms; sleeps 1 ms when nothing was.
   /// May be called by a handler.

@@ -5,8 +5,6 @@
 
 namespace platform {
 
-using std::chrono::steady_clock;
-
 LoopTimer::LoopTimer(boost::asio::io_context& context, std::function<void()> handler)
     : beat_(std::make_shared<Beat>(context, std::move(handler))) {}
 
@@ -17,7 +15,7 @@ std::int32_t LoopTimer::Interval() const { return beat_->interval; }
 void LoopTimer::Interval(std::int32_t milliseconds) {
   if (milliseconds == beat_->interval) return;
   beat_->interval = std::max(milliseconds, 0);
-  beat_->restart();
+  beat_->waitForNext();
 }
 
 bool LoopTimer::Enabled() const { return beat_->enabled; }
@@ -25,12 +23,7 @@ bool LoopTimer::Enabled() const { return beat_->enabled; }
 void LoopTimer::Enabled(bool enabled) {
   if (enabled == beat_->enabled) return;
   beat_->enabled = enabled;
-  beat_->restart();
-}
-
-void LoopTimer::Beat::restart() {
-  due = steady_clock::now() + std::chrono::milliseconds(interval);
-  waitForNext();
+  beat_->waitForNext();
 }
 
 void LoopTimer::Beat::waitForNext() {
@@ -38,7 +31,7 @@ void LoopTimer::Beat::waitForNext() {
   wait.cancel();
   // Its own handler goes on with it when it is done.
   if (!enabled || interval == 0 || running) return;
-  wait.expires_at(due);
+  wait.expires_after(std::chrono::milliseconds(interval) + Lateness);
   wait.async_wait(
       [self = shared_from_this(), number = waitNumber](const boost::system::error_code& cancelled) {
         if (!cancelled && number == self->waitNumber) self->fire();
@@ -47,13 +40,8 @@ void LoopTimer::Beat::waitForNext() {
 
 void LoopTimer::Beat::fire() {
   running = true;
-  due += std::chrono::milliseconds(interval);
   handler();
   running = false;
-  // Times that went by meanwhile are left out.
-  if (const auto late = steady_clock::now() - due; late >= steady_clock::duration::zero() && interval != 0) {
-    due += std::chrono::milliseconds(interval) * (late / std::chrono::milliseconds(interval) + 1);
-  }
   waitForNext();
 }
 

@@ -11,9 +11,13 @@
 
 namespace platform {
 
-/// A timer of the event loop.
+/// A timer of the event loop. It never fires twice to make up for lost time.
 class LoopTimer final : public host::Timer {
  public:
+  /// How much later than its interval it fires, at least. Times of day in single precision step by
+  /// 7.8 ms in the evening: to who compares two of them, the interval has passed every time.
+  static constexpr std::chrono::milliseconds Lateness{8};
+
   LoopTimer(boost::asio::io_context& context, std::function<void()> handler);
   ~LoopTimer() override;
   LoopTimer(const LoopTimer&) = delete;
@@ -31,13 +35,11 @@ class LoopTimer final : public host::Timer {
     Beat(boost::asio::io_context& context, std::function<void()> atEachBeat)
         : wait(context), handler(std::move(atEachBeat)) {}
 
-    void restart();
     void waitForNext();
     void fire();
 
     boost::asio::steady_timer wait;
     std::function<void()> handler;
-    std::chrono::steady_clock::time_point due;
     std::int32_t interval = 0;
     bool enabled = false;
     bool running = false;

@@ -23,9 +23,15 @@ void PassTime(clsRTScrollInfo& scroll, double milliseconds, double tolerance, do
   const std::int64_t cycle = StepsInData(scroll, recordCount);
   if (scroll.Steps >= cycle) scroll.Steps = 0;  // the data have become fewer
   scroll.Elapsed += milliseconds;
-  const double due = std::floor((scroll.Elapsed + std::min(tolerance, scroll.Time / 2.0)) / scroll.Time);
+  double due = std::floor((scroll.Elapsed + std::min(tolerance, scroll.Time / 2.0)) / scroll.Time);
   if (due < 1) return;
   scroll.Elapsed -= due * scroll.Time;
+  // Timers are late by a little every time. Were it added up, one tick in many would pass over rows.
+  const double atOnce = std::max(std::floor(milliseconds / scroll.Time), 1.0);
+  if (due > atOnce && scroll.Time >= 2 * tolerance) {
+    due = atOnce;
+    scroll.Elapsed = 0;
+  }
   scroll.Steps = (scroll.Steps + static_cast<std::int64_t>(due)) % cycle;
 }
 

@@ -27,6 +27,8 @@ class Database final : public ADODB::Factory {
   bool down = false;
   int ticksToOpen = 0;
   int ticksToFetch = 0;
+  /// Turns of the loop that each requery takes.
+  int ticksPerRequery = 0;
   std::vector<std::pair<std::string, std::string>> rows;
   std::vector<std::string> log;
 
@@ -61,9 +63,9 @@ class Database final : public ADODB::Factory {
   class Rows final : public ADODB::Recordset {
    public:
     explicit Rows(Database& database) : database_(database) {}
-    void CursorLocation(ADODB::CursorLocation location) override { rows_.CursorLocation(location); }
-    void CursorType(ADODB::CursorType type) override { rows_.CursorType(type); }
-    void LockType(ADODB::LockType type) override { rows_.LockType(type); }
+    void CursorLocation(ADODB::CursorLocation location) override { rows_->CursorLocation(location); }
+    void CursorType(ADODB::CursorType type) override { rows_->CursorType(type); }
+    void LockType(ADODB::LockType type) override { rows_->LockType(type); }
     void ActiveConnection(const std::shared_ptr<ADODB::Connection>& connection) override {
       if (!connection) {
         database_.log.emplace_back("detach");
@@ -75,41 +77,44 @@ class Database final : public ADODB::Factory {
       database_.log.push_back("recordset " + std::string(source) + " " + std::to_string(options));
       Fill();
     }
-    void Open() override { rows_.Open(); }
-    void Open(host::TextTable table) override { rows_.Open(std::move(table)); }
+    void Open() override { rows_->Open(); }
+    void Open(host::TextTable table) override { rows_->Open(std::move(table)); }
     void Requery(std::int32_t options) override {
       database_.log.push_back("requery " + std::to_string(options));
+      database_.ticksToFetch = database_.ticksPerRequery;
+      Fill();
     }
-    void Close() override { rows_.Close(); }
+    void Close() override { rows_->Close(); }
     std::int32_t State() override {
-      return database_.ticksToFetch > 0 ? ADODB::adStateFetching : rows_.State();
+      return database_.ticksToFetch > 0 ? ADODB::adStateFetching : rows_->State();
     }
-    std::int64_t RecordCount() const override { return rows_.RecordCount(); }
-    std::int64_t AbsolutePosition() const override { return rows_.AbsolutePosition(); }
-    void MoveFirst() override { rows_.MoveFirst(); }
-    void MoveLast() override { rows_.MoveLast(); }
-    void MovePrevious() override { rows_.MovePrevious(); }
-    void Move(std::int32_t records) override { rows_.Move(records); }
-    void AddNew() override { rows_.AddNew(); }
-    void Update() override { rows_.Update(); }
-    void Delete() override { rows_.Delete(); }
-    ADODB::Fields& Fields() override { return rows_.Fields(); }
+    std::int64_t RecordCount() const override { return rows_->RecordCount(); }
+    std::int64_t AbsolutePosition() const override { return rows_->AbsolutePosition(); }
+    void MoveFirst() override { rows_->MoveFirst(); }
+    void MoveLast() override { rows_->MoveLast(); }
+    void MovePrevious() override { rows_->MovePrevious(); }
+    void Move(std::int32_t records) override { rows_->Move(records); }
+    void AddNew() override { rows_->AddNew(); }
+    void Update() override { rows_->Update(); }
+    void Delete() override { rows_->Delete(); }
+    ADODB::Fields& Fields() override { return rows_->Fields(); }
 
    private:
     void Fill() {
+      if (filled_) rows_ = std::make_unique<ado::Recordset>();
       filled_ = true;
       Fields().Append("Name", ADODB::adVarChar, 50);
       Fields().Append("Price", ADODB::adVarChar, 50);
-      rows_.Open();
+      rows_->Open();
       for (const auto& [name, price] : database_.rows) {
-        rows_.AddNew();
+        rows_->AddNew();
         Fields().Item("Name").Value(basic::Variant(name));
         Fields().Item("Price").Value(basic::Variant(price));
-        rows_.Update();
+        rows_->Update();
       }
     }
     Database& database_;
-    ado::Recordset rows_;
+    std::unique_ptr<ado::Recordset> rows_ = std::make_unique<ado::Recordset>();
     bool filled_ = false;
   };
 };

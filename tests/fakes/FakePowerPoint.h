@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -248,13 +249,17 @@ class Window final : public PowerPoint::SlideShowWindow,
   explicit Window(std::shared_ptr<fakes::Presentation> shown) : presentation(std::move(shown)) {}
   std::shared_ptr<PowerPoint::Presentation> Presentation() override { return presentation; }
   std::shared_ptr<PowerPoint::SlideShowView> View() override { return shared_from_this(); }
-  std::int32_t CurrentShowPosition() const override { return position; }
+  std::int32_t CurrentShowPosition() const override {
+    if (onPosition) onPosition();
+    return position;
+  }
   std::shared_ptr<PowerPoint::Slide> Slide() override { return presentation->Item(position); }
   PowerPoint::SlideShowPointerType PointerType() const override { return pointer; }
   void PointerType(PowerPoint::SlideShowPointerType type) override { pointer = type; }
 
   std::shared_ptr<fakes::Presentation> presentation;
   std::int32_t position = 1;
+  std::function<void()> onPosition;
   PowerPoint::SlideShowPointerType pointer = PowerPoint::SlideShowPointerType::AutoArrow;
 };
 

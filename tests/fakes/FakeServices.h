@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <functional>
 #include <map>
@@ -19,7 +20,8 @@ namespace fakes {
 
 class Machine;
 
-/// Timers on virtual time: Advance runs what falls due, in order.
+/// Timers on virtual time: Advance runs what falls due, in order. An interval counts from the
+/// end of its timer's handler.
 class Loop final : public host::Loop {
  public:
   class Timer final : public host::Timer {
@@ -31,16 +33,17 @@ class Loop final : public host::Loop {
     std::int32_t Interval() const override { return interval_; }
     void Interval(std::int32_t milliseconds) override {
       interval_ = milliseconds;
-      due_ = loop_.now_ + interval_;
+      Wait();
     }
     bool Enabled() const override { return enabled_; }
     void Enabled(bool enabled) override {
-      if (enabled && !enabled_) due_ = loop_.now_ + interval_;
+      if (enabled && !enabled_) Wait();
       enabled_ = enabled;
     }
 
    private:
     friend class Loop;
+    void Wait() { due_ = loop_.now_ + interval_ + loop_.lateness; }
     Loop& loop_;
     std::function<void()> handler_;
     std::int32_t interval_ = 0;
@@ -59,15 +62,20 @@ class Loop final : public host::Loop {
   void Advance(std::int64_t milliseconds) {
     const std::int64_t end = now_ + milliseconds;
     while (Timer* next = NextDue(end)) {
-      now_ = next->due_;
-      next->due_ += next->interval_;
+      now_ = std::max(now_, next->due_);
       const auto handler = next->handler_;
       handler();
+      const bool isThere = std::find(timers_.begin(), timers_.end(), next) != timers_.end();
+      if (isThere) next->Wait();
     }
-    now_ = end;
+    now_ = std::max(now_, end);
   }
+  /// Time that a handler takes.
+  void Pass(std::int64_t milliseconds) { now_ += milliseconds; }
   std::int64_t Now() const { return now_; }
 
+  /// Milliseconds by which timers fire late; those of this system's loop are by 8 and more.
+  std::int64_t lateness = 0;
   int doEvents = 0;
   std::function<void()> onDoEvents;
 
@@ -92,11 +100,13 @@ class Clock final : public host::Clock {
   basic::Date Now() const override {
     return basic::AddSeconds(start, static_cast<double>(loop_.Now() / 1000));
   }
-  float Timer() const override { return timerStart + static_cast<float>(loop_.Now()) / 1000.0F; }
+  float Timer() const override {
+    return static_cast<float>(std::fmod(timerStart + static_cast<double>(loop_.Now()) / 1000, 86400));
+  }
   std::int64_t TickCount() const override { return loop_.Now(); }
 
   basic::Date start = basic::DateFrom(2026, 2, 3, 12, 0, 0);
-  float timerStart = 43200.0F;
+  double timerStart = 43200;
 
  private:
   const Loop& loop_;

@@ -62,6 +62,18 @@ TEST_F(EventLoopTest, ALateTimerFiresOnce) {
   EXPECT_EQ(fired, 1) << "the times that were missed must not follow";
 }
 
+TEST_F(EventLoopTest, AnIntervalCountsFromTheEndOfTheHandlerAndIsNeverShort) {
+  steady_clock::time_point end = steady_clock::now();
+  int fired = 0;
+  const auto timer = started(20, [&] {
+    EXPECT_GE(steady_clock::now() - end, milliseconds(28)) << "at firing " << fired;
+    ++fired;
+    std::this_thread::sleep_for(milliseconds(30));
+    end = steady_clock::now();
+  });
+  runUntil([&] { return fired >= 4; });
+}
+
 TEST_F(EventLoopTest, AChangeStartsTheIntervalAnew) {
   int fired = 0;
   const auto timer = started(150, [&] { ++fired; });

@@ -172,6 +172,24 @@ TEST(ScrollIndexesTest, TicksThatComeEarlyAndLateAddNothingUp) {
   }
 }
 
+TEST_F(DrivenShapesTest, LateTimersPassOverNoRow) {
+  std::string dishes = "Dish\n";
+  for (int dish = 1; dish <= 200; ++dish) dishes += std::to_string(dish) + "\n";
+  machine.files.Write(Menu, dishes);
+  const fakes::Slide& slide = SlideOfRows(1, "1", "True\t1\t500");
+  machine.loop.lateness = 8;
+  Start();
+  int before = 1;
+  for (int time = 0; time < 90'000; time += 10) {
+    machine.loop.Advance(10);
+    const int shown = std::stoi(Texts(slide));
+    ASSERT_LE(shown, before + 1);
+    before = shown;
+  }
+  EXPECT_GE(before, 175);
+  EXPECT_LE(before, 181);
+}
+
 TEST_F(DrivenShapesTest, APictureShowsTheFileThatItsDataName) {
   machine.files.Write("/decks/pics/soup.png", "");
   machine.files.Write("/decks/pics/stew.png", "");

@@ -295,6 +295,74 @@ TEST_F(RuntimeTest, TimersArePacedByWhatTheDeckHolds) {
   }
 }
 
+TEST_F(RuntimeTest, ADatabaseIsRequeriedAtItsRate) {
+  const struct {
+    int rate;
+    std::int64_t fewest;
+    std::int64_t most;
+  } cases[] = {{500, 112, 121}, {1000, 57, 61}, {5000, 11, 12}};
+  for (const auto& [rate, fewest, most] : cases) {
+    for (const double start : {43200.0, 69960.0, 72000.0, 86370.0}) {
+      for (const bool scrolls : {false, true}) {
+        fakes::Database database;
+        database.ticksPerRequery = 3;
+        machine.UseAdo(&database);
+        machine.loop.lateness = 8;
+        machine.loop.onDoEvents = [&] {
+          machine.loop.Pass(4);
+          database.Progress();
+        };
+        machine.clock.timerStart = start - static_cast<double>(machine.loop.Now()) / 1000;
+        deck = std::make_shared<fakes::Presentation>();
+        deck->tags->Add("CORVANE VERSION", "1");
+        deck->tags->Add("CORVANE CONNECTION001", "1\tStock\tDSN=x\tt\t\t" + std::to_string(rate) + "\t");
+        fakes::Slide& slide = deck->Add();
+        if (scrolls) slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t400");
+        Field(slide, "p", 1);
+        window = std::make_shared<fakes::Window>(deck);
+        clsRuntime each;
+        each.ActivePresentation(deck);
+        each.StartTimers(window);
+        machine.loop.Advance(60'000);
+        const auto reloads = std::count(database.log.begin(), database.log.end(), "requery -1");
+        EXPECT_GE(reloads, fewest) << rate << " ms from second " << start << ", scrolling " << scrolls;
+        EXPECT_LE(reloads, most) << rate << " ms from second " << start << ", scrolling " << scrolls;
+      }
+    }
+  }
+}
+
+TEST_F(RuntimeTest, AChartFollowsItsDatabase) {
+  fakes::Database database;
+  database.rows = {{"Tea", "3"}};
+  machine.UseAdo(&database);
+  deck->tags->items = {{"CORVANE VERSION", "1"}, {"CORVANE CONNECTION001", "1\tStock\tDSN=x\tt\t\t1000\t"}};
+  fakes::Shape& shape = deck->Add().Add("chart");
+  shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", "001"}};
+  shape.chart = std::make_shared<fakes::Chart>();
+  machine.loop.lateness = 8;
+  Start();
+  ASSERT_EQ(shape.chart->cells.rows(), 2U);
+  database.rows.emplace_back("Milk", "2");
+  machine.loop.Advance(2000);
+  EXPECT_EQ(shape.chart->cells.rows(), 3U);
+}
+
+TEST_F(RuntimeTest, AFileWhoseDateGoesBackIsReadAgain) {
+  fakes::Shape& shape = Field(deck->Add(), "p", 1);
+  machine.files.Write("/srv/a.xls", "");
+  fakes::Shape& object = deck->slides[0]->Add("object");
+  object.type = PowerPoint::ShapeType::LinkedOLEObject;
+  object.hasTextFrame = false;
+  object.linkSource = "/srv/a.xls!Sheet1";
+  Start();
+  machine.files.files[Prices] = {"Item\tPrice\nTea\t2\n", 45000.0};
+  machine.files.files["/srv/a.xls"].date = 45000.0;
+  machine.loop.Advance(2500);
+  EXPECT_EQ(shape.text, "2");
+  EXPECT_EQ(deck->linkUpdates, 1);
+}
+
 TEST_F(RuntimeTest, AScrollingShowRequeriesFromTheConnectionsTimer) {
   fakes::Slide& slide = deck->Add();
   slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t100");
@@ -312,6 +380,15 @@ TEST_F(RuntimeTest, AChangeOfSlideRestoresTheTimersAsTheyWere) {
   Field(deck->Add(), "p", 1);
   Start();
   FrmRuntimeTimer& form = *runtime.Form();
+  form.EnableTimer();
+  std::vector<bool> enabled;
+  window->onPosition = [&] {
+    enabled.push_back(form.tmrData().Enabled());
+    enabled.push_back(form.tmrConnections().Enabled());
+  };
+  form.CurrentSlide(2);
+  EXPECT_EQ(enabled, (std::vector{false, false})) << "no tick runs on a slide that is half changed";
+  window->onPosition = {};
   form.DisableTimer();
   GoTo(2);
   EXPECT_FALSE(form.tmrData().Enabled());
