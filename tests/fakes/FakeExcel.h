@@ -35,6 +35,9 @@ class ExcelProgram final : public Excel::Factory {
   int opened = 0;
   int closed = 0;
   int quits = 0;
+  /// How the last workbook was to be opened.
+  std::int32_t updateLinks = 0;
+  bool readOnly = false;
   bool ignoresRemoteRequests = false;
   std::vector<std::pair<std::string, SheetData>> sheets;
 
@@ -97,8 +100,11 @@ class ExcelProgram final : public Excel::Factory {
     bool Visible() const override { return program.visible; }
     void Quit() override { ++program.quits; }
     std::shared_ptr<Excel::Workbooks> Workbooks() override { return shared_from_this(); }
-    std::shared_ptr<Excel::Workbook> Open(std::string_view, std::int32_t, bool) override {
+    std::shared_ptr<Excel::Workbook> Open(std::string_view, std::int32_t updateLinks,
+                                          bool readOnly) override {
       ++program.opened;
+      program.updateLinks = updateLinks;
+      program.readOnly = readOnly;
       if (program.failingOpens > 0) {
         --program.failingOpens;
         throw basic::Error(1004, "fake Excel", "the file is in use");

@@ -61,6 +61,8 @@ TEST_F(ExcelTest, ARangeBecomesARecordset) {
   EXPECT_EQ(Value(2, "Name"), " ");
   EXPECT_EQ(Value(3, "Name"), "Milk");
   EXPECT_EQ(excel.opened, excel.closed);
+  EXPECT_TRUE(excel.readOnly);
+  EXPECT_EQ(excel.updateLinks, 3) << "references to other workbooks are updated";
 
   Open("Sheet1", false);
   EXPECT_EQ(connection.Columns(), (std::vector<std::string>{"", "B", "C", "D"}));
