@@ -298,6 +298,7 @@ void clsRuntime::SetUpTimers() {
   } else {
     refreshInterval_ = std::abs(refreshInterval_);
   }
+  if (ToInterval(refreshInterval_) == 0) refreshInterval_ = DefaultRefresh;
 
   // Without scrolling the data timer paces the requery; with it, the data timer
   // paces the scroll steps and the connections timer the requery.
@@ -311,7 +312,6 @@ void clsRuntime::SetUpTimers() {
     form_->tmrData().Interval(ToInterval(refreshInterval_));
     form_->tmrConnections().Enabled(false);
   }
-  if (form_->tmrData().Interval() == 0) form_->tmrData().Interval(static_cast<std::int32_t>(DefaultRefresh));
   if (clocksPresent_) {
     form_->tmrClock().Interval(50);
     form_->tmrClock().Enabled(true);

@@ -272,6 +272,8 @@ TEST_F(RuntimeTest, TimersArePacedByWhatTheDeckHolds) {
       {{}, nullptr, 1000, false, 100},
       {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "True\t1\t400", 400, true, 5000},
       {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t300\t"}}, "True\t1\t400", 300, true, 300},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, "True\t1\t400", 400, true, 1000},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0.4\t"}}, "True\t1\t400", 400, true, 1000},
       {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "False\t1\t400", 5000, false, 100},
   };
   for (const auto& c : cases) {
