@@ -32,6 +32,7 @@ clsConnection::~clsConnection() {
       CloseConnection();
       break;
     case ConnectionKind::Excel:
+      CloseExcel();
       break;
   }
 }

@@ -26,10 +26,15 @@ std::string CellText(const Excel::Cell& cell) {
   std::string text = cell.Text();
   if (!text.empty()) return text;
   const basic::Variant value = cell.Value();
+  if (std::holds_alternative<basic::Empty>(value)) return {};
   const basic::NumberFormat format(cell.NumberFormat());
   if (const auto* number = std::get_if<double>(&value)) return basic::FormatNumber(format, *number);
+  if (const auto* date = std::get_if<basic::Date>(&value)) return basic::FormatNumber(format, date->serial);
   if (const auto* truth = std::get_if<bool>(&value)) return basic::FormatNumber(format, *truth);
-  return std::holds_alternative<basic::Empty>(value) ? std::string() : basic::CStr(value);
+  if (const auto* words = std::get_if<std::string>(&value)) {
+    return basic::FormatNumber(format, std::string_view(*words));
+  }
+  return basic::CStr(value);
 }
 
 std::string WithCarriageReturns(std::string_view text) {

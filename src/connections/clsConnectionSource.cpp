@@ -121,6 +121,10 @@ bool clsConnection::OpenWorkbook() {
   const ExcelState first = modGlobalFunctions::ExcelStatus(true, false);
   const ExcelState second = modGlobalFunctions::ExcelStatus(true, false);
   if (second != ExcelState::Started && first != ExcelState::NotRunning) return false;
+  if (!modGlobalFunctions::SystemExcel) {
+    throw basic::Error(basic::AdapterError, basic::DefaultSource,
+                       "What reads workbooks could not be started.");
+  }
   TryUpToFourTimes([&] { OpenWorkbookOnce(path); });
   return true;
 }

@@ -23,12 +23,15 @@ class ExcelProgram final : public Excel::Factory {
   using SheetData = std::vector<std::vector<CellData>>;
 
   std::shared_ptr<Excel::Application> CreateApplication() override {
-    if (!installed) throw basic::Error(429, "fake Excel", "cannot create the object");
+    if (!installed || created >= mostCreated)
+      throw basic::Error(429, "fake Excel", "cannot create the object");
     ++created;
     return std::make_shared<Program>(*this);
   }
 
   bool installed = true;
+  /// Beyond these no further one starts.
+  int mostCreated = 1000;
   bool visible = false;
   int failingOpens = 0;
   int created = 0;

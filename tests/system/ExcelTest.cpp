@@ -122,6 +122,38 @@ TEST_F(ExcelTest, WithoutExcelNothingOpens) {
   EXPECT_EQ(ExcelStatus(false, false), ExcelState::Unavailable);
 }
 
+TEST_F(ExcelTest, AnExcelThatIsThereButDoesNotStartIsReported) {
+  excel.mostCreated = 1;  // the one that is created to look
+  const std::string failure = Failure([&] { Open(); });
+  EXPECT_EQ(failure,
+            "26 Error while opening excel file Targets. \r\nWhat reads workbooks could not be started.");
+  EXPECT_FALSE(connection.ConnectionReady());
+  excel.mostCreated = 9;
+  Open();
+  EXPECT_EQ(Value(1, "Name"), "Tea");
+}
+
+TEST_F(ExcelTest, WhatACellHidesIsWrittenByItsFormat) {
+  excel.sheets[0].second = {{{"Text"}, {"", "net", "0;0;0;\"(\"@\")\""}},
+                            {{"", basic::DateFrom(2026, 2, 3), "yyyy/mm"}, {"", "secret", ";;;"}},
+                            {{"last"}, {""}}};
+  Open("First");
+  EXPECT_EQ(connection.Columns(), (std::vector<std::string>{"", "Text", "(net)"}));
+  EXPECT_EQ(Value(1, "Text"), "2026/02");
+  EXPECT_EQ(Value(1, "(net)"), "");
+}
+
+TEST_F(ExcelTest, ABookIsClosedWithItsConnection) {
+  {
+    clsConnection shortLived;
+    shortLived.ActivePresentationName("/decks/board.pptx");
+    shortLived.TagString("2\tTargets\tbook.xlsx\tSheet1\t-1\tB3:D9\t");
+    shortLived.OpenConnection();
+    EXPECT_EQ(excel.closed, 0);
+  }
+  EXPECT_EQ(excel.closed, 1);
+}
+
 TEST_F(ExcelTest, TheSystemKeepsOneExcelAndQuitsItUnlessItIsVisible) {
   for (const bool visible : {false, true}) {
     modGlobalFunctions::Reset();
