@@ -127,8 +127,16 @@ std::string FileInFolder(std::string_view folder, std::string_view file) {
 
 namespace {
 
-std::string ReplaceFolder(std::string_view text) {
-  return basic::Replace(text, "[LUMENFOLDFOLDER]", host::Current().module->Path());
+std::string FolderOf(std::string_view base) {
+  const std::size_t end = base.find_last_of("/\\");
+  return end == std::string_view::npos ? "." : std::string(base.substr(0, end));
+}
+
+std::string ReplaceFolder(std::string_view text, std::string_view base) {
+  constexpr std::string_view Placeholder = "[LUMENFOLDFOLDER]";
+  if (text.find(Placeholder) == std::string_view::npos) return std::string(text);
+  const std::string setting = InfoSetting("LumenfoldFolder");
+  return basic::Replace(text, Placeholder, setting.empty() ? FolderOf(base) : setting);
 }
 
 bool IsAddress(std::string_view path) {
@@ -138,14 +146,17 @@ bool IsAddress(std::string_view path) {
 }
 
 bool IsAbsolute(std::string_view path) {
-  return basic::StartsWith(path, "\\\\") || path.substr(1, 2) == ":\\" || basic::StartsWith(path, "/");
+  if (path.empty()) return false;
+  const std::string_view afterDrive = path.substr(1, 2);
+  return afterDrive == ":\\" || afterDrive == ":/" || basic::StartsWith(path, "\\\\") ||
+         basic::StartsWith(path, "/");
 }
 
 }  // namespace
 
 std::string ResolvePath(std::string_view path, std::string_view base) {
   if (path.empty()) return {};
-  std::string resolved = ReplaceFolder(path);
+  std::string resolved = ReplaceFolder(path, base);
   if (IsAddress(resolved) || IsAbsolute(resolved)) return resolved;
 
   const std::size_t end = base.find_last_of("/\\");
@@ -183,21 +194,20 @@ bool IsOneOf(std::string_view key, std::initializer_list<std::string_view> keys)
 }  // namespace
 
 std::string ResolveConnectionString(std::string_view text, std::string_view base) {
-  std::string resolved = ReplaceFolder(text);
-  const std::vector<basic::ConnectionSetting> settings = basic::ReadConnectionString(resolved);
-  const bool byProvider = NamesFileProvider(resolved);
+  std::string resolved(text);
+  const std::vector<basic::ConnectionSetting> settings = basic::ReadConnectionString(text);
+  const bool byProvider = NamesFileProvider(text);
   const bool byDriver = NamesFileDriver(settings);
   // From the last one, so that those before it stay where they are.
   for (auto setting = settings.rbegin(); setting != settings.rend(); ++setting) {
     if (!setting->fault.empty()) continue;
     const bool isFile = (byProvider && IsOneOf(setting->key, {"DATA SOURCE"})) ||
                         (byDriver && IsOneOf(setting->key, {"DATABASE", "DBQ"}));
-    if (isFile && setting->value != ":memory:") {
-      resolved = basic::WithConnectionValue(resolved, *setting, ResolvePath(setting->value, base));
-    } else if (IsOneOf(setting->key, {"EXTENDED PROPERTIES"})) {
-      std::string nested = ResolveConnectionString(setting->value, base);
-      if (nested != setting->value) resolved = basic::WithConnectionValue(resolved, *setting, nested);
-    }
+    const bool isNested = IsOneOf(setting->key, {"EXTENDED PROPERTIES"});
+    std::string value =
+        isNested ? ResolveConnectionString(setting->value, base) : ReplaceFolder(setting->value, base);
+    if (isFile && value != ":memory:") value = ResolvePath(value, base);
+    if (value != setting->value) resolved = basic::WithConnectionValue(resolved, *setting, value);
   }
   return resolved;
 }

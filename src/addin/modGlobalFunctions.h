@@ -72,12 +72,13 @@ std::string MakeTempFileName(std::string& prefix);
 /// A file in a folder, with the separator that the folder's own path uses.
 [[nodiscard]] std::string FileInFolder(std::string_view folder, std::string_view file);
 
-/// The path of a data file: "[LUMENFOLDFOLDER]" becomes the add-in folder;
+/// The path of a data file. "[LUMENFOLDFOLDER]" becomes the folder of `base`, a
+/// presentation's full name, or the one that the setting LumenfoldFolder names;
 /// addresses and absolute paths (of Windows or of this system) stay; any other
-/// path is taken from the folder of `base`, a presentation's full name.
+/// path is taken from the folder of `base`.
 [[nodiscard]] std::string ResolvePath(std::string_view path, std::string_view base);
 
-/// A connection string: the placeholder as above, and the path of a database that
+/// A connection string: the placeholder as above in every value, and the path of a database that
 /// is a file as ResolvePath does: after "Data Source=" of a provider that opens
 /// one (Jet, ACE, SQLite), after "Database=" and "DBQ=" of such an ODBC driver
 /// (SQLite, MDB Tools, Microsoft Access), also within "Extended Properties".

@@ -136,8 +136,11 @@ void SaveEntryLong(Key root, std::string_view subkey, std::string_view name, std
 }
 
 std::vector<unsigned char> GetEntryBinary(Key root, std::string_view subkey, std::string_view name) {
+  constexpr const char* operation = "GetEntryBinary";
   std::uint32_t type = 0;
-  return Read("GetEntryBinary", root, subkey, name, type);
+  std::vector<unsigned char> data = Read(operation, root, subkey, name, type);
+  if (type != REG_BINARY) RaiseRegistryError(operation, "Key entry not type long");
+  return data;
 }
 
 void SaveEntryBinary(Key root, std::string_view subkey, std::string_view name,

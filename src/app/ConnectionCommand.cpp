@@ -170,6 +170,7 @@ void add(const ConnectionOptions& options) {
   clsPresentation& linked = host.linked(deck);
   requireAllUnderstood(*deck, "");
   const std::string number = linked.NewConnectionTagNumber();
+  if (number.empty()) fail(options.deck + ": there is no number for the connection; it was not added.");
   if (number.size() > 3) {
     fail(options.deck +
          ": connection numbers end at 999, and that one is taken; new numbers follow the largest.");

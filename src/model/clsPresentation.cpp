@@ -7,10 +7,10 @@
 #include "addin/modErrors.h"
 #include "addin/modGlobalFunctions.h"
 #include "basic/Conversion.h"
+#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "host/services.h"
-#include "model/modGraph.h"
-#include "model/modLinkedFiles.h"
+#include "model/modSlides.h"
 #include "model/modTags.h"
 
 namespace LF2000 {
@@ -19,8 +19,6 @@ using modDebug::DebugKind;
 
 namespace {
 
-constexpr std::int32_t ShowsValues = 1;
-
 void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsPresentation", text); }
 
 void CatchError(std::int32_t code) {
@@ -28,16 +26,9 @@ void CatchError(std::int32_t code) {
   modErrors::ReportError(code);
 }
 
-template <typename Visit>
-void ForEachSlide(PowerPoint::Presentation& presentation, Visit&& visit) {
-  const auto slides = presentation.Slides();
-  for (std::int32_t i = 1; i <= slides->Count(); ++i) visit(*slides->Item(i));
-}
-
-template <typename Visit>
-void ForEachShape(PowerPoint::Slide& slide, Visit&& visit) {
-  const auto shapes = slide.Shapes();
-  for (std::int32_t i = 1; i <= shapes->Count(); ++i) visit(shapes->Item(i));
+void CatchError() {
+  modErrors::SetLastError();
+  modErrors::ReportError();
 }
 
 std::shared_ptr<clsConnection> DescribedConnection(const std::string& presentationName,
@@ -56,6 +47,9 @@ void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Prese
   Log(DebugKind::Event, "Opening presentation");
   presentation_ = presentation;
   connections_.clear();
+  displayType_ = 0;
+  distributionStart_ = distributionStop_ = {};
+  distributionList_.clear();
   if (!modTags::HasVersionTag(*presentation_)) return;
 
   const bool loaded = LoadConnections();
@@ -115,6 +109,7 @@ void clsPresentation::CloseMeter() {
 
 void clsPresentation::LoadSettings() {
   const auto tags = presentation_->Tags();
+  DisplayType(0);
   modTags::ForEachTag(*tags, modTags::DisplayType,
                       [&](const std::string&, const std::string& value) { DisplayType(basic::CLng(value)); });
   modTags::ForEachTag(*tags, modTags::DistributionStart, [&](const std::string&, const std::string& value) {
@@ -135,14 +130,25 @@ void clsPresentation::DisplayType(std::int32_t code) {
   modGlobalFunctions::CurrentDisplayType = code;
 }
 
-std::string clsPresentation::NewConnectionTagNumber() const {
+namespace {
+
+std::int32_t NumberOf(const clsConnection& connection) try {
+  const std::string& number = connection.ConnectionTagNumber();
+  return basic::CLng(number.size() > 3 ? number.substr(number.size() - 3) : number);
+} catch (const basic::Error& error) {
+  throw basic::Error(error.number, error.source,
+                     "The connection '" + connection.ConnectionTagNumber() + "' does not end in a number.");
+}
+
+}  // namespace
+
+std::string clsPresentation::NewConnectionTagNumber() const try {
   std::int32_t largest = 0;
-  for (const auto& connection : connections_) {
-    const std::string& number = connection->ConnectionTagNumber();
-    const std::string last = number.size() > 3 ? number.substr(number.size() - 3) : number;
-    largest = std::max(largest, basic::CLng(last));
-  }
+  for (const auto& connection : connections_) largest = std::max(largest, NumberOf(*connection));
   return modGlobalFunctions::Format000(largest + 1);
+} catch (...) {
+  CatchError(modErrors::SavingConnectionTags);
+  return {};
 }
 
 std::shared_ptr<clsConnection> clsPresentation::FindConnection(std::string_view tagNumber) const {
@@ -158,11 +164,11 @@ void clsPresentation::RemoveLumenfold() try {
        {modTags::Version, modTags::DisplayType, modTags::Connection, modTags::Distribution}) {
     modTags::RemoveTags(*tags, key);
   }
-  ForEachSlide(*presentation_, [](PowerPoint::Slide& slide) {
+  modSlides::ForEachSlide(*presentation_, [](PowerPoint::Slide& slide) {
     const auto slideTags = slide.Tags();
     modTags::RemoveTags(*slideTags, modTags::SlideProperties);
     modTags::RemoveTags(*slideTags, modTags::ScrollStep);
-    ForEachShape(slide, [](const std::shared_ptr<PowerPoint::Shape>& shape) {
+    modSlides::ForEachShape(slide, [](const std::shared_ptr<PowerPoint::Shape>& shape) {
       clsShape link;
       link.ShapeItem(shape);
       link.RemoveLumenfold();
@@ -172,11 +178,14 @@ void clsPresentation::RemoveLumenfold() try {
   CatchError(modErrors::SavingConnectionTags);
 }
 
-std::string clsPresentation::LumenfoldVersion() const {
+std::string clsPresentation::LumenfoldVersion() const try {
   const auto tags = presentation_->Tags();
   for (std::int32_t i = 1; i <= tags->Count(); ++i) {
     if (modTags::Matches(tags->Name(i), modTags::Version)) return tags->Value(i);
   }
+  return {};
+} catch (...) {
+  CatchError();
   return {};
 }
 
@@ -207,8 +216,8 @@ void clsPresentation::SetConnectionTags() try {
   for (const auto& connection : connections_) {
     tags->Add(std::string(modTags::Connection) + connection->ConnectionTagNumber(), connection->TagString());
   }
-  ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
-    ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+  modSlides::ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
+    modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
       clsShape link;
       link.ShapeItem(shape);
       if (!link.ConnectionTagNumber().empty() && !FindConnection(link.ConnectionTagNumber())) {
@@ -254,126 +263,18 @@ void clsPresentation::SetDistributionListTags(basic::Date start, basic::Date sto
   CatchError(modErrors::SavingDistributionList);
 }
 
-void clsPresentation::FillValues(bool requery) try {
-  objectFailureTold_ = false;
-  if (requery) {
-    for (const auto& connection : connections_) connection->Requery(true);
-  }
-  ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
-    const std::string slideNumber = std::to_string(slide.SlideIndex());
-    Log(DebugKind::Information, slideNumber + "FillingValues:New slide:");
-    if (meterShown_) {
-      host::Current().progressMeter->Text(basic::Replace("\r\nPopulating slide %i", "%i", slideNumber));
-    }
-    clsShape link;
-    link.ActivePresentation(this);
-    ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
-      // A shape that scrolls shows its own row: nothing moves at design time.
-      if (modDebug::DebugOn) Log(DebugKind::Event, "FillingValues:New shape:" + shape->Name());
-      link.ShapeItem(shape);
-      if (link.LumenfoldEnabled()) FillShape(link);
-    });
-    if (meterShown_) host::Current().progressMeter->Step();
-  });
-} catch (...) {
-  CatchError(modErrors::FillingValues);
-}
-
-void clsPresentation::FillShape(const clsShape& link) {
-  PowerPoint::Shape& shape = *link.ShapeItem();
-  const std::int32_t displayType = modGlobalFunctions::CurrentDisplayType;
-  switch (static_cast<SourceType>(link.SourceType())) {
-    case SourceType::Clock:
-      shape.TextFrame()->TextRange()->Text(modGlobalFunctions::PreviewValue(link.DateFormat(), displayType));
-      return;
-    case SourceType::DataField: {
-      const auto connection = FindConnection(link.ConnectionTagNumber());
-      if (!connection || !connection->ConnectionReady()) return;
-      bool noValue = true;
-      std::string text =
-          connection->GetValueDatabase(link.Row(), link.ColumnName(), static_cast<std::int16_t>(displayType),
-                                       /*ShowMarkers=*/true, noValue);
-      if (text.empty()) text = " ";
-      const auto range = shape.TextFrame()->TextRange();
-      if (range->Text() != text) range->Text(text);
-      return;
-    }
-    case SourceType::LinkedObject:
-      FillObject(link, displayType);
-      return;
-    case SourceType::Graph:
-      if (displayType == ShowsValues) FillGraph(link);
-      return;
-    case SourceType::NotLinked:
-      return;
-  }
-}
-
-/// A chart that cannot be refilled is reported and keeps no other shape from being filled.
-void clsPresentation::FillGraph(const clsShape& link) try {
-  const auto connection = FindConnection(link.ConnectionTagNumber());
-  if (connection && connection->ConnectionReady()) modGraph::FillGraph(*link.ShapeItem(), *connection);
-} catch (...) {
-  CatchError(modErrors::FillingValues);
-}
-
-void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType) try {
-  PowerPoint::Shape& shape = *link.ShapeItem();
-  if (displayType != ShowsValues) {
-    // A picture has no way to show a link's name.
-    modLinkedFiles::ShowOwnContent(shape);
-    return;
-  }
-  const auto connection = FindConnection(link.ConnectionTagNumber());
-  if (!connection || !connection->ConnectionReady()) return;
-  bool noValue = true;
-  const std::string name =
-      connection->GetValueObject(link.Row(), link.ColumnName(), link.ObjectFolder(), link.ObjectExtension(),
-                                 ShowsValues, /*showMarkers=*/false, noValue);
-  if (noValue) return;
-  modLinkedFiles::ShowFile(shape,
-                           modLinkedFiles::FindFile(name, link.ObjectFolder(), presentation_->FullName()));
-} catch (...) {
-  // The picture stays, the other shapes are filled, and of many failures the first is told.
-  modErrors::SetLastError();
-  Log(DebugKind::Error, link.ShapeItem()->Name() + ":" + modErrors::LastError.Description);
-  if (!std::exchange(objectFailureTold_, true)) modErrors::ReportError(modErrors::FillingValues);
-}
-
-void clsPresentation::PrepareSave() try {
-  if (!modTags::HasVersionTag(*presentation_)) return;
-  ForEachSlide(*presentation_, [](PowerPoint::Slide& slide) {
-    clsShape link;
-    ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
-      link.ShapeItem(shape);
-      if (!link.LumenfoldEnabled()) return;
-      if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) modGraph::RestoreGraph(*shape);
-      bool isDone = false;
-      if (link.SourceType() == static_cast<std::int32_t>(SourceType::LinkedObject)) {
-        modGlobalFunctions::IgnoreErrors([&] {
-          modLinkedFiles::ShowOwnContent(*shape);
-          isDone = true;
-        });
-      }
-      if (!isDone && shape->HasTextFrame() && shape->TextFrame()->HasText()) {
-        shape->TextFrame()->TextRange()->Text(" ");
-      }
-    });
-  });
-} catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError();
-}
-
-bool clsPresentation::SlideHasConnections(PowerPoint::Slide& slide) const {
+bool clsPresentation::SlideHasConnections(PowerPoint::Slide& slide) const try {
   bool found = false;
   clsShape link;
-  ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+  modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
     if (found) return;
     link.ShapeItem(shape);
     found = link.LumenfoldEnabled() && link.SourceType() != 0;
   });
   return found;
+} catch (...) {
+  CatchError();
+  return false;
 }
 
 }  // namespace LF2000

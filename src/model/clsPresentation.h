@@ -31,7 +31,8 @@ class clsPresentation {
   [[nodiscard]] std::int32_t DisplayType() const { return displayType_; }
   void DisplayType(std::int32_t code);
 
-  /// The largest number in use plus one, "001" without any.
+  /// The largest number in use plus one, "001" without any; empty when one of them
+  /// is no number, which is reported.
   [[nodiscard]] std::string NewConnectionTagNumber() const;
 
   /// Removes every tag of the system from the presentation, slides and shapes.
@@ -46,7 +47,8 @@ class clsPresentation {
   void SetSlideTags(const clsSlide& slide, std::int32_t slideIndex);
   void SetDistributionListTags(basic::Date start, basic::Date stop, std::vector<std::string> computers);
 
-  /// Fills all linked shapes, after a requery of every connection when asked.
+  /// Fills all linked shapes of a linked presentation, after a requery of every
+  /// connection when asked.
   void FillValues(bool requery);
   /// Blanks the live texts and gives pictures and charts what their author put
   /// into them, so that a save stores no live value.
@@ -69,7 +71,7 @@ class clsPresentation {
   void OpenConnection(clsConnection& connection);
   void LoadSettings();
   void CloseMeter();
-  void FillShape(const clsShape& link);
+  void FillShape(PowerPoint::Slide& slide, const clsShape& link);
   void FillGraph(const clsShape& link);
   void FillObject(const clsShape& link, std::int32_t displayType);
   void RequireVersionTag();

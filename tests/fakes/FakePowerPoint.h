@@ -21,7 +21,10 @@ namespace fakes {
 
 class Tags final : public PowerPoint::Tags {
  public:
-  std::int32_t Count() const override { return static_cast<std::int32_t>(items.size()); }
+  std::int32_t Count() const override {
+    if (failOnRead) Fail("the tags cannot be read");
+    return static_cast<std::int32_t>(items.size());
+  }
   std::string Name(std::int32_t index) const override { return At(index).first; }
   std::string Value(std::int32_t index) const override { return At(index).second; }
   void Add(std::string_view name, std::string_view value) override {
@@ -49,6 +52,7 @@ class Tags final : public PowerPoint::Tags {
 
   std::vector<std::pair<std::string, std::string>> items;
   bool failOnAdd = false;
+  bool failOnRead = false;
 
  private:
   const std::pair<std::string, std::string>& At(std::int32_t index) const {
@@ -178,7 +182,10 @@ class Slide final : public PowerPoint::Slide,
   std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
   std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() override { return transition; }
 
-  std::int32_t Count() const override { return static_cast<std::int32_t>(shapes.size()); }
+  std::int32_t Count() const override {
+    if (isDeleted) Fail("the slide has been deleted");
+    return static_cast<std::int32_t>(shapes.size());
+  }
   std::shared_ptr<PowerPoint::Shape> Item(std::int32_t i) override {
     if (i < 1 || i > Count()) Fail("shape index out of range");
     return shapes[static_cast<std::size_t>(i) - 1];
@@ -196,6 +203,7 @@ class Slide final : public PowerPoint::Slide,
   }
 
   std::int32_t index = 1;
+  bool isDeleted = false;
   std::vector<std::shared_ptr<fakes::Shape>> shapes;
   std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
   std::shared_ptr<Transition> transition = std::make_shared<Transition>();

@@ -86,13 +86,57 @@ TEST_F(PresentationTest, LeavesAloneWhatItCannotFill) {
 TEST_F(PresentationTest, WithoutTheVersionTagNothingIsLoaded) {
   Link();
   host->tags->items.erase(host->tags->items.begin());
-  fakes::Shape& field = AddField(host->Add(), "p", "Price", 1);
+  fakes::Slide& slide = host->Add();
+  fakes::Shape& field = AddField(slide, "p", "Price", 1);
+  fakes::Shape& clock = AddClock(slide, "hh:nn");
+  clock.text = "sample";
   presentation.ActivePresentation(host);
-  EXPECT_EQ(field.text, "sample");
   EXPECT_TRUE(presentation.Connections().empty());
   EXPECT_EQ(presentation.DisplayType(), 0);
+  // Nor is it filled or blanked, whatever is asked.
+  presentation.DisplayType(1);
+  presentation.PrepareSave();
+  EXPECT_EQ(field.text + clock.text, "samplesample");
+  presentation.FillValues(true);
+  EXPECT_EQ(field.text + clock.text, "samplesample");
   host->tags->Add("CORVANE VERSION2", "1");
   EXPECT_TRUE(modTags::HasVersionTag(*host));
+}
+
+TEST_F(PresentationTest, AnotherPresentationStartsAfresh) {
+  Link(4);
+  presentation.ActivePresentation(host);
+  presentation.SetDistributionListTags(basic::DateFrom(2026, 1, 2), basic::DateFrom(2026, 3, 4), {"GATE1"});
+  const auto other = std::make_shared<fakes::Presentation>();
+  presentation.ActivePresentation(other);
+  EXPECT_EQ(presentation.DisplayType(), 0);
+  EXPECT_EQ(modGlobalFunctions::CurrentDisplayType, 4) << "what is not linked changes no display";
+  other->tags->Add("CORVANE VERSION", "1");
+  presentation.ActivePresentation(other);
+  EXPECT_EQ(modGlobalFunctions::CurrentDisplayType, 0);
+  EXPECT_TRUE(presentation.DistributionList().empty());
+  EXPECT_EQ(presentation.DistributionStart(), basic::Date{});
+  EXPECT_EQ(presentation.DistributionStop(), basic::Date{});
+}
+
+TEST_F(PresentationTest, AShapeThatScrollsByItsNameIsBlankBeyondTheData) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  slide.tags->Add("CORVANE SCROLLSTEP7", "True\t1\t500");
+  slide.tags->Add("CORVANE SCROLLSTEP8", "False\t1\t500");
+  fakes::Slide& broken = host->Add();
+  broken.tags->Add("CORVANE SCROLLSTEP7", "perhaps");
+  const fakes::Shape& first = AddField(slide, "7", "Item", 2);
+  constexpr const char* Marker = "[Row not available in current dataset]";
+  const std::pair<const fakes::Shape&, const char*> beyond[] = {
+      {AddField(slide, "7", "Item", 9), " "},
+      {AddField(slide, "8", "Item", 9), Marker},
+      {AddField(slide, "Title", "Item", 9), Marker},
+      {AddField(broken, "7", "Item", 9), Marker},
+  };
+  presentation.ActivePresentation(host);
+  EXPECT_EQ(first.text, "Milk");
+  for (const auto& [shape, text] : beyond) EXPECT_EQ(shape.text, text) << shape.name;
 }
 
 TEST_F(PresentationTest, TheMeterCountsSlidesAndConnections) {
@@ -100,6 +144,11 @@ TEST_F(PresentationTest, TheMeterCountsSlidesAndConnections) {
   host->Add();
   presentation.ActivePresentation(host);
   EXPECT_TRUE(machine.meter.log.empty());
+  host->tags->Add("CORVANE CONNECTION002", "0\tMore\tprices.txt\t-1\t");
+  presentation.ActivePresentation(host);
+  EXPECT_EQ(machine.meter.log.front(), "show Opening presentation 3") << "one slide, two connections";
+  Link();
+  machine.meter.log.clear();
   host->Add();
   presentation.ActivePresentation(host);
   EXPECT_EQ(machine.meter.log,
@@ -112,7 +161,9 @@ TEST_F(PresentationTest, ALoadThatFailsStopsButLosesNothing) {
   Link(3);
   host->tags->Add("CORVANE CONNECTION002", "0\tGone\tgone.txt\t-1\t");
   host->tags->Add("CORVANE CONNECTION003", "0\tLater\tprices.txt\t-1\t");
-  fakes::Shape& field = AddField(host->Add(), "p", "Price", 1);
+  fakes::Slide& slide = host->Add();
+  fakes::Shape& field = AddField(slide, "p", "Price", 1);
+  fakes::Shape& later = AddField(slide, "q", "Price", 1, "003");
   presentation.ActivePresentation(host);
   ASSERT_EQ(machine.messageBox.shown.size(), 1U);
   EXPECT_EQ(machine.messageBox.shown[0].text,
@@ -121,6 +172,9 @@ TEST_F(PresentationTest, ALoadThatFailsStopsButLosesNothing) {
   EXPECT_EQ(field.text, "sample");
   EXPECT_EQ(presentation.DisplayType(), 3);
   EXPECT_FALSE(presentation.FindConnection("003")->ConnectionReady());
+  presentation.FillValues(false);
+  EXPECT_EQ(field.text, "Price");
+  EXPECT_EQ(later.text, "sample") << "of a connection that is not open nothing is known";
   presentation.SetConnectionTags();
   EXPECT_EQ((*host->tags)["CORVANE CONNECTION003"], "0\tLater\tprices.txt\t-1\t");
 }
@@ -137,8 +191,12 @@ TEST_F(PresentationTest, SavingBlanksLinkedTextsOnly) {
   presentation.PrepareSave();
   EXPECT_EQ(field.text, " ");
   EXPECT_EQ(plain.text, "Menu");
-  presentation.FillValues(true);
+  // What is asked for anew is read, though the file has kept its date.
+  machine.files.files["/decks/prices.txt"].content = "Item\tPrice\nTea\t4\n";
+  presentation.FillValues(false);
   EXPECT_EQ(field.text, "3");
+  presentation.FillValues(true);
+  EXPECT_EQ(field.text, "4");
 }
 
 TEST_F(PresentationTest, ChartsTakeAllRowsWhileValuesAreOnDisplay) {
@@ -185,6 +243,25 @@ TEST_F(PresentationTest, ConnectionNumbersFollowTheLargest) {
     }
     EXPECT_EQ(presentation.NewConnectionTagNumber(), expected);
   }
+  EXPECT_TRUE(machine.messageBox.shown.empty());
+  presentation.Connections().back()->ConnectionTagNumber("7abc");
+  EXPECT_EQ(presentation.NewConnectionTagNumber(), "");
+  ASSERT_EQ(machine.messageBox.shown.size(), 1U);
+  EXPECT_EQ(machine.messageBox.shown[0].text,
+            "Error while saving connection tags. \r\nThe connection '7abc' does not end in a number.");
+}
+
+TEST_F(PresentationTest, QuestionsReportWhatKeepsThemFromAnAnswer) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  presentation.ActivePresentation(host);
+  host->tags->failOnRead = true;
+  slide.isDeleted = true;
+  EXPECT_EQ(presentation.LumenfoldVersion(), "");
+  EXPECT_FALSE(presentation.SlideHasConnections(slide));
+  ASSERT_EQ(machine.messageBox.shown.size(), 2U);
+  EXPECT_EQ(machine.messageBox.shown[0].text, "the tags cannot be read");
+  EXPECT_EQ(machine.messageBox.shown[1].text, "the slide has been deleted");
 }
 
 TEST_F(PresentationTest, RemovingAConnectionUnlinksItsShapes) {

@@ -41,6 +41,13 @@ TEST_F(SupportTest, DebugLogIsWrittenOnlyWhenOnAndStartsAfreshOnce) {
             "2/3/2026 12:00:00 PM.000  odd\r\n");
 }
 
+TEST_F(SupportTest, TheErrorsLogStartsAfreshOnce) {
+  machine.files.files["/addin/errors.txt"].content = "old run\r\n";
+  modErrors::WriteErrorLog("first");
+  modErrors::WriteErrorLog("second");
+  EXPECT_EQ(ErrorsLog(), "2/3/2026 12:00:00 PM.000 first\r\n2/3/2026 12:00:00 PM.000 second\r\n");
+}
+
 TEST_F(SupportTest, MillisecondsArePaddedOnTheRight) {
   const std::pair<float, const char*> cases[] = {
       {100.0F, ".000 "}, {100.0078125F, ".700 "}, {100.125F, ".125 "}, {100.046875F, ".460 "}};
@@ -81,6 +88,7 @@ TEST_F(SupportTest, ErrorsAreShownWithoutAShowAndLoggedDuringOne) {
 TEST_F(SupportTest, RaisedTextsAreFilled) {
   try {
     modErrors::RaiseError(modErrors::RetrievingValue, "Price", "3", "why");
+    FAIL() << "nothing was raised";
   } catch (const basic::Error& error) {
     EXPECT_EQ(error.number, -2147221487);
     EXPECT_EQ(error.description, "Error while retrieving value of column Price of row 3.\r\nwhy");
@@ -101,11 +109,24 @@ TEST_F(SupportTest, PathsResolveAgainstThePresentation) {
       {"C:\\data\\x.txt", "/decks/a.pptx", "C:\\data\\x.txt"},
       {"\\\\server\\share\\x.txt", "/decks/a.pptx", "\\\\server\\share\\x.txt"},
       {"Https://host/x", "/decks/a.pptx", "Https://host/x"},
-      {"[LUMENFOLDFOLDER]/x.txt", "/decks/a.pptx", "/addin/x.txt"},
+      {"C:/data/x.txt", "/decks/a.pptx", "C:/data/x.txt"},
+      {"[LUMENFOLDFOLDER]/x.txt", "/decks/a.pptx", "/decks/x.txt"},
+      {"[LUMENFOLDFOLDER]\\x.txt", "C:\\decks\\a.pptx", "C:\\decks\\x.txt"},
       {"[lumenfoldfolder]/x.txt", "/decks/a.pptx", "/decks/[lumenfoldfolder]/x.txt"},
   };
   for (const auto& c : cases)
     EXPECT_EQ(modGlobalFunctions::ResolvePath(c.path, c.base), c.resolved) << c.path;
+}
+
+TEST_F(SupportTest, ASettingMayNameTheFolderOfThePlaceholder) {
+  machine.settings.info["LumenfoldFolder"] = "/srv/shared;data";
+  EXPECT_EQ(modGlobalFunctions::ResolvePath("[LUMENFOLDFOLDER]/x.txt", "/decks/a.pptx"),
+            "/srv/shared;data/x.txt");
+  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString(
+                "Provider=SQLite;Data Source=[LUMENFOLDFOLDER]/stock.db", "/decks/a.pptx"),
+            "Provider=SQLite;Data Source=\"/srv/shared;data/stock.db\"");
+  EXPECT_EQ(modGlobalFunctions::ResolveConnectionString("Driver=X;Folder=[LUMENFOLDFOLDER];Top=1", ""),
+            "Driver=X;Folder=\"/srv/shared;data\";Top=1");
 }
 
 TEST_F(SupportTest, ConnectionStringsResolveAgainstThePresentation) {
@@ -184,13 +205,27 @@ TEST_F(SupportTest, RegistryEntriesKeepTheirTypes) {
        {"GetEntryString", "Key entry could not be read"}},
       {[] { (void)modRegistry::GetEntryLong(1, "Software\\X", "Name"); },
        {"GetEntryLong", "Key entry not type long"}},
+      {[] { (void)modRegistry::GetEntryBinary(1, "Software\\X", "Name"); },
+       {"GetEntryBinary", "Key entry not type long"}},
+      {[] { (void)modRegistry::GetEntryBinary(1, "Software\\X", "?"); },
+       {"GetEntryBinary", "Registry entry could not be read"}},
       {[] { modRegistry::SaveEntryString(1, "Software\\X", "A b", ""); },
        {"SaveEntryString", "No spaces allowed in the Entry name"}},
       {[] { modRegistry::DeleteKey(1, ""); }, {"DeleteKey", "No subkey specified"}},
       {[] { modRegistry::DeleteKeyEntry(1, "Software\\X", ""); },
        {"DeleteKeyEntry", "Key entry not specified"}},
   };
-  for (const auto& [operation, expected] : failures) {
+  const std::pair<std::function<void()>, std::pair<const char*, const char*>> refusals[] = {
+      {[] { modRegistry::CreateKey(1, "Software\\Y"); }, {"CreateKey", "Key could not be created"}},
+      {[] { modRegistry::SaveEntryString(1, "Software\\X", "Name", "x"); },
+       {"SaveEntryString", "Key could not be created"}},
+      {[] { modRegistry::SaveEntryLong(1, "Software\\X", "Count", 1); },
+       {"SaveEntryLong", "Value could not be saved"}},
+      {[] { modRegistry::SaveEntryBinary(1, "Software\\X", "Raw", {}); },
+       {"SaveEntryBinary", "Value could not be saved"}},
+  };
+  const auto expectFailure = [](const auto& failure) {
+    const auto& [operation, expected] = failure;
     try {
       operation();
       ADD_FAILURE() << expected.second;
@@ -199,7 +234,10 @@ TEST_F(SupportTest, RegistryEntriesKeepTheirTypes) {
       EXPECT_EQ(error.source, expected.first);
       EXPECT_EQ(error.description, expected.second);
     }
-  }
+  };
+  for (const auto& failure : failures) expectFailure(failure);
+  machine.registry.readOnly = true;
+  for (const auto& refusal : refusals) expectFailure(refusal);
   EXPECT_EQ(machine.registry.openKeys, 0);
 }
 

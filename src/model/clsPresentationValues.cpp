@@ -1,0 +1,153 @@
+// How a presentation's linked shapes are filled, and blanked for a save.
+
+#include <utility>
+
+#include "addin/modDebug.h"
+#include "addin/modErrors.h"
+#include "addin/modGlobalFunctions.h"
+#include "basic/Strings.h"
+#include "host/services.h"
+#include "model/clsPresentation.h"
+#include "model/modGraph.h"
+#include "model/modLinkedFiles.h"
+#include "model/modSlides.h"
+#include "model/modTags.h"
+
+namespace LF2000 {
+
+using modDebug::DebugKind;
+
+namespace {
+
+constexpr std::int32_t ShowsValues = 1;
+
+void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsPresentation", text); }
+
+}  // namespace
+
+void clsPresentation::FillValues(bool requery) try {
+  if (!modTags::HasVersionTag(*presentation_)) return;
+  objectFailureTold_ = false;
+  if (requery) {
+    for (const auto& connection : connections_) connection->Requery(true);
+  }
+  modSlides::ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
+    const std::string slideNumber = std::to_string(slide.SlideIndex());
+    Log(DebugKind::Information, slideNumber + "FillingValues:New slide:");
+    if (meterShown_) {
+      host::Current().progressMeter->Text(basic::Replace("\r\nPopulating slide %i", "%i", slideNumber));
+    }
+    clsShape link;
+    link.ActivePresentation(this);
+    modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+      if (modDebug::DebugOn) Log(DebugKind::Event, "FillingValues:New shape:" + shape->Name());
+      link.ShapeItem(shape);
+      if (link.LumenfoldEnabled()) FillShape(slide, link);
+    });
+    if (meterShown_) host::Current().progressMeter->Step();
+  });
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::ReportError(modErrors::FillingValues);
+}
+
+namespace {
+
+/// A name that is no number, and an entry that cannot be read, mean that nothing scrolls.
+bool Scrolls(PowerPoint::Slide& slide, PowerPoint::Shape& shape) {
+  bool scrolls = false;
+  modGlobalFunctions::IgnoreErrors([&] { scrolls = modTags::ShapeScrollEnabled(slide, shape.Name()); });
+  return scrolls;
+}
+
+}  // namespace
+
+void clsPresentation::FillShape(PowerPoint::Slide& slide, const clsShape& link) {
+  PowerPoint::Shape& shape = *link.ShapeItem();
+  const std::int32_t displayType = modGlobalFunctions::CurrentDisplayType;
+  switch (static_cast<SourceType>(link.SourceType())) {
+    case SourceType::Clock:
+      shape.TextFrame()->TextRange()->Text(modGlobalFunctions::PreviewValue(link.DateFormat(), displayType));
+      return;
+    case SourceType::DataField: {
+      const auto connection = FindConnection(link.ConnectionTagNumber());
+      if (!connection || !connection->ConnectionReady()) return;
+      bool noValue = true;
+      // What scrolls shows its first row, and runs past the end of the data in every show: that is no news.
+      std::string text =
+          connection->GetValueDatabase(link.Row(), link.ColumnName(), static_cast<std::int16_t>(displayType),
+                                       /*showMarkers=*/!Scrolls(slide, shape), noValue);
+      if (text.empty()) text = " ";
+      const auto range = shape.TextFrame()->TextRange();
+      if (range->Text() != text) range->Text(text);
+      return;
+    }
+    case SourceType::LinkedObject:
+      FillObject(link, displayType);
+      return;
+    case SourceType::Graph:
+      if (displayType == ShowsValues) FillGraph(link);
+      return;
+    case SourceType::NotLinked:
+      return;
+  }
+}
+
+/// A chart that cannot be refilled is reported and keeps no other shape from being filled.
+void clsPresentation::FillGraph(const clsShape& link) try {
+  const auto connection = FindConnection(link.ConnectionTagNumber());
+  if (connection && connection->ConnectionReady()) modGraph::FillGraph(*link.ShapeItem(), *connection);
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::ReportError(modErrors::FillingValues);
+}
+
+void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType) try {
+  PowerPoint::Shape& shape = *link.ShapeItem();
+  if (displayType != ShowsValues) {
+    // A picture has no way to show a link's name.
+    modLinkedFiles::ShowOwnContent(shape);
+    return;
+  }
+  const auto connection = FindConnection(link.ConnectionTagNumber());
+  if (!connection || !connection->ConnectionReady()) return;
+  bool noValue = true;
+  const std::string name =
+      connection->GetValueObject(link.Row(), link.ColumnName(), link.ObjectFolder(), link.ObjectExtension(),
+                                 ShowsValues, /*showMarkers=*/false, noValue);
+  if (noValue) return;
+  modLinkedFiles::ShowFile(shape,
+                           modLinkedFiles::FindFile(name, link.ObjectFolder(), presentation_->FullName()));
+} catch (...) {
+  // The picture stays, the other shapes are filled, and of many failures the first is told.
+  modErrors::SetLastError();
+  Log(DebugKind::Error, link.ShapeItem()->Name() + ":" + modErrors::LastError.Description);
+  if (!std::exchange(objectFailureTold_, true)) modErrors::ReportError(modErrors::FillingValues);
+}
+
+void clsPresentation::PrepareSave() try {
+  if (!modTags::HasVersionTag(*presentation_)) return;
+  modSlides::ForEachSlide(*presentation_, [](PowerPoint::Slide& slide) {
+    clsShape link;
+    modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+      link.ShapeItem(shape);
+      if (!link.LumenfoldEnabled()) return;
+      if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) modGraph::RestoreGraph(*shape);
+      bool isDone = false;
+      if (link.SourceType() == static_cast<std::int32_t>(SourceType::LinkedObject)) {
+        modGlobalFunctions::IgnoreErrors([&] {
+          modLinkedFiles::ShowOwnContent(*shape);
+          isDone = true;
+        });
+      }
+      if (!isDone && shape->HasTextFrame() && shape->TextFrame()->HasText()) {
+        shape->TextFrame()->TextRange()->Text(" ");
+      }
+    });
+  });
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::ReportError();
+}
+
+}  // namespace LF2000
