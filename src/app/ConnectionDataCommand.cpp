@@ -5,6 +5,7 @@
 #include <chrono>
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <unordered_set>
 
 #include "addin/modGlobalFunctions.h"
@@ -56,7 +57,8 @@ struct OpenedDeck {
 
 struct Reading {
   std::vector<std::string> columns;
-  std::vector<std::vector<std::string>> rows;
+  /// Nothing where the data hold Null.
+  std::vector<std::vector<std::optional<std::string>>> rows;
   std::int64_t rowCount = 0;
   double milliseconds = 0;
 };
@@ -84,7 +86,12 @@ Reading read(const DataOptions& options) {
     auto& line = reading.rows.emplace_back();
     for (const std::string& column : reading.columns) {
       bool noValue = false;
-      line.push_back(connection.GetValueDatabase(static_cast<double>(row), column, 1, false, noValue));
+      std::string text = connection.GetValueDatabase(static_cast<double>(row), column, 1, false, noValue);
+      if (noValue && connection.IsNull(static_cast<double>(row), column)) {
+        line.emplace_back();
+      } else {
+        line.emplace_back(std::move(text));
+      }
     }
   }
   return reading;
@@ -104,9 +111,22 @@ void printDoubled(const std::vector<std::string>& columns) {
 
 void printRows(Reading reading) {
   printDoubled(reading.columns);
-  for (auto& row : reading.rows) std::transform(row.begin(), row.end(), row.begin(), oneLine);
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& row : reading.rows) {
+    auto& line = rows.emplace_back();
+    for (const auto& value : row) line.push_back(oneLine(value.value_or("")));
+  }
   std::transform(reading.columns.begin(), reading.columns.end(), reading.columns.begin(), oneLine);
-  printTable(std::cout, reading.columns, reading.rows);
+  printTable(std::cout, reading.columns, rows);
+}
+
+Json rowsOf(const Reading& reading) {
+  Json rows = Json::array();
+  for (const auto& row : reading.rows) {
+    Json& line = rows.emplace_back(Json::array());
+    for (const auto& value : row) line.push_back(value ? Json(*value) : Json());
+  }
+  return rows;
 }
 
 void test(const DataOptions& options) {
@@ -116,7 +136,7 @@ void test(const DataOptions& options) {
                {"columns", reading.columns},
                {"rowCount", reading.rowCount},
                {"milliseconds", reading.milliseconds},
-               {"rows", reading.rows}});
+               {"rows", rowsOf(reading)}});
     return;
   }
   printRows(reading);
@@ -127,7 +147,7 @@ void test(const DataOptions& options) {
 void preview(const DataOptions& options) {
   const Reading reading = read(options);
   if (options.json) {
-    printJson({{"columns", reading.columns}, {"rows", reading.rows}});
+    printJson({{"columns", reading.columns}, {"rows", rowsOf(reading)}});
   } else {
     printRows(reading);
   }

@@ -99,9 +99,12 @@ const LinkedShape* LiveShow::linkedShape(int slide, std::uint32_t id) const {
   return found == shapes.end() ? nullptr : &*found;
 }
 
-std::string LiveShow::textOf(int slide, const std::string& shapeName) {
+std::optional<std::string> LiveShow::textOf(int slide, const std::string& shapeName) {
+  const LF2000::FrmRuntimeTimer* form = form_();
+  if (form != nullptr && !form->HasValue(slide, shapeName)) return std::nullopt;
   const auto shape = presentation_->Slides()->Item(slide)->Shapes()->Item(std::string_view(shapeName));
-  return shape->HasTextFrame() ? shape->TextFrame()->TextRange()->Text() : std::string();
+  if (!shape->HasTextFrame()) return std::nullopt;
+  return shape->TextFrame()->TextRange()->Text();
 }
 
 std::string LiveShow::state() {
@@ -109,12 +112,13 @@ std::string LiveShow::state() {
   for (std::int32_t index = 1; index <= presentation_->slideCount(); ++index) {
     Json shapes = Json::array();
     for (const LinkedShape& shape : linked_[static_cast<std::size_t>(index)]) {
+      const auto text = textOf(index, shape.name);
       shapes.push_back({{"name", shape.name},
                         {"sourceType", shape.sourceType},
                         {"connection", shape.connection},
                         {"column", shape.column},
                         {"row", shape.row},
-                        {"text", textOf(index, shape.name)}});
+                        {"text", text ? Json(*text) : Json()}});
     }
     slides.push_back({{"index", index}, {"hidden", presentation_->isHidden(index)}, {"shapes", shapes}});
   }

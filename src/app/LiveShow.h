@@ -83,7 +83,8 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   [[nodiscard]] bool isMirrored(int slide) const { return currentSlide() == slide || nextSlide() == slide; }
   [[nodiscard]] bool isHeld(int slide) const { return isMirrored(slide) || watched_.contains(slide); }
   [[nodiscard]] const LinkedShape* linkedShape(int slide, std::uint32_t id) const;
-  [[nodiscard]] std::string textOf(int slide, const std::string& shapeName);
+  /// Nothing where there is no text, or no value for it.
+  [[nodiscard]] std::optional<std::string> textOf(int slide, const std::string& shapeName);
   web::SlideView page(int slide);
   web::SlideView shapeAlone(const web::View& view, web::Picture& picture);
   void showCurrent(web::Picture& picture);

@@ -93,6 +93,9 @@ class clsConnection {
   [[nodiscard]] std::string GetValueObject(double row, std::string_view column, std::string_view folder,
                                            std::string_view extension, std::int16_t displayType,
                                            bool showMarkers, bool& noValue);
+  /// Whether the data hold nothing there: Null, or no such row. What is empty to
+  /// GetValueDatabase may be an empty text.
+  [[nodiscard]] bool IsNull(double row, std::string_view column);
   /// All rows with the field names above them, for a chart. False, and the table
   /// as it was, while the data is not open or has no row.
   [[nodiscard]] bool GetValueGraph(MSGraph::Table& table);
@@ -142,6 +145,7 @@ class clsConnection {
   bool RequeryFile(bool forced);
   void NoteReading();
   void ReloadDatabase();
+  [[nodiscard]] bool HasRow(double row) const;
   void MoveTo(double row);
   void WaitForRows() const;
   [[nodiscard]] std::string FieldText(std::string_view column, bool markers);

@@ -23,8 +23,7 @@ std::string clsConnection::GetValueDatabase(double row, std::string_view column,
   switch (displayType) {
     case DisplayValue: {
       const bool markers = designMode_ && showMarkers;
-      if (!recordset_ || RecordCount() < row || row <= 0)
-        return markers ? std::string(RowMarker) : std::string();
+      if (!HasRow(row)) return markers ? std::string(RowMarker) : std::string();
       MoveTo(row);
       std::string text = FieldText(column, markers);
       noValue = text.empty();
@@ -52,6 +51,15 @@ std::string clsConnection::GetValueDatabase(double row, std::string_view column,
 void clsConnection::WaitForRows() const {
   while (recordset_ && recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
 }
+
+bool clsConnection::IsNull(double row, std::string_view column) {
+  WaitForRows();
+  if (!HasRow(row)) return true;
+  MoveTo(row);
+  return basic::IsNull(recordset_->Fields().Item(column).Value());
+}
+
+bool clsConnection::HasRow(double row) const { return recordset_ && RecordCount() >= row && row > 0; }
 
 void clsConnection::MoveTo(double row) {
   if (static_cast<double>(recordset_->AbsolutePosition()) == row) return;

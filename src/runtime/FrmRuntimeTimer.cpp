@@ -244,13 +244,22 @@ void FrmRuntimeTimer::CalcScrollIndexes(std::int32_t slide) {
   if (modDebug::DebugOn) Log(DebugKind::Information, "end calc indexes");
 }
 
-bool FrmRuntimeTimer::Scrolls(std::int32_t slide, std::string_view shapeName) const {
+const clsRTShapeInfo* FrmRuntimeTimer::Find(std::int32_t slide, std::string_view shapeName) const {
   const auto index = static_cast<std::size_t>(slide);
-  if (index >= slideInfo_.size() || slideInfo_[index].Scrolls.empty()) return false;
-  const auto& shapes = shapes_[index];
-  return std::any_of(shapes.begin(), shapes.end(), [&](const clsRTShapeInfo& shape) {
-    return shape.Name == shapeName && shape.Scroll.has_value();
-  });
+  if (index >= shapes_.size()) return nullptr;
+  const auto found = std::find_if(shapes_[index].begin(), shapes_[index].end(),
+                                  [&](const clsRTShapeInfo& shape) { return shape.Name == shapeName; });
+  return found == shapes_[index].end() ? nullptr : &*found;
+}
+
+bool FrmRuntimeTimer::Scrolls(std::int32_t slide, std::string_view shapeName) const {
+  const clsRTShapeInfo* shape = Find(slide, shapeName);
+  return shape != nullptr && shape->Scroll.has_value();
+}
+
+bool FrmRuntimeTimer::HasValue(std::int32_t slide, std::string_view shapeName) const {
+  const clsRTShapeInfo* shape = Find(slide, shapeName);
+  return shape == nullptr || shape->HasValue;
 }
 
 double FrmRuntimeTimer::RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const {
@@ -282,6 +291,7 @@ bool FrmRuntimeTimer::RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shap
     slide.Shapes()->Item(shape.Name)->TextFrame()->TextRange()->Text(value);
     shape.Text = std::move(value);
   }
+  shape.HasValue = !noValue;
   return !noValue;
 }
 
@@ -309,10 +319,10 @@ bool FrmRuntimeTimer::RefreshObject(PowerPoint::Slide& slide, clsRTShapeInfo& sh
   try {
     if (!noValue) {
       ShowObject(slide, shape, row, name);
-    } else if (shape.Scroll && !shape.Text.empty()) {
-      // Beside texts that have gone blank, the picture of another row would lie.
+    } else if (shape.Text != "") {
+      // Beside texts that have gone blank, the picture of what is no more would lie.
       modLinkedFiles::ShowOwnContent(*slide.Shapes()->Item(shape.Name));
-      shape.Text.clear();
+      shape.Text = "";
     }
     errors_.Clear(source);
   } catch (...) {

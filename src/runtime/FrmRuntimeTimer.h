@@ -54,6 +54,9 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] bool Requeries(std::size_t connection) const { return connectionsToRequery_[connection]; }
   /// Whether a scroll entry of the slide moves the shape through the rows.
   [[nodiscard]] bool Scrolls(std::int32_t slide, std::string_view shapeName) const;
+  /// False for a text that is blank because its data hold no value: Null, an empty
+  /// text, no such row.
+  [[nodiscard]] bool HasValue(std::int32_t slide, std::string_view shapeName) const;
   /// Milliseconds between two looks at a connection.
   [[nodiscard]] double RequeryInterval(const clsConnection& connection) const;
 
@@ -107,6 +110,8 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void RequeryConnection(std::size_t number);
   void RefreshShapes(std::int16_t slide);
   void CalcScrollIndexes(std::int32_t slide);
+  /// The first shape of that name that shows data; null without one.
+  [[nodiscard]] const clsRTShapeInfo* Find(std::int32_t slide, std::string_view shapeName) const;
   /// The row that the shape shows now.
   [[nodiscard]] double RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const;
   // Each answers whether the data held a value.

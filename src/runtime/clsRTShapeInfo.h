@@ -22,8 +22,11 @@ struct clsRTShapeInfo {
   std::string DateFormat;
   std::string ObjectFolder;
   std::string ObjectExtension;
-  /// The text last written into the shape, of a linked object the file it shows.
-  std::string Text;
+  /// The text last written into the shape, of a linked object the file it shows
+  /// (empty: its own content); nothing before the first.
+  std::optional<std::string> Text;
+  /// Whether the data held a value for the text when they were last looked at.
+  bool HasValue = true;
   /// The connection's data (its DataVersion) that the chart was last filled with.
   std::int64_t DataVersion = 0;
   /// When the file that it shows had last been changed.

@@ -137,7 +137,8 @@ SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChang
     if (json.empty() || json.back()["slide"] != change.slide) {
       json.push_back({{"slide", change.slide}, {"shapes", Json::array()}});
     }
-    json.back()["shapes"].push_back({{"name", change.name}, {"text", change.text}});
+    json.back()["shapes"].push_back(
+        {{"name", change.name}, {"text", change.text ? Json(*change.text) : Json()}});
   }
   return message("values", sequence, textOf(json));
 }

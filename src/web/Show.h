@@ -123,9 +123,10 @@ struct ShapeChange {
   /// holds the slide (it is not current, next or watched): then only programs hear
   /// of the change.
   std::string html;
-  /// The shape's name and text, plain, for programs.
+  /// The shape's name and text, plain, for programs. No text: it holds none, or its
+  /// data have no value for it.
   std::string name;
-  std::string text;
+  std::optional<std::string> text;
   /// Whether the slide is the current or the next one.
   bool isMirrored = true;
   /// The shape scrolls through rows: screens may let the new text glide in.

@@ -207,10 +207,32 @@ TEST_F(DrivenShapesTest, APictureShowsTheFileThatItsDataName) {
   machine.files.Write(Menu, "Dish\nstew\n");
   machine.loop.Advance(1000);
   EXPECT_EQ(shape.shownFile, "/decks/pics/stew.png");
-  machine.files.Write(Menu, "Dish\n");
-  machine.loop.Advance(1000);
-  EXPECT_EQ(shape.shownFile, "/decks/pics/stew.png");
   EXPECT_EQ(ErrorLog(), "");
+}
+
+TEST_F(DrivenShapesTest, APictureWhoseValueIsGoneShowsItsOwnInAShow) {
+  machine.files.Write("/decks/soup", "");
+  fakes::Slide& slide = deck->Add();
+  fakes::Shape& photo = Linked(slide, "photo", 3, 1);
+  fakes::Shape& never = Linked(slide, "never", 3, 9);
+  never.shownFile = "/decks/soup";  // as it was left before the show
+  Start();
+  EXPECT_EQ(photo.shownFile, "/decks/soup");
+  EXPECT_EQ(never.shownFile, "");
+  for (const char* rows : {"", "\"\"\n"}) {
+    const int before = photo.writes;
+    machine.files.Write(Menu, std::string("Dish\n") + rows);
+    machine.loop.Advance(5000);
+    EXPECT_EQ(photo.shownFile, "");
+    EXPECT_EQ(photo.writes, before + 1);
+    machine.files.Write(Menu, "Dish\nsoup\n");
+    machine.loop.Advance(1000);
+    EXPECT_EQ(photo.shownFile, "/decks/soup") << "the same file as before";
+  }
+  // A source that fails says nothing about its values.
+  machine.files.files.erase(Menu);
+  machine.loop.Advance(1000);
+  EXPECT_EQ(photo.shownFile, "/decks/soup");
 }
 
 TEST_F(DrivenShapesTest, APictureThatCannotBeShownLeavesTheLastOneAndIsLoggedOnce) {

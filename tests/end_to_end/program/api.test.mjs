@@ -25,7 +25,7 @@ test("the state tells deck, position and every linked shape", async (t) => {
       {
         index: 1,
         hidden: false,
-        shapes: [shape("p1 Item", 1, "one"), shape("p2 Item", 2, "<b>two</b>"), shape("p3 Item", 3, " ")],
+        shapes: [shape("p1 Item", 1, "one"), shape("p2 Item", 2, "<b>two</b>"), shape("p3 Item", 3, null)],
       },
       {
         index: 2,
@@ -63,6 +63,10 @@ test("commands move the show, and events tell of it one by one", async (t) => {
   setValues(sandbox, "one", "changed");
   const { data } = await events.next("the new value", ({ event }) => event === "values", refresh);
   assert.deepEqual(data, [{ slide: 1, shapes: [{ name: "p2 Item", text: "changed" }] }]);
+  const seen = events.all.length;
+  setValues(sandbox, "one");
+  const gone = await events.next("its end", ({ event }, i) => event === "values" && i >= seen, refresh);
+  assert.deepEqual(gone.data, [{ slide: 1, shapes: [{ name: "p2 Item", text: null }] }]);
 
   await show.command("end");
   await until("the end of the stream", () => events.isOver);

@@ -238,6 +238,8 @@ test("a database is described, tested and listed", (t) => {
   const { rowCount, ...tested } = read("test", "--rows", 1);
   assert.deepEqual([rowCount, tested.columns, tested.rows], [2, columns, [["Rye", "4.8"]]]);
 
+  assert.deepEqual(read("preview").rows[1], ["Tart", null], "Null is no empty text");
+
   verb("set", "001", "--sql", "SELECT\nItem AS a, Price AS A FROM [two words]");
   assert.deepEqual(read("preview").columns, ["a", "A"]);
   assert.match(verb("test", "001"), /Several columns are named 'A'; links reach the first/);

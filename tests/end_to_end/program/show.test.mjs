@@ -51,7 +51,7 @@ describe("a show", { concurrency: 4 }, () => {
       const show = await sandbox.show(deck);
       const { slides } = await show.state();
       assert.ok(
-        slides.every(({ shapes }) => shapes.some(({ text }) => text.trim())),
+        slides.every(({ shapes }) => shapes.some(({ text }) => text?.trim())),
         name,
       );
       await show.command("next");
