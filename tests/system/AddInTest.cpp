@@ -7,6 +7,7 @@
 #include "addin/modErrors.h"
 #include "addin/modGlobalFunctions.h"
 #include "addin/modVersionSpecific.h"
+#include "basic/Strings.h"
 #include "fakes/FakeDatabase.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
@@ -52,16 +53,33 @@ TEST_F(AddInTest, LoadsAndUnloads) {
   EXPECT_TRUE(connect.Connected());
   ASSERT_NE(connect.Application(), nullptr);
   EXPECT_NE(host->sink, nullptr);
-  for (const char* line :
-       {"Event        OnConnection\r\n", "Information  Corvane Lumenfold 2000\r\n", "Information  /addin\r\n",
-        "Information  1.2.3\r\n", "Information  LF2000.Connect\r\n", "Information  Opening menu\r\n",
-        "Variable     InstallationOK:True\r\n", "Variable     StartupFailure:False\r\n"}) {
-    EXPECT_NE(DebugLog().find(line), std::string::npos) << line;
-  }
+  connect.OnStartupComplete();
+  connect.OnAddInsUpdate();
+  connect.OnBeginShutdown();
   connect.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
   EXPECT_EQ(connect.Application(), nullptr);
   EXPECT_EQ(host->sink, nullptr);
-  EXPECT_TRUE(DebugLog().ends_with("Information  Program shut down.\r\n"));
+  EXPECT_EQ(basic::Replace(DebugLog(), "2/3/2026 12:00:00 PM.000 ", ""),
+            "Event        OnConnection\r\n"
+            "Information  Corvane Lumenfold 2000\r\n"
+            "Information  lumenfold\r\n"
+            "Information  /addin\r\n"
+            "Information  1.2.3\r\n"
+            "Information  LF2000.Connect\r\n"
+            "Information  InitHandler\r\n"
+            "Information  InstallationOK\r\n"
+            "Variable     InstallationOK:True\r\n"
+            "Variable     StartupFailure:False\r\n"
+            "Information  Opening menu\r\n"
+            "Event        OnStartupComplete\r\n"
+            "Event        OnAddInsUpdate\r\n"
+            "Event        OnBeginShutdown\r\n"
+            "Event        OnDisconnection\r\n"
+            "Information  UnInitHandler\r\n"
+            "Information  ExcelStatus:FalseFalse\r\n"
+            "Information  unknown\r\n"
+            "Information  excelunavailable\r\n"
+            "Information  Program shut down.\r\n");
 }
 
 TEST_F(AddInTest, ADebugSettingThatIsNoBooleanLeavesTheLogOff) {
@@ -72,14 +90,19 @@ TEST_F(AddInTest, ADebugSettingThatIsNoBooleanLeavesTheLogOff) {
 }
 
 TEST_F(AddInTest, StaysInertInAnotherHost) {
-  host->version = "10.0.1";
+  for (const char* version : {"10.0.1", "90.1", "8", ""}) {
+    host->version = version;
+    Load();
+    EXPECT_TRUE(modVersionSpecific::StartupFailure) << version;
+    EXPECT_EQ(connect.Application(), nullptr) << version;
+    EXPECT_EQ(host->sink, nullptr);
+    EXPECT_TRUE(machine.messageBox.shown.empty());
+    connect.OnDisconnection(AddInDesigner::RemoveMode::UserClosed);
+    EXPECT_EQ(connect.Application(), nullptr);
+  }
+  host->version = "9";
   Load();
-  EXPECT_TRUE(modVersionSpecific::StartupFailure);
-  EXPECT_EQ(connect.Application(), nullptr);
-  EXPECT_EQ(host->sink, nullptr);
-  EXPECT_TRUE(machine.messageBox.shown.empty());
-  connect.OnDisconnection(AddInDesigner::RemoveMode::UserClosed);
-  EXPECT_EQ(connect.Application(), nullptr);
+  EXPECT_NE(connect.Application(), nullptr);
 }
 
 TEST_F(AddInTest, SaysThatDataObjectsAreMissing) {
@@ -107,19 +130,54 @@ TEST_F(AddInTest, OpeningFillsAndCountsAsSaved) {
   EXPECT_EQ(connect.Application()->Find(deck), nullptr);
 }
 
-TEST_F(AddInTest, SavingStoresNoLiveValues) {
+TEST_F(AddInTest, ANewPresentationIsKeptAndTheOnlyOneStartsTheListAfresh) {
+  Load();
+  const auto first = Deck();
+  const auto second = Deck();
+  const auto third = Deck();
+  host->sink->PresentationOpen(first);
+  host->openCount = 2;
+  host->sink->NewPresentation(second);
+  EXPECT_EQ(machine.loop.doEvents, 2);
+  EXPECT_EQ(second->slides[0]->shapes[0]->text, "3");
+  EXPECT_NE(connect.Application()->Find(first), nullptr);
+  EXPECT_NE(connect.Application()->Find(second), nullptr);
+  host->openCount = 1;
+  host->sink->NewPresentation(third);
+  EXPECT_EQ(connect.Application()->Find(first), nullptr);
+  EXPECT_EQ(connect.Application()->Find(second), nullptr);
+  EXPECT_NE(connect.Application()->Find(third), nullptr);
+}
+
+TEST_F(AddInTest, WhatOffLineGenerationOpensIsLeftAlone) {
+  machine.settings.info["Debug"] = "True";
+  Load();
+  modGlobalFunctions::OfflineGenerationActive = true;
+  const auto deck = Deck();
+  deck->saved = false;
+  host->sink->PresentationOpen(deck);
+  host->sink->NewPresentation(deck);
+  EXPECT_EQ(connect.Application()->Find(deck), nullptr);
+  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "x");
+  EXPECT_FALSE(deck->saved);
+  EXPECT_TRUE(DebugLog().ends_with("Information  New presentation due to offline generation\r\n"));
+}
+
+TEST_F(AddInTest, SavingStoresTheDisplayTypeAndNoLiveValues) {
   Load();
   const auto deck = Deck();
   host->sink->PresentationSave(deck);
   EXPECT_EQ(deck->saves, 0);
   host->sink->PresentationOpen(deck);
+  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "3");
+  connect.Application()->Find(deck)->DisplayType(3);
   std::string stored;
-  deck->onSave = [&] { stored = deck->slides[0]->shapes[0]->text; };
+  deck->onSave = [&] { stored = (*deck->tags)["CORVANE DISPLAYTYPE"] + deck->slides[0]->shapes[0]->text; };
   deck->saved = false;
   host->sink->PresentationSave(deck);
-  EXPECT_EQ(stored, " ");
+  EXPECT_EQ(stored, "3 ");
   EXPECT_EQ(deck->saves, 1);
-  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "3");
+  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "Price");
   EXPECT_TRUE(deck->saved);
 
   modGlobalFunctions::OfflineGenerationActive = true;
@@ -131,24 +189,80 @@ TEST_F(AddInTest, AShowRestoresThePresentationAtItsEnd) {
   Load();
   const auto deck = Deck();
   host->sink->PresentationOpen(deck);
-  deck->showType = PowerPoint::SlideShowType::Kiosk;
   deck->Add();
   const auto window = std::make_shared<fakes::Window>(deck);
-  host->sink->SlideShowBegin(window);
-  EXPECT_TRUE(modErrors::SlideShowRunning);
-  EXPECT_EQ(window->pointer, PowerPoint::SlideShowPointerType::AlwaysHidden);
-  ASSERT_NE(connect.Application()->Runtime(), nullptr);
-  EXPECT_EQ(machine.meter.log.front(), "show Opening presentation 1");
+  for (const bool saved : {true, false}) {
+    deck->saved = saved;
+    host->sink->SlideShowBegin(window);
+    EXPECT_TRUE(modErrors::SlideShowRunning);
+    ASSERT_NE(connect.Application()->Runtime(), nullptr);
 
-  deck->slides[1]->transition->hidden = true;
-  deck->saved = false;
-  host->sink->SlideShowEnd(deck);
-  EXPECT_FALSE(modErrors::SlideShowRunning);
-  EXPECT_FALSE(deck->slides[1]->transition->hidden);
-  EXPECT_TRUE(deck->saved);
+    deck->slides[1]->transition->hidden = true;
+    deck->saved = !saved;
+    host->sink->SlideShowEnd(deck);
+    EXPECT_FALSE(modErrors::SlideShowRunning);
+    EXPECT_FALSE(deck->slides[1]->transition->hidden);
+    EXPECT_EQ(deck->saved, saved);
+    EXPECT_EQ(connect.Application()->Runtime(), nullptr);
+    EXPECT_TRUE(machine.messageBox.shown.empty());
+    host->sink->SlideShowNextSlide(window);
+  }
+}
+
+TEST_F(AddInTest, OnlyAKioskShowHidesThePointer) {
+  Load();
+  const auto deck = Deck();
+  using PowerPoint::SlideShowPointerType;
+  for (const auto& [type, pointer] :
+       {std::pair{PowerPoint::SlideShowType::Kiosk, SlideShowPointerType::AlwaysHidden},
+        std::pair{PowerPoint::SlideShowType::Speaker, SlideShowPointerType::AutoArrow},
+        std::pair{PowerPoint::SlideShowType::Window, SlideShowPointerType::AutoArrow}}) {
+    deck->showType = type;
+    const auto window = std::make_shared<fakes::Window>(deck);
+    host->sink->SlideShowBegin(window);
+    EXPECT_EQ(window->pointer, pointer) << static_cast<int>(type);
+    host->sink->SlideShowEnd(deck);
+  }
+}
+
+TEST_F(AddInTest, TheMeterOfAShowIsHiddenByExactlyOne) {
+  Load();
+  const auto deck = Deck();
+  for (const char* hide : {"", "1", " 1", "True"}) {
+    machine.settings.info["HideProgressMeterOpen"] = hide;
+    machine.meter.log.clear();
+    host->sink->SlideShowBegin(std::make_shared<fakes::Window>(deck));
+    host->sink->SlideShowEnd(deck);
+    if (std::string_view(hide) == "1") {
+      EXPECT_TRUE(machine.meter.log.empty());
+    } else {
+      EXPECT_EQ(machine.meter.log, (std::vector<std::string>{"show Opening presentation 1",
+                                                             "Opening connection Prices", "step", "close"}))
+          << hide;
+    }
+  }
+}
+
+TEST_F(AddInTest, TheEndOfAShowBreaksOffWhatIsBeingRead) {
+  fakes::Database database;
+  machine.UseAdo(&database);
+  Load();
+  const auto deck = Deck();
+  deck->tags->items[1].second = "1\tStock\tDSN=stock\tStock\t\t100\t";
+  database.rows = {{"Tea", "3"}};
+  host->sink->SlideShowBegin(std::make_shared<fakes::Window>(deck));
+  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "3");
+
+  database.ticksToOpen = 1;  // a server that does not answer
+  int turns = 0;
+  machine.loop.onDoEvents = [&] {
+    if (++turns == 1) host->sink->SlideShowEnd(deck);
+    if (turns == 100) database.ticksToOpen = 0;
+  };
+  machine.loop.Advance(1000);
+  EXPECT_LT(turns, 100);
+  EXPECT_GT(turns, 0);
   EXPECT_EQ(connect.Application()->Runtime(), nullptr);
-  EXPECT_TRUE(machine.messageBox.shown.empty());
-  host->sink->SlideShowNextSlide(window);
 }
 
 TEST_F(AddInTest, AnUnlinkedShowHasNoRuntime) {

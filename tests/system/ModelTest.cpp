@@ -170,6 +170,29 @@ TEST_F(ModelTest, EverySourceTypeWritesItsOwnFields) {
   EXPECT_EQ(machine.messageBox.shown[0].text, "Error saving shape tags. \r\nthe tag cannot be added");
 }
 
+TEST_F(ModelTest, AnObjectFolderIsStoredOnceAndKeptOnlyWhenAssignedAgain) {
+  for (const char* none : {"-1", "-2"}) {
+    const auto shape = std::make_shared<fakes::Shape>("photo");
+    clsShape link;
+    link.ShapeItem(shape);
+    link.SourceType(3);
+    link.NewObjectFolder("pics");
+    link.NewObjectExtension("jpg");
+    link.SetShapeTags();
+    EXPECT_EQ((*shape->tags)["CORVANE COLUMN OBJECT FOLDER"], "pics");
+    EXPECT_EQ(link.ObjectFolder() + link.ObjectExtension(), "picsjpg");
+
+    link.SourceType(3);
+    if (std::string_view(none) == "-2") {
+      link.NewObjectFolder(none);
+      link.NewObjectExtension(none);
+    }
+    link.SetShapeTags();
+    EXPECT_EQ(shape->tags->Count(), 1) << none;
+    EXPECT_EQ(link.ObjectFolder() + link.ObjectExtension(), "") << none;
+  }
+}
+
 TEST_F(ModelTest, RemovingALinkLeavesForeignTags) {
   const auto shape = LinkedShape();
   clsShape link;
