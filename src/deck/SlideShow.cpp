@@ -19,6 +19,7 @@ class View final : public PowerPoint::SlideShowView {
   explicit View(std::shared_ptr<SlideShow> show) : show_(std::move(show)) {}
 
   [[nodiscard]] std::int32_t CurrentShowPosition() const override { return show_->position(); }
+  [[nodiscard]] PowerPoint::SlidesAhead SlidesAhead() const override { return show_->ahead(); }
   [[nodiscard]] std::shared_ptr<PowerPoint::Slide> Slide() override {
     if (show_->isAtEnd()) fail("No slide is on show: the show is at its end.");
     return show_->Presentation()->Slides()->Item(show_->position());
@@ -132,10 +133,21 @@ bool SlideShow::isEmpty() const {
   return !isVisible(place_) && !visibleAfter(place_) && !visibleBefore(place_);
 }
 
-std::optional<std::int32_t> SlideShow::following() const {
-  if (!isRunning_ || isAtEnd()) return std::nullopt;
-  const std::optional<std::size_t> place = visibleAfter(place_);
-  return place ? std::optional(order_[*place]) : std::nullopt;
+PowerPoint::SlidesAhead SlideShow::ahead() const {
+  PowerPoint::SlidesAhead ahead;
+  if (!isRunning_ || isAtEnd()) return ahead;
+  const std::size_t count = order_.size();
+  const std::optional<std::size_t> next = visibleAfter(place_);
+  if (next) ahead.Next = order_[*next];
+  std::size_t end = loops_ ? place_ + count : count;
+  if (next) end = *next > place_ ? *next : *next + count;
+  for (std::size_t place = place_ + 1; place < end; ++place)
+    ahead.PassedOver.push_back(order_[place % count]);
+  if (next || loops_) return ahead;
+  for (std::size_t place = place_; place > 0 && !isVisible(place - 1); --place) {
+    ahead.PassedOver.push_back(order_[place - 1]);
+  }
+  return ahead;
 }
 
 void SlideShow::next() {

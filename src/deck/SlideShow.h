@@ -80,7 +80,9 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   [[nodiscard]] std::size_t builtSteps() const { return builtSteps_; }
   /// The slide that next() would show once the present one is built up; nothing when that is the end slide or
   /// there is nowhere to go.
-  [[nodiscard]] std::optional<std::int32_t> following() const;
+  [[nodiscard]] std::optional<std::int32_t> following() const { return ahead().Next; }
+  /// The way there.
+  [[nodiscard]] PowerPoint::SlidesAhead ahead() const;
 
   // Once the show has ended these do nothing.
 

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/graph.h"
 
@@ -179,11 +181,24 @@ class Presentation {
   virtual void UpdateLinks() = 0;
 };
 
+/// Where a show goes from the slide on show, in its own order: a range of slides, a custom
+/// show, a loop. Slides by their indices.
+struct SlidesAhead {
+  /// What it shows next; nothing when it stays where it is, or ends.
+  std::optional<std::int32_t> Next;
+  /// The hidden slides that it passes over on the way. Where no slide is ahead, also those
+  /// behind the slide on show to which it may go back.
+  std::vector<std::int32_t> PassedOver;
+};
+
 class SlideShowView {
  public:
   virtual ~SlideShowView() = default;
   /// The index of the slide on show; count + 1 on the black end slide.
   [[nodiscard]] virtual std::int32_t CurrentShowPosition() const = 0;
+  /// As hidden and visible slides are now; nothing on the end slide. The object model knows the
+  /// settings that it follows from (SlideShowSettings, NamedSlideShows), not the way itself.
+  [[nodiscard]] virtual PowerPoint::SlidesAhead SlidesAhead() const = 0;
   /// The slide on show.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Slide> Slide() = 0;
   [[nodiscard]] virtual SlideShowPointerType PointerType() const = 0;

@@ -105,26 +105,35 @@ bool FrmRuntimeTimer::IsHidden(std::int32_t slide) const {
 }
 
 std::int32_t FrmRuntimeTimer::NextSlide(std::int32_t slide) const {
-  const auto count = static_cast<std::int32_t>(slideCount_);
-  for (std::int32_t step = 1; step < count; ++step) {
-    const std::int32_t candidate = (slide - 1 + step) % count + 1;
-    if (!IsHidden(candidate)) return candidate;
-  }
-  return slide;
+  const std::int32_t next = window_->View()->SlidesAhead().Next.value_or(slide);
+  return next <= slideCount_ ? next : slide;
 }
 
-template <typename Visit>
-void FrmRuntimeTimer::ForEachSlideUpToNext(Visit&& visit) const {
+std::vector<std::int32_t> FrmRuntimeTimer::PassedOverWithoutData() const {
+  std::vector<std::int32_t> slides = window_->View()->SlidesAhead().PassedOver;
+  std::erase_if(slides, [&](std::int32_t slide) {
+    return slide > slideCount_ || !slideInfo_[static_cast<std::size_t>(slide)].HideWhenNoData;
+  });
+  return slides;
+}
+
+std::vector<std::int32_t> FrmRuntimeTimer::SlidesToRequery() const {
+  std::vector<std::int32_t> slides;
+  const auto take = [&](std::int32_t first, std::int32_t last) {
+    for (std::int32_t slide = first; slide <= last; ++slide) slides.push_back(slide);
+  };
   const auto current = static_cast<std::int32_t>(currentSlide_);
-  const auto count = static_cast<std::int32_t>(slideCount_);
   const std::int32_t next = NextSlide(current);
   if (current < next) {
-    for (std::int32_t slide = current; slide <= next; ++slide) visit(slide);
-    return;
+    take(current, next);
+  } else {
+    // The show wraps round at its end, or stays on its last slide.
+    take(next, static_cast<std::int32_t>(slideCount_));
+    take(1, current);
   }
-  // The show wraps round at its end, or stays on its last slide.
-  for (std::int32_t slide = next; slide <= count; ++slide) visit(slide);
-  for (std::int32_t slide = 1; slide <= current; ++slide) visit(slide);
+  const std::vector<std::int32_t> more[] = {PassedOverWithoutData(), WatchedBesides(0, 0)};
+  for (const auto& each : more) slides.insert(slides.end(), each.begin(), each.end());
+  return slides;
 }
 
 std::vector<std::int32_t> FrmRuntimeTimer::WatchedBesides(std::int32_t current, std::int32_t next) const {
@@ -168,23 +177,16 @@ void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
 
 void FrmRuntimeTimer::RefreshData() {
   connectionsToRequery_.reset();
-  ForEachSlideUpToNext([&](std::int32_t slide) {
-    connectionsToRequery_ |= usedConnections_[static_cast<std::size_t>(slide)];
-  });
-  for (const std::int32_t slide : WatchedBesides(0, 0)) {
+  for (const std::int32_t slide : SlidesToRequery()) {
     connectionsToRequery_ |= usedConnections_[static_cast<std::size_t>(slide)];
   }
+  const std::vector<std::int32_t> passedOver = PassedOverWithoutData();
   for (const auto& [key, connection] : connections_) {
     const auto number = static_cast<std::size_t>(basic::CLng(key));
     if (connectionsToRequery_[number]) RequeryConnection(number);
     if (unloaded_) return;
   }
-  const auto current = static_cast<std::int32_t>(currentSlide_);
-  ForEachSlideUpToNext([&](std::int32_t slide) {
-    if (slide != current && slideInfo_[static_cast<std::size_t>(slide)].HideWhenNoData && IsHidden(slide)) {
-      RefreshSlide(static_cast<std::int16_t>(slide));
-    }
-  });
+  for (const std::int32_t slide : passedOver) RefreshSlide(static_cast<std::int16_t>(slide));
 }
 
 void FrmRuntimeTimer::RefreshSlide(std::int16_t slide) try {

@@ -66,9 +66,9 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   /// Switch `tmrConnections` and `tmrData` together.
   void EnableTimer();
   void DisableTimer();
-  /// Requeries the connections of the slides from the one on show to the next,
-  /// and examines the hidden slides between them anew, so that one whose data has
-  /// returned is shown again.
+  /// Requeries the connections of the slides from the one on show to the next, by
+  /// their indices, and of those that the show passes over because they have no data.
+  /// These are examined anew: one whose data have returned is shown again.
   void RefreshData();
   /// Recomputes every data shape of the slide and its no-data state.
   void RefreshSlide(std::int16_t slide);
@@ -103,8 +103,9 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] std::int32_t ShownPosition() const;
   [[nodiscard]] std::int32_t NextSlide(std::int32_t slide) const;
   [[nodiscard]] bool IsHidden(std::int32_t slide) const;
-  template <typename Visit>
-  void ForEachSlideUpToNext(Visit&& visit) const;
+  /// The slides that the show passes over because they had no data.
+  [[nodiscard]] std::vector<std::int32_t> PassedOverWithoutData() const;
+  [[nodiscard]] std::vector<std::int32_t> SlidesToRequery() const;
   /// The watched slides but for those two.
   [[nodiscard]] std::vector<std::int32_t> WatchedBesides(std::int32_t current, std::int32_t next) const;
   void RequeryConnection(std::size_t number);

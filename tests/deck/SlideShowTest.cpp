@@ -125,6 +125,36 @@ TEST_F(SlideShowTest, TakesTheWayThatSettingsAndHiddenSlidesLeave) {
   }
 }
 
+TEST_F(SlideShowTest, TellsTheWayAhead) {
+  const auto ahead = [&](std::int32_t slide) {
+    show_->goTo(slide);
+    const PowerPoint::SlidesAhead way = show_->View()->SlidesAhead();
+    std::string text = way.Next ? std::to_string(*way.Next) : "none";
+    for (const std::int32_t passed : way.PassedOver) text += " over " + std::to_string(passed);
+    return text;
+  };
+  begin("vhhvh");
+  EXPECT_EQ(ahead(1), "4 over 2 over 3");
+  EXPECT_EQ(ahead(4), "none over 5 over 3 over 2") << "it may go back";
+  show_->next();
+  ASSERT_TRUE(show_->isAtEnd());
+  EXPECT_EQ(show_->View()->SlidesAhead().Next, std::nullopt);
+
+  deck_ = DeckBuilder();
+  SlideShowOptions loop;
+  loop.loop = true;
+  begin("vhhvh", loop);
+  EXPECT_EQ(ahead(4), "1 over 5");
+  hide(1);
+  EXPECT_EQ(ahead(4), "none over 5 over 1 over 2 over 3");
+
+  deck_ = DeckBuilder();
+  loop.firstSlide = 2;
+  loop.lastSlide = 4;
+  begin("vhvvv", loop);
+  EXPECT_EQ(ahead(4), "3 over 2");
+}
+
 TEST_F(SlideShowTest, GoesWhereItIsTold) {
   begin("vhvhv");
   show_->last();

@@ -261,6 +261,20 @@ class Window final : public PowerPoint::SlideShowWindow,
     if (onPosition) onPosition();
     return position;
   }
+  /// Those of a show that loops over all slides.
+  PowerPoint::SlidesAhead SlidesAhead() const override {
+    PowerPoint::SlidesAhead ahead;
+    const std::int32_t count = presentation->Count();
+    for (std::int32_t step = 1; step < count && !ahead.Next; ++step) {
+      const std::int32_t slide = (position - 1 + step) % count + 1;
+      if (presentation->Item(slide)->SlideShowTransition()->Hidden()) {
+        ahead.PassedOver.push_back(slide);
+      } else {
+        ahead.Next = slide;
+      }
+    }
+    return ahead;
+  }
   std::shared_ptr<PowerPoint::Slide> Slide() override { return presentation->Item(position); }
   PowerPoint::SlideShowPointerType PointerType() const override { return pointer; }
   void PointerType(PowerPoint::SlideShowPointerType type) override { pointer = type; }
