@@ -5,12 +5,11 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <utility>
 
 #include "deck/Failure.h"
+#include "deck/SavingFile.h"
 
 namespace deck {
 namespace {
@@ -27,37 +26,9 @@ class Descriptor {
   Descriptor& operator=(const Descriptor&) = delete;
   [[nodiscard]] int get() const { return number_; }
   [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-  /// Some file systems tell only now that the disk is full.
-  [[nodiscard]] bool close() { return ::close(std::exchange(number_, -1)) == 0; }
 
  private:
   int number_;
-};
-
-/// A new file that is removed again unless it was renamed.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const fs::path& target)
-      : path_((target.parent_path() / ".lumenfold.XXXXXX").string()),
-        file_(::mkostemp(path_.data(), O_CLOEXEC)),
-        created_(file_.isOpen()) {}
-  ~TemporaryFile() {
-    if (created_ && !renamed_) ::unlink(path_.c_str());
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  Descriptor& file() { return file_; }
-  bool renameTo(const fs::path& target) {
-    renamed_ = ::rename(path_.c_str(), target.c_str()) == 0;
-    return renamed_;
-  }
-
- private:
-  std::string path_;
-  Descriptor file_;
-  bool created_;
-  bool renamed_ = false;
 };
 
 FileState stateOf(const struct stat& status) {
@@ -125,8 +96,8 @@ FileContent readFile(const std::string& path, std::uint64_t maximum) {
 FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected) {
   const fs::path target = resolved(path);
   struct stat old {};
-  const bool exists = ::stat(target.c_str(), &old) == 0;
-  if (exists) {
+  const auto look = [&] {
+    if (::stat(target.c_str(), &old) != 0) return false;
     if (!S_ISREG(old.st_mode)) failWrite(path, "it is no regular file");
     if (::access(target.c_str(), W_OK) != 0) failWrite(path, "the file is write-protected");
     if (expected != nullptr && stateOf(old) != *expected) {
@@ -134,23 +105,33 @@ FileState replaceFile(const std::string& path, std::string_view bytes, const Fil
                 "another program has changed the file since it was opened. Save under another name, or open "
                 "it again.");
     }
-  }
+    return true;
+  };
+  const bool exists = look();
+  removeAbandoned(target.parent_path());
 
-  TemporaryFile temporary(target);
-  Descriptor& file = temporary.file();
-  if (!file.isOpen()) {
+  SavingFile saving(target);
+  if (saving.descriptor() < 0) {
     failWrite(path, std::string("no file can be created in its folder: ") + std::strerror(errno));
   }
-  if (exists && ::fchown(file.get(), old.st_uid, old.st_gid) != 0) errno = 0;  // not allowed: stays ours
+  if (exists && ::fchown(saving.descriptor(), old.st_uid, old.st_gid) != 0)
+    errno = 0;  // not allowed: stays ours
   const mode_t mask = ::umask(0);
   ::umask(mask);
   const mode_t mode = exists ? old.st_mode & 07777U : 0666U & ~mask;
-  if (!writeAll(file.get(), bytes) || ::fchmod(file.get(), mode) != 0 || ::fsync(file.get()) != 0) {
+  struct stat written {};
+  if (!writeAll(saving.descriptor(), bytes) || ::fchmod(saving.descriptor(), mode) != 0 ||
+      ::fsync(saving.descriptor()) != 0 || ::fstat(saving.descriptor(), &written) != 0 || !saving.close()) {
     failWrite(path, std::strerror(errno));
   }
-  struct stat written {};
-  if (::fstat(file.get(), &written) != 0 || !file.close() || !temporary.renameTo(target)) {
-    failWrite(path, std::strerror(errno));
+  {
+    const SavingLock lock(target.parent_path());
+    if (lock.isBusy()) failWrite(path, "another program keeps its folder locked");
+    // Somebody may have saved while this was written.
+    const bool isThere = look();
+    if (!saving.renameTo(target, /*replacing=*/isThere || expected == nullptr)) {
+      failWrite(path, errno == EEXIST ? "another program has made the file anew" : std::strerror(errno));
+    }
   }
   flushFolder(target.parent_path());
   return stateOf(written);

@@ -32,9 +32,10 @@ FileContent readFile(const std::string& path,
 /// file or the new one: a new file beside it is flushed and renamed over it. The
 /// old file's mode stays, its owner when the system allows; a symbolic link is
 /// followed. With `expected`, an existing file in another state is left alone
-/// and an error thrown: another program wrote it. Returns the new state. On an
-/// error (full disk, read-only file or folder) the old file is whole and nothing
-/// is left behind.
+/// and an error thrown: another program wrote it. Of two programs of this machine
+/// that save at the same time the second gets this error. Returns the new state.
+/// On an error (full disk, read-only file or folder) the old file is whole and
+/// nothing is left behind; what killed saves left in the folder is removed.
 FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected = nullptr);
 
 }  // namespace deck

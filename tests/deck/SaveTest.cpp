@@ -1,11 +1,16 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
+#include <future>
+#include <thread>
 
 #include "deck/DeckBuilder.h"
 #include "deck/ErrorOf.h"
@@ -17,6 +22,7 @@ namespace deck::test {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -154,6 +160,44 @@ TEST_F(SaveTest, LeavesAFileAloneThatAnotherProgramHasWritten) {
   EXPECT_FALSE(presentation_->Saved());
   presentation_->SaveCopyAs((folder_.path() / "mine.pptx").string());
   EXPECT_EQ(textIn("mine.pptx"), "mine");
+}
+
+/// While somebody else is between their last look and their rename.
+TEST_F(SaveTest, OfTwoThatSaveAtTheSameTimeOneIsTold) {
+  for (const bool deckIsGone : {false, true}) {
+    setText("mine");
+    if (deckIsGone) fs::remove(path_);
+    const int folder = ::open(folder_.path().c_str(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(::flock(folder, LOCK_EX | LOCK_NB), 0);
+    auto error = std::async(std::launch::async, [&] { return errorOfSave(); });
+    const auto isWriting = [&] { return std::ranges::any_of(files(), [](auto& f) { return f[0] == '.'; }); };
+    while (!isWriting() && error.wait_for(0s) != std::future_status::ready) std::this_thread::yield();
+    static_cast<void>(folder_.write("theirs", original_));
+    fs::rename(folder_.path() / "theirs", path_);
+    ::close(folder);
+    EXPECT_THAT(error.get(), HasSubstr("another program has changed the file"));
+    EXPECT_EQ(folder_.read("deck.pptx"), original_);
+    EXPECT_THAT(files(), ElementsAre("deck.pptx"));
+  }
+}
+
+TEST_F(SaveTest, RemovesWhatKilledSavesLeft) {
+  using std::filesystem::last_write_time;
+  const auto leave = [&](const std::string& name, std::chrono::seconds age) {
+    const std::string path = folder_.write(name, "half a deck");
+    last_write_time(path, std::filesystem::file_time_type::clock::now() - age);
+    return ::open(path.c_str(), O_RDONLY);
+  };
+  ::close(leave(".lumenfold.a1B2c3", 120s));
+  ::close(leave(".lumenfold.recent", 0s));
+  ::close(leave(".lumenfold.notes.txt", 120s));
+  const int held = leave(".lumenfold.heldXX", 120s);
+  ASSERT_EQ(::flock(held, LOCK_SH), 0);
+  setText("new");
+  presentation_->Save();
+  EXPECT_THAT(files(),
+              ElementsAre(".lumenfold.heldXX", ".lumenfold.notes.txt", ".lumenfold.recent", "deck.pptx"));
+  ::close(held);
 }
 
 TEST_F(SaveTest, WritesAFileAnewThatIsGone) {
