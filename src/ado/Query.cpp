@@ -1,9 +1,10 @@
 #include "ado/Query.h"
 
 #include <new>
+#include <system_error>
 #include <utility>
 
-#include "ado/BackgroundThread.h"
+#include "process/BackgroundThread.h"
 
 namespace ado {
 
@@ -35,8 +36,8 @@ void Query::abandon(const std::shared_ptr<Query>& query, const std::string& why)
   query->slot_.stop();
   query->finish(std::nullopt, basic::Error(basic::AdapterError, "ADODB.Recordset", why));
   try {
-    startThread([query] { query->slot_.interrupt(); });
-  } catch (const basic::Error&) {
+    process::startThread([query] { query->slot_.interrupt(); });
+  } catch (const std::system_error&) {
     // Then the worker breaks off at the next row instead.
   }
 }

@@ -1,9 +1,10 @@
 #include "ado/Session.h"
 
 #include <new>
+#include <system_error>
 #include <utility>
 
-#include "ado/BackgroundThread.h"
+#include "process/BackgroundThread.h"
 
 namespace ado {
 
@@ -59,18 +60,21 @@ struct Session::Shared {
   }
 };
 
-std::shared_ptr<Session> Session::start(Target target, std::shared_ptr<EndingWorkers> ending) {
+std::shared_ptr<Session> Session::start(Target target, std::shared_ptr<EndingWorkers> ending) try {
   auto session = std::make_shared<Session>();
   session->shared_ = std::make_shared<Shared>();
   session->shared_->ending = std::move(ending);
   session->shown_ = target.shown;
   session->connectTimeout_ = target.connectTimeout;
   session->commandTimeout_ = target.commandTimeout;
-  startThread([shared = session->shared_, target = std::move(target)] {
+  process::startThread([shared = session->shared_, target = std::move(target)] {
     work(shared, target);
     shared->leave();
   });
   return session;
+} catch (const std::system_error& error) {
+  throw basic::Error(basic::AdapterError, "ADODB.Connection",
+                     std::string("No thread can be started for the database: ") + error.what() + ".");
 }
 
 void Session::work(const std::shared_ptr<Shared>& shared, const Target& target) try {

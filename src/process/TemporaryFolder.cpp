@@ -1,26 +1,70 @@
 #include "process/TemporaryFolder.h"
 
+#include <fcntl.h>
 #include <stdlib.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <ctime>
 #include <string>
+#include <string_view>
 
 namespace process {
+namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::string_view Prefix = "lumenfold.";
+constexpr std::string_view Unique = "XXXXXX";
+
+int openFolder(const fs::path& path) {
+  return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+}
+
+/// Of this user, locked by nobody, and not made just now by somebody who has yet
+/// to lock it.
+bool isAbandoned(int folder) {
+  constexpr std::time_t Old = 60;
+  struct stat status {};
+  return ::fstat(folder, &status) == 0 && status.st_uid == ::geteuid() &&
+         status.st_mtim.tv_sec + Old < std::time(nullptr) && ::flock(folder, LOCK_EX | LOCK_NB) == 0;
+}
+
+void removeAbandoned(const fs::path& among) {
+  std::error_code stopped;
+  for (fs::directory_iterator entry(among, stopped), end; !stopped && entry != end;
+       entry.increment(stopped)) {
+    const std::string name = entry->path().filename().string();
+    if (!name.starts_with(Prefix) || name.size() != Prefix.size() + Unique.size()) continue;
+    const int folder = openFolder(entry->path());
+    if (folder < 0) continue;
+    std::error_code ignored;
+    if (isAbandoned(folder)) fs::remove_all(entry->path(), ignored);
+    ::close(folder);
+  }
+}
+
+}  // namespace
+
 TemporaryFolder::TemporaryFolder() {
-  std::string name = (fs::temp_directory_path() / "lumenfold.XXXXXX").string();
+  const fs::path among = fs::temp_directory_path();
+  removeAbandoned(among);
+  std::string name = (among / std::string(Prefix).append(Unique)).string();
   if (::mkdtemp(name.data()) == nullptr) {
     throw fs::filesystem_error("no temporary folder can be made", name,
                                std::error_code(errno, std::generic_category()));
   }
   path_ = name;
+  lock_ = openFolder(path_);
+  if (lock_ >= 0) ::flock(lock_, LOCK_SH | LOCK_NB);
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);
+  if (lock_ >= 0) ::close(lock_);
 }
 
 }  // namespace process

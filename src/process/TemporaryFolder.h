@@ -5,7 +5,8 @@
 namespace process {
 
 /// A folder among the temporary files that goes with this object, with all that
-/// is in it.
+/// is in it. It is locked (flock) as long as it is in use; making one removes
+/// those of this user that a program left behind when it was killed.
 class TemporaryFolder {
  public:
   /// Makes it, for this user alone. Throws std::filesystem::filesystem_error.
@@ -18,6 +19,7 @@ class TemporaryFolder {
 
  private:
   std::filesystem::path path_;
+  int lock_ = -1;
 };
 
 }  // namespace process

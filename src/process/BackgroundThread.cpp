@@ -1,15 +1,12 @@
-#include "ado/BackgroundThread.h"
+#include "process/BackgroundThread.h"
 
 #include <pthread.h>
 #include <signal.h>
 
-#include <system_error>
 #include <thread>
 #include <utility>
 
-#include "basic/Error.h"
-
-namespace ado {
+namespace process {
 namespace {
 
 /// Blocks all signals of this thread, which its children inherit.
@@ -30,12 +27,9 @@ class WithoutSignals {
 
 }  // namespace
 
-void startThread(std::function<void()> work) try {
+void startThread(std::function<void()> work) {
   const WithoutSignals quiet;
   std::thread(std::move(work)).detach();
-} catch (const std::system_error& error) {
-  throw basic::Error(basic::AdapterError, "ADODB.Connection",
-                     std::string("No thread can be started for the database: ") + error.what() + ".");
 }
 
-}  // namespace ado
+}  // namespace process
