@@ -1,5 +1,7 @@
 #include "platform/EventLoop.h"
 
+#include <signal.h>
+
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
@@ -14,6 +16,21 @@
 namespace platform {
 
 namespace asio = boost::asio;
+
+namespace {
+
+/// Unless whoever started the program wants it to outlive the terminal (nohup).
+void addHangUp(asio::signal_set& signals) {
+  struct sigaction present {};
+  if (::sigaction(SIGHUP, nullptr, &present) != 0 || present.sa_handler == SIG_IGN) return;
+  signals.add(SIGHUP);
+  sigset_t hangUp;
+  sigemptyset(&hangUp);
+  sigaddset(&hangUp, SIGHUP);
+  pthread_sigmask(SIG_UNBLOCK, &hangUp, nullptr);
+}
+
+}  // namespace
 
 struct EventLoop::State {
   void waitForSignal() {
@@ -59,6 +76,7 @@ void EventLoop::onSignal(std::function<void(int)> handler) {
   if (!first) return;
   state_->signals.add(SIGINT);
   state_->signals.add(SIGTERM);
+  addHangUp(state_->signals);
   state_->waitForSignal();
 }
 

@@ -31,7 +31,8 @@ class EventLoop final : public host::Loop {
 
   /// Runs the handler from the loop, soon.
   void post(std::function<void()> handler);
-  /// Calls the handler for each SIGINT and SIGTERM from now on, from the loop.
+  /// Calls the handler for each SIGINT and SIGTERM from now on, from the loop; for
+  /// SIGHUP, too, also one that has waited (StartUp.h), unless it is ignored.
   void onSignal(std::function<void(int signal)> handler);
 
   /// Runs until stop(); what a handler throws comes out of it.

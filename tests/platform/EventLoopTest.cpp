@@ -1,10 +1,17 @@
 #include "platform/EventLoop.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <thread>
+#include <vector>
+
+#include "platform/StartUp.h"
 
 namespace platform {
 namespace {
@@ -167,6 +174,46 @@ TEST_F(EventLoopTest, SignalsComeThroughTheLoop) {
   std::raise(SIGTERM);
   loop_.run();
   EXPECT_EQ(signals, (std::vector{SIGTERM, SIGINT}));
+}
+
+TEST_F(EventLoopTest, AHangUpWaitsForWhoTakesItUnlessItIsIgnored) {
+  const auto signalsOf = [&] {
+    prepareProcess();
+    std::raise(SIGHUP);
+    EventLoop loop;
+    std::vector<int> signals;
+    loop.onSignal([&](int signal) {
+      signals.push_back(signal);
+      if (signal == SIGTERM) loop.stop();
+    });
+    std::raise(SIGTERM);
+    loop.run();
+    return signals;
+  };
+  EXPECT_EQ(signalsOf(), (std::vector{SIGHUP, SIGTERM}));
+  std::signal(SIGHUP, SIG_IGN);
+  EXPECT_EQ(signalsOf(), std::vector{SIGTERM});
+  std::signal(SIGHUP, SIG_DFL);
+}
+
+TEST(StartUpTest, ClosedStandardDescriptorsAreOpenedOnNothing) {
+  const pid_t child = fork();
+  if (child == 0) {
+    close(STDIN_FILENO);
+    close(STDERR_FILENO);
+    prepareProcess();
+    struct stat nothing {};
+    struct stat input {};
+    struct stat error {};
+    stat("/dev/null", &nothing);
+    const bool areOpen = fstat(STDIN_FILENO, &input) == 0 && fstat(STDERR_FILENO, &error) == 0;
+    const bool areNothing = input.st_rdev == nothing.st_rdev && error.st_rdev == nothing.st_rdev;
+    const bool isPipeHarmless = std::signal(SIGPIPE, SIG_DFL) == SIG_IGN;
+    _exit(areOpen && areNothing && isPipeHarmless && open("/dev/null", O_RDONLY) > STDERR_FILENO ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
 }
 
 }  // namespace

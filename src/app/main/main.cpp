@@ -12,6 +12,7 @@
 #include "app/Output.h"
 #include "basic/Error.h"
 #include "platform/Console.h"
+#include "platform/StartUp.h"
 
 namespace {
 
@@ -31,6 +32,8 @@ int finishOutput() {
   if (std::cout) return 0;
   // The stream keeps no reason; asking once more gives it.
   if (::write(STDOUT_FILENO, "\n", 1) == 1) errno = EIO;
+  // Who has read enough ("| head") wants no words about it.
+  if (errno == EPIPE) return Failed;
   return complain(
       std::string("the answer cannot be written to standard output: ") + std::strerror(errno) + ".", Failed);
 }
@@ -88,6 +91,7 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::prepareProcess();
   try {
     return run(argc, argv);
   } catch (const basic::Error& error) {

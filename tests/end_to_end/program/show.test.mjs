@@ -29,7 +29,7 @@ describe("a show", { concurrency: 4 }, () => {
     assert.match(error, new RegExp(`^lumenfold: .*\\b${port}\\b.*in use.*--port.*\\n$`));
   });
 
-  for (const signal of ["SIGTERM", "SIGINT"]) {
+  for (const signal of ["SIGTERM", "SIGINT", "SIGHUP"]) {
     it(`${signal} ends a show with exit code 0, streams and all`, async (t) => {
       const sandbox = new Sandbox(t);
       const show = await sandbox.show(makeValueDeck(sandbox, "a"));
