@@ -34,7 +34,7 @@ class EventLoopTest : public testing::Test {
   }
   /// Runs the loop until it is so; a stalled machine gets its time.
   void runUntil(const std::function<bool()>& condition) {
-    const auto end = steady_clock::now() + std::chrono::seconds(20);
+    const auto end = steady_clock::now() + std::chrono::seconds(60);
     while (!condition() && steady_clock::now() < end) loop_.DoEvents();
     EXPECT_TRUE(condition());
   }
@@ -63,10 +63,12 @@ TEST_F(EventLoopTest, ALateTimerFiresOnce) {
   int fired = 0;
   const auto timer = started(200, [&] { ++fired; });
   std::this_thread::sleep_for(milliseconds(450));
+  const auto start = steady_clock::now();
   loop_.DoEvents();
   EXPECT_EQ(fired, 1);
   loop_.DoEvents();
-  EXPECT_EQ(fired, 1) << "the times that were missed must not follow";
+  EXPECT_LE(fired, 1 + (steady_clock::now() - start) / milliseconds(200))
+      << "the times that were missed must not follow";
 }
 
 TEST_F(EventLoopTest, AnIntervalCountsFromTheEndOfTheHandlerAndIsNeverShort) {
@@ -87,8 +89,10 @@ TEST_F(EventLoopTest, AChangeStartsTheIntervalAnew) {
   std::this_thread::sleep_for(milliseconds(160));
   timer->Enabled(false);
   timer->Enabled(true);  // the time that had passed is forgotten
+  const auto anew = steady_clock::now();
   loop_.DoEvents();
-  EXPECT_EQ(fired, 0);
+  EXPECT_LE(fired, (steady_clock::now() - anew) / milliseconds(150));
+  fired = 0;
   std::this_thread::sleep_for(milliseconds(160));
   timer->Interval(100'000);
   loop_.DoEvents();

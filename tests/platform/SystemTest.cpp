@@ -48,7 +48,7 @@ TEST_F(SystemTest, ShellStartsWhatThePathHas) {
   const auto argumentFor = [&](const char* file) {
     std::filesystem::remove(said);
     EXPECT_TRUE(shell.ShellExecute("open", file, 5));
-    for (int i = 0; i < 500 && !std::filesystem::exists(said); ++i) {
+    for (int i = 0; i < 6000 && !std::filesystem::exists(said); ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return read(said);

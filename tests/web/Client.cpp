@@ -12,7 +12,7 @@ namespace asio = boost::asio;
 using boost::system::error_code;
 
 bool runUntil(asio::io_context& loop, const std::function<bool()>& done) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   while (!done()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
     loop.restart();

@@ -208,12 +208,15 @@ TEST_F(ServerTest, TakesOnlySoManyConnections) {
 
 TEST_F(ServerTest, HangsUpOnConnectionsThatSayNothing) {
   options.requestTimeout = std::chrono::milliseconds(20);
-  options.idleTimeout = std::chrono::milliseconds(20);
   Client silent = connect();
   EXPECT_EQ("", silent.receiveAll());
   Client slow = connect();
   slow.send("GET / HTTP/1.1\r\nHo");
   EXPECT_EQ("", slow.receiveAll());
+}
+
+TEST_F(ServerTest, HangsUpOnConnectionsThatAskNoMore) {
+  options.idleTimeout = std::chrono::milliseconds(20);
   Client idle = connect();
   EXPECT_EQ(200, idle.get("/healthz").status);
   EXPECT_EQ("", idle.receiveAll());

@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <iterator>
@@ -112,11 +116,21 @@ TEST(Conversion, FailsWithTheReason) {
 }
 
 TEST(Conversion, IsEndedWhenItTakesTooLong) {
-  StandIn slow("sh -c 'sleep 0.4; touch late' & wait\n");
-  slow.options.timeout = std::chrono::milliseconds(100);
+  StandIn slow("sh -c 'exec 3>alive; sleep 3600' & wait\n");
+  slow.options.timeout = std::chrono::milliseconds(500);
+  const std::string pipe = (slow.folder.path() / "alive").string();
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const int alive = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(alive, 0);
   EXPECT_THAT(slow.error(), ::testing::HasSubstr("LibreOffice did not convert it within 1 s"));
-  std::this_thread::sleep_for(std::chrono::milliseconds(600));
-  EXPECT_FALSE(fs::exists(slow.folder.path() / "late")) << "what it started is killed with it";
+  // What it started is killed with it: nobody holds the pipe.
+  const auto isHeld = [&] {
+    char byte = 0;
+    return ::read(alive, &byte, 1) < 0 && errno == EAGAIN;
+  };
+  for (int i = 0; i < 12'000 && isHeld(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  EXPECT_FALSE(isHeld());
+  ::close(alive);
 }
 
 TEST(Conversion, ByLibreOfficeShowsTheSame) {

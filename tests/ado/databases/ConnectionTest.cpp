@@ -100,7 +100,7 @@ TEST(Connection, IsAbandonedWhileItIsBusyWithoutWaiting) {
   const auto recordset = Factory().CreateRecordset();
   auto connection = postgres().connected();
   recordset->ActiveConnection(connection);
-  recordset->Open("SELECT pg_sleep(20), 'abandoned' AS mark", ADODB::adOpenUnspecified,
+  recordset->Open("SELECT pg_sleep(3600), 'abandoned' AS mark", ADODB::adOpenUnspecified,
                   ADODB::adLockUnspecified, 16);
   const auto isRunning = [] {
     return value(*postgres().opened("SELECT count(*)::text AS n FROM pg_stat_activity WHERE query LIKE "
@@ -110,14 +110,12 @@ TEST(Connection, IsAbandonedWhileItIsBusyWithoutWaiting) {
   while (isRunning() == "0") std::this_thread::sleep_for(std::chrono::milliseconds(5));
   EXPECT_EQ(recordset->State(), ADODB::adStateFetching);
 
-  const auto start = Clock::now();
   connection->Close();
   EXPECT_THAT(errorOf([&] { (void)recordset->State(); }), HasSubstr("The connection was closed"));
   recordset->Close();
   EXPECT_EQ(recordset->State(), ADODB::adStateClosed);
   // The server has been told, too.
   while (isRunning() != "0") std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
 }
 
 TEST(Connection, FactoryWaitsForWorkersThatEnd) {
@@ -208,9 +206,10 @@ TEST(Connection, GivesUpAServerThatSaysNothing) {
     opening(text)->Close();
     EXPECT_THAT(openingError(text), HasSubstr("Cannot open the connection"));
   }
-  EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
+  // Without a timeout of their own the drivers would wait for minutes.
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(60));
   // Nor does a thread wait on for it, or there would be more with every try.
-  while (threads() > before && Clock::now() - start < std::chrono::seconds(20)) {
+  while (threads() > before && Clock::now() - start < std::chrono::seconds(120)) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
   }
   EXPECT_LE(threads(), before);

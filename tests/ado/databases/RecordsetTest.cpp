@@ -175,18 +175,15 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Slow{&sqlite,
                          "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c LIMIT "
                          "1000000000) SELECT x FROM c WHERE x % 100000 = 0"},
-                    Slow{&postgres, "SELECT pg_sleep(20)"}, Slow{&maria, "SELECT sleep(20)"}));
+                    Slow{&postgres, "SELECT pg_sleep(3600)"}, Slow{&maria, "SELECT sleep(3600)"}));
 
 TEST_P(SlowQuery, LeavesTheLoopFreeAndCanBeClosed) {
   const auto connection = server_.connected();
   const auto recordset = opening(connection, GetParam().statement);
-  const auto start = std::chrono::steady_clock::now();
-  int looks = 0;
-  for (; std::chrono::steady_clock::now() - start < std::chrono::milliseconds(100); ++looks) {
+  for (int look = 0; look < 10'000; ++look) {
     ASSERT_EQ(recordset->State(), ADODB::adStateFetching);
     ASSERT_EQ(connection->State(), ADODB::adStateOpen);
   }
-  EXPECT_GT(looks, 1000);
   const std::string executing = "Operation cannot be performed while executing asynchronously.";
   EXPECT_EQ(errorOf([&] { (void)recordset->RecordCount(); }), executing);
   EXPECT_EQ(errorOf([&] { recordset->ActiveConnection(nullptr); }), executing);

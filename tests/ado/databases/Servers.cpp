@@ -54,11 +54,11 @@ std::filesystem::path newFolder() {
 
 template <typename Object>
 int waitWhileState(Object& object, std::int32_t state) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(120);
   for (int looks = 1;; ++looks) {
     if (object.State() != state) return looks;
     if (std::chrono::steady_clock::now() > end)
-      fail("State stayed " + std::to_string(state) + " for 20 seconds.");
+      fail("State stayed " + std::to_string(state) + " for two minutes.");
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
 }
@@ -174,7 +174,7 @@ std::string ProcessServer::log() const {
 }
 
 void ProcessServer::waitForAnswers() const {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(120);
   while (true) {
     try {
       return execute("SELECT 1");

@@ -28,11 +28,13 @@ test("a screen tells what it has painted, and how long after the change", async 
   const first = await painted(() => true);
   assert.equal(first.painted.slide, 1);
   assert.equal(first.painted.delay, null, "what was there before the screen has no delay");
+  const changed = Date.now();
   setValues(sandbox, "one", "changed");
   await waitForText(page, elementId(deck, 1, "p2 Item"), "changed", refresh);
   const second = await painted(({ sequence }) => sequence > first.painted.sequence);
   assert.equal(second.painted.sequence, second.newest);
-  assert.ok(second.painted.delay > 0 && second.painted.delay < 2, `${second.painted.delay} s`);
+  const { delay } = second.painted;
+  assert.ok(delay > 0 && delay < (Date.now() - changed) / 1000, `${delay} s`);
   assert.equal(await sample(show, "lumenfold_screen_paint_delay_seconds_count"), 1);
   assert.equal(await sample(show, "lumenfold_screens"), 1);
   await page.close();
@@ -66,11 +68,10 @@ test("data that do not come are marked, blanked or kept, as the operator wants",
             const [connection] = (await health(show)).connections;
             return connection.stale === expected && connection;
           },
-          10000,
         );
       const good = await isStale(false);
       // A file that has not changed has been delivered all the same.
-      await until("another look", async () => (await health(show)).connections[0].deliveries > good.deliveries + 3, 10000);
+      await until("another look", async () => (await health(show)).connections[0].deliveries > good.deliveries + 3);
       await isStale(false);
       assert.deepEqual(await looks(), { isMarked: false, isBlank: false });
 

@@ -38,7 +38,7 @@ for (const signal of ["SIGKILL", "SIGTERM"]) {
 
     setValues(sandbox, "after", "stays");
     const next = await sandbox.show(deck, "--port", show.port);
-    await waitForText(page, elementId(deck, 1, "p1 Item"), "after", 15000);
+    await waitForText(page, elementId(deck, 1, "p1 Item"), "after");
     setValues(sandbox, "live again", "stays");
     await waitForText(page, elementId(deck, 1, "p1 Item"), "live again", refresh);
     await next.command("next");
@@ -92,7 +92,7 @@ test("a screen that was cut off catches up with what it has missed", async (t) =
   await until("the missed value", async () => (await show.text(1, "p1 Item")) === "missed", refresh);
   await show.command("goto/2");
   cut(false);
-  await waitForSlide(page, 2, 15000);
+  await waitForSlide(page, 2);
   await show.command("goto/1");
   await waitForSlide(page, 1);
   assert.equal(await shownText(page, elementId(deck, 1, "p1 Item")), "missed");

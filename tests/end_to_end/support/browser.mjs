@@ -2,6 +2,7 @@
 
 import { after, before } from "node:test";
 import { chromium } from "playwright-core";
+import { patience } from "./wait.mjs";
 
 const executablePath = process.env.CHROMIUM || "/usr/bin/chromium";
 let browser;
@@ -29,12 +30,17 @@ export function useBrowser() {
 
 // Opens a screen in a profile of its own. What must never happen on a screen is
 // gathered in page.faults: scripts that fail, dialogs, pages that load anew.
-export async function openScreen(t, url, options = {}) {
+// With `isClockHeld` the page's clock and timers stand until page.clock.runFor() moves them.
+export async function openScreen(t, url, { isClockHeld = false, ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1280, height: 720 }, ...options });
   t.after(() => context.close());
   const page = await context.newPage();
-  page.setDefaultTimeout(10000);
+  page.setDefaultTimeout(patience);
   page.faults = [];
+  if (isClockHeld) {
+    await page.clock.install({ time: "2026-01-05T09:00:00Z" });
+    await page.clock.pauseAt("2026-01-05T09:00:01Z");
+  }
   page.on("pageerror", (error) => page.faults.push(`error: ${error}`));
   page.on("dialog", (dialog) => {
     page.faults.push(`dialog: ${dialog.message()}`);
@@ -52,7 +58,7 @@ export function shownText(page, id) {
   return page.evaluate((name) => document.getElementById(name)?.innerText.trim(), id);
 }
 
-export function waitForText(page, id, text, timeout = 10000) {
+export function waitForText(page, id, text, timeout = patience) {
   return page.waitForFunction(
     ([name, wanted]) => document.getElementById(name)?.innerText.trim() === wanted,
     [id, text],
@@ -60,7 +66,7 @@ export function waitForText(page, id, text, timeout = 10000) {
   );
 }
 
-export function waitForSlide(page, slide, timeout = 10000) {
+export function waitForSlide(page, slide, timeout = patience) {
   return page.waitForFunction(
     (id) => document.querySelector(".frame.current > .slide")?.id === id,
     `s${slide}`,

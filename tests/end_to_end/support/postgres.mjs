@@ -60,14 +60,13 @@ export class Postgres {
         if (this.process.exitCode !== null) throw new Error(readFileSync(join(this.folder, "log"), "utf8"));
         return this.#psql("SELECT 1").status === 0;
       },
-      30000,
     );
   }
 
   // At once, whoever is connected.
   async stop() {
     this.process.kill("SIGINT");
-    await within("the end of the server", this.ended, 20000);
+    await within("the end of the server", this.ended);
   }
 
   async remove() {

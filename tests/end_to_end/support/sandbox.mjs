@@ -18,6 +18,7 @@ import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { fileURLToPath } from "node:url";
 import { Show } from "./show.mjs";
+import { patience } from "./wait.mjs";
 
 const samples = fileURLToPath(new URL("../../../samples/", import.meta.url));
 
@@ -94,7 +95,7 @@ export class Sandbox {
   // `environment` adds to the program's own; `before` is a command line that runs it.
   runWith({ environment = {}, before = [], cwd = this.folder }, ...args) {
     const [command, ...rest] = [...before, this.program, ...args.map(String)];
-    const options = { cwd, env: { ...this.environment, ...environment }, encoding: "utf8", timeout: 20000 };
+    const options = { cwd, env: { ...this.environment, ...environment }, encoding: "utf8", timeout: patience };
     const { status, signal, stdout, stderr, error } = spawnSync(command, rest, options);
     if (error) throw error;
     return { code: status, signal, out: stdout, error: stderr };

@@ -2,7 +2,7 @@
 
 import { spawn } from "node:child_process";
 import { request } from "node:http";
-import { until, within } from "./wait.mjs";
+import { patience, until, within } from "./wait.mjs";
 import { EventLog } from "./events.mjs";
 
 export class Show {
@@ -58,7 +58,7 @@ export class Show {
         path,
         headers,
         agent: false,
-        timeout: 10000,
+        timeout: patience,
       };
       const asked = request(options, (response) => {
         let text = "";
