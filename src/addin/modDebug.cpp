@@ -27,6 +27,7 @@ std::string_view Label(DebugKind kind) {
 void Reset() {
   DebugOn = false;
   DebugLogStarted = false;
+  DebugLogSize = 0;
 }
 
 std::string DebugLogFile() {
@@ -36,14 +37,9 @@ std::string DebugLogFile() {
 
 void WriteDebugLog(DebugKind kind, std::string_view /*module*/, std::string_view text) {
   if (!DebugOn) return;
-  const std::string path = DebugLogFile();
-  if (!DebugLogStarted) {
-    modGlobalFunctions::IgnoreErrors([&] { host::Current().files->Kill(path); });
-    DebugLogStarted = true;
-  }
   std::string body(Label(kind));
   body.append(" ").append(text);
-  modErrors::AppendLogLine(path, body);
+  modErrors::WriteLogLine(DebugLogFile(), DebugLogStarted, DebugLogSize, body);
 }
 
 }  // namespace LF2000::modDebug

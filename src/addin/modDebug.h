@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -12,6 +13,8 @@ enum class DebugKind : std::int32_t { Event = 0, Variable = 1, Information = 2, 
 
 inline bool DebugOn = false;
 inline bool DebugLogStarted = false;
+/// Bytes that this process has written to it since it was begun anew.
+inline std::size_t DebugLogSize = 0;
 
 /// Puts the module's state back to what it is when the add-in is loaded.
 void Reset();

@@ -73,6 +73,7 @@ std::string_view MessageText(std::int32_t code) {
 void Reset() {
   LastError = {};
   ErrorsLogStarted = false;
+  ErrorsLogSize = 0;
   ErrorsOccurred = false;
   SlideShowRunning = false;
 }
@@ -127,12 +128,7 @@ std::string ErrorLogFile() {
 }
 
 void WriteErrorLog(std::string_view text) {
-  const std::string path = ErrorLogFile();
-  if (!ErrorsLogStarted) {
-    modGlobalFunctions::IgnoreErrors([&] { host::Current().files->Kill(path); });
-    ErrorsLogStarted = true;
-  }
-  AppendLogLine(path, text);
+  WriteLogLine(ErrorLogFile(), ErrorsLogStarted, ErrorsLogSize, text);
   ErrorsOccurred = true;
 }
 
@@ -142,17 +138,41 @@ void OpenErrorLog() {
       [] { host::Current().shell->ShellExecute("open", ErrorLogFile(), SW_SHOW); });
 }
 
-void AppendLogLine(const std::string& path, std::string_view text) {
+std::size_t AppendLogLine(const std::string& path, std::string_view text) {
+  std::string line;
   modGlobalFunctions::IgnoreErrors([&] {
     const host::Services& services = host::Current();
     const float a = services.clock->Timer();
     const float b = services.clock->Timer();
     const auto milliseconds = static_cast<std::int32_t>((a - std::floor(b)) * 1000.0F);
     const std::string padded = (basic::CStr(milliseconds) + "000").substr(0, 3);
-    std::string line = basic::Format(services.clock->Now(), "c");
+    line = basic::Format(services.clock->Now(), "c");
     line.append(".").append(padded).append(" ").append(text).append("\r\n");
     services.files->Append(path, line);
   });
+  return line.size();
+}
+
+std::string OlderLogFile(const std::string& path) {
+  std::string older = path;
+  return older.insert(path.rfind('.'), ".1");
+}
+
+void WriteLogLine(const std::string& path, bool& started, std::size_t& size, std::string_view text) {
+  host::Files& files = *host::Current().files;
+  const auto remove = [&](const std::string& file) {
+    modGlobalFunctions::IgnoreErrors([&] { files.Kill(file); });
+  };
+  const bool isFull = started && size + text.size() > LongestLog;
+  if (!started || isFull) {
+    remove(OlderLogFile(path));
+    if (isFull) modGlobalFunctions::IgnoreErrors([&] { files.Name(path, OlderLogFile(path)); });
+    // Where it could not make way, its lines are given up rather than the disk.
+    remove(path);
+    started = true;
+    size = 0;
+  }
+  size += AppendLogLine(path, text);
 }
 
 }  // namespace LF2000::modErrors

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -64,6 +65,8 @@ struct ErrorRecord {
 
 inline ErrorRecord LastError;
 inline bool ErrorsLogStarted = false;
+/// Bytes that this process has written to the errors log since it was begun anew.
+inline std::size_t ErrorsLogSize = 0;
 /// Set by every write to the errors log, cleared when a slide show begins.
 inline bool ErrorsOccurred = false;
 inline bool SlideShowRunning = false;
@@ -96,7 +99,16 @@ void WriteErrorLog(std::string_view text);
 void OpenErrorLog();
 
 /// Appends one line with its time stamp to a log file. The milliseconds are
-/// padded on the right: 5 ms is written 500.
-void AppendLogLine(const std::string& path, std::string_view text);
+/// padded on the right: 5 ms is written 500. Returns the bytes written.
+std::size_t AppendLogLine(const std::string& path, std::string_view text);
+
+/// What a log file holds before its lines make way, in bytes.
+inline constexpr std::size_t LongestLog = std::size_t{1} << 20U;
+/// Where older lines of the process go: "errors.1.txt" of "errors.txt".
+[[nodiscard]] std::string OlderLogFile(const std::string& path);
+/// Appends a line to a log that each process starts afresh and that never grows
+/// beyond LongestLog: then it becomes the older one, in whose place it goes.
+/// `started` and `size` are the log's.
+void WriteLogLine(const std::string& path, bool& started, std::size_t& size, std::string_view text);
 
 }  // namespace LF2000::modErrors

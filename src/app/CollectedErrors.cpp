@@ -44,7 +44,12 @@ void CollectedErrors::LogAside::Append(std::string_view path, std::string_view t
 }
 
 void CollectedErrors::LogAside::Kill(std::string_view path) {
-  if (path != LF2000::modErrors::ErrorLogFile()) files_.Kill(path);
+  const std::string log = LF2000::modErrors::ErrorLogFile();
+  if (path != log && path != LF2000::modErrors::OlderLogFile(log)) files_.Kill(path);
+}
+
+void CollectedErrors::LogAside::Name(std::string_view path, std::string_view newPath) {
+  if (path != LF2000::modErrors::ErrorLogFile()) files_.Name(path, newPath);
 }
 
 }  // namespace app

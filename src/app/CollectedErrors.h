@@ -29,6 +29,7 @@ class CollectedErrors {
     }
     void Append(std::string_view path, std::string_view text) override;
     void Kill(std::string_view path) override;
+    void Name(std::string_view path, std::string_view newPath) override;
     [[nodiscard]] basic::Date FileDateTime(std::string_view path) const override {
       return files_.FileDateTime(path);
     }

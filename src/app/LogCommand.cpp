@@ -12,6 +12,21 @@
 
 namespace app {
 
+namespace {
+
+/// False when there is no such file.
+bool print(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return false;
+  for (std::string line; std::getline(file, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    std::cout << platform::forTerminal(line) << '\n';
+  }
+  return true;
+}
+
+}  // namespace
+
 void addLogCommand(CLI::App& program, Environment&) {
   struct LogOptions {
     bool debug = false;
@@ -27,15 +42,8 @@ void addLogCommand(CLI::App& program, Environment&) {
         options->debug ? LF2000::modDebug::DebugLogFile() : LF2000::modErrors::ErrorLogFile();
     std::cout << path << '\n';
     if (options->pathOnly) return;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-      std::cout << "(nothing was logged yet)\n";
-      return;
-    }
-    for (std::string line; std::getline(file, line);) {
-      if (line.ends_with('\r')) line.pop_back();
-      std::cout << platform::forTerminal(line) << '\n';
-    }
+    const bool hasOlder = print(LF2000::modErrors::OlderLogFile(path));
+    if (!print(path) && !hasOlder) std::cout << "(nothing was logged yet)\n";
   });
 }
 

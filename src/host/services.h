@@ -77,7 +77,11 @@ class Files {
   virtual void Append(std::string_view path, std::string_view text) = 0;
   /// Deletes a file; a missing one is an error.
   virtual void Kill(std::string_view path) = 0;
-  /// FileDateTime, to the finest resolution that the file system keeps.
+  /// Renames a file; one of the new name must not be there.
+  virtual void Name(std::string_view path, std::string_view newPath) = 0;
+  /// FileDateTime, to the finest resolution that the file system keeps. A file
+  /// that was changed in another way (size, place on the disk, status) and says
+  /// the same time as before gets another fraction of the same second.
   [[nodiscard]] virtual basic::Date FileDateTime(std::string_view path) const = 0;
   /// The path as this system knows it.
   [[nodiscard]] virtual std::string LocalPath(std::string_view path) const = 0;
@@ -180,6 +184,8 @@ class Registry {
   virtual std::int32_t DeleteValue(Key key, std::string_view name) = 0;
 };
 
+class Drives;
+
 /// Everything a host supplies. The host keeps the objects alive for as long as
 /// the system runs.
 struct Services {
@@ -195,6 +201,8 @@ struct Services {
   ADODB::Factory* ado = nullptr;
   /// Null where there are no worksheets.
   Excel::Factory* excel = nullptr;
+  /// Null where no drive needs care (host/drives.h).
+  Drives* drives = nullptr;
 };
 
 /// The services in force, set once by the program (or anew by each test).

@@ -36,6 +36,15 @@ void Files::Kill(std::string_view path) {
   if (::unlink(file.c_str()) != 0) failOnFile(file, "deleted", errno);
 }
 
+void Files::Name(std::string_view path, std::string_view newPath) {
+  const std::string file = paths_.translate(path);
+  const std::string renamed = paths_.translate(newPath);
+  const bool isTaken = ::access(renamed.c_str(), F_OK) == 0;
+  if (isTaken || ::rename(file.c_str(), renamed.c_str()) != 0) {
+    failOnFile(file, "renamed to '" + renamed + "'", isTaken ? EEXIST : errno);
+  }
+}
+
 basic::Date Files::FileDateTime(std::string_view path) const {
   const std::string file = paths_.translate(path);
   struct stat status {};

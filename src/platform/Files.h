@@ -17,6 +17,7 @@ class Files final : public host::Files {
   [[nodiscard]] std::unique_ptr<host::InputFile> OpenForInput(std::string_view path) override;
   void Append(std::string_view path, std::string_view text) override;
   void Kill(std::string_view path) override;
+  void Name(std::string_view path, std::string_view newPath) override;
   /// Of the last change, to a microsecond.
   [[nodiscard]] basic::Date FileDateTime(std::string_view path) const override;
   [[nodiscard]] std::string LocalPath(std::string_view path) const override;

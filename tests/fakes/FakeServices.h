@@ -147,6 +147,12 @@ class Files final : public host::Files {
     Get(path);
     files.erase(std::string(path));
   }
+  void Name(std::string_view path, std::string_view newPath) override {
+    if (files.contains(std::string(newPath))) throw basic::Error(58, "fake files", "File already exists");
+    File& file = files[std::string(newPath)];
+    file = std::move(Get(path));
+    files.erase(std::string(path));
+  }
   basic::Date FileDateTime(std::string_view path) const override {
     return {const_cast<Files*>(this)->Get(path).date};
   }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "addin/modBrowsers.h"
 #include "addin/modDebug.h"
 #include "addin/modErrors.h"
@@ -46,6 +48,37 @@ TEST_F(SupportTest, TheErrorsLogStartsAfreshOnce) {
   modErrors::WriteErrorLog("first");
   modErrors::WriteErrorLog("second");
   EXPECT_EQ(ErrorsLog(), "2/3/2026 12:00:00 PM.000 first\r\n2/3/2026 12:00:00 PM.000 second\r\n");
+}
+
+TEST_F(SupportTest, LogsKeepTheNewestLinesOfTheProcessAndNoMoreThanTwoFilesOfThem) {
+  auto& files = machine.files.files;
+  files["/addin/errors.1.txt"].content = "old run\r\n";
+  files["/addin/lumenfold.1.dbg"].content = "old run\r\n";
+  modDebug::DebugOn = true;
+  modErrors::WriteErrorLog("first");
+  modDebug::WriteDebugLog(DebugKind::Event, "Connect", "first");
+  EXPECT_FALSE(files.contains("/addin/errors.1.txt"));
+  EXPECT_FALSE(files.contains("/addin/lumenfold.1.dbg"));
+
+  const std::string text(1000, 'x');
+  std::string newest;
+  for (int i = 0; i < 4000; ++i) {
+    newest = std::to_string(i) + text;
+    modErrors::WriteErrorLog(newest);
+    modDebug::WriteDebugLog(DebugKind::Event, "Connect", newest);
+  }
+  for (const char* name : {"/addin/errors", "/addin/lumenfold"}) {
+    const bool isErrors = name == std::string_view("/addin/errors");
+    const std::string& present = files[name + std::string(isErrors ? ".txt" : ".dbg")].content;
+    const std::string& older = files[name + std::string(isErrors ? ".1.txt" : ".1.dbg")].content;
+    EXPECT_LE(present.size(), modErrors::LongestLog + 100) << name;
+    EXPECT_LE(older.size(), modErrors::LongestLog + 100) << name;
+    EXPECT_GT(older.size(), modErrors::LongestLog / 2) << "the line before the newest file is kept";
+    EXPECT_TRUE(present.ends_with(newest + "\r\n")) << name;
+    const std::size_t lines = static_cast<std::size_t>(std::ranges::count(present + older, '\n'));
+    EXPECT_NE((older + present).find(std::to_string(4000 - lines) + text), std::string::npos)
+        << "nothing is lost in between";
+  }
 }
 
 TEST_F(SupportTest, MillisecondsArePaddedOnTheRight) {
