@@ -21,6 +21,7 @@ Environment::Environment() {
   services.registry = &registry_;
   services.ado = &ado_;
   services.excel = &excel_;
+  services.drives = &drives_;
   host::Use(services);
 }
 

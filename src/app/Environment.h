@@ -9,6 +9,8 @@
 #include "platform/Files.h"
 #include "platform/MessageBox.h"
 #include "platform/Module.h"
+#include "platform/MountTable.h"
+#include "platform/NetworkDrives.h"
 #include "platform/PathRules.h"
 #include "platform/ProgressMeter.h"
 #include "platform/Registry.h"
@@ -58,6 +60,9 @@ class Environment {
 
   platform::EventLoop loop_;
   platform::SystemClock clock_;
+  platform::MountTable mounts_;
+  platform::NetworkDrives drives_{loop_, clock_,
+                                  [this](const std::string& path) { return mounts_.networkMountOf(path); }};
   platform::Settings settings_;
   platform::PathRules paths_{settings_};
   platform::Files files_{settings_};

@@ -171,7 +171,7 @@ class clsConnection {
   basic::Date recordsetStartTime_;
   std::shared_ptr<Excel::Workbook> workbook_;
   std::shared_ptr<Excel::Worksheet> worksheet_;
-  std::unique_ptr<host::InputFile> file_;
+  std::shared_ptr<host::InputFile> file_;
   basic::Date lastFileDate_;
   bool dataOpen_ = false;
   /// What was opened last has been read as well.

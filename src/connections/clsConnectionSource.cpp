@@ -160,8 +160,10 @@ void clsConnection::OpenRecordset() try {
 
 void clsConnection::OpenDataFile() try {
   if (!file_) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
+  // Reading may let the loop run, which may open the file anew.
+  const std::shared_ptr<host::InputFile> file = file_;
   host::TextTable table = ReadTextFile(
-      file_->ReadAll(), connectionFirstRowFieldNames_,
+      file->ReadAll(), connectionFirstRowFieldNames_,
       [](std::string_view remark) { Log(DebugKind::Information, "OpenDataFile:" + std::string(remark)); });
   auto recordset = host::Current().ado->CreateRecordset();
   recordset->Open(std::move(table));

@@ -4,12 +4,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 
 #include "deck/Failure.h"
 #include "deck/SavingFile.h"
+#include "host/drives.h"
 
 namespace deck {
 namespace {
@@ -70,7 +72,10 @@ fs::path resolved(const std::string& path) {
 
 }  // namespace
 
-FileContent readFile(const std::string& path, std::uint64_t maximum) {
+namespace {
+
+FileContent readWhole(const std::string& path, std::uint64_t maximum,
+                      const host::Drives::GettingOn& gettingOn) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failRead(path, std::strerror(errno));
@@ -81,16 +86,26 @@ FileContent readFile(const std::string& path, std::uint64_t maximum) {
                        std::to_string(maximum >> 20U) + " MB allowed");
   }
   FileContent content{std::string(static_cast<std::size_t>(status.st_size), '\0'), stateOf(status)};
+  constexpr std::size_t Piece = std::size_t{1} << 20U;
   std::size_t got = 0;
   while (got < content.bytes.size()) {
-    const ssize_t count = ::read(file.get(), content.bytes.data() + got, content.bytes.size() - got);
+    const ssize_t count =
+        ::read(file.get(), content.bytes.data() + got, std::min(content.bytes.size() - got, Piece));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) failRead(path, std::strerror(errno));
     if (count == 0) break;
     got += static_cast<std::size_t>(count);
+    gettingOn();
   }
   content.bytes.resize(got);
   return content;
+}
+
+}  // namespace
+
+FileContent readFile(const std::string& path, std::uint64_t maximum) {
+  return host::OnDrive(
+      path, [path, maximum](const auto& gettingOn) { return readWhole(path, maximum, gettingOn); });
 }
 
 FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected) {

@@ -24,7 +24,8 @@ struct FileContent {
 };
 
 /// Reads a whole regular file of at most `maximum` bytes. Throws basic::Error
-/// naming the file and why.
+/// naming the file and why. While a file on another machine is read, the loop runs
+/// (host/drives.h).
 FileContent readFile(const std::string& path,
                      std::uint64_t maximum = std::numeric_limits<std::uint64_t>::max());
 

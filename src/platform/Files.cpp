@@ -5,16 +5,45 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
+#include <utility>
 
+#include "host/drives.h"
 #include "platform/FileHandle.h"
 #include "platform/InputFile.h"
 #include "platform/LocalTime.h"
 
 namespace platform {
 
+namespace {
+
+/// A file of another machine, opened for each reading: a descriptor whose server
+/// is gone could not be closed without waiting for it.
+class DistantFile final : public host::InputFile {
+ public:
+  explicit DistantFile(std::string path) : path_(std::move(path)) {
+    host::OnDrive(path_, [path = path_](const auto&) {
+      const platform::InputFile probe(path);
+      return true;
+    });
+  }
+  [[nodiscard]] host::Bytes ReadAll() override {
+    return host::OnDrive(
+        path_, [path = path_](const auto& gettingOn) { return platform::InputFile(path).read(gettingOn); });
+  }
+
+ private:
+  std::string path_;
+};
+
+}  // namespace
+
 std::unique_ptr<host::InputFile> Files::OpenForInput(std::string_view path) {
-  return std::make_unique<InputFile>(paths_.translate(path));
+  std::string file = paths_.translate(path);
+  const host::Drives* const drives = host::Current().drives;
+  if (drives != nullptr && !drives->IsLocal(file)) return std::make_unique<DistantFile>(std::move(file));
+  return std::make_unique<InputFile>(std::move(file));
 }
 
 void Files::Append(std::string_view path, std::string_view text) {
@@ -46,16 +75,20 @@ void Files::Name(std::string_view path, std::string_view newPath) {
 }
 
 basic::Date Files::FileDateTime(std::string_view path) const {
-  const std::string file = paths_.translate(path);
-  struct stat status {};
-  if (::stat(file.c_str(), &status) != 0) failOnFile(file, "found", errno);
-  return localDate(status.st_mtim);
+  const PathRules::Search search = paths_.search(path);
+  const Seen seen = states_.at(std::string(path), search.path, [find = search.find] {
+    Seen found{find(), {}};
+    if (::stat(found.file.c_str(), &found.status) != 0) failOnFile(found.file, "found", errno);
+    return found;
+  });
+  return localDate(dates_.of(seen.file, seen.status));
 }
 
 std::string Files::LocalPath(std::string_view path) const { return paths_.translate(path); }
 
 std::string Files::FileWithin(std::string_view folder, std::string_view name) const {
-  return paths_.within(folder, name);
+  const PathRules::Search search = paths_.searchWithin(folder, name);
+  return places_.at(std::string(folder).append(1, '\n').append(name), search.path, search.find);
 }
 
 std::string Files::TempPath() const {

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <limits>
@@ -69,7 +70,7 @@ InputFile::InputFile(std::string path) : file_(std::move(path), O_RDONLY | O_NON
   const SharedLock probe(file_);
 }
 
-host::Bytes InputFile::ReadAll() {
+host::Bytes InputFile::read(const std::function<void()>& gettingOn) {
   const SharedLock lock(file_);
   const auto size = static_cast<std::uint64_t>(statusOf(file_).st_size);
   if (size > std::numeric_limits<std::uint32_t>::max()) {
@@ -77,12 +78,15 @@ host::Bytes InputFile::ReadAll() {
   }
   host::Bytes bytes{std::make_unique_for_overwrite<char[]>(size), 0};
   preferLargePages(bytes.data.get(), size);
+  constexpr std::size_t Piece = std::size_t{1} << 20U;
   while (bytes.size < size) {
-    const ssize_t count = ::pread(file_.descriptor(), bytes.data.get() + bytes.size, size - bytes.size,
-                                  static_cast<off_t>(bytes.size));
+    const ssize_t count =
+        ::pread(file_.descriptor(), bytes.data.get() + bytes.size,
+                std::min<std::size_t>(size - bytes.size, Piece), static_cast<off_t>(bytes.size));
     if (count == 0) break;  // it became shorter
     if (count > 0) {
       bytes.size += static_cast<std::size_t>(count);
+      gettingOn();
     } else if (errno != EINTR) {
       failOnFile(file_.path(), "read", errno);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "host/services.h"
 #include "platform/FileHandle.h"
 
@@ -11,7 +13,11 @@ class InputFile final : public host::InputFile {
   explicit InputFile(std::string path);
 
   /// Fails on a file of 4 GB or more, and while another program has it locked.
-  [[nodiscard]] host::Bytes ReadAll() override;
+  [[nodiscard]] host::Bytes ReadAll() override {
+    return read([] {});
+  }
+  /// The same, telling after every piece that it gets on.
+  [[nodiscard]] host::Bytes read(const std::function<void()>& gettingOn);
 
  private:
   FileHandle file_;

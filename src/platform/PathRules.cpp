@@ -6,6 +6,7 @@
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "host/drives.h"
 
 namespace platform {
 namespace {
@@ -71,18 +72,20 @@ std::string folderOf(std::string_view path) {
 
 }  // namespace
 
-std::string PathRules::translate(std::string_view path) const {
+PathRules::Search PathRules::search(std::string_view path) const {
   if (path.empty()) fail("A path is empty.");
   if (path.find('\0') != std::string_view::npos) fail("A path holds a NUL character.");
   if (path.find("://") != std::string_view::npos) {
     fail("'" + std::string(path) + "' is an address, not the path of a file.");
   }
   if (!hasDrive(path) && !hasShare(path)) {
-    std::error_code ignored;
-    // Looking for the file is left out where it would not matter: files are asked for once a second.
-    const bool asItIs = path.find('\\') == std::string_view::npos ||
-                        (path.front() == '/' && fs::exists(fs::path(path), ignored));
-    return asItIs ? std::string(path) : withSlashes(path);
+    // Looking is left out where it would not matter: files are asked for once a second.
+    const std::string plain = withSlashes(path);
+    if (path.front() != '/' || plain == path) return {plain, [plain] { return plain; }, /*isNeeded=*/false};
+    return {plain, [plain, named = std::string(path)] {
+              std::error_code ignored;
+              return fs::exists(fs::path(named), ignored) ? named : plain;
+            }};
   }
 
   const std::string slashed = withSlashes(path);
@@ -99,10 +102,11 @@ std::string PathRules::translate(std::string_view path) const {
     fail("This system has no '" + std::string(path) + "'. To say where it is, add a line like '" +
          folderOf(path) + " = /srv/data' to the section [Paths] of " + settings_.file() + ".");
   }
-  return found(target, std::string_view(slashed).substr(std::min(slashed.size(), longest.size() + 1)));
+  const std::string below = slashed.substr(std::min(slashed.size(), longest.size() + 1));
+  return {target + '/' + below, [target, below] { return found(target, below); }};
 }
 
-std::string PathRules::within(std::string_view folder, std::string_view name) const {
+PathRules::Search PathRules::searchWithin(std::string_view folder, std::string_view name) const {
   const std::string slashed = withSlashes(name);
   const std::string what = "'" + std::string(name) + "'";
   const std::string outside =
@@ -114,18 +118,25 @@ std::string PathRules::within(std::string_view folder, std::string_view name) co
   if (hasDrive(name) || isOutside(fs::path(slashed).lexically_normal())) {
     fail(outside, PermissionDenied);
   }
-  std::error_code missing;
-  const fs::path root = fs::canonical(translate(folder), missing);
-  if (missing) {
-    fail("The folder '" + std::string(folder) + "' cannot be found: " + missing.message() + ".");
-  }
-  fs::path file = fs::canonical(found(root.string(), slashed), missing);
-  if (missing) {
-    fail(what + " cannot be found in the folder '" + std::string(folder) + "': " + missing.message() + ".",
-         FileNotFound);
-  }
-  if (isOutside(file.lexically_relative(root))) fail(outside, PermissionDenied);
-  return file.string();
+  const Search start = search(folder);
+  return {start.path + '/' + slashed, [=, folder = std::string(folder), findFolder = start.find] {
+            std::error_code missing;
+            const fs::path root = fs::canonical(findFolder(), missing);
+            if (missing) fail("The folder '" + folder + "' cannot be found: " + missing.message() + ".");
+            const fs::path file = fs::canonical(found(root.string(), slashed), missing);
+            if (missing) {
+              fail(what + " cannot be found in the folder '" + folder + "': " + missing.message() + ".",
+                   FileNotFound);
+            }
+            if (isOutside(file.lexically_relative(root))) fail(outside, PermissionDenied);
+            return file.string();
+          }};
+}
+
+std::string PathRules::translate(std::string_view path) const {
+  const Search search = this->search(path);
+  if (!search.isNeeded) return search.path;
+  return host::OnDrive(search.path, [find = search.find](const auto&) { return find(); });
 }
 
 }  // namespace platform

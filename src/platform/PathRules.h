@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,8 @@ namespace platform {
 /// with "/" as good as "\". As the other system does not mind the case of
 /// names, neither does what follows: where no file has the exact name, one that
 /// differs only in case is taken.
+///
+/// Files that lie on other machines are looked for as host/drives.h says.
 class PathRules {
  public:
   explicit PathRules(const Settings& settings) : settings_(settings) {}
@@ -27,11 +30,19 @@ class PathRules {
   /// translation; and on an empty path and a web address.
   [[nodiscard]] std::string translate(std::string_view path) const;
 
-  /// The real path of a file that lies in the folder or below it, which is itself
-  /// translated. In the name, too, "\\" separates folders and case may differ.
+  /// What is left when the settings have been asked: looking for the file.
+  struct Search {
+    std::string path;                   // where that is, but for the case of letters
+    std::function<std::string()> find;  // any thread may call it
+    bool isNeeded = true;               // otherwise it is `path`
+  };
+  [[nodiscard]] Search search(std::string_view path) const;
+
+  /// Finds the real path of a file that lies in the folder or below it, which is
+  /// itself translated. In the name, too, "\\" separates folders and case may differ.
   /// Fails on a name that leads out of the folder, absolute, by "..", or through
-  /// a symbolic link, and on a file that is not there.
-  [[nodiscard]] std::string within(std::string_view folder, std::string_view name) const;
+  /// a symbolic link, and finds no file that is not there.
+  [[nodiscard]] Search searchWithin(std::string_view folder, std::string_view name) const;
 
  private:
   const Settings& settings_;

@@ -338,7 +338,8 @@ void FrmRuntimeTimer::ShowObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape
                                  const std::string& name) {
   std::string path = modLinkedFiles::FindFile(name, shape.ObjectFolder, presentation_->FullName());
   const basic::Date date = host::Current().files->FileDateTime(path);
-  if (path == shape.Text && date == shape.FileDate) return;
+  // Looking at the file may let the loop run, which may end the show.
+  if (unloaded_ || (path == shape.Text && date == shape.FileDate)) return;
   LogValue(shape, row, path);
   modLinkedFiles::ShowFile(*slide.Shapes()->Item(shape.Name), path);
   shape.Text = std::move(path);
@@ -448,6 +449,7 @@ void FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer() try {
     } catch (...) {
       Report(path, "tmrRefreshLinkedObjects_Timer");
     }
+    if (unloaded_) return;
   }
   if (!changed.empty()) {
     Log(DebugKind::Information, "Refresh linked object: " + changed);

@@ -10,7 +10,9 @@
 #include <cstring>
 #include <limits>
 #include <string_view>
+#include <utility>
 
+#include "host/drives.h"
 #include "workbook/Failure.h"
 
 namespace workbook {
@@ -45,7 +47,12 @@ FileStamp stampOf(const struct stat& status) {
           status.st_mtim.tv_nsec};
 }
 
-SourceFile readOnce(const std::string& path, bool& isChanging) {
+struct Reading {
+  SourceFile source;
+  bool isChanging = false;
+};
+
+Reading readOnce(const std::string& path, const host::Drives::GettingOn& gettingOn) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (file.get() < 0) failReading(path, errno);
   const struct stat status = statusOf(file, path);
@@ -54,17 +61,19 @@ SourceFile readOnce(const std::string& path, bool& isChanging) {
   SourceFile source{{}, stampOf(status)};
   if (source.stamp.size > std::numeric_limits<std::uint32_t>::max()) failOpening(path, "it has 4 GB or more");
 
+  constexpr std::size_t Piece = std::size_t{1} << 20U;
   source.bytes.data = std::make_unique_for_overwrite<char[]>(source.stamp.size);
   while (source.bytes.size < source.stamp.size) {
     const ssize_t count = ::read(file.get(), source.bytes.data.get() + source.bytes.size,
-                                 source.stamp.size - source.bytes.size);
+                                 std::min<std::size_t>(source.stamp.size - source.bytes.size, Piece));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) failReading(path, errno);
     if (count == 0) break;
     source.bytes.size += static_cast<std::size_t>(count);
+    gettingOn();
   }
-  isChanging = !(stampOf(statusOf(file, path)) == source.stamp);
-  return source;
+  const bool isChanging = !(stampOf(statusOf(file, path)) == source.stamp);
+  return {std::move(source), isChanging};
 }
 
 bool isUnfinished(std::string_view bytes) {
@@ -84,10 +93,10 @@ SourceFile readSourceFile(const std::string& path, host::Loop& loop) {
   constexpr std::chrono::milliseconds Pause{30};
   const Clock::time_point end = Clock::now() + Patience;
   while (true) {
-    bool isChanging = false;
-    SourceFile source = readOnce(path, isChanging);
+    auto [source, isChanging] =
+        host::OnDrive(path, [path](const auto& gettingOn) { return readOnce(path, gettingOn); });
     const bool isWhole = !isChanging && !isUnfinished({source.bytes.data.get(), source.bytes.size});
-    if (isWhole || Clock::now() >= end) return source;
+    if (isWhole || Clock::now() >= end) return std::move(source);
     for (const Clock::time_point again = Clock::now() + Pause; Clock::now() < again;) loop.DoEvents();
   }
 }

@@ -5,7 +5,9 @@
 #include <sys/stat.h>
 
 #include <cmath>
+#include <functional>
 
+#include "basic/Conversion.h"
 #include "platform/Sandbox.h"
 
 namespace platform {
@@ -101,6 +103,56 @@ TEST_F(FilesTest, TellsTimesApartByTheMillisecond) {
   }
 }
 
+TEST_F(FilesTest, TellsChangesApartThatKeepTheTime) {
+  constexpr timespec Second{1'750'000'000, 0};
+  const timespec times[2] = {Second, Second};
+  const std::string path = write("data.txt", "old");
+  ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+  const basic::Date old = files_.FileDateTime(path);
+  EXPECT_EQ(files_.FileDateTime(path), old);
+  const std::string other = write("other.txt", "new");
+  ASSERT_EQ(utimensat(AT_FDCWD, other.c_str(), times, 0), 0);
+  std::filesystem::rename(other, path);
+  const basic::Date renamed = files_.FileDateTime(path);
+  EXPECT_NE(renamed, old);
+  EXPECT_EQ(basic::CStr(renamed), basic::CStr(old)) << "what keeps whole seconds keeps them";
+  EXPECT_EQ(files_.FileDateTime(path), renamed);
+}
+
+TEST(FileDatesTest, AnyDifferenceMovesTheTimeWithinItsSecond) {
+  struct stat status {};
+  status.st_mtim = {1'750'000'000, 999'000'000};
+  FileDates dates;
+  long last = dates.of("x", status).tv_nsec;
+  EXPECT_EQ(last, 999'000'000);
+  const std::function<void()> changes[] = {[&] { ++status.st_size; }, [&] { ++status.st_ino; },
+                                           [&] { ++status.st_dev; }, [&] { ++status.st_ctim.tv_sec; },
+                                           [&] { ++status.st_ctim.tv_nsec; }};
+  for (int i = 0; i < 1000; ++i) {
+    changes[i % 5]();
+    const timespec moved = dates.of("x", status);
+    EXPECT_NE(moved.tv_nsec, last);
+    EXPECT_EQ(moved.tv_sec, 1'750'000'000);
+    EXPECT_GE(moved.tv_nsec, 500'000'000) << "it rounds to the second it was in";
+    EXPECT_LT(moved.tv_nsec, 1'000'000'000);
+    last = moved.tv_nsec;
+    EXPECT_EQ(dates.of("x", status).tv_nsec, last);
+  }
+  status.st_mtim.tv_nsec = 5;
+  EXPECT_EQ(dates.of("x", status).tv_nsec, 5) << "another time of the change is told as it is";
+}
+
+TEST_F(FilesTest, RenamesButNotOntoAnother) {
+  const std::string path = write("a.txt", "a");
+  const std::string taken = write("b.txt", "b");
+  EXPECT_EQ(errorOf([&] { files_.Name(path, taken); }),
+            "'" + path + "' cannot be renamed to '" + taken + "': File exists.");
+  EXPECT_EQ(read(taken), "b");
+  files_.Name(path, folder_ + "/c.txt");
+  EXPECT_EQ(read(folder_ + "/c.txt"), "a");
+  EXPECT_NE(errorOf([&] { files_.Name(path, folder_ + "/d.txt"); }), "no error");
+}
+
 TEST_F(FilesTest, MakesNewTemporaryFiles) {
   setVariable("TMPDIR", folder_.c_str());
   EXPECT_EQ(files_.TempPath(), folder_ + "/");
@@ -168,17 +220,17 @@ TEST_F(PathRulesTest, FindFilesWithinAFolderAndNothingElse) {
   std::filesystem::create_symlink(folder_ + "/secret.jpg", folder + "/through.jpg");
   std::filesystem::create_directory_symlink(folder_, folder + "/up");
   for (const char* name : {"starters/Soup.JPG", "starters\\soup.jpg", "./starters/../starters/soup.jpg"}) {
-    EXPECT_EQ(rules_.within(folder + "/", name), soup) << name;
+    EXPECT_EQ(rules_.searchWithin(folder + "/", name).find(), soup) << name;
   }
   const std::string absolute = folder_ + "/secret.jpg";
   for (const std::string& name :
        {std::string("../secret.jpg"), std::string("..\\secret.jpg"), std::string("starters/../../secret.jpg"),
         absolute, std::string("C:\\secret.jpg"), std::string("\\\\server\\secret.jpg"),
         std::string("through.jpg"), std::string("up/secret.jpg"), std::string("..")}) {
-    EXPECT_EQ(errorOf([&] { static_cast<void>(rules_.within(folder, name)); }),
+    EXPECT_EQ(errorOf([&] { static_cast<void>(rules_.searchWithin(folder, name).find()); }),
               "'" + name + "' leads out of the folder '" + folder + "'; only what lies in it is shown.");
   }
-  EXPECT_EQ(errorOf([&] { static_cast<void>(rules_.within(folder, "none.jpg")); }),
+  EXPECT_EQ(errorOf([&] { static_cast<void>(rules_.searchWithin(folder, "none.jpg").find()); }),
             "'none.jpg' cannot be found in the folder '" + folder + "': No such file or directory.");
 }
 
