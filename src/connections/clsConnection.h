@@ -145,6 +145,7 @@ class clsConnection {
   bool RequeryFile(bool forced);
   void NoteReading();
   void ReloadDatabase();
+  void FetchAgain();
   [[nodiscard]] bool HasRow(double row) const;
   void MoveTo(double row);
   void WaitForRows() const;

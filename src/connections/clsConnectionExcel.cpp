@@ -44,6 +44,7 @@ std::string WithCarriageReturns(std::string_view text) {
 }  // namespace
 
 void clsConnection::CloseExcel() {
+  Log("CloseExcel");
   modGlobalFunctions::IgnoreErrors([&] {
     if (!workbook_) return;
     workbook_->Saved(true);

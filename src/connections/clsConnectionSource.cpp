@@ -139,6 +139,7 @@ void clsConnection::OpenWorkbookOnce(const std::string& path) {
 }
 
 void clsConnection::OpenRecordset() try {
+  Log(DebugKind::Information, "OpenRecordset");
   switch (Kind()) {
     case ConnectionKind::TextFile:
       OpenDataFile();
@@ -159,6 +160,7 @@ void clsConnection::OpenRecordset() try {
 }
 
 void clsConnection::OpenDataFile() try {
+  Log(DebugKind::Information, "OpenDataFile");
   if (!file_) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
   // Reading may let the loop run, which may open the file anew.
   const std::shared_ptr<host::InputFile> file = file_;
@@ -205,9 +207,13 @@ void clsConnection::OpenDatabaseRecordset() {
   NoteReading();
 }
 
-void clsConnection::CloseFile() { file_.reset(); }
+void clsConnection::CloseFile() {
+  Log(DebugKind::Information, "CloseFile");
+  file_.reset();
+}
 
 void clsConnection::CloseConnection() {
+  Log(DebugKind::Information, "CloseConnection");
   modGlobalFunctions::IgnoreErrors([&] {
     if (connection_ && connection_->State() == ADODB::adStateOpen) connection_->Close();
   });
@@ -215,6 +221,7 @@ void clsConnection::CloseConnection() {
 }
 
 void clsConnection::CloseRecordset() {
+  Log(DebugKind::Information, "CloseRecordset");
   // A recordset whose fetching failed says so at every question; it is let go all the same.
   modGlobalFunctions::IgnoreErrors([&] {
     if (recordset_ && recordset_->State() != ADODB::adStateClosed) recordset_->Close();
@@ -255,17 +262,30 @@ bool clsConnection::RequeryDatabase(bool forced) {
 void clsConnection::ReloadDatabase() {
   lastRequeryTime_ = host::Current().clock->Timer();
   OpenConnection();
+  try {
+    FetchAgain();
+  } catch (...) {
+    // Whoever asks next opens it anew; until then no server is held up.
+    modGlobalFunctions::IgnoreErrors([&] {
+      if (recordset_) recordset_->ActiveConnection(nullptr);
+    });
+    CloseConnection();
+    throw;
+  }
+  CloseConnection();
+}
+
+void clsConnection::FetchAgain() {
   if (!recordset_) {
     // The first opening failed; there is nothing to requery yet.
     OpenRecordset();
-  } else {
-    recordset_->ActiveConnection(connection_);
-    recordset_->Requery(ADODB::adOptionUnspecified);
-    while (recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
-    recordset_->ActiveConnection(nullptr);
-    NoteReading();
+    return;
   }
-  CloseConnection();
+  recordset_->ActiveConnection(connection_);
+  recordset_->Requery(ADODB::adOptionUnspecified);
+  while (recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
+  recordset_->ActiveConnection(nullptr);
+  NoteReading();
 }
 
 bool clsConnection::RequeryFile(bool forced) {

@@ -25,6 +25,7 @@ class Database final : public ADODB::Factory {
   }
 
   bool down = false;
+  bool tableIsGone = false;
   int ticksToOpen = 0;
   int ticksToFetch = 0;
   /// Turns of the loop that each requery takes.
@@ -81,6 +82,7 @@ class Database final : public ADODB::Factory {
     void Open(host::TextTable table) override { rows_->Open(std::move(table)); }
     void Requery(std::int32_t options) override {
       database_.log.push_back("requery " + std::to_string(options));
+      if (database_.tableIsGone) throw basic::Error(basic::AdapterError, "fake database", "no such table");
       database_.ticksToFetch = database_.ticksPerRequery;
       Fill();
     }

@@ -271,6 +271,19 @@ TEST_F(DatabaseTest, AServerThatIsDownIsReportedAndRecoversByItself) {
   EXPECT_EQ(Value(1, "Name"), "Tea");
 }
 
+TEST_F(DatabaseTest, ARequeryThatFailsLeavesTheRowsAndNoOpenConnection) {
+  Describe(StockTag);
+  Open();
+  database.tableIsGone = true;
+  database.log.clear();
+  EXPECT_EQ(Failure([&] { connection.Requery(true); }),
+            "8 Error requerying database Stock. \r\nno such table");
+  EXPECT_EQ(database.log,
+            (std::vector<std::string>{"open DSN=stock -1", "attach", "requery -1", "detach", "close"}));
+  EXPECT_EQ(connection.Readings().Deliveries, 1U);
+  EXPECT_EQ(Value(1, "Price"), "3");
+}
+
 TEST_F(DatabaseTest, AConnectionThatIsClosedWhileItOpensGivesUp) {
   Describe(StockTag);
   database.ticksToOpen = 1'000'000;

@@ -146,6 +146,7 @@ TEST_F(PresentationTest, TheMeterCountsSlidesAndConnections) {
   EXPECT_TRUE(machine.meter.log.empty());
   host->tags->Add("CORVANE CONNECTION002", "0\tMore\tprices.txt\t-1\t");
   presentation.ActivePresentation(host);
+  ASSERT_FALSE(machine.meter.log.empty());
   EXPECT_EQ(machine.meter.log.front(), "show Opening presentation 3") << "one slide, two connections";
   Link();
   machine.meter.log.clear();
