@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "basic/Strings.h"
 #include "render/XmlValues.h"
 
 namespace render {
@@ -31,6 +32,8 @@ pugi::xml_node cacheIn(pugi::xml_node source) {
 }
 
 }  // namespace
+
+std::string shortened(std::string_view text) { return std::string(basic::Left(text, 255)); }
 
 std::string_view valueOf(pugi::xml_node parent, const char* child) {
   return parent.child(child).attribute("val").value();
@@ -70,7 +73,7 @@ std::size_t ChartData::countOf(pugi::xml_node cache, std::size_t found) {
 ChartNumbers ChartData::numbers(pugi::xml_node source) {
   ChartNumbers numbers;
   const auto cache = cacheIn(source);
-  numbers.format = cache.child_value("c:formatCode");
+  numbers.format = shortened(cache.child_value("c:formatCode"));
   for (const auto pt : cache.children("c:pt")) {
     const auto index = indexOf(pt);
     if (!index) continue;

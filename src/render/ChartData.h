@@ -11,6 +11,10 @@
 namespace render {
 
 /// The text of a child's val attribute.
+/// At most 255 characters, which are what a worksheet allows in names and formats; every point may repeat
+/// them.
+std::string shortened(std::string_view text);
+
 std::string_view valueOf(pugi::xml_node parent, const char* child);
 /// A child element such as c:overlay: stated without a value it means true.
 bool flagOf(pugi::xml_node parent, const char* child, bool otherwise);

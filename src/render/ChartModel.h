@@ -4,6 +4,7 @@
 #include <limits>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -210,7 +211,7 @@ struct ChartLegend {
   ChartPlace place;
   RunStyle font;
   ChartLook look;
-  std::vector<int> deleted;  // numbers of entries
+  std::set<int> deleted;  // numbers of entries
 };
 
 enum class ChartGaps : std::uint8_t { Gap, Zero, Span };

@@ -1,6 +1,7 @@
 #include "render/ChartReader.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "render/TextReader.h"
 #include "render/XmlValues.h"
@@ -9,16 +10,21 @@ namespace render {
 
 namespace {
 
+constexpr int LargestStyle = 1000;
+constexpr int MostSkipped = 1000000;
+/// A chart has four at most.
+constexpr std::size_t MostAxes = 16;
+
 /// c:style, or the newer c14:style, which counts from 101, in the choice before it.
 int styleNumber(pugi::xml_node chartSpace) {
   for (const auto child : chartSpace.children()) {
     const std::string_view name = child.name();
-    if (name == "c:style") return static_cast<int>(numberOf(child.attribute("val")).value_or(2));
+    if (name == "c:style") return wholeOf(child.attribute("val"), 2, 0, LargestStyle);
     if (name != "mc:AlternateContent") continue;
     const auto fallback = child.child("mc:Fallback").child("c:style").attribute("val");
-    if (const auto number = numberOf(fallback)) return static_cast<int>(*number);
+    if (fallback) return wholeOf(fallback, 2, 0, LargestStyle);
     for (const auto choice : child.child("mc:Choice").children()) {
-      if (const auto number = numberOf(choice.attribute("val"))) return static_cast<int>(*number) - 100;
+      if (choice.attribute("val")) return wholeOf(choice.attribute("val"), 2, 0, LargestStyle) - 100;
     }
   }
   return 2;
@@ -52,11 +58,6 @@ ChartAxis::Unit unitNamed(std::string_view name) {
   return name == "years"    ? ChartAxis::Unit::Years
          : name == "months" ? ChartAxis::Unit::Months
                             : ChartAxis::Unit::Days;
-}
-
-int skipOf(pugi::xml_node node, const char* child, int otherwise) {
-  const auto skip = chartNumber(valueOf(node, child));
-  return skip ? static_cast<int>(std::clamp(*skip, 1.0, 1e6)) : otherwise;
 }
 
 }  // namespace
@@ -207,7 +208,8 @@ void ChartReader::legend(pugi::xml_node node) {
   look(legend.look, node.child("c:spPr"));
   for (const auto entry : node.children("c:legendEntry")) {
     if (!flagOf(entry, "c:delete", false)) continue;
-    legend.deleted.push_back(static_cast<int>(chartNumber(valueOf(entry, "c:idx")).value_or(-1)));
+    legend.deleted.insert(
+        wholeOf(entry.child("c:idx").attribute("val"), -1, -1, std::numeric_limits<int>::max()));
   }
   model_.legend = std::move(legend);
 }
@@ -218,6 +220,7 @@ void ChartReader::axes(pugi::xml_node plotArea) {
     const std::string_view name = child.name();
     // The axis of depth has no place in a flat chart.
     if (name != "c:catAx" && name != "c:valAx" && name != "c:dateAx") continue;
+    if (nodes.size() == MostAxes) break;
     nodes.push_back(child);
     model_.axes.push_back(axis(child));
   }
@@ -268,7 +271,7 @@ ChartAxis ChartReader::axis(pugi::xml_node node) {
                                    : ChartAxis::Labels::NextTo;
   const auto numFmt = node.child("c:numFmt");
   if (numFmt && !boolOf(numFmt.attribute("sourceLinked")).value_or(false)) {
-    axis.format = numFmt.attribute("formatCode").value();
+    axis.format = shortened(numFmt.attribute("formatCode").value());
   }
   axis.displayUnit = displayUnit(node.child("c:dispUnits"));
   const auto txPr = node.child("c:txPr");
@@ -299,8 +302,8 @@ ChartAxis ChartReader::axis(pugi::xml_node node) {
     if (isVertical && !stated.attribute("rot") && !stated.attribute("vert")) read.rotation = -90;
     if (!read.text.isEmpty()) axis.title = std::move(read);
   }
-  axis.labelSkip = skipOf(node, "c:tickLblSkip", 0);
-  axis.tickSkip = skipOf(node, "c:tickMarkSkip", 1);
+  axis.labelSkip = wholeOf(node.child("c:tickLblSkip").attribute("val"), 0, 1, MostSkipped);
+  axis.tickSkip = wholeOf(node.child("c:tickMarkSkip").attribute("val"), 1, 1, MostSkipped);
   if (const auto unit = valueOf(node, "c:baseTimeUnit"); !unit.empty()) axis.baseUnit = unitNamed(unit);
   axis.majorUnit = unitNamed(valueOf(node, "c:majorTimeUnit"));
   return axis;

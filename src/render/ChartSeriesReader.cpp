@@ -135,10 +135,9 @@ void ChartReader::group(pugi::xml_node node) {
 
 ChartSeries ChartReader::series(pugi::xml_node ser, pugi::xml_node groupNode, const ChartGroup& group) {
   ChartSeries series;
-  series.index = static_cast<int>(std::clamp(chartNumber(valueOf(ser, "c:idx")).value_or(0), 0.0, 100000.0));
-  series.order =
-      static_cast<int>(std::clamp(chartNumber(valueOf(ser, "c:order")).value_or(0), 0.0, 100000.0));
-  series.name = ChartData::text(ser.child("c:tx"));
+  series.index = wholeOf(ser.child("c:idx").attribute("val"), 0, 0, 100000);
+  series.order = wholeOf(ser.child("c:order").attribute("val"), 0, 0, 100000);
+  series.name = shortened(ChartData::text(ser.child("c:tx")));
   if (series.name.empty()) series.name = "Series" + std::to_string(series.index + 1);
   series.values = data_.numbers(ser.child(isXy(group.kind) ? "c:yVal" : "c:val"));
   if (isXy(group.kind)) {
@@ -264,12 +263,12 @@ ChartLabel ChartReader::label(pugi::xml_node node, ChartLabel label) const {
   label.showsPercent = flagOf(node, "c:showPercent", label.showsPercent);
   label.showsSize = flagOf(node, "c:showBubbleSize", label.showsSize);
   if (const auto position = valueOf(node, "c:dLblPos"); !position.empty()) label.position = position;
-  if (const auto separator = node.child("c:separator")) label.separator = separator.child_value();
+  if (const auto separator = node.child("c:separator")) label.separator = shortened(separator.child_value());
   const auto numFmt = node.child("c:numFmt");
   if (numFmt) {
     label.format = boolOf(numFmt.attribute("sourceLinked")).value_or(false)
                        ? std::string()
-                       : numFmt.attribute("formatCode").value();
+                       : shortened(numFmt.attribute("formatCode").value());
   }
   const auto rich = node.child("c:tx").child("c:rich");
   label.font = font(rich ? rich : node.child("c:txPr"), label.font);
@@ -319,7 +318,7 @@ void ChartReader::readTrends(ChartSeries& series, pugi::xml_node ser) const {
       if (name == valueOf(node, "c:trendlineType")) trend.kind = kind;
     }
     const char* order = trend.kind == ChartTrend::Kind::Polynomial ? "c:order" : "c:period";
-    trend.order = static_cast<int>(std::clamp(chartNumber(valueOf(node, order)).value_or(2), 2.0, 255.0));
+    trend.order = wholeOf(node.child(order).attribute("val"), 2, 2, 255);
     const auto reach = [&](const char* name) {
       return std::clamp(chartNumber(valueOf(node, name)).value_or(0), 0.0, 1e6);
     };

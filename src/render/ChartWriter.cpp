@@ -121,7 +121,7 @@ class Writer {
     int entry = -1;
     const auto isDeleted = [&] {
       ++entry;
-      return std::find(legend.deleted.begin(), legend.deleted.end(), entry) != legend.deleted.end();
+      return legend.deleted.contains(entry);
     };
     for (const auto& group : model_.groups) {
       const bool isBeside = legend.side != ChartLegend::Side::Top && legend.side != ChartLegend::Side::Bottom;

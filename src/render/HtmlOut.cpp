@@ -3,7 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "basic/Error.h"
+
 namespace render {
+
+void HtmlOut::overflow() {
+  throw basic::Error(basic::AdapterError, "render", "it would make the page too large");
+}
 
 HtmlOut& HtmlOut::number(double value, int decimals) {
   if (!std::isfinite(value)) value = 0;
@@ -47,6 +53,7 @@ HtmlOut& HtmlOut::operator<<(const Color& color) {
 }
 
 HtmlOut& HtmlOut::text(std::string_view value) {
+  reserve(value.size());
   std::size_t from = 0;
   for (std::size_t i = 0; i < value.size(); ++i) {
     const auto c = static_cast<unsigned char>(value[i]);

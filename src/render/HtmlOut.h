@@ -28,7 +28,14 @@ struct TextUse {
 /// text(); what is appended with << is the program's own.
 class HtmlOut {
  public:
+  /// Bytes; no browser shows a page of this size at ease, and a small deck may ask for any.
+  static constexpr std::size_t LargestPage = 32U << 20U;
+
+  /// What would grow beyond `most` bytes is an error.
+  explicit HtmlOut(std::size_t most = LargestPage) : most_(most) {}
+
   HtmlOut& operator<<(std::string_view markup) {
+    reserve(markup.size());
     out_ += markup;
     return *this;
   }
@@ -49,11 +56,20 @@ class HtmlOut {
   [[nodiscard]] TextUse& textUse() { return textUse_; }
   [[nodiscard]] const std::string& str() const { return out_; }
   [[nodiscard]] std::string take() { return std::move(out_); }
+  /// Drops what stands behind `size`.
+  void cut(std::size_t size) { out_.resize(std::min(size, out_.size())); }
+  /// Takes any more, for what has to stand even in a page that is full.
+  void lift() { most_ = std::string::npos; }
   [[nodiscard]] std::size_t size() const { return out_.size(); }
 
  private:
   HtmlOut& number(double value, int decimals);
+  void reserve(std::size_t more) const {
+    if (more > most_ || out_.size() > most_ - more) overflow();
+  }
+  [[noreturn]] static void overflow();
 
+  std::size_t most_;
   std::string out_;
   TextUse textUse_;
 };

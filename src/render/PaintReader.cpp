@@ -11,6 +11,11 @@ namespace render {
 
 namespace {
 
+// Fills and lines are copied to all that inherit them. The program that makes decks offers ten stops, others
+// write a few dozen.
+constexpr std::size_t MostStops = 256;
+constexpr std::size_t MostDashes = 64;
+
 std::array<double, 4> sides(pugi::xml_node rect, double otherwise = 0) {
   static constexpr const char* names[] = {"l", "t", "r", "b"};
   std::array<double, 4> values{};
@@ -23,6 +28,7 @@ std::optional<Fill> readGradient(pugi::xml_node element, const PaintContext& con
   for (const auto gs : element.child("a:gsLst").children("a:gs")) {
     const auto color = readChildColor(gs, context.colors);
     if (!color) continue;
+    if (gradient.stops.size() == MostStops) break;
     gradient.stops.push_back({std::clamp(shareOf(gs.attribute("pos")).value_or(0), 0.0, 1.0), *color});
   }
   if (gradient.stops.empty()) return {};
@@ -179,6 +185,7 @@ void applyLine(Line& line, pugi::xml_node ln, const PaintContext& context) {
     } else if (name == "a:custDash") {
       line.dashes.clear();
       for (const auto ds : child.children("a:ds")) {
+        if (line.dashes.size() >= MostDashes) break;
         line.dashes.push_back(std::max(0.0, shareOf(ds.attribute("d")).value_or(1)));
         line.dashes.push_back(std::max(0.0, shareOf(ds.attribute("sp")).value_or(1)));
       }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
+#include "basic/Error.h"
 #include "render/ChartReader.h"
 #include "render/EffectReader.h"
 #include "render/MediaReader.h"
@@ -16,6 +18,8 @@ namespace {
 
 /// Groups within groups deeper than this are no author's work.
 constexpr int DeepestGroup = 256;
+/// Points and curves of all outlines of a group; maps of a world have some tens of thousands.
+constexpr std::size_t MostCommands = 2000000;
 /// Radius of a chart's rounded corners, px.
 constexpr double ChartCorner = 10;
 
@@ -46,7 +50,7 @@ pugi::xml_node nonVisual(pugi::xml_node shape) {
 pugi::xml_node placeholderOf(pugi::xml_node shape) { return nonVisual(shape).child("p:nvPr").child("p:ph"); }
 
 int styleIndex(pugi::xml_node reference) {
-  return static_cast<int>(std::clamp(numberOf(reference.attribute("idx")).value_or(0), 0.0, 2000.0));
+  return wholeOf(reference.attribute("idx"), 0, 0, LargestStyleIndex);
 }
 
 pugi::xml_node geometryIn(pugi::xml_node spPr) {
@@ -79,6 +83,7 @@ SceneBuilder::SceneBuilder(Inheritance& inheritance, deck::Part& part, Fields fi
     : inheritance_(inheritance), part_(part), context_{inheritance.paint(&part), std::move(fields)} {}
 
 std::optional<Box> SceneBuilder::build(pugi::xml_node shape, bool isLive) {
+  room_ = MostCommands;
   Space space;
   space.isLive = isLive;
   return build(shape, space);
@@ -115,7 +120,7 @@ std::optional<Box> SceneBuilder::build(pugi::xml_node node, const Space& space) 
     return {};
   }
   const auto cNvPr = childNamed(nonVisual(node), "cNvPr");
-  box->id = static_cast<int>(std::clamp(numberOf(cNvPr.attribute("id")).value_or(0), 0.0, 2147483647.0));
+  box->id = wholeOf(cNvPr.attribute("id"), 0, 0, std::numeric_limits<int>::max());
   box->hidden = boolOf(cNvPr.attribute("hidden")).value_or(false);
   return box;
 }
@@ -156,6 +161,12 @@ void SceneBuilder::outline(Box& box, pugi::xml_node node) {
     const Geometry* preset = node ? Geometry::preset(node.attribute("prst").value()) : nullptr;
     if (preset == nullptr) preset = Geometry::preset("rect");
     box.outline = preset->evaluate(w, h, readAdjusts(node));
+  }
+  // What is stated once may be inherited by all the shapes of a group.
+  for (const auto& path : box.outline.paths) {
+    if (path.commands.size() > room_)
+      throw basic::Error(basic::AdapterError, "render", "its outlines have too many points");
+    room_ -= path.commands.size();
   }
   box.textArea = box.outline.text;
   mirror(box.textArea, box);
@@ -419,12 +430,14 @@ void SceneBuilder::diagram(Box& box, pugi::xml_node relIds, const Space& space) 
   if (drawing == nullptr || isDiagram_) return;
   SceneBuilder builder(inheritance_, *drawing, context_.fields);
   builder.isDiagram_ = true;
+  builder.room_ = room_;
   Space inner;
   inner.width = box.frame.w;
   inner.height = box.frame.h;
   inner.depth = space.depth + 1;
   inner.isLive = space.isLive;
   builder.readChildren(box, childNamed(drawing->xml().document_element(), "spTree"), inner);
+  room_ = builder.room_;
 }
 
 std::optional<Fill> SceneBuilder::background() {

@@ -56,6 +56,8 @@ class SceneBuilder {
   static void fit(Box& box, bool isLive);
   [[nodiscard]] PaintContext themeContext(pugi::xml_node reference) const;
 
+  /// Commands of paths that a top-level shape may still take.
+  std::size_t room_ = 0;
   Inheritance& inheritance_;
   deck::Part& part_;
   TextContext context_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <set>
 
 #include "basic/Error.h"
@@ -31,7 +32,7 @@ int idOf(pugi::xml_node shape) {
   for (const auto child : shape.children()) {
     const auto cNvPr = child.child("p:cNvPr");
     if (!cNvPr) continue;
-    return static_cast<int>(std::clamp(numberOf(cNvPr.attribute("id")).value_or(0), 0.0, 2147483647.0));
+    return wholeOf(cNvPr.attribute("id"), 0, 0, std::numeric_limits<int>::max());
   }
   return 0;
 }
@@ -51,6 +52,12 @@ bool isPlaceholder(pugi::xml_node shape) {
     if (child.child("p:nvPr").child("p:ph")) return true;
   }
   return false;
+}
+
+Box undrawn(pugi::xml_node shape) {
+  Box box;
+  box.id = idOf(shape);
+  return box;
 }
 
 /// What the charts of a shape, or of a group, are drawn without.
@@ -149,18 +156,18 @@ SlideRenderer::Prepared& SlideRenderer::prepare(int index) {
 
 std::string SlideRenderer::background(const Prepared& slide, deck::Part& part,
                                       std::vector<std::string>& problems) {
-  std::optional<Fill> fill;
   try {
-    fill = SceneBuilder(slide.inheritance, part, slide.fields).background();
+    const auto fill = SceneBuilder(slide.inheritance, part, slide.fields).background();
+    if (!fill) return {};
+    const auto area = size();
+    HtmlOut out(HtmlOut::LargestPage / 8);
+    BoxWriter(out, options_.assetPrefix)
+        .background(*fill, "s" + std::to_string(slide.index) + "-bg", area.width, area.height);
+    return out.take();
   } catch (const basic::Error& error) {
     problems.push_back("The background of " + part.name() + " is not drawn: " + error.description);
+    return {};
   }
-  if (!fill) return {};
-  const auto area = size();
-  HtmlOut out;
-  BoxWriter(out, options_.assetPrefix)
-      .background(*fill, "s" + std::to_string(slide.index) + "-bg", area.width, area.height);
-  return out.take();
 }
 
 void SlideRenderer::drawBehind(Prepared& slide) {
@@ -172,17 +179,19 @@ void SlideRenderer::drawBehind(Prepared& slide) {
   deck::Part* layout = slide.inheritance.layout();
   deck::Part* master = slide.inheritance.master();
   const std::string prefix = "s" + std::to_string(slide.index) + "-";
-  HtmlOut out;
+  HtmlOut out(HtmlOut::LargestPage / 4);
   BoxWriter writer(out, options_.assetPrefix);
   const auto drawShapes = [&](deck::Part& part, const std::string& name) {
     SceneBuilder builder(slide.inheritance, part, slide.fields);
     int count = 0;
     for (const auto child : shapesOf(part).children()) {
       if (isPlaceholder(child)) continue;
+      const auto before = out.size();
       try {
         if (const auto box = builder.build(child))
           writer.writeAnonymous(*box, prefix + name + std::to_string(++count));
       } catch (const basic::Error& error) {
+        out.cut(before);
         slide.behindProblems.push_back("A shape of " + part.name() + " is not drawn: " + error.description);
       }
     }
@@ -210,8 +219,7 @@ std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
     }
     return box;
   } catch (const basic::Error& error) {
-    Box box;
-    box.id = idOf(shape);
+    auto box = undrawn(shape);
     if (problems != nullptr) {
       problems->push_back("Shape " + std::to_string(box.id) + " of slide " + std::to_string(slide.index) +
                           " is not drawn: " + error.description);
@@ -220,12 +228,21 @@ std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
   }
 }
 
-void SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const {
+bool SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const {
   const bool live = options_.isLive && options_.isLive(slide.index, box.id);
   auto id = elementId(slide.index, box.id);
   // Ids ought to be unique and sometimes are not.
   if (occurrence > 1) id += "-" + std::to_string(occurrence);
-  BoxWriter(out, options_.assetPrefix).write(box, id, live);
+  const auto before = out.size();
+  try {
+    BoxWriter(out, options_.assetPrefix).write(box, id, live);
+    return true;
+  } catch (const basic::Error&) {
+    out.cut(before);
+    out.lift();
+    BoxWriter(out, options_.assetPrefix).write({}, id, live);
+    return false;
+  }
 }
 
 SlidePage SlideRenderer::slide(int index) {
@@ -246,10 +263,15 @@ SlidePage SlideRenderer::slide(int index) {
     out.textUse() = slide.behindText;
   }
   std::map<int, int> occurrences;
+  bool isFull = false;
   for (const auto shape : shapesOf(slide.part).children()) {
-    const auto box = build(slide, shape, &page.problems);
-    if (box) write(out, slide, *box, ++occurrences[box->id]);
+    const auto box = isFull ? std::optional(undrawn(shape)) : build(slide, shape, &page.problems);
+    if (!box || write(out, slide, *box, ++occurrences[box->id]) || isFull) continue;
+    isFull = true;
+    page.problems.push_back("Slide " + std::to_string(index) + " is drawn without its shapes from shape " +
+                            std::to_string(box->id) + " on: they would make the page too large.");
   }
+  out.lift();
   out << "</section>";
   page.timeShown = out.textUse().timeShown;
   for (const FontStack* font : out.textUse().fonts) page.fonts.push_back({font->typeface, font->family});

@@ -73,7 +73,8 @@ class SlideRenderer {
   [[nodiscard]] int slideCount() const;
 
   /// By one-based index in the presentation's order, hidden slides included. An
-  /// index out of range is an error; what is wrong inside a slide is not.
+  /// index out of range is an error; what is wrong inside a slide is not. A page holds
+  /// 32 MB at most; shapes beyond are not drawn.
   SlidePage slide(int index);
 
   /// The element of one top-level shape, byte for byte as it stands in the slide.
@@ -107,7 +108,8 @@ class SlideRenderer {
   /// The element of a top-level shape; an unknown id is an error.
   Box find(Prepared& slide, int shapeId);
   std::optional<Box> build(Prepared& slide, pugi::xml_node shape, std::vector<std::string>* problems);
-  void write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const;
+  /// False when there was no room: then the element is empty, and whatever follows may be written.
+  bool write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const;
 
   deck::Package& package_;
   Options options_;

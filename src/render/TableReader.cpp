@@ -115,7 +115,7 @@ class TableReader {
   std::optional<Fill> styleFill(pugi::xml_node node) const {
     if (const auto fill = node.child("a:fill")) return readFill(fill, context_.paint);
     if (const auto reference = node.child("a:fillRef")) {
-      const int index = static_cast<int>(numberOf(reference.attribute("idx")).value_or(0));
+      const int index = wholeOf(reference.attribute("idx"), 0, 0, LargestStyleIndex);
       if (index > 0) return readFillElement(inheritance_.theme().fill(index), styleContext(reference));
     }
     return {};
@@ -129,7 +129,7 @@ class TableReader {
     }
     if (const auto reference = side.child("a:lnRef")) {
       Line line;
-      const int index = static_cast<int>(numberOf(reference.attribute("idx")).value_or(0));
+      const int index = wholeOf(reference.attribute("idx"), 0, 0, LargestStyleIndex);
       applyLine(line, inheritance_.theme().line(index), styleContext(reference));
       return line;
     }
@@ -167,8 +167,7 @@ class TableReader {
     TableCell out;
     out.column = column;
     const auto span = [&](const char* name, int most) {
-      return static_cast<int>(
-          std::clamp(numberOf(tc.attribute(name)).value_or(1), 1.0, std::max(1.0, double(most))));
+      return wholeOf(tc.attribute(name), 1, 1, std::max(1, most));
     };
     out.columnSpan = span("gridSpan", columnCount_ - column);
     out.rowSpan = span("rowSpan", rowCount_ - row);

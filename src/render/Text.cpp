@@ -73,8 +73,7 @@ void BodyProperties::apply(pugi::xml_node bodyPr) {
                                               : TextDirection::EastAsianDown;
   }
   if (const auto degrees = degreesOf(bodyPr.attribute("rot"))) rotation = *degrees;
-  if (const auto count = numberOf(bodyPr.attribute("numCol")))
-    columns = static_cast<int>(std::clamp(*count, 1.0, 16.0));
+  columns = wholeOf(bodyPr.attribute("numCol"), columns, 1, 16);
   for (const auto child : bodyPr.children()) {
     const std::string_view name = child.name();
     if (name == "a:prstTxWarp") {

@@ -119,8 +119,7 @@ TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyP
   for (const auto p : txBody.children("a:p")) {
     auto& paragraph = body.paragraphs.emplace_back();
     const auto pPr = p.child("a:pPr");
-    const auto level =
-        static_cast<std::size_t>(std::clamp(numberOf(pPr.attribute("lvl")).value_or(0), 0.0, 8.0));
+    const auto level = static_cast<std::size_t>(wholeOf(pPr.attribute("lvl"), 0, 0, 8));
     paragraph.style = styles.levels[level];
     paragraph.style.apply(pPr, context.paint);
     const RunStyle base = paragraph.style.run;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "basic/Strings.h"
 #include "render/EffectReader.h"
 #include "render/Units.h"
 #include "render/XmlValues.h"
@@ -10,6 +11,12 @@
 namespace render {
 
 namespace {
+
+// Every paragraph has its own copy of what it inherits, so that has to be bounded.
+/// Bytes; names of typefaces have at most 31 characters.
+constexpr std::size_t LongestName = 255;
+constexpr std::size_t LongestBullet = 8;
+constexpr std::size_t MostTabs = 100;
 
 std::optional<double> pxOf(pugi::xml_attribute attribute) {
   const auto emu = emuOf(attribute);
@@ -40,7 +47,7 @@ std::optional<Spacing> readSpacing(pugi::xml_node node) {
 
 void setTypeface(std::string& target, pugi::xml_node font, const PaintContext& context) {
   const std::string_view written = font.attribute("typeface").value();
-  if (written.empty()) return;
+  if (written.empty() || written.size() > LongestName) return;
   const auto typeface = context.theme != nullptr ? context.theme->typeface(written) : written;
   if (!typeface.empty() || written.front() == '+') target = typeface;
 }
@@ -144,12 +151,11 @@ void ParagraphStyle::apply(pugi::xml_node pPr, const PaintContext& context) {
       bullet.kind = Bullet::Kind::None;
     } else if (name == "a:buChar") {
       bullet.kind = Bullet::Kind::Character;
-      bullet.character = child.attribute("char").value();
+      bullet.character = basic::Left(child.attribute("char").value(), LongestBullet);
     } else if (name == "a:buAutoNum") {
       bullet.kind = Bullet::Kind::Number;
-      bullet.numbering = child.attribute("type").value();
-      bullet.startAt =
-          static_cast<int>(std::clamp(numberOf(child.attribute("startAt")).value_or(1), 1.0, 32767.0));
+      bullet.numbering = std::string_view(child.attribute("type").value()).substr(0, LongestName);
+      bullet.startAt = wholeOf(child.attribute("startAt"), 1, 1, 32767);
     } else if (name == "a:buBlip") {
       bullet.kind = Bullet::Kind::Picture;
       const auto* relationship = child.child("a:blip").attribute("r:embed").value();
@@ -176,6 +182,7 @@ void ParagraphStyle::apply(pugi::xml_node pPr, const PaintContext& context) {
     } else if (name == "a:tabLst") {
       tabs.emplace();
       for (const auto tab : child.children("a:tab")) {
+        if (tabs->size() == MostTabs) break;
         if (const auto px = pxOf(tab.attribute("pos"))) {
           const std::string_view kind = tab.attribute("algn").value();
           const bool isDecimal = kind == "dec";

@@ -10,6 +10,9 @@ namespace render {
 
 /// Colours, fonts and formats that a deck names instead of stating them
 /// (a:themeElements). Keeps nodes of the document it was made from.
+/// Of references to a format scheme; those to backgrounds count from 1001.
+inline constexpr int LargestStyleIndex = 2000;
+
 class Theme {
  public:
   Theme() = default;

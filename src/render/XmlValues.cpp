@@ -1,5 +1,6 @@
 #include "render/XmlValues.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -31,6 +32,11 @@ std::optional<double> parseNumber(std::string_view text) {
 }
 
 std::optional<double> numberOf(pugi::xml_attribute attribute) { return parseNumber(attribute.value()); }
+
+int wholeOf(pugi::xml_attribute attribute, int otherwise, int least, int most) {
+  const auto value = numberOf(attribute);
+  return value ? static_cast<int>(std::clamp<double>(*value, least, most)) : otherwise;
+}
 
 std::optional<double> emuOf(pugi::xml_attribute attribute) {
   const auto text = trimmed(attribute.value());

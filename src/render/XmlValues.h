@@ -12,6 +12,8 @@ namespace render {
 std::optional<double> parseNumber(std::string_view text);
 
 std::optional<double> numberOf(pugi::xml_attribute attribute);
+/// A whole number, held within `least` and `most`; `otherwise` when it cannot be read.
+int wholeOf(pugi::xml_attribute attribute, int otherwise, int least, int most);
 /// A length in EMU; strict files state units ("2.5cm").
 std::optional<double> emuOf(pugi::xml_attribute attribute);
 /// A share of one: thousandths of a percent or, in strict files, "12.5%".

@@ -1,0 +1,136 @@
+// What a small deck may ask for and does not get.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "basic/Error.h"
+#include "deck/DeckBuilder.h"
+#include "render/SlideRenderer.h"
+
+namespace render {
+namespace {
+
+using deck::test::DeckBuilder;
+using deck::test::textShape;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+std::string repeated(std::size_t times, const std::string& text) {
+  std::string all;
+  for (; times > 0; --times) all += text;
+  return all;
+}
+
+std::string shape(int id, const std::string& inside, const std::string& element = "p") {
+  return "<" + element + ":sp><" + element + ":nvSpPr><" + element + ":cNvPr id=\"" + std::to_string(id) +
+         "\" name=\"A\"/></" + element + ":nvSpPr>" + inside + "</" + element + ":sp>";
+}
+
+const std::string Frame = "<a:xfrm><a:off x=\"0\" y=\"0\"/><a:ext cx=\"952500\" cy=\"952500\"/></a:xfrm>";
+
+SlidePage drawn(DeckBuilder& builder) {
+  const auto package = builder.package();
+  return SlideRenderer(*package).slide(1);
+}
+
+TEST(Bounds, WhatEveryParagraphInheritsIsSmall) {
+  const std::string longName(5000, 'n');
+  const auto stops = repeated(5000, "<a:gs pos=\"1000\"><a:srgbClr val=\"123456\"/></a:gs>");
+  DeckBuilder builder;
+  builder.addSlide(shape(
+      2, "<p:spPr>" + Frame + "</p:spPr><p:txBody><a:bodyPr/><a:lstStyle><a:lvl1pPr><a:buFont typeface=\"" +
+             longName + "\"/><a:buChar char=\"" + longName + "\"/><a:defRPr><a:gradFill><a:gsLst>" + stops +
+             "</a:gsLst></a:gradFill><a:latin typeface=\"" + longName +
+             "\"/></a:defRPr></a:lvl1pPr></a:lstStyle>" +
+             repeated(200, "<a:p><a:r><a:t>x</a:t></a:r></a:p>") + "</p:txBody>"));
+  const auto page = drawn(builder);
+  EXPECT_LT(page.html.size(), 2000000U);
+  EXPECT_THAT(page.html, Not(HasSubstr(longName.substr(0, 300))));
+  EXPECT_THAT(page.problems, IsEmpty());
+}
+
+TEST(Bounds, ShapesThatAPageHasNoRoomForKeepTheirEmptyElement) {
+  // A heavy outline on the layout that every placeholder of the slide takes over.
+  const std::string point = "<a:pt x=\"12345678\" y=\"12345678\"/>";
+  const auto points = repeated(20000, "<a:cubicBezTo>" + point + point + point + "</a:cubicBezTo>");
+  const std::string heavy =
+      "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"L\"/><p:cNvSpPr/><p:nvPr><p:ph idx=\"9\"/></p:nvPr>"
+      "</p:nvSpPr><p:spPr>" +
+      Frame + "<a:custGeom><a:pathLst><a:path><a:moveTo><a:pt x=\"l\" y=\"t\"/></a:moveTo>" + points +
+      "</a:path></a:pathLst></a:custGeom><a:solidFill><a:srgbClr val=\"FF0000\"/></a:solidFill>"
+      "</p:spPr></p:sp>";
+  const auto takers = [](int count) {
+    std::string all;
+    for (int id = 2; id < 2 + count; ++id) {
+      all += "<p:sp><p:nvSpPr><p:cNvPr id=\"" + std::to_string(id) +
+             "\" name=\"S\"/><p:cNvSpPr/><p:nvPr><p:ph "
+             "idx=\"9\"/></p:nvPr></p:nvSpPr><p:spPr/><p:txBody><a:bodyPr/>"
+             "<a:p><a:r><a:t>x</a:t></a:r></a:p></p:txBody></p:sp>";
+    }
+    return all;
+  };
+  DeckBuilder builder;
+  builder.part("ppt/slideLayouts/slideLayout1.xml",
+               "<p:sldLayout xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\" "
+               "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\"><p:cSld><p:spTree>" +
+                   heavy + "</p:spTree></p:cSld></p:sldLayout>");
+  builder.addSlide(takers(40) + textShape(300, "Last", "last"));
+  const auto page = drawn(builder);
+  EXPECT_LT(page.html.size(), 33U << 20U);
+  EXPECT_THAT(page.problems, testing::ElementsAre(HasSubstr("would make the page too large")));
+  EXPECT_THAT(page.html, HasSubstr("id=\"s1-sh300\""));
+  EXPECT_TRUE(page.html.ends_with("</div></section>"));
+
+  builder.shapes(1, "<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"400\" name=\"G\"/></p:nvGrpSpPr><p:grpSpPr/>" +
+                        takers(110) + "</p:grpSp>" + textShape(300, "Last", "last"));
+  const auto group = drawn(builder);
+  EXPECT_THAT(group.problems, testing::ElementsAre(HasSubstr("too many points")));
+  EXPECT_THAT(group.html, HasSubstr("last"));
+}
+
+TEST(Bounds, DiagramsAreDrawnFromTheirDrawingAndHoldNoFurtherOnes) {
+  const std::string relIds =
+      "<d:relIds xmlns:d=\"http://schemas.openxmlformats.org/drawingml/2006/diagram\"/>";
+  const auto frame = [&](const std::string& prefix) {
+    return "<" + prefix + ":graphicFrame><" + prefix + ":nvGraphicFramePr><" + prefix +
+           ":cNvPr id=\"2\" name=\"D\"/></" + prefix + ":nvGraphicFramePr><a:graphic><a:graphicData>" +
+           relIds + "</a:graphicData></a:graphic></" + prefix + ":graphicFrame>";
+  };
+  DeckBuilder builder;
+  builder.addSlide(frame("p"));
+  builder.part("ppt/diagrams/drawing1.xml",
+               "<d:drawing xmlns:d=\"http://schemas.microsoft.com/office/drawing/2008/diagram\" "
+               "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\"><d:spTree>" +
+                   shape(3,
+                         "<d:spPr>" + Frame +
+                             "</d:spPr><d:txBody><a:bodyPr/><a:p><a:r><a:t>step</a:t></a:r></a:p></d:txBody>",
+                         "d") +
+                   frame("d") + "</d:spTree></d:drawing>");
+  builder.relate(1, "diagramDrawing", "../diagrams/drawing1.xml");
+  const auto page = drawn(builder);
+  EXPECT_THAT(page.html, HasSubstr("step"));
+  EXPECT_THAT(page.problems, IsEmpty());
+}
+
+TEST(Bounds, NumbersBeyondAllMeaningAreHeldWithinTheirRange) {
+  const std::string cell =
+      "<a:tc gridSpan=\"2147483648\" rowSpan=\"-5\"><a:txBody><a:p><a:pPr lvl=\"1e11\"/><a:r><a:t>x"
+      "</a:t></a:r></a:p></a:txBody></a:tc>";
+  DeckBuilder builder;
+  builder.addSlide(
+      "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"99999999999\" "
+      "name=\"T\"/></p:nvGraphicFramePr><a:graphic>"
+      "<a:graphicData><a:tbl><a:tblPr><a:tableStyle><a:wholeTbl><a:tcStyle><a:tcBdr><a:left><a:lnRef "
+      "idx=\"1e12\"/>"
+      "</a:left></a:tcBdr><a:fillRef "
+      "idx=\"9999999999\"/></a:tcStyle></a:wholeTbl></a:tableStyle></a:tblPr><a:tblGrid>"
+      "<a:gridCol w=\"9\"/><a:gridCol w=\"9\"/></a:tblGrid><a:tr h=\"9\">" +
+      cell + "</a:tr></a:tbl></a:graphicData></a:graphic></p:graphicFrame>");
+  const auto page = drawn(builder);
+  EXPECT_THAT(page.html, HasSubstr("<td colspan=\"2\" style"));
+  EXPECT_THAT(page.html, HasSubstr("s1-sh2147483647"));
+}
+
+}  // namespace
+}  // namespace render
