@@ -95,6 +95,19 @@ Effects readEffects(pugi::xml_node node, const PaintContext& context, double tur
   return effects;
 }
 
+std::optional<Overlay> readOverlay(pugi::xml_node effects, const PaintContext& context) {
+  static constexpr std::pair<std::string_view, const char*> modes[] = {
+      {"mult", "multiply"}, {"screen", "screen"}, {"darken", "darken"}, {"lighten", "lighten"}};
+  const auto stated = effects.child("a:fillOverlay");
+  auto fill = readFill(stated, context);
+  if (!fill || !isVisible(*fill)) return {};
+  Overlay overlay{std::move(*fill)};
+  for (const auto& [name, blending] : modes) {
+    if (name == stated.attribute("blend").value()) overlay.blending = blending;
+  }
+  return overlay;
+}
+
 std::optional<Bevel> readBevel(pugi::xml_node sp3d) {
   const auto top = sp3d.child("a:bevelT");
   if (!top) return {};

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "render/Geometry.h"
-#include "render/Paint.h"
+#include "render/Overlay.h"
 #include "render/Text.h"
 
 // What is to be drawn, resolved and laid out; the last stage before the page. All
@@ -40,6 +40,7 @@ struct Box {
   Fill fill;
   std::optional<Line> line;
   Effects effects;
+  std::optional<Overlay> overlay;
 
   TextBody text;
   Rect textArea;

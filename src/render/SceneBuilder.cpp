@@ -226,6 +226,7 @@ void SceneBuilder::style(Box& box, pugi::xml_node node, const pugi::xml_node (&p
   if (line && isVisible(line->fill)) box.line = std::move(line);
   box.effects = readEffects(effects, paint, box.rotation);
   box.effects.bevel = readBevel(threeD);
+  box.overlay = readOverlay(effects, paint);
 }
 
 void SceneBuilder::text(Box& box, pugi::xml_node node, pugi::xml_node txBody, const Inherited& inherited) {

@@ -282,8 +282,15 @@ void SvgWriter::stroke(const Box& box, const Line& line) {
 }
 
 void SvgWriter::content(const Box& box) {
+  const bool isOverlaid = box.overlay && isVisible(box.fill);
+  if (isOverlaid) out_ << "<g style=\"isolation:isolate\">";
   if (isVisible(box.under)) fillPaths(box, box.under);
   if (isVisible(box.fill)) fillPaths(box, box.fill);
+  if (isOverlaid) {
+    out_ << "<g style=\"mix-blend-mode:" << box.overlay->blending << "\">";
+    fillPaths(box, box.overlay->fill);
+    out_ << "</g></g>";
+  }
   if (box.line) stroke(box, *box.line);
 }
 
