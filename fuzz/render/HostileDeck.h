@@ -1,0 +1,13 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "deck/Package.h"
+
+/// A deck with a shape of every kind, in which the part that `which` chooses (a letter from 'a') holds
+/// `content`. Null for other letters.
+std::unique_ptr<deck::Package> hostileDeck(char which, const std::string& content);
+
+/// The shapes on its slide; more when the slide itself is the hostile part.
+inline constexpr int LastShapeId = 9;
