@@ -142,11 +142,12 @@ ChartSeries ChartReader::series(pugi::xml_node ser, pugi::xml_node groupNode, co
   series.values = data_.numbers(ser.child(isXy(group.kind) ? "c:yVal" : "c:val"));
   if (isXy(group.kind)) {
     series.x = data_.numbers(ser.child("c:xVal"));
+    // Every point has both.
+    series.x.values.resize(series.values.values.size(), NoValue);
     // Names instead of numbers count from one.
     const bool hasNumbers =
         std::any_of(series.x.values.begin(), series.x.values.end(), [](double x) { return !std::isnan(x); });
     if (!hasNumbers) {
-      series.x.values.resize(series.values.values.size());
       for (std::size_t i = 0; i < series.x.values.size(); ++i) {
         series.x.values[i] = static_cast<double>(i + 1);
       }

@@ -169,6 +169,7 @@ FirstFace openFirst(std::string_view typeface, bool bold, bool italic) {
 }
 
 void appendFamily(std::string& css, std::string_view family) {
+  if (!basic::IsValidUtf8(family)) return;
   css += '\'';
   for (const char c : family) {
     // What would end the string or the attribute has no place in a family's name.

@@ -4,8 +4,24 @@
 #include <cmath>
 
 #include "basic/Error.h"
+#include "basic/Strings.h"
+#include "render/Utf8.h"
 
 namespace render {
+
+namespace {
+
+/// What is no UTF-8 would make programs stumble that pages are sent to.
+std::string repaired(std::string_view text) {
+  std::string whole;
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t c = decodeUtf8(text, at);
+    appendUtf8(whole, c > 0x10FFFF || (c >= 0xD800 && c < 0xE000) ? U'\uFFFD' : c);
+  }
+  return whole;
+}
+
+}  // namespace
 
 void HtmlOut::overflow() {
   throw basic::Error(basic::AdapterError, "render", "it would make the page too large");
@@ -54,6 +70,7 @@ HtmlOut& HtmlOut::operator<<(const Color& color) {
 
 HtmlOut& HtmlOut::text(std::string_view value) {
   reserve(value.size());
+  if (!basic::IsValidUtf8(value)) return text(repaired(value));
   std::size_t from = 0;
   for (std::size_t i = 0; i < value.size(); ++i) {
     const auto c = static_cast<unsigned char>(value[i]);

@@ -74,6 +74,16 @@ TEST(Chart, RadarsTakeAsManyStepsAsTheirSpokesHaveRoomFor) {
   EXPECT_EQ(labels("6600"), json({"0", "5", "10"}));
 }
 
+TEST(Chart, PointsThatLackAnXHaveNoErrorBars) {
+  const auto bars = "<c:errBars><c:errValType val=\"fixedVal\"/><c:val val=\"1\"/></c:errBars>";
+  const auto series = chartSeries(
+      0, "A", chartNumbers("xVal", {"1", "2"}) + chartNumbers("yVal", {"5", "6", "7", "8"}), bars);
+  const auto chart =
+      describe(chartPart("<c:scatterChart>" + series + ChartAxisIds + "</c:scatterChart>" + chartAxes()));
+  EXPECT_EQ(chart["series"][0]["data"], json({{1, 5}, {2, 6}, {nullptr, 7}, {nullptr, 8}}));
+  EXPECT_EQ(chart["series"][1]["data"], json({{1, 5, 4, 6}, {2, 6, 5, 7}}));
+}
+
 TEST(Chart, StacksOfAHundredPercentAreShares) {
   const auto chart =
       describe(chartPart(barChart(chartSeries(0, "A", Cats + chartNumbers("val", {"1", "-1", "0"})) +

@@ -83,6 +83,9 @@ TEST(TextRules, NumbersAreShortAndTextIsEscaped) {
   HtmlOut text;
   text.text(std::string("a<b>&\"'\x01\x1F\x7F\0é", 13));
   EXPECT_EQ(text.str(), "a&lt;b&gt;&amp;&quot;&#39;é");
+  HtmlOut broken;
+  broken.text("a\xFF\xED\xA0\x80\xE6\xBC<");
+  EXPECT_EQ(broken.str(), "a\uFFFD\uFFFD\uFFFD&lt;");
 }
 
 }  // namespace
