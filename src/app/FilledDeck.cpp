@@ -16,12 +16,11 @@ FilledDeck::FilledDeck(const std::string& path, platform::EventLoop& loop)
       converter_(pictureConversion()),
       renderer_(deck_->package(), {.assetPrefix = "assets/",
                                    .isLive =
-                                       [this](int slide, int shape) {
+                                       [this](int slide, std::uint32_t shape) {
                                          const auto& shapes = linkedShapes(slide);
                                          return std::any_of(
-                                             shapes.begin(), shapes.end(), [&](const auto& each) {
-                                               return each.id == static_cast<std::uint32_t>(shape);
-                                             });
+                                             shapes.begin(), shapes.end(),
+                                             [&](const auto& each) { return each.id == shape; });
                                        },
                                    .converter = &converter_,
                                    .now = [] { return host::Current().clock->Now(); }}) {

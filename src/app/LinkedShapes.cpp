@@ -1,12 +1,27 @@
 #include "app/LinkedShapes.h"
 
+#include <charconv>
+
 #include "deck/Shape.h"
 #include "model/clsShape.h"
 
 namespace app {
 
+namespace {
+
+constexpr std::string_view ShapeMark = "-sh";
+
+}  // namespace
+
 std::string elementId(std::int32_t slideIndex, std::uint32_t shapeId) {
-  return "s" + std::to_string(slideIndex) + "-sh" + std::to_string(shapeId);
+  return "s" + std::to_string(slideIndex) + std::string(ShapeMark) + std::to_string(shapeId);
+}
+
+std::uint32_t shapeIdOf(std::string_view elementId) {
+  const std::string_view digits = elementId.substr(elementId.rfind(ShapeMark) + ShapeMark.size());
+  std::uint32_t id = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), id);
+  return id;
 }
 
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "deck/Presentation.h"
@@ -24,6 +25,9 @@ struct LinkedShape {
 
 /// The id of a shape's element on a screen.
 std::string elementId(std::int32_t slideIndex, std::uint32_t shapeId);
+
+/// The shape's id in it.
+std::uint32_t shapeIdOf(std::string_view elementId);
 
 /// The linked shapes of one slide, in drawing order.
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex);

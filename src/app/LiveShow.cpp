@@ -39,14 +39,12 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
       loop_(loop),
       converter_(pictureConversion()),
       conversionTimer_(loop.CreateTimer([this] { watchConversions(); })),
-      renderer_(presentation_->package(),
-                {.assetPrefix = "assets/",
-                 .isLive =
-                     [this](int slide, int shape) {
-                       return linkedShape(slide, static_cast<std::uint32_t>(shape)) != nullptr;
-                     },
-                 .converter = &converter_,
-                 .now = [] { return host::Current().clock->Now(); }}),
+      renderer_(
+          presentation_->package(),
+          {.assetPrefix = "assets/",
+           .isLive = [this](int slide, std::uint32_t shape) { return linkedShape(slide, shape) != nullptr; },
+           .converter = &converter_,
+           .now = [] { return host::Current().clock->Now(); }}),
       form_(std::move(form)),
       freshness_(form_),
       options_(options) {
@@ -264,7 +262,7 @@ void LiveShow::sendShapes(web::Server::Time changed) {
     change.slide = slide;
     change.elementId = elementId(slide, id);
     change.isMirrored = isMirrored(slide);
-    if (isHeld(slide)) change.html = renderer_.shape(slide, static_cast<int>(id));
+    if (isHeld(slide)) change.html = renderer_.shape(slide, id);
     if (const LinkedShape* shape = linkedShape(slide, id)) {
       change.glides = form != nullptr && form->Scrolls(slide, shape->name);
       change.name = shape->name;

@@ -164,7 +164,7 @@ web::SlideView LiveShow::page(int slide) {
 web::SlideView LiveShow::shapeAlone(const web::View& view, web::Picture& picture) {
   // Only whole pages tell whether they show the time.
   page(view.slide);
-  const int id = std::stoi(view.elementId.substr(view.elementId.rfind("-sh") + 3));
+  const std::uint32_t id = shapeIdOf(view.elementId);
   const render::Rect area = renderer_.area(view.slide, id);
   const std::string size =
       "width:" + basic::CStr(picture.width) + "px;height:" + basic::CStr(picture.height) + "px";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,7 +28,7 @@ struct Media {
 
 struct Box {
   /// Of p:cNvPr; 0 when unreadable.
-  int id = 0;
+  std::uint32_t id = 0;
   Rect frame;
   double rotation = 0;  // degrees clockwise around the centre
   bool flipX = false;   // of the outline, not of what is inside

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "basic/Error.h"
 #include "render/ChartReader.h"
@@ -120,7 +119,7 @@ std::optional<Box> SceneBuilder::build(pugi::xml_node node, const Space& space) 
     return {};
   }
   const auto cNvPr = childNamed(nonVisual(node), "cNvPr");
-  box->id = wholeOf(cNvPr.attribute("id"), 0, 0, std::numeric_limits<int>::max());
+  box->id = cNvPr.attribute("id").as_uint();
   box->hidden = boolOf(cNvPr.attribute("hidden")).value_or(false);
   return box;
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <set>
 
 #include "basic/Error.h"
@@ -20,7 +19,7 @@ namespace {
   throw basic::Error(basic::AdapterError, "render", description);
 }
 
-std::string elementId(int slideIndex, int shapeId) {
+std::string elementId(int slideIndex, std::uint32_t shapeId) {
   return "s" + std::to_string(slideIndex) + "-sh" + std::to_string(shapeId);
 }
 
@@ -28,16 +27,15 @@ pugi::xml_node shapesOf(deck::Part& part) {
   return part.xml().document_element().child("p:cSld").child("p:spTree");
 }
 
-int idOf(pugi::xml_node shape) {
+/// An id is any unsigned 32-bit number (ECMA-376, 20.1.10.21).
+std::uint32_t idOf(pugi::xml_node shape) {
   for (const auto child : shape.children()) {
-    const auto cNvPr = child.child("p:cNvPr");
-    if (!cNvPr) continue;
-    return wholeOf(cNvPr.attribute("id"), 0, 0, std::numeric_limits<int>::max());
+    if (const auto cNvPr = child.child("p:cNvPr")) return cNvPr.attribute("id").as_uint();
   }
   return 0;
 }
 
-bool hasId(pugi::xml_node shape, int id) {
+bool hasId(pugi::xml_node shape, std::uint32_t id) {
   if (std::string_view(shape.name()) != "mc:AlternateContent") return idOf(shape) == id;
   for (const auto way : shape.children()) {
     for (const auto content : way.children()) {
@@ -262,7 +260,7 @@ SlidePage SlideRenderer::slide(int index) {
     out << slide.behind;
     out.textUse() = slide.behindText;
   }
-  std::map<int, int> occurrences;
+  std::map<std::uint32_t, int> occurrences;
   bool isFull = false;
   for (const auto shape : shapesOf(slide.part).children()) {
     const auto box = isFull ? std::optional(undrawn(shape)) : build(slide, shape, &page.problems);
@@ -279,7 +277,7 @@ SlidePage SlideRenderer::slide(int index) {
   return page;
 }
 
-Box SlideRenderer::find(Prepared& slide, int shapeId) {
+Box SlideRenderer::find(Prepared& slide, std::uint32_t shapeId) {
   for (const auto shape : shapesOf(slide.part).children()) {
     if (!hasId(shape, shapeId)) continue;
     auto box = build(slide, shape, nullptr);
@@ -289,14 +287,14 @@ Box SlideRenderer::find(Prepared& slide, int shapeId) {
        std::to_string(shapeId) + ".");
 }
 
-std::string SlideRenderer::shape(int slideIndex, int shapeId) {
+std::string SlideRenderer::shape(int slideIndex, std::uint32_t shapeId) {
   auto& slide = prepare(slideIndex);
   HtmlOut out;
   write(out, slide, find(slide, shapeId), 1);
   return out.take();
 }
 
-Rect SlideRenderer::area(int slideIndex, int shapeId) {
+Rect SlideRenderer::area(int slideIndex, std::uint32_t shapeId) {
   const Box box = find(prepare(slideIndex), shapeId);
   const double angle = box.rotation * std::acos(-1.0) / 180;
   const double width = std::abs(box.frame.w * std::cos(angle)) + std::abs(box.frame.h * std::sin(angle));

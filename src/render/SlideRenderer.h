@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -56,7 +57,7 @@ class SlideRenderer {
     /// What precedes a picture's name in its address.
     std::string assetPrefix = "assets/";
     /// Whether a shape's text changes while it is shown; its digits get equal widths.
-    std::function<bool(int slideIndex, int shapeId)> isLive;
+    std::function<bool(int slideIndex, std::uint32_t shapeId)> isLive;
     /// For pictures that browsers do not show; must outlive the renderer. Whoever gives
     /// it polls it and, when it has got on, calls forget() and renders anew.
     PictureConverter* converter = nullptr;
@@ -79,10 +80,10 @@ class SlideRenderer {
 
   /// The element of one top-level shape, byte for byte as it stands in the slide.
   /// An unknown id is an error.
-  std::string shape(int slideIndex, int shapeId);
+  std::string shape(int slideIndex, std::uint32_t shapeId);
 
   /// What the shape's frame covers of its slide, turned as it is, in CSS px. As above.
-  Rect area(int slideIndex, int shapeId);
+  Rect area(int slideIndex, std::uint32_t shapeId);
 
   /// A slide with the id "s0" that shows the background of this slide's layout alone.
   std::string backdrop(int index);
@@ -106,7 +107,7 @@ class SlideRenderer {
   std::string background(const Prepared& slide, deck::Part& part, std::vector<std::string>& problems);
   void drawBehind(Prepared& slide);
   /// The element of a top-level shape; an unknown id is an error.
-  Box find(Prepared& slide, int shapeId);
+  Box find(Prepared& slide, std::uint32_t shapeId);
   std::optional<Box> build(Prepared& slide, pugi::xml_node shape, std::vector<std::string>* problems);
   /// False when there was no room: then the element is empty, and whatever follows may be written.
   bool write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
+#include "basic/Strings.h"
 #include "deck/DeckBuilder.h"
 
 namespace render {
@@ -24,14 +25,25 @@ std::string picture(int id, const std::string& relationship) {
          "<a:off x=\"0\" y=\"0\"/><a:ext cx=\"952500\" cy=\"952500\"/></a:xfrm></p:spPr></p:pic>";
 }
 
+TEST(SlideRenderer, AShapeMayHaveAnyNumberOf32Bits) {
+  DeckBuilder builder;
+  builder.addSlide(basic::Replace(textShape(2, "A", "first"), "id=\"2\"", "id=\"2147483648\"") +
+                   basic::Replace(textShape(2, "B", "second"), "id=\"2\"", "id=\"4294967295\""));
+  const auto package = builder.package();
+  SlideRenderer renderer(
+      *package, {.assetPrefix = "", .isLive = [](int, std::uint32_t shape) { return shape == 4294967295U; }});
+  EXPECT_THAT(renderer.shape(1, 2147483648U), HasSubstr("class=\"s\" id=\"s1-sh2147483648\""));
+  EXPECT_THAT(renderer.shape(1, 4294967295U), HasSubstr("class=\"s live\" id=\"s1-sh4294967295\""));
+}
+
 TEST(SlideRenderer, AShapeAloneIsTheSameAsInItsSlide) {
   DeckBuilder builder;
   builder.addSlide(textShape(2, "A", "first") + textShape(3, "B", "second"));
   const auto package = builder.package();
-  SlideRenderer renderer(*package,
-                         {.assetPrefix = "assets/", .isLive = [](int, int shape) { return shape == 3; }});
+  SlideRenderer renderer(
+      *package, {.assetPrefix = "assets/", .isLive = [](int, std::uint32_t shape) { return shape == 3; }});
   const auto page = renderer.slide(1).html;
-  for (const int id : {2, 3}) EXPECT_THAT(page, HasSubstr(renderer.shape(1, id)));
+  for (const std::uint32_t id : {2U, 3U}) EXPECT_THAT(page, HasSubstr(renderer.shape(1, id)));
   EXPECT_THAT(renderer.shape(1, 3), HasSubstr("<div class=\"s live\" id=\"s1-sh3\""));
 
   auto& part = package->part("ppt/slides/slide1.xml");
@@ -202,7 +214,7 @@ TEST(SlideRenderer, TextOfALiveShapeNeverSticksOut) {
   builder.addSlide(shape);
   const auto package = builder.package();
   EXPECT_THAT(SlideRenderer(*package).shape(1, 2), HasSubstr("line-height:1.2;"));
-  SlideRenderer live(*package, {.assetPrefix = "", .isLive = [](int, int) { return true; }});
+  SlideRenderer live(*package, {.assetPrefix = "", .isLive = [](int, std::uint32_t) { return true; }});
   EXPECT_THAT(live.shape(1, 2), HasSubstr("line-height:1.08;"));
 }
 

@@ -1,14 +1,14 @@
-// The events of a show's stream for programs, as they arrive.
+// The events of a show's stream, as they arrive.
 
 import { request } from "node:http";
 import { until } from "./wait.mjs";
 
 export class EventLog {
-  constructor(port) {
+  constructor(port, path) {
     this.all = [];
     this.isOver = false;
     let rest = "";
-    this.asked = request({ host: "127.0.0.1", port, path: "/api/v1/events", agent: false }, (response) => {
+    this.asked = request({ host: "127.0.0.1", port, path, agent: false }, (response) => {
       response.setEncoding("utf8").on("data", (text) => {
         const blocks = (rest + text).split("\n\n");
         rest = blocks.pop();

@@ -99,9 +99,9 @@ export class Show {
     return slides[slide - 1].shapes.find(({ name }) => name === shape)?.text;
   }
 
-  // Follows the events for programs.
-  events() {
-    const log = new EventLog(this.port);
+  // Follows the events for programs, or those of a screen.
+  events(path = "/api/v1/events") {
+    const log = new EventLog(this.port, path);
     this.logs.push(log);
     return log;
   }

@@ -1,0 +1,34 @@
+// Decks and visitors that mean harm, or only look as if they did.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { editPart } from "../support/deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { refresh, until } from "../support/wait.mjs";
+
+test("a shape may have any number of 32 bits", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one", "two");
+  const numbers = { "p1 Item": 2147483648, "p2 Item": 4294967295 };
+  for (const [name, number] of Object.entries(numbers)) {
+    editPart(deck, "ppt/slides/slide1.xml", (xml) =>
+      xml.replace(new RegExp(`id="\\d+" name="${name}"`), `id="${number}" name="${name}"`),
+    );
+  }
+  const show = await sandbox.show(deck);
+  const alone = [];
+  for (const name of Object.keys(numbers)) {
+    const screen = show.events(`/screen/events?shape=${encodeURIComponent(name)}`);
+    alone.push(screen);
+    const { data } = await screen.next(name, ({ event }) => event === "picture");
+    assert.match(data.current.html, new RegExp(`id="s1-sh${numbers[name]}"`));
+  }
+  await show.command("blank/black");
+  await show.command("blank/off");
+  setValues(sandbox, "one", "changed");
+  const { data } = await alone[1].next("the new value", ({ event }) => event === "shapes", refresh);
+  assert.equal(data[0].id, `s1-sh${numbers["p2 Item"]}`);
+  assert.match(data[0].html, /changed/);
+  await until("the state", async () => (await show.text(1, "p2 Item")) === "changed");
+});
