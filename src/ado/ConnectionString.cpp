@@ -10,13 +10,28 @@
 namespace ado {
 namespace {
 
-std::string odbcValue(const std::string& value) {
-  const bool plain = value.find_first_of(";{}[]()?*!@\"'= \t") == std::string::npos;
-  return plain ? value : "{" + basic::Replace(value, "}", "}}") + "}";
-}
-
 [[noreturn]] void fail(const std::string& why) {
   throw basic::Error(basic::AdapterError, "ADODB.Connection", "The connection string cannot be read: " + why);
+}
+
+std::string inBraces(std::string_view value) { return "{" + basic::Replace(value, "}", "}}") + "}"; }
+
+/// A semicolon that a driver takes for the end of the value would add settings to the string.
+std::string odbcValue(const ConnectionString::Setting& setting, Braces braces) {
+  const auto& [key, value] = setting;
+  if (value.find('\0') != std::string::npos) fail("the value of '" + key + "' holds a zero character.");
+  if (key == "Driver") return inBraces(value);
+  if (key == "DSN" || braces == Braces::None) {
+    if (value.find(';') != std::string::npos || basic::StartsWith(value, "{")) {
+      fail("the value of '" + key + "' holds a ';' or begins with '{', which the driver cannot be given.");
+    }
+    return value;
+  }
+  if (braces == Braces::Single && value.find('}') != std::string::npos) {
+    fail("the value of '" + key + "' holds a '}', which the driver cannot be given.");
+  }
+  const bool isPlain = value.find_first_of(";{}[]()?*!@\"'= \t") == std::string::npos;
+  return isPlain ? value : inBraces(value);
 }
 
 }  // namespace
@@ -52,14 +67,14 @@ void ConnectionString::erase(std::string_view key) {
                 [key](const Setting& setting) { return basic::EqualsIgnoreCase(setting.key, key); });
 }
 
-std::string ConnectionString::odbcText() const {
+std::string ConnectionString::odbcText(Braces braces) const {
+  std::string front;
   std::string text;
-  for (const auto& [key, value] : settings_) {
-    if (key.find('=') != std::string::npos)
-      fail("the name of a setting holds an equals sign, which no driver can have.");
-    text += key + "=" + odbcValue(value) + ";";
+  for (const Setting& setting : settings_) {
+    const bool isFirst = setting.key == "Driver" || setting.key == "DSN";
+    (isFirst ? front : text) += setting.key + "=" + odbcValue(setting, braces) + ";";
   }
-  return text;
+  return front + text;
 }
 
 namespace {

@@ -7,6 +7,16 @@
 
 namespace ado {
 
+/// How a driver reads a value that stands in braces.
+enum class Braces {
+  /// As ODBC has it: up to the closing one, which is doubled inside.
+  Doubled,
+  /// Up to the first closing one.
+  Single,
+  /// Not at all: a value ends with the first semicolon.
+  None,
+};
+
 /// The settings of a connection string in their order, as
 /// basic::ReadConnectionString reads them. Keys are found in any case of letters,
 /// the last of one name wins.
@@ -32,9 +42,9 @@ class ConnectionString {
   void setDefault(std::string_view key, std::string_view value);
   void erase(std::string_view key);
 
-  /// As ODBC reads it: in braces what could not stand without. Names that it
-  /// could not read are an error.
-  [[nodiscard]] std::string odbcText() const;
+  /// As the driver reads it, Driver or DSN first. What it would read as something
+  /// else is an error that names the setting.
+  [[nodiscard]] std::string odbcText(Braces braces) const;
 
  private:
   std::vector<Setting> settings_;

@@ -7,8 +7,10 @@
 #include <utility>
 
 #include "ado/Diagnostics.h"
+#include "ado/Drivers.h"
 #include "ado/Encoding.h"
 #include "ado/ResultReader.h"
+#include "ado/SqliteGuard.h"
 #include "ado/TableName.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
@@ -83,6 +85,7 @@ std::string shortened(const std::string& text) {
 }  // namespace
 
 Database::Database(Target target) : target_(std::move(target)) {
+  guardSqlite();
   if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_))) {
     fail("start the ODBC driver manager", "out of memory");
   }
@@ -96,6 +99,7 @@ Database::Database(Target target) : target_(std::move(target)) {
                       reinterpret_cast<SQLPOINTER>(target_.connectTimeout.count()), SQL_IS_UINTEGER);
     if (!SQL_SUCCEEDED(SQLDriverConnect(connection_, nullptr, characters(target_.odbcText), SQL_NTS, nullptr,
                                         0, nullptr, SQL_DRIVER_NOPROMPT))) {
+      requireDescriptors();
       fail("open the connection '" + target_.shown + "'",
            diagnosisOf(HandleKind::Connection, connection_).words);
     }

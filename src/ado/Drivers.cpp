@@ -1,10 +1,14 @@
 #include "ado/Drivers.h"
 
+#include <fcntl.h>
 #include <odbcinst.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <vector>
 
@@ -51,37 +55,30 @@ std::vector<std::string> registered() {
   return all;
 }
 
-std::string libraryOf(const std::string& driver) {
-  std::array<char, 1024> path{};
-  SQLGetPrivateProfileString(driver.c_str(), "Driver", "", path.data(), static_cast<int>(path.size()),
-                             "odbcinst.ini");
-  return std::filesystem::path(path.data()).filename().string();
+/// An entry of odbcinst.ini or odbc.ini; empty when there is none.
+std::string entry(const std::string& section, const char* key, const char* file) {
+  std::array<char, 1024> value{};
+  SQLGetPrivateProfileString(section.c_str(), key, "", value.data(), static_cast<int>(value.size()), file);
+  return value.data();
 }
 
-/// Debian keeps drivers in the folder "odbc" below that of the architecture.
-std::string unregisteredLibrary(std::string_view library) {
-  std::error_code ignored;
-  for (const char* root : {"/usr/lib", "/usr/local/lib"}) {
-    for (const auto& each : std::filesystem::directory_iterator(root, ignored)) {
-      for (const auto& folder : {each.path() / "odbc", each.path()}) {
-        if (std::filesystem::exists(folder / library, ignored)) return (folder / library).string();
-      }
-    }
-  }
-  return {};
+std::string libraryOf(const std::string& driver) {
+  return std::filesystem::path(entry(driver, "Driver", "odbcinst.ini")).filename().string();
+}
+
+const KnownDriver* driverOfLibrary(std::string_view library) {
+  const auto* const found = std::find_if(KnownDrivers.begin(), KnownDrivers.end(),
+                                         [&](const KnownDriver* each) { return each->library == library; });
+  return found == KnownDrivers.end() ? nullptr : *found;
 }
 
 }  // namespace
 
-const KnownDriver* knownDriver(std::string_view nameOrPath) {
-  const bool isPath = basic::StartsWith(nameOrPath, "/");
-  const std::string file = std::filesystem::path(nameOrPath).filename().string();
-  const std::string plain = lettersAndDigits(nameOrPath);
+const KnownDriver* knownDriver(std::string_view name) {
+  const std::string plain = lettersAndDigits(name);
   for (const KnownDriver* driver : KnownDrivers) {
-    if (isPath && file == driver->library) return driver;
-    if (isPath) continue;
-    for (const std::string_view name : driver->names) {
-      if (!name.empty() && basic::StartsWith(plain, name)) return driver;
+    for (const std::string_view usual : driver->names) {
+      if (!usual.empty() && basic::StartsWith(plain, usual)) return driver;
     }
   }
   return nullptr;
@@ -92,11 +89,11 @@ std::string installedDriver(const KnownDriver& driver, std::string_view wanted) 
   for (const std::string& name : all) {
     if (libraryOf(name) == driver.library) return name;
   }
-  if (std::string path = unregisteredLibrary(driver.library); !path.empty()) return path;
   // Another vendor's driver for the same database.
   for (const std::string& name : all) {
     if (knownDriver(name) == &driver) return name;
   }
+  requireDescriptors();
   throw basic::Error(basic::AdapterError, "ADODB.Connection",
                      std::string(wanted) + " needs the ODBC driver for " + std::string(driver.database) +
                          ", which is not installed. On Debian it is in the package " +
@@ -104,17 +101,36 @@ std::string installedDriver(const KnownDriver& driver, std::string_view wanted) 
 }
 
 std::string registeredDriver(std::string_view name) {
-  if (basic::StartsWith(name, "/")) return std::string(name);
   for (std::string& each : registered()) {
     if (basic::EqualsIgnoreCase(each, name)) return std::move(each);
   }
   return {};
 }
 
+void requireDescriptors() {
+  const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+  if (descriptor >= 0) {
+    ::close(descriptor);
+    return;
+  }
+  throw basic::Error(basic::AdapterError, "ADODB.Connection",
+                     std::string("The ODBC drivers cannot be looked for: ") + std::strerror(errno) + ".");
+}
+
 std::string registeredDriverNames() {
   std::string names;
   for (const std::string& name : registered()) names += (names.empty() ? "" : ", ") + name;
   return names.empty() ? "none" : names;
+}
+
+const KnownDriver* driverBehindName(const std::string& registeredName) {
+  return driverOfLibrary(libraryOf(registeredName));
+}
+
+const KnownDriver* driverBehindSource(const std::string& source) {
+  const std::string driver = entry(source, "Driver", "odbc.ini");
+  if (const KnownDriver* known = driverBehindName(driver)) return known;
+  return driverOfLibrary(std::filesystem::path(driver).filename().string());
 }
 
 }  // namespace ado

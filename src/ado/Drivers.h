@@ -22,20 +22,31 @@ extern const KnownDriver MariaDriver;
 extern const KnownDriver TdsDriver;
 extern const KnownDriver MdbDriver;
 
-/// The driver whose usual names a registered or foreign name begins with, or
-/// the one whose library a path names; null when it is none of them.
-[[nodiscard]] const KnownDriver* knownDriver(std::string_view nameOrPath);
+// Registered is what odbcinst.ini of this machine names. A library that is not is
+// never used: whoever writes a connection string must not choose what is loaded.
 
-/// What follows "Driver=" to get the driver: a name from odbcinst.ini or, where
-/// it is not registered, the path of its library. When it is not installed, an
-/// error that names the package; `wanted` says what asked for it.
+/// The driver whose usual names a registered or foreign name begins with; null
+/// when it is none of them.
+[[nodiscard]] const KnownDriver* knownDriver(std::string_view name);
+
+/// The registered name of the driver. When there is none, an error that names the
+/// package; `wanted` says what asked for it.
 [[nodiscard]] std::string installedDriver(const KnownDriver& driver, std::string_view wanted);
 
-/// The registered driver of exactly that name (in any case of letters), as it
-/// is registered, or a path to a library as it is; else empty.
+/// The registered driver of exactly that name (in any case of letters), as it is
+/// registered; else empty.
 [[nodiscard]] std::string registeredDriver(std::string_view name);
+
+/// Throws when no file can be opened any more, so that a driver that cannot be found is
+/// not called missing.
+void requireDescriptors();
 
 /// Names of all registered drivers, for messages.
 [[nodiscard]] std::string registeredDriverNames();
+
+/// The driver whose library stands behind a registered name, or behind a data
+/// source of odbc.ini; null when it is another's.
+[[nodiscard]] const KnownDriver* driverBehindName(const std::string& registeredName);
+[[nodiscard]] const KnownDriver* driverBehindSource(const std::string& source);
 
 }  // namespace ado

@@ -9,6 +9,8 @@
 #include "ado/ConnectionString.h"
 #include "ado/Diagnostics.h"
 #include "ado/Drivers.h"
+#include "ado/FileSource.h"
+#include "ado/Keywords.h"
 #include "basic/ConnectionString.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
@@ -37,9 +39,9 @@ void renameCredentials(ConnectionString& string) {
   rename(string, {PasswordKeys[0], PasswordKeys[1]}, "PWD");
 }
 
-/// Settings of OLE DB itself mean nothing to a driver. Their keys have blanks.
+/// Settings of OLE DB itself mean nothing to a driver. Most of their keys have blanks.
 void eraseOleDbSettings(ConnectionString& string) {
-  std::vector<std::string> gone = {"Provider"};
+  std::vector<std::string> gone = {"Provider", "Mode", "Prompt", "Location"};
   for (const auto& [key, value] : string.settings()) {
     if (key.find(' ') != std::string::npos) gone.push_back(key);
   }
@@ -75,7 +77,8 @@ std::string dataFile(const ConnectionString& string, const std::string& provider
 }
 
 void setSqliteDefaults(ConnectionString& string) {
-  string.setDefault("NoCreat", "1");
+  // A path that leads nowhere is an error, not a new file.
+  string.set("NoCreat", "1");
   // Rows one by one instead of all at once in the driver's memory.
   string.setDefault("StepAPI", "1");
   // Milliseconds for a lock to go; the reason is told before the command times out.
@@ -96,6 +99,13 @@ void setTdsDefaults(ConnectionString& string) {
            "). That is not possible here; give User ID and Password of an account of the server.");
     }
     string.erase(key);
+  }
+  rename(string, {"Encrypt"}, "Encryption");
+  if (const auto encryption = string.find({"Encryption"})) {
+    const std::string value = basic::UCase(*encryption);
+    const bool isWanted = value == "YES" || value == "TRUE" || value == "MANDATORY" || value == "STRICT";
+    if (isWanted) string.set("Encryption", "require");
+    if (value == "NO" || value == "FALSE" || value == "OPTIONAL") string.erase("Encryption");
   }
   // "host,port" as the other drivers for this server have it.
   if (const auto server = string.find({"Server"})) {
@@ -128,9 +138,8 @@ void setDefaults(ConnectionString& string, const KnownDriver* driver, const Targ
 }
 
 void translateSqlite(ConnectionString& string, const std::string& provider) {
-  if (dataFile(string, provider).find(';') != std::string::npos) {
-    fail("The driver for SQLite opens no file with a ';' in its name.");
-  }
+  dataFile(string, provider);
+  renameCredentials(string);
 }
 
 void translateMdb(ConnectionString& string, const std::string& provider) {
@@ -185,20 +194,20 @@ const std::array<Provider, 11> Providers = {{{"MICROSOFT.JET.OLEDB.", MdbDriver,
        "; with another ODBC driver write \"Driver={its name};...\".");
 }
 
-void resolveDriver(ConnectionString& string, const Target& target, const PathTranslator& translatePath) {
+/// The driver by that name, here or elsewhere; null when it is registered but not known.
+const KnownDriver* resolveDriver(ConnectionString& string) {
   const std::string name = *string.find({"Driver"});
   const KnownDriver* const known = knownDriver(name);
   std::string registered = registeredDriver(name);
   if (registered.empty()) {
     if (known == nullptr) {
+      requireDescriptors();
       fail("No ODBC driver is registered as '" + name + "'. These are: " + registeredDriverNames() + ".");
     }
     registered = installedDriver(*known, "Driver={" + name + "}");
   }
   string.set("Driver", registered);
-  if (known == &SqliteDriver) translatePathOf(string, "Database", translatePath);
-  if (known == &MdbDriver) translatePathOf(string, "DBQ", translatePath);
-  setDefaults(string, known, target);
+  return known;
 }
 
 void translateMsdasql(ConnectionString& string) {
@@ -208,8 +217,8 @@ void translateMsdasql(ConnectionString& string) {
   renameCredentials(string);
 }
 
-void translateProvider(ConnectionString& string, const std::string& provider, const Target& target,
-                       const PathTranslator& translatePath) {
+const KnownDriver& translateProvider(ConnectionString& string, const std::string& provider,
+                                     const PathTranslator& translatePath) {
   const std::string name = basic::UCase(provider);
   const auto* const found = std::find_if(Providers.begin(), Providers.end(), [&name](const Provider& each) {
     return basic::StartsWith(name, each.prefix);
@@ -221,23 +230,51 @@ void translateProvider(ConnectionString& string, const std::string& provider, co
   }
   found->translate(string, provider);
   string.set("Driver", installedDriver(found->driver, "The provider '" + provider + "'"));
-  setDefaults(string, &found->driver, target);
+  return found->driver;
 }
 
-void translate(ConnectionString& string, const Target& target, const PathTranslator& translatePath) {
+/// What a file data source says is said by the string itself, where it does not say otherwise.
+void expandFileSource(ConnectionString& string, const PathTranslator& translatePath) {
+  translatePathOf(string, "FILEDSN", translatePath);
+  const auto name = string.find({"FILEDSN"});
+  if (!name) return;
+  string.erase("FILEDSN");
+  ConnectionString file = readFileSource(*name);
+  translateMsdasql(file);
+  const bool namesSource = string.has("Driver") || string.has("DSN");
+  for (const auto& [key, value] : file.settings()) {
+    const bool isSource = basic::EqualsIgnoreCase(key, "Driver") || basic::EqualsIgnoreCase(key, "DSN");
+    if (!isSource || !namesSource) string.setDefault(key, value);
+  }
+}
+
+void translateDriver(ConnectionString& string, const KnownDriver* driver, const Target& target) {
+  setDefaults(string, driver, target);
+  eraseOleDbSettings(string);
+  keepKnownSettings(string, driver);
+}
+
+/// Returns how the driver reads braces.
+Braces translate(ConnectionString& string, const Target& target, const PathTranslator& translatePath) {
   const auto provider = string.find({"Provider"});
-  const bool isOdbc = !provider || basic::StartsWith(basic::UCase(*provider), "MSDASQL");
-  if (!isOdbc) {
-    translateProvider(string, *provider, target, translatePath);
+  if (provider && !basic::StartsWith(basic::UCase(*provider), "MSDASQL")) {
+    translateDriver(string, &translateProvider(string, *provider, translatePath), target);
   } else {
     translateMsdasql(string);
-    if (string.has("Driver")) resolveDriver(string, target, translatePath);
-    translatePathOf(string, "FILEDSN", translatePath);
+    expandFileSource(string, translatePath);
+    if (string.has("DSN")) {
+      if (string.has("Driver")) fail("The connection string names both a Driver and a DSN.");
+      eraseOleDbSettings(string);
+      keepKnownSettingsBesideSource(string);
+      return bracesOf(driverBehindSource(*string.find({"DSN"})));
+    }
+    if (!string.has("Driver")) fail("The connection string names no Provider, Driver, DSN or FILEDSN.");
+    const KnownDriver* const driver = resolveDriver(string);
+    if (driver == &SqliteDriver) translatePathOf(string, "Database", translatePath);
+    if (driver == &MdbDriver) translatePathOf(string, "DBQ", translatePath);
+    translateDriver(string, driver, target);
   }
-  if (provider) eraseOleDbSettings(string);
-  if (!string.has("Driver") && !string.has("DSN") && !string.has("FILEDSN")) {
-    fail("The connection string names no Provider, Driver, DSN or FILEDSN.");
-  }
+  return bracesOf(driverBehindName(*string.find({"Driver"})));
 }
 
 std::chrono::seconds takeSeconds(ConnectionString& string, Keys keys, std::chrono::seconds otherwise) {
@@ -252,16 +289,11 @@ std::chrono::seconds takeSeconds(ConnectionString& string, Keys keys, std::chron
   return std::chrono::seconds(seconds);
 }
 
-/// The driver manager wants the driver first, and a DSN before what it overrides.
-std::string driverFirst(ConnectionString& string) {
-  std::string front;
-  for (const std::string_view key : {"Driver", "DSN", "FILEDSN"}) {
-    const auto value = string.find({key});
-    if (!value) continue;
-    string.erase(key);
-    front += std::string(key) + "={" + basic::Replace(*value, "}", "}}") + "};";
+void addSecrets(std::vector<std::string>& secrets, const ConnectionString& string) {
+  for (std::string& secret : secretsOf(string)) {
+    if (std::find(secrets.begin(), secrets.end(), secret) == secrets.end())
+      secrets.push_back(std::move(secret));
   }
-  return front + string.odbcText();
 }
 
 }  // namespace
@@ -271,21 +303,22 @@ Target targetOf(std::string_view connectionString, const PathTranslator& transla
   Target target;
   target.shown = basic::MaskedConnectionString(connectionString);
   ConnectionString string(connectionString);
-  target.secrets = secretsOf(string);
+  addSecrets(target.secrets, string);
   if (!password.empty()) target.secrets.emplace_back(password);
   try {
     target.connectTimeout =
         takeSeconds(string, {"Connect Timeout", "Connection Timeout"}, target.connectTimeout);
     target.commandTimeout =
         takeSeconds(string, {"Command Timeout", "General Timeout"}, target.commandTimeout);
-    translate(string, target, translatePath);
+    const Braces braces = translate(string, target, translatePath);
+    addSecrets(target.secrets, string);  // a file data source may have brought some
+    if (!user.empty()) string.set("UID", user);
+    if (!password.empty()) string.set("PWD", password);
+    target.odbcText = string.odbcText(braces);
   } catch (basic::Error& error) {
     error.description = withoutSecrets(std::move(error.description), target.secrets);
     throw;
   }
-  if (!user.empty()) string.set("UID", user);
-  if (!password.empty()) string.set("PWD", password);
-  target.odbcText = driverFirst(string);
   return target;
 }
 

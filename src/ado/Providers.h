@@ -26,8 +26,8 @@ using PathTranslator = std::function<std::string(std::string_view)>;
 
 /// Translates a connection string:
 ///
-/// - plain ODBC (Driver=, DSN=, FILEDSN=): a driver by its name here, by a path,
-///   or by its usual name elsewhere ("{SQL Server}");
+/// - plain ODBC (Driver=, DSN=, FILEDSN=): a driver by the name that it is registered
+///   by here, or by its usual name elsewhere ("{SQL Server}"), never by a path;
 /// - Provider=MSDASQL around such a one, also in Extended Properties;
 /// - OLE DB providers, by the ODBC driver that serves their database here:
 ///   Microsoft.Jet.OLEDB.*, Microsoft.ACE.OLEDB.*, SQLOLEDB, SQLNCLI*, MSOLEDBSQL*,
@@ -35,8 +35,9 @@ using PathTranslator = std::function<std::string(std::string_view)>;
 ///
 /// User and password, where given, replace those of the string. "Connect
 /// Timeout" and "Command Timeout" (seconds) are taken out of it. What nothing
-/// serves is an error that names provider and package. Paths of database files
-/// (SQLite, Access) and of FILEDSN go through `translatePath`.
+/// serves is an error that names provider and package, and so is a setting that is not
+/// known to be harmless (see Keywords.h). Paths of database files (SQLite, Access) and of
+/// FILEDSN go through `translatePath`.
 [[nodiscard]] Target targetOf(std::string_view connectionString, const PathTranslator& translatePath = {},
                               std::string_view user = {}, std::string_view password = {});
 

@@ -57,7 +57,7 @@ TEST(ConnectionString, IsWrittenSoThatItIsReadAgain) {
     ConnectionString string;
     string.set("PWD", value);
     string.set("X", "1");
-    EXPECT_EQ(parsed(string.odbcText()), "<PWD|" + value + "><X|1>");
+    EXPECT_EQ(parsed(string.odbcText(Braces::Doubled)), "<PWD|" + value + "><X|1>");
   }
 }
 
@@ -83,14 +83,14 @@ TEST(Providers, AreServedByTheDriversHere) {
     std::vector<std::string> parts;
   };
   for (const auto& [text, parts] : std::vector<Case>{
-           {"Provider=SQLite;Data Source=:memory:",
+           {"Provider=SQLite;Data Source=:memory:;Mode=Read;Prompt=4;OLE DB Services=-1;Location=x",
             {"Driver={SQLite3};", "Database=:memory:;", "NoCreat=1;"}},
            {"Provider=PostgreSQL OLE DB Provider;Data Source=db1;location=shop;User "
             "ID=me;Password=a;timeout=5",
             {"Driver={PostgreSQL Unicode};", "Servername=db1;", "Database=shop;", "UID=me;", "PWD=a;"}},
            {"Provider=PGNP.1;Data Source=db1;Initial Catalog=shop;Extended "
             "Properties=\"PORT=5433;SSLMODE=require\"",
-            {"Servername=db1;", "Database=shop;", "PORT=5433;", "SSLMODE=require;"}},
+            {"Servername=db1;", "Database=shop;", "Port=5433;", "SSLmode=require;"}},
            {"Provider=MySQL;Server=db1;Database=shop;User=me;Password=a",
             {"Driver={MariaDB Unicode};", "Server=db1;", "Database=shop;", "UID=me;", "PWD=a;"}},
            {"Provider=SQLOLEDB.1;Persist Security Info=False;Data Source=db1,1444;Initial Catalog=shop;User "
@@ -106,12 +106,15 @@ TEST(Providers, AreServedByTheDriversHere) {
            {"Driver={PostgreSQL Unicode(x64)};Server=db1", {"Driver={PostgreSQL Unicode};", "Server=db1;"}},
            {"Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ=/srv/shop.mdb",
             {"Driver={MDBTools};", "DBQ=/srv/shop.mdb;"}},
-           {"DSN=shop;UID=me;PWD=a", {"DSN={shop};", "UID=me;", "PWD=a;"}},
-           {"FILEDSN=/srv/shop.dsn", {"FILEDSN={/srv/shop.dsn};"}},
+           {"PWD=a;UID=me;DSN=my shop", {"DSN=my shop;UID=me;PWD=a;"}},
+           {"Driver={FreeTDS};Server=db1;Encrypt=yes;TrustServerCertificate=no;Persist Security Info=False",
+            {"Encryption=require;"}},
+           {"Driver={MySQL ODBC 3.51 Driver};Server=db1;User=me;Password={a;}}b};Option=3",
+            {"UID=me;", "PWD={a;}}b};"}},
            {"Provider=MSDASQL.1;Data Source=shop;User ID=me;Password=a;Persist Security Info=True",
-            {"DSN={shop};", "UID=me;", "PWD=a;"}},
+            {"DSN=shop;", "UID=me;", "PWD=a;"}},
            {"Provider=MSDASQL;Extended Properties=\"Driver={SQLite3};Database=/srv/a b.db\"",
-            {"Driver={SQLite3};", "Database={/srv/a b.db};"}},
+            {"Driver={SQLite3};", "Database=/srv/a b.db;"}},
        }) {
     SCOPED_TRACE(text);
     const std::string odbc = targetOf(text).odbcText;
@@ -149,6 +152,59 @@ TEST(Providers, SayWhatTheyDoNotServe) {
   }
 }
 
+TEST(Providers, TakeOnlyWhatTheyKnowToBeHarmless) {
+  const std::string sqlite = "Driver={SQLite3};Database=x.db;";
+  const std::string tds = "Provider=SQLOLEDB;Data Source=x;";
+  const std::string postgres = "Provider=PostgreSQL;Server=x;";
+  const std::string maria = "Driver={MariaDB Unicode};Server=x;";
+  for (const auto& [text, named] : std::vector<std::pair<std::string, const char*>>{
+           {"Driver=/tmp/x.so", "'/tmp/x.so'"},
+           {"Provider=MSDASQL;Extended Properties='Driver=x.so'", "'x.so'"},
+           {sqlite + "LoadExt=/tmp/x.so", "'LoadExt'"},
+           {sqlite + "tracefile=/tmp/x", "'tracefile'"},
+           {sqlite + "SAVEFILE=/tmp/x", "'SAVEFILE'"},
+           {sqlite + "JournalMode=OFF", "'JournalMode'"},
+           {sqlite + "DSN=x", "both a Driver and a DSN"},
+           {sqlite + "a==b=c", "'a=b'"},
+           {"Driver={SQLite3};Database=FILE:/srv/x.db?mode=rwc", "not an address"},
+           {"DSN=x;Database=file:x.db", "not an address"},
+           {"Provider=SQLite;Data Source=:memory:;FILEDSN=x", "'FILEDSN'"},
+           {tds + "DumpFile=/tmp/x", "'DumpFile'"},
+           {tds + "AttachDbFilename=x", "'AttachDbFilename'"},
+           {tds + "ClientCharset=../../tmp/x", "'../../tmp/x'"},
+           {tds + "Extended Properties='DebugFlags=1'", "'DebugFlags'"},
+           {postgres + "pqopt={sslkey=/tmp/x}", "'pqopt'"},
+           {postgres + "ConnSettings=DROP", "'ConnSettings'"},
+           {postgres + "Logdir=/tmp", "'Logdir'"},
+           {maria + "INITSTMT={DROP TABLE x}", "'INITSTMT'"},
+           {maria + "PLUGIN_DIR=/tmp", "'PLUGIN_DIR'"},
+           {maria + "SSLKEY=/tmp/x", "'SSLKEY'"},
+           {maria + "USE_MYCNF=1", "'USE_MYCNF'"},
+           {"DSN=x;Servername=evil", "'Servername'"},
+           {"DSN=x;Server=evil", "'Server'"},
+           {"DSN=x;Port=1", "'Port'"},
+           {"DSN=x;DMConnAttr=[106]={/tmp/x.so}", "'DMConnAttr'"},
+           {"FILEDSN=/nowhere/x", "/nowhere/x.dsn"},
+       }) {
+    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }), HasSubstr(named)) << text;
+  }
+}
+
+TEST(Providers, RefuseValuesThatTheDriverWouldSplit) {
+  for (const auto& [text, named] : std::vector<std::pair<std::string, const char*>>{
+           {"Driver={SQLite3};Database=x;PWD={s3;LoadExt=cret}", "'PWD'"},
+           {"Provider=SQLite;Data Source=:memory:;Password={{s3cret}", "'PWD'"},
+           {"Driver={MDBTools};DBQ='x;y'", "'DBQ'"},
+           {"Driver={FreeTDS};Server=x;PWD='s3};DumpFile=cret'", "'PWD'"},
+           {"DSN={x;Driver=y}", "'DSN'"},
+           {"DSN=unknown;PWD='s3;Server=cret'", "'PWD'"},
+       }) {
+    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }),
+                AllOf(HasSubstr(named), Not(HasSubstr("s3")), Not(HasSubstr("cret"))))
+        << text;
+  }
+}
+
 TEST(Providers, HaveTheirFilesTranslated) {
   const auto translate = [](std::string_view path) { return "/proc/self/" + std::string(path.substr(3)); };
   for (const auto& [text, part] : std::vector<std::pair<const char*, const char*>>{
@@ -156,7 +212,6 @@ TEST(Providers, HaveTheirFilesTranslated) {
            {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=C:\\status", "DBQ=/proc/self/status;"},
            {"Driver={SQLite3};Database=C:\\no", "Database=/proc/self/no;"},
            {"Driver={Microsoft Access Driver (*.mdb)};DBQ=C:\\x.mdb", "DBQ=/proc/self/x.mdb;"},
-           {"FILEDSN=C:\\x.dsn", "FILEDSN={/proc/self/x.dsn};"},
            {"Provider=SQLite;Data Source=:memory:", "Database=:memory:;"},
            {"Provider=PostgreSQL;Server=C:\\x;Database=C:\\y", "Database=C:\\y;"},
        }) {
@@ -165,9 +220,9 @@ TEST(Providers, HaveTheirFilesTranslated) {
 }
 
 TEST(Providers, TakeTimeoutsAndCredentials) {
-  const Target target =
-      targetOf("DSN=shop;UID=me;PWD=a;Connect Timeout=3;Command Timeout=0;Extended Properties='PWD=c'", {},
-               "you", "b;");
+  const Target target = targetOf(
+      "Driver={MariaDB Unicode};UID=me;PWD=a;Connect Timeout=3;Command Timeout=0;Extended Properties='PWD=c'",
+      {}, "you", "b;");
   EXPECT_EQ(target.connectTimeout.count(), 3);
   EXPECT_EQ(target.commandTimeout.count(), 0);
   EXPECT_THAT(target.odbcText,

@@ -120,16 +120,15 @@ TEST(Connection, IsAbandonedWhileItIsBusyWithoutWaiting) {
 
 TEST(Connection, FactoryWaitsForWorkersThatEnd) {
   const auto connections = [] {
-    return value(*postgres().opened(
-                     "SELECT count(*)::text AS n FROM pg_stat_activity WHERE application_name = 'ending'"),
-                 "n");
+    return value(
+        *postgres().opened("SELECT count(*)::text AS n FROM pg_stat_activity WHERE usename = 'ending'"), "n");
   };
+  postgres().execute("CREATE ROLE ending LOGIN PASSWORD 'other'");
   {
     Factory factory;
     const auto connection = factory.CreateConnection();
-    connection->ConnectionString(postgres().connectionString() +
-                                 ";ConnSettings={SET application_name TO ending}");
-    connection->Open("", "", -1);
+    connection->ConnectionString(postgres().connectionString());
+    connection->Open("ending", "other", -1);
     waitWhile(*connection, ADODB::adStateConnecting);
     EXPECT_EQ(connections(), "1");
     connection->Close();

@@ -1,10 +1,11 @@
 // Decks and visitors that mean harm, or only look as if they did.
 
 import assert from "node:assert/strict";
+import { writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { editPart } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { makeDatabaseDeck, makeValueDeck, setValues } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
 
 test("a shape may have any number of 32 bits", async (t) => {
@@ -31,4 +32,31 @@ test("a shape may have any number of 32 bits", async (t) => {
   assert.equal(data[0].id, `s1-sh${numbers["p2 Item"]}`);
   assert.match(data[0].html, /changed/);
   await until("the state", async () => (await show.text(1, "p2 Item")) === "changed");
+});
+
+test("a deck's connection loads nothing and says which setting is at fault", (t) => {
+  const sandbox = new Sandbox(t);
+  const library = sandbox.path("driver.so");
+  writeFileSync(library, "no library");
+  writeFileSync(sandbox.path("source.dsn"), `[ODBC]\nDRIVER=${library}\n`);
+  const cases = [
+    [`Driver=${library}`, /No ODBC driver is registered as '.*driver\.so'/],
+    [`FILEDSN=${sandbox.path("source.dsn")}`, /No ODBC driver is registered as '.*driver\.so'/],
+    [`Provider=SQLite;Data Source=:memory:;LoadExt=${library}`, /holds 'LoadExt'/],
+    ["DSN=shop;Servername=evil.example;PWD=s3cret", /holds 'Servername'/],
+  ];
+  for (const [connectionString, reason] of cases) {
+    const deck = makeDatabaseDeck(sandbox, connectionString, "SELECT 1 AS Value");
+    const verbs = [
+      ["check", deck],
+      ["fill", deck, "-o", sandbox.path("filled.pptx")],
+      ["connection", deck, "test", "001"],
+    ];
+    for (const line of verbs) {
+      const { code, out, error } = sandbox.run(...line);
+      assert.equal(code, 1, line[0]);
+      assert.match(out + error, reason, line[0]);
+      assert.doesNotMatch(out + error, /s3cret/, line[0]);
+    }
+  }
 });

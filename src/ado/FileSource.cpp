@@ -1,0 +1,61 @@
+#include "ado/FileSource.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include "basic/Error.h"
+#include "basic/Strings.h"
+
+namespace ado {
+namespace {
+
+constexpr std::string_view CommonFolder = "/etc/ODBCDataSources";
+constexpr std::uintmax_t LongestFile = 64 * 1024;
+
+[[noreturn]] void fail(const std::filesystem::path& file, std::string_view why) {
+  throw basic::Error(basic::AdapterError, "ADODB.Connection",
+                     "The file data source " + file.string() + " cannot be read: " + std::string(why) + ".");
+}
+
+std::string_view withoutBlanks(std::string_view text) {
+  constexpr std::string_view Blanks = " \t\r";
+  const std::size_t begin = text.find_first_not_of(Blanks);
+  if (begin == std::string_view::npos) return {};
+  return text.substr(begin, text.find_last_not_of(Blanks) - begin + 1);
+}
+
+std::string_view withoutBraces(std::string_view value) {
+  const bool isBraced = value.size() >= 2 && value.front() == '{' && value.back() == '}';
+  return isBraced ? value.substr(1, value.size() - 2) : value;
+}
+
+}  // namespace
+
+ConnectionString readFileSource(std::string_view name) {
+  std::filesystem::path path = std::filesystem::path(CommonFolder) / name;
+  if (!path.has_extension()) path += ".dsn";
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) fail(path, "there is no such file");
+  if (std::filesystem::file_size(path, error) > LongestFile || error) fail(path, "it is too long");
+  std::ifstream file(path);
+  if (!file) fail(path, "the file cannot be opened");
+
+  ConnectionString settings;
+  bool isOurs = false;
+  bool found = false;
+  for (std::string line; std::getline(file, line);) {
+    const std::string_view text = withoutBlanks(line);
+    if (basic::StartsWith(text, "[")) {
+      isOurs = basic::EqualsIgnoreCase(text, "[ODBC]");
+      found = found || isOurs;
+    } else if (const std::size_t equals = text.find('=');
+               isOurs && equals != std::string_view::npos && text[0] != ';' && text[0] != '#') {
+      settings.set(withoutBlanks(text.substr(0, equals)),
+                   withoutBraces(withoutBlanks(text.substr(equals + 1))));
+    }
+  }
+  if (!found) fail(path, "it has no section [ODBC]");
+  return settings;
+}
+
+}  // namespace ado
