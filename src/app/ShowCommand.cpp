@@ -14,6 +14,7 @@
 #include "app/LinkedSheets.h"
 #include "app/LiveShow.h"
 #include "app/Token.h"
+#include "platform/Descriptors.h"
 #include "web/Server.h"
 
 namespace app {
@@ -29,6 +30,7 @@ struct ShowOptions {
   std::optional<std::int32_t> slide;
   std::optional<std::int32_t> whenEmpty;
   std::string stale;
+  std::optional<std::size_t> perAddress;
   bool kiosk = false;
   bool loop = false;
   bool open = false;
@@ -42,6 +44,22 @@ StaleData staleData(const ShowOptions& options) {
   if (const auto known = staleDataOf(name)) return *known;
   fail((options.stale.empty() ? "The setting StaleData" : "--stale") +
        std::string(" must be keep, mark or blank, not \"") + name + "\".");
+}
+
+/// Screens must not take the descriptors that data files, databases, their drivers and the logs need.
+void limitConnections(web::Options& web, const ShowOptions& options) {
+  constexpr std::size_t OwnFiles = 256;
+  constexpr std::size_t Fewest = 16;
+  const std::size_t wanted = web.maxConnections + web.maxGuests + OwnFiles;
+  const std::size_t allowed = platform::allowDescriptors(wanted);
+  if (allowed < wanted) {
+    const std::size_t kept = OwnFiles + web.maxGuests;
+    web.maxConnections = allowed > kept + Fewest ? allowed - kept : Fewest;
+    std::cerr << "lumenfold: the system lets this program open " << allowed << " files, so it takes "
+              << web.maxConnections << " connections at a time; raise the hard limit (ulimit -Hn) to "
+              << wanted << " for all of them.\n";
+  }
+  web.maxPerAddress = options.perAddress.value_or(web.maxConnections / 2);
 }
 
 /// Runs the loop until the show is over and the screens have been told.
@@ -63,6 +81,7 @@ class ShowRun {
     web.port = options_.port;
     web.token = token.value;
     web.allowedNames = options_.names;
+    limitConnections(web, options_);
     web.onError = [](const basic::Error& error) {
       std::cerr << "lumenfold: a request failed: " << error.description << '\n';
     };
@@ -181,6 +200,9 @@ void addShowCommand(CLI::App& program, Environment& environment) {
                    "Slide to show while every slide is hidden (else the deck's background)");
   verb->add_option("--stale", options->stale,
                    "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
+  verb->add_option("--per-address", options->perAddress,
+                   "Connections that one address may hold (else half of all); this machine may hold all")
+      ->check(CLI::PositiveNumber);
   verb->add_flag("--kiosk", options->kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
   verb->add_flag("--loop", options->loop, "Begin anew after the last slide");
   verb->add_flag("--open", options->open, "Start a browser on the screen");

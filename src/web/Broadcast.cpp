@@ -49,13 +49,14 @@ void Broadcast::beat() {
   start();
 }
 
-void Broadcast::open(boost::asio::ip::tcp::socket socket, const StreamWanted& wanted) {
-  if (!wanted.isScreen) return programs_.open(std::move(socket), options_);
+void Broadcast::open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
+                     const StreamWanted& wanted) {
+  if (!wanted.isScreen) return programs_.open(std::move(socket), std::move(seat), options_);
   dropUnusedChannels();
   Channel& channel = channelOf(wanted.view);
   watchSlides();
   const std::string name = book_.add(wanted.view);
-  channel.open(std::move(socket), options_, name, greetingMessage(name));
+  channel.open(std::move(socket), std::move(seat), options_, name, greetingMessage(name));
 }
 
 Channel& Broadcast::channelOf(const View& view) {

@@ -27,7 +27,7 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
 
   /// Begins the heartbeat.
   void start();
-  void open(boost::asio::ip::tcp::socket socket, const StreamWanted& wanted);
+  void open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const StreamWanted& wanted);
   void slideChanged(Time changed);
   void pictureChanged(Time changed);
   void shapesChanged(const std::vector<ShapeChange>& changes, Time changed);

@@ -7,10 +7,10 @@ Channel::Channel(Build state, std::function<void(const std::string& name)> left)
 
 Channel::~Channel() { close(); }
 
-void Channel::open(boost::asio::ip::tcp::socket socket, const Options& options, std::string name,
-                   SharedMessage greeting) {
+void Channel::open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
+                   const Options& options, std::string name, SharedMessage greeting) {
   EventStream::Source& source = *this;
-  auto stream = std::make_shared<EventStream>(std::move(socket), source, options);
+  auto stream = std::make_shared<EventStream>(std::move(socket), std::move(seat), source, options);
   streams_.emplace(stream.get(), Reader{stream, std::move(name)});
   stream->start(std::move(greeting));
 }

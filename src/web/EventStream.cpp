@@ -14,8 +14,13 @@ namespace web {
 namespace asio = boost::asio;
 using boost::system::error_code;
 
-EventStream::EventStream(asio::ip::tcp::socket socket, Source& source, const Options& options)
-    : socket_(std::move(socket)), deadline_(socket_.get_executor()), source_(source), options_(options) {
+EventStream::EventStream(asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, Source& source,
+                         const Options& options)
+    : socket_(std::move(socket)),
+      seat_(std::move(seat)),
+      deadline_(socket_.get_executor()),
+      source_(source),
+      options_(options) {
   error_code ignored;  // each of these only makes a good stream better
   socket_.set_option(asio::ip::tcp::no_delay(true), ignored);
   socket_.set_option(asio::socket_base::send_buffer_size(options.streamSendBuffer), ignored);
@@ -70,6 +75,7 @@ void EventStream::finish(SharedMessage last) {
 
 void EventStream::close() {
   if (std::exchange(closed_, true)) return;
+  seat_.reset();
   error_code ignored;
   socket_.close(ignored);
   deadline_.cancel();

@@ -5,9 +5,11 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "web/Messages.h"
+#include "web/Seats.h"
 
 namespace web {
 
@@ -31,7 +33,8 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
   };
 
   /// `options` and `source` outlive the stream or its close().
-  EventStream(boost::asio::ip::tcp::socket socket, Source& source, const Options& options);
+  EventStream(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, Source& source,
+              const Options& options);
 
   /// Sends the response's head, the greeting when there is one, and the whole state.
   void start(SharedMessage greeting = nullptr);
@@ -49,6 +52,7 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
   void enqueue(SharedMessage message);
 
   boost::asio::ip::tcp::socket socket_;
+  std::optional<Seats::Seat> seat_;
   boost::asio::steady_timer deadline_;
   Source& source_;
   const Options& options_;

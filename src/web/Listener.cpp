@@ -36,12 +36,13 @@ constexpr std::chrono::milliseconds acceptPause{100};
 
 }  // namespace
 
-Listener::Listener(asio::io_context& loop, const Options& options,
-                   std::function<Response(const Request&)> answer,
-                   std::function<void(tcp::socket, const StreamWanted&)> stream,
-                   std::function<std::size_t()> streams)
-    : options_(options), acceptor_(loop), timer_(loop), streams_(std::move(streams)) {
-  owner_ = {std::move(answer), std::move(stream), [this](Session& session) { left(session); }};
+Listener::Listener(asio::io_context& loop, const Options& options, Session::Owner owner)
+    : options_(options),
+      acceptor_(loop),
+      timer_(loop),
+      owner_(std::move(owner)),
+      seats_(options.maxConnections, options.maxPerAddress) {
+  owner_.left = [this](Session& session) { left(session); };
   bind();
 }
 
@@ -82,6 +83,7 @@ void Listener::close() {
   timer_.cancel();
   for (const auto& [key, session] : sessions_) session->close();
   sessions_.clear();
+  guests_.clear();
 }
 
 void Listener::accept() {
@@ -97,18 +99,24 @@ void Listener::accept() {
 }
 
 void Listener::admit(tcp::socket socket) {
-  if (sessions_.size() + streams_() >= options_.maxConnections) {
-    constexpr std::string_view full =
-        "HTTP/1.1 503 Service Unavailable\r\nContent-Type: application/json\r\nContent-Length: 38\r\n"
-        "Retry-After: 15\r\nConnection: close\r\n\r\n{\"error\":\"Too many connections open.\"}";
-    error_code ignored;
-    socket.non_blocking(true, ignored);
-    socket.write_some(asio::buffer(full.data(), full.size()), ignored);
-    return;
-  }
-  auto session = Session::make(std::move(socket), owner_, options_);
+  error_code gone;
+  const auto from = socket.remote_endpoint(gone);
+  if (gone) return;
+  auto seat = seats_.take(from.address());
+  const bool isGuest = !seat;
+  auto session = Session::make(std::move(socket), std::move(seat), owner_, options_);
   sessions_.emplace(session.get(), session);
+  if (isGuest) greet(*session);
   session->start();
+}
+
+void Listener::greet(Session& guest) {
+  guests_.push_back(&guest);
+  if (guests_.size() <= options_.maxGuests) return;
+  const auto first = sessions_.find(guests_.front());
+  guests_.pop_front();
+  first->second->close();
+  sessions_.erase(first);
 }
 
 /// Out of file descriptors, most likely: trying at once would spin.
@@ -120,6 +128,7 @@ void Listener::acceptLater() {
 }
 
 void Listener::left(Session& session) {
+  std::erase(guests_, &session);
   sessions_.erase(&session);
   if (stopped_ && sessions_.empty()) timer_.cancel();
 }

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
+#include "web/Response.h"
+
 namespace web {
 namespace {
 
@@ -163,17 +165,18 @@ SharedMessage heartbeatMessage(bool visible) {
 }
 
 SharedMessage streamHead() {
-  static const auto head =
-      std::make_shared<const Message>(Message{"HTTP/1.1 200 OK\r\n"
-                                              "Content-Type: text/event-stream\r\n"
-                                              "Cache-Control: no-store\r\n"
-                                              "X-Content-Type-Options: nosniff\r\n"
-                                              "Referrer-Policy: no-referrer\r\n"
-                                              // Proxies that gather an answer before they pass it on.
-                                              "X-Accel-Buffering: no\r\n"
-                                              "Transfer-Encoding: chunked\r\n"
-                                              "Connection: close\r\n\r\n",
-                                              false});
+  static const auto head = [] {
+    std::string text =
+        "HTTP/1.1 200 OK\r\n"
+        "Content-Type: text/event-stream\r\n"
+        "Cache-Control: no-store\r\n"
+        // Proxies that gather an answer before they pass it on.
+        "X-Accel-Buffering: no\r\n";
+    for (const auto& [name, value] : commonHeaders)
+      text.append(name).append(": ").append(value).append("\r\n");
+    text += "Transfer-Encoding: chunked\r\nConnection: close\r\n\r\n";
+    return std::make_shared<const Message>(Message{std::move(text), false});
+  }();
   return head;
 }
 

@@ -22,10 +22,16 @@ struct Options {
   /// Further names under which the server may be addressed; see Guard.
   std::vector<std::string> allowedNames;
 
-  /// Connections at one time, streams included; one more is answered 503.
+  /// Connections at one time, streams included; see Listener for what one more gets.
   std::size_t maxConnections = 2000;
+  /// Those of one address; this machine's own may have them all. See Seats.
+  std::size_t maxPerAddress = 1000;
+  /// Connections beyond these at one time, which may ask one thing each.
+  std::size_t maxGuests = 32;
   /// A new connection must have sent its request within this time.
   std::chrono::milliseconds requestTimeout{10'000};
+  /// One that is beyond maxConnections, within this.
+  std::chrono::milliseconds guestTimeout{2'000};
   /// A connection that has been answered may wait this long for its next request.
   std::chrono::milliseconds idleTimeout{60'000};
   /// The reader of a stream that takes nothing for so long is dropped; for other

@@ -19,6 +19,14 @@ struct StreamWanted {
   View view = {};
 };
 
+/// What every answer carries: browsers do not guess what it is, tell no other site of
+/// it, and let pages of other sites neither hold it nor reach into it.
+inline constexpr std::pair<std::string_view, std::string_view> commonHeaders[] = {
+    {"X-Content-Type-Options", "nosniff"},
+    {"Referrer-Policy", "no-referrer"},
+    {"Cross-Origin-Opener-Policy", "same-origin"},
+    {"Cross-Origin-Resource-Policy", "same-origin"}};
+
 struct Response {
   int status = 200;
   std::vector<std::pair<std::string_view, std::string>> headers;

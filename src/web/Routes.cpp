@@ -5,6 +5,7 @@
 #include <charconv>
 #include <utility>
 
+#include "basic/Strings.h"
 #include "web/Broadcast.h"
 #include "web/ClientFiles.h"
 #include "web/Page.h"
@@ -111,6 +112,22 @@ Response partOf(Response whole, std::string_view range) {
   return whole;
 }
 
+/// A target may name the server as well; that name goes before the Host header
+/// (RFC 9112, 3.2.2).
+Request inOriginForm(Request request) {
+  for (const std::string_view scheme : {"http://", "https://"}) {
+    if (!basic::EqualsIgnoreCase(request.target.substr(0, scheme.size()), scheme)) continue;
+    const std::string_view rest = request.target.substr(scheme.size());
+    const std::size_t end = std::min(rest.find_first_of("/?"), rest.size());
+    request.host = rest.substr(0, end);
+    request.target = end < rest.size() && rest[end] == '/' ? rest.substr(end) : "/";
+    break;
+  }
+  return request;
+}
+
+std::string_view pathOf(const Request& request) { return request.target.substr(0, request.target.find('?')); }
+
 bool isListed(std::string_view tags, std::string_view tag) {
   return tags == "*" || tags.find(tag) != std::string_view::npos;
 }
@@ -132,16 +149,24 @@ Response Routes::answer(const Request& request) {
     report(basic::Error(basic::AdapterError, "web", error.what()));
     response = Response::error(500, failure);
   }
-  response.headers.emplace_back("X-Content-Type-Options", "nosniff");
-  response.headers.emplace_back("Referrer-Policy", "no-referrer");
+  response.body = bodies_.shared(std::move(response.body));
   return response;
 }
 
-Response Routes::dispatch(const Request& request) {
+Response Routes::answerGuest(const Request& request) {
+  const std::string_view path = pathOf(inOriginForm(request));
+  if (path == "/healthz" || path == "/readyz" || guard_.mayChange(request)) return answer(request);
+  Response response = Response::error(503, "There are too many connections, in all or from this address.");
+  response.headers.emplace_back("Retry-After", "15");
+  return response;
+}
+
+Response Routes::dispatch(const Request& asked) {
+  const Request request = inOriginForm(asked);
   if (request.hosts != 1) return Response::error(400, "A request needs one Host header.");
   if (const auto objection = guard_.objection(request)) return Response::error(403, *objection);
 
-  std::string_view path = request.target.substr(0, request.target.find('?'));
+  std::string_view path = pathOf(request);
   if (path == "/screen/events") return stream(request, true);
   if (path == "/api/v1/events") return stream(request, false);
   if (path.starts_with(reportPrefix) && path.ends_with(reportSuffix) &&

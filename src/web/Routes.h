@@ -8,6 +8,7 @@
 #include "web/Options.h"
 #include "web/Request.h"
 #include "web/Response.h"
+#include "web/SharedBodies.h"
 #include "web/Show.h"
 
 namespace web {
@@ -36,16 +37,19 @@ class Broadcast;
 /// HEAD works wherever GET does, streams apart. Errors are JSON, {"error":"…"}:
 /// 400 for a slide number that is none, 401 without the token, 403 for a foreign
 /// request (see Guard), 404, 405, 409 when the show refuses a command, 416 for a range behind the end, 429
-/// for a screen that reports too often, 500 when the show fails.
+/// for a screen that reports too often, 500 when the show fails, 503 when too many are here.
 class Routes {
  public:
   Routes(Show& show, Broadcast& broadcast, const Options& options);
 
   /// Never throws for a failure of the show.
   [[nodiscard]] Response answer(const Request& request);
+  /// The same for a connection beyond those that there may be: only what watches over the
+  /// program (/healthz, /readyz) and who holds the token are heard, others get 503.
+  [[nodiscard]] Response answerGuest(const Request& request);
 
  private:
-  Response dispatch(const Request& request);
+  Response dispatch(const Request& asked);
   Response get(const Request& request, std::string_view path);
   Response readyAnswer();
   Response slideAnswer(std::string_view number);
@@ -62,6 +66,7 @@ class Routes {
   Broadcast& broadcast_;
   const Options& options_;
   Guard guard_;
+  SharedBodies bodies_;
   std::uint64_t failures_ = 0;
 };
 

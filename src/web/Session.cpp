@@ -3,6 +3,7 @@
 
 #include <array>
 #include <boost/asio/buffer.hpp>
+#include <boost/asio/write.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http.hpp>
@@ -39,15 +40,43 @@ std::optional<Response> complaint(const error_code& failed) {
   return Response::error(400, "This is not an HTTP request: " + failed.message() + ".");
 }
 
+using Message = http::request<http::string_body>;
+
+/// What is wrong with a request whose headers can be read; nothing: it may go on. Where a
+/// request ends must not be open to two opinions, as proxies may have another one.
+std::optional<Response> objection(const Message& message) {
+  const auto codings = message.count(http::field::transfer_encoding);
+  const bool isChunked = beast::iequals(message[http::field::transfer_encoding], "chunked");
+  if (codings > 1 || (codings == 1 && (!isChunked || message.version() < 11))) {
+    return Response::error(400, "The only Transfer-Encoding that is understood here is chunked, once.");
+  }
+  const auto expected = message[http::field::expect];
+  if (!expected.empty() && message.version() >= 11 && !beast::iequals(expected, "100-continue")) {
+    return Response::error(417, "Nothing but 100-continue can be expected here.");
+  }
+  return std::nullopt;
+}
+
+bool wantsToContinue(const Message& message) {
+  return message.version() >= 11 && beast::iequals(message[http::field::expect], "100-continue");
+}
+
+constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
+
 class HttpSession : public Session, public std::enable_shared_from_this<HttpSession> {
  public:
-  HttpSession(asio::ip::tcp::socket socket, const Owner& owner, const Options& options)
-      : stream_(std::move(socket)), owner_(owner), options_(options) {}
+  HttpSession(asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const Owner& owner,
+              const Options& options)
+      : stream_(std::move(socket)),
+        seat_(std::move(seat)),
+        isGuest_(!seat_),
+        owner_(owner),
+        options_(options) {}
 
   void start() override {
     error_code ignored;
     stream_.socket().set_option(asio::ip::tcp::no_delay(true), ignored);
-    read(options_.requestTimeout);
+    read(isGuest_ ? options_.guestTimeout : options_.requestTimeout);
   }
 
   void finish() override {
@@ -57,6 +86,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
 
   void close() override {
     closed_ = true;
+    seat_.reset();
     stream_.close();
   }
 
@@ -69,6 +99,31 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     parser_->header_limit(headerLimit);
     parser_->body_limit(bodyLimit);
     stream_.expires_after(patience);
+    http::async_read_header(
+        stream_, buffer_, *parser_,
+        [self = shared_from_this()](error_code failed, std::size_t) { self->onHeader(failed); });
+  }
+
+  void onHeader(const error_code& failed) {
+    if (closed_) return;
+    if (failed) return onRead(failed);
+    if (auto response = objection(parser_->get())) {
+      answering_ = true;
+      return write(std::move(*response), parser_->get().version(), false, false);
+    }
+    if (!parser_->is_done() && wantsToContinue(parser_->get())) {
+      asio::async_write(stream_, asio::buffer(goOn.data(), goOn.size()),
+                        [self = shared_from_this()](error_code unsent, std::size_t) {
+                          if (self->closed_) return;
+                          if (unsent) return self->leave();
+                          self->readBody();
+                        });
+    } else {
+      readBody();
+    }
+  }
+
+  void readBody() {
     http::async_read(stream_, buffer_, *parser_,
                      [self = shared_from_this()](error_code failed, std::size_t) { self->onRead(failed); });
   }
@@ -99,24 +154,28 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     request.body = message.body();
     request.canStream = message.version() >= 11;
 
-    Response response = owner_.answer(request);
+    Response response = isGuest_ ? owner_.answerGuest(request) : owner_.answer(request);
     if (closed_) return;
     if (!response.stream) {
-      return write(std::move(response), message.version(), message.keep_alive() && !finishing_,
+      return write(std::move(response), message.version(), message.keep_alive() && !finishing_ && !isGuest_,
                    message.method() == http::verb::head);
     }
     auto socket = stream_.release_socket();
     const auto self = shared_from_this();
     closed_ = true;
     owner_.left(*this);
-    owner_.stream(std::move(socket), *response.stream);
+    owner_.stream(std::move(socket), std::move(seat_), *response.stream);
   }
 
   void write(Response response, unsigned version, bool keepAlive, bool headOnly) {
     response_ = std::move(response);
     answer_.emplace(http::status(response_.status), version);
-    for (const auto& [name, value] : response_.headers)
-      answer_->set(beast::string_view(name.data(), name.size()), value);
+    const auto set = [this](std::string_view name, std::string_view value) {
+      answer_->set(beast::string_view(name.data(), name.size()),
+                   beast::string_view(value.data(), value.size()));
+    };
+    for (const auto& [name, value] : commonHeaders) set(name, value);
+    for (const auto& [name, value] : response_.headers) set(name, value);
     answer_->keep_alive(keepAlive);
     const std::string_view body = response_.content();
     if (response_.status != 304) answer_->content_length(body.size());
@@ -163,6 +222,8 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
   }
 
   beast::tcp_stream stream_;
+  std::optional<Seats::Seat> seat_;
+  const bool isGuest_;
   const Owner& owner_;
   const Options& options_;
   beast::flat_buffer buffer_{headerLimit + bodyLimit};
@@ -178,9 +239,9 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
 
 }  // namespace
 
-std::shared_ptr<Session> Session::make(asio::ip::tcp::socket socket, const Owner& owner,
-                                       const Options& options) {
-  return std::make_shared<HttpSession>(std::move(socket), owner, options);
+std::shared_ptr<Session> Session::make(asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
+                                       const Owner& owner, const Options& options) {
+  return std::make_shared<HttpSession>(std::move(socket), std::move(seat), owner, options);
 }
 
 }  // namespace web

@@ -3,9 +3,11 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "web/Request.h"
 #include "web/Response.h"
+#include "web/Seats.h"
 
 namespace web {
 
@@ -18,16 +20,19 @@ class Session {
  public:
   struct Owner {
     std::function<Response(const Request&)> answer;
-    /// Takes over the socket of a connection that becomes a stream. Comes after
-    /// `left`.
-    std::function<void(boost::asio::ip::tcp::socket, const StreamWanted&)> stream;
+    /// The same for guests.
+    std::function<Response(const Request&)> answerGuest;
+    /// Takes over the socket of a connection that becomes a stream, and its seat; a guest
+    /// has none. Comes after `left`.
+    std::function<void(boost::asio::ip::tcp::socket, std::optional<Seats::Seat>, const StreamWanted&)> stream;
     /// The connection has ended by itself.
     std::function<void(Session&)> left;
   };
 
-  /// `owner` and `options` outlive the session or its close().
-  static std::shared_ptr<Session> make(boost::asio::ip::tcp::socket socket, const Owner& owner,
-                                       const Options& options);
+  /// `owner` and `options` outlive the session or its close(). Without a seat it is a
+  /// guest's: one request, soon.
+  static std::shared_ptr<Session> make(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
+                                       const Owner& owner, const Options& options);
   virtual ~Session() = default;
 
   virtual void start() = 0;

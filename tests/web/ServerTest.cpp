@@ -5,7 +5,9 @@
 #include <nlohmann/json.hpp>
 #include <regex>
 
+#include "web/Broadcast.h"
 #include "web/ClientFiles.h"
+#include "web/Routes.h"
 #include "web/ServerFixture.h"
 
 namespace web::test {
@@ -35,14 +37,30 @@ TEST_F(ServerTest, ServesThePageWithThePresentSlideInIt) {
   EXPECT_THAT(page.body, HasSubstr("data-blank=\"white\" data-kiosk>"));
   EXPECT_THAT(page.body, HasSubstr("--slide-width: 720.5px; --slide-height: 540px"));
   EXPECT_EQ("no-store", page.headers.at("Cache-Control"));
-  EXPECT_EQ("nosniff", page.headers.at("X-Content-Type-Options"));
-  EXPECT_EQ("no-referrer", page.headers.at("Referrer-Policy"));
   EXPECT_THAT(page.headers.at("Content-Security-Policy"),
               HasSubstr("default-src 'none'; script-src 'self';"));
+  EXPECT_THAT(page.headers.at("Content-Security-Policy"), Not(HasSubstr("eval")));
 
   client.send("HEAD / HTTP/1.1\r\nHost: localhost\r\n\r\n");
   const Answer head = client.answer(false);
   EXPECT_EQ(std::to_string(client.get("/").body.size()), head.headers.at("Content-Length"));
+}
+
+TEST_F(ServerTest, TellsBrowsersToKeepEveryAnswerFromOtherSites) {
+  show.assets["pic"] = {std::make_shared<const std::string>("x"), "image/png"};
+  for (const char* request :
+       {"GET / HTTP/1.1\r\nHost: localhost\r\n\r\n", "GET /assets/pic HTTP/1.1\r\nHost: localhost\r\n\r\n",
+        "GET /api/v1/state HTTP/1.1\r\nHost: localhost\r\n\r\n",
+        "GET /nowhere HTTP/1.1\r\nHost: evil\r\n\r\n",
+        "GET /screen/events HTTP/1.1\r\nHost: localhost\r\n\r\n", "nonsense\r\n\r\n"}) {
+    Client client = connect();
+    client.send(request);
+    const Answer answer = client.answer();
+    EXPECT_EQ("nosniff", answer.headers.at("X-Content-Type-Options")) << request;
+    EXPECT_EQ("no-referrer", answer.headers.at("Referrer-Policy")) << request;
+    EXPECT_EQ("same-origin", answer.headers.at("Cross-Origin-Opener-Policy")) << request;
+    EXPECT_EQ("same-origin", answer.headers.at("Cross-Origin-Resource-Policy")) << request;
+  }
 }
 
 TEST_F(ServerTest, ServesEveryFileThatThePageAndItsScriptsName) {
@@ -114,6 +132,27 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"NegativeLength", "POST / HTTP/1.1\r\n" + host + "Content-Length: -1\r\n\r\n", 400},
         Bad{"TwoLengths", "POST / HTTP/1.1\r\n" + host + "Content-Length: 1\r\nContent-Length: 2\r\n\r\nab",
             400},
+        Bad{"UnknownCoding",
+            "POST / HTTP/1.1\r\n" + host + "Transfer-Encoding: gzip\r\n\r\nGET /api/v1/state HTTP/1.1\r\n",
+            400},
+        Bad{"UnknownCodingFirst",
+            "POST / HTTP/1.1\r\n" + host + "Transfer-Encoding: gzip, chunked\r\n\r\n0\r\n\r\n", 400},
+        Bad{"CodingTwice",
+            "POST / HTTP/1.1\r\n" + host + "Transfer-Encoding: chunked, chunked\r\n\r\n0\r\n\r\n", 400},
+        Bad{"TwoCodings",
+            "POST / HTTP/1.1\r\n" + host +
+                "Transfer-Encoding: chunked\r\nTransfer-Encoding: identity\r\n\r\n0\r\n\r\n",
+            400},
+        Bad{"CodingAndLength",
+            "POST / HTTP/1.1\r\n" + host + "Content-Length: 5\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n",
+            400},
+        Bad{"CodingInHttp10", "POST / HTTP/1.0\r\n" + host + "Transfer-Encoding: chunked\r\n\r\n0\r\n\r\n",
+            400},
+        Bad{"OtherExpectation", "GET / HTTP/1.1\r\n" + host + "Expect: 200-ok\r\n\r\n", 417},
+        Bad{"LongBodyExpected",
+            "POST / HTTP/1.1\r\n" + host + "Expect: 100-continue\r\nContent-Length: 1000000\r\n\r\n", 413},
+        Bad{"ForeignTarget", "GET http://evil.example/ HTTP/1.1\r\n" + host + "\r\n", 403},
+        Bad{"TargetWithoutName", "GET http:/// HTTP/1.1\r\n" + host + "\r\n", 403},
         Bad{"LongHeader", "GET / HTTP/1.1\r\n" + host + "X: " + std::string(20000, 'x') + "\r\n\r\n", 431},
         Bad{"LongTarget", "GET /" + std::string(20000, 'x') + " HTTP/1.1\r\n" + host + "\r\n", 431},
         Bad{"LongBody", "POST / HTTP/1.1\r\n" + host + "Content-Length: 1000000\r\n\r\n", 413},
@@ -133,6 +172,35 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"GoToWord", "POST /api/v1/goto/3x HTTP/1.1\r\n" + host + token + "\r\n", 400},
         Bad{"GoToHuge", "POST /api/v1/goto/99999999999 HTTP/1.1\r\n" + host + token + "\r\n", 400}),
     [](const auto& bad) { return bad.param.name; });
+
+TEST_F(ServerTest, TakesBodiesInChunksAndAfterAContinue) {
+  Client client = connect();
+  client.send("POST /api/v1/next HTTP/1.1\r\n" + host + token +
+              "Transfer-Encoding: Chunked\r\n\r\n2\r\n{}\r\n0\r\n\r\n");
+  EXPECT_EQ(200, client.answer().status);
+  client.send("POST /api/v1/last HTTP/1.1\r\n" + host + token +
+              "Expect: 100-Continue\r\nContent-Length: 2\r\n\r\n");
+  EXPECT_EQ(100, client.answer().status);
+  EXPECT_THAT(show.commands, ElementsAre("next"));
+  client.send("{}");
+  EXPECT_EQ(200, client.answer().status);
+  EXPECT_THAT(show.commands, ElementsAre("next", "last"));
+  // Nothing to wait for: the body is there already, or there is none.
+  client.send("POST /api/v1/first HTTP/1.1\r\n" + host + token + "Expect: 100-continue\r\n\r\n");
+  EXPECT_EQ(200, client.answer().status);
+}
+
+TEST_F(ServerTest, TakesAddressesThatNameTheServer) {
+  Client client = connect();
+  client.send("GET HTTP://localhost/api/v1/state HTTP/1.1\r\nHost: elsewhere.example\r\n\r\n");
+  EXPECT_EQ(show.stateText, client.answer().body);
+  client.send("POST http://localhost:" + std::to_string(server().port()) + "/api/v1/goto/2 HTTP/1.1\r\n" +
+              host + token + "\r\n");
+  EXPECT_EQ(200, client.answer().status);
+  EXPECT_THAT(show.commands, ElementsAre("goto 2"));
+  client.send("GET http://localhost HTTP/1.1\r\n" + host + "\r\n");
+  EXPECT_THAT(client.answer().body, HasSubstr("Gate 7"));
+}
 
 TEST_F(ServerTest, HearsAClientOutBeforeItHangsUp) {
   Client client = connect();
@@ -198,12 +266,60 @@ TEST_F(ServerTest, TakesOnlySoManyConnections) {
   first.event();
   Client second = connect();
   EXPECT_EQ(200, second.get("/healthz").status);
-  const Answer third = connect().answer();
+  const Answer third = connect().get("/");
   EXPECT_EQ(503, third.status);
   EXPECT_TRUE(Json::parse(third.body).contains("error"));
+  EXPECT_EQ("15", third.headers.at("Retry-After"));
   first.close();
   EXPECT_TRUE(until([&] { return server().screens() == 0; }));
   EXPECT_EQ(200, connect().get("/healthz").status);
+}
+
+TEST_F(ServerTest, HearsTheOperatorAndTheWatchdogWhenItIsFull) {
+  options.maxConnections = 1;
+  options.maxGuests = 2;
+  options.guestTimeout = std::chrono::hours(1);
+  show.condition.isReady = true;
+  Client only = open("/screen/events");
+  only.event();
+  std::vector<Client> silent;
+  for (int i = 0; i < 5; ++i) {
+    silent.push_back(connect());
+    loop.poll();
+  }
+  EXPECT_EQ("", silent[0].receiveAll()) << "the first guest makes room";
+  EXPECT_EQ(503, connect().post("/api/v1/next", "Bearer guess").status);
+  EXPECT_EQ(503, open("/screen/events").answer().status);
+  for (const char* path : {"/healthz", "http://localhost/healthz", "/readyz?probe"}) {
+    Client watchdog = connect();
+    EXPECT_EQ(200, watchdog.get(path).status) << path;
+    EXPECT_EQ("", watchdog.receiveAll()) << "one request a guest";
+  }
+  EXPECT_EQ(200, connect().post("/api/v1/next", "Bearer s3cret").status);
+  EXPECT_THAT(show.commands, ElementsAre("next"));
+}
+
+TEST_F(ServerTest, SharesOnePageAmongAllWhoReadIt) {
+  show.shown.current->html = std::string(100'000, '.');
+  auto broadcast = std::make_shared<Broadcast>(loop, show, options);
+  Routes routes(show, *broadcast, options);
+  Request request;
+  request.method = "GET";
+  request.target = "/";
+  request.host = "localhost";
+  const auto first = routes.answer(request).body;
+  EXPECT_EQ(first, routes.answer(request).body);
+  request.target = "/remote";
+  EXPECT_NE(first, routes.answer(request).body);
+  request.target = "/";
+  show.shown.current->html.back() = '!';
+  const auto second = routes.answer(request).body;
+  EXPECT_NE(*first, *second);
+  EXPECT_EQ(second, routes.answer(request).body);
+  const std::string file = "/client/" + std::string(clientVersion()) + "/slides.js";
+  request.target = file;
+  const auto script = routes.answer(request).body;
+  EXPECT_EQ(script, routes.answer(request).body);
 }
 
 TEST_F(ServerTest, HangsUpOnConnectionsThatSayNothing) {
