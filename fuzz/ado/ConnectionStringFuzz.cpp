@@ -1,6 +1,6 @@
 // Any text as a connection string, whole and with a password put into it: it is
-// read, resolved, translated and masked. Nothing but Error may come out, what was
-// written is what is read again, and the password is in nothing that is shown.
+// read, resolved, translated and masked. Nothing but Error may come out, the driver finds
+// no setting that could do harm, and the password is in nothing that is shown.
 
 #include <algorithm>
 #include <cstddef>
@@ -10,9 +10,11 @@
 #include <string_view>
 
 #include "addin/modGlobalFunctions.h"
+#include "ado/ConnectionString.h"
 #include "ado/Providers.h"
 #include "basic/ConnectionString.h"
 #include "basic/Error.h"
+#include "basic/Strings.h"
 #include "host/services.h"
 
 namespace {
@@ -36,6 +38,13 @@ class Module final : public host::Module {
   [[nodiscard]] std::int32_t Revision() const override { return 0; }
 };
 
+class Settings final : public host::Settings {
+ public:
+  [[nodiscard]] std::string GetSetting(std::string_view, std::string_view, std::string_view) const override {
+    return {};
+  }
+};
+
 /// A setting with another value reads as that value, its neighbours as before.
 void replaceValues(std::string_view text, std::string_view value) {
   const auto settings = basic::ReadConnectionString(text);
@@ -51,6 +60,37 @@ void replaceValues(std::string_view text, std::string_view value) {
   }
 }
 
+/// Where a driver that reads braces in this way takes the value to end.
+std::size_t endOfValue(std::string_view text, std::size_t at, ado::Braces braces) {
+  if (braces != ado::Braces::None && at < text.size() && text[at] == '{') {
+    for (++at; at < text.size(); ++at) {
+      if (text[at] != '}') continue;
+      if (braces == ado::Braces::Single || at + 1 == text.size() || text[at + 1] != '}') break;
+      ++at;
+    }
+  }
+  return std::min(text.find(';', at), text.size());
+}
+
+/// Reads the text as drivers do, by its own rules where they are known.
+void requireHarmless(std::string_view text) {
+  static constexpr std::string_view Harmful[] = {"LOADEXT",     "TRACEFILE",    "SAVEFILE", "FILEDSN",
+                                                 "JOURNALMODE", "DUMPFILE",     "INITSTMT", "PLUGIN_DIR",
+                                                 "LOGDIR",      "CONNSETTINGS", "PQOPT",    "DMCONNATTR"};
+  const bool doubles = text.starts_with("Driver={PostgreSQL") || text.starts_with("Driver={MariaDB");
+  const auto braces = doubles                                ? ado::Braces::Doubled
+                      : text.starts_with("Driver={FreeTDS}") ? ado::Braces::Single
+                                                             : ado::Braces::None;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t equals = text.find('=', at);
+    require(equals != std::string_view::npos);
+    const std::string key = basic::UCase(text.substr(at, equals - at));
+    for (const std::string_view each : Harmful) require(key != each);
+    // The driver manager reads the driver's name, and knows doubled braces.
+    at = endOfValue(text, equals + 1, key == "DRIVER" ? ado::Braces::Doubled : braces) + 1;
+  }
+}
+
 void translate(std::string_view text) {
   const auto settings = basic::ReadConnectionString(text);
   const bool readable =
@@ -60,7 +100,7 @@ void translate(std::string_view text) {
         ado::targetOf(text, [](std::string_view path) { return "/local" + std::string(path); });
     require(readable);
     requireHidden(target.shown);
-    for (const auto& setting : basic::ReadConnectionString(target.odbcText)) require(setting.fault.empty());
+    requireHarmless(target.odbcText);
   } catch (const basic::Error& error) {
     requireHidden(error.description);
   }
@@ -78,8 +118,10 @@ void examine(std::string_view text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Module module;
+  static Settings settings;
   host::Services services;
   services.module = &module;
+  services.settings = &settings;
   host::Use(services);
   if (size < 2) return 0;
 
