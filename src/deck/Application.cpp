@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "host/drives.h"
+
 namespace deck {
 namespace {
 
@@ -33,7 +35,8 @@ std::shared_ptr<Presentation> Application::open(const std::string& path, const L
   for (const auto& presentation : open_) {
     if (presentation->FullName() == full) return presentation;
   }
-  FileContent content = readFile(full);
+  FileContent content =
+      host::OnDrive(full, [full](const auto& gettingOn) { return readFile(full, AnySize, gettingOn); });
   auto package = Package::fromBytes(std::move(content.bytes), full, limits);
   auto presentation = keep(std::make_shared<Presentation>(std::move(package), full, content.state));
   presentation->loadLinkedPictures();

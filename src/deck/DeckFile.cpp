@@ -11,7 +11,6 @@
 
 #include "deck/Failure.h"
 #include "deck/SavingFile.h"
-#include "host/drives.h"
 
 namespace deck {
 namespace {
@@ -72,10 +71,7 @@ fs::path resolved(const std::string& path) {
 
 }  // namespace
 
-namespace {
-
-FileContent readWhole(const std::string& path, std::uint64_t maximum,
-                      const host::Drives::GettingOn& gettingOn) {
+FileContent readFile(const std::string& path, std::uint64_t maximum, const std::function<void()>& gettingOn) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failRead(path, std::strerror(errno));
@@ -99,13 +95,6 @@ FileContent readWhole(const std::string& path, std::uint64_t maximum,
   }
   content.bytes.resize(got);
   return content;
-}
-
-}  // namespace
-
-FileContent readFile(const std::string& path, std::uint64_t maximum) {
-  return host::OnDrive(
-      path, [path, maximum](const auto& gettingOn) { return readWhole(path, maximum, gettingOn); });
 }
 
 FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected) {

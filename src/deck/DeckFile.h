@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -23,11 +24,13 @@ struct FileContent {
   FileState state;
 };
 
+inline constexpr std::uint64_t AnySize = std::numeric_limits<std::uint64_t>::max();
+
 /// Reads a whole regular file of at most `maximum` bytes. Throws basic::Error
-/// naming the file and why. While a file on another machine is read, the loop runs
-/// (host/drives.h).
-FileContent readFile(const std::string& path,
-                     std::uint64_t maximum = std::numeric_limits<std::uint64_t>::max());
+/// naming the file and why. Waits as long as the file system takes, telling after
+/// every piece that it gets on; any thread may call it.
+FileContent readFile(
+    const std::string& path, std::uint64_t maximum = AnySize, const std::function<void()>& gettingOn = [] {});
 
 /// Replaces a file, or creates it, so that a crash at any moment leaves the old
 /// file or the new one: a new file beside it is flushed and renamed over it. The

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <pugixml.hpp>
+#include <utility>
 
 #include "deck/DeckFile.h"
 #include "deck/Failure.h"
+#include "host/drives.h"
 
 namespace deck {
 namespace {
@@ -158,7 +160,9 @@ PictureFile asPicture(std::string bytes, const std::string& name) {
 }
 
 PictureFile readPictureFile(const std::string& path) {
-  return asPicture(readFile(path, MaximumPictureBytes).bytes, path);
+  auto bytes = host::OnDrive(
+      path, [path](const auto& gettingOn) { return readFile(path, MaximumPictureBytes, gettingOn).bytes; });
+  return asPicture(std::move(bytes), path);
 }
 
 }  // namespace deck

@@ -23,7 +23,8 @@ inline constexpr std::uint64_t MaximumPicturePixels = 50'000'000;
 /// Reads a whole picture: PNG, JPEG, GIF, BMP, TIFF, SVG, EMF or WMF, by its
 /// content, whatever its name says. Throws basic::Error, naming the file, when it
 /// cannot be read, is none of these, has more bytes or pixels than the maximum,
-/// or ends too early: it may still be on its way.
+/// or ends too early: it may still be on its way. While one on another machine is
+/// read, the loop runs (host/drives.h).
 PictureFile readPictureFile(const std::string& path);
 
 /// As above, of bytes; `name` is what errors call them.
