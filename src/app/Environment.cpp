@@ -22,6 +22,7 @@ Environment::Environment() {
   services.ado = &ado_;
   services.excel = &excel_;
   services.drives = &drives_;
+  services.fileWatcher = &watcher_;
   host::Use(services);
 }
 

@@ -6,6 +6,7 @@
 #include "ado/Factory.h"
 #include "host/services.h"
 #include "platform/EventLoop.h"
+#include "platform/FileWatcher.h"
 #include "platform/Files.h"
 #include "platform/MessageBox.h"
 #include "platform/Module.h"
@@ -72,6 +73,8 @@ class Environment {
   platform::Shell shell_{settings_, isAttended()};
   platform::Registry registry_;
   ado::Factory ado_{[this](std::string_view path) { return paths_.translate(path); }};
+  platform::FileWatcher watcher_{loop_, [this](std::string_view path) { return paths_.translate(path); },
+                                 [this](const std::string& path) { return drives_.IsLocal(path); }};
   workbook::Factory excel_{loop_, [this](std::string_view path) { return paths_.translate(path); }};
 };
 

@@ -60,6 +60,8 @@ class clsConnection {
   void RecordsetSQL(std::string sql) { recordsetSQL_ = std::move(sql); }
   [[nodiscard]] const std::string& RecordsetColumns() const { return recordsetColumns_; }
   void RecordsetColumns(std::string columns) { recordsetColumns_ = std::move(columns); }
+  /// The file that is read, with its path; empty where none is.
+  [[nodiscard]] std::string ResolvedFile() const;
   /// Milliseconds between two timed requeries of a database.
   [[nodiscard]] double RecordsetRefreshRate() const { return recordsetRefreshRate_; }
   void RecordsetRefreshRate(double rate) { recordsetRefreshRate_ = rate; }
@@ -128,7 +130,6 @@ class clsConnection {
     return Kind() == ConnectionKind::TextFile || Kind() == ConnectionKind::Excel;
   }
   [[nodiscard]] std::string Base() const;
-  [[nodiscard]] std::string ResolvedFile() const;
 
   void OpenDatabase();
   void OpenTextFile();

@@ -185,6 +185,7 @@ class Registry {
 };
 
 class Drives;
+class FileWatcher;
 
 /// Everything a host supplies. The host keeps the objects alive for as long as
 /// the system runs.
@@ -203,6 +204,8 @@ struct Services {
   Excel::Factory* excel = nullptr;
   /// Null where no drive needs care (host/drives.h).
   Drives* drives = nullptr;
+  /// Null where nobody tells of changes (host/file_watch.h).
+  FileWatcher* fileWatcher = nullptr;
 };
 
 /// The services in force, set once by the program (or anew by each test).

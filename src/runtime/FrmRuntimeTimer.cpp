@@ -27,6 +27,18 @@ void LogValue(const clsRTShapeInfo& shape, double row, const std::string& value)
   Log(DebugKind::Variable, "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(row) + ":Value:" + value);
 }
 
+/// Sets a flag for as long as it lives.
+class Passing {
+ public:
+  explicit Passing(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Passing() { flag_ = false; }
+  Passing(const Passing&) = delete;
+  Passing& operator=(const Passing&) = delete;
+
+ private:
+  bool& flag_;
+};
+
 std::string SlideSource(std::int32_t slide) { return "slide " + std::to_string(slide); }
 
 }  // namespace
@@ -42,7 +54,13 @@ void FrmRuntimeTimer::CreateTimers() {
   tmrClock_ = CreateTimer(&FrmRuntimeTimer::tmrClock_Timer, 50);
   tmrConnections_ = CreateTimer(&FrmRuntimeTimer::tmrConnections_Timer, 100);
   tmrRefreshLinkedObjects_ = CreateTimer(&FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer, 2500);
+  tmrChangedFiles_ = CreateTimer(&FrmRuntimeTimer::tmrChangedFiles_Timer, 0);
   tmrData_->Enabled(true);
+  if (host::FileWatcher* const watcher = host::Current().fileWatcher) {
+    watch_ = watcher->CreateWatch([form = weak_from_this()](const std::string& path) {
+      if (const auto self = form.lock()) self->FileChanged(path);
+    });
+  }
 }
 
 std::unique_ptr<host::Timer> FrmRuntimeTimer::CreateTimer(void (FrmRuntimeTimer::*tick)(),
@@ -60,6 +78,8 @@ void FrmRuntimeTimer::Unload() {
   tmrClock_->Enabled(false);
   tmrConnections_->Enabled(false);
   tmrRefreshLinkedObjects_->Enabled(false);
+  tmrChangedFiles_->Enabled(false);
+  watch_.reset();
 }
 
 void FrmRuntimeTimer::ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
@@ -90,7 +110,10 @@ void FrmRuntimeTimer::CurrentSlide(std::int32_t /*position*/) {
   try {
     const std::int32_t shown = ShownPosition();
     currentSlide_ = shown;
-    if (shown <= slideCount_) RefreshRange(shown);
+    if (shown <= slideCount_) {
+      RefreshRange(shown);
+      WatchFiles();
+    }
   } catch (...) {
     Report("show", "CurrentSlide");
   }
@@ -122,7 +145,7 @@ std::vector<std::int32_t> FrmRuntimeTimer::SlidesToRequery() const {
   const auto take = [&](std::int32_t first, std::int32_t last) {
     for (std::int32_t slide = first; slide <= last; ++slide) slides.push_back(slide);
   };
-  const auto current = static_cast<std::int32_t>(currentSlide_);
+  const auto current = static_cast<std::int32_t>(std::min(currentSlide_, slideCount_));
   const std::int32_t next = NextSlide(current);
   if (current < next) {
     take(current, next);
@@ -175,17 +198,25 @@ void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
   }
 }
 
+void FrmRuntimeTimer::RequeryConnections(const ConnectionFlags& flags) {
+  if (requerying_) return;
+  WatchFiles();
+  const Passing requerying(requerying_);
+  for (const auto& [key, connection] : connections_) {
+    const auto number = static_cast<std::size_t>(basic::CLng(key));
+    if (flags[number]) RequeryConnection(number);
+    if (unloaded_) break;
+  }
+  earlyLooks_.Looked(host::Current().clock->TickCount());
+}
+
 void FrmRuntimeTimer::RefreshData() {
   connectionsToRequery_.reset();
   for (const std::int32_t slide : SlidesToRequery()) {
     connectionsToRequery_ |= usedConnections_[static_cast<std::size_t>(slide)];
   }
   const std::vector<std::int32_t> passedOver = PassedOverWithoutData();
-  for (const auto& [key, connection] : connections_) {
-    const auto number = static_cast<std::size_t>(basic::CLng(key));
-    if (connectionsToRequery_[number]) RequeryConnection(number);
-    if (unloaded_) return;
-  }
+  RequeryConnections(connectionsToRequery_);
   for (const std::int32_t slide : passedOver) RefreshSlide(static_cast<std::int16_t>(slide));
 }
 
@@ -384,7 +415,8 @@ void FrmRuntimeTimer::RefreshNext(std::int32_t next) {
 }
 
 void FrmRuntimeTimer::tmrData_Timer() try {
-  if (unloaded_) return;
+  if (unloaded_ || refreshing_) return;
+  const Passing refreshing(refreshing_);
   currentSlide_ = ShownPosition();
   if (currentSlide_ > slideCount_) return;
   const std::int32_t next = NextSlide(static_cast<std::int32_t>(currentSlide_));
@@ -422,10 +454,8 @@ void FrmRuntimeTimer::tmrClock_Timer() try {
 void FrmRuntimeTimer::tmrConnections_Timer() try {
   if (unloaded_) return;
   if (modDebug::DebugOn) Log(DebugKind::Variable, "Refresh connections");
-  for (std::size_t i = 1; i < ConnectionPlaces; ++i) {
-    if (slideInfoConnections_[i]) RequeryConnection(i);
-    if (unloaded_) return;
-  }
+  RequeryConnections(slideInfoConnections_);
+  if (unloaded_) return;
   connectionsToRequery_ |= slideInfoConnections_;
   for (std::int32_t slide = 1; slide <= static_cast<std::int32_t>(slideCount_); ++slide) {
     if (IsHidden(slide)) RefreshSlide(static_cast<std::int16_t>(slide));
@@ -433,32 +463,6 @@ void FrmRuntimeTimer::tmrConnections_Timer() try {
   errors_.Clear("tmrConnections");
 } catch (...) {
   Report("tmrConnections", "tmrConnections_Timer");
-}
-
-void FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer() try {
-  if (unloaded_) return;
-  Log(DebugKind::Information, "Start refresh linked objects");
-  std::string changed;
-  for (std::string& entry : linkedObjects_) {
-    const std::string path = entry.substr(0, entry.find('\t'));
-    try {
-      std::string present = path + "\t" + basic::CStr(host::Current().files->FileDateTime(path));
-      if (present != entry) changed = present;
-      entry = std::move(present);
-      errors_.Clear(path);
-    } catch (...) {
-      Report(path, "tmrRefreshLinkedObjects_Timer");
-    }
-    if (unloaded_) return;
-  }
-  if (!changed.empty()) {
-    Log(DebugKind::Information, "Refresh linked object: " + changed);
-    presentation_->UpdateLinks();
-  }
-  Log(DebugKind::Information, "Stop refresh linked objects");
-  errors_.Clear("tmrRefreshLinkedObjects");
-} catch (...) {
-  Report("tmrRefreshLinkedObjects", "tmrRefreshLinkedObjects_Timer");
 }
 
 void FrmRuntimeTimer::Report(std::string_view what, std::string_view procedure,

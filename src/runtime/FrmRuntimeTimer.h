@@ -8,8 +8,10 @@
 #include <string_view>
 
 #include "basic/Date.h"
+#include "host/file_watch.h"
 #include "host/powerpoint.h"
 #include "host/services.h"
+#include "runtime/EarlyLooks.h"
 #include "runtime/ErrorGate.h"
 #include "runtime/RuntimeTables.h"
 
@@ -20,6 +22,9 @@ namespace LF2000 {
 /// one, `tmrClock` the clocks, `tmrConnections` requeries on schedule while a
 /// slide scrolls and re-examines hidden slides, `tmrRefreshLinkedObjects` watches
 /// the source files of linked objects.
+///
+/// Beside their intervals, where the host watches files, a change of one that the slides in
+/// sight show brings the next look at the data forward (EarlyLooks.h).
 ///
 /// An error ends the tick or the refresh in which it happens and is reported;
 /// the same error is not reported again until its source has recovered.
@@ -99,6 +104,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void tmrClock_Timer();
   void tmrConnections_Timer();
   void tmrRefreshLinkedObjects_Timer();
+  void tmrChangedFiles_Timer();
 
   [[nodiscard]] std::int32_t ShownPosition() const;
   [[nodiscard]] std::int32_t NextSlide(std::int32_t slide) const;
@@ -108,7 +114,12 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] std::vector<std::int32_t> SlidesToRequery() const;
   /// The watched slides but for those two.
   [[nodiscard]] std::vector<std::int32_t> WatchedBesides(std::int32_t current, std::int32_t next) const;
+  /// Nothing while one is under way: a connection is read by one at a time.
+  void RequeryConnections(const ConnectionFlags& flags);
   void RequeryConnection(std::size_t number);
+  [[nodiscard]] std::set<std::string> FilesInSight() const;
+  void WatchFiles();
+  void FileChanged(const std::string& path);
   void RefreshShapes(std::int16_t slide);
   void CalcScrollIndexes(std::int32_t slide);
   /// The first shape of that name that shows data; null without one.
@@ -141,15 +152,22 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   std::set<std::int32_t> watchedSlides_;
   bool scrolling_ = false;
   bool unloaded_ = false;
+  bool requerying_ = false;
+  bool refreshing_ = false;
   double currentSlide_ = 0;
   double slideCount_ = 0;
   basic::Date lastClockUpdate_;
   ErrorGate errors_;
+  EarlyLooks earlyLooks_;
+  /// Null where the host watches none.
+  std::unique_ptr<host::FileWatch> watch_;
 
   std::unique_ptr<host::Timer> tmrData_;
   std::unique_ptr<host::Timer> tmrClock_;
   std::unique_ptr<host::Timer> tmrConnections_;
   std::unique_ptr<host::Timer> tmrRefreshLinkedObjects_;
+  /// Fires once, soon after a file has changed.
+  std::unique_ptr<host::Timer> tmrChangedFiles_;
 };
 
 }  // namespace LF2000

@@ -30,4 +30,9 @@ void Machine::UseExcel(Excel::Factory* factory) {
   host::Use(services_);
 }
 
+void Machine::UseFileWatcher(host::FileWatcher* watcher) {
+  services_.fileWatcher = watcher;
+  host::Use(services_);
+}
+
 }  // namespace fakes

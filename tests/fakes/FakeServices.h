@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "host/file_watch.h"
 #include "host/services.h"
 
 /// Everything that the system asks of a machine, in memory and on virtual time.
@@ -48,6 +50,7 @@ class Loop final : public host::Loop {
     std::function<void()> handler_;
     std::int32_t interval_ = 0;
     bool enabled_ = false;
+    bool running_ = false;
     std::int64_t due_ = 0;
   };
 
@@ -64,15 +67,19 @@ class Loop final : public host::Loop {
     while (Timer* next = NextDue(end)) {
       now_ = std::max(now_, next->due_);
       const auto handler = next->handler_;
+      next->running_ = true;
       handler();
       const bool isThere = std::find(timers_.begin(), timers_.end(), next) != timers_.end();
-      if (isThere) next->Wait();
+      if (!isThere) continue;
+      next->running_ = false;
+      next->Wait();
     }
     now_ = std::max(now_, end);
   }
   /// Time that a handler takes.
   void Pass(std::int64_t milliseconds) { now_ += milliseconds; }
   std::int64_t Now() const { return now_; }
+  bool HasTimers() const { return !timers_.empty(); }
 
   /// Milliseconds by which timers fire late; those of this system's loop are by 8 and more.
   std::int64_t lateness = 0;
@@ -83,7 +90,7 @@ class Loop final : public host::Loop {
   Timer* NextDue(std::int64_t end) {
     Timer* next = nullptr;
     for (Timer* timer : timers_) {
-      if (!timer->enabled_ || timer->interval_ <= 0 || timer->due_ > end) continue;
+      if (!timer->enabled_ || timer->running_ || timer->interval_ <= 0 || timer->due_ > end) continue;
       if (!next || timer->due_ < next->due_) next = timer;
     }
     return next;
@@ -188,6 +195,30 @@ class Files final : public host::Files {
     if (found == files.end()) throw basic::Error(53, "fake files", "File not found: " + std::string(path));
     return found->second;
   }
+};
+
+/// One watch, of which a test says when its files change.
+class FileWatcher final : public host::FileWatcher {
+ public:
+  std::unique_ptr<host::FileWatch> CreateWatch(std::function<void(const std::string&)> changed) override {
+    struct Watch final : host::FileWatch {
+      explicit Watch(FileWatcher& owner) : watcher(owner) {}
+      ~Watch() override { watcher.changed_ = {}; }
+      void Files(const std::set<std::string>& paths) override { watcher.watched = paths; }
+      FileWatcher& watcher;
+    };
+    changed_ = std::move(changed);
+    return std::make_unique<Watch>(*this);
+  }
+  /// Tells of the file if it is watched, once.
+  void Change(const std::string& path) {
+    if (changed_ && watched.erase(path) != 0) changed_(path);
+  }
+
+  std::set<std::string> watched;
+
+ private:
+  std::function<void(const std::string&)> changed_;
 };
 
 class Module final : public host::Module {
@@ -338,6 +369,8 @@ class Machine {
   /// Replaces the data components, for a test that brings its own.
   void UseAdo(ADODB::Factory* factory);
   void UseExcel(Excel::Factory* factory);
+  /// A machine that tells of changes of files.
+  void UseFileWatcher(host::FileWatcher* watcher);
 
  private:
   host::Services services_;

@@ -235,6 +235,21 @@ TEST_F(DrivenShapesTest, APictureWhoseValueIsGoneShowsItsOwnInAShow) {
   EXPECT_EQ(photo.shownFile, "/decks/soup");
 }
 
+TEST_F(DrivenShapesTest, APictureReplacedUnderItsNameIsShownSoonWhereFilesAreWatched) {
+  fakes::FileWatcher watcher;
+  machine.UseFileWatcher(&watcher);
+  machine.files.Write("/decks/soup", "");
+  const fakes::Shape& shape = Linked(deck->Add(), "photo", 3, 1);
+  Start();
+  machine.loop.Advance(1000);
+  ASSERT_EQ(shape.writes, 1);
+  machine.files.Write("/decks/soup", "");
+  watcher.Change("/decks/soup");
+  machine.loop.Advance(60);
+  EXPECT_EQ(shape.writes, 2);
+  runtime.UnSetLinkedObjects();
+}
+
 TEST_F(DrivenShapesTest, APictureThatCannotBeShownLeavesTheLastOneAndIsLoggedOnce) {
   machine.files.Write("/decks/soup", "");
   machine.files.Write("/decks/broken", "");

@@ -1,0 +1,188 @@
+#include "platform/FileWatcher.h"
+
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <boost/asio/posix/stream_descriptor.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "basic/Error.h"
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+using std::chrono::steady_clock;
+
+// A folder where something changes all the time must not keep the loop busy: it is listened to after pauses
+// that grow, until it has been quiet for so long.
+constexpr std::chrono::milliseconds LongestPause{256};
+constexpr std::chrono::milliseconds Quiet{150};
+
+class Watch final : public host::FileWatch {
+ public:
+  Watch(boost::asio::io_context& context, FileWatcher::LocalPath localPath, FileWatcher::IsLocal isLocal,
+        std::function<void(const std::string&)> changed)
+      : localPath_(std::move(localPath)),
+        isLocal_(std::move(isLocal)),
+        queue_(std::make_shared<Queue>(context, std::move(changed))) {}
+  ~Watch() override { queue_->close(); }
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+
+  void Files(const std::set<std::string>& paths) override {
+    if (!queue_->isOpen() && !queue_->open()) return;
+    queue_->forget();
+    for (const std::string& path : paths) {
+      try {
+        await(path);
+      } catch (const basic::Error&) {
+        // A path that this system cannot know is reported by who reads it.
+      }
+    }
+    queue_->wait();
+  }
+
+ private:
+  /// What the kernel has to tell; lives on until its last wait has ended.
+  class Queue : public std::enable_shared_from_this<Queue> {
+   public:
+    Queue(boost::asio::io_context& context, std::function<void(const std::string&)> changed)
+        : events_(context), timer_(context), changed_(std::move(changed)) {}
+
+    [[nodiscard]] bool isOpen() const { return events_.is_open(); }
+    bool open() {
+      const int descriptor = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+      if (descriptor < 0) return false;
+      boost::system::error_code failure;
+      events_.assign(descriptor, failure);
+      if (failure) ::close(descriptor);
+      return !failure;
+    }
+    void close() {
+      changed_ = nullptr;
+      timer_.cancel();
+      boost::system::error_code ignored;
+      events_.close(ignored);
+    }
+    /// Files and what was told of them up to now.
+    void forget() {
+      static_cast<void>(read());
+      unused_ = std::exchange(folders_, {});
+      awaited_.clear();
+    }
+    void await(const std::string& folder, std::string name, const std::string& path) {
+      // The same folder gives the same number, another one of that name gives another.
+      const int number = ::inotify_add_watch(events_.native_handle(), folder.c_str(),
+                                             IN_CLOSE_WRITE | IN_MOVED_TO | IN_ONLYDIR);
+      if (number < 0) return;
+      folders_.insert(number);
+      awaited_.insert_or_assign({number, std::move(name)}, path);
+    }
+    void wait() {
+      for (const int number : unused_) {
+        if (!folders_.contains(number)) ::inotify_rm_watch(events_.native_handle(), number);
+      }
+      unused_.clear();
+      waitForEvents();
+    }
+
+   private:
+    using Place = std::pair<int, std::string>;  // number of the folder, name in it
+
+    void waitForEvents() {
+      // What nobody waits for may pile up in the kernel, which bounds it.
+      if (isWaiting_ || awaited_.empty() || !isOpen()) return;
+      isWaiting_ = true;
+      timer_.expires_after(pause_);
+      timer_.async_wait([self = shared_from_this()](const auto& failure) {
+        if (!failure) self->listen();
+      });
+    }
+    void listen() {
+      if (!isOpen()) return;
+      listening_ = steady_clock::now();
+      events_.async_wait(boost::asio::posix::stream_descriptor::wait_read,
+                         [self = shared_from_this()](const auto& failure) {
+                           if (!failure) self->heard();
+                         });
+    }
+    void heard() {
+      isWaiting_ = false;
+      if (!isOpen()) return;
+      const bool wasQuiet = steady_clock::now() - listening_ >= Quiet;
+      pause_ = wasQuiet ? decltype(pause_){0} : std::clamp(pause_ * 2, decltype(pause_){1}, LongestPause);
+      for (const std::string& path : read()) {
+        const auto tell = changed_;  // which may destroy the watch
+        if (tell) tell(path);
+      }
+      waitForEvents();
+    }
+    /// The awaited files that have changed; they are awaited no longer.
+    std::set<std::string> read() {
+      std::set<std::string> changed;
+      alignas(inotify_event) std::array<char, 16384> buffer;
+      for (ssize_t size; (size = ::read(events_.native_handle(), buffer.data(), buffer.size())) > 0;) {
+        for (const char* at = buffer.data(); at < buffer.data() + size;) {
+          inotify_event event{};
+          std::memcpy(&event, at, sizeof event);
+          const char* const name = at + sizeof event;
+          at = name + event.len;
+          if ((event.mask & IN_IGNORED) != 0) folders_.erase(event.wd);
+          if (event.len == 0) continue;
+          const auto found = awaited_.find(Place(event.wd, name));
+          if (found != awaited_.end()) changed.insert(found->second);
+        }
+      }
+      std::erase_if(awaited_, [&](const auto& each) { return changed.contains(each.second); });
+      return changed;
+    }
+
+    boost::asio::posix::stream_descriptor events_;
+    boost::asio::steady_timer timer_;
+    std::function<void(const std::string&)> changed_;
+    std::set<int> folders_;
+    std::set<int> unused_;
+    std::map<Place, std::string> awaited_;  // to the path as it was asked for
+    bool isWaiting_ = false;
+    std::chrono::milliseconds pause_{0};
+    steady_clock::time_point listening_;
+  };
+
+  void await(const std::string& path) {
+    const fs::path file = localPath_(path);
+    if (!file.has_filename() || !isLocal_(file.string())) return;
+    awaitAt(file, path);
+    std::error_code unknown;
+    if (!fs::is_symlink(fs::symlink_status(file, unknown))) return;
+    const fs::path target = fs::weakly_canonical(file, unknown);
+    if (!unknown) awaitAt(target, path);
+  }
+  void awaitAt(const fs::path& file, const std::string& path) {
+    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    queue_->await(folder.string(), file.filename().string(), path);
+  }
+
+  FileWatcher::LocalPath localPath_;
+  FileWatcher::IsLocal isLocal_;
+  std::shared_ptr<Queue> queue_;
+};
+
+}  // namespace
+
+std::unique_ptr<host::FileWatch> FileWatcher::CreateWatch(
+    std::function<void(const std::string& path)> changed) {
+  return std::make_unique<Watch>(loop_.context(), localPath_, isLocal_, std::move(changed));
+}
+
+}  // namespace platform
