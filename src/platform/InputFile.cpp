@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <utility>
 
@@ -73,8 +72,9 @@ InputFile::InputFile(std::string path) : file_(std::move(path), O_RDONLY | O_NON
 host::Bytes InputFile::read(const std::function<void()>& gettingOn) {
   const SharedLock lock(file_);
   const auto size = static_cast<std::uint64_t>(statusOf(file_).st_size);
-  if (size > std::numeric_limits<std::uint32_t>::max()) {
-    failOnFile(file_.path(), "has " + std::to_string(size) + " bytes; files of 4 GB and more cannot be read");
+  if (size > MaximumSize) {
+    failOnFile(file_.path(),
+               "has " + std::to_string(size) + " bytes; files of more than 256 MiB are not read");
   }
   host::Bytes bytes{std::make_unique_for_overwrite<char[]>(size), 0};
   preferLargePages(bytes.data.get(), size);

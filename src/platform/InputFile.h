@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "host/services.h"
@@ -10,9 +11,12 @@ namespace platform {
 /// An ordinary file opened for reading.
 class InputFile final : public host::InputFile {
  public:
+  /// While a file of this size is read, which takes a quarter of a second, clocks and screens wait.
+  static constexpr std::uint64_t MaximumSize = std::uint64_t{256} << 20U;
+
   explicit InputFile(std::string path);
 
-  /// Fails on a file of 4 GB or more, and while another program has it locked.
+  /// Fails on a file that is larger, and while another program has it locked.
   [[nodiscard]] host::Bytes ReadAll() override {
     return read([] {});
   }

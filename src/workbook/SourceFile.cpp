@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -17,6 +16,9 @@
 
 namespace workbook {
 namespace {
+
+/// As of text files.
+constexpr std::uint64_t MaximumSize = std::uint64_t{256} << 20U;
 
 class Descriptor {
  public:
@@ -59,7 +61,7 @@ Reading readOnce(const std::string& path, const host::Drives::GettingOn& getting
   if (S_ISDIR(status.st_mode)) failOpening(path, "it is a folder");
   if (!S_ISREG(status.st_mode)) failOpening(path, "it is no regular file");
   SourceFile source{{}, stampOf(status)};
-  if (source.stamp.size > std::numeric_limits<std::uint32_t>::max()) failOpening(path, "it has 4 GB or more");
+  if (source.stamp.size > MaximumSize) failOpening(path, "it has more than 256 MiB");
 
   constexpr std::size_t Piece = std::size_t{1} << 20U;
   source.bytes.data = std::make_unique_for_overwrite<char[]>(source.stamp.size);

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "basic/Conversion.h"
+#include "platform/InputFile.h"
 #include "platform/Sandbox.h"
 
 namespace platform {
@@ -46,9 +47,9 @@ TEST_F(FilesTest, SaysWhatItCannotReadAndWhy) {
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   EXPECT_EQ(errorOf([&] { (void)readAll(pipe); }), "'" + pipe + "' is a device or a pipe, not a file.");
   const std::string huge = write("huge.txt", "");
-  std::filesystem::resize_file(huge, std::uintmax_t{1} << 32U);
+  std::filesystem::resize_file(huge, InputFile::MaximumSize + 1);
   EXPECT_EQ(errorOf([&] { (void)readAll(huge); }),
-            "'" + huge + "' has 4294967296 bytes; files of 4 GB and more cannot be read.");
+            "'" + huge + "' has 268435457 bytes; files of more than 256 MiB are not read.");
   EXPECT_EQ(errorOf([&] { (void)readAll(""); }), "A path is empty.");
   EXPECT_EQ(errorOf([&] { (void)readAll("http://host/x.txt"); }),
             "'http://host/x.txt' is an address, not the path of a file.");
