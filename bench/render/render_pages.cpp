@@ -53,7 +53,8 @@ int main(int argc, char** argv) {
       html += page.html;
       html += "<script src=\"charts.js\"></script>";
       writeFile(folder / pageName(index), html);
-      for (const auto& name : page.assets) writeFile(folder / "assets" / name, *renderer.assets().bytes(name));
+      for (const auto& name : page.assets)
+        writeFile(folder / "assets" / name, *renderer.assets().bytes(name));
     }
     std::cout << size.width << ' ' << size.height << ' ' << renderer.slideCount() << '\n';
   } catch (const basic::Error& error) {

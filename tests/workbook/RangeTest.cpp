@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "basic/CellReference.h"
 #include "workbook/Describe.h"
 #include "workbook/Reading.h"
-#include "basic/CellReference.h"
 
 namespace workbook::test {
 namespace {
