@@ -17,7 +17,9 @@ fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
 # they are needed (odbc-postgresql, odbc-mariadb, odbc-mdbtools, tdsodbc, libreoffice-calc,
 # libreoffice-draw and poppler-utils).
 sources=(libsqliteodbc)
+# Of LLVM by its number, as the opinions of clang-format and clang-tidy differ from one to the next.
 tests=(
+  clang:clang++ libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14
   nodejs:node npm:npm libbenchmark-dev locales chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
   libreoffice-calc libreoffice-draw poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
