@@ -50,7 +50,8 @@ class HtmlOut {
   HtmlOut& operator<<(int value) { return *this << static_cast<double>(value); }
   HtmlOut& operator<<(const Color& color);
 
-  /// Escaped for contents and double-quoted attributes; control characters are dropped, broken UTF-8 replaced.
+  /// Escaped for contents and double-quoted attributes; control characters are dropped, broken UTF-8
+  /// replaced.
   HtmlOut& text(std::string_view value);
 
   [[nodiscard]] TextUse& textUse() { return textUse_; }
