@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -10,4 +11,4 @@
 std::unique_ptr<deck::Package> hostileDeck(char which, const std::string& content);
 
 /// The shapes on its slide; more when the slide itself is the hostile part.
-inline constexpr int LastShapeId = 9;
+inline constexpr std::uint32_t LastShapeId = 9;

@@ -37,12 +37,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto package = hostileDeck(static_cast<char>(data[0]), content);
     if (package == nullptr) return;
     render::SlideRenderer::Options options;
-    options.isLive = [](int, int shape) { return shape % 2 == 0; };
+    options.isLive = [](int, std::uint32_t shape) { return shape % 2 == 0; };
     options.now = [] { return basic::Date{45000.5}; };
     render::SlideRenderer renderer(*package, options);
     attempt([&] { check(renderer.slide(1).html); });
     attempt([&] { check(renderer.backdrop(1)); });
-    for (int shape = 1; shape <= LastShapeId; ++shape) {
+    for (std::uint32_t shape = 1; shape <= LastShapeId; ++shape) {
       attempt([&] {
         check(renderer.shape(1, shape));
         static_cast<void>(renderer.area(1, shape));

@@ -129,7 +129,7 @@ TEST(Bounds, NumbersBeyondAllMeaningAreHeldWithinTheirRange) {
       cell + "</a:tr></a:tbl></a:graphicData></a:graphic></p:graphicFrame>");
   const auto page = drawn(builder);
   EXPECT_THAT(page.html, HasSubstr("<td colspan=\"2\" style"));
-  EXPECT_THAT(page.html, HasSubstr("s1-sh2147483647"));
+  EXPECT_THAT(page.html, HasSubstr("s1-sh4294967295"));
 }
 
 }  // namespace
