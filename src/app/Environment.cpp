@@ -24,6 +24,8 @@ Environment::Environment() {
   services.drives = &drives_;
   services.fileWatcher = &watcher_;
   host::Use(services);
+  loop_.onFailure(
+      [this](const basic::Error& error) { failures_.tell("An event handler failed: " + error.description); });
 }
 
 bool Environment::isAttended() { return ::isatty(STDIN_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0; }
@@ -32,6 +34,7 @@ Environment::~Environment() { host::Use({}); }
 
 host::MsgBoxResult Environment::CountingMessageBox::MsgBox(std::string_view text, std::int32_t style,
                                                            std::string_view title) {
+  if (!asks && (style & host::vbYesNo) == host::vbYesNo) return host::MsgBoxResult::No;
   ++errorsShown_;
   lastShown_ = text;
   return box_.MsgBox(text, style, title);

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "ado/Factory.h"
+#include "app/ToldOnce.h"
 #include "host/services.h"
 #include "platform/EventLoop.h"
 #include "platform/FileWatcher.h"
@@ -25,6 +26,20 @@ namespace app {
 /// The services of this machine, put together and in force for as long as this
 /// object lives.
 class Environment {
+  class CountingMessageBox final : public host::MessageBox {
+   public:
+    explicit CountingMessageBox(host::Loop& loop) : box_(loop) {}
+    host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
+    bool asks = true;
+    [[nodiscard]] int errorsShown() const { return errorsShown_; }
+    [[nodiscard]] const std::string& lastShown() const { return lastShown_; }
+
+   private:
+    platform::MessageBox box_;
+    int errorsShown_ = 0;
+    std::string lastShown_;
+  };
+
  public:
   Environment();
   ~Environment();
@@ -42,24 +57,25 @@ class Environment {
   /// The text of the last of them.
   [[nodiscard]] const std::string& lastShown() const { return messageBox_.lastShown(); }
 
+  /// While it lives, nobody is asked: the answer to a question is No.
+  class NoQuestions {
+   public:
+    explicit NoQuestions(Environment& environment) : box_(environment.messageBox_) { box_.asks = false; }
+    ~NoQuestions() { box_.asks = true; }
+    NoQuestions(const NoQuestions&) = delete;
+    NoQuestions& operator=(const NoQuestions&) = delete;
+
+   private:
+    CountingMessageBox& box_;
+  };
+
  private:
   /// Whether somebody sits at a terminal.
   [[nodiscard]] static bool isAttended();
 
-  class CountingMessageBox final : public host::MessageBox {
-   public:
-    explicit CountingMessageBox(host::Loop& loop) : box_(loop) {}
-    host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
-    [[nodiscard]] int errorsShown() const { return errorsShown_; }
-    [[nodiscard]] const std::string& lastShown() const { return lastShown_; }
-
-   private:
-    platform::MessageBox box_;
-    int errorsShown_ = 0;
-    std::string lastShown_;
-  };
-
   platform::EventLoop loop_;
+  /// Of handlers on the loop.
+  ToldOnce failures_;
   platform::SystemClock clock_;
   platform::MountTable mounts_;
   platform::NetworkDrives drives_{loop_, clock_,

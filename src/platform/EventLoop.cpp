@@ -8,6 +8,7 @@
 #include <boost/asio/signal_set.hpp>
 #include <chrono>
 #include <csignal>
+#include <exception>
 #include <thread>
 #include <utility>
 
@@ -33,6 +34,20 @@ void addHangUp(asio::signal_set& signals) {
 }  // namespace
 
 struct EventLoop::State {
+  /// The one way by which handlers run: `step` is the context's. How many did.
+  template <typename Step>
+  std::size_t guarded(const Step& step) {
+    if (!failureHandler) return step();
+    try {
+      return step();
+    } catch (const basic::Error& error) {
+      failureHandler(error);
+    } catch (const std::exception& error) {
+      failureHandler(basic::Error(basic::AdapterError, "platform", error.what()));
+    }
+    return 1;
+  }
+
   void waitForSignal() {
     signals.async_wait([this](const boost::system::error_code& cancelled, int signal) {
       if (cancelled) return;
@@ -46,6 +61,7 @@ struct EventLoop::State {
   asio::executor_work_guard<asio::io_context::executor_type> work = asio::make_work_guard(context);
   asio::signal_set signals{context};
   std::function<void(int)> signalHandler;
+  std::function<void(const basic::Error&)> failureHandler;
   bool stopping = false;
 };
 
@@ -61,7 +77,7 @@ void EventLoop::DoEvents() {
   // Handlers that keep each other ready must not hold up who is waiting.
   const auto end = steady_clock::now() + std::chrono::milliseconds(50);
   bool any = false;
-  while (state_->context.poll_one() != 0) {
+  while (state_->guarded([this] { return state_->context.poll_one(); }) != 0) {
     any = true;
     if (steady_clock::now() >= end) break;
   }
@@ -80,8 +96,12 @@ void EventLoop::onSignal(std::function<void(int)> handler) {
   state_->waitForSignal();
 }
 
+void EventLoop::onFailure(std::function<void(const basic::Error&)> hear) {
+  state_->failureHandler = std::move(hear);
+}
+
 void EventLoop::run() {
-  while (!state_->stopping) state_->context.run_one();
+  while (!state_->stopping) state_->guarded([this] { return state_->context.run_one(); });
   state_->stopping = false;
 }
 

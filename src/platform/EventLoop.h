@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "basic/Error.h"
 #include "host/services.h"
 
 namespace boost::asio {
@@ -35,7 +36,11 @@ class EventLoop final : public host::Loop {
   /// SIGHUP, too, also one that has waited (StartUp.h), unless it is ignored.
   void onSignal(std::function<void(int signal)> handler);
 
-  /// Runs until stop(); what a handler throws comes out of it.
+  /// Hears what any handler throws, whatever it was called for; the loop then goes on. Without one, it comes
+  /// out of run() or DoEvents(). It must not throw.
+  void onFailure(std::function<void(const basic::Error&)> hear);
+
+  /// Runs until stop().
   void run();
   /// Lets run() return after the handler it is in. It can be called again.
   void stop();

@@ -39,8 +39,19 @@ void LoopTimer::Beat::waitForNext() {
 }
 
 void LoopTimer::Beat::fire() {
-  running = true;
+  // Also when the handler throws: a timer fails once, not for ever.
+  struct Beating {
+    explicit Beating(Beat& of) : beat(of) { beat.running = true; }
+    ~Beating() { beat.goOn(); }
+    Beating(const Beating&) = delete;
+    Beating& operator=(const Beating&) = delete;
+    Beat& beat;
+  };
+  const Beating now(*this);
   handler();
+}
+
+void LoopTimer::Beat::goOn() {
   running = false;
   waitForNext();
 }

@@ -37,6 +37,7 @@ class LoopTimer final : public host::Timer {
 
     void waitForNext();
     void fire();
+    void goOn();
 
     boost::asio::steady_timer wait;
     std::function<void()> handler;

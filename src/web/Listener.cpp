@@ -89,12 +89,13 @@ void Listener::close() {
 void Listener::accept() {
   acceptor_.async_accept([self = shared_from_this()](error_code failed, tcp::socket socket) {
     if (self->stopped_) return;
-    if (!failed) self->admit(std::move(socket));
+    // First, so that a connection that cannot be served does not close the door.
     if (!failed || failed == asio::error::connection_aborted) {
       self->accept();
     } else {
       self->acceptLater();
     }
+    if (!failed) self->admit(std::move(socket));
   });
 }
 

@@ -169,6 +169,33 @@ TEST_F(EventLoopTest, RunsAgainAfterAStopFromElsewhere) {
   }
 }
 
+TEST_F(EventLoopTest, WhatAHandlerThrowsEndsNothing) {
+  std::vector<std::string> heard;
+  loop_.onFailure([&](const basic::Error& error) { heard.push_back(error.description); });
+  int beats = 0;
+  const auto timer = started(1, [&] {
+    ++beats;
+    throw basic::Error(basic::AdapterError, "test", "beat");
+  });
+  bool waited = false;
+  loop_.post([] { throw std::runtime_error("posted"); });
+  loop_.post([&] {
+    runUntil([&] { return beats >= 2; });
+    waited = true;
+    loop_.stop();
+  });
+  loop_.run();
+  EXPECT_TRUE(waited) << "who waits in DoEvents has nothing to do with the failure of another";
+  ASSERT_GE(heard.size(), 3U);
+  EXPECT_EQ(heard[0], "posted");
+  EXPECT_EQ(heard[1], "beat");
+}
+
+TEST_F(EventLoopTest, WithoutAHearerWhatAHandlerThrowsComesOut) {
+  loop_.post([] { throw basic::Error(basic::AdapterError, "test", "posted"); });
+  EXPECT_THROW(loop_.run(), basic::Error);
+}
+
 TEST_F(EventLoopTest, SignalsComeThroughTheLoop) {
   std::vector<int> signals;
   loop_.onSignal([&](int signal) {
