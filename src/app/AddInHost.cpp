@@ -40,8 +40,9 @@ void AddInHost::unload() {
   if (connect_.Application()) connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
 }
 
-std::shared_ptr<deck::Presentation> AddInHost::open(const std::string& path) {
-  return application_->open(path);
+std::shared_ptr<deck::Presentation> AddInHost::open(const std::string& path,
+                                                    deck::Application::Damaged damaged) {
+  return application_->open(path, damaged);
 }
 
 LF2000::FrmRuntimeTimer* AddInHost::runtimeTimer() const {

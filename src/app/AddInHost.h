@@ -21,7 +21,8 @@ class AddInHost {
   [[nodiscard]] deck::Application& application() { return *application_; }
 
   /// Opens a deck; the add-in loads its connections and fills its shapes.
-  std::shared_ptr<deck::Presentation> open(const std::string& path);
+  std::shared_ptr<deck::Presentation> open(
+      const std::string& path, deck::Application::Damaged damaged = deck::Application::Damaged::Refused);
   /// Unloads the add-in; its handlers take no part in what happens afterwards.
   void unload();
   /// What drives the running show; null without one.

@@ -63,6 +63,9 @@ void addMissingFonts(Findings& findings, const std::map<std::string, std::string
 
 Findings checkDrawing(FilledDeck& filled) {
   Findings findings;
+  for (const deck::Damage& damage : filled.deck().damages()) {
+    findings.push_back({Finding::Gravity::Broken, damage.slide, "", damage.text});
+  }
   std::map<std::string, std::string> standIns;
   for (int slide = 1; slide <= filled.slideCount(); ++slide) {
     FilledDeck::Page page = filled.page(slide);
@@ -102,7 +105,7 @@ Findings findAll(const std::string& path, Environment& environment) {
   std::vector<bool> hiddenByAuthor(1);
   {
     const auto application = std::make_shared<deck::Application>();
-    const auto deck = application->open(path);
+    const auto deck = application->open(path, deck::Application::Damaged::Repaired);
     for (std::int32_t slide = 1; slide <= deck->slideCount(); ++slide) {
       hiddenByAuthor.push_back(deck->isHidden(slide));
     }

@@ -10,7 +10,7 @@
 namespace app {
 
 FilledDeck::FilledDeck(const std::string& path, platform::EventLoop& loop)
-    : deck_(host_.open(path)),
+    : deck_(host_.open(path, deck::Application::Damaged::Repaired)),
       sheets_(deck_, loop),
       linked_(static_cast<std::size_t>(deck_->slideCount()) + 1),
       converter_(pictureConversion()),

@@ -56,6 +56,8 @@ void snapshot(const SnapshotOptions& options, Environment& environment) {
 
   const CollectedErrors errors;
   FilledDeck filled(options.deck, environment.loop());
+  const std::vector<deck::Damage>& damages = filled.deck().damages();
+  for (const deck::Damage& damage : damages) complain(damage.text);
   const render::SlideSize size = filled.size();
   const Camera::View view{static_cast<int>(std::lround(size.width)),
                           static_cast<int>(std::lround(size.height)), options.width / size.width};
@@ -70,9 +72,9 @@ void snapshot(const SnapshotOptions& options, Environment& environment) {
     writeFile(folder / (nameOf(slide) + ".png"), camera->photograph());
   }
   std::cout << count << (count == 1 ? " slide" : " slides") << " written to " << options.folder << '\n';
-  if (errors.texts().empty()) return;
+  if (errors.texts().empty() && damages.empty()) return;
   for (const std::string& text : errors.texts()) complain(text);
-  fail(options.deck + ": not everything could be filled (see above).");
+  fail(options.deck + ": not everything could be filled and drawn (see above).");
 }
 
 }  // namespace

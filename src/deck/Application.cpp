@@ -30,15 +30,27 @@ std::shared_ptr<PowerPoint::Presentations> Application::Presentations() {
   return std::make_shared<PresentationsCount>(shared_from_this());
 }
 
-std::shared_ptr<Presentation> Application::open(const std::string& path, const Limits& limits) {
+std::shared_ptr<Presentation> Application::open(const std::string& path, Damaged damaged) {
   const std::string full = std::filesystem::absolute(path).lexically_normal().string();
   for (const auto& presentation : open_) {
     if (presentation->FullName() == full) return presentation;
   }
   FileContent content =
       host::OnDrive(full, [full](const auto& gettingOn) { return readFile(full, AnySize, gettingOn); });
-  auto package = Package::fromBytes(std::move(content.bytes), full, limits);
-  auto presentation = keep(std::make_shared<Presentation>(std::move(package), full, content.state));
+  auto package = Package::fromBytes(std::move(content.bytes), full);
+  std::vector<Damage> damages;
+  if (damaged == Damaged::Repaired) damages = repair(*package);
+  return announce(
+      std::make_shared<Presentation>(std::move(package), full, content.state, std::move(damages)));
+}
+
+std::shared_ptr<Presentation> Application::open(std::unique_ptr<Package> package, const FileState& state) {
+  const std::string path = package->name();
+  return announce(std::make_shared<Presentation>(std::move(package), path, state));
+}
+
+std::shared_ptr<Presentation> Application::announce(std::shared_ptr<Presentation> opened) {
+  auto presentation = keep(std::move(opened));
   presentation->loadLinkedPictures();
   raise<PowerPoint::Presentation>(&PowerPoint::ApplicationEvents::PresentationOpen, presentation);
   return presentation;

@@ -18,10 +18,17 @@ class Application final : public PowerPoint::Application, public std::enable_sha
   [[nodiscard]] std::shared_ptr<PowerPoint::Presentations> Presentations() override;
   void Advise(PowerPoint::ApplicationEvents* sink) override { sink_ = sink; }
 
+  /// What becomes of a deck that is not whole: Repaired shows what can be read of it (see repair()), and the
+  /// presentation cannot be saved.
+  enum class Damaged { Refused, Repaired };
+
   /// Opens a deck and raises PresentationOpen. A deck that is open already is
   /// handed out again, without an event. Throws basic::Error when it cannot be
   /// opened.
-  std::shared_ptr<Presentation> open(const std::string& path, const Limits& limits = {});
+  std::shared_ptr<Presentation> open(const std::string& path, Damaged damaged = Damaged::Refused);
+  /// Takes a version of a deck that was read already from the file of the package's name, though another
+  /// version may be open, and raises PresentationOpen.
+  std::shared_ptr<Presentation> open(std::unique_ptr<Package> package, const FileState& state);
   /// Takes a package that is no file yet and raises NewPresentation.
   std::shared_ptr<Presentation> add(std::unique_ptr<Package> package);
   /// Raises PresentationClose, then forgets the presentation. What was not saved
@@ -37,6 +44,7 @@ class Application final : public PowerPoint::Application, public std::enable_sha
   }
 
  private:
+  std::shared_ptr<Presentation> announce(std::shared_ptr<Presentation> opened);
   std::shared_ptr<Presentation> keep(std::shared_ptr<Presentation> presentation);
 
   std::vector<std::shared_ptr<Presentation>> open_;

@@ -97,6 +97,12 @@ FileContent readFile(const std::string& path, std::uint64_t maximum, const std::
   return content;
 }
 
+std::optional<FileState> stateOfFile(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  return stateOf(status);
+}
+
 FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected) {
   const fs::path target = resolved(path);
   struct stat old {};

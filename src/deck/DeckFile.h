@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,10 @@ inline constexpr std::uint64_t AnySize = std::numeric_limits<std::uint64_t>::max
 /// every piece that it gets on; any thread may call it.
 FileContent readFile(
     const std::string& path, std::uint64_t maximum = AnySize, const std::function<void()>& gettingOn = [] {});
+
+/// The present state of a file; nothing when there is none, or it is no regular file. Any
+/// thread may call it.
+std::optional<FileState> stateOfFile(const std::string& path);
 
 /// Replaces a file, or creates it, so that a crash at any moment leaves the old
 /// file or the new one: a new file beside it is flushed and renamed over it. The

@@ -120,6 +120,14 @@ std::string Package::inflate(const Part& part) const {
   }
 }
 
+std::size_t Package::fingerprint() const { return std::hash<std::string>{}(archive_->bytes()); }
+
+void Package::verify() const {
+  for (const auto& part : parts_) {
+    if (part->entry_ >= 0) static_cast<void>(inflate(*part));
+  }
+}
+
 Part* Package::find(std::string_view name) const {
   if (name.starts_with('/')) name.remove_prefix(1);
   const auto found = byName_.find(name);

@@ -139,6 +139,11 @@ class Package {
   /// What error texts call the package: the path it was opened from.
   [[nodiscard]] const std::string& name() const { return name_; }
 
+  /// Made from the bytes that it was read from or last saved as.
+  [[nodiscard]] std::size_t fingerprint() const;
+  /// Reads every part, and throws when one is not whole. Keeps nothing.
+  void verify() const;
+
   /// Null when there is no such part. The name may carry a leading slash.
   [[nodiscard]] Part* find(std::string_view name) const;
   /// An error when there is no such part.

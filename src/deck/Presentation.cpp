@@ -18,10 +18,12 @@ std::string_view rootName(Part& part) { return part.xml().document_element().nam
 
 }  // namespace
 
-Presentation::Presentation(std::unique_ptr<Package> package, std::string path, std::optional<FileState> state)
+Presentation::Presentation(std::unique_ptr<Package> package, std::string path, std::optional<FileState> state,
+                           std::vector<Damage> damages)
     : package_(std::move(package)),
       path_(std::move(path)),
       state_(state),
+      damages_(std::move(damages)),
       tags_(*package_),
       pictures_(*package_) {
   part_ = package_->related(relationship::OfficeDocument);
@@ -48,7 +50,7 @@ void Presentation::loadSlides() {
     const pugi::xml_node root = target->xml().document_element();
     if (std::string_view(root.name()) != "p:sld") fail(which + ": " + target->name() + " holds no slide");
     auto shapes = std::make_unique<ShapeIndex>(root.child("p:cSld").child("p:spTree"));
-    slides_.push_back({target, id, std::move(shapes)});
+    slides_.push_back({target, node.attribute("id").as_uint(), id, std::move(shapes)});
   }
 }
 
@@ -80,6 +82,7 @@ void Presentation::Save() {
 
 void Presentation::write() {
   if (path_.empty()) fail("The presentation has no file yet: save it as a copy under a name.");
+  requireWhole();
   tags_.write();
   charts_.write();
   const LivePictures::Absence ownPictures(pictures_, /*dataStay=*/false);
@@ -89,7 +92,13 @@ void Presentation::write() {
   saved_ = true;
 }
 
+void Presentation::requireWhole() const {
+  if (damages_.empty()) return;
+  fail(inQuotes(package_->name()) + " cannot be saved, as it is damaged: " + damages_.front().text);
+}
+
 void Presentation::SaveCopyAs(std::string_view fileName) {
+  requireWhole();
   tags_.write();
   charts_.write();
   const LivePictures::Absence ownLinks(pictures_, /*dataStay=*/true);

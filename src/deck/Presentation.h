@@ -11,6 +11,7 @@
 #include "deck/DeckFile.h"
 #include "deck/LivePictures.h"
 #include "deck/Package.h"
+#include "deck/Repair.h"
 #include "deck/ShapeNode.h"
 #include "deck/TagStore.h"
 #include "host/powerpoint.h"
@@ -37,7 +38,9 @@ class Presentation final : public PowerPoint::Presentation,
  public:
   /// `path` is the file that Save() writes; empty for a presentation that is no
   /// file yet. `state` is what the file was when the package was read from it.
-  Presentation(std::unique_ptr<Package> package, std::string path, std::optional<FileState> state);
+  /// `damages` is what was repaired in the package, which can then not be saved.
+  Presentation(std::unique_ptr<Package> package, std::string path, std::optional<FileState> state,
+               std::vector<Damage> damages = {});
   ~Presentation() override;
 
   [[nodiscard]] std::string FullName() const override;
@@ -51,12 +54,17 @@ class Presentation final : public PowerPoint::Presentation,
   void UpdateLinks() override;
 
   [[nodiscard]] Package& package() const { return *package_; }
+  [[nodiscard]] const std::vector<Damage>& damages() const { return damages_; }
+  /// What the file was when it was read or written last; nothing when there is none.
+  [[nodiscard]] const std::optional<FileState>& fileState() const { return state_; }
   /// The presentation part.
   [[nodiscard]] Part& part() const { return *part_; }
   [[nodiscard]] std::int32_t slideCount() const;
   /// Index from 1; out of range is an error.
   [[nodiscard]] Part& slidePart(std::int32_t index) const;
   [[nodiscard]] const ShapeIndex& shapesOf(std::int32_t slideIndex) const;
+  /// What names the slide in every version of the deck, wherever it stands: the id of its p:sldId.
+  [[nodiscard]] std::uint32_t slideId(std::int32_t index) const { return slide(index).id; }
   [[nodiscard]] bool isHidden(std::int32_t slideIndex) const;
   /// The index of the slide that the presentation part refers to by this
   /// relationship; nothing when none does.
@@ -95,6 +103,7 @@ class Presentation final : public PowerPoint::Presentation,
  private:
   struct SlideEntry {
     Part* part;
+    std::uint32_t id;
     std::string relationshipId;
     std::unique_ptr<ShapeIndex> shapes;
   };
@@ -102,6 +111,7 @@ class Presentation final : public PowerPoint::Presentation,
   void loadSlides();
   [[nodiscard]] const SlideEntry& slide(std::int32_t index) const;
   void write();
+  void requireWhole() const;
   /// Reads a linked picture's file, if it can be read.
   void loadLink(std::int32_t slideIndex, pugi::xml_node shape);
   void requirePicture(std::int32_t slideIndex, pugi::xml_node shape) const;
@@ -112,6 +122,7 @@ class Presentation final : public PowerPoint::Presentation,
   std::unique_ptr<Package> package_;
   std::string path_;
   std::optional<FileState> state_;
+  std::vector<Damage> damages_;
   Part* part_ = nullptr;
   std::vector<SlideEntry> slides_;
   TagStore tags_;
