@@ -33,7 +33,7 @@ deck::Blank toDeck(web::Blank blank) {
 
 LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Presentation> presentation,
                    platform::EventLoop& loop, std::function<LF2000::FrmRuntimeTimer*()> form,
-                   const LiveShowOptions& options)
+                   const LiveShowOptions& options, ToldOnce& problems)
     : presentation_(std::move(presentation)),
       application_(application),
       loop_(loop),
@@ -47,7 +47,10 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
            .now = [] { return host::Current().clock->Now(); }}),
       form_(std::move(form)),
       freshness_(form_),
-      options_(options) {
+      options_(options),
+      began_(options.began),
+      version_(std::to_string(presentation_->package().fingerprint())),
+      problems_(problems) {
   constexpr std::int32_t ConversionInterval = 50;  // ms
   conversionTimer_->Interval(ConversionInterval);
   conversionTimer_->Enabled(false);
@@ -71,9 +74,12 @@ LiveShow::~LiveShow() {
 
 void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()> onEnd) {
   onEnd_ = std::move(onEnd);
+  standing_.reset();
   presentation_->addListener(*this);
   show_ = deck::SlideShow::begin(application_, presentation_, loop_, options, this);
-  began_ = std::chrono::system_clock::now();
+  if (!began_) began_ = std::chrono::system_clock::now();
+  builtBefore_ = show_->builtSteps();
+  for (const deck::Damage& damage : presentation_->damages()) problems_.tell(damage.text);
   watch(watched_);
   lookForStaleData();
   lookout_->Enabled(true);
@@ -86,8 +92,19 @@ void LiveShow::progress(std::optional<web::Progress> progress) {
 }
 
 void LiveShow::shutDown() {
-  isShuttingDown_ = true;
+  stand();
   if (isRunning()) show_->end();
+}
+
+void LiveShow::leave() {
+  stand();
+  onEnd_ = nullptr;
+  presentation_->removeListener(*this);
+  show_->end();
+}
+
+void LiveShow::stand() {
+  if (isRunning()) standing_ = Standing{currentSlide(), nextSlide(), show_->isEmpty()};
 }
 
 const LinkedShape* LiveShow::linkedShape(int slide, std::uint32_t id) const {
@@ -121,7 +138,7 @@ std::string LiveShow::state() {
     slides.push_back({{"index", index}, {"hidden", presentation_->isHidden(index)}, {"shapes", shapes}});
   }
   return dump({{"deck", presentation_->FullName()},
-               {"running", isRunning()},
+               {"running", isOn()},
                {"position", show_ ? show_->position() : 0},
                {"slideCount", presentation_->slideCount()},
                {"slides", slides}});
@@ -207,9 +224,9 @@ void LiveShow::buildChanged() { slidePictureChanged(); }
 
 void LiveShow::ended() {
   lookout_->Enabled(false);
-  if (!isShuttingDown_) wholePictureChanged();
+  if (!standing_) wholePictureChanged();
   loop_.post([self = self_] {
-    if (*self) (*self)->onEnd_();
+    if (*self && (*self)->onEnd_) (*self)->onEnd_();
   });
 }
 
@@ -239,7 +256,7 @@ void LiveShow::requestFlush() {
 void LiveShow::flush() {
   flushRequested_ = false;
   const auto changed = changedAt_;
-  if (!server_ || isShuttingDown_) {
+  if (!server_ || standing_) {
     changedShapes_.clear();
     return;
   }
@@ -262,7 +279,7 @@ void LiveShow::sendShapes(web::Server::Time changed) {
     change.slide = slide;
     change.elementId = elementId(slide, id);
     change.isMirrored = isMirrored(slide);
-    if (isHeld(slide)) change.html = renderer_.shape(slide, id);
+    if (isHeld(slide)) change.html = drawShape(slide, id);
     if (const LinkedShape* shape = linkedShape(slide, id)) {
       change.glides = form != nullptr && form->Scrolls(slide, shape->name);
       change.name = shape->name;

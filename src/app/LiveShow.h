@@ -13,6 +13,7 @@
 
 #include "app/Freshness.h"
 #include "app/LinkedShapes.h"
+#include "app/ToldOnce.h"
 #include "deck/Presentation.h"
 #include "deck/SlideShow.h"
 #include "platform/EventLoop.h"
@@ -27,6 +28,8 @@ struct LiveShowOptions {
   StaleData staleData = StaleData::Keep;
   /// The slide to show when every slide is hidden; nothing: the deck's background.
   std::optional<int> whenEmpty;
+  /// When the show began that this one goes on with.
+  std::optional<std::chrono::system_clock::time_point> began;
 };
 
 /// A running show between its three neighbours: what the deck reports as changed
@@ -35,10 +38,11 @@ struct LiveShowOptions {
 /// done.
 class LiveShow final : public web::Show, private deck::ChangeListener, private deck::SlideShowListener {
  public:
-  /// `form` gives what drives the running show; null without one.
+  /// `form` gives what drives the running show; null without one. `problems` hears what cannot be drawn, and
+  /// outlives this object.
   LiveShow(deck::Application& application, std::shared_ptr<deck::Presentation> presentation,
            platform::EventLoop& loop, std::function<LF2000::FrmRuntimeTimer*()> form,
-           const LiveShowOptions& options);
+           const LiveShowOptions& options, ToldOnce& problems);
   ~LiveShow() override;
   LiveShow(const LiveShow&) = delete;
   LiveShow& operator=(const LiveShow&) = delete;
@@ -51,8 +55,16 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   void progress(std::optional<web::Progress> progress);
   /// Ends the show and leaves the last picture standing on the screens.
   void shutDown();
+  /// The same for a show that another one follows: it is not over, and `onEnd` not called. It can begin
+  /// again.
+  void leave();
 
   [[nodiscard]] bool isRunning() const { return show_ && show_->isRunning(); }
+  /// Whether screens draw slides: it runs, or its last picture stands.
+  [[nodiscard]] bool isOn() const { return isRunning() || standing_; }
+  /// Where the running show stands.
+  [[nodiscard]] deck::ShowPlace place() const { return show_->place(); }
+  [[nodiscard]] std::optional<std::chrono::system_clock::time_point> began() const { return began_; }
 
   std::string state() override;
   web::View view(std::optional<int> slide, std::string_view shape) override;
@@ -77,6 +89,13 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   void buildChanged() override;
   void ended() override;
 
+  /// What stays on the screens when the show is taken from under it.
+  struct Standing {
+    std::optional<int> current;
+    std::optional<int> next;
+    bool isEmpty = false;
+  };
+  void stand();
   web::Outcome command(const std::function<void()>& action);
   [[nodiscard]] std::optional<int> currentSlide() const;
   [[nodiscard]] std::optional<int> nextSlide() const;
@@ -86,6 +105,8 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   /// Nothing where there is no text, or no value for it.
   [[nodiscard]] std::optional<std::string> textOf(int slide, const std::string& shapeName);
   web::SlideView page(int slide);
+  render::SlidePage draw(int slide);
+  std::string drawShape(int slide, std::uint32_t id);
   web::SlideView shapeAlone(const web::View& view, web::Picture& picture);
   void showCurrent(web::Picture& picture);
   void addStale(web::Picture& picture, int slide) const;
@@ -123,7 +144,10 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   std::unique_ptr<host::Timer> lookout_;
   std::optional<std::chrono::system_clock::time_point> began_;
   std::optional<web::Progress> progress_;
+  /// Tells this version of the deck from others.
+  std::string version_;
   bool hasRendered_ = false;
+  ToldOnce& problems_;
   /// How far the slide on show was built up when it was last looked at.
   std::size_t builtBefore_ = 0;
   std::set<std::pair<int, std::uint32_t>> changedShapes_;
@@ -133,7 +157,7 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   /// Of what is noted, the first.
   web::Server::Time changedAt_;
   bool flushRequested_ = false;
-  bool isShuttingDown_ = false;
+  std::optional<Standing> standing_;
   /// Lets a posted flush see that this object is gone.
   std::shared_ptr<LiveShow*> self_ = std::make_shared<LiveShow*>(this);
 };

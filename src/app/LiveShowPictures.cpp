@@ -73,12 +73,14 @@ std::string connectionKey(const LinkedShape& shape) {
 }  // namespace
 
 std::optional<int> LiveShow::currentSlide() const {
+  if (standing_) return standing_->current;
   if (!isRunning() || show_->isAtEnd()) return std::nullopt;
   if (show_->isEmpty()) return options_.whenEmpty;
   return show_->position();
 }
 
 std::optional<int> LiveShow::nextSlide() const {
+  if (standing_) return standing_->next;
   if (!isRunning()) return std::nullopt;
   const auto next = show_->following();
   if (!next || next == currentSlide()) return std::nullopt;
@@ -103,6 +105,7 @@ web::View LiveShow::view(std::optional<int> slide, std::string_view shape) {
 web::Picture LiveShow::picture(const web::View& view) {
   const render::SlideSize size = renderer_.size();
   web::Picture picture;
+  picture.deck = version_;
   picture.title = std::filesystem::path(presentation_->FullName()).stem().string();
   picture.width = size.width;
   picture.height = size.height;
@@ -113,14 +116,14 @@ web::Picture LiveShow::picture(const web::View& view) {
   if (show_) {
     picture.blank = toWeb(show_->blank());
     picture.kiosk = show_->isKiosk();
-    picture.ended = !show_->isRunning() || show_->isAtEnd();
+    picture.ended = !isOn() || show_->isAtEnd();
   }
   switch (view.kind) {
     case web::View::Kind::Show:
       showCurrent(picture);
       break;
     case web::View::Kind::Slide:
-      if (view.slide > 0) picture.current = page(view.slide);
+      if (view.slide > 0 && view.slide <= picture.slideCount) picture.current = page(view.slide);
       break;
     case web::View::Kind::Shape:
       // Laid over somebody else's picture, it must neither cover nor announce anything.
@@ -143,7 +146,7 @@ void LiveShow::showCurrent(web::Picture& picture) {
     picture.current = page(*current);
     picture.transition = toWeb(deck::transitionOf(presentation_->slidePart(*current)));
     addBuilds(picture, *current);
-  } else if (isRunning() && show_->isEmpty()) {
+  } else if (standing_ ? standing_->isEmpty : isRunning() && show_->isEmpty()) {
     picture.current = web::SlideView{0, renderer_.backdrop(1)};
   }
   if (const auto next = nextSlide()) picture.next = page(*next);
@@ -152,12 +155,45 @@ void LiveShow::showCurrent(web::Picture& picture) {
 web::SlideView LiveShow::page(int slide) {
   const auto known = pages_.find(slide);
   if (known != pages_.end()) return {slide, known->second};
-  render::SlidePage rendered = renderer_.slide(slide);
+  render::SlidePage rendered = draw(slide);
   if (rendered.timeShown != render::TimeShown::None) timed_[slide] = rendered.timeShown;
   const auto& html = pages_.emplace(slide, std::move(rendered.html)).first->second;
   hasRendered_ = true;
   conversionTimer_->Enabled(converter_.isBusy());
   return {slide, html};
+}
+
+/// What cannot be drawn is left out, down to the bare background: a show goes on.
+render::SlidePage LiveShow::draw(int slide) {
+  const std::string which = "Slide " + std::to_string(slide);
+  try {
+    render::SlidePage page = renderer_.slide(slide);
+    // Until then it is missing for a moment only.
+    if (!converter_.isBusy()) {
+      for (const std::string& problem : page.problems) problems_.tell(which + ": " + problem);
+    }
+    return page;
+  } catch (const std::exception& error) {
+    problems_.tell(which + " cannot be drawn: " + error.what());
+  }
+  render::SlidePage page;
+  try {
+    page.html = renderer_.backdrop(slide, slide);
+  } catch (const std::exception& error) {
+    problems_.tell(which + " is shown without a background: " + error.what());
+    page.html = "<section class=\"slide\" id=\"s" + std::to_string(slide) + "\"></section>";
+  }
+  return page;
+}
+
+/// Empty when it cannot be drawn: screens keep the shape that they have.
+std::string LiveShow::drawShape(int slide, std::uint32_t id) {
+  try {
+    return renderer_.shape(slide, id);
+  } catch (const basic::Error& error) {
+    problems_.tell(error.description);
+    return {};
+  }
 }
 
 /// The slide with nothing but the shape, of which the picture shows the shape's place.
@@ -209,7 +245,7 @@ void LiveShow::watch(const std::set<int>& slides) {
 
 web::Health LiveShow::health() {
   web::Health health;
-  health.isReady = isRunning() && hasRendered_;
+  health.isReady = isOn() && hasRendered_;
   health.position = currentSlide().value_or(0);
   health.connections = freshness_.connections();
   return health;

@@ -11,8 +11,7 @@
 #include "app/Commands.h"
 #include "app/Environment.h"
 #include "app/Failure.h"
-#include "app/LinkedSheets.h"
-#include "app/LiveShow.h"
+#include "app/Stage.h"
 #include "app/Token.h"
 #include "platform/Descriptors.h"
 #include "web/Server.h"
@@ -34,6 +33,7 @@ struct ShowOptions {
   bool kiosk = false;
   bool loop = false;
   bool open = false;
+  bool noReload = false;
 };
 
 /// The option goes before the setting.
@@ -68,10 +68,10 @@ class ShowRun {
   ShowRun(const ShowOptions& options, Environment& environment)
       : options_(options),
         environment_(environment),
-        deck_(host_.open(options.deck)),
-        sheets_(deck_, environment.loop()),
-        live_(host_.application(), deck_, environment.loop(), [this] { return host_.runtimeTimer(); },
-              {staleData(options), options.whenEmpty}) {}
+        stage_(host_, environment, host_.open(options.deck, deck::Application::Damaged::Repaired),
+               {{staleData(options), options.whenEmpty, {}},
+                options.kiosk ? std::optional(true) : std::nullopt,
+                options.loop ? std::optional(true) : std::nullopt}) {}
 
   void run() {
     const Token token = obtainToken(options_.tokenFile);
@@ -85,54 +85,73 @@ class ShowRun {
     web.onError = [](const basic::Error& error) {
       std::cerr << "lumenfold: a request failed: " << error.description << '\n';
     };
-    web::Server server(environment_.loop().context(), live_, web);
+    web::Server server(environment_.loop().context(), stage_, web);
     finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
     // Screens may come while the show is being opened.
-    live_.connect(&server);
+    stage_.connect(&server);
     environment_.progressMeter().watch(
         [this](const platform::Progress* progress) { tellProgress(progress); });
     beginShow();
     environment_.progressMeter().watch({});
     // Before the address is told: whoever knows it may end the show.
-    environment_.loop().onSignal([&](int) { live_.shutDown(); });
+    environment_.loop().onSignal([&](int) { stage_.shutDown(); });
+    if (!options_.noReload) watchDeck();
     announce(server, token);
     environment_.loop().run();
-    live_.connect(nullptr);
+    watch_.reset();
+    stage_.connect(nullptr);
   }
 
  private:
   void beginShow() {
-    deck::SlideShowOptions show;
-    show.startSlide = options_.slide;
-    if (options_.kiosk) show.kiosk = true;
-    if (options_.loop) show.loop = true;
     requireSlide(options_.slide);
     requireSlide(options_.whenEmpty);
-    live_.begin(show, [this] {
+    stage_.begin(options_.slide, [this] {
+      watch_.reset();
       constexpr std::int32_t TimeToTell = 200;
       finish_->Interval(TimeToTell);
       finish_->Enabled(true);
     });
-    // So that the first screen need not wait for it.
-    static_cast<void>(live_.picture({}));
+  }
+
+  void watchDeck() {
+    const deck::Presentation& deck = *stage_.deck();
+    watch_.emplace(environment_.loop(), deck.FullName(), deck.fileState().value(),
+                   deck.package().fingerprint(),
+                   DeckWatch::Hearer{[this](DeckVersion version) { takeUp(std::move(version)); },
+                                     [this](const std::string& why) { leaveAlone(why); }});
+  }
+
+  void takeUp(DeckVersion version) {
+    try {
+      stage_.change(std::move(version));
+    } catch (const basic::Error& error) {
+      leaveAlone(error.description);
+    }
+  }
+
+  void leaveAlone(const std::string& why) {
+    LF2000::modErrors::WriteErrorLog("A new version of " + stage_.deck()->FullName() +
+                                     " is not shown, and the one before stays: " + why);
   }
 
   void tellProgress(const platform::Progress* progress) {
     if (progress == nullptr) {
-      live_.progress(std::nullopt);
+      stage_.progress(std::nullopt);
     } else {
-      live_.progress(web::Progress{progress->caption, progress->text, progress->step, progress->maximum});
+      stage_.progress(web::Progress{progress->caption, progress->text, progress->step, progress->maximum});
     }
   }
 
   void requireSlide(const std::optional<std::int32_t>& slide) const {
-    if (!slide || (*slide >= 1 && *slide <= deck_->slideCount())) return;
+    if (!slide || (*slide >= 1 && *slide <= stage_.deck()->slideCount())) return;
     fail(options_.deck + ": there is no slide " + std::to_string(*slide) + "; the deck has " +
-         std::to_string(deck_->slideCount()) + ".");
+         std::to_string(stage_.deck()->slideCount()) + ".");
   }
 
   void announce(const web::Server& server, const Token& token) const {
-    std::cout << "Showing " << deck_->FullName() << " (" << deck_->slideCount() << " slides)\n"
+    std::cout << "Showing " << stage_.deck()->FullName() << " (" << stage_.deck()->slideCount()
+              << " slides)\n"
               << "Screen:   " << server.url() << '\n';
     if (const auto name = networkName()) {
       std::cout << "Network:  http://" << *name << ':' << server.port() << "/\n";
@@ -167,9 +186,8 @@ class ShowRun {
   const ShowOptions& options_;
   Environment& environment_;
   AddInHost host_;
-  std::shared_ptr<deck::Presentation> deck_;
-  LinkedSheets sheets_;
-  LiveShow live_;
+  Stage stage_;
+  std::optional<DeckWatch> watch_;
   std::unique_ptr<host::Timer> finish_;
   bool stopping_ = false;
   int waited_ = 0;
@@ -205,6 +223,7 @@ void addShowCommand(CLI::App& program, Environment& environment) {
       ->check(CLI::PositiveNumber);
   verb->add_flag("--kiosk", options->kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
   verb->add_flag("--loop", options->loop, "Begin anew after the last slide");
+  verb->add_flag("--no-reload", options->noReload, "Go on with the deck as it is now when its file changes");
   verb->add_flag("--open", options->open, "Start a browser on the screen");
   verb->callback([options, &environment] { show(*options, environment); });
 }

@@ -31,6 +31,12 @@ class View final : public PowerPoint::SlideShowView {
   std::shared_ptr<SlideShow> show_;
 };
 
+/// 0 where nobody tells the time.
+std::int64_t tickCount() {
+  const host::Clock* clock = host::Current().clock;
+  return clock != nullptr ? clock->TickCount() : 0;
+}
+
 std::vector<std::int32_t> chosenRange(const SlideShowOptions& options, std::int32_t count) {
   const std::int32_t first = options.firstSlide.value_or(1);
   const std::int32_t last = options.lastSlide.value_or(count);
@@ -51,7 +57,7 @@ std::shared_ptr<SlideShow> SlideShow::begin(Application& application,
                                             SlideShowListener* listener) {
   std::shared_ptr<SlideShow> show(
       new SlideShow(application, std::move(presentation), loop, options, listener));
-  show->start(options.startSlide);
+  show->start(options);
   return show;
 }
 
@@ -84,11 +90,15 @@ std::shared_ptr<PowerPoint::SlideShowView> SlideShow::View() {
   return std::make_shared<deck::View>(shared_from_this());
 }
 
-void SlideShow::start(std::optional<std::int32_t> startSlide) {
+void SlideShow::start(const SlideShowOptions& options) {
+  std::optional<std::int32_t> startSlide = options.place ? options.place->slide : options.startSlide;
   if (startSlide) {
     static_cast<void>(presentation_->slidePart(*startSlide));  // an error when out of range
-    place_ = placeOf(*startSlide).value_or(0);
-    wasChosen_ = presentation_->isHidden(*startSlide);
+    const auto place = placeOf(*startSlide);
+    place_ = place.value_or(0);
+    wasChosen_ = options.place ? options.place->isChosen : presentation_->isHidden(*startSlide);
+    // Only who asks for it sees what the show leaves out.
+    if (options.place && !wasChosen_ && !place) startSlide.reset();
   } else if (!isVisible(0)) {
     place_ = visibleAfter(0).value_or(0);
   }
@@ -102,6 +112,29 @@ void SlideShow::start(std::optional<std::int32_t> startSlide) {
     position_ = order_[place_];
   }
   changeTo(position_);
+  if (options.place) resume(*options.place);
+}
+
+void SlideShow::resume(const ShowPlace& place) {
+  if (!isRunning_) return;
+  if (place.isAtEnd) {
+    showEnd();
+  } else if (position_ == place.slide) {
+    builtSteps_ = std::min(place.builtSteps, builds_.steps());
+    startTiming(place.elapsedMilliseconds);
+  }
+  blank(place.blank);
+}
+
+ShowPlace SlideShow::place() const {
+  ShowPlace place;
+  place.slide = isAtEnd() ? order_[place_] : position_;
+  place.isChosen = wasChosen_;
+  place.isAtEnd = isAtEnd();
+  place.builtSteps = builtSteps_;
+  place.elapsedMilliseconds = tickCount() - timingBegan_;
+  place.blank = blank_;
+  return place;
 }
 
 bool SlideShow::isVisible(std::size_t place) const { return !presentation_->isHidden(order_[place]); }
@@ -252,12 +285,15 @@ void SlideShow::leaveHiddenSlide() {
   if (place) show(*place);
 }
 
-void SlideShow::startTiming() {
+void SlideShow::startTiming(std::int64_t elapsedMilliseconds) {
   timing_->Enabled(false);
+  timingBegan_ = tickCount() - elapsedMilliseconds;
   if (isAtEnd() || blank_ != Blank::None || !goesOnByItself()) return;
   const SlideShowTransition transition(presentation_, position_);
   constexpr double Longest = std::numeric_limits<std::int32_t>::max();
-  const double milliseconds = std::clamp(std::round(transition.AdvanceTime() * 1000.0), 1.0, Longest);
+  const double remaining =
+      std::round(transition.AdvanceTime() * 1000.0) - static_cast<double>(elapsedMilliseconds);
+  const double milliseconds = std::clamp(remaining, 1.0, Longest);
   timing_->Interval(static_cast<std::int32_t>(milliseconds));
   timing_->Enabled(true);
 }

@@ -25,10 +25,29 @@ class SlideShowListener {
   virtual void ended() = 0;
 };
 
+enum class Blank { None, Black, White };
+
+/// Where a show stands, for another one that takes its place.
+struct ShowPlace {
+  /// Index in the presentation.
+  std::int32_t slide = 1;
+  /// Gone to by number, and shown though it may be hidden.
+  bool isChosen = false;
+  /// On the black end slide, behind `slide`.
+  bool isAtEnd = false;
+  std::size_t builtSteps = 0;
+  /// Of the slide's own timing.
+  std::int64_t elapsedMilliseconds = 0;
+  Blank blank = Blank::None;
+};
+
 /// What overrides the settings that the author stored in the deck.
 struct SlideShowOptions {
   /// Index in the presentation; may be a hidden slide.
   std::optional<std::int32_t> startSlide;
+  /// Goes before startSlide. What it asks for and the deck does not have is left out; a slide out of range is
+  /// an error.
+  std::optional<ShowPlace> place;
   std::optional<bool> kiosk;
   std::optional<bool> loop;
   std::optional<bool> useTimings;
@@ -36,8 +55,6 @@ struct SlideShowOptions {
   std::optional<std::int32_t> firstSlide;
   std::optional<std::int32_t> lastSlide;
 };
-
-enum class Blank { None, Black, White };
 
 /// A running slide show: what it shows and in which order, its timings and its
 /// events. Hidden slides are skipped, whether they were hidden before or while
@@ -72,6 +89,7 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   [[nodiscard]] bool isKiosk() const { return isKiosk_; }
   [[nodiscard]] bool loops() const { return loops_; }
   [[nodiscard]] Blank blank() const { return blank_; }
+  [[nodiscard]] ShowPlace place() const;
   [[nodiscard]] PowerPoint::SlideShowPointerType pointer() const { return pointer_; }
   void pointer(PowerPoint::SlideShowPointerType type) { pointer_ = type; }
   /// What clicks build up on the slide on show, and how many have. Nobody clicks in a
@@ -112,7 +130,8 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   [[nodiscard]] std::optional<std::size_t> visibleAfter(std::size_t place) const;
   [[nodiscard]] std::optional<std::size_t> visibleBefore(std::size_t place) const;
   [[nodiscard]] std::optional<std::size_t> placeOf(std::int32_t slideIndex) const;
-  void start(std::optional<std::int32_t> startSlide);
+  void start(const SlideShowOptions& options);
+  void resume(const ShowPlace& place);
   enum class Built { Nothing, Everything };
   void show(std::size_t place, Built built = Built::Nothing);
   void changeTo(std::int32_t position, Built built = Built::Nothing);
@@ -120,7 +139,7 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   [[nodiscard]] bool goesOnByItself() const;
   void showEnd();
   void leaveHiddenSlide();
-  void startTiming();
+  void startTiming(std::int64_t elapsedMilliseconds = 0);
 
   Application& application_;
   std::shared_ptr<deck::Presentation> presentation_;
@@ -138,6 +157,7 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   Blank blank_ = Blank::None;
   PowerPoint::SlideShowPointerType pointer_ = PowerPoint::SlideShowPointerType::AutoArrow;
   std::unique_ptr<host::Timer> timing_;  // the slide's own
+  std::int64_t timingBegan_ = 0;         // by Clock::TickCount
   std::unique_ptr<host::Timer> moveOn_;  // away from a slide that was hidden
 };
 

@@ -302,12 +302,12 @@ Rect SlideRenderer::area(int slideIndex, std::uint32_t shapeId) {
   return {box.frame.x + (box.frame.w - width) / 2, box.frame.y + (box.frame.h - height) / 2, width, height};
 }
 
-std::string SlideRenderer::backdrop(int index) {
+std::string SlideRenderer::backdrop(int index, int as) {
   auto& slide = prepare(index);
   drawBehind(slide);
   const auto slideSize = size();
   HtmlOut out;
-  out << "<section class=\"slide\" id=\"s0\" style=\"width:" << slideSize.width
+  out << "<section class=\"slide\" id=\"s" << as << "\" style=\"width:" << slideSize.width
       << "px;height:" << slideSize.height << "px\">" << slide.background << "</section>";
   return out.take();
 }

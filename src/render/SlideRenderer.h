@@ -85,8 +85,8 @@ class SlideRenderer {
   /// What the shape's frame covers of its slide, turned as it is, in CSS px. As above.
   Rect area(int slideIndex, std::uint32_t shapeId);
 
-  /// A slide with the id "s0" that shows the background of this slide's layout alone.
-  std::string backdrop(int index);
+  /// A slide with the id "s<as>" that shows the background of this slide's layout alone.
+  std::string backdrop(int index, int as = 0);
 
   /// The style sheet that all slides share.
   static std::string_view styles();

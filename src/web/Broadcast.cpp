@@ -41,12 +41,12 @@ void Broadcast::start() {
 }
 
 void Broadcast::beat() {
+  start();
   static const SharedMessage visible = heartbeatMessage(true);
   static const SharedMessage silent = heartbeatMessage(false);
   for (auto& [view, channel] : views_) channel.send(visible);
   programs_.send(silent);
   dropUnusedChannels();
-  start();
 }
 
 void Broadcast::open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
@@ -114,6 +114,17 @@ void Broadcast::pictureChanged(Time changed) {
   for (auto& [view, channel] : views_) {
     if (view.kind != View::Kind::Show) publish(show_.picture(view), channel, changed);
   }
+}
+
+/// Slides and shapes that views name may be others now, or gone.
+void Broadcast::deckChanged(Time changed) {
+  if (stopped_) return;
+  for (auto& [view, channel] : views_) {
+    if (view.kind != View::Kind::Show) channel.dismiss();
+  }
+  dropUnusedChannels();
+  programs_.publish([&](std::uint64_t sequence) { return stateMessage(sequence, show_.state()); }, changed);
+  slideChanged(changed);
 }
 
 void Broadcast::shapesChanged(const std::vector<ShapeChange>& changes, Time changed) {

@@ -30,6 +30,7 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   void open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const StreamWanted& wanted);
   void slideChanged(Time changed);
   void pictureChanged(Time changed);
+  void deckChanged(Time changed);
   void shapesChanged(const std::vector<ShapeChange>& changes, Time changed);
   /// Ends all streams; those that are not through by Options::stopTimeout are cut.
   void stop();

@@ -1,5 +1,7 @@
 #include "web/Channel.h"
 
+#include <utility>
+
 namespace web {
 
 Channel::Channel(Build state, std::function<void(const std::string& name)> left)
@@ -37,6 +39,13 @@ void Channel::finish(const Build& build) {
 void Channel::close() {
   for (const auto& [key, reader] : streams_) reader.stream->close();
   streams_.clear();
+}
+
+void Channel::dismiss() {
+  for (const auto& [key, reader] : std::exchange(streams_, {})) {
+    reader.stream->close();
+    if (left_) left_(reader.name);
+  }
 }
 
 std::optional<Channel::Time> Channel::changedAt(std::uint64_t sequence) const {

@@ -41,6 +41,8 @@ class Channel : private EventStream::Source {
   /// Sends the last event on every stream and closes them.
   void finish(const Build& build);
   void close();
+  /// Cuts the streams as if they had closed by themselves: their readers come back.
+  void dismiss();
 
   [[nodiscard]] std::size_t size() const { return streams_.size(); }
   /// The number of the newest event.

@@ -96,6 +96,7 @@ SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std
                              std::chrono::milliseconds heartbeat) {
   Json json = {{"version", version},
                {"heartbeat", heartbeat.count()},
+               {"deck", picture.deck},
                {"title", picture.title},
                {"left", picture.left},
                {"top", picture.top},

@@ -30,9 +30,9 @@ using SharedMessage = std::shared_ptr<const Message>;
 /// `hello`, without a number: {screen: the name under which it reports its paints,
 /// now: the server's time in ms since 1970}
 SharedMessage greetingMessage(std::string_view screen);
-/// `picture`: everything. {version, heartbeat (ms), title, left, top, width, height,
-/// transparent, kiosk, blank ("none", "black", "white"), ended, stylesheet, rules (a
-/// style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
+/// `picture`: everything. {version, deck (another one: nothing on the screen is the same any more), heartbeat
+/// (ms), title, left, top, width, height, transparent, kiosk, blank ("none", "black", "white"), ended,
+/// stylesheet, rules (a style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
 /// (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption, text, step, maximum} or
 /// null, slideCount, began (ms since 1970) or null, current: {index, html} or null, next: likewise}
 SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,

@@ -46,6 +46,7 @@ std::string valueOf(std::string_view name, const Picture& picture) {
     return "<div " + std::string(attributes) + ">" + slide->html + "</div>";
   };
   if (name == "version") return std::string(clientVersion());
+  if (name == "deck") return escaped(picture.deck);
   if (name == "title") return escaped(picture.title);
   if (name == "kiosk") return picture.kiosk ? " data-kiosk" : "";
   if (name == "ended") return picture.ended ? " data-ended" : "";

@@ -51,6 +51,8 @@ void Server::slideChanged(Time changed) { broadcast_->slideChanged(changed); }
 
 void Server::pictureChanged(Time changed) { broadcast_->pictureChanged(changed); }
 
+void Server::deckChanged(Time changed) { broadcast_->deckChanged(changed); }
+
 void Server::shapesChanged(const std::vector<ShapeChange>& changes, Time changed) {
   broadcast_->shapesChanged(changes, changed);
 }

@@ -50,6 +50,9 @@ class Server {
   /// Tells every stream that the picture has changed other than by slideChanged() and
   /// shapesChanged(): a blank screen, the end, old data. As above.
   void pictureChanged(Time changed = std::chrono::steady_clock::now());
+  /// Tells every stream of another deck. Views other than the show's are resolved anew: their screens
+  /// keep their picture and connect again. As above.
+  void deckChanged(Time changed = std::chrono::steady_clock::now());
   /// Tells every stream of these shapes, in one message.
   void shapesChanged(const std::vector<ShapeChange>& changes,
                      Time changed = std::chrono::steady_clock::now());

@@ -76,6 +76,9 @@ struct SlideView {
 
 /// All that a screen needs to draw the present moment.
 struct Picture {
+  /// Stands for the deck as it was read; when it changes, nothing that screens hold is the same any more.
+  /// Opaque and short.
+  std::string deck;
   /// Plain text; becomes the window's title.
   std::string title;
   /// What is shown of the slide, in CSS px of its natural size: all of it, or where

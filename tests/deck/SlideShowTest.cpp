@@ -328,6 +328,61 @@ TEST_F(SlideShowTest, NeedsASlideAndARangeThatExists) {
   EXPECT_THAT(events_.take(), IsEmpty());
 }
 
+TEST_F(SlideShowTest, GoesOnWhereAnotherShowStands) {
+  fakes::Clock clock(loop_);
+  host::Services services;
+  services.clock = &clock;
+  host::Use(services);
+  begin("v3vh");
+  show_->goTo(2);
+  loop_.Advance(2000);
+  show_->blank(Blank::Black);
+  show_->blank(Blank::None);
+  loop_.Advance(1000);
+  SlideShowOptions next;
+  next.place = show_->place();
+  deck_ = DeckBuilder();
+  begin("v3vh", next);
+  EXPECT_EQ(show_->position(), 2);
+  loop_.Advance(1999);
+  EXPECT_EQ(show_->position(), 2);
+  loop_.Advance(1);
+  EXPECT_EQ(show_->position(), 3) << "its time ran on from the show before";
+
+  show_->blank(Blank::White);
+  next.place = show_->place();
+  deck_ = DeckBuilder();
+  begin("vvvh", next);
+  EXPECT_EQ(show_->position(), 3);
+  EXPECT_EQ(show_->blank(), Blank::White);
+
+  show_->goTo(4);
+  next.place = show_->place();
+  deck_ = DeckBuilder();
+  begin("vvvh", next);
+  EXPECT_EQ(show_->position(), 4) << "chosen by number, hidden as it is";
+  next.place->isChosen = false;
+  deck_ = DeckBuilder();
+  begin("vvvh", next);
+  EXPECT_EQ(show_->position(), 4) << "with nothing behind it, the show stays";
+  next.place->slide = 1;
+  deck_ = DeckBuilder();
+  begin("hvv", next);
+  EXPECT_EQ(show_->position(), 2) << "the author has hidden it meanwhile";
+
+  show_->last();
+  show_->next();
+  next.place = show_->place();
+  deck_ = DeckBuilder();
+  begin("vvv", next);
+  EXPECT_TRUE(show_->isAtEnd());
+  show_->previous();
+  EXPECT_EQ(show_->position(), 3);
+  next.place->slide = 7;
+  EXPECT_THROW(begin("", next), basic::Error);
+  host::Use({});
+}
+
 TEST_F(SlideShowTest, GoesOnWhenTheDeckIsDeleted) {
   const TemporaryFolder folder;
   deck_.addSlide(textShape(2, "Price", "1"));

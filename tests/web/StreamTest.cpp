@@ -85,6 +85,32 @@ TEST_F(StreamTest, GivesProgramsTheStateAndThenValuesBySlide) {
   EXPECT_EQ("position", program.event().name);
 }
 
+TEST_F(StreamTest, TellsOfAnotherDeckAndResolvesViewsAnew) {
+  Client screen = open("/screen/events");
+  Client pinned = open("/screen/events?slide=2");
+  Client program = open("/api/v1/events");
+  screen.event();
+  pinned.event();
+  program.event();
+  ASSERT_EQ(server().screens(), 2U);
+  EXPECT_THAT(show.watched, testing::ElementsAre(2));
+
+  show.shown.deck = "other";
+  show.shown.slideCount = 1;
+  show.stateText = R"({"slideCount":1})";
+  server().deckChanged();
+  const Event picture = screen.event();
+  EXPECT_EQ("picture", picture.name);
+  EXPECT_EQ("other", Json::parse(picture.data)["deck"]);
+  const Event state = program.event();
+  EXPECT_EQ("state", state.name);
+  EXPECT_EQ(show.stateText, state.data);
+  EXPECT_EQ("position", program.event().name);
+  EXPECT_TRUE(until([&] { return !pinned.receive(); })) << "its slide may be another now";
+  EXPECT_EQ(server().screens(), 1U);
+  EXPECT_TRUE(show.watched.empty());
+}
+
 TEST_F(StreamTest, CarriesAnyTextUnharmed) {
   Client program = open("/api/v1/events");
   program.event();

@@ -124,9 +124,14 @@ for (const button of document.querySelectorAll("#blanks button")) {
 }
 setInterval(showElapsed, 1000);
 setInterval(() => document.visibilityState === "visible" && all.renew(), 5000);
+// One event after the other, also when one has to wait for a file.
+let events = Promise.resolve();
+function inTurn(handler) {
+  return (...event) => (events = events.then(() => handler(...event)).catch((error) => console.error(error)));
+}
 openStream("/screen/events", {
   hello: ({ now }) => (clockAhead = now - Date.now()),
-  picture: show,
-  shapes: (changes) => changeShapes(changes, false),
+  picture: inTurn(show),
+  shapes: inTurn((changes) => changeShapes(changes, false)),
 });
 if (!store.getItem("token")) askForToken();

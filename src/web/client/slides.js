@@ -65,13 +65,15 @@ export function changeShapes(changes, isAnimated) {
   if (isAnimated) glide(gliding);
 }
 
+const isOfOldDeck = (frame) => "old" in frame.dataset;
+
 // The frame that shows `slide`: one that stands already, with what is new in it,
 // or a new one.
 function frameFor(slide) {
   const fresh = slide && parse(slide.html);
   if (!fresh) return null;
   for (const frame of stage.children) {
-    if (frame.firstElementChild?.id === fresh.id) {
+    if (frame.firstElementChild?.id === fresh.id && !isOfOldDeck(frame)) {
       patch(frame.firstElementChild, fresh);
       return frame;
     }
@@ -110,7 +112,8 @@ function dropOthers() {
 function swapTo(picture, isAnimated) {
   finishGlides();
   const before = stage.querySelector(".frame.current");
-  const isOther = picture.current && before?.firstElementChild.id !== `s${picture.current.index}`;
+  const isOther =
+    picture.current && before?.firstElementChild.id !== `s${picture.current.index}` && !isOfOldDeck(before);
   if (isOther || !picture.current) finishTransition();
   for (const side of ["left", "top", "width", "height"]) {
     stage.style.setProperty(`--slide-${side}`, `${picture[side]}px`);
@@ -125,6 +128,34 @@ function swapTo(picture, isAnimated) {
   wanted = [current, next];
   if (isOther && isAnimated && before) playTransition(before, current, picture.transition, dropOthers);
   dropOthers();
+}
+
+function twoFrames() {
+  return new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve)));
+}
+
+// Resolves when the browser holds what is drawn from files, or will not get it.
+function picturesLoaded(html) {
+  const names = new Set(html.match(/\bassets\/\w+\.(?:png|jpe?g|gif|svg|webp|bmp)\b/g));
+  const load = (name) => {
+    const image = new Image();
+    image.src = `/${name}`;
+    return image.decode().catch(() => {});
+  };
+  return Promise.all([...names].map(load));
+}
+
+const pause = (milliseconds) => new Promise((resolve) => setTimeout(resolve, milliseconds));
+
+// Another deck has other slides under the same names. They are drawn behind the old
+// ones until all of them can be seen, and then change places with them at once.
+async function prepareDeck(picture) {
+  finishTransition();
+  for (const frame of stage.children) frame.dataset.old = "";
+  for (const slide of [picture.current, picture.next]) frameFor(slide);
+  const html = `${picture.current?.html}${picture.next?.html}`;
+  await Promise.race([picturesLoaded(html), pause(longestLoad)]);
+  await Promise.race([twoFrames(), pause(200)]); // a hidden page has no frames
 }
 
 // The link to the slides' styles. Another deck's are loaded before its slides
@@ -162,6 +193,9 @@ function keepRulesForLeaving(rules) {
 export async function showPicture(picture, isAnimated) {
   await useStylesheet(picture.stylesheet);
   await loadChartsFor(`${picture.current?.html}${picture.next?.html}`);
+  const page = document.documentElement;
+  if (page.dataset.deck !== picture.deck) await prepareDeck(picture);
+  page.dataset.deck = picture.deck;
   const rules = document.getElementById("rules");
   if (picture.current?.index !== currentSlide()) keepRulesForLeaving(rules);
   if (rules.textContent !== picture.rules) rules.textContent = picture.rules;
