@@ -16,7 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view Prefix = "lumenfold.";
+/// What these folders alone are called: whatever bears the name and nobody holds is removed.
+constexpr std::string_view Prefix = "lumenfold-work.";
 constexpr std::string_view Unique = "XXXXXX";
 
 int openFolder(const fs::path& path) {

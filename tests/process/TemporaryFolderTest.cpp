@@ -47,9 +47,9 @@ TEST_F(TemporaryFolderTest, GoesWithAllThatIsInIt) {
 
 TEST_F(TemporaryFolderTest, TakesAwayWhatKilledProgramsLeftAndNothingElse) {
   constexpr std::chrono::seconds Old{120};
-  const fs::path left = leave("lumenfold.a1B2c3", Old);
-  const fs::path recent = leave("lumenfold.recent", std::chrono::seconds(0));
-  const fs::path others = leave("lumenfold-a1B2c3", Old);
+  const fs::path left = leave("lumenfold-work.a1B2c3", Old);
+  const fs::path recent = leave("lumenfold-work.recent", std::chrono::seconds(0));
+  const fs::path others = leave("lumenfold.a1B2c3", Old);
   const TemporaryFolder held;
   makeOld(held.path(), Old);
   EXPECT_FALSE(fs::exists(left));
