@@ -41,7 +41,7 @@ class RunningShow {
     connect_.OnConnection(application_, AddInDesigner::ConnectMode::Startup, std::make_shared<Entry>());
     deck_ = application_->open((folder_ / "deck.pptx").string());
     live_ = std::make_unique<app::LiveShow>(
-        *application_, deck_, environment_.loop(), [] { return nullptr; }, app::LiveShowOptions{});
+        *application_, deck_, environment_.loop(), [] { return nullptr; }, app::LiveShowOptions{}, problems_);
     web::Options options;
     options.port = 0;
     server_ = std::make_unique<web::Server>(environment_.loop().context(), *live_, options);
@@ -88,6 +88,7 @@ class RunningShow {
   std::shared_ptr<deck::Application> application_ = std::make_shared<deck::Application>();
   LF2000::Connect connect_;
   std::shared_ptr<deck::Presentation> deck_;
+  app::ToldOnce problems_;
   std::unique_ptr<app::LiveShow> live_;
   std::unique_ptr<web::Server> server_;
   asio::io_context screenLoop_;
