@@ -177,8 +177,8 @@ PowerPoint::SlidesAhead SlideShow::ahead() const {
   for (std::size_t place = place_ + 1; place < end; ++place)
     ahead.PassedOver.push_back(order_[place % count]);
   if (next || loops_) return ahead;
-  for (std::size_t place = place_; place > 0 && !isVisible(place - 1); --place) {
-    ahead.PassedOver.push_back(order_[place - 1]);
+  for (std::size_t place = place_; place > 0; --place) {
+    if (!isVisible(place - 1)) ahead.PassedOver.push_back(order_[place - 1]);
   }
   return ahead;
 }

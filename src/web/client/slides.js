@@ -65,7 +65,7 @@ export function changeShapes(changes, isAnimated) {
   if (isAnimated) glide(gliding);
 }
 
-const isOfOldDeck = (frame) => "old" in frame.dataset;
+const isOfOldDeck = (frame) => frame?.dataset.old !== undefined;
 
 // The frame that shows `slide`: one that stands already, with what is new in it,
 // or a new one.

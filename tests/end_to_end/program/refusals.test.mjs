@@ -41,6 +41,7 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
         editPart(file, "ppt/slides/slide1.xml", (xml) => xml.slice(0, xml.length / 2));
       }),
       /broken\.pptx'.*slide1\.xml/,
+      "shown", // what can be read of it
     ],
     [
       bad("pipe.pptx", (file) => execFileSync("mkfifo", [file])),
@@ -54,8 +55,8 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
     ["fill", file, "-o", sandbox.path("filled.pptx")],
     ["connection", file, "add", "--type", "text", "--description", "x", "--file", "x"],
   ];
-  for (const [file, text] of files) {
-    for (const line of verbs(file)) {
+  for (const [file, text, isShown] of files) {
+    for (const line of verbs(file).filter(([verb]) => verb !== "show" || !isShown)) {
       const { code, out, error } = sandbox.run(...line);
       const told = line.join(" ");
       assert.equal(code, 1, `${told}: ${out}${error}`);

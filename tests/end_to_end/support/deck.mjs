@@ -1,9 +1,9 @@
 // Looks into decks, and changes them behind the program's back.
 
 import { execFileSync } from "node:child_process";
-import { mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { copyFileSync, mkdirSync, mkdtempSync, readFileSync, renameSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
-import { dirname, join } from "node:path";
+import { basename, dirname, join } from "node:path";
 import { createHash } from "node:crypto";
 
 const large = { encoding: "utf8", maxBuffer: 64 * 1024 * 1024 };
@@ -35,7 +35,11 @@ export function addPart(deck, part, content) {
   try {
     mkdirSync(join(folder, dirname(part)), { recursive: true });
     writeFileSync(join(folder, part), content);
-    execFileSync("zip", ["-q", "-X", deck, part], { cwd: folder });
+    // In one step, as a show may be looking: zip takes the old file away first.
+    const fresh = join(dirname(deck), `.${basename(deck)}.new`);
+    copyFileSync(deck, fresh);
+    execFileSync("zip", ["-q", "-X", fresh, part], { cwd: folder });
+    renameSync(fresh, deck);
   } finally {
     rmSync(folder, { recursive: true });
   }
