@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstring>
 #include <filesystem>
+#include <limits>
 #include <map>
 #include <set>
 #include <system_error>
@@ -60,20 +61,16 @@ class Watch final : public host::FileWatch {
     Queue(boost::asio::io_context& context, std::function<void(const std::string&)> changed)
         : events_(context), timer_(context), changed_(std::move(changed)) {}
 
-    [[nodiscard]] bool isOpen() const { return events_.is_open(); }
+    [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
     bool open() {
-      const int descriptor = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-      if (descriptor < 0) return false;
-      boost::system::error_code failure;
-      events_.assign(descriptor, failure);
-      if (failure) ::close(descriptor);
-      return !failure;
+      descriptor_ = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+      return isOpen();
     }
     void close() {
       changed_ = nullptr;
       timer_.cancel();
-      boost::system::error_code ignored;
-      events_.close(ignored);
+      if (events_.is_open()) static_cast<void>(events_.release());
+      if (isOpen()) ::close(std::exchange(descriptor_, -1));
     }
     /// Files and what was told of them up to now.
     void forget() {
@@ -83,15 +80,15 @@ class Watch final : public host::FileWatch {
     }
     void await(const std::string& folder, std::string name, const std::string& path) {
       // The same folder gives the same number, another one of that name gives another.
-      const int number = ::inotify_add_watch(events_.native_handle(), folder.c_str(),
-                                             IN_CLOSE_WRITE | IN_MOVED_TO | IN_ONLYDIR);
+      const int number =
+          ::inotify_add_watch(descriptor_, folder.c_str(), IN_CLOSE_WRITE | IN_MOVED_TO | IN_ONLYDIR);
       if (number < 0) return;
       folders_.insert(number);
       awaited_.insert_or_assign({number, std::move(name)}, path);
     }
     void wait() {
       for (const int number : unused_) {
-        if (!folders_.contains(number)) ::inotify_rm_watch(events_.native_handle(), number);
+        if (!folders_.contains(number)) ::inotify_rm_watch(descriptor_, number);
       }
       unused_.clear();
       waitForEvents();
@@ -104,6 +101,7 @@ class Watch final : public host::FileWatch {
       // What nobody waits for may pile up in the kernel, which bounds it.
       if (isWaiting_ || awaited_.empty() || !isOpen()) return;
       isWaiting_ = true;
+      waited_ = pause_;
       timer_.expires_after(pause_);
       timer_.async_wait([self = shared_from_this()](const auto& failure) {
         if (!failure) self->listen();
@@ -112,6 +110,9 @@ class Watch final : public host::FileWatch {
     void listen() {
       if (!isOpen()) return;
       listening_ = steady_clock::now();
+      boost::system::error_code refused;
+      events_.assign(descriptor_, refused);
+      if (refused) return close();
       events_.async_wait(boost::asio::posix::stream_descriptor::wait_read,
                          [self = shared_from_this()](const auto& failure) {
                            if (!failure) self->heard();
@@ -120,6 +121,8 @@ class Watch final : public host::FileWatch {
     void heard() {
       isWaiting_ = false;
       if (!isOpen()) return;
+      // The loop would wake at every change, listened to or not.
+      static_cast<void>(events_.release());
       const bool wasQuiet = steady_clock::now() - listening_ >= Quiet;
       pause_ = wasQuiet ? decltype(pause_){0} : std::clamp(pause_ * 2, decltype(pause_){1}, LongestPause);
       for (const std::string& path : read()) {
@@ -128,11 +131,12 @@ class Watch final : public host::FileWatch {
       }
       waitForEvents();
     }
-    /// The awaited files that have changed; they are awaited no longer.
+    /// The awaited files that have changed; they are awaited no longer. One that changed more than once
+    /// during a long pause never rests, and is left to who looks anyway.
     std::set<std::string> read() {
-      std::set<std::string> changed;
+      std::map<std::string, int> changes;
       alignas(inotify_event) std::array<char, 16384> buffer;
-      for (ssize_t size; (size = ::read(events_.native_handle(), buffer.data(), buffer.size())) > 0;) {
+      for (ssize_t size; (size = ::read(descriptor_, buffer.data(), buffer.size())) > 0;) {
         for (const char* at = buffer.data(); at < buffer.data() + size;) {
           inotify_event event{};
           std::memcpy(&event, at, sizeof event);
@@ -141,13 +145,20 @@ class Watch final : public host::FileWatch {
           if ((event.mask & IN_IGNORED) != 0) folders_.erase(event.wd);
           if (event.len == 0) continue;
           const auto found = awaited_.find(Place(event.wd, name));
-          if (found != awaited_.end()) changed.insert(found->second);
+          if (found != awaited_.end()) ++changes[found->second];
         }
       }
-      std::erase_if(awaited_, [&](const auto& each) { return changed.contains(each.second); });
+      std::erase_if(awaited_, [&](const auto& each) { return changes.contains(each.second); });
+      const int most = waited_ == LongestPause ? 1 : std::numeric_limits<int>::max();
+      std::set<std::string> changed;
+      for (const auto& [path, count] : changes) {
+        if (count <= most) changed.insert(path);
+      }
       return changed;
     }
 
+    int descriptor_ = -1;
+    /// Holds the descriptor while it is listened to.
     boost::asio::posix::stream_descriptor events_;
     boost::asio::steady_timer timer_;
     std::function<void(const std::string&)> changed_;
@@ -156,6 +167,7 @@ class Watch final : public host::FileWatch {
     std::map<Place, std::string> awaited_;  // to the path as it was asked for
     bool isWaiting_ = false;
     std::chrono::milliseconds pause_{0};
+    std::chrono::milliseconds waited_{0};
     steady_clock::time_point listening_;
   };
 

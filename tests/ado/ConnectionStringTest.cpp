@@ -70,7 +70,7 @@ TEST(ConnectionString, IsShownWithoutSecrets) {
         "Provider=MSDASQL;Extended Properties='Driver={x;PWD=s3cret}'"}) {
     const std::string masked = basic::MaskedConnectionString(text);
     EXPECT_THAT(masked, AllOf(HasSubstr("***"), Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
-    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }), AllOf(Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
+    EXPECT_THAT(errorOf([&, text = text] { (void)targetOf(text); }), AllOf(Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
   }
   EXPECT_EQ(basic::MaskedConnectionString(
                 "Driver={A;B};Data Source=C:\\it's.db;Pwd=\"se;cret\"; password = y ;X=1"),
@@ -186,7 +186,7 @@ TEST(Providers, TakeOnlyWhatTheyKnowToBeHarmless) {
            {"DSN=x;DMConnAttr=[106]={/tmp/x.so}", "'DMConnAttr'"},
            {"FILEDSN=/nowhere/x", "/nowhere/x.dsn"},
        }) {
-    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }), HasSubstr(named)) << text;
+    EXPECT_THAT(errorOf([&, text = text] { (void)targetOf(text); }), HasSubstr(named)) << text;
   }
 }
 
@@ -199,7 +199,7 @@ TEST(Providers, RefuseValuesThatTheDriverWouldSplit) {
            {"DSN={x;Driver=y}", "'DSN'"},
            {"DSN=unknown;PWD='s3;Server=cret'", "'PWD'"},
        }) {
-    EXPECT_THAT(errorOf([&] { (void)targetOf(text); }),
+    EXPECT_THAT(errorOf([&, text = text] { (void)targetOf(text); }),
                 AllOf(HasSubstr(named), Not(HasSubstr("s3")), Not(HasSubstr("cret"))))
         << text;
   }
