@@ -7,7 +7,7 @@
 # What has changed since the last release is bounded: the most recently changed files go first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-most=16
+most=10
 
 # The .cpp files that differ from the last release, or from the beginning; the newest changes first.
 changed() {

@@ -103,11 +103,10 @@ class ExcelProgram final : public Excel::Factory {
     bool Visible() const override { return program.visible; }
     void Quit() override { ++program.quits; }
     std::shared_ptr<Excel::Workbooks> Workbooks() override { return shared_from_this(); }
-    std::shared_ptr<Excel::Workbook> Open(std::string_view, std::int32_t updateLinks,
-                                          bool readOnly) override {
+    std::shared_ptr<Excel::Workbook> Open(std::string_view, std::int32_t links, bool isReadOnly) override {
       ++program.opened;
-      program.updateLinks = updateLinks;
-      program.readOnly = readOnly;
+      program.updateLinks = links;
+      program.readOnly = isReadOnly;
       if (program.failingOpens > 0) {
         --program.failingOpens;
         throw basic::Error(1004, "fake Excel", "the file is in use");

@@ -98,7 +98,7 @@ TEST(ChartSlots, ManyPointsKeepTheirExtremes) {
   const auto kept = thinned({&wave}, pointsKept(1));
   EXPECT_LE(kept.size(), MostPointsOfSeries);
   EXPECT_TRUE(std::is_sorted(kept.begin(), kept.end()));
-  for (const std::size_t extreme : {54321, 77777}) {
+  for (const std::size_t extreme : {54321U, 77777U}) {
     EXPECT_TRUE(std::binary_search(kept.begin(), kept.end(), extreme));
   }
   EXPECT_LE(pointsKept(40) * 40, MostPointsOfChart);
