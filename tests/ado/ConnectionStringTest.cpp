@@ -70,7 +70,8 @@ TEST(ConnectionString, IsShownWithoutSecrets) {
         "Provider=MSDASQL;Extended Properties='Driver={x;PWD=s3cret}'"}) {
     const std::string masked = basic::MaskedConnectionString(text);
     EXPECT_THAT(masked, AllOf(HasSubstr("***"), Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
-    EXPECT_THAT(errorOf([&, text = text] { (void)targetOf(text); }), AllOf(Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
+    EXPECT_THAT(errorOf([&, text = text] { (void)targetOf(text); }),
+                AllOf(Not(HasSubstr("s3")), Not(HasSubstr("cret"))));
   }
   EXPECT_EQ(basic::MaskedConnectionString(
                 "Driver={A;B};Data Source=C:\\it's.db;Pwd=\"se;cret\"; password = y ;X=1"),
