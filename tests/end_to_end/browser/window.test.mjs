@@ -122,15 +122,17 @@ test("with the token, keys steer the show on every screen", async (t) => {
     ["b", "rgb(0, 0, 0)"],
     ["w", "rgb(255, 255, 255)"],
   ]) {
-    const isBlank = (wanted) =>
-      other.waitForFunction(
-        ([shown, background]) => {
-          const style = getComputedStyle(document.getElementById("cover"));
-          return (style.display !== "none") === shown && (!shown || style.backgroundColor === background);
-        },
-        [wanted, colour],
-        { polling: 25 },
-      );
+    const isBlank = async (wanted) => {
+      for (const each of [page, other])
+        await each.waitForFunction(
+          ([shown, background]) => {
+            const style = getComputedStyle(document.getElementById("cover"));
+            return (style.display !== "none") === shown && (!shown || style.backgroundColor === background);
+          },
+          [wanted, colour],
+          { polling: 25 },
+        );
+    };
     await page.keyboard.press(key);
     await isBlank(true);
     await page.keyboard.press(key.toUpperCase());
