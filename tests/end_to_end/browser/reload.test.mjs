@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { isUntouched, openScreen, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
 import { addPart, elementId } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
@@ -102,7 +102,7 @@ test("screens that keep to a slide or a shape find theirs in the new version", a
 
   replaceDeck(deck, (fresh) => orderSlides(fresh, [2, 1]));
   await until("slide 2 as it was", async () => (await currentText(second)) === secondText, takeUp + refresh);
-  assert.equal(await shownText(shape, elementId(deck, 1, "p1 Item")), "b");
+  await waitForText(shape, elementId(deck, 1, "p1 Item"), "b", takeUp + refresh);
   assert.ok(lastText.length > 0);
   for (const page of [second, shape, last]) {
     assert.ok(await isUntouched(page));
