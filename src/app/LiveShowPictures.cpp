@@ -190,8 +190,8 @@ render::SlidePage LiveShow::draw(int slide) {
 std::string LiveShow::drawShape(int slide, std::uint32_t id) {
   try {
     return renderer_.shape(slide, id);
-  } catch (const basic::Error& error) {
-    problems_.tell(error.description);
+  } catch (const std::exception& error) {
+    problems_.tell(error.what());
     return {};
   }
 }

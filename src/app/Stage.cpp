@@ -90,6 +90,8 @@ void Stage::change(DeckVersion version) {
     changeTo(act(deck));
   } catch (const basic::Error& error) {
     failed = error;
+  } catch (const std::exception& error) {
+    failed = basic::Error(basic::AdapterError, basic::DefaultSource, error.what());
   }
   if (deck && deck != act_->deck) host_.application().close(deck);
   isChanging_ = false;
@@ -113,7 +115,7 @@ void Stage::changeTo(std::unique_ptr<Act> next) {
   try {
     show.place = samePlace(place, *act_->deck, *next->deck);
     beginAct(*next, show);
-  } catch (const basic::Error&) {
+  } catch (...) {
     isBetween_ = false;
     show.place = place;
     beginAct(*act_, show);
