@@ -1,30 +1,65 @@
 # The borders of the house. A folder of src/ is compiled with an include path
 # that shows it nothing but itself and the folders it is allowed to see, so an
-# include that crosses a border does not compile.
+# include that crosses a border does not compile. Folders inside of a folder are
+# rooms with borders of their own.
 
-# lumenfold_library(NAME [FOLDERS folder...] [SEES folder...])
-#   one static library from every source file of FOLDERS (default: NAME);
-#   headers of FOLDERS and SEES are within its reach.
-function(lumenfold_library name)
-  cmake_parse_arguments(ARG "" "" "FOLDERS;SEES" ${ARGN})
-  if(NOT ARG_FOLDERS)
-    set(ARG_FOLDERS ${name})
-  endif()
+# lumenfold_library(FOLDER [ROOMS room...] [SEES folder...])
+#   A static library from the source files of src/FOLDER ("render/paint"); headers of
+#   FOLDER and SEES are within its reach, and the libraries of SEES are linked. Its
+#   target has the folder's name with _ for slashes ("render_paint").
+#   With ROOMS, those folders within FOLDER belong to it.
+function(lumenfold_library folder)
+  cmake_parse_arguments(ARG "" "" "ROOMS;SEES" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
 
-  set(reach ${CMAKE_BINARY_DIR}/reach/${name})
-  file(MAKE_DIRECTORY ${reach})
-  set(sources)
-  foreach(folder IN LISTS ARG_FOLDERS ARG_SEES)
-    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${folder} ${reach}/${folder} SYMBOLIC)
-  endforeach()
-  foreach(folder IN LISTS ARG_FOLDERS)
+  set(own ${folder})
+  if(ARG_ROOMS)
+    list(TRANSFORM ARG_ROOMS PREPEND ${folder}/ OUTPUT_VARIABLE own)
     file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
+    set(sources ${found})
+  endif()
+  foreach(each IN LISTS own)
+    file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${each}/*.cpp)
     list(APPEND sources ${found})
   endforeach()
 
+  foreach(room IN LISTS ARG_ROOMS)
+    set_property(GLOBAL APPEND PROPERTY LUMENFOLD_ROOMS_OF_${folder} ${folder}/${room})
+  endforeach()
   add_library(${name} STATIC ${sources})
-  target_include_directories(${name} PRIVATE ${reach})
+  lumenfold_reach(${name} ${folder} ${ARG_SEES})
   target_link_libraries(${name} PRIVATE warnings)
+  foreach(seen IN LISTS ARG_SEES)
+    string(REPLACE "/" "_" library ${seen})
+    target_link_libraries(${name} PUBLIC ${library})
+  endforeach()
+endfunction()
+
+# The include path of a target: the headers of these folders of src/ and no others.
+function(lumenfold_reach target)
+  set(reach ${CMAKE_BINARY_DIR}/reach/${target})
+  file(REMOVE_RECURSE ${reach})
+  foreach(folder IN LISTS ARGN)
+    get_property(rooms GLOBAL PROPERTY LUMENFOLD_ROOMS_OF_${folder})
+    foreach(each IN LISTS folder rooms)
+      file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${each}/*.h)
+      file(MAKE_DIRECTORY ${reach}/${each})
+      foreach(header IN LISTS headers)
+        cmake_path(GET header FILENAME file)
+        file(CREATE_LINK ${header} ${reach}/${each}/${file} SYMBOLIC)
+      endforeach()
+    endforeach()
+  endforeach()
+  target_include_directories(${target} PRIVATE ${reach})
+endfunction()
+
+# lumenfold_storey(FOLDER room...): the libraries of a folder's rooms under one name.
+function(lumenfold_storey folder)
+  add_library(${folder} INTERFACE)
+  foreach(room IN LISTS ARGN)
+    target_link_libraries(${folder} INTERFACE ${folder}_${room})
+    set_property(GLOBAL APPEND PROPERTY LUMENFOLD_ROOMS_OF_${folder} ${folder}/${room})
+  endforeach()
 endfunction()
 
 # Everything that tests and fuzzes but the end-to-end tests.

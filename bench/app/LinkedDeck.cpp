@@ -1,6 +1,6 @@
 #include "app/LinkedDeck.h"
 
-#include "deck/DeckBuilder.h"
+#include "support/DeckBuilder.h"
 
 namespace bench {
 

@@ -17,11 +17,11 @@
 #include <vector>
 
 #include "addin/Connect.h"
-#include "app/Environment.h"
 #include "app/LinkedDeck.h"
-#include "app/LiveShow.h"
+#include "app/show/LiveShow.h"
+#include "app/wiring/Environment.h"
 #include "runtime/FrmRuntimeTimer.h"
-#include "web/Server.h"
+#include "web/show/Server.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "basic/NumberFormat.h"
+#include "basic/numberformat/NumberFormat.h"
 
 namespace {
 

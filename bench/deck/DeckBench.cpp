@@ -4,10 +4,10 @@
 #include <string>
 
 #include "app/LinkedDeck.h"
-#include "deck/Application.h"
-#include "deck/ChartDeck.h"
-#include "deck/DeckBuilder.h"
-#include "deck/TemporaryFolder.h"
+#include "deck/objects/Application.h"
+#include "support/ChartDeck.h"
+#include "support/DeckBuilder.h"
+#include "support/TemporaryFolder.h"
 
 // A deck as a busy screen has it: every slide with twenty linked text shapes,
 // each with its tags in a part of its own. The argument is the number of slides;

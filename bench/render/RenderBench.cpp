@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "deck/DeckBuilder.h"
 #include "render/ChartDeck.h"
-#include "render/SlideRenderer.h"
+#include "render/html/SlideRenderer.h"
+#include "support/DeckBuilder.h"
 
 // An ordinary business slide: a title, two lists of ten paragraphs, a table of ten
 // rows, twenty small shapes with a number in each.
@@ -48,7 +48,7 @@ std::string table() {
          columns + "</a:tblGrid>" + rows + "</a:tbl></a:graphicData></a:graphic></p:graphicFrame>";
 }
 
-std::unique_ptr<deck::Package> businessDeck() {
+std::unique_ptr<opc::Package> businessDeck() {
   using namespace deck::test;
   std::string shapes = textShape(2, "Title", "Quarterly results") +
                        shapeWithParagraphs(3, "Left", paragraphs(10)) +
@@ -111,13 +111,13 @@ void SlidesOfDecks(benchmark::State& state) {
     return;
   }
   struct Deck {
-    std::unique_ptr<deck::Package> package;
+    std::unique_ptr<opc::Package> package;
     std::unique_ptr<render::SlideRenderer> renderer;
   };
   std::vector<Deck> decks;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     if (entry.path().extension() != ".pptx") continue;
-    auto package = deck::Package::open(entry.path().string());
+    auto package = opc::Package::open(entry.path().string());
     auto renderer = std::make_unique<render::SlideRenderer>(*package);
     decks.push_back({std::move(package), std::move(renderer)});
   }
@@ -136,7 +136,7 @@ void SlidesOfDecks(benchmark::State& state) {
 BENCHMARK(SlidesOfDecks)->ArgName("anew")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 /// Columns of twelve categories in five series with their labels, or lines of many points.
-std::unique_ptr<deck::Package> chartWith(std::size_t points, int seriesCount) {
+std::unique_ptr<opc::Package> chartWith(std::size_t points, int seriesCount) {
   using namespace render::test;
   std::vector<std::string> names;
   for (std::size_t i = 0; i < points; ++i) names.push_back("Category " + std::to_string(i));

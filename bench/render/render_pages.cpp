@@ -6,9 +6,9 @@
 #include <iostream>
 
 #include "basic/Error.h"
-#include "deck/Package.h"
-#include "render/PictureConverter.h"
-#include "render/SlideRenderer.h"
+#include "opc/Package.h"
+#include "render/html/PictureConverter.h"
+#include "render/html/SlideRenderer.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    const auto package = deck::Package::open(argv[1]);
+    const auto package = opc::Package::open(argv[1]);
     const std::filesystem::path folder = argv[2];
     std::filesystem::create_directories(folder / "assets");
     std::filesystem::copy_file(CHARTS_SCRIPT, folder / "charts.js",

@@ -19,8 +19,8 @@
 #include <vector>
 
 #include "web/FakeShow.h"
-#include "web/Messages.h"
-#include "web/Server.h"
+#include "web/show/Messages.h"
+#include "web/show/Server.h"
 
 namespace {
 

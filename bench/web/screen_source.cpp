@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "web/FakeShow.h"
-#include "web/Server.h"
+#include "web/show/Server.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <random>
 
-#include "deck/ZipFile.h"
+#include "support/ZipFile.h"
 
 namespace bench {
 namespace {

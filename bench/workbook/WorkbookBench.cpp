@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "SampleBook.h"
-#include "deck/ZipFile.h"
-#include "workbook/Archive.h"
-#include "workbook/Factory.h"
+#include "support/ZipFile.h"
+#include "workbook/book/Archive.h"
+#include "workbook/sheet/Factory.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "ado/ConnectionString.h"
 #include "ado/Providers.h"
 #include "basic/ConnectionString.h"

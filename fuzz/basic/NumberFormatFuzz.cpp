@@ -10,8 +10,8 @@
 #include <string_view>
 
 #include "basic/Locales.h"
-#include "basic/NumberFormat.h"
 #include "basic/Strings.h"
+#include "basic/numberformat/NumberFormat.h"
 
 namespace {
 

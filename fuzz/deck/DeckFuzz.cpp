@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "basic/Error.h"
-#include "deck/DeckBuilder.h"
-#include "deck/Slide.h"
-#include "deck/SlideShowSettings.h"
+#include "deck/objects/Slide.h"
+#include "deck/objects/SlideShowSettings.h"
+#include "support/DeckBuilder.h"
 
 namespace {
 
@@ -67,9 +67,9 @@ std::string read(const std::shared_ptr<deck::Presentation>& presentation, bool c
 }
 
 std::shared_ptr<deck::Presentation> open(std::string bytes) {
-  deck::Limits limits;
+  opc::Limits limits;
   limits.partBytes = 16U << 20U;
-  return std::make_shared<deck::Presentation>(deck::Package::fromBytes(std::move(bytes), "fuzzed", limits),
+  return std::make_shared<deck::Presentation>(opc::Package::fromBytes(std::move(bytes), "fuzzed", limits),
                                               "fuzzed", std::nullopt);
 }
 

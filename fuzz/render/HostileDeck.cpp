@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "deck/DeckBuilder.h"
+#include "support/DeckBuilder.h"
 
 namespace {
 
@@ -84,7 +84,7 @@ std::string tree(const std::string& element, const std::string& behind) {
 
 }  // namespace
 
-std::unique_ptr<deck::Package> hostileDeck(char which, const std::string& content) {
+std::unique_ptr<opc::Package> hostileDeck(char which, const std::string& content) {
   const auto part = static_cast<std::size_t>(which - 'a');
   if (part >= Parts.size()) return nullptr;
   DeckBuilder deck;
@@ -111,5 +111,5 @@ std::unique_ptr<deck::Package> hostileDeck(char which, const std::string& conten
   deck.part(Parts[part], content);
   auto entries = deck.entries();
   for (auto& entry : entries) entry.deflated = false;
-  return deck::Package::fromBytes(zipOf(entries), "fuzzed");
+  return opc::Package::fromBytes(zipOf(entries), "fuzzed");
 }

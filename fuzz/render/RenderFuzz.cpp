@@ -8,7 +8,7 @@
 #include "HostileDeck.h"
 #include "PageCheck.h"
 #include "basic/Error.h"
-#include "render/SlideRenderer.h"
+#include "render/html/SlideRenderer.h"
 
 namespace {
 

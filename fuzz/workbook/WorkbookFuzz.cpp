@@ -11,8 +11,8 @@
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
-#include "workbook/BookBuilder.h"
-#include "workbook/SheetRange.h"
+#include "support/BookBuilder.h"
+#include "workbook/sheet/SheetRange.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
-#include "addin/modVersionSpecific.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
+#include "addin/support/modVersionSpecific.h"
 #include "host/services.h"
 #include "model/modTags.h"
 

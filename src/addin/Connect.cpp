@@ -3,9 +3,9 @@
 #include <string>
 #include <variant>
 
-#include "addin/modDebug.h"
-#include "addin/modGlobalFunctions.h"
-#include "addin/modVersionSpecific.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modGlobalFunctions.h"
+#include "addin/support/modVersionSpecific.h"
 #include "basic/Conversion.h"
 #include "host/services.h"
 

@@ -2,12 +2,12 @@
 
 #include <unordered_set>
 
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
-#include "basic/NumberFormat.h"
 #include "basic/Strings.h"
+#include "basic/numberformat/NumberFormat.h"
 #include "connections/clsConnection.h"
 
 namespace LF2000 {

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/ConnectionString.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"

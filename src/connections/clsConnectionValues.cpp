@@ -1,6 +1,6 @@
 // What a connection answers to the shapes that show its data.
 
-#include "addin/modErrors.h"
+#include "addin/support/modErrors.h"
 #include "basic/Conversion.h"
 #include "basic/Strings.h"
 #include "connections/clsConnection.h"

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"

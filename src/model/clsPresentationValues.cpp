@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Strings.h"
 #include "host/services.h"
 #include "model/clsPresentation.h"

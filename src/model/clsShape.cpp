@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
 #include "model/clsPresentation.h"
 #include "model/modTags.h"

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "addin/modErrors.h"
+#include "addin/support/modErrors.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"

@@ -1,6 +1,6 @@
 #include "model/modGraph.h"
 
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Strings.h"
 
 namespace LF2000::modGraph {

@@ -1,6 +1,6 @@
 #include "model/modLinkedFiles.h"
 
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Strings.h"
 #include "host/services.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "addin/modDebug.h"
+#include "addin/support/modDebug.h"
 #include "basic/Conversion.h"
 #include "model/clsShape.h"
 #include "runtime/FrmRuntimeTimer.h"

@@ -23,7 +23,7 @@ endforeach()
 string(MD5 version "${sums}")
 string(SUBSTRING ${version} 0 12 version)
 
-file(WRITE ${OUT} "#include \"web/ClientFiles.h\"
+file(WRITE ${OUT} "#include \"web/show/ClientFiles.h\"
 
 namespace web {
 namespace {

@@ -1,10 +1,10 @@
 // What a running show knows of the freshness of its data.
 
-#include "app/Freshness.h"
+#include "app/show/Freshness.h"
 
 #include <gtest/gtest.h>
 
-#include "addin/modErrors.h"
+#include "addin/support/modErrors.h"
 #include "fakes/FakeExcel.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Locales.h"
-#include "basic/NumberFormat.h"
+#include "basic/numberformat/NumberFormat.h"
 
 namespace basic {
 namespace {

@@ -1,4 +1,4 @@
-#include "basic/NumberFormat.h"
+#include "basic/numberformat/NumberFormat.h"
 
 #include <gtest/gtest.h>
 

@@ -4,10 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "deck/Application.h"
-#include "deck/DeckBuilder.h"
-#include "deck/ErrorOf.h"
-#include "deck/TemporaryFolder.h"
+#include "deck/objects/Application.h"
+#include "support/DeckBuilder.h"
+#include "support/ErrorOf.h"
+#include "support/TemporaryFolder.h"
 
 // What is no presentation, or a broken one, is refused with a sentence that
 // names the file and tells why.
@@ -135,17 +135,18 @@ TEST(BadDeckTest, ASizeThatLiesIsFoundOut) {
     DeckBuilder deck = oneSlide();
     std::vector<ZipEntry> entries = deck.entries();
     entries.push_back({"ppt/media/a.bin", "twelve bytes", true, 0x5A21, 0, claimed});
-    const auto package = Package::fromBytes(zipOf(entries), "liar.pptx");
+    const auto package = opc::Package::fromBytes(zipOf(entries), "liar.pptx");
     EXPECT_THAT(errorOf([&] { static_cast<void>(package->part("ppt/media/a.bin").bytes()); }),
                 HasSubstr("a.bin"));
   }
 }
 
 TEST(BadDeckTest, TheWholeMayNotInflateBeyondItsLimit) {
-  Limits limits;
+  opc::Limits limits;
   limits.totalBytes = 1000;
-  EXPECT_THAT(errorOf([&] { static_cast<void>(Package::fromBytes(oneSlide().bytes(), "big.pptx", limits)); }),
-              HasSubstr("would inflate to more than"));
+  EXPECT_THAT(
+      errorOf([&] { static_cast<void>(opc::Package::fromBytes(oneSlide().bytes(), "big.pptx", limits)); }),
+      HasSubstr("would inflate to more than"));
 }
 
 TEST(BadDeckTest, WhatIsNoReadableFileIsNamed) {

@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "basic/Strings.h"
-#include "deck/ChartDeck.h"
-#include "deck/ErrorOf.h"
-#include "deck/PackageCheck.h"
-#include "deck/TemporaryFolder.h"
+#include "support/ChartDeck.h"
+#include "support/ErrorOf.h"
+#include "support/PackageCheck.h"
+#include "support/TemporaryFolder.h"
 #include "workbook/Reading.h"
 
 namespace deck::test {
@@ -50,7 +50,7 @@ struct Refilled {
   ~Refilled() { deck->removeListener(changes); }
 
   static std::shared_ptr<Presentation> open(const std::string& bytes) {
-    return std::make_shared<Presentation>(Package::fromBytes(bytes, "test.pptx"), "/decks/test.pptx",
+    return std::make_shared<Presentation>(opc::Package::fromBytes(bytes, "test.pptx"), "/decks/test.pptx",
                                           std::nullopt);
   }
   std::shared_ptr<MSGraph::DataSheet> sheet() {
@@ -72,11 +72,11 @@ struct Refilled {
   }
   /// A part of the saved copy's workbook.
   std::string bookPart(const std::string& part) {
-    const auto package = Package::fromBytes(book(), "book.xlsx");
+    const auto package = opc::Package::fromBytes(book(), "book.xlsx");
     return std::string(package->part(part).bytes());
   }
   std::string book() {
-    const auto copy = Package::fromBytes(saved(), "copy.pptx");
+    const auto copy = opc::Package::fromBytes(saved(), "copy.pptx");
     return std::string(copy->part("ppt/embeddings/book.xlsx").bytes());
   }
   std::string cells(const std::string& range) {
@@ -260,7 +260,7 @@ TEST(ChartTest, AWorkbookKeepsWhatIsNotTheCharts) {
   EXPECT_THAT(sheet, Not(HasSubstr("hidden")));
   EXPECT_THAT(sheet, HasSubstr("_x005F_x0041_"));
   EXPECT_EQ(chart.cells("B1:C1"), "North|north2") << "columns of a table have names of their own";
-  EXPECT_EQ(Package::fromBytes(chart.book(), "book")->find("xl/calcChain.xml"), nullptr);
+  EXPECT_EQ(opc::Package::fromBytes(chart.book(), "book")->find("xl/calcChain.xml"), nullptr);
   EXPECT_THAT(chart.bookPart("xl/_rels/workbook.xml.rels"), Not(HasSubstr("calcChain")));
 }
 

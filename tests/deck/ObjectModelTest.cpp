@@ -1,11 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "deck/DeckBuilder.h"
-#include "deck/ErrorOf.h"
-#include "deck/Links.h"
-#include "deck/Slide.h"
-#include "deck/SlideShowSettings.h"
+#include "deck/objects/Links.h"
+#include "deck/objects/Slide.h"
+#include "deck/objects/SlideShowSettings.h"
+#include "support/DeckBuilder.h"
+#include "support/ErrorOf.h"
 
 namespace deck::test {
 namespace {

@@ -6,11 +6,11 @@
 #include <fstream>
 
 #include "basic/Error.h"
-#include "deck/DeckBuilder.h"
-#include "deck/LinkedObjects.h"
-#include "deck/PackageCheck.h"
-#include "deck/PictureFile.h"
-#include "deck/TemporaryFolder.h"
+#include "deck/objects/LinkedObjects.h"
+#include "pictures/PictureFile.h"
+#include "support/DeckBuilder.h"
+#include "support/PackageCheck.h"
+#include "support/TemporaryFolder.h"
 
 namespace deck::test {
 namespace {
@@ -76,12 +76,13 @@ struct PicturesTest : testing::Test {
   /// The part that a shape's picture comes from.
   static std::string shownBytes(Presentation& deck, std::size_t shape = 0) {
     const pugi::xml_node blip = pictureOf(deck.shapesOf(1).all()[shape]);
-    Part* part = deck.slidePart(1).target(blip.attribute("r:embed").value());
+    opc::Part* part = deck.slidePart(1).target(blip.attribute("r:embed").value());
     return part == nullptr ? "" : std::string(part->bytes());
   }
   static std::size_t mediaParts(Presentation& deck) {
     std::size_t count = 0;
-    for (const Part* part : deck.package().parts()) count += part->name().starts_with("ppt/media/") ? 1U : 0U;
+    for (const opc::Part* part : deck.package().parts())
+      count += part->name().starts_with("ppt/media/") ? 1U : 0U;
     return count;
   }
 };
@@ -108,11 +109,11 @@ TEST_F(PicturesTest, AYearOfPicturesLeavesOnePartAndTheFileAsItWas) {
   // A copy holds what is on display, under its true kind.
   deck->SaveCopyAs(at("copy.pptx"));
   EXPECT_EQ(faultsOf(folder.read("copy.pptx")), std::vector<std::string>());
-  EXPECT_EQ(Package::open(at("copy.pptx"))->part("ppt/media/live1.jpg").contentType(), "image/jpeg");
+  EXPECT_EQ(opc::Package::open(at("copy.pptx"))->part("ppt/media/live1.jpg").contentType(), "image/jpeg");
   deck->Save();
   const std::string saved = folder.read("deck.pptx");
   EXPECT_EQ(faultsOf(saved), std::vector<std::string>());
-  EXPECT_EQ(Package::open(at("deck.pptx"))->find("ppt/media/live1.jpg"), nullptr);
+  EXPECT_EQ(opc::Package::open(at("deck.pptx"))->find("ppt/media/live1.jpg"), nullptr);
   EXPECT_EQ(shownBytes(*deck), Jpeg);
   show(*deck, "Photo", "");
   EXPECT_EQ(shownBytes(*deck), png("own"));
@@ -160,7 +161,7 @@ TEST_F(PicturesTest, WhatCannotBeShownLeavesThePictureStanding) {
     }
     EXPECT_EQ(shownBytes(*deck), png("own"));
   }
-  std::filesystem::resize_file(at("bad.png"), MaximumPictureBytes + 1);
+  std::filesystem::resize_file(at("bad.png"), pictures::MaximumPictureBytes + 1);
   EXPECT_THROW(show(*deck, "Photo", at("bad.png")), basic::Error);
   EXPECT_THROW(show(*deck, "Photo", at("none.png")), basic::Error);
 }
@@ -190,12 +191,13 @@ TEST_F(PicturesTest, LinkedPicturesFollowTheirFileAndStayLinks) {
   EXPECT_EQ(shownBytes(*deck), png("data"));
   deck->SaveCopyAs(at("copy.pptx"));
   EXPECT_EQ(faultsOf(folder.read("copy.pptx")), std::vector<std::string>());
-  const auto copy = Package::open(at("copy.pptx"));
+  const auto copy = opc::Package::open(at("copy.pptx"));
   EXPECT_EQ(copy->part("ppt/slides/slide1.xml").bytes().find("r:link=\"" + link), std::string_view::npos);
   deck->Save();
   EXPECT_EQ(faultsOf(folder.read("deck.pptx")), std::vector<std::string>());
-  EXPECT_NE(Package::open(at("deck.pptx"))->part("ppt/slides/slide1.xml").bytes().find("r:link=\"" + link),
-            std::string_view::npos);
+  EXPECT_NE(
+      opc::Package::open(at("deck.pptx"))->part("ppt/slides/slide1.xml").bytes().find("r:link=\"" + link),
+      std::string_view::npos);
   EXPECT_EQ(mediaParts(*deck), 1U);
   show(*deck, "Logo", "");
   EXPECT_EQ(shownBytes(*deck), png("second"));

@@ -1,12 +1,12 @@
-#include "deck/Repair.h"
+#include "deck/objects/Repair.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "deck/Application.h"
-#include "deck/DeckBuilder.h"
-#include "deck/ErrorOf.h"
-#include "deck/TemporaryFolder.h"
+#include "deck/objects/Application.h"
+#include "support/DeckBuilder.h"
+#include "support/ErrorOf.h"
+#include "support/TemporaryFolder.h"
 
 namespace deck::test {
 namespace {
@@ -55,7 +55,7 @@ TEST_F(RepairTest, ASlideThatCannotBeReadIsEmptyAndTheOthersAreThere) {
     ASSERT_EQ(presentation->damages().size(), 1U);
     EXPECT_EQ(presentation->damages()[0].slide, 2);
     EXPECT_THAT(presentation->damages()[0].text, HasSubstr(second));
-    EXPECT_NE(presentation->slidePart(2).related(relationship::SlideLayout), nullptr);
+    EXPECT_NE(presentation->slidePart(2).related(opc::relationship::SlideLayout), nullptr);
   }
 }
 
@@ -65,9 +65,9 @@ TEST_F(RepairTest, ASlideThatIsMissingIsEmptyOnTheFirstMaster) {
   ASSERT_EQ(presentation->slideCount(), 3);
   EXPECT_EQ(shapesOn(*presentation, 3), 0U);
   EXPECT_EQ(shapesOn(*presentation, 1), 1U);
-  Part* const layout = presentation->slidePart(3).related(relationship::SlideLayout);
+  opc::Part* const layout = presentation->slidePart(3).related(opc::relationship::SlideLayout);
   ASSERT_NE(layout, nullptr);
-  EXPECT_NE(layout->related(relationship::SlideMaster), nullptr);
+  EXPECT_NE(layout->related(opc::relationship::SlideMaster), nullptr);
 }
 
 TEST_F(RepairTest, ASlideWithoutItsLayoutKeepsItsShapes) {
@@ -76,7 +76,7 @@ TEST_F(RepairTest, ASlideWithoutItsLayoutKeepsItsShapes) {
   EXPECT_EQ(presentation->damages().size(), 3U) << "one for each slide";
   for (std::int32_t slide = 1; slide <= 3; ++slide) {
     EXPECT_EQ(shapesOn(*presentation, slide), 1U);
-    EXPECT_NE(presentation->slidePart(slide).related(relationship::SlideLayout), nullptr);
+    EXPECT_NE(presentation->slidePart(slide).related(opc::relationship::SlideLayout), nullptr);
   }
 }
 

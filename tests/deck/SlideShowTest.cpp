@@ -1,13 +1,13 @@
-#include "deck/SlideShow.h"
+#include "deck/show/SlideShow.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
-#include "deck/DeckBuilder.h"
-#include "deck/RecordedEvents.h"
-#include "deck/TemporaryFolder.h"
 #include "fakes/FakeServices.h"
+#include "support/DeckBuilder.h"
+#include "support/RecordedEvents.h"
+#include "support/TemporaryFolder.h"
 
 namespace deck::test {
 namespace {

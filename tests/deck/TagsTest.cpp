@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "deck/DeckBuilder.h"
-#include "deck/ErrorOf.h"
-#include "deck/PackageCheck.h"
+#include "support/DeckBuilder.h"
+#include "support/ErrorOf.h"
+#include "support/PackageCheck.h"
 
 namespace deck::test {
 namespace {
@@ -28,7 +28,8 @@ std::shared_ptr<Presentation> reopened(Presentation& presentation) {
   presentation.tagStore().write();
   std::string bytes = presentation.package().serialize();
   EXPECT_THAT(faultsOf(bytes), IsEmpty());
-  return std::make_shared<Presentation>(Package::fromBytes(std::move(bytes), "again"), "again", std::nullopt);
+  return std::make_shared<Presentation>(opc::Package::fromBytes(std::move(bytes), "again"), "again",
+                                        std::nullopt);
 }
 
 std::shared_ptr<PowerPoint::Shape> shapeOf(Presentation& presentation, int slide, std::int32_t index) {
@@ -37,7 +38,7 @@ std::shared_ptr<PowerPoint::Shape> shapeOf(Presentation& presentation, int slide
 
 std::vector<std::string> tagParts(Presentation& presentation) {
   std::vector<std::string> names;
-  for (Part* part : presentation.package().parts()) {
+  for (opc::Part* part : presentation.package().parts()) {
     if (part->name().starts_with("ppt/tags/")) names.push_back(part->name());
   }
   return names;

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "deck/DeckBuilder.h"
+#include "support/DeckBuilder.h"
 
 namespace deck::test {
 namespace {
@@ -128,7 +128,7 @@ TEST(TextTest, SurvivesSettingSavingAndReading) {
     bodyOf(*presentation)->Text(c.set);
     EXPECT_EQ(bodyOf(*presentation)->Text(), c.read);
     const auto reopened = std::make_shared<Presentation>(
-        Package::fromBytes(presentation->package().serialize(), "again"), "again", std::nullopt);
+        opc::Package::fromBytes(presentation->package().serialize(), "again"), "again", std::nullopt);
     EXPECT_EQ(bodyOf(*reopened)->Text(), c.read);
   }
 }

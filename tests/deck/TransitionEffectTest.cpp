@@ -1,8 +1,8 @@
-#include "deck/TransitionEffect.h"
+#include "deck/show/TransitionEffect.h"
 
 #include <gtest/gtest.h>
 
-#include "deck/DeckBuilder.h"
+#include "support/DeckBuilder.h"
 
 namespace deck::test {
 namespace {

@@ -1,9 +1,9 @@
 #include "fakes/FakeServices.h"
 
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
-#include "addin/modVersionSpecific.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
+#include "addin/support/modVersionSpecific.h"
 
 namespace fakes {
 

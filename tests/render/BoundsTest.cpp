@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
-#include "deck/DeckBuilder.h"
-#include "render/SlideRenderer.h"
+#include "render/html/SlideRenderer.h"
+#include "support/DeckBuilder.h"
 
 namespace render {
 namespace {

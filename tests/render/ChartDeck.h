@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "deck/DeckBuilder.h"
+#include "support/DeckBuilder.h"
 
 // Decks with a chart, for tests and benchmarks.
 
@@ -59,7 +59,7 @@ inline std::string chartPart(const std::string& plotArea, const std::string& beh
 }
 
 /// Shape 2 of slide 1 is the chart, shape 3 a text.
-inline std::unique_ptr<deck::Package> chartDeck(const std::string& part) {
+inline std::unique_ptr<opc::Package> chartDeck(const std::string& part) {
   deck::test::DeckBuilder builder;
   builder.addSlide();
   builder.part("ppt/charts/chart1.xml", part,

@@ -1,11 +1,11 @@
-#include "render/ChartScale.h"
+#include "render/chart/ChartScale.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "render/ChartSlots.h"
-#include "render/ChartTrend.h"
+#include "render/chart/ChartSlots.h"
+#include "render/chart/ChartTrend.h"
 
 namespace render {
 namespace {

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "render/ChartDeck.h"
-#include "render/ChartSlots.h"
-#include "render/SlideRenderer.h"
+#include "render/chart/ChartSlots.h"
+#include "render/html/SlideRenderer.h"
 
 namespace render {
 namespace {

@@ -1,10 +1,10 @@
-#include "render/Color.h"
+#include "render/paint/Color.h"
 
 #include <gtest/gtest.h>
 
 #include <pugixml.hpp>
 
-#include "render/HtmlOut.h"
+#include "render/svg/HtmlOut.h"
 
 namespace render {
 namespace {

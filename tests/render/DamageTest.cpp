@@ -2,11 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
-#include "deck/Package.h"
-#include "deck/Presentation.h"
-#include "deck/Repair.h"
-#include "deck/ZipFile.h"
-#include "render/SlideRenderer.h"
+#include "deck/objects/Presentation.h"
+#include "deck/objects/Repair.h"
+#include "opc/Package.h"
+#include "render/html/SlideRenderer.h"
+#include "support/ZipFile.h"
 
 // Every part of sample decks is damaged in turn, in every way: what is left is
 // drawn, and nothing else changes.
@@ -23,9 +23,9 @@ struct Drawn {
 
 std::vector<ZipEntry> entriesOf(const std::string& sample) {
   const auto package =
-      deck::Package::open(std::string(SAMPLES_FOLDER) + "/" + sample + "/" + sample + ".pptx");
+      opc::Package::open(std::string(SAMPLES_FOLDER) + "/" + sample + "/" + sample + ".pptx");
   std::vector<ZipEntry> entries;
-  for (deck::Part* part : package->parts()) {
+  for (opc::Part* part : package->parts()) {
     entries.push_back({part->name(), std::string(part->bytes()), /*deflated=*/false});
   }
   return entries;
@@ -33,7 +33,7 @@ std::vector<ZipEntry> entriesOf(const std::string& sample) {
 
 /// As a show draws it. Throws when the deck is refused.
 Drawn draw(const std::vector<ZipEntry>& entries) {
-  auto package = deck::Package::fromBytes(deck::test::zipOf(entries), "deck.pptx");
+  auto package = opc::Package::fromBytes(deck::test::zipOf(entries), "deck.pptx");
   Drawn drawn;
   auto damages = deck::repair(*package);
   drawn.complaints = damages.size();

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "deck/DeckBuilder.h"
-#include "render/DateField.h"
-#include "render/SlideRenderer.h"
+#include "render/html/SlideRenderer.h"
+#include "render/text/DateField.h"
+#include "support/DeckBuilder.h"
 
 namespace render {
 namespace {

@@ -1,4 +1,4 @@
-#include "render/Geometry.h"
+#include "render/geometry/Geometry.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <set>
 #include <sstream>
 
-#include "render/PresetTable.h"
-#include "render/XmlValues.h"
+#include "render/geometry/PresetTable.h"
+#include "render/geometry/XmlValues.h"
 
 namespace render {
 namespace {

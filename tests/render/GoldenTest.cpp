@@ -6,8 +6,8 @@
 #include <pugixml.hpp>
 #include <sstream>
 
-#include "deck/DeckBuilder.h"
-#include "render/SlideRenderer.h"
+#include "render/html/SlideRenderer.h"
+#include "support/DeckBuilder.h"
 
 // golden/NAME.xml holds what a theme, master, layout and slide contain,
 // golden/NAME.html what the slide looks like. After a change that is meant,

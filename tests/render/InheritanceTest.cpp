@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "deck/DeckBuilder.h"
-#include "render/SlideRenderer.h"
+#include "render/html/SlideRenderer.h"
+#include "support/DeckBuilder.h"
 
 namespace render {
 namespace {

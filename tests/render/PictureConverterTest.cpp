@@ -1,4 +1,4 @@
-#include "render/PictureConverter.h"
+#include "render/html/PictureConverter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

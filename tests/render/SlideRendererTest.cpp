@@ -1,11 +1,11 @@
-#include "render/SlideRenderer.h"
+#include "render/html/SlideRenderer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
-#include "deck/DeckBuilder.h"
+#include "support/DeckBuilder.h"
 
 namespace render {
 namespace {

@@ -1,4 +1,4 @@
-#include "render/TableStyles.h"
+#include "render/scene/TableStyles.h"
 
 #include <gtest/gtest.h>
 

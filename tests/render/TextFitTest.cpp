@@ -1,4 +1,4 @@
-#include "render/TextFit.h"
+#include "render/text/TextFit.h"
 
 #include <gtest/gtest.h>
 

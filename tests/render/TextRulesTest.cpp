@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "render/FontMetrics.h"
-#include "render/HtmlOut.h"
-#include "render/Script.h"
-#include "render/TextReader.h"
+#include "render/svg/HtmlOut.h"
+#include "render/text/FontMetrics.h"
+#include "render/text/Script.h"
+#include "render/text/TextReader.h"
 
 namespace render {
 namespace {

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "addin/Connect.h"
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
-#include "addin/modVersionSpecific.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
+#include "addin/support/modVersionSpecific.h"
 #include "basic/Strings.h"
 #include "fakes/FakeDatabase.h"
 #include "fakes/FakePowerPoint.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "addin/modDebug.h"
+#include "addin/support/modDebug.h"
 #include "connections/clsConnection.h"
 #include "fakes/FakeDatabase.h"
 #include "fakes/FakeServices.h"

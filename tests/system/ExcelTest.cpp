@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "addin/Connect.h"
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "connections/clsConnection.h"
 #include "fakes/FakeExcel.h"
 #include "fakes/FakePowerPoint.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "addin/modGlobalFunctions.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
 #include "model/clsPresentation.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "addin/modErrors.h"
+#include "addin/support/modErrors.h"
 #include "fakes/FakeDatabase.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"

@@ -4,11 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "addin/modErrors.h"
-#include "deck/DeckBuilder.h"
-#include "deck/SlideShow.h"
+#include "addin/support/modErrors.h"
+#include "deck/show/SlideShow.h"
 #include "fakes/FakeServices.h"
 #include "runtime/clsRuntime.h"
+#include "support/DeckBuilder.h"
 
 namespace LF2000 {
 namespace {

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
-#include "addin/modBrowsers.h"
-#include "addin/modDebug.h"
-#include "addin/modErrors.h"
-#include "addin/modGlobalFunctions.h"
-#include "addin/modHelp.h"
-#include "addin/modRegistry.h"
+#include "addin/support/modBrowsers.h"
+#include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
+#include "addin/support/modHelp.h"
+#include "addin/support/modRegistry.h"
 #include "fakes/FakeServices.h"
 
 namespace LF2000 {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "basic/Error.h"
-#include "web/Show.h"
+#include "web/show/Show.h"
 
 namespace web::test {
 

@@ -1,8 +1,8 @@
-#include "web/Guard.h"
+#include "web/http/Guard.h"
 
 #include <gtest/gtest.h>
 
-#include "web/Options.h"
+#include "web/http/Options.h"
 
 namespace web {
 namespace {

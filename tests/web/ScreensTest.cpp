@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
 
-#include "web/Query.h"
 #include "web/ServerFixture.h"
+#include "web/http/Query.h"
 
 namespace web::test {
 namespace {

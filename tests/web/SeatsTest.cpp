@@ -1,4 +1,4 @@
-#include "web/Seats.h"
+#include "web/http/Seats.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 
 #include "web/Client.h"
 #include "web/FakeShow.h"
-#include "web/Server.h"
+#include "web/show/Server.h"
 
 namespace web::test {
 

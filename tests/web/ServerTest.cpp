@@ -1,14 +1,14 @@
-#include "web/Server.h"
+#include "web/show/Server.h"
 
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
 #include <regex>
 
-#include "web/Broadcast.h"
-#include "web/ClientFiles.h"
-#include "web/Routes.h"
 #include "web/ServerFixture.h"
+#include "web/show/Broadcast.h"
+#include "web/show/ClientFiles.h"
+#include "web/show/Routes.h"
 
 namespace web::test {
 namespace {

@@ -8,8 +8,8 @@
 
 #include <filesystem>
 
-#include "workbook/Describe.h"
 #include "workbook/Reading.h"
+#include "workbook/sheet/Describe.h"
 
 namespace workbook::test {
 namespace {

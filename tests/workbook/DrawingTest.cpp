@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
-#include "workbook/BookBuilder.h"
-#include "workbook/RangeDrawing.h"
+#include "support/BookBuilder.h"
 #include "workbook/Reading.h"
+#include "workbook/drawing/RangeDrawing.h"
 
 namespace workbook::test {
 namespace {

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "workbook/Describe.h"
 #include "workbook/Reading.h"
+#include "workbook/sheet/Describe.h"
 
 namespace workbook::test {
 namespace {

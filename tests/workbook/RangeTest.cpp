@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "basic/CellReference.h"
-#include "workbook/Describe.h"
 #include "workbook/Reading.h"
+#include "workbook/sheet/Describe.h"
 
 namespace workbook::test {
 namespace {

@@ -7,10 +7,10 @@
 #include <string_view>
 #include <thread>
 
-#include "deck/ErrorOf.h"
-#include "deck/TemporaryFolder.h"
-#include "workbook/BookBuilder.h"
-#include "workbook/Factory.h"
+#include "support/BookBuilder.h"
+#include "support/ErrorOf.h"
+#include "support/TemporaryFolder.h"
+#include "workbook/sheet/Factory.h"
 
 namespace workbook::test {
 

@@ -6,10 +6,10 @@
 #include <exception>
 #include <iostream>
 
-#include "app/Commands.h"
-#include "app/Environment.h"
-#include "app/Failure.h"
-#include "app/Output.h"
+#include "app/commands/Commands.h"
+#include "app/wiring/Environment.h"
+#include "app/wiring/Failure.h"
+#include "app/wiring/Output.h"
 #include "basic/Error.h"
 #include "platform/Console.h"
 #include "platform/StartUp.h"

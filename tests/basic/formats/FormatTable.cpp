@@ -7,7 +7,7 @@
 #include <string>
 #include <variant>
 
-#include "basic/NumberFormat.h"
+#include "basic/numberformat/NumberFormat.h"
 
 namespace {
 

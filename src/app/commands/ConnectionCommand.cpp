@@ -1,0 +1,269 @@
+// The verb connection: list, add, set, remove; what reads the data is in
+// ConnectionDataCommand.cpp.
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "app/commands/Commands.h"
+#include "app/wiring/AddInHost.h"
+#include "app/wiring/Failure.h"
+#include "app/wiring/Output.h"
+#include "app/wiring/StoredConnections.h"
+#include "basic/Strings.h"
+#include "model/clsPresentation.h"
+#include "model/modTags.h"
+
+namespace app {
+
+namespace {
+
+using LF2000::clsConnection;
+using LF2000::clsPresentation;
+using LF2000::ConnectionKind;
+using Json = nlohmann::ordered_json;
+
+struct ConnectionOptions {
+  std::string deck;
+  std::string number;
+  std::optional<std::string> type;
+  std::optional<std::string> description;
+  std::optional<std::string> file;
+  std::optional<std::string> sheet;
+  std::optional<std::string> range;
+  std::optional<std::string> connectionString;
+  std::optional<std::string> sql;
+  std::optional<std::string> columns;
+  std::optional<double> refresh;
+  bool header = false;
+  bool noHeader = false;
+  bool json = false;
+};
+
+/// Writing the connections back drops every one that was not understood.
+void requireAllUnderstood(deck::Presentation& deck, const std::string& except) {
+  for (const StoredConnection& stored : storedConnections(deck)) {
+    if (stored.failure.empty() || stored.number == except) continue;
+    fail(deck.FullName() + ": the stored description of connection " + stored.number +
+         " cannot be read, and this change would lose it. Remove it first: lumenfold connection " +
+         deck.FullName() + " remove " + stored.number);
+  }
+}
+
+void list(const ConnectionOptions& options) {
+  const auto application = std::make_shared<deck::Application>();
+  const auto deck = application->open(options.deck);
+  Json json = Json::array();
+  std::vector<std::vector<std::string>> rows;
+  for (const StoredConnection& stored : storedConnections(*deck)) {
+    const clsConnection& connection = *stored.connection;
+    const std::string type = connectionTypeName(connection.ConnectionType());
+    const std::string source = sourceOf(connection);
+    json.push_back({{"number", stored.number},
+                    {"type", type},
+                    {"description", connection.ConnectionDescription()},
+                    {"source", source},
+                    {"header", connection.ConnectionFirstRowFieldNames()},
+                    {"error", stored.failure}});
+    rows.push_back({stored.number, type, oneLine(connection.ConnectionDescription()),
+                    stored.failure.empty() ? oneLine(source) : stored.failure});
+  }
+  if (options.json) {
+    std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+  } else {
+    printTable(std::cout, {"No.", "Type", "Description", "Source"}, rows);
+  }
+}
+
+ConnectionKind kindOf(const std::string& type) {
+  if (type == "text") return ConnectionKind::TextFile;
+  if (type == "database") return ConnectionKind::Database;
+  return ConnectionKind::Excel;
+}
+
+/// What each type of connection takes, and what one that becomes of this type
+/// cannot do without.
+void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool becomes) {
+  const bool isDatabase = kind == ConnectionKind::Database;
+  const bool isExcel = kind == ConnectionKind::Excel;
+  const auto refuse = [&](bool isGiven, const char* option, const char* type) {
+    if (isGiven) throw UsageError(std::string("connection: ") + option + " goes with --type " + type + ".");
+  };
+  refuse(!isDatabase && options.connectionString, "--connection-string", "database");
+  refuse(!isDatabase && options.sql, "--sql", "database");
+  refuse(!isDatabase && options.columns, "--columns", "database");
+  refuse(!isDatabase && options.refresh, "--refresh", "database");
+  refuse(!isExcel && options.sheet, "--sheet", "excel");
+  refuse(!isExcel && options.range, "--range", "excel");
+  refuse(isDatabase && options.file, "--file", "text or excel");
+  refuse(isDatabase && (options.header || options.noHeader), "--header", "text or excel");
+  const auto refuseEmpty = [](const std::optional<std::string>& value, const char* option) {
+    if (value && value->find_first_not_of(" \r\n") == std::string::npos) {
+      throw UsageError(std::string("connection: ") + option + " is empty.");
+    }
+  };
+  refuseEmpty(options.file, "--file");
+  refuseEmpty(options.range, "--range");
+  refuseEmpty(options.connectionString, "--connection-string");
+  refuseEmpty(options.sql, "--sql");
+  if (!becomes) return;
+  if (isDatabase && (!options.connectionString || !options.sql)) {
+    throw UsageError("connection: a database takes --connection-string and --sql.");
+  }
+  if (!isDatabase && !options.file) throw UsageError("connection: give the data with --file.");
+}
+
+void become(ConnectionKind kind, clsConnection& connection) {
+  constexpr const char* DefaultRange = "A1:I10";
+  constexpr double DefaultRefresh = 1000;
+  connection.ConnectionType(static_cast<std::int32_t>(kind));
+  if (kind == ConnectionKind::Excel) connection.ConnectionRange(DefaultRange);
+  if (kind == ConnectionKind::Database) connection.RecordsetRefreshRate(DefaultRefresh);
+}
+
+/// A statement is told from the name of a table by its first word and a blank; in
+/// statements from a file it is a line break as often.
+std::string normalized(std::string sql) {
+  constexpr std::string_view First = "SELECT";
+  const std::size_t start = sql.find_first_not_of(" \r\n");
+  if (start == std::string::npos) return {};
+  sql.erase(0, start);
+  const bool isStatement = basic::UCase(std::string_view(sql).substr(0, First.size())) == First;
+  if (isStatement && sql.size() > First.size() && (sql[First.size()] == '\n' || sql[First.size()] == '\r')) {
+    sql[First.size()] = ' ';
+  }
+  return sql;
+}
+
+void apply(const ConnectionOptions& options, clsConnection& connection) {
+  if (options.description) connection.ConnectionDescription(*options.description);
+  if (options.file) connection.ConnectionFileString(*options.file);
+  if (options.sheet) connection.ConnectionSheet(*options.sheet);
+  if (options.range) connection.ConnectionRange(*options.range);
+  if (options.connectionString) connection.ConnectionString(*options.connectionString);
+  if (options.sql) connection.RecordsetSQL(normalized(*options.sql));
+  if (options.columns) connection.RecordsetColumns(*options.columns);
+  if (options.refresh) connection.RecordsetRefreshRate(*options.refresh);
+  if (options.header) connection.ConnectionFirstRowFieldNames(true);
+  if (options.noHeader) connection.ConnectionFirstRowFieldNames(false);
+  for (const auto& field : {options.description, options.file, options.sheet, options.range,
+                            options.connectionString, options.sql, options.columns}) {
+    if (field && field->find('\t') != std::string::npos) {
+      throw UsageError("connection: what is stored in a deck cannot hold a TAB.");
+    }
+  }
+}
+
+void add(const ConnectionOptions& options) {
+  if (!options.type) throw UsageError("connection add: give --type text, database or excel.");
+  if (!options.description) throw UsageError("connection add: give it a name with --description.");
+  const ConnectionKind kind = kindOf(*options.type);
+  requireFitting(options, kind, /*becomes=*/true);
+  auto connection = std::make_shared<clsConnection>();
+  become(kind, *connection);
+  apply(options, *connection);
+
+  AddInHost host;
+  const auto deck = host.open(options.deck);
+  clsPresentation& linked = host.linked(deck);
+  requireAllUnderstood(*deck, "");
+  const std::string number = linked.NewConnectionTagNumber();
+  if (number.empty()) fail(options.deck + ": there is no number for the connection; it was not added.");
+  if (number.size() > 3) {
+    fail(options.deck +
+         ": connection numbers end at 999, and that one is taken; new numbers follow the largest.");
+  }
+  connection->ConnectionTagNumber(number);
+  connection->ActivePresentationName(deck->FullName());
+  connection->DesignMode(true);
+  if (!LF2000::modTags::HasVersionTag(*deck)) linked.DisplayType(1);
+  linked.Connections().push_back(std::move(connection));
+  linked.SetConnectionTags();
+  deck->Save();
+  std::cout << number << '\n';
+}
+
+void set(const ConnectionOptions& options) {
+  AddInHost host;
+  const auto deck = host.open(options.deck);
+  clsPresentation& linked = host.linked(deck);
+  requireAllUnderstood(*deck, "");
+  const auto connection = linked.FindConnection(options.number);
+  if (!connection) failUnknownConnection(options.deck, options.number);
+  const auto before = static_cast<ConnectionKind>(connection->ConnectionType());
+  const ConnectionKind kind = options.type ? kindOf(*options.type) : before;
+  requireFitting(options, kind, kind != before);
+  if (kind != before) become(kind, *connection);
+  apply(options, *connection);
+  linked.SetConnectionTags();
+  deck->Save();
+}
+
+void remove(const ConnectionOptions& options) {
+  AddInHost host;
+  const auto deck = host.open(options.deck);
+  clsPresentation& linked = host.linked(deck);
+  requireAllUnderstood(*deck, options.number);
+  const auto all = storedConnections(*deck);
+  if (std::none_of(all.begin(), all.end(), [&](const auto& each) { return each.number == options.number; })) {
+    failUnknownConnection(options.deck, options.number);
+  }
+  std::erase_if(linked.Connections(),
+                [&](const auto& each) { return each->ConnectionTagNumber() == options.number; });
+  linked.SetConnectionTags();
+  deck->Save();
+}
+
+}  // namespace
+
+void addConnectionCommand(CLI::App& program, Environment& environment) {
+  auto options = std::make_shared<ConnectionOptions>();
+  CLI::App* verb =
+      program.add_subcommand("connection", "List, add, change, remove and test data connections");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->require_subcommand(1);
+
+  const auto describeWith = [&](CLI::App* action) {
+    action->add_option("--type", options->type, "Kind of source")
+        ->check(CLI::IsMember({"text", "database", "excel"}));
+    action->add_option("--description", options->description, "Name of the connection");
+    action->add_option("--file", options->file,
+                       "Text file or workbook, relative to the deck's folder or absolute");
+    action->add_flag("--header", options->header, "The first line or row holds the column names");
+    action->add_option("--sheet", options->sheet, "Worksheet; the first one when none is named");
+    action->add_option("--range", options->range, "Cells: A1:I10, A:C or a defined name");
+    action->add_option("--connection-string", options->connectionString,
+                       "Driver, server and account of a database");
+    action->add_option("--sql", options->sql, "SELECT statement, or name of a table");
+    action->add_option("--columns", options->columns, "Choice of columns, kept with the statement");
+    action->add_option("--refresh", options->refresh, "Milliseconds between two requeries of a database")
+        ->check(CLI::NonNegativeNumber);
+  };
+  const auto number = [&](CLI::App* action) {
+    action->add_option("NNN", options->number, "Number of the connection")->required();
+  };
+
+  CLI::App* action = verb->add_subcommand("list", "List the connections");
+  action->add_flag("--json", options->json, "Print as JSON");
+  action->callback([options] { list(*options); });
+
+  action = verb->add_subcommand("add", "Add a connection and print its number");
+  describeWith(action);
+  action->callback([options] { add(*options); });
+
+  action = verb->add_subcommand("set", "Change a connection");
+  number(action);
+  describeWith(action);
+  action->add_flag("--no-header", options->noHeader, "The first line or row holds data");
+  action->callback([options] { set(*options); });
+
+  action = verb->add_subcommand("remove", "Remove a connection and the links to it");
+  number(action);
+  action->callback([options] { remove(*options); });
+
+  addConnectionDataActions(*verb, options->deck, environment);
+}
+
+}  // namespace app

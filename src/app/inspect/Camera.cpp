@@ -1,0 +1,222 @@
+#include "app/inspect/Camera.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cctype>
+#include <cerrno>
+#include <cstring>
+#include <nlohmann/json.hpp>
+#include <vector>
+
+#include "app/wiring/Failure.h"
+#include "basic/Base64.h"
+#include "process/ChildProcess.h"
+#include "process/TemporaryFolder.h"
+
+namespace app {
+
+namespace {
+
+using Json = nlohmann::json;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds LongestAnswer{30};
+
+class Descriptor {
+ public:
+  Descriptor() = default;
+  ~Descriptor() { close(); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  void close() { reset(-1); }
+  void reset(int descriptor) {
+    if (descriptor_ >= 0) ::close(descriptor_);
+    descriptor_ = descriptor;
+  }
+  [[nodiscard]] int get() const { return descriptor_; }
+
+ private:
+  int descriptor_ = -1;
+};
+
+/// Both ends lie above the numbers that the child gives its own.
+void connectPair(Descriptor& ours, Descriptor& childs) {
+  constexpr int LowestNumber = 10;
+  std::array<int, 2> ends{};
+  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
+    fail(std::string("the browser cannot be reached: ") + std::strerror(errno) + ".");
+  }
+  ours.reset(ends[0]);
+  childs.reset(ends[1]);
+  ours.reset(::fcntl(ours.get(), F_DUPFD_CLOEXEC, LowestNumber));
+  childs.reset(::fcntl(childs.get(), F_DUPFD_CLOEXEC, LowestNumber));
+}
+
+/// RFC 8089.
+std::string fileUrl(const std::filesystem::path& path) {
+  constexpr std::string_view Hex = "0123456789ABCDEF";
+  constexpr std::string_view Marks = "/-._~";
+  std::string url = "file://";
+  for (const char c : std::filesystem::absolute(path).string()) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte < 0x80 && std::isalnum(byte)) || Marks.find(c) != std::string_view::npos) {
+      url += c;
+    } else {
+      url.append("%").append(1, Hex[byte >> 4U]).append(1, Hex[byte & 15U]);
+    }
+  }
+  return url;
+}
+
+}  // namespace
+
+/// The DevTools protocol as --remote-debugging-pipe speaks it: JSON texts, each
+/// ended by NUL.
+class Camera::Browser {
+ public:
+  Browser() {
+    Descriptor childs;
+    connectPair(socket_, childs);
+    start(childs.get());
+  }
+
+  Json call(const std::string& method, const Json& parameters, const std::string& session = {}) {
+    const int id = ++calls_;
+    Json message = {{"id", id}, {"method", method}, {"params", parameters}};
+    if (!session.empty()) message["sessionId"] = session;
+    send(message.dump());
+    while (true) {
+      Json answer = receive();
+      if (answer.value("id", 0) != id) continue;
+      if (answer.contains("error")) {
+        fail("the browser refused " + method + ": " + answer["error"].value("message", "") + ".");
+      }
+      return answer["result"];
+    }
+  }
+
+  void waitFor(const std::string& event) {
+    while (receive().value("method", "") != event) {
+    }
+  }
+
+ private:
+  void start(int childs) {
+    constexpr int CommandsIn = 3;
+    constexpr int AnswersOut = 4;
+    for (const char* name : {"chromium", "chromium-browser", "google-chrome"}) {
+      std::vector<std::string> command = {name,
+                                          "--headless",
+                                          "--remote-debugging-pipe",
+                                          "--user-data-dir=" + (folder_.path() / "profile").string(),
+                                          "--disable-gpu",
+                                          "--hide-scrollbars",
+                                          "--force-color-profile=srgb",
+                                          "--font-render-hinting=none",
+                                          "--no-first-run"};
+      // Its sandbox does not work for root.
+      if (::geteuid() == 0) command.emplace_back("--no-sandbox");
+      process_ = std::make_unique<process::ChildProcess>(
+          command, (folder_.path() / "log").string(),
+          std::vector<process::Inherited>{{childs, CommandsIn}, {childs, AnswersOut}});
+      if (process_->startError() == 0) return;
+      if (process_->startError() != ENOENT) {
+        fail(std::string(name) + " cannot be started: " + std::strerror(process_->startError()) + ".");
+      }
+    }
+    fail("pictures take Chromium, which is not installed (apt install chromium).");
+  }
+
+  void send(std::string message) {
+    message += '\0';
+    std::string_view rest = message;
+    while (!rest.empty()) {
+      const ssize_t sent = ::send(socket_.get(), rest.data(), rest.size(), MSG_NOSIGNAL);
+      if (sent < 0 && errno == EINTR) continue;
+      if (sent <= 0) fail(std::string("the browser cannot be reached: ") + std::strerror(errno) + ".");
+      rest.remove_prefix(static_cast<std::size_t>(sent));
+    }
+  }
+
+  Json receive() {
+    const Clock::time_point latest = Clock::now() + LongestAnswer;
+    while (true) {
+      if (const std::size_t end = received_.find('\0', searched_); end != std::string::npos) {
+        Json message = Json::parse(received_.substr(0, end), nullptr, false);
+        received_.erase(0, end + 1);
+        searched_ = 0;
+        if (message.is_object()) return message;
+        continue;
+      }
+      searched_ = received_.size();
+      readMore(latest);
+    }
+  }
+
+  void readMore(Clock::time_point latest) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(latest - Clock::now()).count();
+    pollfd waiting{socket_.get(), POLLIN, 0};
+    const int ready = ::poll(&waiting, 1, left > 0 ? static_cast<int>(left) : 0);
+    if (ready < 0 && errno == EINTR) return;
+    if (ready == 0) fail("the browser does not answer.");
+    std::array<char, 65536> buffer{};
+    const ssize_t size = ::read(socket_.get(), buffer.data(), buffer.size());
+    if (size <= 0) fail("the browser has ended.");
+    received_.append(buffer.data(), static_cast<std::size_t>(size));
+  }
+
+  process::TemporaryFolder folder_;
+  Descriptor socket_;
+  std::unique_ptr<process::ChildProcess> process_;
+  std::string received_;
+  std::size_t searched_ = 0;
+  int calls_ = 0;
+};
+
+Camera::Camera() : browser_(std::make_unique<Browser>()) {
+  const Json target = browser_->call("Target.createTarget", {{"url", "about:blank"}});
+  const Json attached =
+      browser_->call("Target.attachToTarget", {{"targetId", target.at("targetId")}, {"flatten", true}});
+  session_ = attached.at("sessionId").get<std::string>();
+  browser_->call("Page.enable", Json::object(), session_);
+}
+
+Camera::~Camera() = default;
+
+void Camera::open(const std::filesystem::path& page, const View& view) {
+  browser_->call(
+      "Emulation.setDeviceMetricsOverride",
+      {{"width", view.width}, {"height", view.height}, {"deviceScaleFactor", view.scale}, {"mobile", false}},
+      session_);
+  browser_->call("Page.navigate", {{"url", fileUrl(page)}}, session_);
+  browser_->waitFor("Page.loadEventFired");
+  evaluate(
+      "Promise.all([document.fonts.ready, document.querySelector('deck-chart') && "
+      "customElements.whenDefined('deck-chart'), ...[...document.images].map(i => i.decode().catch(() => "
+      "{}))])"
+      ".then(() => new Promise(done => requestAnimationFrame(() => requestAnimationFrame(() => done(0)))))");
+}
+
+std::string Camera::photograph() {
+  const Json picture = browser_->call("Page.captureScreenshot",
+                                      {{"format", "png"}, {"captureBeyondViewport", false}}, session_);
+  auto bytes = basic::fromBase64(picture.at("data").get<std::string>());
+  if (!bytes) fail("the browser's picture cannot be read.");
+  return std::move(*bytes);
+}
+
+std::string Camera::evaluate(const std::string& expression) {
+  const Json answer =
+      browser_->call("Runtime.evaluate",
+                     {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}}, session_);
+  if (answer.contains("exceptionDetails")) {
+    fail("the browser's script failed: " + answer["exceptionDetails"].value("text", "") + ".");
+  }
+  return answer.at("result").value("value", Json()).dump();
+}
+
+}  // namespace app

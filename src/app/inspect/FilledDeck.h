@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/wiring/AddInHost.h"
+#include "app/wiring/LinkedShapes.h"
+#include "app/wiring/LinkedSheets.h"
+#include "deck/objects/Presentation.h"
+#include "deck/show/SlideShow.h"
+#include "platform/EventLoop.h"
+#include "render/html/PictureConverter.h"
+#include "render/html/SlideRenderer.h"
+
+namespace app {
+
+/// A deck as a show that begins now fills it, every slide of it, for as long as
+/// this object lives. Nobody watches that show.
+class FilledDeck {
+ public:
+  /// Throws basic::Error when the deck cannot be opened; what is wrong with its
+  /// sources goes to the errors log, as in any show.
+  FilledDeck(const std::string& path, platform::EventLoop& loop);
+  ~FilledDeck();
+  FilledDeck(const FilledDeck&) = delete;
+  FilledDeck& operator=(const FilledDeck&) = delete;
+
+  [[nodiscard]] deck::Presentation& deck() { return *deck_; }
+  [[nodiscard]] int slideCount() const { return deck_->slideCount(); }
+  /// In CSS px.
+  [[nodiscard]] render::SlideSize size() const { return renderer_.size(); }
+  /// By slide, from 1, in drawing order.
+  [[nodiscard]] const std::vector<LinkedShape>& linkedShapes(int slide) const;
+
+  struct Page {
+    /// Needs nothing beside it; see StandalonePage.
+    std::string html;
+    // See render::SlidePage.
+    std::vector<std::string> problems;
+    std::vector<render::UsedFont> fonts;
+  };
+  Page page(int slide);
+
+ private:
+  AddInHost host_;
+  std::shared_ptr<deck::Presentation> deck_;
+  LinkedSheets sheets_;
+  std::vector<std::vector<LinkedShape>> linked_;
+  render::PictureConverter converter_;
+  render::SlideRenderer renderer_;
+  std::shared_ptr<deck::SlideShow> show_;
+};
+
+}  // namespace app

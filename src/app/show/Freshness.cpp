@@ -1,0 +1,83 @@
+#include "app/show/Freshness.h"
+
+#include <chrono>
+#include <cstdlib>
+
+#include "connections/clsConnection.h"
+#include "host/services.h"
+
+namespace app {
+
+namespace {
+
+constexpr double IntervalsOfPatience = 3;
+
+std::size_t numberOf(const std::string& key) { return std::strtoul(key.c_str(), nullptr, 10); }
+
+}  // namespace
+
+std::optional<StaleData> staleDataOf(std::string_view name) {
+  if (name == "keep") return StaleData::Keep;
+  if (name == "mark") return StaleData::Mark;
+  if (name == "blank") return StaleData::Blank;
+  return std::nullopt;
+}
+
+bool Freshness::look() {
+  const LF2000::FrmRuntimeTimer* form = form_();
+  if (form == nullptr) return false;
+  const std::int64_t now = host::Current().clock->TickCount();
+  const auto today = std::chrono::system_clock::now();
+  std::set<std::string> stale;
+  for (const auto& [key, connection] : form->Connections()) {
+    const auto& readings = connection->Readings();
+    const auto [place, isNew] = seen_.try_emplace(key);
+    Seen& seen = place->second;
+    if (isNew) seen.waitsSince = now;
+    if (readings.Deliveries != seen.deliveries) {
+      seen.deliveries = readings.Deliveries;
+      seen.delivered = seen.waitsSince = now;
+      seen.lastSuccess = today;
+    }
+    if (readings.Failures != seen.failures) {
+      seen.failures = readings.Failures;
+      seen.lastError = today;
+    }
+    seen.isUsed = form->Requeries(numberOf(key));
+    if (!seen.isUsed) seen.waitsSince = now;
+    const auto waited = static_cast<double>(now - seen.waitsSince);
+    if (waited > IntervalsOfPatience * form->RequeryInterval(*connection)) stale.insert(key);
+  }
+  if (stale == stale_) return false;
+  stale_ = std::move(stale);
+  return true;
+}
+
+std::vector<web::ConnectionHealth> Freshness::connections() const {
+  std::vector<web::ConnectionHealth> all;
+  const LF2000::FrmRuntimeTimer* form = form_();
+  if (form == nullptr) return all;
+  const std::int64_t now = host::Current().clock->TickCount();
+  for (const auto& [key, connection] : form->Connections()) {
+    web::ConnectionHealth health;
+    health.number = key;
+    health.description = connection->ConnectionDescription();
+    health.rows = static_cast<std::int64_t>(connection->RecordCount());
+    health.interval = form->RequeryInterval(*connection) / 1000;
+    health.deliveries = connection->Readings().Deliveries;
+    health.failures = connection->Readings().Failures;
+    health.lastError = connection->Readings().LastError;
+    health.isStale = isStale(key);
+    if (const auto found = seen_.find(key); found != seen_.end()) {
+      const Seen& seen = found->second;
+      if (seen.delivered) health.age = static_cast<double>(now - *seen.delivered) / 1000;
+      health.lastSuccess = seen.lastSuccess;
+      health.lastErrorTime = seen.lastError;
+      health.isUsed = seen.isUsed;
+    }
+    all.push_back(std::move(health));
+  }
+  return all;
+}
+
+}  // namespace app

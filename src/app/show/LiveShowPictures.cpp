@@ -1,0 +1,266 @@
+// What a live show gives screens to draw.
+
+#include <algorithm>
+#include <filesystem>
+
+#include "addin/support/modGlobalFunctions.h"
+#include "app/show/LiveShow.h"
+#include "basic/Conversion.h"
+#include "deck/show/TransitionEffect.h"
+#include "model/clsShape.h"
+
+namespace app {
+
+namespace {
+
+/// The style sheet's name changes with its content, as browsers keep it for ever.
+const std::string& styleSheetName() {
+  static const std::string name =
+      "slides-" + std::to_string(std::hash<std::string_view>{}(render::SlideRenderer::styles())) + ".css";
+  return name;
+}
+
+web::Blank toWeb(deck::Blank blank) {
+  switch (blank) {
+    case deck::Blank::Black:
+      return web::Blank::Black;
+    case deck::Blank::White:
+      return web::Blank::White;
+    case deck::Blank::None:
+      break;
+  }
+  return web::Blank::None;
+}
+
+web::Transition toWeb(const deck::TransitionEffect& effect) {
+  using Kind = deck::TransitionEffect::Kind;
+  const auto name = [&] {
+    switch (effect.kind) {
+      case Kind::None:
+        break;
+      case Kind::Cut:
+        return "cut";
+      case Kind::Fade:
+        return "fade";
+      case Kind::Push:
+        return "push";
+      case Kind::Wipe:
+        return "wipe";
+      case Kind::Split:
+        return "split";
+      case Kind::Cover:
+        return "cover";
+      case Kind::Uncover:
+        return "uncover";
+    }
+    return "none";
+  };
+  return {name(), effect.direction, effect.throughBlack, std::chrono::milliseconds(effect.milliseconds)};
+}
+
+bool showsData(const LinkedShape& shape) {
+  using LF2000::SourceType;
+  const auto type = static_cast<SourceType>(shape.sourceType);
+  return type == SourceType::DataField || type == SourceType::LinkedObject || type == SourceType::Graph;
+}
+
+/// The key of the shape's connection in the runtime's tables.
+std::string connectionKey(const LinkedShape& shape) {
+  const auto number = static_cast<std::int32_t>(std::strtol(shape.connection.c_str(), nullptr, 10));
+  return LF2000::modGlobalFunctions::Format000(number);
+}
+
+}  // namespace
+
+std::optional<int> LiveShow::currentSlide() const {
+  if (standing_) return standing_->current;
+  if (!isRunning() || show_->isAtEnd()) return std::nullopt;
+  if (show_->isEmpty()) return options_.whenEmpty;
+  return show_->position();
+}
+
+std::optional<int> LiveShow::nextSlide() const {
+  if (standing_) return standing_->next;
+  if (!isRunning()) return std::nullopt;
+  const auto next = show_->following();
+  if (!next || next == currentSlide()) return std::nullopt;
+  return *next;
+}
+
+web::View LiveShow::view(std::optional<int> slide, std::string_view shape) {
+  web::View view;
+  view.kind = shape.empty() ? web::View::Kind::Slide : web::View::Kind::Shape;
+  const int first = slide.value_or(1);
+  const int last = slide.value_or(presentation_->slideCount());
+  for (int index = std::max(first, 1); index <= std::min(last, presentation_->slideCount()); ++index) {
+    const pugi::xml_node node = presentation_->shapesOf(index).find(shape);
+    if (!shape.empty() && !node) continue;
+    view.slide = index;
+    if (!shape.empty()) view.elementId = elementId(index, presentationml::shapeId(node));
+    break;
+  }
+  return view;
+}
+
+web::Picture LiveShow::picture(const web::View& view) {
+  const render::SlideSize size = renderer_.size();
+  web::Picture picture;
+  picture.deck = version_;
+  picture.title = std::filesystem::path(presentation_->FullName()).stem().string();
+  picture.width = size.width;
+  picture.height = size.height;
+  picture.slideCount = presentation_->slideCount();
+  picture.stylesheet = styleSheetName();
+  picture.began = began_;
+  picture.progress = progress_;
+  if (show_) {
+    picture.blank = toWeb(show_->blank());
+    picture.kiosk = show_->isKiosk();
+    picture.ended = !isOn() || show_->isAtEnd();
+  }
+  switch (view.kind) {
+    case web::View::Kind::Show:
+      showCurrent(picture);
+      break;
+    case web::View::Kind::Slide:
+      if (view.slide > 0 && view.slide <= picture.slideCount) picture.current = page(view.slide);
+      break;
+    case web::View::Kind::Shape:
+      // Laid over somebody else's picture, it must neither cover nor announce anything.
+      picture.blank = web::Blank::None;
+      picture.isTransparent = true;
+      picture.progress.reset();
+      if (view.slide > 0 && !picture.ended) picture.current = shapeAlone(view, picture);
+      picture.ended = false;
+      break;
+  }
+  for (const auto& slide : {picture.current, picture.next}) {
+    if (slide) addStale(picture, slide->index);
+  }
+  return picture;
+}
+
+void LiveShow::showCurrent(web::Picture& picture) {
+  std::erase_if(pages_, [this](const auto& page) { return !isHeld(page.first); });
+  if (const auto current = currentSlide()) {
+    picture.current = page(*current);
+    picture.transition = toWeb(deck::transitionOf(presentation_->slidePart(*current)));
+    addBuilds(picture, *current);
+  } else if (standing_ ? standing_->isEmpty : isRunning() && show_->isEmpty()) {
+    picture.current = web::SlideView{0, renderer_.backdrop(1)};
+  }
+  if (const auto next = nextSlide()) picture.next = page(*next);
+}
+
+web::SlideView LiveShow::page(int slide) {
+  const auto known = pages_.find(slide);
+  if (known != pages_.end()) return {slide, known->second};
+  render::SlidePage rendered = draw(slide);
+  if (rendered.timeShown != render::TimeShown::None) timed_[slide] = rendered.timeShown;
+  const auto& html = pages_.emplace(slide, std::move(rendered.html)).first->second;
+  hasRendered_ = true;
+  conversionTimer_->Enabled(converter_.isBusy());
+  return {slide, html};
+}
+
+/// What cannot be drawn is left out, down to the bare background: a show goes on.
+render::SlidePage LiveShow::draw(int slide) {
+  const std::string which = "Slide " + std::to_string(slide);
+  try {
+    render::SlidePage page = renderer_.slide(slide);
+    // Until then it is missing for a moment only.
+    if (!converter_.isBusy()) {
+      for (const std::string& problem : page.problems) problems_.tell(which + ": " + problem);
+    }
+    return page;
+  } catch (const std::exception& error) {
+    problems_.tell(which + " cannot be drawn: " + error.what());
+  }
+  render::SlidePage page;
+  try {
+    page.html = renderer_.backdrop(slide, slide);
+  } catch (const std::exception& error) {
+    problems_.tell(which + " is shown without a background: " + error.what());
+    page.html = "<section class=\"slide\" id=\"s" + std::to_string(slide) + "\"></section>";
+  }
+  return page;
+}
+
+/// Empty when it cannot be drawn: screens keep the shape that they have.
+std::string LiveShow::drawShape(int slide, std::uint32_t id) {
+  try {
+    return renderer_.shape(slide, id);
+  } catch (const std::exception& error) {
+    problems_.tell(error.what());
+    return {};
+  }
+}
+
+/// The slide with nothing but the shape, of which the picture shows the shape's place.
+web::SlideView LiveShow::shapeAlone(const web::View& view, web::Picture& picture) {
+  // Only whole pages tell whether they show the time.
+  page(view.slide);
+  const std::uint32_t id = shapeIdOf(view.elementId);
+  const render::Rect area = renderer_.area(view.slide, id);
+  const std::string size =
+      "width:" + basic::CStr(picture.width) + "px;height:" + basic::CStr(picture.height) + "px";
+  picture.left = area.x;
+  picture.top = area.y;
+  picture.width = std::max(area.w, 1.0);
+  picture.height = std::max(area.h, 1.0);
+  return {view.slide, "<section class=\"slide\" id=\"s" + std::to_string(view.slide) + "\" style=\"" + size +
+                          "\">" + renderer_.shape(view.slide, id) + "</section>"};
+}
+
+void LiveShow::addStale(web::Picture& picture, int slide) const {
+  if (options_.staleData == StaleData::Keep) return;
+  for (const LinkedShape& shape : linked_[static_cast<std::size_t>(slide)]) {
+    if (!showsData(shape) || !freshness_.isStale(connectionKey(shape))) continue;
+    const bool isText = static_cast<LF2000::SourceType>(shape.sourceType) == LF2000::SourceType::DataField;
+    auto& elements = options_.staleData == StaleData::Mark ? picture.marked
+                     : isText                              ? picture.blanked
+                                                           : picture.hidden;
+    elements.push_back(elementId(slide, shape.id));
+  }
+}
+
+void LiveShow::addBuilds(web::Picture& picture, int slide) const {
+  if (slide != show_->position()) return;
+  const deck::Builds& builds = show_->builds();
+  const std::size_t built = show_->builtSteps();
+  for (const std::uint32_t id : builds.hiddenAfter(built)) picture.hidden.push_back(elementId(slide, id));
+  if (built != builtBefore_ + 1) return;
+  for (const deck::BuildEffect& effect : builds.step(built - 1)) {
+    picture.builds.push_back({elementId(slide, effect.shapeId), effect.isEntrance, effect.kind,
+                              effect.direction, std::chrono::milliseconds(effect.milliseconds)});
+  }
+}
+
+void LiveShow::watch(const std::set<int>& slides) {
+  watched_ = slides;
+  std::set<std::int32_t> fresh(slides.begin(), slides.end());
+  if (options_.whenEmpty) fresh.insert(*options_.whenEmpty);
+  if (LF2000::FrmRuntimeTimer* form = form_()) form->WatchedSlides(std::move(fresh));
+}
+
+web::Health LiveShow::health() {
+  web::Health health;
+  health.isReady = isOn() && hasRendered_;
+  health.position = currentSlide().value_or(0);
+  health.connections = freshness_.connections();
+  return health;
+}
+
+std::optional<web::Asset> LiveShow::asset(std::string_view name) {
+  if (name == styleSheetName()) {
+    static const auto styles = std::make_shared<const std::string>(render::SlideRenderer::styles());
+    return web::Asset{styles, "text/css; charset=utf-8"};
+  }
+  const render::Asset* found = renderer_.assets().find(name);
+  if (!found) return std::nullopt;
+  auto bytes = renderer_.assets().bytes(name);
+  if (!bytes) return std::nullopt;
+  return web::Asset{std::move(bytes), found->contentType};
+}
+
+}  // namespace app

@@ -1,0 +1,63 @@
+#include "app/wiring/AddInHost.h"
+
+#include "addin/support/modVersionSpecific.h"
+#include "basic/Error.h"
+#include "host/addin.h"
+
+namespace app {
+
+namespace {
+
+/// The add-in's entry in this host.
+class Entry final : public AddInDesigner::AddIn {
+ public:
+  [[nodiscard]] basic::Variant Property(std::string_view name) const override {
+    if (name == "ProgId") return std::string("LF2000.Connect");
+    throw basic::Error(basic::AdapterError, "lumenfold",
+                       "An add-in has no property '" + std::string(name) + "' here.");
+  }
+};
+
+}  // namespace
+
+AddInHost::AddInHost() : application_(std::make_shared<deck::Application>()) {
+  connect_.OnConnection(application_, AddInDesigner::ConnectMode::Startup, std::make_shared<Entry>());
+  connect_.OnStartupComplete();
+  if (!connect_.Application()) {
+    throw basic::Error(basic::AdapterError, "lumenfold",
+                       "The add-in does not run in this host; the debug log says why.");
+  }
+}
+
+AddInHost::~AddInHost() {
+  const auto open = application_->openPresentations();
+  for (const auto& presentation : open) application_->close(presentation);
+  if (connect_.Application()) connect_.OnBeginShutdown();
+  unload();
+}
+
+void AddInHost::unload() {
+  if (connect_.Application()) connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
+}
+
+std::shared_ptr<deck::Presentation> AddInHost::open(const std::string& path,
+                                                    deck::Application::Damaged damaged) {
+  return application_->open(path, damaged);
+}
+
+LF2000::FrmRuntimeTimer* AddInHost::runtimeTimer() const {
+  const auto& application = connect_.Application();
+  const LF2000::clsRuntime* runtime = application ? application->Runtime() : nullptr;
+  return runtime != nullptr ? runtime->Form() : nullptr;
+}
+
+LF2000::clsPresentation& AddInHost::linked(const std::shared_ptr<deck::Presentation>& presentation) {
+  const auto found = connect_.Application()->Find(presentation);
+  if (!found) {
+    throw basic::Error(basic::AdapterError, "lumenfold",
+                       presentation->FullName() + ": the add-in could not take up the presentation.");
+  }
+  return *found;
+}
+
+}  // namespace app

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ado/Factory.h"
+#include "app/wiring/ToldOnce.h"
+#include "host/services.h"
+#include "platform/EventLoop.h"
+#include "platform/FileWatcher.h"
+#include "platform/Files.h"
+#include "platform/MessageBox.h"
+#include "platform/Module.h"
+#include "platform/MountTable.h"
+#include "platform/NetworkDrives.h"
+#include "platform/PathRules.h"
+#include "platform/ProgressMeter.h"
+#include "platform/Registry.h"
+#include "platform/Settings.h"
+#include "platform/Shell.h"
+#include "platform/SystemClock.h"
+#include "workbook/sheet/Factory.h"
+
+namespace app {
+
+/// The services of this machine, put together and in force for as long as this
+/// object lives.
+class Environment {
+  class CountingMessageBox final : public host::MessageBox {
+   public:
+    explicit CountingMessageBox(host::Loop& loop) : box_(loop) {}
+    host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
+    bool asks = true;
+    [[nodiscard]] int errorsShown() const { return errorsShown_; }
+    [[nodiscard]] const std::string& lastShown() const { return lastShown_; }
+
+   private:
+    platform::MessageBox box_;
+    int errorsShown_ = 0;
+    std::string lastShown_;
+  };
+
+ public:
+  Environment();
+  ~Environment();
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+  [[nodiscard]] platform::EventLoop& loop() { return loop_; }
+  /// What is being opened and how far that has come.
+  [[nodiscard]] platform::ProgressMeter& progressMeter() { return progressMeter_; }
+  [[nodiscard]] platform::Shell& shell() { return shell_; }
+  /// The path of a data file as this system knows it.
+  [[nodiscard]] std::string localPath(std::string_view path) const { return paths_.translate(path); }
+  /// How many errors the system has told the user so far.
+  [[nodiscard]] int errorsShown() const { return messageBox_.errorsShown(); }
+  /// The text of the last of them.
+  [[nodiscard]] const std::string& lastShown() const { return messageBox_.lastShown(); }
+
+  /// While it lives, nobody is asked: the answer to a question is No.
+  class NoQuestions {
+   public:
+    explicit NoQuestions(Environment& environment) : box_(environment.messageBox_) { box_.asks = false; }
+    ~NoQuestions() { box_.asks = true; }
+    NoQuestions(const NoQuestions&) = delete;
+    NoQuestions& operator=(const NoQuestions&) = delete;
+
+   private:
+    CountingMessageBox& box_;
+  };
+
+ private:
+  /// Whether somebody sits at a terminal.
+  [[nodiscard]] static bool isAttended();
+
+  platform::EventLoop loop_;
+  /// Of handlers on the loop.
+  ToldOnce failures_;
+  platform::SystemClock clock_;
+  platform::MountTable mounts_;
+  platform::NetworkDrives drives_{loop_, clock_,
+                                  [this](const std::string& path) { return mounts_.networkMountOf(path); }};
+  platform::Settings settings_;
+  platform::PathRules paths_{settings_};
+  platform::Files files_{settings_};
+  platform::Module module_;
+  CountingMessageBox messageBox_{loop_};
+  platform::ProgressMeter progressMeter_;
+  platform::Shell shell_{settings_, isAttended()};
+  platform::Registry registry_;
+  ado::Factory ado_{[this](std::string_view path) { return paths_.translate(path); }};
+  platform::FileWatcher watcher_{loop_, [this](std::string_view path) { return paths_.translate(path); },
+                                 [this](const std::string& path) { return drives_.IsLocal(path); }};
+  workbook::Factory excel_{loop_, [this](std::string_view path) { return paths_.translate(path); }};
+};
+
+}  // namespace app

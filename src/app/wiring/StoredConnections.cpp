@@ -1,0 +1,69 @@
+#include "app/wiring/StoredConnections.h"
+
+#include <algorithm>
+
+#include "app/wiring/Failure.h"
+#include "basic/ConnectionString.h"
+#include "basic/Error.h"
+#include "model/modTags.h"
+
+namespace app {
+
+std::vector<StoredConnection> storedConnections(deck::Presentation& deck) {
+  std::vector<StoredConnection> all;
+  LF2000::modTags::ForEachTag(
+      *deck.Tags(), LF2000::modTags::Connection, [&](const std::string& number, const std::string& value) {
+        StoredConnection stored{number, std::make_shared<LF2000::clsConnection>(), {}};
+        stored.connection->ActivePresentationName(deck.FullName());
+        stored.connection->ConnectionTagNumber(number);
+        try {
+          stored.connection->TagString(value);
+        } catch (const basic::Error& error) {
+          stored.failure = error.description;
+        }
+        all.push_back(std::move(stored));
+      });
+  return all;
+}
+
+std::shared_ptr<LF2000::clsConnection> storedConnection(deck::Presentation& deck, const std::string& number) {
+  const auto all = storedConnections(deck);
+  const auto found = std::find_if(all.begin(), all.end(),
+                                  [&](const StoredConnection& each) { return each.number == number; });
+  if (found == all.end()) failUnknownConnection(deck.FullName(), number);
+  if (!found->failure.empty()) fail(deck.FullName() + ": connection " + number + ": " + found->failure);
+  return found->connection;
+}
+
+void failUnknownConnection(const std::string& deck, const std::string& number) {
+  fail(deck + ": there is no connection " + number + "; 'lumenfold connection " + deck +
+       " list' shows those there are.");
+}
+
+std::string connectionTypeName(std::int32_t type) {
+  switch (static_cast<LF2000::ConnectionKind>(type)) {
+    case LF2000::ConnectionKind::TextFile:
+      return "text";
+    case LF2000::ConnectionKind::Database:
+      return "database";
+    case LF2000::ConnectionKind::Excel:
+      return "excel";
+  }
+  return std::to_string(type);
+}
+
+std::string sourceOf(const LF2000::clsConnection& connection) {
+  switch (static_cast<LF2000::ConnectionKind>(connection.ConnectionType())) {
+    case LF2000::ConnectionKind::Database:
+      return basic::MaskedConnectionString(connection.ConnectionString()) + ": " + connection.RecordsetSQL();
+    case LF2000::ConnectionKind::Excel:
+      return connection.ConnectionRange() + " of " +
+             (connection.ConnectionSheet().empty() ? "the first sheet" : connection.ConnectionSheet()) +
+             " in " + connection.ConnectionFileString();
+    case LF2000::ConnectionKind::TextFile:
+      break;
+  }
+  return connection.ConnectionFileString();
+}
+
+}  // namespace app

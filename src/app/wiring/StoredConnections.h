@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "connections/clsConnection.h"
+#include "deck/objects/Presentation.h"
+
+namespace app {
+
+/// A connection as its tag describes it, not opened. One that cannot be read
+/// comes with its failure.
+struct StoredConnection {
+  std::string number;
+  std::shared_ptr<LF2000::clsConnection> connection;
+  std::string failure;
+};
+
+/// All of a deck, in the order of their tags.
+std::vector<StoredConnection> storedConnections(deck::Presentation& deck);
+
+/// The one of that number; throws when there is none or it cannot be read.
+std::shared_ptr<LF2000::clsConnection> storedConnection(deck::Presentation& deck, const std::string& number);
+
+[[noreturn]] void failUnknownConnection(const std::string& deck, const std::string& number);
+
+/// "text", "database", "excel"; the number of any other type.
+std::string connectionTypeName(std::int32_t type);
+
+/// Where the data come from, without secrets: a file, "RANGE of SHEET in FILE",
+/// "CONNECTION STRING: SQL".
+std::string sourceOf(const LF2000::clsConnection& connection);
+
+}  // namespace app

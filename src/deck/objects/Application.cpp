@@ -1,0 +1,81 @@
+#include "deck/objects/Application.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "host/drives.h"
+
+namespace deck {
+namespace {
+
+class PresentationsCount final : public PowerPoint::Presentations {
+ public:
+  explicit PresentationsCount(std::shared_ptr<const Application> application)
+      : application_(std::move(application)) {}
+  [[nodiscard]] std::int32_t Count() const override {
+    return static_cast<std::int32_t>(application_->openPresentations().size());
+  }
+
+ private:
+  std::shared_ptr<const Application> application_;
+};
+
+}  // namespace
+
+Application::~Application() {
+  for (const auto& presentation : open_) presentation->attach(nullptr);
+}
+
+std::shared_ptr<PowerPoint::Presentations> Application::Presentations() {
+  return std::make_shared<PresentationsCount>(shared_from_this());
+}
+
+std::shared_ptr<Presentation> Application::open(const std::string& path, Damaged damaged) {
+  const std::string full = std::filesystem::absolute(path).lexically_normal().string();
+  for (const auto& presentation : open_) {
+    if (presentation->FullName() == full) return presentation;
+  }
+  opc::FileContent content = host::OnDrive(
+      full, [full](const auto& gettingOn) { return opc::readFile(full, opc::AnySize, gettingOn); });
+  auto package = opc::Package::fromBytes(std::move(content.bytes), full);
+  std::vector<Damage> damages;
+  if (damaged == Damaged::Repaired) damages = repair(*package);
+  return announce(
+      std::make_shared<Presentation>(std::move(package), full, content.state, std::move(damages)));
+}
+
+std::shared_ptr<Presentation> Application::open(std::unique_ptr<opc::Package> package,
+                                                const opc::FileState& state) {
+  const std::string path = package->name();
+  return announce(std::make_shared<Presentation>(std::move(package), path, state));
+}
+
+std::shared_ptr<Presentation> Application::announce(std::shared_ptr<Presentation> opened) {
+  auto presentation = keep(std::move(opened));
+  presentation->loadLinkedPictures();
+  raise<PowerPoint::Presentation>(&PowerPoint::ApplicationEvents::PresentationOpen, presentation);
+  return presentation;
+}
+
+std::shared_ptr<Presentation> Application::add(std::unique_ptr<opc::Package> package) {
+  auto presentation = keep(std::make_shared<Presentation>(std::move(package), std::string(), std::nullopt));
+  raise<PowerPoint::Presentation>(&PowerPoint::ApplicationEvents::NewPresentation, presentation);
+  return presentation;
+}
+
+std::shared_ptr<Presentation> Application::keep(std::shared_ptr<Presentation> presentation) {
+  presentation->attach(this);
+  return open_.emplace_back(std::move(presentation));
+}
+
+void Application::close(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+  const auto find = [&] { return std::find(open_.begin(), open_.end(), presentation); };
+  if (find() == open_.end()) return;
+  raise(&PowerPoint::ApplicationEvents::PresentationClose, presentation);
+  const auto found = find();
+  if (found == open_.end()) return;
+  (*found)->attach(nullptr);
+  open_.erase(found);
+}
+
+}  // namespace deck

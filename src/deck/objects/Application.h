@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "deck/objects/Presentation.h"
+
+namespace deck {
+
+/// The presentation host: what is open, and whom it tells.
+class Application final : public PowerPoint::Application, public std::enable_shared_from_this<Application> {
+ public:
+  ~Application() override;
+
+  /// Version of the object model that the system is written against.
+  [[nodiscard]] std::string Version() const override { return "9.0.2716"; }
+  [[nodiscard]] std::shared_ptr<PowerPoint::Presentations> Presentations() override;
+  void Advise(PowerPoint::ApplicationEvents* sink) override { sink_ = sink; }
+
+  /// What becomes of a deck that is not whole: Repaired shows what can be read of it (see repair()), and the
+  /// presentation cannot be saved.
+  enum class Damaged { Refused, Repaired };
+
+  /// Opens a deck and raises PresentationOpen. A deck that is open already is
+  /// handed out again, without an event. Throws basic::Error when it cannot be
+  /// opened.
+  std::shared_ptr<Presentation> open(const std::string& path, Damaged damaged = Damaged::Refused);
+  /// Takes a version of a deck that was read already from the file of the package's name, though another
+  /// version may be open, and raises PresentationOpen.
+  std::shared_ptr<Presentation> open(std::unique_ptr<opc::Package> package, const opc::FileState& state);
+  /// Takes a package that is no file yet and raises NewPresentation.
+  std::shared_ptr<Presentation> add(std::unique_ptr<opc::Package> package);
+  /// Raises PresentationClose, then forgets the presentation. What was not saved
+  /// is lost. Closing one that is not open does nothing.
+  void close(const std::shared_ptr<PowerPoint::Presentation>& presentation);
+  [[nodiscard]] const std::vector<std::shared_ptr<Presentation>>& openPresentations() const { return open_; }
+
+  /// Raises an event, if somebody listens.
+  template <typename Argument>
+  void raise(void (PowerPoint::ApplicationEvents::*event)(const std::shared_ptr<Argument>&),
+             const std::shared_ptr<Argument>& argument) {
+    if (sink_ != nullptr) (sink_->*event)(argument);
+  }
+
+ private:
+  std::shared_ptr<Presentation> announce(std::shared_ptr<Presentation> opened);
+  std::shared_ptr<Presentation> keep(std::shared_ptr<Presentation> presentation);
+
+  std::vector<std::shared_ptr<Presentation>> open_;
+  PowerPoint::ApplicationEvents* sink_ = nullptr;
+};
+
+}  // namespace deck

@@ -1,0 +1,264 @@
+#include "deck/objects/Presentation.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "deck/Failure.h"
+#include "deck/objects/Application.h"
+#include "deck/objects/Links.h"
+#include "deck/objects/Slide.h"
+#include "deck/objects/SlideShowSettings.h"
+#include "deck/objects/Tags.h"
+#include "host/services.h"
+
+namespace deck {
+namespace {
+
+std::string_view rootName(opc::Part& part) { return part.xml().document_element().name(); }
+
+}  // namespace
+
+Presentation::Presentation(std::unique_ptr<opc::Package> package, std::string path,
+                           std::optional<opc::FileState> state, std::vector<Damage> damages)
+    : package_(std::move(package)),
+      path_(std::move(path)),
+      state_(state),
+      damages_(std::move(damages)),
+      tags_(*package_),
+      pictures_(*package_) {
+  part_ = package_->related(opc::relationship::OfficeDocument);
+  const std::string refused = inQuotes(package_->name()) + " cannot be opened: ";
+  if (part_ == nullptr) fail(refused + "its presentation part is missing");
+  if (rootName(*part_) != "p:presentation") {
+    fail(refused + "it is no presentation; its main part holds <" + std::string(rootName(*part_)) + ">");
+  }
+  loadSlides();
+}
+
+Presentation::~Presentation() = default;
+
+void Presentation::loadSlides() {
+  for (pugi::xml_node node : part_->xml().document_element().child("p:sldIdLst").children("p:sldId")) {
+    const std::string id = node.attribute("r:id").value();
+    const std::string which =
+        inQuotes(package_->name()) + " cannot be opened: slide " + std::to_string(slides_.size() + 1);
+    const opc::Relationship* relationship = part_->relationship(id);
+    if (relationship == nullptr)
+      fail(which + " refers to the relationship " + inQuotes(id) + ", which is missing");
+    opc::Part* target = part_->target(*relationship);
+    if (target == nullptr) fail(which + ": its part " + relationship->target + " is missing");
+    const pugi::xml_node root = target->xml().document_element();
+    if (std::string_view(root.name()) != "p:sld") fail(which + ": " + target->name() + " holds no slide");
+    auto shapes = std::make_unique<presentationml::ShapeIndex>(root.child("p:cSld").child("p:spTree"));
+    slides_.push_back({target, node.attribute("id").as_uint(), id, std::move(shapes)});
+  }
+}
+
+std::string Presentation::FullName() const { return path_; }
+bool Presentation::Saved() const { return saved_; }
+void Presentation::Saved(bool saved) { saved_ = saved; }
+
+void Presentation::Save() {
+  if (isSaving_) {
+    write();
+    wroteWhileSaving_ = true;
+    return;
+  }
+  isSaving_ = true;
+  wroteWhileSaving_ = false;
+  try {
+    if (application_ != nullptr) {
+      application_->raise<PowerPoint::Presentation>(&PowerPoint::ApplicationEvents::PresentationSave,
+                                                    shared_from_this());
+    }
+    // A handler that saved and left nothing unsaved has done the work.
+    if (!(wroteWhileSaving_ && saved_)) write();
+  } catch (...) {
+    isSaving_ = false;
+    throw;
+  }
+  isSaving_ = false;
+}
+
+void Presentation::write() {
+  if (path_.empty()) fail("The presentation has no file yet: save it as a copy under a name.");
+  requireWhole();
+  tags_.write();
+  charts_.write();
+  const LivePictures::Absence ownPictures(pictures_, /*dataStay=*/false);
+  std::string bytes = package_->serialize();
+  state_ = opc::replaceFile(path_, bytes, state_ ? &*state_ : nullptr);
+  package_->rebase(std::move(bytes));
+  saved_ = true;
+}
+
+void Presentation::requireWhole() const {
+  if (damages_.empty()) return;
+  fail(inQuotes(package_->name()) + " cannot be saved, as it is damaged: " + damages_.front().text);
+}
+
+void Presentation::SaveCopyAs(std::string_view fileName) {
+  requireWhole();
+  tags_.write();
+  charts_.write();
+  const LivePictures::Absence ownLinks(pictures_, /*dataStay=*/true);
+  const opc::FileState written = opc::replaceFile(std::string(fileName), package_->serialize());
+  if (fileName == path_) state_ = written;
+}
+
+std::shared_ptr<PowerPoint::Tags> Presentation::Tags() {
+  return std::make_shared<deck::Tags>(shared_from_this(), tags_.of(*part_, part_->xml().document_element()));
+}
+
+std::shared_ptr<PowerPoint::Slides> Presentation::Slides() {
+  return std::make_shared<deck::Slides>(shared_from_this());
+}
+
+std::shared_ptr<PowerPoint::SlideShowSettings> Presentation::SlideShowSettings() {
+  return std::make_shared<deck::SlideShowSettings>(*this);
+}
+
+void Presentation::UpdateLinks() {
+  std::string failure;
+  for (std::int32_t slide = 1; slide <= slideCount(); ++slide) {
+    for (const pugi::xml_node shape : shapesOf(slide).all()) {
+      try {
+        updateLink(slide, shape);
+      } catch (const basic::Error& error) {
+        if (failure.empty()) failure = error.description;
+      }
+    }
+  }
+  notify([](ChangeListener& listener) { listener.linksUpdated(); });
+  if (!failure.empty()) fail(failure);
+}
+
+void Presentation::updateLink(std::int32_t slideIndex, pugi::xml_node shape) {
+  if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) return;
+  if (pictures_.shows(shape, LivePictures::Reason::Data)) return;
+  const std::string source = linkSource(*this, slideIndex, shape);
+  // What lies on another computer's server is not fetched.
+  if (source.empty() || source.find("://") != std::string::npos) return;
+  const host::Files* files = host::Current().files;
+  pictures::PictureFile picture =
+      pictures::readPictureFile(files != nullptr ? files->LocalPath(source) : source);
+  if (pictures_.show(slidePart(slideIndex), shape, std::move(picture), LivePictures::Reason::OwnLink)) {
+    tellOfShape(slideIndex, shape);
+  }
+}
+
+void Presentation::loadLinkedPictures() {
+  for (std::int32_t slide = 1; slide <= slideCount(); ++slide) {
+    for (const pugi::xml_node shape : shapesOf(slide).all()) {
+      if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) continue;
+      if (!pictureOf(shape).attribute("r:embed")) loadLink(slide, shape);
+    }
+  }
+}
+
+void Presentation::loadLink(std::int32_t slideIndex, pugi::xml_node shape) {
+  try {
+    updateLink(slideIndex, shape);
+  } catch (const basic::Error&) {  // as PowerPoint opens a deck whose links are broken
+  }
+}
+
+void Presentation::showPicture(std::int32_t slideIndex, pugi::xml_node shape, pictures::PictureFile picture) {
+  requirePicture(slideIndex, shape);
+  if (pictures_.show(slidePart(slideIndex), shape, std::move(picture), LivePictures::Reason::Data)) {
+    noteShapeChange(slideIndex, shape);
+  }
+}
+
+void Presentation::requirePicture(std::int32_t slideIndex, pugi::xml_node shape) const {
+  if (pictureOf(shape)) return;
+  fail("The shape " + inQuotes(presentationml::shapeName(shape)) + " on slide " + std::to_string(slideIndex) +
+       " holds no picture whose place another could take.");
+}
+
+void Presentation::showLinkedObject(std::int32_t slideIndex, std::uint32_t shapeId,
+                                    pictures::PictureFile picture) {
+  const std::vector<pugi::xml_node>& shapes = shapesOf(slideIndex).all();
+  const auto shape = std::find_if(shapes.begin(), shapes.end(), [&](pugi::xml_node node) {
+    return presentationml::shapeId(node) == shapeId;
+  });
+  if (shape == shapes.end()) {
+    fail("There is no shape of the id " + std::to_string(shapeId) + " on slide " +
+         std::to_string(slideIndex) + ".");
+  }
+  requirePicture(slideIndex, *shape);
+  if (pictures_.shows(*shape, LivePictures::Reason::Data)) return;
+  if (pictures_.show(slidePart(slideIndex), *shape, std::move(picture), LivePictures::Reason::OwnLink)) {
+    tellOfShape(slideIndex, *shape);
+  }
+}
+
+void Presentation::showOwnPicture(std::int32_t slideIndex, pugi::xml_node shape) {
+  if (!pictures_.shows(shape, LivePictures::Reason::Data) || !pictures_.showOwn(shape)) return;
+  loadLink(slideIndex, shape);
+  noteShapeChange(slideIndex, shape);
+}
+
+std::int32_t Presentation::slideCount() const { return static_cast<std::int32_t>(slides_.size()); }
+
+const Presentation::SlideEntry& Presentation::slide(std::int32_t index) const {
+  if (index < 1 || index > slideCount()) {
+    fail("There is no slide " + std::to_string(index) + " in " + inQuotes(package_->name()) + ", which has " +
+         std::to_string(slideCount()) + ".");
+  }
+  return slides_[static_cast<std::size_t>(index - 1)];
+}
+
+opc::Part& Presentation::slidePart(std::int32_t index) const { return *slide(index).part; }
+const presentationml::ShapeIndex& Presentation::shapesOf(std::int32_t slideIndex) const {
+  return *slide(slideIndex).shapes;
+}
+
+bool Presentation::isHidden(std::int32_t slideIndex) const {
+  return !slidePart(slideIndex).xml().document_element().attribute("show").as_bool(true);
+}
+
+std::optional<std::int32_t> Presentation::slideByRelationship(std::string_view id) const {
+  for (std::size_t i = 0; i < slides_.size(); ++i) {
+    if (slides_[i].relationshipId == id) return static_cast<std::int32_t>(i + 1);
+  }
+  return std::nullopt;
+}
+
+void Presentation::addListener(ChangeListener& listener) { listeners_.push_back(&listener); }
+void Presentation::removeListener(ChangeListener& listener) { std::erase(listeners_, &listener); }
+
+template <typename Event>
+void Presentation::notify(const Event& event) {
+  // A handler may end its own subscription.
+  const std::vector<ChangeListener*> listeners = listeners_;
+  for (ChangeListener* listener : listeners) event(*listener);
+}
+
+void Presentation::noteChange(opc::Part& part) {
+  part.markChanged();
+  saved_ = false;
+}
+
+void Presentation::noteShapeChange(std::int32_t slideIndex, pugi::xml_node shape) {
+  noteChange(slidePart(slideIndex));
+  tellOfShape(slideIndex, shape);
+}
+
+void Presentation::tellOfShape(std::int32_t slideIndex, pugi::xml_node shape) {
+  notify(
+      [&](ChangeListener& listener) { listener.shapeChanged(slideIndex, presentationml::shapeId(shape)); });
+}
+
+void Presentation::noteChartChange(std::int32_t slideIndex, pugi::xml_node frame) {
+  saved_ = false;
+  notify(
+      [&](ChangeListener& listener) { listener.shapeChanged(slideIndex, presentationml::shapeId(frame)); });
+}
+
+void Presentation::noteHiddenChange(std::int32_t slideIndex) {
+  noteChange(slidePart(slideIndex));
+  notify([&](ChangeListener& listener) { listener.slideHiddenChanged(slideIndex); });
+}
+
+}  // namespace deck

@@ -1,0 +1,71 @@
+#include "deck/objects/Shape.h"
+
+#include "deck/Failure.h"
+#include "deck/objects/Chart.h"
+#include "deck/objects/Links.h"
+#include "deck/objects/Tags.h"
+#include "deck/objects/TextBody.h"
+
+namespace deck {
+
+std::int32_t Shapes::Count() const {
+  return static_cast<std::int32_t>(presentation_->shapesOf(slideIndex_).all().size());
+}
+
+std::shared_ptr<PowerPoint::Shape> Shapes::Item(std::int32_t index) {
+  if (index < 1 || index > Count()) {
+    fail("There is no shape " + std::to_string(index) + " on slide " + std::to_string(slideIndex_) +
+         ", which has " + std::to_string(Count()) + ".");
+  }
+  const pugi::xml_node node = presentation_->shapesOf(slideIndex_).all()[static_cast<std::size_t>(index - 1)];
+  return std::make_shared<Shape>(presentation_, slideIndex_, node);
+}
+
+std::shared_ptr<PowerPoint::Shape> Shapes::Item(std::string_view name) {
+  const pugi::xml_node node = presentation_->shapesOf(slideIndex_).find(name);
+  if (!node) fail("There is no shape " + inQuotes(name) + " on slide " + std::to_string(slideIndex_) + ".");
+  return std::make_shared<Shape>(presentation_, slideIndex_, node);
+}
+
+void Shape::failFor(const char* what) const {
+  fail("The shape " + inQuotes(Name()) + " on slide " + std::to_string(slideIndex_) + " " + what + ".");
+}
+
+bool Shape::HasTextFrame() const { return std::string_view(node_.name()) == "p:sp"; }
+
+std::shared_ptr<PowerPoint::TextFrame> Shape::TextFrame() {
+  if (!HasTextFrame()) failFor("cannot hold text");
+  return std::make_shared<ShapeText>(presentation_, slideIndex_, node_);
+}
+
+std::shared_ptr<PowerPoint::Tags> Shape::Tags() {
+  return std::make_shared<deck::Tags>(
+      presentation_, presentation_->tagStore().of(presentation_->slidePart(slideIndex_), node_));
+}
+
+std::shared_ptr<PowerPoint::LinkFormat> Shape::LinkFormat() {
+  if (!pictureOf(node_) && linkSource(*presentation_, slideIndex_, node_).empty()) {
+    failFor("shows no picture and is not linked to a file");
+  }
+  return std::make_shared<deck::LinkFormat>(presentation_, slideIndex_, node_);
+}
+
+std::shared_ptr<PowerPoint::OLEFormat> Shape::OLEFormat() {
+  if (presentationml::isChart(node_)) return std::make_shared<Chart>(presentation_, slideIndex_, node_);
+  const pugi::xml_node object = presentationml::oleObject(node_);
+  if (!object) failFor("is neither a chart nor an embedded or linked object");
+  return std::make_shared<deck::OLEFormat>(object.attribute("progId").value());
+}
+
+std::string ShapeText::Text() const { return textOf(shape_.child("p:txBody")); }
+
+void ShapeText::Text(std::string_view text) {
+  pugi::xml_node body = shape_.child("p:txBody");
+  if (!body) {
+    if (text.empty()) return;
+    body = addTextBody(shape_);
+  }
+  if (setText(body, text)) presentation_->noteShapeChange(slideIndex_, shape_);
+}
+
+}  // namespace deck

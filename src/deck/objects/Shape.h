@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+
+#include "deck/objects/Presentation.h"
+
+namespace deck {
+
+class Shapes final : public PowerPoint::Shapes {
+ public:
+  Shapes(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex)
+      : presentation_(std::move(presentation)), slideIndex_(slideIndex) {}
+  [[nodiscard]] std::int32_t Count() const override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::Shape> Item(std::int32_t index) override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::Shape> Item(std::string_view name) override;
+
+ private:
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t slideIndex_;
+};
+
+class Shape final : public PowerPoint::Shape {
+ public:
+  Shape(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex, pugi::xml_node node)
+      : presentation_(std::move(presentation)), slideIndex_(slideIndex), node_(node) {}
+
+  [[nodiscard]] std::string Name() const override { return std::string(presentationml::shapeName(node_)); }
+  [[nodiscard]] PowerPoint::ShapeType Type() const override { return presentationml::shapeType(node_); }
+  [[nodiscard]] bool HasTextFrame() const override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::TextFrame> TextFrame() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override;
+
+  /// The shape's element in the slide's part.
+  [[nodiscard]] pugi::xml_node node() const { return node_; }
+
+ private:
+  [[noreturn]] void failFor(const char* what) const;
+
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t slideIndex_;
+  pugi::xml_node node_;
+};
+
+/// A shape's frame and its text in one, for the frame has nothing else to offer.
+class ShapeText final : public PowerPoint::TextFrame,
+                        public PowerPoint::TextRange,
+                        public std::enable_shared_from_this<ShapeText> {
+ public:
+  ShapeText(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex, pugi::xml_node shape)
+      : presentation_(std::move(presentation)), slideIndex_(slideIndex), shape_(shape) {}
+
+  [[nodiscard]] bool HasText() const override { return !Text().empty(); }
+  [[nodiscard]] std::shared_ptr<PowerPoint::TextRange> TextRange() override { return shared_from_this(); }
+  [[nodiscard]] std::string Text() const override;
+  void Text(std::string_view text) override;
+
+ private:
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t slideIndex_;
+  pugi::xml_node shape_;
+};
+
+}  // namespace deck

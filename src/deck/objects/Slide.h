@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+
+#include "deck/objects/Presentation.h"
+
+namespace deck {
+
+class Slides final : public PowerPoint::Slides {
+ public:
+  explicit Slides(std::shared_ptr<Presentation> presentation) : presentation_(std::move(presentation)) {}
+  [[nodiscard]] std::int32_t Count() const override { return presentation_->slideCount(); }
+  [[nodiscard]] std::shared_ptr<PowerPoint::Slide> Item(std::int32_t index) override;
+
+ private:
+  std::shared_ptr<Presentation> presentation_;
+};
+
+class Slide final : public PowerPoint::Slide {
+ public:
+  /// The index must be one of the presentation's.
+  Slide(std::shared_ptr<Presentation> presentation, std::int32_t index)
+      : presentation_(std::move(presentation)), index_(index) {}
+
+  [[nodiscard]] std::int32_t SlideIndex() const override { return index_; }
+  [[nodiscard]] std::shared_ptr<PowerPoint::Shapes> Shapes() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() override;
+
+  /// The slide's part: its XML and the way to layout, master, theme and media.
+  [[nodiscard]] opc::Part& part() const { return presentation_->slidePart(index_); }
+
+ private:
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t index_;
+};
+
+class SlideShowTransition final : public PowerPoint::SlideShowTransition {
+ public:
+  SlideShowTransition(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex)
+      : presentation_(std::move(presentation)), slideIndex_(slideIndex) {}
+
+  [[nodiscard]] bool Hidden() const override { return presentation_->isHidden(slideIndex_); }
+  void Hidden(bool hidden) override;
+  [[nodiscard]] bool AdvanceOnTime() const override;
+  [[nodiscard]] double AdvanceTime() const override;
+
+ private:
+  [[nodiscard]] pugi::xml_node slide() const {
+    return presentation_->slidePart(slideIndex_).xml().document_element();
+  }
+
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t slideIndex_;
+};
+
+}  // namespace deck

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <pugixml.hpp>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "opc/Package.h"
+
+namespace deck {
+
+struct Tag {
+  std::string name;  // upper case
+  std::string value;
+  std::size_t group = 0;  // which of the owner's tag parts holds it
+
+  friend bool operator==(const Tag&, const Tag&) = default;
+};
+
+/// The tags of one owner: a presentation, a slide or a shape.
+class TagList {
+ public:
+  [[nodiscard]] const std::vector<Tag>& all() const { return tags_; }
+  /// Replaces the value of a tag of that name in its place, or appends a tag.
+  /// Answers whether anything changed.
+  bool add(std::string_view name, std::string_view value);
+  /// Answers whether there was such a tag.
+  bool remove(std::string_view name);
+
+ private:
+  friend class TagStore;
+  /// A p:tags reference of the owner.
+  struct Group {
+    std::string relationshipId;
+    opc::Part* part = nullptr;
+  };
+
+  void keepStored();
+
+  opc::Part* source_ = nullptr;
+  pugi::xml_node owner_;
+  std::vector<Group> groups_;
+  std::vector<Tag> tags_;
+  std::optional<std::vector<Tag>> stored_;  // as in the package, once changed
+};
+
+/// Tags where PowerPoint keeps them: the owner's p:custDataLst refers to a part
+/// with a p:tagLst (ECMA-376 part 1, 13.3.12 and 19.3.3). A list is read when
+/// first asked for, changed in memory, and put into the package by write(), so
+/// that tags that are taken away and added again touch no part.
+class TagStore {
+ public:
+  explicit TagStore(opc::Package& package) : package_(package) {}
+
+  /// The tags of a root element (p:presentation, p:sld) or of a shape in a part.
+  /// The list lives as long as the store.
+  TagList& of(opc::Part& source, pugi::xml_node owner);
+
+  /// Writes the changed lists into the package.
+  void write();
+
+ private:
+  class Uses;
+  void read(TagList& list);
+  void write(TagList& list, Uses& uses);
+  void writeGroup(TagList& list, std::size_t group, Uses& uses);
+  void addGroup(TagList& list);
+
+  opc::Package& package_;
+  std::vector<std::unique_ptr<TagList>> lists_;        // as they were asked for: new parts are numbered so
+  std::unordered_map<const void*, TagList*> byOwner_;  // by element
+};
+
+}  // namespace deck

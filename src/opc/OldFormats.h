@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace opc {
+
+/// Says what an OLE compound file ([MS-CFB]) that was taken for a deck is: an
+/// encrypted one, one of the binary format, something else. Empty for other
+/// bytes.
+std::string describeOldFormat(std::string_view bytes);
+
+}  // namespace opc

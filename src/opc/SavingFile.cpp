@@ -1,0 +1,95 @@
+#include "opc/SavingFile.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace opc {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view Prefix = ".lumenfold.";
+constexpr std::string_view Unique = "XXXXXX";
+
+void closeIfOpen(int descriptor) {
+  if (descriptor >= 0) ::close(descriptor);
+}
+
+bool isLockedElsewhere(int descriptor) {
+  return ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+}  // namespace
+
+SavingFile::SavingFile(const fs::path& target)
+    : path_((target.parent_path() / std::string(Prefix).append(Unique)).string()),
+      descriptor_(::mkostemp(path_.data(), O_CLOEXEC)) {
+  if (descriptor_ < 0) {
+    path_.clear();
+    return;
+  }
+  ::flock(descriptor_, LOCK_EX | LOCK_NB);
+  lock_ = ::fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
+}
+
+SavingFile::~SavingFile() {
+  if (!path_.empty()) ::unlink(path_.c_str());
+  closeIfOpen(descriptor_);
+  closeIfOpen(lock_);
+}
+
+bool SavingFile::close() { return ::close(std::exchange(descriptor_, -1)) == 0; }
+
+bool SavingFile::renameTo(const fs::path& target, bool replacing) {
+  const auto rename = [&](unsigned flags) {
+    return ::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), flags) == 0;
+  };
+  const bool renamed = rename(replacing ? 0U : RENAME_NOREPLACE) ||
+                       (!replacing && (errno == EINVAL || errno == ENOSYS) && rename(0));
+  if (renamed) path_.clear();
+  return renamed;
+}
+
+SavingLock::SavingLock(const fs::path& folder)
+    : descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  constexpr int Attempts = 500;
+  constexpr std::chrono::milliseconds Pause{10};
+  for (int i = 0; descriptor_ >= 0 && i < Attempts; ++i) {
+    isBusy_ = isLockedElsewhere(descriptor_);
+    if (!isBusy_) return;
+    std::this_thread::sleep_for(Pause);
+  }
+}
+
+SavingLock::~SavingLock() { closeIfOpen(descriptor_); }
+
+void removeAbandoned(const fs::path& folder) {
+  constexpr std::time_t Old = 60;
+  std::error_code stopped;
+  for (fs::directory_iterator entry(folder, stopped), end; !stopped && entry != end;
+       entry.increment(stopped)) {
+    const std::string name = entry->path().filename().string();
+    if (!name.starts_with(Prefix) || name.size() != Prefix.size() + Unique.size()) continue;
+    const int file = ::open(entry->path().c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    struct stat status {};
+    const bool isAbandoned = file >= 0 && ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+                             status.st_mtim.tv_sec + Old < std::time(nullptr) &&
+                             ::flock(file, LOCK_EX | LOCK_NB) == 0;
+    if (isAbandoned) ::unlink(entry->path().c_str());
+    closeIfOpen(file);
+  }
+}
+
+}  // namespace opc

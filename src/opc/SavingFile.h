@@ -1,0 +1,55 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace opc {
+
+/// A new file beside the one that is to be saved, ".lumenfold.XXXXXX", locked
+/// (flock) while somebody writes it. It is removed again unless it was renamed.
+class SavingFile {
+ public:
+  explicit SavingFile(const std::filesystem::path& target);
+  ~SavingFile();
+  SavingFile(const SavingFile&) = delete;
+  SavingFile& operator=(const SavingFile&) = delete;
+
+  /// Below 0 when it could not be made; errno tells why.
+  [[nodiscard]] int descriptor() const { return descriptor_; }
+  /// Some file systems tell only now that the disk is full. It stays locked.
+  [[nodiscard]] bool close();
+  /// Puts it in the target's place. Unless `replacing`, a target that has come
+  /// up meanwhile is an error (EEXIST), where the file system can tell.
+  [[nodiscard]] bool renameTo(const std::filesystem::path& target, bool replacing);
+
+ private:
+  std::string path_;
+  int descriptor_;
+  int lock_ = -1;  // the same file once more
+};
+
+/// Keeps other programs on this machine from putting a saved file into the same
+/// folder (flock of the folder), between the last look at a deck and its
+/// replacement. Across a network nothing keeps them, and the look alone guards.
+/// A folder that cannot be locked is left alone.
+class SavingLock {
+ public:
+  /// Waits up to 5 s.
+  explicit SavingLock(const std::filesystem::path& folder);
+  ~SavingLock();
+  SavingLock(const SavingLock&) = delete;
+  SavingLock& operator=(const SavingLock&) = delete;
+
+  /// Somebody else still held the lock at the end of the wait.
+  [[nodiscard]] bool isBusy() const { return isBusy_; }
+
+ private:
+  int descriptor_;
+  bool isBusy_ = false;
+};
+
+/// Removes what saves that were killed left in a folder: files of SavingFile
+/// that nobody holds and nobody has written to for a minute.
+void removeAbandoned(const std::filesystem::path& folder);
+
+}  // namespace opc

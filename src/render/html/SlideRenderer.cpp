@@ -1,0 +1,320 @@
+#include "render/html/SlideRenderer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "basic/Error.h"
+#include "render/chart/ChartModel.h"
+#include "render/geometry/XmlValues.h"
+#include "render/html/BoxWriter.h"
+#include "render/scene/SceneBuilder.h"
+#include "render/text/FontMetrics.h"
+
+namespace render {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& description) {
+  throw basic::Error(basic::AdapterError, "render", description);
+}
+
+std::string elementId(int slideIndex, std::uint32_t shapeId) {
+  return "s" + std::to_string(slideIndex) + "-sh" + std::to_string(shapeId);
+}
+
+pugi::xml_node shapesOf(opc::Part& part) {
+  return part.xml().document_element().child("p:cSld").child("p:spTree");
+}
+
+/// An id is any unsigned 32-bit number (ECMA-376, 20.1.10.21).
+std::uint32_t idOf(pugi::xml_node shape) {
+  for (const auto child : shape.children()) {
+    if (const auto cNvPr = child.child("p:cNvPr")) return cNvPr.attribute("id").as_uint();
+  }
+  return 0;
+}
+
+bool hasId(pugi::xml_node shape, std::uint32_t id) {
+  if (std::string_view(shape.name()) != "mc:AlternateContent") return idOf(shape) == id;
+  for (const auto way : shape.children()) {
+    for (const auto content : way.children()) {
+      if (idOf(content) == id) return true;
+    }
+  }
+  return false;
+}
+
+bool isPlaceholder(pugi::xml_node shape) {
+  for (const auto child : shape.children()) {
+    if (child.child("p:nvPr").child("p:ph")) return true;
+  }
+  return false;
+}
+
+Box undrawn(pugi::xml_node shape) {
+  Box box;
+  box.id = idOf(shape);
+  return box;
+}
+
+/// What the charts of a shape, or of a group, are drawn without.
+void addChartProblems(const Box& box, const std::string& where, std::vector<std::string>& problems) {
+  if (box.chart) {
+    for (const auto& problem : box.chart->problems) {
+      problems.push_back("The chart of " + where + " is not drawn whole: " + problem + ".");
+    }
+  }
+  for (const auto& child : box.children) addChartProblems(child, where, problems);
+}
+
+bool showsMaster(opc::Part& part) {
+  return boolOf(part.xml().document_element().attribute("showMasterSp")).value_or(true);
+}
+
+}  // namespace
+
+/// A slide with what stays the same when its shapes change.
+struct SlideRenderer::Prepared {
+  Prepared(opc::Part& slidePart, int slideIndex, Fields shown, Inheritance& inherits)
+      : part(slidePart),
+        index(slideIndex),
+        fields(std::move(shown)),
+        inheritance(inherits),
+        builder(inherits, slidePart, fields) {}
+
+  opc::Part& part;
+  int index;
+  Fields fields;
+  Inheritance& inheritance;
+  SceneBuilder builder;
+  /// What the layout and master show behind the slide's shapes.
+  bool isBehindDrawn = false;
+  std::string behind;
+  /// The background of the layout or master, for slides without their own.
+  std::string background;
+  std::vector<std::string> behindAssets;
+  std::vector<std::string> behindProblems;
+  TextUse behindText;
+};
+
+SlideRenderer::SlideRenderer(opc::Package& package) : SlideRenderer(package, Options{}) {}
+
+SlideRenderer::SlideRenderer(opc::Package& package, Options options)
+    : package_(package),
+      options_(std::move(options)),
+      presentation_(package.related(opc::relationship::OfficeDocument)),
+      assets_(package, options_.converter) {
+  if (presentation_ == nullptr) fail("The file " + package.name() + " holds no presentation.");
+}
+
+SlideRenderer::~SlideRenderer() = default;
+
+SlideSize SlideRenderer::size() const {
+  const auto node = presentation_->xml().document_element().child("p:sldSz");
+  const auto width = emuOf(node.attribute("cx")).value_or(0);
+  const auto height = emuOf(node.attribute("cy")).value_or(0);
+  if (width <= 0 || height <= 0) return {};
+  return {pxFromEmu(width), pxFromEmu(height)};
+}
+
+int SlideRenderer::slideCount() const {
+  const auto list = presentation_->xml().document_element().child("p:sldIdLst").children("p:sldId");
+  return static_cast<int>(std::distance(list.begin(), list.end()));
+}
+
+opc::Part& SlideRenderer::slidePart(int index) const {
+  int at = 0;
+  for (const auto sldId : presentation_->xml().document_element().child("p:sldIdLst").children("p:sldId")) {
+    if (++at != index) continue;
+    if (opc::Part* part = presentation_->target(sldId.attribute("r:id").value())) return *part;
+    fail("Slide " + std::to_string(index) + " is missing in the file " + package_.name() + ".");
+  }
+  fail("There is no slide " + std::to_string(index) + " in " + package_.name() + "; it has " +
+       std::to_string(at) + ".");
+}
+
+SlideRenderer::Prepared& SlideRenderer::prepare(int index) {
+  auto& part = slidePart(index);
+  auto& known = prepared_[&part];
+  if (known && known->index == index) return *known;
+  opc::Part* layout = part.related(opc::relationship::SlideLayout);
+  if (layout == nullptr)
+    fail("Slide " + std::to_string(index) + " of " + package_.name() + " has no layout.");
+  const Inheritance::Overrides own{
+      part.xml().document_element().child("p:clrMapOvr").child("a:overrideClrMapping"),
+      part.related(opc::relationship::ThemeOverride)};
+  auto& inheritance = inheritance_[{layout, own.isEmpty() ? nullptr : &part}];
+  if (!inheritance) inheritance = std::make_unique<Inheritance>(*presentation_, *layout, assets_, own);
+  const auto first = numberOf(presentation_->xml().document_element().attribute("firstSlideNum")).value_or(1);
+  known = std::make_unique<Prepared>(
+      part, index, Fields{std::to_string(static_cast<long>(first) + index - 1), options_.now}, *inheritance);
+  return *known;
+}
+
+std::string SlideRenderer::background(const Prepared& slide, opc::Part& part,
+                                      std::vector<std::string>& problems) {
+  try {
+    const auto fill = SceneBuilder(slide.inheritance, part, slide.fields).background();
+    if (!fill) return {};
+    const auto area = size();
+    HtmlOut out(HtmlOut::LargestPage / 8);
+    BoxWriter(out, options_.assetPrefix)
+        .background(*fill, "s" + std::to_string(slide.index) + "-bg", area.width, area.height);
+    return out.take();
+  } catch (const basic::Error& error) {
+    problems.push_back("The background of " + part.name() + " is not drawn: " + error.description);
+    return {};
+  }
+}
+
+void SlideRenderer::drawBehind(Prepared& slide) {
+  // A date that the layout shows does not stay as it is.
+  if (slide.isBehindDrawn && slide.behindText.timeShown == TimeShown::None) return;
+  slide.behindAssets.clear();
+  slide.behindProblems.clear();
+  const Assets::Collecting collecting(assets_, slide.behindAssets, slide.behindProblems);
+  opc::Part* layout = slide.inheritance.layout();
+  opc::Part* master = slide.inheritance.master();
+  const std::string prefix = "s" + std::to_string(slide.index) + "-";
+  HtmlOut out(HtmlOut::LargestPage / 4);
+  BoxWriter writer(out, options_.assetPrefix);
+  const auto drawShapes = [&](opc::Part& part, const std::string& name) {
+    SceneBuilder builder(slide.inheritance, part, slide.fields);
+    int count = 0;
+    for (const auto child : shapesOf(part).children()) {
+      if (isPlaceholder(child)) continue;
+      const auto before = out.size();
+      try {
+        if (const auto box = builder.build(child))
+          writer.writeAnonymous(*box, prefix + name + std::to_string(++count));
+      } catch (const basic::Error& error) {
+        out.cut(before);
+        slide.behindProblems.push_back("A shape of " + part.name() + " is not drawn: " + error.description);
+      }
+    }
+  };
+  if (master != nullptr && showsMaster(*layout)) drawShapes(*master, "m");
+  drawShapes(*layout, "l");
+  slide.behindText = out.textUse();
+  slide.behind.clear();
+  if (out.size() > 0) {
+    slide.behind = "<div class=\"behind\" aria-hidden=\"true\">" + out.take() + "</div>";
+  }
+  slide.background = background(slide, *layout, slide.behindProblems);
+  if (slide.background.empty() && master != nullptr)
+    slide.background = background(slide, *master, slide.behindProblems);
+  slide.isBehindDrawn = true;
+}
+
+std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
+                                        std::vector<std::string>* problems) {
+  try {
+    auto box = slide.builder.build(shape, options_.isLive && options_.isLive(slide.index, idOf(shape)));
+    if (box && problems != nullptr) {
+      const auto where = "shape " + std::to_string(box->id) + " of slide " + std::to_string(slide.index);
+      addChartProblems(*box, where, *problems);
+    }
+    return box;
+  } catch (const basic::Error& error) {
+    auto box = undrawn(shape);
+    if (problems != nullptr) {
+      problems->push_back("Shape " + std::to_string(box.id) + " of slide " + std::to_string(slide.index) +
+                          " is not drawn: " + error.description);
+    }
+    return box;
+  }
+}
+
+bool SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const {
+  const bool live = options_.isLive && options_.isLive(slide.index, box.id);
+  auto id = elementId(slide.index, box.id);
+  // Ids ought to be unique and sometimes are not.
+  if (occurrence > 1) id += "-" + std::to_string(occurrence);
+  const auto before = out.size();
+  try {
+    BoxWriter(out, options_.assetPrefix).write(box, id, live);
+    return true;
+  } catch (const basic::Error&) {
+    out.cut(before);
+    out.lift();
+    BoxWriter(out, options_.assetPrefix).write({}, id, live);
+    return false;
+  }
+}
+
+SlidePage SlideRenderer::slide(int index) {
+  auto& slide = prepare(index);
+  drawBehind(slide);
+  SlidePage page;
+  page.assets = slide.behindAssets;
+  page.problems = slide.behindProblems;
+  const Assets::Collecting collecting(assets_, page.assets, page.problems);
+  const auto slideSize = size();
+  HtmlOut out;
+  out << "<section class=\"slide\" id=\"s" << index << "\" style=\"width:" << slideSize.width
+      << "px;height:" << slideSize.height << "px\">";
+  const auto own = background(slide, slide.part, page.problems);
+  out << (own.empty() ? slide.background : own);
+  if (showsMaster(slide.part)) {
+    out << slide.behind;
+    out.textUse() = slide.behindText;
+  }
+  std::map<std::uint32_t, int> occurrences;
+  bool isFull = false;
+  for (const auto shape : shapesOf(slide.part).children()) {
+    const auto box = isFull ? std::optional(undrawn(shape)) : build(slide, shape, &page.problems);
+    if (!box || write(out, slide, *box, ++occurrences[box->id]) || isFull) continue;
+    isFull = true;
+    page.problems.push_back("Slide " + std::to_string(index) + " is drawn without its shapes from shape " +
+                            std::to_string(box->id) + " on: they would make the page too large.");
+  }
+  out.lift();
+  out << "</section>";
+  page.timeShown = out.textUse().timeShown;
+  for (const FontStack* font : out.textUse().fonts) page.fonts.push_back({font->typeface, font->family});
+  page.html = out.take();
+  return page;
+}
+
+Box SlideRenderer::find(Prepared& slide, std::uint32_t shapeId) {
+  for (const auto shape : shapesOf(slide.part).children()) {
+    if (!hasId(shape, shapeId)) continue;
+    auto box = build(slide, shape, nullptr);
+    if (box && box->id == shapeId) return std::move(*box);
+  }
+  fail("Slide " + std::to_string(slide.index) + " of " + package_.name() + " has no shape with the id " +
+       std::to_string(shapeId) + ".");
+}
+
+std::string SlideRenderer::shape(int slideIndex, std::uint32_t shapeId) {
+  auto& slide = prepare(slideIndex);
+  HtmlOut out;
+  write(out, slide, find(slide, shapeId), 1);
+  return out.take();
+}
+
+Rect SlideRenderer::area(int slideIndex, std::uint32_t shapeId) {
+  const Box box = find(prepare(slideIndex), shapeId);
+  const double angle = box.rotation * std::acos(-1.0) / 180;
+  const double width = std::abs(box.frame.w * std::cos(angle)) + std::abs(box.frame.h * std::sin(angle));
+  const double height = std::abs(box.frame.w * std::sin(angle)) + std::abs(box.frame.h * std::cos(angle));
+  return {box.frame.x + (box.frame.w - width) / 2, box.frame.y + (box.frame.h - height) / 2, width, height};
+}
+
+std::string SlideRenderer::backdrop(int index, int as) {
+  auto& slide = prepare(index);
+  drawBehind(slide);
+  const auto slideSize = size();
+  HtmlOut out;
+  out << "<section class=\"slide\" id=\"s" << as << "\" style=\"width:" << slideSize.width
+      << "px;height:" << slideSize.height << "px\">" << slide.background << "</section>";
+  return out.take();
+}
+
+void SlideRenderer::forget() {
+  prepared_.clear();
+  inheritance_.clear();
+}
+
+}  // namespace render

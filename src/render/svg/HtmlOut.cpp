@@ -1,0 +1,99 @@
+#include "render/svg/HtmlOut.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "basic/Error.h"
+#include "basic/Strings.h"
+#include "render/text/Utf8.h"
+
+namespace render {
+
+namespace {
+
+/// What is no UTF-8 would make programs stumble that pages are sent to.
+std::string repaired(std::string_view text) {
+  std::string whole;
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t c = decodeUtf8(text, at);
+    appendUtf8(whole, c > 0x10FFFF || (c >= 0xD800 && c < 0xE000) ? U'\uFFFD' : c);
+  }
+  return whole;
+}
+
+}  // namespace
+
+void HtmlOut::overflow() {
+  throw basic::Error(basic::AdapterError, "render", "it would make the page too large");
+}
+
+HtmlOut& HtmlOut::number(double value, int decimals) {
+  if (!std::isfinite(value)) value = 0;
+  long long scale = 1;
+  for (int i = 0; i < decimals; ++i) scale *= 10;
+  const auto scaled = std::llround(std::clamp(value, -1e9, 1e9) * static_cast<double>(scale));
+  const auto magnitude = scaled < 0 ? -scaled : scaled;
+  if (scaled < 0) out_ += '-';
+  char digits[24];
+  char* end = digits + sizeof digits;
+  char* at = end;
+  auto whole = magnitude / scale;
+  do {
+    *--at = static_cast<char>('0' + whole % 10);
+    whole /= 10;
+  } while (whole != 0);
+  out_.append(at, end);
+  auto fraction = magnitude % scale;
+  if (fraction != 0) {
+    out_ += '.';
+    for (scale /= 10; fraction != 0; scale /= 10) {
+      out_ += static_cast<char>('0' + fraction / scale);
+      fraction %= scale;
+    }
+  }
+  return *this;
+}
+
+HtmlOut& HtmlOut::operator<<(const Color& color) {
+  const auto channel = [](double v) {
+    return static_cast<unsigned>(std::lround(std::clamp(v, 0.0, 1.0) * 255));
+  };
+  const auto hex = [&](unsigned v) {
+    out_ += "0123456789abcdef"[v >> 4];
+    out_ += "0123456789abcdef"[v & 15U];
+  };
+  out_ += '#';
+  for (const double v : {color.r, color.g, color.b}) hex(channel(v));
+  if (color.a < 1) hex(channel(color.a));
+  return *this;
+}
+
+HtmlOut& HtmlOut::text(std::string_view value) {
+  reserve(value.size());
+  if (!basic::IsValidUtf8(value)) return text(repaired(value));
+  std::size_t from = 0;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const auto c = static_cast<unsigned char>(value[i]);
+    std::string_view instead;
+    if (c == '&') {
+      instead = "&amp;";
+    } else if (c == '<') {
+      instead = "&lt;";
+    } else if (c == '>') {
+      instead = "&gt;";
+    } else if (c == '"') {
+      instead = "&quot;";
+    } else if (c == '\'') {
+      instead = "&#39;";
+    } else if (c >= 0x20 ? c != 0x7F : c == '\t' || c == '\n') {
+      continue;
+    }
+    out_.append(value, from, i - from);
+    out_ += instead;
+    from = i + 1;
+  }
+  out_.append(value, from, value.size() - from);
+  return *this;
+}
+
+}  // namespace render

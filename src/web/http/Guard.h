@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "web/http/Request.h"
+
+namespace web {
+
+struct Options;
+
+/// Decides whether a request may be here at all, and whether it may change
+/// something.
+///
+/// A page of another site must not reach the server through a visitor's browser,
+/// neither by a request of its own (its Origin is foreign) nor by a name of its
+/// own that it points at our address (its Host is foreign). Accepted as Host:
+///  - always "localhost", "127.0.0.1", "[::1]", the address the server is bound
+///    to, and Options::allowedNames;
+///  - unless bound to loopback, also every IP literal (nobody can own one by
+///    DNS), the machine's name, and that name under ".local".
+/// The port is not compared, so a forwarded port works. An Origin, when there is
+/// one, must have the same name and port as the Host.
+class Guard {
+ public:
+  /// `machine` is the computer's host name.
+  Guard(const Options& options, std::string_view machine);
+
+  /// Why the request is foreign, or nothing.
+  [[nodiscard]] std::optional<std::string> objection(const Request& request) const;
+  /// Whether the request carries the token; takes the same time for any wrong
+  /// token of the right length.
+  [[nodiscard]] bool mayChange(const Request& request) const;
+
+ private:
+  [[nodiscard]] bool isOurs(std::string_view name) const;
+
+  std::vector<std::string> names_;
+  bool anyAddress_;
+  std::string token_;
+};
+
+}  // namespace web

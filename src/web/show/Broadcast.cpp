@@ -1,0 +1,186 @@
+#include "web/show/Broadcast.h"
+
+#include <algorithm>
+#include <exception>
+#include <numeric>
+#include <utility>
+
+#include "web/show/ClientFiles.h"
+
+namespace web {
+
+using boost::system::error_code;
+
+namespace {
+
+bool isSeen(const ShapeChange& change, const View& view) {
+  if (change.html.empty()) return false;
+  switch (view.kind) {
+    case View::Kind::Show:
+      return change.isMirrored;
+    case View::Kind::Slide:
+      return change.slide == view.slide;
+    case View::Kind::Shape:
+      break;
+  }
+  return change.slide == view.slide && change.elementId == view.elementId;
+}
+
+}  // namespace
+
+Broadcast::Broadcast(boost::asio::io_context& loop, Show& show, const Options& options)
+    : show_(show), options_(options), heart_(loop), programs_([this](std::uint64_t sequence) {
+        return guarded([&] { return stateMessage(sequence, show_.state()); });
+      }) {}
+
+void Broadcast::start() {
+  heart_.expires_after(options_.heartbeat);
+  heart_.async_wait([self = shared_from_this()](error_code cancelled) {
+    if (!cancelled && !self->stopped_) self->beat();
+  });
+}
+
+void Broadcast::beat() {
+  start();
+  static const SharedMessage visible = heartbeatMessage(true);
+  static const SharedMessage silent = heartbeatMessage(false);
+  for (auto& [view, channel] : views_) channel.send(visible);
+  programs_.send(silent);
+  dropUnusedChannels();
+}
+
+void Broadcast::open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
+                     const StreamWanted& wanted) {
+  if (!wanted.isScreen) return programs_.open(std::move(socket), std::move(seat), options_);
+  dropUnusedChannels();
+  Channel& channel = channelOf(wanted.view);
+  watchSlides();
+  const std::string name = book_.add(wanted.view);
+  channel.open(std::move(socket), std::move(seat), options_, name, greetingMessage(name));
+}
+
+Channel& Broadcast::channelOf(const View& view) {
+  return views_
+      .try_emplace(
+          view,
+          [this, view](std::uint64_t sequence) {
+            return guarded([&] {
+              return pictureMessage(sequence, show_.picture(view), clientVersion(), options_.heartbeat);
+            });
+          },
+          [this](const std::string& screen) { book_.remove(screen); })
+      .first->second;
+}
+
+/// Not when the last stream leaves: the channel is at work then.
+void Broadcast::dropUnusedChannels() {
+  std::erase_if(views_, [](const auto& entry) { return entry.second.size() == 0; });
+  watchSlides();
+}
+
+void Broadcast::watchSlides() {
+  std::set<int> slides;
+  for (const auto& [view, channel] : views_) {
+    if (view.slide > 0) slides.insert(view.slide);
+  }
+  if (slides == watched_) return;
+  watched_ = std::move(slides);
+  show_.watch(watched_);
+}
+
+void Broadcast::publish(const Picture& picture, Channel& channel, Time changed) {
+  channel.publish(
+      [&](std::uint64_t sequence) {
+        return pictureMessage(sequence, picture, clientVersion(), options_.heartbeat);
+      },
+      changed);
+}
+
+void Broadcast::slideChanged(Time changed) {
+  if (stopped_) return;
+  const Picture picture = show_.picture(View{});
+  const auto screens = views_.find(View{});
+  if (screens != views_.end()) publish(picture, screens->second, changed);
+  programs_.publish([&](std::uint64_t sequence) { return positionMessage(sequence, picture); }, changed);
+  if (picture.ended && !ended_) {
+    programs_.publish([](std::uint64_t sequence) { return endMessage(sequence, "show"); }, changed);
+  }
+  ended_ = picture.ended;
+}
+
+void Broadcast::pictureChanged(Time changed) {
+  if (stopped_) return;
+  slideChanged(changed);
+  for (auto& [view, channel] : views_) {
+    if (view.kind != View::Kind::Show) publish(show_.picture(view), channel, changed);
+  }
+}
+
+/// Slides and shapes that views name may be others now, or gone.
+void Broadcast::deckChanged(Time changed) {
+  if (stopped_) return;
+  for (auto& [view, channel] : views_) {
+    if (view.kind != View::Kind::Show) channel.dismiss();
+  }
+  dropUnusedChannels();
+  programs_.publish([&](std::uint64_t sequence) { return stateMessage(sequence, show_.state()); }, changed);
+  slideChanged(changed);
+}
+
+void Broadcast::shapesChanged(const std::vector<ShapeChange>& changes, Time changed) {
+  if (stopped_ || changes.empty()) return;
+  for (auto& [view, channel] : views_) {
+    const auto isShown = [&view = view](const ShapeChange& change) { return isSeen(change, view); };
+    if (std::none_of(changes.begin(), changes.end(), isShown)) continue;
+    channel.publish([&](std::uint64_t sequence) { return shapesMessage(sequence, changes, isShown); },
+                    changed);
+  }
+  programs_.publish([&](std::uint64_t sequence) { return valuesMessage(sequence, changes); }, changed);
+}
+
+Broadcast::Reported Broadcast::painted(std::string_view screen, const PaintReport& report) {
+  Screens::Screen* const known = book_.find(screen);
+  if (known == nullptr) return Reported::UnknownScreen;
+  const auto channel = views_.find(known->view);
+  const auto changed = channel == views_.end() ? std::nullopt : channel->second.changedAt(report.sequence);
+  return book_.painted(*known, report, changed) ? Reported::Done : Reported::TooOften;
+}
+
+std::size_t Broadcast::screens() const {
+  return std::accumulate(views_.begin(), views_.end(), std::size_t{0},
+                         [](std::size_t sum, const auto& entry) { return sum + entry.second.size(); });
+}
+
+std::uint64_t Broadcast::newest(const View& view) const {
+  const auto channel = views_.find(view);
+  return channel == views_.end() ? 0 : channel->second.sequence();
+}
+
+void Broadcast::stop() {
+  if (stopped_) return;
+  stopped_ = true;
+  heart_.cancel();
+  const auto end = [](std::uint64_t sequence) { return endMessage(sequence, "server"); };
+  for (auto& [view, channel] : views_) channel.finish(end);
+  programs_.finish(end);
+}
+
+void Broadcast::close() {
+  stopped_ = true;
+  heart_.cancel();
+  for (auto& [view, channel] : views_) channel.close();
+  programs_.close();
+}
+
+SharedMessage Broadcast::guarded(const std::function<SharedMessage()>& build) const {
+  try {
+    return build();
+  } catch (const basic::Error& error) {
+    if (options_.onError) options_.onError(error);
+  } catch (const std::exception& error) {
+    if (options_.onError) options_.onError(basic::Error(basic::AdapterError, "web", error.what()));
+  }
+  return nullptr;
+}
+
+}  // namespace web

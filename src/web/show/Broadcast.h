@@ -1,0 +1,69 @@
+#pragma once
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "web/http/Channel.h"
+#include "web/http/Options.h"
+#include "web/http/Response.h"
+#include "web/show/Screens.h"
+#include "web/show/Show.h"
+
+namespace web {
+
+/// The channels, what goes onto them, and their heartbeat: one channel for programs
+/// and one for each view that a screen looks at, so that screens with the same view
+/// share what is built for them.
+class Broadcast : public std::enable_shared_from_this<Broadcast> {
+ public:
+  using Time = Channel::Time;
+
+  Broadcast(boost::asio::io_context& loop, Show& show, const Options& options);
+
+  /// Begins the heartbeat.
+  void start();
+  void open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const StreamWanted& wanted);
+  void slideChanged(Time changed);
+  void pictureChanged(Time changed);
+  void deckChanged(Time changed);
+  void shapesChanged(const std::vector<ShapeChange>& changes, Time changed);
+  /// Ends all streams; those that are not through by Options::stopTimeout are cut.
+  void stop();
+  /// Cuts all streams; nothing is called afterwards.
+  void close();
+
+  enum class Reported { Done, UnknownScreen, TooOften };
+  Reported painted(std::string_view screen, const PaintReport& report);
+
+  [[nodiscard]] std::size_t screens() const;
+  [[nodiscard]] std::size_t programs() const { return programs_.size(); }
+  [[nodiscard]] const Screens& screenBook() const { return book_; }
+  /// The number of the newest event of a view.
+  [[nodiscard]] std::uint64_t newest(const View& view) const;
+
+ private:
+  Channel& channelOf(const View& view);
+  void dropUnusedChannels();
+  void watchSlides();
+  void publish(const Picture& picture, Channel& channel, Time changed);
+  void beat();
+  /// Runs `build`; a failure of the show is reported and gives null.
+  SharedMessage guarded(const std::function<SharedMessage()>& build) const;
+
+  Show& show_;
+  const Options& options_;
+  boost::asio::steady_timer heart_;
+  Screens book_;
+  std::map<View, Channel> views_;
+  Channel programs_;
+  std::set<int> watched_;
+  bool ended_ = false;
+  bool stopped_ = false;
+};
+
+}  // namespace web

@@ -1,0 +1,213 @@
+#include "web/show/Messages.h"
+
+#include <array>
+#include <charconv>
+#include <nlohmann/json.hpp>
+
+#include "web/http/Response.h"
+
+namespace web {
+namespace {
+
+using Json = nlohmann::json;
+
+std::string textOf(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+std::string chunk(std::string_view data) {
+  std::array<char, 16> size{};
+  const auto [end, failed] = std::to_chars(size.data(), size.data() + size.size(), data.size(), 16);
+  std::string bytes;
+  bytes.reserve(data.size() + 24);
+  bytes.append(size.data(), end).append("\r\n").append(data).append("\r\n");
+  return bytes;
+}
+
+std::string event(std::string_view name, std::uint64_t sequence, std::string_view data) {
+  std::string text;
+  text.reserve(data.size() + 64);
+  text.append("event: ").append(name).append("\nid: ").append(std::to_string(sequence)).append("\ndata: ");
+  // A line break would end the field; JSON has them only between its tokens.
+  for (std::size_t start = 0;;) {
+    const std::size_t end = data.find_first_of("\r\n", start);
+    text.append(data.substr(start, end - start));
+    if (end == std::string_view::npos) break;
+    text.append("\ndata: ");
+    start = end + 1;
+  }
+  return text.append("\n\n");
+}
+
+SharedMessage message(std::string_view name, std::uint64_t sequence, std::string_view data,
+                      bool complete = false) {
+  return std::make_shared<const Message>(Message{chunk(event(name, sequence, data)), complete});
+}
+
+Json slideJson(const std::optional<SlideView>& slide) {
+  if (!slide) return nullptr;
+  return {{"index", slide->index}, {"html", slide->html}};
+}
+
+Json transitionJson(const Transition& transition) {
+  return {{"kind", transition.kind},
+          {"direction", transition.direction},
+          {"throughBlack", transition.throughBlack},
+          {"duration", transition.duration.count()}};
+}
+
+Json buildsJson(const std::vector<BuildMotion>& builds) {
+  Json json = Json::array();
+  for (const BuildMotion& motion : builds) {
+    json.push_back({{"id", motion.elementId},
+                    {"isEntrance", motion.isEntrance},
+                    {"kind", motion.kind},
+                    {"direction", motion.direction},
+                    {"duration", motion.duration.count()}});
+  }
+  return json;
+}
+
+Json progressJson(const std::optional<Progress>& progress) {
+  if (!progress) return nullptr;
+  return {{"caption", progress->caption},
+          {"text", progress->text},
+          {"step", progress->step},
+          {"maximum", progress->maximum}};
+}
+
+/// One rule for all elements, with `part` behind each selector.
+void addRule(std::string& rules, const std::vector<std::string>& ids, std::string_view part,
+             std::string_view declarations) {
+  if (ids.empty()) return;
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    rules.append(i == 0 ? "#" : ",#").append(ids[i]).append(part);
+  }
+  rules.append("{").append(declarations).append("}\n");
+}
+
+}  // namespace
+
+SharedMessage greetingMessage(std::string_view screen) {
+  const Json json = {{"screen", screen}, {"now", epochMilliseconds(std::chrono::system_clock::now())}};
+  return std::make_shared<const Message>(
+      Message{chunk("event: hello\ndata: " + textOf(json) + "\n\n"), false});
+}
+
+SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
+                             std::chrono::milliseconds heartbeat) {
+  Json json = {{"version", version},
+               {"heartbeat", heartbeat.count()},
+               {"deck", picture.deck},
+               {"title", picture.title},
+               {"left", picture.left},
+               {"top", picture.top},
+               {"width", picture.width},
+               {"height", picture.height},
+               {"transparent", picture.isTransparent},
+               {"kiosk", picture.kiosk},
+               {"blank", blankName(picture.blank)},
+               {"ended", picture.ended},
+               {"slideCount", picture.slideCount},
+               {"stylesheet", picture.stylesheet},
+               {"rules", styleRules(picture)},
+               {"transition", transitionJson(picture.transition)},
+               {"builds", buildsJson(picture.builds)},
+               {"progress", progressJson(picture.progress)},
+               {"began", nullptr},
+               {"current", slideJson(picture.current)},
+               {"next", slideJson(picture.next)}};
+  if (picture.began) json["began"] = epochMilliseconds(*picture.began);
+  return message("picture", sequence, textOf(json), true);
+}
+
+SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
+                            const std::function<bool(const ShapeChange&)>& isShown) {
+  Json json = Json::array();
+  for (const ShapeChange& change : changes) {
+    if (!isShown(change)) continue;
+    json.push_back({{"slide", change.slide}, {"id", change.elementId}, {"html", change.html}});
+    if (change.glides) json.back()["glides"] = true;
+  }
+  return message("shapes", sequence, textOf(json));
+}
+
+SharedMessage stateMessage(std::uint64_t sequence, std::string_view state) {
+  return message("state", sequence, state, true);
+}
+
+SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes) {
+  Json json = Json::array();
+  for (const ShapeChange& change : changes) {
+    if (json.empty() || json.back()["slide"] != change.slide) {
+      json.push_back({{"slide", change.slide}, {"shapes", Json::array()}});
+    }
+    json.back()["shapes"].push_back(
+        {{"name", change.name}, {"text", change.text ? Json(*change.text) : Json()}});
+  }
+  return message("values", sequence, textOf(json));
+}
+
+SharedMessage positionMessage(std::uint64_t sequence, const Picture& picture) {
+  const Json json = {{"position", picture.current ? picture.current->index : 0},
+                     {"slideCount", picture.slideCount},
+                     {"blank", blankName(picture.blank)},
+                     {"ended", picture.ended}};
+  return message("position", sequence, textOf(json));
+}
+
+SharedMessage endMessage(std::uint64_t sequence, std::string_view reason) {
+  std::string bytes = chunk(event("end", sequence, textOf({{"reason", reason}})));
+  if (reason == "server") bytes += "0\r\n\r\n";
+  return std::make_shared<const Message>(Message{std::move(bytes), false});
+}
+
+SharedMessage heartbeatMessage(bool visible) {
+  return std::make_shared<const Message>(
+      Message{chunk(visible ? ": beat\nevent: beat\ndata: {}\n\n" : ": beat\n\n"), false});
+}
+
+SharedMessage streamHead() {
+  static const auto head = [] {
+    std::string text =
+        "HTTP/1.1 200 OK\r\n"
+        "Content-Type: text/event-stream\r\n"
+        "Cache-Control: no-store\r\n"
+        // Proxies that gather an answer before they pass it on.
+        "X-Accel-Buffering: no\r\n";
+    for (const auto& [name, value] : commonHeaders)
+      text.append(name).append(": ").append(value).append("\r\n");
+    text += "Transfer-Encoding: chunked\r\nConnection: close\r\n\r\n";
+    return std::make_shared<const Message>(Message{std::move(text), false});
+  }();
+  return head;
+}
+
+std::string errorJson(std::string_view why) { return textOf({{"error", why}}); }
+
+std::string_view blankName(Blank blank) {
+  switch (blank) {
+    case Blank::Black:
+      return "black";
+    case Blank::White:
+      return "white";
+    case Blank::None:
+      break;
+  }
+  return "none";
+}
+
+std::string styleRules(const Picture& picture) {
+  std::string rules;
+  addRule(rules, picture.hidden, "", "visibility:hidden");
+  addRule(rules, picture.blanked, " .t", "visibility:hidden");
+  addRule(rules, picture.blanked, " table", "visibility:hidden");
+  addRule(rules, picture.marked, "::after",
+          "content:\"\";position:absolute;top:0;right:0;width:8px;height:8px;background:#d98a00;"
+          "clip-path:polygon(0 0,100% 0,100% 100%);opacity:.85");
+  return rules;
+}
+
+std::int64_t epochMilliseconds(std::chrono::system_clock::time_point time) {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(time.time_since_epoch()).count();
+}
+
+}  // namespace web

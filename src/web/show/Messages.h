@@ -1,0 +1,78 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "web/show/Show.h"
+
+namespace web {
+
+/// A piece of an event stream, built once and shared by all streams that carry
+/// it. `bytes` is a whole HTTP/1.1 chunk (RFC 9112, 7.1) around server-sent
+/// events (HTML Living Standard, 9.2).
+struct Message {
+  std::string bytes;
+  /// It says everything, so what still waits before it need not be sent.
+  bool complete = false;
+};
+using SharedMessage = std::shared_ptr<const Message>;
+
+// Every event that counts carries a sequence number as its id; a stream starts
+// with a complete one and then counts up by one. Data are JSON.
+
+// For screens:
+
+/// `hello`, without a number: {screen: the name under which it reports its paints,
+/// now: the server's time in ms since 1970}
+SharedMessage greetingMessage(std::string_view screen);
+/// `picture`: everything. {version, deck (another one: nothing on the screen is the same any more), heartbeat
+/// (ms), title, left, top, width, height, transparent, kiosk, blank ("none", "black", "white"), ended,
+/// stylesheet, rules (a style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
+/// (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption, text, step, maximum} or
+/// null, slideCount, began (ms since 1970) or null, current: {index, html} or null, next: likewise}
+SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
+                             std::chrono::milliseconds heartbeat);
+/// `shapes`: [{slide, id, html}] of those changes that `isShown` picks; with
+/// "glides": true where ShapeChange::glides.
+SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
+                            const std::function<bool(const ShapeChange&)>& isShown);
+
+// For programs:
+
+/// `state`: what GET /api/v1/state answers.
+SharedMessage stateMessage(std::uint64_t sequence, std::string_view state);
+/// `values`: [{slide, shapes: [{name, text}]}]
+SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes);
+/// `position`: {position (0: no slide), slideCount, blank, ended}
+SharedMessage positionMessage(std::uint64_t sequence, const Picture& picture);
+
+// For both:
+
+/// `end`: {reason: "show" or "server"}. "show": the show is over, the stream goes
+/// on; "server": the stream ends here, and the message closes the body.
+SharedMessage endMessage(std::uint64_t sequence, std::string_view reason);
+/// A comment, and for screens a `beat` event without id, as scripts cannot see
+/// comments but must notice when their connection has died.
+SharedMessage heartbeatMessage(bool visible);
+
+/// The head of the response that carries a stream.
+SharedMessage streamHead();
+
+/// {"error":"why"}
+std::string errorJson(std::string_view why);
+
+/// "none", "black", "white"
+std::string_view blankName(Blank blank);
+
+/// The style rules of the present moment: which elements carry a mark or are hidden.
+std::string styleRules(const Picture& picture);
+
+/// ms since 1970
+std::int64_t epochMilliseconds(std::chrono::system_clock::time_point time);
+
+}  // namespace web

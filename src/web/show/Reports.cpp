@@ -1,0 +1,193 @@
+#include "web/show/Reports.h"
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <nlohmann/json.hpp>
+
+#include "web/show/Broadcast.h"
+
+namespace web {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+double rounded(double seconds) { return std::round(seconds * 1000) / 1000; }
+
+double secondsSince(Screens::Clock::time_point time) {
+  return rounded(std::chrono::duration<double>(Screens::Clock::now() - time).count());
+}
+
+/// ISO 8601 in UTC.
+Json timeJson(const std::optional<ConnectionHealth::Time>& time) {
+  if (!time) return nullptr;
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(*time);
+  std::tm parts{};
+  gmtime_r(&seconds, &parts);
+  std::array<char, 32> text{};
+  return std::string(text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &parts));
+}
+
+Json connectionJson(const ConnectionHealth& connection) {
+  Json json = {{"connection", connection.number},
+               {"description", connection.description},
+               {"lastSuccess", timeJson(connection.lastSuccess)},
+               {"lastError", nullptr},
+               {"rows", connection.rows},
+               {"age", nullptr},
+               {"interval", connection.interval},
+               {"used", connection.isUsed},
+               {"stale", connection.isStale},
+               {"deliveries", connection.deliveries},
+               {"failures", connection.failures}};
+  if (connection.age) json["age"] = rounded(*connection.age);
+  if (connection.lastErrorTime) {
+    json["lastError"] = {{"time", timeJson(connection.lastErrorTime)}, {"text", connection.lastError}};
+  }
+  return json;
+}
+
+Json viewJson(const View& view) {
+  switch (view.kind) {
+    case View::Kind::Show:
+      break;
+    case View::Kind::Slide:
+      return {{"kind", "slide"}, {"slide", view.slide}};
+    case View::Kind::Shape:
+      return {{"kind", "shape"}, {"slide", view.slide}, {"element", view.elementId}};
+  }
+  return {{"kind", "show"}};
+}
+
+Json screenJson(const Screens::Screen& screen, std::uint64_t newest) {
+  Json json = {{"screen", screen.number},
+               {"view", viewJson(screen.view)},
+               {"connected", secondsSince(screen.opened)},
+               {"newest", newest},
+               {"painted", nullptr}};
+  if (screen.painted) {
+    Json& painted = json["painted"];
+    painted = {{"slide", screen.painted->slide},
+               {"sequence", screen.painted->sequence},
+               {"age", secondsSince(screen.painted->at)},
+               {"delay", nullptr}};
+    if (screen.painted->delay) painted["delay"] = rounded(*screen.painted->delay);
+  }
+  return json;
+}
+
+/// One line per sample, families with their help and type.
+class MetricsWriter {
+ public:
+  void family(std::string_view name, std::string_view type, std::string_view help) {
+    name_ = name;
+    text_.append("# HELP ").append(name).append(" ").append(help).append("\n");
+    text_.append("# TYPE ").append(name).append(" ").append(type).append("\n");
+  }
+  void sample(double value, std::string_view labels = {}, std::string_view suffix = {}) {
+    std::array<char, 40> number{};
+    std::snprintf(number.data(), number.size(), "%.15g", value);
+    text_.append(name_).append(suffix).append(labels).append(" ").append(number.data()).append("\n");
+  }
+  void single(std::string_view name, std::string_view type, std::string_view help, double value) {
+    family(name, type, help);
+    sample(value);
+  }
+  [[nodiscard]] std::string take() { return std::move(text_); }
+
+ private:
+  std::string text_;
+  std::string_view name_;
+};
+
+void writeConnections(MetricsWriter& out, const std::vector<ConnectionHealth>& connections) {
+  // Families stay together, so each goes through all connections.
+  const auto each = [&](std::string_view name, std::string_view type, std::string_view help, auto value) {
+    out.family(name, type, help);
+    for (const ConnectionHealth& connection : connections) {
+      const std::optional<double> sample = value(connection);
+      if (sample) out.sample(*sample, "{connection=\"" + connection.number + "\"}");
+    }
+  };
+  using Sample = std::optional<double>;
+  each("lumenfold_connection_age_seconds", "gauge", "Time since the connection last delivered.",
+       [](const ConnectionHealth& c) { return c.age; });
+  each("lumenfold_connection_stale", "gauge",
+       "1 when a connection in use has not delivered for three intervals.",
+       [](const ConnectionHealth& c) { return Sample(c.isStale ? 1 : 0); });
+  each("lumenfold_connection_rows", "gauge", "Rows that the connection holds.",
+       [](const ConnectionHealth& c) { return Sample(static_cast<double>(c.rows)); });
+  each("lumenfold_connection_deliveries_total", "counter", "Readings that succeeded.",
+       [](const ConnectionHealth& c) { return Sample(static_cast<double>(c.deliveries)); });
+  each("lumenfold_connection_failures_total", "counter", "Readings that failed.",
+       [](const ConnectionHealth& c) { return Sample(static_cast<double>(c.failures)); });
+}
+
+void writeDelays(MetricsWriter& out, const Histogram& delays) {
+  out.family("lumenfold_screen_paint_delay_seconds", "histogram",
+             "From a change of the data to its paint on a screen.");
+  const auto count = static_cast<double>(delays.count());
+  for (std::size_t i = 0; i < Histogram::bounds.size(); ++i) {
+    std::array<char, 32> label{};
+    std::snprintf(label.data(), label.size(), "{le=\"%g\"}", Histogram::bounds[i]);
+    out.sample(static_cast<double>(delays.upTo(i)), label.data(), "_bucket");
+  }
+  out.sample(count, "{le=\"+Inf\"}", "_bucket");
+  out.sample(delays.sum(), {}, "_sum");
+  out.sample(count, {}, "_count");
+}
+
+}  // namespace
+
+std::string healthJson(const Health& health, const Broadcast& broadcast) {
+  Json connections = Json::array();
+  for (const ConnectionHealth& connection : health.connections) {
+    connections.push_back(connectionJson(connection));
+  }
+  Json screens = Json::array();
+  for (const auto& [id, screen] : broadcast.screenBook().all()) {
+    screens.push_back(screenJson(screen, broadcast.newest(screen.view)));
+  }
+  const Json json = {{"ready", health.isReady},
+                     {"position", health.position},
+                     {"connections", connections},
+                     {"screens", screens}};
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string metricsText(const Health& health, const Broadcast& broadcast, std::uint64_t failedRequests) {
+  MetricsWriter out;
+  out.single("lumenfold_ready", "gauge", "1 while the show runs and its first slide is rendered.",
+             health.isReady ? 1 : 0);
+  out.single("lumenfold_slide", "gauge", "The slide on show; 0 when there is none.", health.position);
+  out.single("lumenfold_screens", "gauge", "Screens with an open stream.",
+             static_cast<double>(broadcast.screens()));
+  out.single("lumenfold_programs", "gauge", "Programs with an open stream.",
+             static_cast<double>(broadcast.programs()));
+  out.single("lumenfold_request_failures_total", "counter", "Requests that the show could not answer.",
+             static_cast<double>(failedRequests));
+  writeConnections(out, health.connections);
+  writeDelays(out, broadcast.screenBook().delays());
+  return out.take();
+}
+
+std::optional<PaintReport> parsePaintReport(std::string_view json) {
+  constexpr std::int64_t longestHeld = 60'000;
+  const Json report = Json::parse(json, nullptr, false);
+  const auto number = [&](const char* name) -> std::optional<std::int64_t> {
+    const auto found = report.find(name);
+    if (found == report.end() || !found->is_number_integer()) return std::nullopt;
+    const auto value = found->get<std::int64_t>();
+    return value >= 0 ? std::optional(value) : std::nullopt;
+  };
+  if (!report.is_object()) return std::nullopt;
+  const auto slide = number("slide");
+  const auto sequence = number("sequence");
+  const auto held = number("held");
+  if (!slide || !sequence || !held || *slide > 1'000'000 || *held > longestHeld) return std::nullopt;
+  return PaintReport{static_cast<int>(*slide), static_cast<std::uint64_t>(*sequence),
+                     std::chrono::milliseconds(*held)};
+}
+
+}  // namespace web

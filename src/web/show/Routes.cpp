@@ -1,0 +1,306 @@
+#include "web/show/Routes.h"
+
+#include <algorithm>
+#include <boost/asio/ip/host_name.hpp>
+#include <charconv>
+#include <utility>
+
+#include "basic/Strings.h"
+#include "web/http/Query.h"
+#include "web/show/Broadcast.h"
+#include "web/show/ClientFiles.h"
+#include "web/show/Page.h"
+#include "web/show/Reports.h"
+
+namespace web {
+namespace {
+
+constexpr std::string_view pagePolicy =
+    "default-src 'none'; script-src 'self'; style-src 'self' 'unsafe-inline'; img-src 'self' data:; "
+    "connect-src 'self'; font-src 'self'; media-src 'self'; base-uri 'none'; form-action 'none'; "
+    "frame-ancestors 'none'";
+// An asset comes out of a deck: opened by itself (an SVG picture), it may do nothing.
+constexpr std::string_view assetPolicy =
+    "default-src 'none'; style-src 'unsafe-inline'; img-src data:; sandbox";
+constexpr std::string_view immutable = "public, max-age=31536000, immutable";
+
+constexpr std::string_view commandPrefix = "/api/v1/";
+constexpr std::string_view assetPrefix = "/assets/";
+constexpr std::string_view clientPrefix = "/client/";
+constexpr std::string_view slidePrefix = "/slides/";
+constexpr std::string_view reportPrefix = "/api/v1/screens/";
+constexpr std::string_view reportSuffix = "/painted";
+
+std::string machineName() {
+  boost::system::error_code nameless;
+  return boost::asio::ip::host_name(nameless);
+}
+
+std::string_view contentType(std::string_view file) {
+  return file.ends_with(".js")    ? "text/javascript; charset=utf-8"
+         : file.ends_with(".css") ? "text/css; charset=utf-8"
+                                  : "text/html; charset=utf-8";
+}
+
+Response wrongMethod(std::string_view allowed) {
+  Response response = Response::error(405, "Only " + std::string(allowed) + " is possible here.");
+  response.headers.emplace_back("Allow", allowed);
+  return response;
+}
+
+Response notFound() { return Response::error(404, "There is nothing at this address."); }
+
+Response page(std::string html) {
+  Response response = Response::fresh(200, "text/html; charset=utf-8", std::move(html));
+  response.headers.emplace_back("Content-Security-Policy", pagePolicy);
+  return response;
+}
+
+Response json(std::string text) { return Response::fresh(200, "application/json", std::move(text)); }
+
+std::optional<int> positiveNumber(std::string_view text) {
+  int number = 0;
+  const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isNumber = failed == std::errc() && end == text.data() + text.size() && number > 0;
+  return isNumber ? std::optional(number) : std::nullopt;
+}
+
+Response unauthorised() {
+  Response response = Response::error(
+      401, "This needs the token that the program printed at its start: \"Authorization: Bearer TOKEN\".");
+  response.headers.emplace_back("WWW-Authenticate", "Bearer");
+  return response;
+}
+
+Response answerTo(const Outcome& outcome) {
+  return outcome.isDone() ? Response::done() : Response::error(409, outcome.why());
+}
+
+Response answerToGoTo(Show& show, std::string_view number) {
+  const auto slide = positiveNumber(number);
+  if (!slide) return Response::error(400, "goto needs the number of a slide, 1 or more.");
+  return answerTo(show.goTo(*slide));
+}
+
+/// Content types come out of decks, and a line break would end the header.
+std::string safeType(const std::string& type) {
+  const bool isPlain = std::all_of(type.begin(), type.end(), [](char c) { return c >= ' ' && c < 127; });
+  return isPlain && !type.empty() ? type : "application/octet-stream";
+}
+
+/// The part of a whole answer that a Range header asks for.
+Response partOf(Response whole, std::string_view range) {
+  const std::string size = std::to_string(whole.body->size());
+  const RangeWanted wanted = rangeWanted(range, whole.body->size());
+  switch (wanted.kind) {
+    case RangeWanted::Kind::Whole:
+      break;
+    case RangeWanted::Kind::Part: {
+      const auto& [first, length] = wanted.range;
+      whole.status = 206;
+      whole.range = wanted.range;
+      whole.headers.emplace_back("Content-Range", "bytes " + std::to_string(first) + '-' +
+                                                      std::to_string(first + length - 1) + '/' + size);
+      break;
+    }
+    case RangeWanted::Kind::Unsatisfiable: {
+      Response response = Response::error(416, "The range lies behind the end.");
+      response.headers.emplace_back("Content-Range", "bytes */" + size);
+      return response;
+    }
+  }
+  return whole;
+}
+
+/// A target may name the server as well; that name goes before the Host header
+/// (RFC 9112, 3.2.2).
+Request inOriginForm(Request request) {
+  for (const std::string_view scheme : {"http://", "https://"}) {
+    if (!basic::EqualsIgnoreCase(request.target.substr(0, scheme.size()), scheme)) continue;
+    const std::string_view rest = request.target.substr(scheme.size());
+    const std::size_t end = std::min(rest.find_first_of("/?"), rest.size());
+    request.host = rest.substr(0, end);
+    request.target = end < rest.size() && rest[end] == '/' ? rest.substr(end) : "/";
+    break;
+  }
+  return request;
+}
+
+std::string_view pathOf(const Request& request) { return request.target.substr(0, request.target.find('?')); }
+
+bool isListed(std::string_view tags, std::string_view tag) {
+  return tags == "*" || tags.find(tag) != std::string_view::npos;
+}
+
+}  // namespace
+
+Routes::Routes(Show& show, Broadcast& broadcast, const Options& options)
+    : show_(show), broadcast_(broadcast), options_(options), guard_(options, machineName()) {}
+
+Response Routes::answer(const Request& request) {
+  constexpr std::string_view failure = "The show could not do this; the program's log says why.";
+  Response response;
+  try {
+    response = dispatch(request);
+  } catch (const basic::Error& error) {
+    report(error);
+    response = Response::error(500, failure);
+  } catch (const std::exception& error) {
+    report(basic::Error(basic::AdapterError, "web", error.what()));
+    response = Response::error(500, failure);
+  }
+  response.body = bodies_.shared(std::move(response.body));
+  return response;
+}
+
+Response Routes::answerGuest(const Request& request) {
+  const std::string_view path = pathOf(inOriginForm(request));
+  if (path == "/healthz" || path == "/readyz" || guard_.mayChange(request)) return answer(request);
+  Response response = Response::error(503, "There are too many connections, in all or from this address.");
+  response.headers.emplace_back("Retry-After", "15");
+  return response;
+}
+
+Response Routes::dispatch(const Request& asked) {
+  const Request request = inOriginForm(asked);
+  if (request.hosts != 1) return Response::error(400, "A request needs one Host header.");
+  if (const auto objection = guard_.objection(request)) return Response::error(403, *objection);
+
+  std::string_view path = pathOf(request);
+  if (path == "/screen/events") return stream(request, true);
+  if (path == "/api/v1/events") return stream(request, false);
+  if (path.starts_with(reportPrefix) && path.ends_with(reportSuffix) &&
+      path.size() > reportPrefix.size() + reportSuffix.size()) {
+    path.remove_prefix(reportPrefix.size());
+    path.remove_suffix(reportSuffix.size());
+    return painted(request, path);
+  }
+  if (path.starts_with(commandPrefix)) {
+    if (const auto run = command(path.substr(commandPrefix.size()))) {
+      if (request.method != "POST") return wrongMethod("POST");
+      return guard_.mayChange(request) ? run() : unauthorised();
+    }
+  }
+  Response response = get(request, path);
+  const bool reading = request.method == "GET" || request.method == "HEAD";
+  return reading || response.status == 404 ? response : wrongMethod("GET, HEAD");
+}
+
+Response Routes::get(const Request& request, std::string_view path) {
+  if (path == "/") return page(screenPage(show_.picture(viewOf(request))));
+  if (path == "/remote") return page(remotePage(show_.picture(View{})));
+  if (path == "/healthz") return json(R"({"status":"ok"})");
+  if (path == "/readyz") return readyAnswer();
+  if (path == "/metrics") {
+    return Response::fresh(200, "text/plain; version=0.0.4; charset=utf-8",
+                           metricsText(show_.health(), broadcast_, failures_));
+  }
+  if (path == "/api/v1/state") return json(show_.state());
+  if (path == "/api/v1/health") return json(healthJson(show_.health(), broadcast_));
+  if (path.starts_with(slidePrefix)) return slideAnswer(path.substr(slidePrefix.size()));
+  if (path.starts_with(clientPrefix)) return clientAnswer(path.substr(clientPrefix.size()));
+  if (path.starts_with(assetPrefix)) return assetAnswer(request, path.substr(assetPrefix.size()));
+  return notFound();
+}
+
+Response Routes::readyAnswer() {
+  if (show_.health().isReady) return json(R"({"status":"ready"})");
+  return Response::fresh(503, "application/json", R"({"status":"not ready"})");
+}
+
+Response Routes::slideAnswer(std::string_view number) {
+  const auto slide = positiveNumber(number);
+  if (!slide) return notFound();
+  Picture picture = show_.picture(show_.view(*slide, {}));
+  return picture.current ? page(std::move(picture.current->html)) : notFound();
+}
+
+/// An address that makes no sense is a view of nothing: a screen shows no errors.
+View Routes::viewOf(const Request& request) {
+  const auto number = queryField(request.target, "slide");
+  const auto shape = queryField(request.target, "shape");
+  if (!number && !shape) return {};
+  return show_.view(number ? std::optional(positiveNumber(*number).value_or(0)) : std::nullopt,
+                    shape.value_or(""));
+}
+
+Response Routes::stream(const Request& request, bool isScreen) {
+  if (request.method != "GET") return wrongMethod("GET");
+  if (!request.canStream) return Response::error(505, "An event stream needs HTTP/1.1.");
+  Response response;
+  response.stream = StreamWanted{isScreen, isScreen ? viewOf(request) : View{}};
+  return response;
+}
+
+Response Routes::painted(const Request& request, std::string_view screen) {
+  if (request.method != "POST") return wrongMethod("POST");
+  const auto report = parsePaintReport(request.body);
+  if (!report) return Response::error(400, "A report is {\"slide\":3,\"sequence\":17,\"held\":12}.");
+  switch (broadcast_.painted(screen, *report)) {
+    case Broadcast::Reported::Done:
+      break;
+    case Broadcast::Reported::UnknownScreen:
+      return notFound();
+    case Broadcast::Reported::TooOften:
+      return Response::error(429, "This screen has reported a moment ago.");
+  }
+  return Response::done();
+}
+
+Response Routes::clientAnswer(std::string_view path) {
+  const std::size_t slash = path.find('/');
+  if (slash == std::string_view::npos || path.substr(0, slash) != clientVersion()) return notFound();
+  const ClientFile* file = clientFile(path.substr(slash + 1));
+  if (file == nullptr || file->name.ends_with(".html")) return notFound();
+  Response response;
+  response.headers = {{"Content-Type", std::string(contentType(file->name))},
+                      {"Cache-Control", std::string(immutable)}};
+  if (file->isCompressed) response.headers.emplace_back("Content-Encoding", "gzip");
+  response.body = std::make_shared<const std::string>(file->bytes);
+  return response;
+}
+
+Response Routes::assetAnswer(const Request& request, std::string_view name) {
+  const auto asset = show_.asset(name);
+  if (!asset) return notFound();
+  const std::string tag = '"' + std::string(name) + '"';
+  Response response;
+  response.headers = {{"ETag", tag},
+                      {"Cache-Control", std::string(immutable)},
+                      {"Content-Security-Policy", std::string(assetPolicy)}};
+  if (isListed(request.ifNoneMatch, tag)) {
+    response.status = 304;
+    return response;
+  }
+  response.headers.emplace_back("Accept-Ranges", "bytes");
+  response.headers.emplace_back("Content-Type", safeType(asset->contentType));
+  response.body = asset->bytes;
+  const bool isForRange = request.method == "GET" && (request.ifRange.empty() || request.ifRange == tag);
+  return isForRange ? partOf(std::move(response), request.range) : response;
+}
+
+std::function<Response()> Routes::command(std::string_view name) {
+  using Simple = Outcome (Show::*)();
+  static constexpr std::pair<std::string_view, Simple> simple[] = {
+      {"next", &Show::next}, {"previous", &Show::previous}, {"first", &Show::first},
+      {"last", &Show::last}, {"end", &Show::end},
+  };
+  static constexpr std::pair<std::string_view, Blank> blanks[] = {
+      {"blank/black", Blank::Black}, {"blank/white", Blank::White}, {"blank/off", Blank::None}};
+  for (const auto& [known, function] : simple) {
+    if (known == name) return [this, call = function] { return answerTo((show_.*call)()); };
+  }
+  for (const auto& [known, kind] : blanks) {
+    if (known == name) return [this, blank = kind] { return answerTo(show_.blank(blank)); };
+  }
+  constexpr std::string_view goTo = "goto/";
+  if (!name.starts_with(goTo)) return nullptr;
+  return [this, number = name.substr(goTo.size())] { return answerToGoTo(show_, number); };
+}
+
+void Routes::report(const basic::Error& error) {
+  ++failures_;
+  if (options_.onError) options_.onError(error);
+}
+
+}  // namespace web

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+#include "web/http/Guard.h"
+#include "web/http/Options.h"
+#include "web/http/Request.h"
+#include "web/http/Response.h"
+#include "web/http/SharedBodies.h"
+#include "web/show/Show.h"
+
+namespace web {
+
+class Broadcast;
+
+/// Every address of the server and what stands there:
+///
+///   GET  /                        the screen's page; "?slide=N" keeps to a slide,
+///                                 "?shape=NAME" (with "&slide=N") to one shape
+///   GET  /remote                  the page for phones that steers
+///   GET  /client/VERSION/FILE     scripts and styles of both
+///   GET  /assets/NAME             what the slides refer to, or a range of its bytes
+///   GET  /slides/N                a slide as it is now, a piece of HTML
+///   GET  /screen/events           event stream for screens, with the page's query
+///   GET  /api/v1/events           event stream for programs
+///   GET  /api/v1/state            the state, JSON
+///   GET  /api/v1/health           how connections and screens do, JSON
+///   GET  /healthz                 {"status":"ok"}: the program's loop turns
+///   GET  /readyz                  {"status":"ready"}, or 503 before and after the show
+///   GET  /metrics                 for Prometheus
+///   POST /api/v1/screens/ID/painted   a screen tells what it has painted
+///   POST /api/v1/next, previous, first, last, goto/N, end,
+///        blank/black, blank/white, blank/off     with "Authorization: Bearer TOKEN"
+///
+/// HEAD works wherever GET does, streams apart. Errors are JSON, {"error":"…"}:
+/// 400 for a slide number that is none, 401 without the token, 403 for a foreign
+/// request (see Guard), 404, 405, 409 when the show refuses a command, 416 for a range behind the end, 429
+/// for a screen that reports too often, 500 when the show fails, 503 when too many are here.
+class Routes {
+ public:
+  Routes(Show& show, Broadcast& broadcast, const Options& options);
+
+  /// Never throws for a failure of the show.
+  [[nodiscard]] Response answer(const Request& request);
+  /// The same for a connection beyond those that there may be: only what watches over the
+  /// program (/healthz, /readyz) and who holds the token are heard, others get 503.
+  [[nodiscard]] Response answerGuest(const Request& request);
+
+ private:
+  Response dispatch(const Request& asked);
+  Response get(const Request& request, std::string_view path);
+  Response readyAnswer();
+  Response slideAnswer(std::string_view number);
+  Response stream(const Request& request, bool isScreen);
+  [[nodiscard]] View viewOf(const Request& request);
+  Response painted(const Request& request, std::string_view screen);
+  Response clientAnswer(std::string_view path);
+  Response assetAnswer(const Request& request, std::string_view name);
+  /// What the path under /api/v1/ does; empty when it is no command.
+  std::function<Response()> command(std::string_view name);
+  void report(const basic::Error& error);
+
+  Show& show_;
+  Broadcast& broadcast_;
+  const Options& options_;
+  Guard guard_;
+  SharedBodies bodies_;
+  std::uint64_t failures_ = 0;
+};
+
+}  // namespace web

@@ -1,0 +1,69 @@
+#include "web/show/Server.h"
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/address.hpp>
+#include <utility>
+
+#include "web/http/Listener.h"
+#include "web/show/Broadcast.h"
+#include "web/show/Routes.h"
+
+namespace web {
+
+namespace asio = boost::asio;
+
+Server::Server(asio::io_context& loop, Show& show, Options options)
+    : options_(std::make_unique<const Options>(std::move(options))),
+      broadcast_(std::make_shared<Broadcast>(loop, show, *options_)),
+      routes_(std::make_unique<Routes>(show, *broadcast_, *options_)) {
+  Session::Owner owner;
+  owner.answer = [this](const Request& request) { return routes_->answer(request); };
+  owner.answerGuest = [this](const Request& request) { return routes_->answerGuest(request); };
+  owner.stream = [this](asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
+                        const StreamWanted& wanted) {
+    broadcast_->open(std::move(socket), std::move(seat), wanted);
+  };
+  listener_ = std::make_shared<Listener>(loop, *options_, std::move(owner));
+  port_ = listener_->endpoint().port();
+  broadcast_->start();
+  listener_->start();
+}
+
+Server::~Server() {
+  listener_->close();
+  broadcast_->close();
+}
+
+std::uint16_t Server::port() const { return port_; }
+
+std::string Server::url() const {
+  const auto address = asio::ip::make_address(options_->address);
+  std::string name = address.to_string();
+  if (address.is_unspecified()) {
+    name = "localhost";
+  } else if (address.is_v6()) {
+    name = '[' + name + ']';
+  }
+  return "http://" + name + ':' + std::to_string(port_) + '/';
+}
+
+void Server::slideChanged(Time changed) { broadcast_->slideChanged(changed); }
+
+void Server::pictureChanged(Time changed) { broadcast_->pictureChanged(changed); }
+
+void Server::deckChanged(Time changed) { broadcast_->deckChanged(changed); }
+
+void Server::shapesChanged(const std::vector<ShapeChange>& changes, Time changed) {
+  broadcast_->shapesChanged(changes, changed);
+}
+
+std::size_t Server::screens() const { return broadcast_->screens(); }
+
+std::size_t Server::programs() const { return broadcast_->programs(); }
+
+void Server::stop() {
+  listener_->stop();
+  broadcast_->stop();
+}
+
+}  // namespace web

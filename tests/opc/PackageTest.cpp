@@ -1,0 +1,227 @@
+#include "opc/Package.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+#include "basic/Error.h"
+#include "basic/Strings.h"
+
+#include "support/DeckBuilder.h"
+
+namespace deck::test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr std::string_view SlideName = "ppt/slides/slide1.xml";
+
+DeckBuilder twoSlides() {
+  DeckBuilder deck;
+  deck.addSlide(textShape(2, "Price", "12.50"));
+  deck.addSlide(textShape(2, "Time", "noon"));
+  return deck;
+}
+
+std::string packed(opc::Package& package) {
+  std::string bytes = package.serialize();
+  package.rebase(bytes);
+  return bytes;
+}
+
+TEST(PackageTest, AnUntouchedPackageIsSavedByteForByte) {
+  const std::string bytes = zipOf(twoSlides().entries(), "a comment");
+  const auto package = opc::Package::fromBytes(bytes, "test.pptx");
+  for (opc::Part* part : package->parts()) {
+    static_cast<void>(part->bytes());
+    if (part->name().ends_with(".xml")) static_cast<void>(part->xml());
+    static_cast<void>(part->relationships());
+  }
+  EXPECT_EQ(package->serialize(), bytes);
+}
+
+TEST(PackageTest, AChangeTouchesNothingButItsPart) {
+  const std::string before = zipOf(twoSlides().entries(), "a comment");
+  const auto package = opc::Package::fromBytes(before, "test.pptx");
+  opc::Part& slide = package->part(SlideName);
+  slide.xml().document_element().append_attribute("showMasterSp") = "0";
+  slide.markChanged();
+  const std::string after = packed(*package);
+
+  std::vector<StoredEntry> old = storedEntries(before);
+  std::vector<StoredEntry> now = storedEntries(after);
+  ASSERT_EQ(old.size(), now.size());
+  EXPECT_EQ(commentOf(after), "a comment");
+  for (std::size_t i = 0; i < old.size(); ++i) {
+    EXPECT_EQ(old[i].name, now[i].name);
+    EXPECT_EQ(old[i].dosTimeAndDate, now[i].dosTimeAndDate) << old[i].name;
+    EXPECT_EQ(old[i].compressed == now[i].compressed, old[i].name != SlideName) << old[i].name;
+  }
+  EXPECT_THAT(std::string(opc::Package::fromBytes(after, "again")->part(SlideName).bytes()),
+              HasSubstr("showMasterSp=\"0\""));
+  EXPECT_EQ(packed(*package), after) << "a second save must give the same bytes";
+}
+
+TEST(PackageTest, WhatIsNotUnderstoodSurvivesAChange) {
+  const std::string odd =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>"
+      "<!-- before --><p:sld xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\" "
+      "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" "
+      "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\" xmlns:x=\"urn:other\" "
+      "mc:Ignorable=\"x\"> <p:cSld name=\"a&#09;b &lt;&quot;'\">\n\t<?target some data?><x:own x:v=\"1\"> "
+      "</x:own>"
+      "<p:spTree/><mc:AlternateContent><mc:Choice Requires=\"x\"><x:new/></mc:Choice><mc:Fallback/>"
+      "</mc:AlternateContent><![CDATA[<raw>]]><a:t> &amp; \xC3\xA9&gt;</a:t></p:cSld></p:sld>";
+  DeckBuilder deck;
+  deck.addSlide();
+  deck.part(std::string(SlideName), odd);
+  const auto package = deck.package();
+  static_cast<void>(package->part(SlideName).xml());
+  package->part(SlideName).markChanged();
+  EXPECT_EQ(package->part(SlideName).bytes(), odd);
+}
+
+TEST(PackageTest, PartsAreFoundWhateverTheCaseAndTheSlash) {
+  const auto package = twoSlides().package();
+  opc::Part* part = package->find(SlideName);
+  ASSERT_NE(part, nullptr);
+  EXPECT_EQ(package->find("/PPT/Slides/SLIDE1.xml"), part);
+  EXPECT_EQ(package->find("ppt/slides/slide9.xml"), nullptr);
+  EXPECT_EQ(part->contentType(), "application/vnd.openxmlformats-officedocument.presentationml.slide+xml");
+  EXPECT_EQ(package->part("ppt/theme/theme1.xml").contentType(),
+            "application/vnd.openxmlformats-officedocument.theme+xml");
+}
+
+TEST(PackageTest, RelationshipsLeadFromTheSlideToItsTheme) {
+  const auto package = twoSlides().package();
+  opc::Part* presentation = package->related(opc::relationship::OfficeDocument);
+  ASSERT_NE(presentation, nullptr);
+  EXPECT_EQ(presentation->related(opc::relationship::PresProps)->name(), "ppt/presProps.xml");
+  opc::Part* layout = package->part(SlideName).related(opc::relationship::SlideLayout);
+  ASSERT_NE(layout, nullptr);
+  opc::Part* theme = layout->related(opc::relationship::SlideMaster)->related(opc::relationship::Theme);
+  ASSERT_NE(theme, nullptr);
+  EXPECT_EQ(theme->name(), "ppt/theme/theme1.xml");
+  EXPECT_EQ(package->related(opc::relationship::Thumbnail), nullptr);
+}
+
+TEST(PackageTest, TargetsAreResolvedAsUris) {
+  struct Case {
+    const char* target;
+    const char* part;  // null: leads nowhere
+  };
+  const std::array<Case, 7> cases{{{"../media/image1.png", "ppt/media/image1.png"},
+                                   {"/ppt/media/image1.png", "ppt/media/image1.png"},
+                                   {"./../media/./image1.png#frag", "ppt/media/image1.png"},
+                                   {"../media/two%20words.png", "ppt/media/two words.png"},
+                                   {"../../../ppt/media/image1.png", nullptr},
+                                   {"../media/other.png", nullptr},
+                                   {"", nullptr}}};
+  DeckBuilder deck;
+  deck.addSlide();
+  deck.part("ppt/media/image1.png", "one");
+  deck.part("ppt/media/two words.png", "two");
+  std::vector<std::string> ids;
+  for (const Case& c : cases) ids.push_back(deck.relate(1, "image", c.target));
+  const std::string external = deck.relate(1, "image", "../media/image1.png", true);
+  const auto package = deck.package();
+  opc::Part& slide = package->part(SlideName);
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    opc::Part* target = slide.target(ids[i]);
+    if (cases[i].part == nullptr) {
+      EXPECT_EQ(target, nullptr) << cases[i].target;
+    } else {
+      ASSERT_NE(target, nullptr) << cases[i].target;
+      EXPECT_EQ(target->name(), cases[i].part);
+    }
+  }
+  EXPECT_EQ(slide.target(external), nullptr);
+  EXPECT_TRUE(slide.relationship(external)->external);
+}
+
+TEST(PackageTest, PartsComeAndGoWithTheirTypeAndRelationship) {
+  const auto package = twoSlides().package();
+  const std::string original = package->serialize();
+  opc::Part& slide = package->part(SlideName);
+  opc::Part& added = package->add(package->freeName("ppt/tags/tag", ".xml"), "application/x-test", "<a/>");
+  const std::string id = package->addRelationship(slide, "urn:types/tags", added);
+  EXPECT_THROW(package->add("PPT/tags/TAG1.xml", "x", ""), basic::Error);
+  packed(*package);
+  EXPECT_EQ(slide.target(id), &added);
+
+  const auto reopened = opc::Package::fromBytes(package->serialize(), "again");
+  opc::Part* found = reopened->part(SlideName).target(id);
+  ASSERT_NE(found, nullptr);
+  EXPECT_EQ(found->name(), "ppt/tags/tag1.xml");
+  EXPECT_EQ(found->contentType(), "application/x-test");
+  EXPECT_EQ(found->bytes(), "<a/>");
+  EXPECT_EQ(reopened->part(SlideName).relationship(id)->target, "../tags/tag1.xml");
+
+  const std::string later =
+      package->addRelationship(slide, "urn:types/other", package->part("ppt/theme/theme1.xml"));
+  package->removeRelationship(slide, id);
+  EXPECT_EQ(slide.target(id), nullptr);
+  EXPECT_EQ(slide.target(later)->name(), "ppt/theme/theme1.xml");
+  package->removeRelationship(slide, later);
+  package->remove(added);
+  EXPECT_EQ(package->find("ppt/tags/tag1.xml"), nullptr);
+  const auto names = [](const std::string& zip) {
+    std::vector<std::string> result;
+    for (const StoredEntry& entry : storedEntries(zip)) result.push_back(entry.name);
+    return result;
+  };
+  EXPECT_EQ(names(packed(*package)), names(original));
+  // All but the line break behind the declaration, which carries no meaning.
+  const std::string types(opc::Package::fromBytes(original, "original")->part("[Content_Types].xml").bytes());
+  EXPECT_EQ(package->part("[Content_Types].xml").bytes(), basic::Replace(types, "\r\n", ""));
+}
+
+TEST(PackageTest, APartMayBeRemovedAndComeBackBetweenTwoSaves) {
+  DeckBuilder deck = twoSlides();
+  deck.part("ppt/tags/tag1.xml", "<old/>", "application/x-test");
+  const auto package = deck.package();
+  package->remove(package->part("ppt/tags/tag1.xml"));
+  package->add("ppt/tags/tag1.xml", "application/x-test", "<new/>");
+  const auto reopened = opc::Package::fromBytes(packed(*package), "again");
+  EXPECT_EQ(reopened->part("ppt/tags/tag1.xml").bytes(), "<new/>");
+}
+
+TEST(PackageTest, OtherPrefixesAreReadAsTheUsualOnes) {
+  DeckBuilder deck;
+  deck.addSlide();
+  deck.part(std::string(SlideName),
+            "<sld xmlns=\"http://schemas.openxmlformats.org/presentationml/2006/main\" "
+            "xmlns:d=\"http://schemas.openxmlformats.org/drawingml/2006/main\" "
+            "xmlns:rel=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" show=\"0\">"
+            "<cSld><spTree><pic><d:blip rel:embed=\"rId1\"/></pic></spTree></cSld></sld>");
+  const auto package = deck.package();
+  opc::Part& slide = package->part(SlideName);
+  const pugi::xml_node root = slide.xml().child("p:sld");
+  EXPECT_FALSE(root.attribute("show").as_bool(true));
+  EXPECT_STREQ(
+      root.child("p:cSld").child("p:spTree").child("p:pic").child("a:blip").attribute("r:embed").value(),
+      "rId1");
+  slide.markChanged();
+  const std::string written(slide.bytes());
+  for (const char* prefix : {"xmlns:p=", "xmlns:a=", "xmlns:r="}) EXPECT_THAT(written, HasSubstr(prefix));
+}
+
+TEST(PackageTest, AnotherEncodingIsReadAndWrittenAsUtf8) {
+  std::string utf16 = "\xFF\xFE";
+  for (char c : std::string("<?xml version=\"1.0\" encoding=\"UTF-16\"?><p:sld><b v=\"x\"/></p:sld>")) {
+    utf16.append({c, '\0'});
+  }
+  DeckBuilder deck;
+  deck.addSlide();
+  deck.part(std::string(SlideName), utf16);
+  const auto package = deck.package();
+  static_cast<void>(package->part(SlideName).xml());
+  package->part(SlideName).markChanged();
+  EXPECT_EQ(package->part(SlideName).bytes(),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?><p:sld><b v=\"x\"/></p:sld>");
+}
+
+}  // namespace
+}  // namespace deck::test

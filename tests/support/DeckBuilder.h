@@ -1,0 +1,92 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "deck/objects/Application.h"
+#include "opc/Package.h"
+#include "support/ZipFile.h"
+
+namespace deck::test {
+
+/// XML of a text shape with one run; `nvPr` goes into its p:nvPr.
+std::string textShape(int id, const std::string& name, const std::string& text, const std::string& nvPr = {});
+/// XML of a p:sp with this p:txBody content (paragraphs).
+std::string shapeWithParagraphs(int id, const std::string& name, const std::string& paragraphs);
+/// XML of a p:custDataLst with one reference to tags.
+std::string tagsReference(const std::string& relationshipId);
+
+/// Builds small presentations in memory, complete enough that PowerPoint and
+/// other programs open them: one master, one layout, one theme. Everything can
+/// be replaced or taken away to make a broken one.
+class DeckBuilder {
+ public:
+  DeckBuilder();
+
+  /// Adds a slide with these shapes (XML below p:spTree); returns its index from 1.
+  int addSlide(const std::string& shapes = {});
+  /// Replaces the shapes of a slide.
+  void shapes(int slide, const std::string& xml) { slides_[at(slide)].shapes = xml; }
+  /// Attributes of the slide's root, such as show="0".
+  void slideAttributes(int slide, const std::string& attributes) {
+    slides_[at(slide)].attributes = attributes;
+  }
+  /// XML behind the slide's p:cSld, such as a p:transition.
+  void afterCommonData(int slide, const std::string& xml) { slides_[at(slide)].after = xml; }
+  /// XML behind the slide's p:spTree, such as tagsReference().
+  void afterShapes(int slide, const std::string& xml) { slides_[at(slide)].inCommonData = xml; }
+  /// Adds a relationship of the slide; returns its id. Types are those of
+  /// namespace relationship and others of the office document namespace.
+  std::string relate(int slide, const std::string& type, const std::string& target, bool external = false);
+  /// Adds a part with tags; returns its target seen from a slide ("../tags/tag1.xml").
+  std::string addTags(const std::vector<std::pair<std::string, std::string>>& tags);
+  /// Tags of the presentation itself.
+  void presentationTags(const std::vector<std::pair<std::string, std::string>>& tags);
+  /// Content of p:showPr's parent: the presentation's properties.
+  void presentationProperties(const std::string& xml) { properties_ = xml; }
+  /// XML between p:notesSz and the end of the presentation, such as a p:custShowLst.
+  void presentationExtra(const std::string& xml) { presentationExtra_ = xml; }
+  /// The id of the presentation's relationship to a slide.
+  [[nodiscard]] static std::string slideRelationship(int slide) {
+    return "rId" + std::to_string(100 + slide);
+  }
+
+  /// Adds a part, or replaces one, whatever it then does to the deck.
+  void part(const std::string& name, const std::string& content, const std::string& type = {});
+  void removePart(const std::string& name) { removed_.push_back(name); }
+
+  [[nodiscard]] std::vector<ZipEntry> entries() const;
+  [[nodiscard]] std::string bytes() const { return zipOf(entries()); }
+  [[nodiscard]] std::unique_ptr<opc::Package> package() const {
+    return opc::Package::fromBytes(bytes(), "test.pptx");
+  }
+  /// Opened without a file or an application.
+  [[nodiscard]] std::shared_ptr<Presentation> presentation() const {
+    return std::make_shared<Presentation>(package(), "/decks/test.pptx", std::nullopt);
+  }
+
+ private:
+  struct SlideSource {
+    std::string shapes;
+    std::string attributes;
+    std::string inCommonData;
+    std::string after;
+    std::string relationships;
+    int lastRelationship = 1;
+  };
+  static std::size_t at(int slide) { return static_cast<std::size_t>(slide - 1); }
+
+  std::vector<SlideSource> slides_;
+  std::vector<std::pair<std::string, std::string>> parts_;
+  std::map<std::string, std::string> types_;  // overrides of parts added by part()
+  std::vector<std::string> removed_;
+  std::string properties_;
+  std::string presentationExtra_;
+  std::string presentationTags_;
+  int lastTags_ = 0;
+};
+
+}  // namespace deck::test

@@ -1,0 +1,110 @@
+#include "support/ZipFile.h"
+
+#include <zlib.h>
+
+#include <cstring>
+#include <stdexcept>
+
+namespace deck::test {
+namespace {
+
+template <typename Integer>
+void put(std::string& bytes, Integer value) {
+  for (std::size_t i = 0; i < sizeof value; ++i) bytes += static_cast<char>((value >> (8U * i)) & 0xFFU);
+}
+
+template <typename Integer>
+Integer get(const std::string& bytes, std::size_t at) {
+  std::uint64_t value = 0;
+  for (std::size_t i = 0; i < sizeof(Integer); ++i) {
+    value |= static_cast<std::uint64_t>(static_cast<unsigned char>(bytes.at(at + i))) << (8U * i);
+  }
+  return static_cast<Integer>(value);
+}
+
+std::string deflated(const std::string& content) {
+  z_stream stream{};
+  if (deflateInit2(&stream, 6, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY) != Z_OK)
+    throw std::runtime_error("zlib");
+  std::string result(deflateBound(&stream, static_cast<uLong>(content.size())), '\0');
+  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(content.data()));
+  stream.avail_in = static_cast<uInt>(content.size());
+  stream.next_out = reinterpret_cast<Bytef*>(result.data());
+  stream.avail_out = static_cast<uInt>(result.size());
+  deflate(&stream, Z_FINISH);
+  result.resize(stream.total_out);
+  deflateEnd(&stream);
+  return result;
+}
+
+std::size_t endRecord(const std::string& zip) {
+  const std::size_t at = zip.rfind("PK\x05\x06");
+  if (at == std::string::npos) throw std::runtime_error("no end of central directory");
+  return at;
+}
+
+}  // namespace
+
+std::string zipOf(const std::vector<ZipEntry>& entries, const std::string& comment) {
+  std::string zip;
+  std::string directory;
+  for (const ZipEntry& entry : entries) {
+    const std::string data = entry.deflated ? deflated(entry.content) : entry.content;
+    std::string common;
+    put<std::uint16_t>(common, 20);  // version needed
+    put<std::uint16_t>(common, 0);
+    put<std::uint16_t>(common, entry.deflated ? 8 : 0);
+    put(common, entry.dosTime);
+    put(common, entry.dosDate);
+    put(common, static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(entry.content.data()),
+                                                 static_cast<uInt>(entry.content.size()))));
+    put(common, static_cast<std::uint32_t>(data.size()));
+    put(common,
+        entry.claimedSize != 0 ? entry.claimedSize : static_cast<std::uint32_t>(entry.content.size()));
+    put(common, static_cast<std::uint16_t>(entry.name.size()));
+    put<std::uint16_t>(common, 0);  // extra field
+
+    directory += "PK\x01\x02";
+    put<std::uint16_t>(directory, 20);  // version made by
+    directory += common;
+    put<std::uint16_t>(directory, 0);  // comment
+    put<std::uint16_t>(directory, 0);  // disk
+    put<std::uint16_t>(directory, 0);  // internal attributes
+    put<std::uint32_t>(directory, 0);  // external attributes
+    put(directory, static_cast<std::uint32_t>(zip.size()));
+    directory += entry.name;
+
+    zip += "PK\x03\x04" + common + entry.name + data;
+  }
+  const std::size_t directoryAt = zip.size();
+  zip += directory + "PK\x05\x06";
+  put<std::uint32_t>(zip, 0);  // disks
+  put(zip, static_cast<std::uint16_t>(entries.size()));
+  put(zip, static_cast<std::uint16_t>(entries.size()));
+  put(zip, static_cast<std::uint32_t>(directory.size()));
+  put(zip, static_cast<std::uint32_t>(directoryAt));
+  put(zip, static_cast<std::uint16_t>(comment.size()));
+  return zip + comment;
+}
+
+std::vector<StoredEntry> storedEntries(const std::string& zip) {
+  const std::size_t end = endRecord(zip);
+  const auto count = get<std::uint16_t>(zip, end + 10);
+  std::size_t at = get<std::uint32_t>(zip, end + 16);
+  std::vector<StoredEntry> entries;
+  for (int i = 0; i < count; ++i) {
+    const auto size = get<std::uint32_t>(zip, at + 20);
+    const auto nameSize = get<std::uint16_t>(zip, at + 28);
+    const auto local = get<std::uint32_t>(zip, at + 42);
+    const std::size_t data =
+        local + 30U + get<std::uint16_t>(zip, local + 26) + get<std::uint16_t>(zip, local + 28);
+    entries.push_back(
+        {zip.substr(at + 46, nameSize), get<std::uint32_t>(zip, at + 12), zip.substr(data, size)});
+    at += 46U + nameSize + get<std::uint16_t>(zip, at + 30) + get<std::uint16_t>(zip, at + 32);
+  }
+  return entries;
+}
+
+std::string commentOf(const std::string& zip) { return zip.substr(endRecord(zip) + 22); }
+
+}  // namespace deck::test
