@@ -21,12 +21,12 @@ std::string element(const std::string& name, const std::string& content) {
 
 std::string BookBuilder::bytes() const {
   std::vector<deck::test::ZipEntry> entries{
-      {"_rels/.rels", "<opc::Relationships>" + relationship("rId1", "officeDocument", "xl/workbook.xml") +
-                          "</opc::Relationships>"},
+      {"_rels/.rels",
+       "<Relationships>" + relationship("rId1", "officeDocument", "xl/workbook.xml") + "</Relationships>"},
       {"xl/_rels/workbook.xml.rels",
-       "<opc::Relationships>" + relationship("rId1", "worksheet", "worksheets/sheet1.xml") +
+       "<Relationships>" + relationship("rId1", "worksheet", "worksheets/sheet1.xml") +
            relationship("rId2", "styles", "/xl/styles.xml") +
-           relationship("rId3", "sharedStrings", "sharedStrings.xml") + "</opc::Relationships>"},
+           relationship("rId3", "sharedStrings", "sharedStrings.xml") + "</Relationships>"},
       {"xl/workbook.xml", std::string("<workbook") + Main + "><workbookPr date1904=\"" +
                               (from1904 ? "1" : "0") +
                               "\"/><sheets><sheet name=\"Sheet1\" sheetId=\"1\" r:id=\"rId1\"/></sheets>" +

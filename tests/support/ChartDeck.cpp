@@ -79,10 +79,10 @@ std::string ChartDeck::bookBytes() const {
            "\"><sheets><sheet name=\"Notes\" sheetId=\"2\" r:id=\"rId9\"/><sheet name=\"Sheet1\" "
            "sheetId=\"1\" r:id=\"rId1\"/></sheets></workbook>"},
       {"xl/_rels/workbook.xml.rels",
-       "<opc::Relationships><Relationship Id=\"rId1\" Type=\"" + office +
+       "<Relationships><Relationship Id=\"rId1\" Type=\"" + office +
            "/worksheet\" Target=\"worksheets/sheet1.xml\"/><Relationship Id=\"rId9\" Type=\"" + office +
            "/worksheet\" Target=\"worksheets/sheet2.xml\"/><Relationship Id=\"rId5\" Type=\"" + office +
-           "/calcChain\" Target=\"calcChain.xml\"/></opc::Relationships>"},
+           "/calcChain\" Target=\"calcChain.xml\"/></Relationships>"},
       {"xl/calcChain.xml", "<calcChain" + main + "><c r=\"B2\"/></calcChain>"},
       {"xl/worksheets/sheet2.xml", "<worksheet" + main + "><sheetData/></worksheet>"},
       {"xl/worksheets/sheet1.xml",
@@ -90,8 +90,8 @@ std::string ChartDeck::bookBytes() const {
            (rows.empty() ? ordinary : rows) +
            "</sheetData><tableParts count=\"1\"><tablePart r:id=\"rId1\"/></tableParts></worksheet>"},
       {"xl/worksheets/_rels/sheet1.xml.rels",
-       "<opc::Relationships><Relationship Id=\"rId1\" Type=\"" + office +
-           "/table\" Target=\"../tables/table1.xml\"/></opc::Relationships>"},
+       "<Relationships><Relationship Id=\"rId1\" Type=\"" + office +
+           "/table\" Target=\"../tables/table1.xml\"/></Relationships>"},
       {"xl/tables/table1.xml",
        table.empty()
            ? "<table" + main +
@@ -127,8 +127,8 @@ DeckBuilder ChartDeck::build() const {
       "application/vnd.openxmlformats-officedocument.drawingml.chart+xml");
   if (!relationship.empty()) {
     deck.part("ppt/charts/_rels/chart1.xml.rels",
-              "<opc::Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">" +
-                  relationship + "</opc::Relationships>");
+              "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">" +
+                  relationship + "</Relationships>");
     deck.part("ppt/embeddings/book.xlsx", bookBytes(),
               "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet");
   }

@@ -38,8 +38,8 @@ std::string relationship(const std::string& id, const std::string& type, const s
 
 std::string relationships(const std::string& list) {
   return Declaration +
-         "<opc::Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">" +
-         list + "</opc::Relationships>";
+         "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">" + list +
+         "</Relationships>";
 }
 
 std::string theme() {
