@@ -1,21 +1,38 @@
 #!/usr/bin/env bash
 # Checks the C++ sources with the two programs of LLVM 14, whose opinions differ from version to version.
 #   check_style.sh format        the form of every file
-#   check_style.sh tidy          .clang-tidy's checks over what has changed since the last release
-#   check_style.sh tidy --all    over everything
-#   check_style.sh tidy FILE...  over these
-# What has changed since the last release is bounded: the most recently changed files go first.
+#   check_style.sh tidy                   .clang-tidy's checks over what has changed since the last release
+#   check_style.sh tidy --within SECONDS  the same, the newest changes first, until the time is up
+#   check_style.sh tidy --all             over everything
+#   check_style.sh tidy FILE...           over these
 set -euo pipefail
 cd "$(dirname "$0")/.."
-most=10
 
-# The .cpp files that differ from the last release, or from the beginning; the newest changes first.
+# The files to look at for what differs from the last release, or from the beginning; the newest
+# changes first. A header is looked at through a file that includes it, its own if it has one.
 changed() {
-  local since
+  local since file
   since=$(git describe --tags --match 'v*' --abbrev=0 2>/dev/null || git rev-list --max-parents=0 HEAD | tail -1)
-  git log --format= --name-only --diff-filter=d "$since..HEAD" -- 'src/*.cpp' | awk '!seen[$0]++' |
-    while read -r file; do [[ ! -f $file ]] || echo "$file"; done
+  git log --format= --name-only --diff-filter=d "$since..HEAD" -- 'src/*.cpp' 'src/*.h' |
+    while read -r file; do
+      [[ -f $file ]] || continue
+      case $file in
+        *.cpp) echo "$file" ;;
+        *) if [[ -f ${file%.h}.cpp ]]; then echo "${file%.h}.cpp"
+           else git grep -lF "#include \"${file#src/}\"" -- 'src/*.cpp' | head -1 || true; fi ;;
+      esac
+    done | awk '!seen[$0]++'
 }
+
+# What was looked at is written to the file `looked`.
+tidy_before() {
+  local deadline=$1 file=$2
+  ((EPOCHSECONDS < deadline)) || return 0
+  echo "$file" >> "$looked"
+  # g++'s own warnings are unknown to clang.
+  clang-tidy-14 -p build/release --quiet --extra-arg=-Wno-unknown-warning-option "$file"
+}
+export -f tidy_before
 
 case ${1:-} in
   format)
@@ -24,24 +41,30 @@ case ${1:-} in
   tidy)
     shift
     [[ -f build/release/compile_commands.json ]] || cmake --preset release >/dev/null
+    deadline=$((EPOCHSECONDS + 86400))
+    if [[ ${1:-} == --within ]]; then
+      deadline=$((EPOCHSECONDS + $2))
+      shift 2
+    fi
     if [[ ${1:-} == --all ]]; then
       mapfile -t files < <(git ls-files 'src/*.cpp')
     elif [[ $# -gt 0 ]]; then
       files=("$@")
     else
       mapfile -t files < <(changed)
-      if ((${#files[@]} > most)); then
-        echo "check_style: ${#files[@]} files have changed; these are the newest $most (--all looks at all)"
-        files=("${files[@]:0:most}")
-      fi
     fi
     ((${#files[@]} > 0)) || exit 0
-    # g++'s own warnings are unknown to clang.
+    looked=$(mktemp)
+    export looked
+    status=0
     printf '%s\n' "${files[@]}" |
-      xargs -d '\n' -P "$(nproc)" -n 1 clang-tidy-14 -p build/release --quiet --extra-arg=-Wno-unknown-warning-option
+      xargs -d '\n' -P "$(nproc)" -I{} bash -c 'tidy_before "$@"' _ "$deadline" {} || status=1
+    echo "check_style: looked at $(wc -l < "$looked") of ${#files[@]} files"
+    rm "$looked"
+    exit $status
     ;;
   *)
-    echo "usage: check_style.sh format | tidy [--all | FILE...]" >&2
+    echo "usage: check_style.sh format | tidy [--within SECONDS] [--all | FILE...]" >&2
     exit 2
     ;;
 esac

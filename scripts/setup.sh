@@ -21,7 +21,7 @@ sources=(libsqliteodbc)
 tests=(
   clang:clang++ libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14
   nodejs:node npm:npm libbenchmark-dev locales chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
-  libreoffice-calc libreoffice-draw poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
+  libreoffice-calc libreoffice-draw libreoffice-impress poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
 
 root=$(cd "$(dirname "$0")/.." && pwd)

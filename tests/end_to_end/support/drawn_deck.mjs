@@ -2,7 +2,10 @@
 
 import { execFileSync } from "node:child_process";
 import { mkdirSync } from "node:fs";
-import PptxGenJS from "pptxgenjs";
+import { createRequire } from "node:module";
+
+// Debian's Node takes its module for a script.
+const PptxGenJS = createRequire(import.meta.url)("pptxgenjs");
 
 const kinds = ["area", "bar", "bubble", "doughnut", "line", "pie", "radar", "scatter"];
 const columns = { bar: { barDir: "bar" }, line: { lineDataSymbol: "none" }, doughnut: { holeSize: 50 } };
