@@ -11,16 +11,16 @@
 
 namespace web::test {
 
-/// A show whose picture a test sets, and which notes what it was asked to do.
+/// A show whose state a test sets, and which notes what it was asked to do.
 class FakeShow : public Show {
  public:
-  Picture shown;
+  ScreenState shown;
   std::string stateText = R"({"running":true})";
   std::map<std::string, Asset, std::less<>> assets;
   std::vector<std::string> commands;
   std::set<int> watched;
   /// How often each view was asked for.
-  std::map<View, int> pictures;
+  std::map<View, int> statesAsked;
   Health condition;
   /// What commands are refused with; empty: they are done.
   std::string refusal;
@@ -35,21 +35,21 @@ class FakeShow : public Show {
     shown.next = SlideView{2, R"(<section class="slide" id="s2"><p id="s2-sh2">Gate 9</p></section>)"};
   }
 
-  std::string state() override { return checked(stateText); }
+  std::string stateJson() override { return checked(stateText); }
   View view(std::optional<int> slide, std::string_view shape) override {
     const int known = slide.value_or(1) <= shown.slideCount ? slide.value_or(1) : 0;
     if (shape.empty()) return {View::Kind::Slide, known, {}};
     return {View::Kind::Shape, known, "s" + std::to_string(known) + "-" + std::string(shape)};
   }
-  Picture picture(const View& view) override {
-    ++pictures[view];
-    Picture picture = checked(shown);
-    if (view.kind == View::Kind::Show) return picture;
-    picture.next.reset();
-    picture.current.reset();
-    picture.isTransparent = view.kind == View::Kind::Shape;
-    if (view.slide > 0) picture.current = SlideView{view.slide, "<section>pinned</section>"};
-    return picture;
+  ScreenState state(const View& view) override {
+    ++statesAsked[view];
+    ScreenState state = checked(shown);
+    if (view.kind == View::Kind::Show) return state;
+    state.next.reset();
+    state.current.reset();
+    state.isTransparent = view.kind == View::Kind::Shape;
+    if (view.slide > 0) state.current = SlideView{view.slide, "<section>pinned</section>"};
+    return state;
   }
   void watch(const std::set<int>& slides) override { watched = slides; }
   Health health() override { return checked(condition); }

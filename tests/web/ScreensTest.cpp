@@ -52,7 +52,7 @@ TEST_F(ScreensTest, GivesEachViewItsOwnChangesAndBuildsThemOnce) {
   mirror.event();
   EXPECT_TRUE(Json::parse(shape.event().data)["transparent"]);
   for (Client& screen : pinned) EXPECT_EQ(5, Json::parse(screen.event().data)["current"]["index"]);
-  EXPECT_EQ(1, (show.pictures[{View::Kind::Slide, 5, {}}]));
+  EXPECT_EQ(1, (show.statesAsked[{View::Kind::Slide, 5, {}}]));
   EXPECT_THAT(show.watched, ElementsAre(5));
 
   server().shapesChanged({change(1, "s1-sh2", true), change(5, "s5-sh2", false), change(5, "s5-sh9", false)});
@@ -70,7 +70,7 @@ TEST_F(ScreensTest, GivesEachViewItsOwnChangesAndBuildsThemOnce) {
   server().slideChanged();
   EXPECT_EQ(*mirrored.id + 1, mirror.event().id);
   show.shown.blank = Blank::Black;
-  server().pictureChanged();
+  server().stateChanged();
   const Event black = pinned.front().event();
   EXPECT_EQ("black", Json::parse(black.data)["blank"]);
   EXPECT_EQ(last + 1, black.id);

@@ -83,12 +83,12 @@ void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()
   watch(watched_);
   lookForStaleData();
   lookout_->Enabled(true);
-  slidePictureChanged();
+  slideStateChanged();
 }
 
 void LiveShow::progress(std::optional<web::Progress> progress) {
   progress_ = std::move(progress);
-  wholePictureChanged();
+  wholeStateChanged();
 }
 
 void LiveShow::shutDown() {
@@ -122,7 +122,7 @@ std::optional<std::string> LiveShow::textOf(int slide, const std::string& shapeN
   return shape->TextFrame()->TextRange()->Text();
 }
 
-std::string LiveShow::state() {
+std::string LiveShow::stateJson() {
   Json slides = Json::array();
   for (std::int32_t index = 1; index <= presentation_->slideCount(); ++index) {
     Json shapes = Json::array();
@@ -149,7 +149,7 @@ void LiveShow::watchConversions() {
   if (converter_.poll()) {
     renderer_.forget();
     pages_.clear();
-    wholePictureChanged();
+    wholeStateChanged();
   }
   conversionTimer_->Enabled(converter_.isBusy());
 }
@@ -166,7 +166,7 @@ void LiveShow::lookForNewTime() {
   for (const auto& [slide, shown] : timed_) {
     if (!isNewDay && shown == render::TimeShown::Date) continue;
     pages_.erase(slide);
-    if (isHeld(slide)) wholePictureChanged();
+    if (isHeld(slide)) wholeStateChanged();
   }
 }
 
@@ -208,39 +208,39 @@ void LiveShow::shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) {
   requestFlush();
 }
 
-void LiveShow::slideHiddenChanged(std::int32_t) { slidePictureChanged(); }
+void LiveShow::slideHiddenChanged(std::int32_t) { slideStateChanged(); }
 
 void LiveShow::linksUpdated() {
   pages_.clear();
-  wholePictureChanged();
+  wholeStateChanged();
 }
 
 void LiveShow::slideChanged() {
   if (show_) builtBefore_ = show_->builtSteps();
-  slidePictureChanged();
+  slideStateChanged();
 }
-void LiveShow::blankChanged() { wholePictureChanged(); }
-void LiveShow::buildChanged() { slidePictureChanged(); }
+void LiveShow::blankChanged() { wholeStateChanged(); }
+void LiveShow::buildChanged() { slideStateChanged(); }
 
 void LiveShow::ended() {
   lookout_->Enabled(false);
-  if (!standing_) wholePictureChanged();
+  if (!standing_) wholeStateChanged();
   loop_.post([self = self_] {
     if (*self && (*self)->onEnd_) (*self)->onEnd_();
   });
 }
 
 void LiveShow::lookForStaleData() {
-  if (freshness_.look() && options_.staleData != StaleData::Keep) wholePictureChanged();
+  if (freshness_.look() && options_.staleData != StaleData::Keep) wholeStateChanged();
 }
 
-void LiveShow::slidePictureChanged() {
-  slidePictureChanged_ = true;
+void LiveShow::slideStateChanged() {
+  slideStateChanged_ = true;
   requestFlush();
 }
 
-void LiveShow::wholePictureChanged() {
-  wholePictureChanged_ = true;
+void LiveShow::wholeStateChanged() {
+  wholeStateChanged_ = true;
   requestFlush();
 }
 
@@ -261,9 +261,9 @@ void LiveShow::flush() {
     return;
   }
   sendShapes(changed);
-  const bool slide = std::exchange(slidePictureChanged_, false);
-  if (std::exchange(wholePictureChanged_, false)) {
-    server_->pictureChanged(changed);
+  const bool slide = std::exchange(slideStateChanged_, false);
+  if (std::exchange(wholeStateChanged_, false)) {
+    server_->stateChanged(changed);
   } else if (slide) {
     server_->slideChanged(changed);
   }

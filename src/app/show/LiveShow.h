@@ -66,9 +66,9 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   [[nodiscard]] deck::ShowPlace place() const { return show_->place(); }
   [[nodiscard]] std::optional<std::chrono::system_clock::time_point> began() const { return began_; }
 
-  std::string state() override;
+  std::string stateJson() override;
   web::View view(std::optional<int> slide, std::string_view shape) override;
-  web::Picture picture(const web::View& view) override;
+  web::ScreenState state(const web::View& view) override;
   void watch(const std::set<int>& slides) override;
   web::Health health() override;
   std::optional<web::Asset> asset(std::string_view name) override;
@@ -107,14 +107,14 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   web::SlideView page(int slide);
   render::SlidePage draw(int slide);
   std::string drawShape(int slide, std::uint32_t id);
-  web::SlideView shapeAlone(const web::View& view, web::Picture& picture);
-  void showCurrent(web::Picture& picture);
-  void addStale(web::Picture& picture, int slide) const;
-  void addBuilds(web::Picture& picture, int slide) const;
+  web::SlideView shapeAlone(const web::View& view, web::ScreenState& state);
+  void showCurrent(web::ScreenState& state);
+  void addStale(web::ScreenState& state, int slide) const;
+  void addBuilds(web::ScreenState& state, int slide) const;
   void lookForStaleData();
   void lookForNewTime();
-  void slidePictureChanged();
-  void wholePictureChanged();
+  void slideStateChanged();
+  void wholeStateChanged();
   void watchConversions();
   void requestFlush();
   void flush();
@@ -152,8 +152,8 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   std::size_t builtBefore_ = 0;
   std::set<std::pair<int, std::uint32_t>> changedShapes_;
   /// What the screens that follow the show draw, and what all of them draw.
-  bool slidePictureChanged_ = false;
-  bool wholePictureChanged_ = false;
+  bool slideStateChanged_ = false;
+  bool wholeStateChanged_ = false;
   /// Of what is noted, the first.
   web::Server::Time changedAt_;
   bool flushRequested_ = false;

@@ -102,54 +102,54 @@ web::View LiveShow::view(std::optional<int> slide, std::string_view shape) {
   return view;
 }
 
-web::Picture LiveShow::picture(const web::View& view) {
+web::ScreenState LiveShow::state(const web::View& view) {
   const render::SlideSize size = renderer_.size();
-  web::Picture picture;
-  picture.deck = version_;
-  picture.title = std::filesystem::path(presentation_->FullName()).stem().string();
-  picture.width = size.width;
-  picture.height = size.height;
-  picture.slideCount = presentation_->slideCount();
-  picture.stylesheet = styleSheetName();
-  picture.began = began_;
-  picture.progress = progress_;
+  web::ScreenState state;
+  state.deck = version_;
+  state.title = std::filesystem::path(presentation_->FullName()).stem().string();
+  state.width = size.width;
+  state.height = size.height;
+  state.slideCount = presentation_->slideCount();
+  state.stylesheet = styleSheetName();
+  state.began = began_;
+  state.progress = progress_;
   if (show_) {
-    picture.blank = toWeb(show_->blank());
-    picture.kiosk = show_->isKiosk();
-    picture.ended = !isOn() || show_->isAtEnd();
+    state.blank = toWeb(show_->blank());
+    state.kiosk = show_->isKiosk();
+    state.ended = !isOn() || show_->isAtEnd();
   }
   switch (view.kind) {
     case web::View::Kind::Show:
-      showCurrent(picture);
+      showCurrent(state);
       break;
     case web::View::Kind::Slide:
-      if (view.slide > 0 && view.slide <= picture.slideCount) picture.current = page(view.slide);
+      if (view.slide > 0 && view.slide <= state.slideCount) state.current = page(view.slide);
       break;
     case web::View::Kind::Shape:
       // Laid over somebody else's picture, it must neither cover nor announce anything.
-      picture.blank = web::Blank::None;
-      picture.isTransparent = true;
-      picture.progress.reset();
-      if (view.slide > 0 && !picture.ended) picture.current = shapeAlone(view, picture);
-      picture.ended = false;
+      state.blank = web::Blank::None;
+      state.isTransparent = true;
+      state.progress.reset();
+      if (view.slide > 0 && !state.ended) state.current = shapeAlone(view, state);
+      state.ended = false;
       break;
   }
-  for (const auto& slide : {picture.current, picture.next}) {
-    if (slide) addStale(picture, slide->index);
+  for (const auto& slide : {state.current, state.next}) {
+    if (slide) addStale(state, slide->index);
   }
-  return picture;
+  return state;
 }
 
-void LiveShow::showCurrent(web::Picture& picture) {
+void LiveShow::showCurrent(web::ScreenState& state) {
   std::erase_if(pages_, [this](const auto& page) { return !isHeld(page.first); });
   if (const auto current = currentSlide()) {
-    picture.current = page(*current);
-    picture.transition = toWeb(deck::transitionOf(presentation_->slidePart(*current)));
-    addBuilds(picture, *current);
+    state.current = page(*current);
+    state.transition = toWeb(deck::transitionOf(presentation_->slidePart(*current)));
+    addBuilds(state, *current);
   } else if (standing_ ? standing_->isEmpty : isRunning() && show_->isEmpty()) {
-    picture.current = web::SlideView{0, renderer_.backdrop(1)};
+    state.current = web::SlideView{0, renderer_.backdrop(1)};
   }
-  if (const auto next = nextSlide()) picture.next = page(*next);
+  if (const auto next = nextSlide()) state.next = page(*next);
 }
 
 web::SlideView LiveShow::page(int slide) {
@@ -196,43 +196,43 @@ std::string LiveShow::drawShape(int slide, std::uint32_t id) {
   }
 }
 
-/// The slide with nothing but the shape, of which the picture shows the shape's place.
-web::SlideView LiveShow::shapeAlone(const web::View& view, web::Picture& picture) {
+/// The slide with nothing but the shape, of which the state shows the shape's place.
+web::SlideView LiveShow::shapeAlone(const web::View& view, web::ScreenState& state) {
   // Only whole pages tell whether they show the time.
   page(view.slide);
   const std::uint32_t id = shapeIdOf(view.elementId);
   const render::Rect area = renderer_.area(view.slide, id);
   const std::string size =
-      "width:" + basic::CStr(picture.width) + "px;height:" + basic::CStr(picture.height) + "px";
-  picture.left = area.x;
-  picture.top = area.y;
-  picture.width = std::max(area.w, 1.0);
-  picture.height = std::max(area.h, 1.0);
+      "width:" + basic::CStr(state.width) + "px;height:" + basic::CStr(state.height) + "px";
+  state.left = area.x;
+  state.top = area.y;
+  state.width = std::max(area.w, 1.0);
+  state.height = std::max(area.h, 1.0);
   return {view.slide, "<section class=\"slide\" id=\"s" + std::to_string(view.slide) + "\" style=\"" + size +
                           "\">" + renderer_.shape(view.slide, id) + "</section>"};
 }
 
-void LiveShow::addStale(web::Picture& picture, int slide) const {
+void LiveShow::addStale(web::ScreenState& state, int slide) const {
   if (options_.staleData == StaleData::Keep) return;
   for (const LinkedShape& shape : linked_[static_cast<std::size_t>(slide)]) {
     if (!showsData(shape) || !freshness_.isStale(connectionKey(shape))) continue;
     const bool isText = static_cast<LF2000::SourceType>(shape.sourceType) == LF2000::SourceType::DataField;
-    auto& elements = options_.staleData == StaleData::Mark ? picture.marked
-                     : isText                              ? picture.blanked
-                                                           : picture.hidden;
+    auto& elements = options_.staleData == StaleData::Mark ? state.marked
+                     : isText                              ? state.blanked
+                                                           : state.hidden;
     elements.push_back(elementId(slide, shape.id));
   }
 }
 
-void LiveShow::addBuilds(web::Picture& picture, int slide) const {
+void LiveShow::addBuilds(web::ScreenState& state, int slide) const {
   if (slide != show_->position()) return;
   const deck::Builds& builds = show_->builds();
   const std::size_t built = show_->builtSteps();
-  for (const std::uint32_t id : builds.hiddenAfter(built)) picture.hidden.push_back(elementId(slide, id));
+  for (const std::uint32_t id : builds.hiddenAfter(built)) state.hidden.push_back(elementId(slide, id));
   if (built != builtBefore_ + 1) return;
   for (const deck::BuildEffect& effect : builds.step(built - 1)) {
-    picture.builds.push_back({elementId(slide, effect.shapeId), effect.isEntrance, effect.kind,
-                              effect.direction, std::chrono::milliseconds(effect.milliseconds)});
+    state.builds.push_back({elementId(slide, effect.shapeId), effect.isEntrance, effect.kind,
+                            effect.direction, std::chrono::milliseconds(effect.milliseconds)});
   }
 }
 

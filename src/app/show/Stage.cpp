@@ -71,7 +71,7 @@ void Stage::beginAct(Act& act, const deck::SlideShowOptions& options) {
   act.live.begin(options, [this] { onEnd_(); });
   options_.live.began = act.live.began();
   // So that the first screen need not wait for it.
-  static_cast<void>(act.live.picture({}));
+  static_cast<void>(act.live.state({}));
 }
 
 void Stage::change(DeckVersion version) {

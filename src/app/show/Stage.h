@@ -48,11 +48,11 @@ class Stage final : public web::Show {
   /// Ends the show and leaves the last picture standing on the screens.
   void shutDown();
 
-  std::string state() override { return act_->live.state(); }
+  std::string stateJson() override { return act_->live.stateJson(); }
   web::View view(std::optional<int> slide, std::string_view shape) override {
     return act_->live.view(slide, shape);
   }
-  web::Picture picture(const web::View& view) override { return act_->live.picture(view); }
+  web::ScreenState state(const web::View& view) override { return act_->live.state(view); }
   void watch(const std::set<int>& slides) override { act_->live.watch(slides); }
   web::Health health() override { return act_->live.health(); }
   /// Those of the deck before as well, for a minute: a screen may be about to ask for one.

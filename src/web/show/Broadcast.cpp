@@ -30,7 +30,7 @@ bool isSeen(const ShapeChange& change, const View& view) {
 
 Broadcast::Broadcast(boost::asio::io_context& loop, Show& show, const Options& options)
     : show_(show), options_(options), heart_(loop), programs_([this](std::uint64_t sequence) {
-        return guarded([&] { return stateMessage(sequence, show_.state()); });
+        return guarded([&] { return stateMessage(sequence, show_.stateJson()); });
       }) {}
 
 void Broadcast::start() {
@@ -65,7 +65,7 @@ Channel& Broadcast::channelOf(const View& view) {
           view,
           [this, view](std::uint64_t sequence) {
             return guarded([&] {
-              return pictureMessage(sequence, show_.picture(view), clientVersion(), options_.heartbeat);
+              return screenStateMessage(sequence, show_.state(view), clientVersion(), options_.heartbeat);
             });
           },
           [this](const std::string& screen) { book_.remove(screen); })
@@ -88,31 +88,31 @@ void Broadcast::watchSlides() {
   show_.watch(watched_);
 }
 
-void Broadcast::publish(const Picture& picture, Channel& channel, Time changed) {
+void Broadcast::publish(const ScreenState& state, Channel& channel, Time changed) {
   channel.publish(
       [&](std::uint64_t sequence) {
-        return pictureMessage(sequence, picture, clientVersion(), options_.heartbeat);
+        return screenStateMessage(sequence, state, clientVersion(), options_.heartbeat);
       },
       changed);
 }
 
 void Broadcast::slideChanged(Time changed) {
   if (stopped_) return;
-  const Picture picture = show_.picture(View{});
+  const ScreenState state = show_.state(View{});
   const auto screens = views_.find(View{});
-  if (screens != views_.end()) publish(picture, screens->second, changed);
-  programs_.publish([&](std::uint64_t sequence) { return positionMessage(sequence, picture); }, changed);
-  if (picture.ended && !ended_) {
+  if (screens != views_.end()) publish(state, screens->second, changed);
+  programs_.publish([&](std::uint64_t sequence) { return positionMessage(sequence, state); }, changed);
+  if (state.ended && !ended_) {
     programs_.publish([](std::uint64_t sequence) { return endMessage(sequence, "show"); }, changed);
   }
-  ended_ = picture.ended;
+  ended_ = state.ended;
 }
 
-void Broadcast::pictureChanged(Time changed) {
+void Broadcast::stateChanged(Time changed) {
   if (stopped_) return;
   slideChanged(changed);
   for (auto& [view, channel] : views_) {
-    if (view.kind != View::Kind::Show) publish(show_.picture(view), channel, changed);
+    if (view.kind != View::Kind::Show) publish(show_.state(view), channel, changed);
   }
 }
 
@@ -123,7 +123,8 @@ void Broadcast::deckChanged(Time changed) {
     if (view.kind != View::Kind::Show) channel.dismiss();
   }
   dropUnusedChannels();
-  programs_.publish([&](std::uint64_t sequence) { return stateMessage(sequence, show_.state()); }, changed);
+  programs_.publish([&](std::uint64_t sequence) { return stateMessage(sequence, show_.stateJson()); },
+                    changed);
   slideChanged(changed);
 }
 

@@ -29,7 +29,7 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   void start();
   void open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const StreamWanted& wanted);
   void slideChanged(Time changed);
-  void pictureChanged(Time changed);
+  void stateChanged(Time changed);
   void deckChanged(Time changed);
   void shapesChanged(const std::vector<ShapeChange>& changes, Time changed);
   /// Ends all streams; those that are not through by Options::stopTimeout are cut.
@@ -50,7 +50,7 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   Channel& channelOf(const View& view);
   void dropUnusedChannels();
   void watchSlides();
-  void publish(const Picture& picture, Channel& channel, Time changed);
+  void publish(const ScreenState& state, Channel& channel, Time changed);
   void beat();
   /// Runs `build`; a failure of the show is reported and gives null.
   SharedMessage guarded(const std::function<SharedMessage()>& build) const;

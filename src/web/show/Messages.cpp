@@ -92,30 +92,30 @@ SharedMessage greetingMessage(std::string_view screen) {
       Message{chunk("event: hello\ndata: " + textOf(json) + "\n\n"), false});
 }
 
-SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
-                             std::chrono::milliseconds heartbeat) {
+SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& state, std::string_view version,
+                                 std::chrono::milliseconds heartbeat) {
   Json json = {{"version", version},
                {"heartbeat", heartbeat.count()},
-               {"deck", picture.deck},
-               {"title", picture.title},
-               {"left", picture.left},
-               {"top", picture.top},
-               {"width", picture.width},
-               {"height", picture.height},
-               {"transparent", picture.isTransparent},
-               {"kiosk", picture.kiosk},
-               {"blank", blankName(picture.blank)},
-               {"ended", picture.ended},
-               {"slideCount", picture.slideCount},
-               {"stylesheet", picture.stylesheet},
-               {"rules", styleRules(picture)},
-               {"transition", transitionJson(picture.transition)},
-               {"builds", buildsJson(picture.builds)},
-               {"progress", progressJson(picture.progress)},
+               {"deck", state.deck},
+               {"title", state.title},
+               {"left", state.left},
+               {"top", state.top},
+               {"width", state.width},
+               {"height", state.height},
+               {"transparent", state.isTransparent},
+               {"kiosk", state.kiosk},
+               {"blank", blankName(state.blank)},
+               {"ended", state.ended},
+               {"slideCount", state.slideCount},
+               {"stylesheet", state.stylesheet},
+               {"rules", styleRules(state)},
+               {"transition", transitionJson(state.transition)},
+               {"builds", buildsJson(state.builds)},
+               {"progress", progressJson(state.progress)},
                {"began", nullptr},
-               {"current", slideJson(picture.current)},
-               {"next", slideJson(picture.next)}};
-  if (picture.began) json["began"] = epochMilliseconds(*picture.began);
+               {"current", slideJson(state.current)},
+               {"next", slideJson(state.next)}};
+  if (state.began) json["began"] = epochMilliseconds(*state.began);
   return message("picture", sequence, textOf(json), true);
 }
 
@@ -146,11 +146,11 @@ SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChang
   return message("values", sequence, textOf(json));
 }
 
-SharedMessage positionMessage(std::uint64_t sequence, const Picture& picture) {
-  const Json json = {{"position", picture.current ? picture.current->index : 0},
-                     {"slideCount", picture.slideCount},
-                     {"blank", blankName(picture.blank)},
-                     {"ended", picture.ended}};
+SharedMessage positionMessage(std::uint64_t sequence, const ScreenState& state) {
+  const Json json = {{"position", state.current ? state.current->index : 0},
+                     {"slideCount", state.slideCount},
+                     {"blank", blankName(state.blank)},
+                     {"ended", state.ended}};
   return message("position", sequence, textOf(json));
 }
 
@@ -195,12 +195,12 @@ std::string_view blankName(Blank blank) {
   return "none";
 }
 
-std::string styleRules(const Picture& picture) {
+std::string styleRules(const ScreenState& state) {
   std::string rules;
-  addRule(rules, picture.hidden, "", "visibility:hidden");
-  addRule(rules, picture.blanked, " .t", "visibility:hidden");
-  addRule(rules, picture.blanked, " table", "visibility:hidden");
-  addRule(rules, picture.marked, "::after",
+  addRule(rules, state.hidden, "", "visibility:hidden");
+  addRule(rules, state.blanked, " .t", "visibility:hidden");
+  addRule(rules, state.blanked, " table", "visibility:hidden");
+  addRule(rules, state.marked, "::after",
           "content:\"\";position:absolute;top:0;right:0;width:8px;height:8px;background:#d98a00;"
           "clip-path:polygon(0 0,100% 0,100% 100%);opacity:.85");
   return rules;

@@ -35,8 +35,8 @@ SharedMessage greetingMessage(std::string_view screen);
 /// stylesheet, rules (a style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
 /// (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption, text, step, maximum} or
 /// null, slideCount, began (ms since 1970) or null, current: {index, html} or null, next: likewise}
-SharedMessage pictureMessage(std::uint64_t sequence, const Picture& picture, std::string_view version,
-                             std::chrono::milliseconds heartbeat);
+SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& state, std::string_view version,
+                                 std::chrono::milliseconds heartbeat);
 /// `shapes`: [{slide, id, html}] of those changes that `isShown` picks; with
 /// "glides": true where ShapeChange::glides.
 SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
@@ -49,7 +49,7 @@ SharedMessage stateMessage(std::uint64_t sequence, std::string_view state);
 /// `values`: [{slide, shapes: [{name, text}]}]
 SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes);
 /// `position`: {position (0: no slide), slideCount, blank, ended}
-SharedMessage positionMessage(std::uint64_t sequence, const Picture& picture);
+SharedMessage positionMessage(std::uint64_t sequence, const ScreenState& state);
 
 // For both:
 
@@ -70,7 +70,7 @@ std::string errorJson(std::string_view why);
 std::string_view blankName(Blank blank);
 
 /// The style rules of the present moment: which elements carry a mark or are hidden.
-std::string styleRules(const Picture& picture);
+std::string styleRules(const ScreenState& state);
 
 /// ms since 1970
 std::int64_t epochMilliseconds(std::chrono::system_clock::time_point time);

@@ -40,33 +40,32 @@ std::string number(double value) {
   return {digits.data(), end};
 }
 
-std::string valueOf(std::string_view name, const Picture& picture) {
+std::string valueOf(std::string_view name, const ScreenState& state) {
   const auto frame = [](const std::optional<SlideView>& slide, std::string_view attributes) {
     if (!slide) return std::string();
     return "<div " + std::string(attributes) + ">" + slide->html + "</div>";
   };
   if (name == "version") return std::string(clientVersion());
-  if (name == "deck") return escaped(picture.deck);
-  if (name == "title") return escaped(picture.title);
-  if (name == "kiosk") return picture.kiosk ? " data-kiosk" : "";
-  if (name == "ended") return picture.ended ? " data-ended" : "";
-  if (name == "blank") return std::string(blankName(picture.blank));
-  if (name == "transparent") return picture.isTransparent ? " data-transparent" : "";
-  if (name == "rules") return styleRules(picture);
-  if (name == "left") return number(picture.left);
-  if (name == "top") return number(picture.top);
-  if (name == "width") return number(picture.width);
-  if (name == "height") return number(picture.height);
-  if (name == "current") return frame(picture.current, "class=\"frame current\"");
-  if (name == "next") return frame(picture.next, "class=\"frame\" inert");
-  if (name == "stylesheet" && !picture.stylesheet.empty()) {
-    return "<link rel=\"stylesheet\" id=\"slide-styles\" href=\"/assets/" + escaped(picture.stylesheet) +
-           "\">";
+  if (name == "deck") return escaped(state.deck);
+  if (name == "title") return escaped(state.title);
+  if (name == "kiosk") return state.kiosk ? " data-kiosk" : "";
+  if (name == "ended") return state.ended ? " data-ended" : "";
+  if (name == "blank") return std::string(blankName(state.blank));
+  if (name == "transparent") return state.isTransparent ? " data-transparent" : "";
+  if (name == "rules") return styleRules(state);
+  if (name == "left") return number(state.left);
+  if (name == "top") return number(state.top);
+  if (name == "width") return number(state.width);
+  if (name == "height") return number(state.height);
+  if (name == "current") return frame(state.current, "class=\"frame current\"");
+  if (name == "next") return frame(state.next, "class=\"frame\" inert");
+  if (name == "stylesheet" && !state.stylesheet.empty()) {
+    return "<link rel=\"stylesheet\" id=\"slide-styles\" href=\"/assets/" + escaped(state.stylesheet) + "\">";
   }
   return "";
 }
 
-std::string filled(std::string_view file, const Picture& picture) {
+std::string filled(std::string_view file, const ScreenState& state) {
   std::string page;
   std::string_view rest = clientFile(file)->bytes;
   while (true) {
@@ -74,15 +73,15 @@ std::string filled(std::string_view file, const Picture& picture) {
     page += rest.substr(0, open);
     if (open == std::string_view::npos) return page;
     const std::size_t close = rest.find("}}", open);
-    page += valueOf(rest.substr(open + 2, close - open - 2), picture);
+    page += valueOf(rest.substr(open + 2, close - open - 2), state);
     rest.remove_prefix(close + 2);
   }
 }
 
 }  // namespace
 
-std::string screenPage(const Picture& picture) { return filled("screen.html", picture); }
+std::string screenPage(const ScreenState& state) { return filled("screen.html", state); }
 
-std::string remotePage(const Picture& picture) { return filled("remote.html", picture); }
+std::string remotePage(const ScreenState& state) { return filled("remote.html", state); }
 
 }  // namespace web

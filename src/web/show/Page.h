@@ -6,9 +6,9 @@
 
 namespace web {
 
-/// The screen's page with the present picture in it: client/screen.html, filled.
-std::string screenPage(const Picture& picture);
+/// The screen's page with the present state in it: client/screen.html, filled.
+std::string screenPage(const ScreenState& state);
 /// The page for phones: client/remote.html, likewise.
-std::string remotePage(const Picture& picture);
+std::string remotePage(const ScreenState& state);
 
 }  // namespace web

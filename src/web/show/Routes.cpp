@@ -187,15 +187,15 @@ Response Routes::dispatch(const Request& asked) {
 }
 
 Response Routes::get(const Request& request, std::string_view path) {
-  if (path == "/") return page(screenPage(show_.picture(viewOf(request))));
-  if (path == "/remote") return page(remotePage(show_.picture(View{})));
+  if (path == "/") return page(screenPage(show_.state(viewOf(request))));
+  if (path == "/remote") return page(remotePage(show_.state(View{})));
   if (path == "/healthz") return json(R"({"status":"ok"})");
   if (path == "/readyz") return readyAnswer();
   if (path == "/metrics") {
     return Response::fresh(200, "text/plain; version=0.0.4; charset=utf-8",
                            metricsText(show_.health(), broadcast_, failures_));
   }
-  if (path == "/api/v1/state") return json(show_.state());
+  if (path == "/api/v1/state") return json(show_.stateJson());
   if (path == "/api/v1/health") return json(healthJson(show_.health(), broadcast_));
   if (path.starts_with(slidePrefix)) return slideAnswer(path.substr(slidePrefix.size()));
   if (path.starts_with(clientPrefix)) return clientAnswer(path.substr(clientPrefix.size()));
@@ -211,8 +211,8 @@ Response Routes::readyAnswer() {
 Response Routes::slideAnswer(std::string_view number) {
   const auto slide = positiveNumber(number);
   if (!slide) return notFound();
-  Picture picture = show_.picture(show_.view(*slide, {}));
-  return picture.current ? page(std::move(picture.current->html)) : notFound();
+  ScreenState state = show_.state(show_.view(*slide, {}));
+  return state.current ? page(std::move(state.current->html)) : notFound();
 }
 
 /// An address that makes no sense is a view of nothing: a screen shows no errors.

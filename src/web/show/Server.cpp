@@ -49,7 +49,7 @@ std::string Server::url() const {
 
 void Server::slideChanged(Time changed) { broadcast_->slideChanged(changed); }
 
-void Server::pictureChanged(Time changed) { broadcast_->pictureChanged(changed); }
+void Server::stateChanged(Time changed) { broadcast_->stateChanged(changed); }
 
 void Server::deckChanged(Time changed) { broadcast_->deckChanged(changed); }
 

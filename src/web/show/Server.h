@@ -45,11 +45,11 @@ class Server {
   // `changed` is when the cause happened; the paints' delays count from there.
 
   /// Tells programs and the screens that follow the show of another slide on show, or
-  /// another next one. What Show::picture() throws passes through.
+  /// another next one. What Show::state() throws passes through.
   void slideChanged(Time changed = std::chrono::steady_clock::now());
-  /// Tells every stream that the picture has changed other than by slideChanged() and
+  /// Tells every stream that the state has changed other than by slideChanged() and
   /// shapesChanged(): a blank screen, the end, old data. As above.
-  void pictureChanged(Time changed = std::chrono::steady_clock::now());
+  void stateChanged(Time changed = std::chrono::steady_clock::now());
   /// Tells every stream of another deck. Views other than the show's are resolved anew: their screens
   /// keep their picture and connect again. As above.
   void deckChanged(Time changed = std::chrono::steady_clock::now());

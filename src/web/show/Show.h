@@ -74,8 +74,8 @@ struct SlideView {
   std::string html;
 };
 
-/// All that a screen needs to draw the present moment.
-struct Picture {
+/// All that a screen needs to draw the present moment; the `picture` event carries it.
+struct ScreenState {
   /// Stands for the deck as it was read; when it changes, nothing that screens hold is the same any more.
   /// Opaque and short.
   std::string deck;
@@ -203,11 +203,12 @@ class Show {
   virtual ~Show() = default;
 
   /// The whole state for programs as one JSON text.
-  virtual std::string state() = 0;
+  virtual std::string stateJson() = 0;
   /// The view that an address asks for. A slide or shape that the deck lacks gives
   /// a view of nothing; a shape without a slide is the first of that name.
   virtual View view(std::optional<int> slide, std::string_view shape) = 0;
-  virtual Picture picture(const View& view) = 0;
+  /// What screens with this view draw now.
+  virtual ScreenState state(const View& view) = 0;
   /// From now on these slides are looked at wherever the show stands.
   virtual void watch(const std::set<int>& slides) = 0;
   virtual Health health() = 0;
