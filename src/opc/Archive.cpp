@@ -65,10 +65,7 @@ zip_t* openZip(zip_source_t* source, std::string_view bytes, int flags) {
   zip_t* zip = zip_open_from_source(source, flags, error.get());
   if (zip == nullptr) {
     zip_source_free(source);
-    if (bytes.starts_with("PK\x03\x04")) {
-      fail("the file is damaged or not complete (" + error.text() + ")");
-    }
-    fail("it is no ZIP archive, so no presentation of the formats pptx, pptm, ppsx, potx");
+    fail(Archive::reasonAgainst(bytes, error.text()));
   }
   return zip;
 }
@@ -94,6 +91,15 @@ std::string readSource(zip_source_t* source) {
 }
 
 }  // namespace
+
+bool Archive::hasEnd(std::string_view last) { return last.rfind("PK\x05\x06") != std::string_view::npos; }
+
+std::string Archive::reasonAgainst(std::string_view beginning, std::string_view detail) {
+  if (!beginning.starts_with("PK\x03\x04")) {
+    return "it is no ZIP archive, so no presentation of the formats pptx, pptm, ppsx, potx";
+  }
+  return "the file is damaged or not complete (" + std::string(detail) + ")";
+}
 
 Archive::Archive(std::string bytes)
     : bytes_(std::move(bytes)), zip_(openZip(sourceOver(bytes_), bytes_, ZIP_RDONLY)) {

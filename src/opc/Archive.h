@@ -26,6 +26,14 @@ class Archive {
     bool remove = false;
   };
 
+  /// The longest end record of an archive, which is the last of it: 22 bytes and a comment
+  /// (APPNOTE.TXT 4.3.16).
+  static constexpr std::size_t LongestEnd = 22 + 65535;
+  /// Whether the last bytes of a file, LongestEnd of them if it has so many, hold an archive's end.
+  [[nodiscard]] static bool hasEnd(std::string_view last);
+  /// Why bytes that begin so are no archive that can be read, as the end of a sentence.
+  [[nodiscard]] static std::string reasonAgainst(std::string_view beginning, std::string_view detail);
+
   /// Throws basic::Error with the reason alone; the caller knows the file.
   explicit Archive(std::string bytes);
   ~Archive();

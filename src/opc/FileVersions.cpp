@@ -6,18 +6,24 @@ FileVersions::Finding FileVersions::look(const std::optional<FileState>& state, 
   if (state != seen_) {
     seen_ = state;
     seenSince_ = now;
-    isBroken_ = false;
     return Finding::Nothing;
   }
   if (!state) return Finding::Nothing;
   if (state != settled_) {
     if (now - seenSince_ < Rest) return Finding::Nothing;
     settled_ = state;
-    return Finding::Settled;
+    isTold_ = false;
+  } else {
+    if (!isBroken_) return Finding::Nothing;
+    if (!isTold_ && now - seenSince_ >= Patience) {
+      isTold_ = true;
+      return Finding::StillBroken;
+    }
+    if (now - triedAt_ < Pause) return Finding::Nothing;
   }
-  if (!isBroken_ || now - seenSince_ < Patience) return Finding::Nothing;
+  triedAt_ = now;
   isBroken_ = false;
-  return Finding::StillBroken;
+  return Finding::Due;
 }
 
 }  // namespace opc

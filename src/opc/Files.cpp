@@ -11,30 +11,17 @@
 
 #include "opc/Failure.h"
 #include "opc/SavingFile.h"
+#include "process/Descriptor.h"
 
 namespace opc {
 namespace {
 
 namespace fs = std::filesystem;
 
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  [[nodiscard]] int get() const { return number_; }
-  [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
-
 FileState stateOf(const struct stat& status) {
-  return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec,
-          status.st_mtim.tv_nsec};
+  return {status.st_dev,         status.st_ino,          static_cast<std::uint64_t>(status.st_size),
+          status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
+          status.st_ctim.tv_nsec};
 }
 
 [[noreturn]] void failRead(const std::string& path, const std::string& why) {
@@ -58,7 +45,7 @@ bool writeAll(int file, std::string_view bytes) {
 /// Makes the rename itself last. A file system that cannot do it is no reason to
 /// call a finished save a failure.
 void flushFolder(const fs::path& folder) {
-  const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const process::Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (opened.isOpen()) ::fsync(opened.get());
 }
 
@@ -72,7 +59,7 @@ fs::path resolved(const std::string& path) {
 }  // namespace
 
 FileContent readFile(const std::string& path, std::uint64_t maximum, const std::function<void()>& gettingOn) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const process::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failRead(path, std::strerror(errno));
   if (S_ISDIR(status.st_mode)) failRead(path, "it is a folder");
@@ -142,6 +129,8 @@ FileState replaceFile(const std::string& path, std::string_view bytes, const Fil
     if (!saving.renameTo(target, /*replacing=*/isThere || expected == nullptr)) {
       failWrite(path, errno == EEXIST ? "another program has made the file anew" : std::strerror(errno));
     }
+    // The rename itself has changed the status.
+    static_cast<void>(saving.look(written));
   }
   flushFolder(target.parent_path());
   return stateOf(written);

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +15,10 @@ struct FileState {
   std::uint64_t size = 0;
   std::int64_t modifiedSeconds = 0;
   std::int64_t modifiedNanoseconds = 0;
+  /// When its status changed last: no program can set that back, and it tells what is written
+  /// within one tick of the time above, or keeps it.
+  std::int64_t changedSeconds = 0;
+  std::int64_t changedNanoseconds = 0;
 
   friend bool operator==(const FileState&, const FileState&) = default;
 };
@@ -25,13 +28,11 @@ struct FileContent {
   FileState state;
 };
 
-inline constexpr std::uint64_t AnySize = std::numeric_limits<std::uint64_t>::max();
-
 /// Reads a whole regular file of at most `maximum` bytes. Throws basic::Error
 /// naming the file and why. Waits as long as the file system takes, telling after
 /// every piece that it gets on; any thread may call it.
 FileContent readFile(
-    const std::string& path, std::uint64_t maximum = AnySize, const std::function<void()>& gettingOn = [] {});
+    const std::string& path, std::uint64_t maximum, const std::function<void()>& gettingOn = [] {});
 
 /// The present state of a file; nothing when there is none, or it is no regular file. Any
 /// thread may call it.

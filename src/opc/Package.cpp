@@ -6,8 +6,8 @@
 #include "opc/Archive.h"
 #include "opc/ContentTypes.h"
 #include "opc/Failure.h"
-#include "opc/Files.h"
 #include "opc/OldFormats.h"
+#include "opc/PackageFile.h"
 #include "opc/Relationships.h"
 
 namespace opc {
@@ -47,7 +47,7 @@ bool Package::NameEqual::operator()(std::string_view a, std::string_view b) cons
 }
 
 std::unique_ptr<Package> Package::open(const std::string& path, const Limits& limits) {
-  return fromBytes(readFile(path).bytes, path, limits);
+  return fromBytes(readPackageFile(path).bytes, path, limits);
 }
 
 std::unique_ptr<Package> Package::fromBytes(std::string bytes, std::string name, const Limits& limits) {

@@ -62,6 +62,8 @@ bool SavingFile::renameTo(const fs::path& target, bool replacing) {
   return renamed;
 }
 
+bool SavingFile::look(struct stat& status) const { return ::fstat(lock_, &status) == 0; }
+
 SavingLock::SavingLock(const fs::path& folder)
     : descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   constexpr int Attempts = 500;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string>
 
@@ -21,6 +23,8 @@ class SavingFile {
   /// Puts it in the target's place. Unless `replacing`, a target that has come
   /// up meanwhile is an error (EEXIST), where the file system can tell.
   [[nodiscard]] bool renameTo(const std::filesystem::path& target, bool replacing);
+  /// Its present status, also once it is closed and renamed; false when that cannot be told.
+  [[nodiscard]] bool look(struct stat& status) const;
 
  private:
   std::string path_;

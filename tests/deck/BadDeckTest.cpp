@@ -161,5 +161,21 @@ TEST(BadDeckTest, WhatIsNoReadableFileIsNamed) {
   EXPECT_THAT(errorOf([&] { application->open(pipe); }), HasSubstr("no regular file"));
 }
 
+TEST(BadDeckTest, AHugeFileIsRefusedBeforeItsMemoryIsTaken) {
+  const TemporaryFolder folder;
+  const auto application = std::make_shared<Application>();
+  const std::string deck = oneSlide().bytes();
+  const std::string cut = folder.write("cut.pptx", deck.substr(0, deck.size() / 2));
+  std::filesystem::resize_file(cut, 3'900'000'000);
+  EXPECT_THAT(errorOf([&] { application->open(cut); }), HasSubstr("its end is missing"));
+  const std::string whole = folder.write("whole.pptx", {});
+  std::filesystem::resize_file(whole, 2'000'000'000);
+  std::ofstream(whole, std::ios::app | std::ios::binary) << deck;
+  EXPECT_THAT(errorOf([&] { application->open(whole); }), HasSubstr("more than the 1024 MB allowed"));
+  std::filesystem::resize_file(whole, 0);
+  std::filesystem::resize_file(whole, 70'000);
+  EXPECT_THAT(errorOf([&] { application->open(whole); }), HasSubstr("it is no ZIP archive"));
+}
+
 }  // namespace
 }  // namespace deck::test

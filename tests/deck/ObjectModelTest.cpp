@@ -264,6 +264,11 @@ TEST(SettingsTest, AreWhatTheAuthorSetUp) {
        false,
        true,
        {1, 2, 3}},
+      {"<p:showPr><p:present/><p:sldRg st=\"2\" end=\"-2147483648\"/></p:showPr>",
+       SlideShowType::Speaker,
+       false,
+       true,
+       {1, 2, 3}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.properties);

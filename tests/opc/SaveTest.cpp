@@ -162,6 +162,27 @@ TEST_F(SaveTest, LeavesAFileAloneThatAnotherProgramHasWritten) {
   EXPECT_EQ(textIn("mine.pptx"), "mine");
 }
 
+TEST_F(SaveTest, SeesAWriteThatLeftSizeAndTimeAsTheyWere) {
+  setText("mine");
+  struct stat before {};
+  struct stat after {};
+  ASSERT_EQ(::stat(path_.c_str(), &before), 0);
+  std::string theirs = original_;
+  theirs.back() = 'x';  // of the archive's comment
+  const auto isSameTick = [&] {
+    return after.st_ctim.tv_sec == before.st_ctim.tv_sec && after.st_ctim.tv_nsec == before.st_ctim.tv_nsec;
+  };
+  do {
+    std::fstream(path_, std::ios::in | std::ios::out | std::ios::binary) << theirs;
+    const timespec times[] = {before.st_atim, before.st_mtim};
+    ASSERT_EQ(::utimensat(AT_FDCWD, path_.c_str(), times, 0), 0);
+    ASSERT_EQ(::stat(path_.c_str(), &after), 0);
+  } while (isSameTick());
+  ASSERT_EQ(after.st_ino, before.st_ino);
+  EXPECT_THAT(errorOfSave(), HasSubstr("another program has changed the file"));
+  EXPECT_EQ(folder_.read("deck.pptx"), theirs);
+}
+
 /// While somebody else is between their last look and their rename.
 TEST_F(SaveTest, OfTwoThatSaveAtTheSameTimeOneIsTold) {
   for (const bool deckIsGone : {false, true}) {

@@ -9,6 +9,7 @@
 #include "app/wiring/Failure.h"
 #include "deck/objects/Repair.h"
 #include "opc/FileVersions.h"
+#include "opc/PackageFile.h"
 
 namespace app {
 
@@ -58,7 +59,7 @@ class DeckWatch::Lookout {
     if (finding == Finding::StillBroken) {
       shared_->tell([why = why_](const Hearer& hearer) { hearer.broken(why); }, shared_);
     }
-    if (finding != Finding::Settled) return;
+    if (finding != Finding::Due) return;
     try {
       read(*state);
     } catch (const std::exception& error) {
@@ -68,7 +69,7 @@ class DeckWatch::Lookout {
   }
 
   void read(const opc::FileState& settled) {
-    opc::FileContent content = opc::readFile(path_);
+    opc::FileContent content = opc::readPackageFile(path_);
     // Written again meanwhile: the next looks find it.
     if (content.state != settled) return;
     auto version = std::make_shared<DeckVersion>();

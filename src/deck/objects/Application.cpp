@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "host/drives.h"
+#include "opc/PackageFile.h"
 
 namespace deck {
 namespace {
@@ -35,8 +36,8 @@ std::shared_ptr<Presentation> Application::open(const std::string& path, Damaged
   for (const auto& presentation : open_) {
     if (presentation->FullName() == full) return presentation;
   }
-  opc::FileContent content = host::OnDrive(
-      full, [full](const auto& gettingOn) { return opc::readFile(full, opc::AnySize, gettingOn); });
+  opc::FileContent content =
+      host::OnDrive(full, [full](const auto& gettingOn) { return opc::readPackageFile(full, gettingOn); });
   auto package = opc::Package::fromBytes(std::move(content.bytes), full);
   std::vector<Damage> damages;
   if (damaged == Damaged::Repaired) damages = repair(*package);

@@ -8,8 +8,9 @@
 namespace deck {
 namespace {
 
+/// None when the last one comes before the first.
 std::vector<std::int32_t> between(std::int32_t first, std::int32_t last) {
-  std::vector<std::int32_t> slides(static_cast<std::size_t>(std::max(0, last - first + 1)));
+  std::vector<std::int32_t> slides(first > last ? 0 : static_cast<std::size_t>(last - first) + 1);
   std::iota(slides.begin(), slides.end(), first);
   return slides;
 }
