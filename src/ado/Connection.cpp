@@ -18,7 +18,10 @@ void Connection::ConnectionString(std::string_view text) {
 
 void Connection::Open(std::string_view user, std::string_view password, std::int32_t) {
   requireClosed();
+  const auto self = shared_from_this();
   Target target = targetOf(text_, translatePath_, user, password);
+  // The loop may have run, and somebody opened it meanwhile.
+  requireClosed();
   connectionTimeout_ = static_cast<std::int32_t>(target.connectTimeout.count());
   commandTimeout_ = static_cast<std::int32_t>(target.commandTimeout.count());
   session_ = Session::start(std::move(target), ending_);

@@ -20,7 +20,7 @@ namespace ado {
 /// so that nobody waits for an opening that never comes. Closing and destroying
 /// never wait: what is under way is broken off, and recordsets being filled over
 /// the connection fail.
-class Connection final : public ADODB::Connection {
+class Connection final : public ADODB::Connection, public std::enable_shared_from_this<Connection> {
  public:
   Connection(std::shared_ptr<EndingWorkers> ending, PathTranslator translatePath)
       : ending_(std::move(ending)), translatePath_(std::move(translatePath)) {}
@@ -31,7 +31,8 @@ class Connection final : public ADODB::Connection {
   void ConnectionString(std::string_view text) override;
   [[nodiscard]] std::string ConnectionString() const override { return text_; }
   /// User and password, where given, go before those of the connection string.
-  /// In the background whatever the options. What no driver serves fails at once.
+  /// In the background whatever the options. What no driver serves fails at once. While a file that
+  /// the string names is looked for on another machine, the loop runs.
   void Open(std::string_view user, std::string_view password, std::int32_t options) override;
   void Close() override;
   [[nodiscard]] std::int32_t State() override;

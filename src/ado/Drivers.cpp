@@ -57,6 +57,8 @@ std::vector<std::string> registered() {
 
 /// An entry of odbcinst.ini or odbc.ini; empty when there is none.
 std::string entry(const std::string& section, const char* key, const char* file) {
+  // The driver manager would give that of any section for it.
+  if (section.empty()) return {};
   std::array<char, 1024> value{};
   SQLGetPrivateProfileString(section.c_str(), key, "", value.data(), static_cast<int>(value.size()), file);
   return value.data();

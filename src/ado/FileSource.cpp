@@ -5,6 +5,7 @@
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "host/drives.h"
 
 namespace ado {
 namespace {
@@ -29,11 +30,7 @@ std::string_view withoutBraces(std::string_view value) {
   return isBraced ? value.substr(1, value.size() - 2) : value;
 }
 
-}  // namespace
-
-ConnectionString readFileSource(std::string_view name) {
-  std::filesystem::path path = std::filesystem::path(CommonFolder) / name;
-  if (!path.has_extension()) path += ".dsn";
+ConnectionString settingsIn(const std::filesystem::path& path) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(path, error)) fail(path, "there is no such file");
   if (std::filesystem::file_size(path, error) > LongestFile || error) fail(path, "it is too long");
@@ -56,6 +53,14 @@ ConnectionString readFileSource(std::string_view name) {
   }
   if (!found) fail(path, "it has no section [ODBC]");
   return settings;
+}
+
+}  // namespace
+
+ConnectionString readFileSource(std::string_view name) {
+  std::filesystem::path path = std::filesystem::path(CommonFolder) / name;
+  if (!path.has_extension()) path += ".dsn";
+  return host::OnDrive(path.string(), [path](const auto&) { return settingsIn(path); });
 }
 
 }  // namespace ado

@@ -14,6 +14,7 @@
 #include "basic/ConnectionString.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "host/drives.h"
 
 namespace ado {
 namespace {
@@ -67,12 +68,13 @@ void translatePathOf(ConnectionString& string, std::string_view key, const PathT
 std::string dataFile(const ConnectionString& string, const std::string& provider) {
   const std::string file = string.find({"Database"}).value_or("");
   if (file.empty()) fail("A connection with " + provider + " names its file in \"Data Source\".");
-  std::error_code error;
-  if (file != InMemory && !std::filesystem::is_regular_file(file, error)) {
-    fail(
-        "The database file " + file +
-        (std::filesystem::exists(file, error) ? " is not a file." : " does not exist or cannot be reached."));
-  }
+  if (file == InMemory) return file;
+  const std::string fault = host::OnDrive(file, [file](const auto&) -> std::string {
+    std::error_code error;
+    if (std::filesystem::is_regular_file(file, error)) return {};
+    return std::filesystem::exists(file, error) ? "is not a file" : "does not exist or cannot be reached";
+  });
+  if (!fault.empty()) fail("The database file " + file + " " + fault + ".");
   return file;
 }
 

@@ -37,7 +37,8 @@ using PathTranslator = std::function<std::string(std::string_view)>;
 /// Timeout" and "Command Timeout" (seconds) are taken out of it. What nothing
 /// serves is an error that names provider and package, and so is a setting that is not
 /// known to be harmless (see Keywords.h). Paths of database files (SQLite, Access) and of
-/// FILEDSN go through `translatePath`.
+/// FILEDSN go through `translatePath`. Where such a file lies on another machine, the loop runs while it is
+/// looked for and read (host/drives.h).
 [[nodiscard]] Target targetOf(std::string_view connectionString, const PathTranslator& translatePath = {},
                               std::string_view user = {}, std::string_view password = {});
 

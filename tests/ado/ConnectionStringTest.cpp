@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "ado/Recordsets.h"
 #include "ado/TableName.h"
 #include "basic/ConnectionString.h"
+#include "host/drives.h"
 
 namespace ado::test {
 namespace {
@@ -17,6 +19,9 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
+
+/// The driver manager asks for it once.
+const int registered = ::setenv("ODBCSYSINI", TEST_DRIVERS, 1) + ::unsetenv("ODBCINI");
 
 std::string parsed(const std::string& text) {
   const ConnectionString string(text);
@@ -108,6 +113,7 @@ TEST(Providers, AreServedByTheDriversHere) {
            {"Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ=/srv/shop.mdb",
             {"Driver={MDBTools};", "DBQ=/srv/shop.mdb;"}},
            {"PWD=a;UID=me;DSN=my shop", {"DSN=my shop;UID=me;PWD=a;"}},
+           {"DSN=shop;PWD='a;b'", {"DSN=shop;PWD={a;b};"}},
            {"Driver={FreeTDS};Server=db1;Encrypt=yes;TrustServerCertificate=no;Persist Security Info=False",
             {"Encryption=require;"}},
            {"Driver={MySQL ODBC 3.51 Driver};Server=db1;User=me;Password={a;}}b};Option=3",
@@ -218,6 +224,30 @@ TEST(Providers, HaveTheirFilesTranslated) {
        }) {
     EXPECT_THAT(targetOf(text, translate).odbcText, HasSubstr(part)) << text;
   }
+}
+
+/// Of whose drives nothing answers.
+class SilentDrives final : public host::Drives {
+ public:
+  [[nodiscard]] bool IsLocal(const std::string& path) const override { return !path.starts_with("/far/"); }
+  void Ask(const std::string& path, Work) override {
+    throw basic::Error(basic::AdapterError, "drives", path + " does not answer");
+  }
+  [[nodiscard]] bool AskBriefly(const std::string&, std::shared_ptr<void>&, Work) override { return false; }
+};
+
+TEST(Providers, AskForFilesByWayOfTheirDrives) {
+  SilentDrives drives;
+  host::Services services;
+  services.drives = &drives;
+  host::Use(services);
+  for (const auto& [text, file] : std::vector<std::pair<const char*, const char*>>{
+           {"Provider=SQLite;Data Source=/far/stock.db", "/far/stock.db"},
+           {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/far/stock.mdb", "/far/stock.mdb"},
+           {"FILEDSN=/far/stock", "/far/stock.dsn"}}) {
+    EXPECT_EQ(errorOf([&, text = text] { (void)targetOf(text); }), file + std::string(" does not answer"));
+  }
+  host::Use({});
 }
 
 TEST(Providers, TakeTimeoutsAndCredentials) {
