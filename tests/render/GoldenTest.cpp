@@ -1,26 +1,21 @@
+// Decks that are drawn as they are expected to be: scene/RULE/ holds a deck (input.xml) and its scene
+// (expected.txt), html/NAME/ a deck and its page. docs/rendering.md says how expectations are written anew.
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <pugixml.hpp>
 #include <sstream>
 
 #include "render/html/SlideRenderer.h"
 #include "support/DeckBuilder.h"
 
-// golden/NAME.xml holds what a theme, master, layout and slide contain,
-// golden/NAME.html what the slide looks like. After a change that is meant,
-// RENEW_GOLDEN=1 test_render --gtest_filter='Golden*' writes the pages anew.
-
 namespace {
 
 namespace fs = std::filesystem;
-
-const std::string Namespaces =
-    " xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\""
-    " xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\""
-    " xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\"";
 
 std::string readFile(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -35,6 +30,72 @@ std::string inner(pugi::xml_node node) {
   return out.str();
 }
 
+/// The head of a GIF, which is all that the renderer looks at.
+std::string gif(unsigned width, unsigned height) {
+  std::string bytes = "GIF89a";
+  for (const unsigned side : {width, height}) {
+    bytes += static_cast<char>(side & 0xFFU);
+    bytes += static_cast<char>(side >> 8U);
+  }
+  return bytes;
+}
+
+/// A deck of one slide, which gives what the builder has in place of what the file leaves out:
+///   presentation, styles   behind the notes' size, and behind the master's colour map
+///   master, layout, slide  shapes; the master's background goes before its shapes
+///   after                  what stands behind the slide's shapes
+///   related                a part that the slide names by type: XML, or a picture of a size; the first is
+///   rId2 part                   any other, by name
+std::unique_ptr<opc::Package> deckOf(const fs::path& input) {
+  pugi::xml_document source;
+  const auto parsed = source.load_file(input.c_str(), pugi::parse_default | pugi::parse_ws_pcdata_single);
+  EXPECT_TRUE(parsed) << input << ": " << parsed.description();
+  const auto deck = source.document_element();
+  deck::test::DeckBuilder builder;
+  builder.addSlide(inner(deck.child("slide")));
+  builder.afterCommonData(1, inner(deck.child("after")));
+  builder.presentationExtra(inner(deck.child("presentation")));
+  builder.part("ppt/theme/theme1.xml", readFile(fs::path(RENDER_TESTS) / "theme.xml"));
+  builder.part("ppt/slideMasters/slideMaster1.xml",
+               "<p:sldMaster><p:cSld>" + inner(deck.child("background")) + "<p:spTree>" +
+                   inner(deck.child("master")) +
+                   "</p:spTree></p:cSld><p:clrMap bg1=\"lt1\" tx1=\"dk1\" bg2=\"lt2\" tx2=\"dk2\"/>" +
+                   inner(deck.child("styles")) + "</p:sldMaster>");
+  builder.part(
+      "ppt/slideLayouts/slideLayout1.xml",
+      "<p:sldLayout><p:cSld><p:spTree>" + inner(deck.child("layout")) + "</p:spTree></p:cSld></p:sldLayout>");
+  for (const auto part : deck.children("part")) builder.part(part.attribute("name").value(), inner(part));
+  int count = 0;
+  for (const auto part : deck.children("related")) {
+    const unsigned width = part.attribute("width").as_uint();
+    const std::string name = "part" + std::to_string(++count) + (width > 0 ? ".gif" : ".xml");
+    builder.relate(1, part.attribute("type").value(), "../" + name);
+    builder.part("ppt/" + name, width > 0 ? gif(width, part.attribute("height").as_uint()) : inner(part));
+  }
+  return builder.package();
+}
+
+void expectAll(const fs::path& folder, const char* expectation,
+               const std::function<std::string(render::SlideRenderer&)>& drawn) {
+  const bool renew = std::getenv("RENEW_EXPECTED") != nullptr;
+  int count = 0;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    ++count;
+    const auto package = deckOf(entry.path() / "input.xml");
+    render::SlideRenderer renderer(*package);
+    const std::string found = drawn(renderer);
+    const fs::path expected = entry.path() / expectation;
+    if (renew) std::ofstream(expected, std::ios::binary) << found;
+    EXPECT_EQ(found, readFile(expected)) << expected;
+  }
+  EXPECT_GT(count, 0) << folder;
+}
+
+TEST(Golden, ScenesAreAsTheFormatSays) {
+  expectAll(fs::path(RENDER_TESTS) / "scene", "expected.txt",
+            [](render::SlideRenderer& renderer) { return renderer.scene(1); });
+}
+
 /// One element a line, for comparisons that can be read.
 std::string broken(const std::string& html) {
   std::string lines;
@@ -45,45 +106,12 @@ std::string broken(const std::string& html) {
   return lines + '\n';
 }
 
-std::string render(const fs::path& path) {
-  pugi::xml_document source;
-  const auto parsed = source.load_file(path.c_str(), pugi::parse_default | pugi::parse_ws_pcdata_single);
-  EXPECT_TRUE(parsed) << path << ": " << parsed.description();
-  const auto golden = source.document_element();
-  deck::test::DeckBuilder builder;
-  builder.addSlide(inner(golden.child("slide")));
-  builder.part("ppt/theme/theme1.xml", readFile(fs::path(GOLDEN_FOLDER) / "theme.inc"));
-  const std::string tree = "><p:cSld>" + inner(golden.child("background")) + "<p:spTree>";
-  builder.part("ppt/slideMasters/slideMaster1.xml",
-               "<p:sldMaster" + Namespaces + tree + inner(golden.child("master")) +
-                   "</p:spTree></p:cSld><p:clrMap bg1=\"lt1\" tx1=\"dk1\" bg2=\"lt2\" tx2=\"dk2\"/>" +
-                   inner(golden.child("styles")) + "</p:sldMaster>");
-  builder.part("ppt/slideLayouts/slideLayout1.xml", "<p:sldLayout" + Namespaces + "><p:cSld><p:spTree>" +
-                                                        inner(golden.child("layout")) +
-                                                        "</p:spTree></p:cSld></p:sldLayout>");
-  const auto package = builder.package();
-  render::SlideRenderer renderer(*package);
-  const auto page = renderer.slide(1);
-  EXPECT_TRUE(page.problems.empty()) << page.problems.front();
-  return broken(page.html);
-}
-
 TEST(Golden, PagesAreAsTheyWere) {
-  const bool renew = std::getenv("RENEW_GOLDEN") != nullptr;
-  int count = 0;
-  for (const auto& entry : fs::directory_iterator(GOLDEN_FOLDER)) {
-    if (entry.path().extension() != ".xml") continue;
-    ++count;
-    const auto html = render(entry.path());
-    auto expected = entry.path();
-    expected.replace_extension(".html");
-    if (renew) {
-      std::ofstream(expected, std::ios::binary) << html;
-      continue;
-    }
-    EXPECT_EQ(html, readFile(expected)) << expected;
-  }
-  EXPECT_GE(count, 7);
+  expectAll(fs::path(RENDER_TESTS) / "html", "expected.html", [](render::SlideRenderer& renderer) {
+    const auto page = renderer.slide(1);
+    EXPECT_TRUE(page.problems.empty()) << page.problems.front();
+    return broken(page.html);
+  });
 }
 
 }  // namespace

@@ -5,6 +5,6 @@
 
 namespace {
 
-const int hidden = setenv("FONTCONFIG_FILE", GOLDEN_FOLDER "/no-fonts.conf", 1);
+const int hidden = setenv("FONTCONFIG_FILE", RENDER_TESTS "/no-fonts.conf", 1);
 
 }  // namespace

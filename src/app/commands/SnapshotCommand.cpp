@@ -1,4 +1,4 @@
-// The verb snapshot: every slide as it would be shown now, as pages and pictures.
+// The verb snapshot: slides as they would be shown now, as pages, pictures or lists of what is drawn.
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
@@ -26,6 +26,8 @@ namespace fs = std::filesystem;
 struct SnapshotOptions {
   std::string deck;
   std::string folder;
+  bool scene = false;
+  int slide = 0;  // 0 is every one
   bool png = false;
   int width = 960;
 };
@@ -46,32 +48,64 @@ std::string nameOf(int slide) {
   return "slide-" + std::string(number.size() < Digits ? Digits - number.size() : 0, '0') + number;
 }
 
+struct Range {
+  int first;
+  int last;
+};
+
+Range slidesOf(const FilledDeck& filled, const SnapshotOptions& options) {
+  const int count = filled.slideCount();
+  if (options.slide == 0) return {1, count};
+  if (options.slide > count)
+    fail(options.deck + ": there is no slide " + std::to_string(options.slide) + "; it has " +
+         std::to_string(count) + ".");
+  return {options.slide, options.slide};
+}
+
+void printScenes(FilledDeck& filled, Range slides) {
+  for (int slide = slides.first; slide <= slides.last; ++slide)
+    std::cout << platform::forTerminal(filled.scene(slide));
+}
+
+void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options, Camera* camera) {
+  const fs::path folder = options.folder;
+  const render::SlideSize size = filled.size();
+  const Camera::View view{static_cast<int>(std::lround(size.width)),
+                          static_cast<int>(std::lround(size.height)), options.width / size.width};
+  for (int slide = slides.first; slide <= slides.last; ++slide) {
+    const FilledDeck::Page page = filled.page(slide);
+    for (const std::string& problem : page.problems) complain(problem);
+    const fs::path file = folder / (nameOf(slide) + ".html");
+    writeFile(file, page.html);
+    if (camera == nullptr) continue;
+    camera->open(file, view);
+    writeFile(folder / (nameOf(slide) + ".png"), camera->photograph());
+  }
+  const int count = slides.last - slides.first + 1;
+  std::cout << count << (count == 1 ? " slide" : " slides") << " written to " << options.folder << '\n';
+}
+
+void makeFolder(const std::string& folder) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  if (error) fail(folder + ": the folder cannot be made: " + error.message() + ".");
+}
+
 void snapshot(const SnapshotOptions& options, Environment& environment) {
   std::unique_ptr<Camera> camera;
   if (options.png) camera = std::make_unique<Camera>();
-  const fs::path folder = options.folder;
-  std::error_code error;
-  fs::create_directories(folder, error);
-  if (error) fail(options.folder + ": the folder cannot be made: " + error.message() + ".");
+  if (!options.scene) makeFolder(options.folder);
 
   const CollectedErrors errors;
   FilledDeck filled(options.deck, environment.loop());
   const std::vector<deck::Damage>& damages = filled.deck().damages();
   for (const deck::Damage& damage : damages) complain(damage.text);
-  const render::SlideSize size = filled.size();
-  const Camera::View view{static_cast<int>(std::lround(size.width)),
-                          static_cast<int>(std::lround(size.height)), options.width / size.width};
-  const int count = filled.slideCount();
-  for (int slide = 1; slide <= count; ++slide) {
-    const FilledDeck::Page page = filled.page(slide);
-    for (const std::string& problem : page.problems) complain(problem);
-    const fs::path file = folder / (nameOf(slide) + ".html");
-    writeFile(file, page.html);
-    if (!camera) continue;
-    camera->open(file, view);
-    writeFile(folder / (nameOf(slide) + ".png"), camera->photograph());
+  const Range slides = slidesOf(filled, options);
+  if (options.scene) {
+    printScenes(filled, slides);
+  } else {
+    writePages(filled, slides, options, camera.get());
   }
-  std::cout << count << (count == 1 ? " slide" : " slides") << " written to " << options.folder << '\n';
   if (errors.texts().empty() && damages.empty()) return;
   for (const std::string& text : errors.texts()) complain(text);
   fail(options.deck + ": not everything could be filled and drawn (see above).");
@@ -82,11 +116,17 @@ void snapshot(const SnapshotOptions& options, Environment& environment) {
 void addSnapshotCommand(CLI::App& program, Environment& environment) {
   constexpr int WidestPicture = 16384;
   auto options = std::make_shared<SnapshotOptions>();
-  CLI::App* verb = program.add_subcommand("snapshot", "Write every slide, filled, as a page or a picture");
+  CLI::App* verb = program.add_subcommand(
+      "snapshot", "Write every slide, filled, as a page or a picture, or print what is drawn of it");
   verb->add_option("DECK", options->deck, "The deck")->required();
-  verb->add_option("-o,--output", options->folder, "Folder for the pages; made when it is not there")
-      ->required();
-  verb->add_flag("--png", options->png, "Pictures as well (takes Chromium)");
+  CLI::Option_group* what = verb->add_option_group("Either");
+  CLI::Option* folder =
+      what->add_option("-o,--output", options->folder, "Folder for the pages; made when it is not there");
+  what->add_flag("--scene", options->scene,
+                 "Print what is drawn, as text: shapes with places, fills, lines, effects and texts");
+  what->require_option(1);
+  verb->add_option("--slide", options->slide, "This slide alone")->check(CLI::PositiveNumber);
+  verb->add_flag("--png", options->png, "Pictures as well (takes Chromium)")->needs(folder);
   verb->add_option("--width", options->width, "Width of the pictures in pixels")
       ->check(CLI::Range(1, WidestPicture))
       ->capture_default_str();

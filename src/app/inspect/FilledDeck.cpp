@@ -55,4 +55,12 @@ FilledDeck::Page FilledDeck::page(int slide) {
   return {page.html(), std::move(rendered.problems), std::move(rendered.fonts)};
 }
 
+std::string FilledDeck::scene(int slide) {
+  std::string scene = renderer_.scene(slide);
+  if (!converter_.isBusy()) return scene;
+  converter_.finish();
+  renderer_.forget();
+  return renderer_.scene(slide);
+}
+
 }  // namespace app

@@ -41,6 +41,8 @@ class FilledDeck {
     std::vector<render::UsedFont> fonts;
   };
   Page page(int slide);
+  /// What the page draws, as text; see render::SceneDump.
+  std::string scene(int slide);
 
  private:
   AddInHost host_;

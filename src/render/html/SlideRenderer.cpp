@@ -9,6 +9,7 @@
 #include "render/geometry/XmlValues.h"
 #include "render/html/BoxWriter.h"
 #include "render/scene/SceneBuilder.h"
+#include "render/scene/SceneDump.h"
 #include "render/text/FontMetrics.h"
 
 namespace render {
@@ -275,6 +276,51 @@ SlidePage SlideRenderer::slide(int index) {
   for (const FontStack* font : out.textUse().fonts) page.fonts.push_back({font->typeface, font->family});
   page.html = out.take();
   return page;
+}
+
+std::string SlideRenderer::scene(int index) {
+  auto& slide = prepare(index);
+  std::vector<std::string> assets;
+  std::vector<std::string> problems;
+  const Assets::Collecting collecting(assets_, assets, problems);
+  const auto attempt = [&](const std::string& what, const auto& read) {
+    try {
+      read();
+    } catch (const basic::Error& error) {
+      problems.push_back(what + " is not drawn: " + error.description);
+    }
+  };
+  opc::Part* const layout = slide.inheritance.layout();
+  opc::Part* const master = slide.inheritance.master();
+  std::optional<Fill> background;
+  for (opc::Part* part : {&slide.part, layout, master}) {
+    if (background || part == nullptr) continue;
+    attempt("The background of " + part->name(),
+            [&] { background = SceneBuilder(slide.inheritance, *part, slide.fields).background(); });
+  }
+  SceneDump dump;
+  dump.slide(index, size().width, size().height, background.value_or(NoFill{}));
+  const auto addBehind = [&](opc::Part& part, const char* section) {
+    dump.section(section);
+    SceneBuilder builder(slide.inheritance, part, slide.fields);
+    for (const auto child : shapesOf(part).children()) {
+      if (isPlaceholder(child) || dump.isFull()) continue;
+      attempt("A shape of " + part.name(), [&] {
+        if (const auto box = builder.build(child)) dump.add(*box);
+      });
+    }
+  };
+  if (showsMaster(slide.part)) {
+    if (master != nullptr && showsMaster(*layout)) addBehind(*master, "master");
+    addBehind(*layout, "layout");
+  }
+  dump.section("shapes");
+  for (const auto shape : shapesOf(slide.part).children()) {
+    if (dump.isFull()) break;
+    if (const auto box = build(slide, shape, &problems)) dump.add(*box);
+  }
+  for (const auto& problem : problems) dump.problem(problem);
+  return dump.take();
 }
 
 Box SlideRenderer::find(Prepared& slide, std::uint32_t shapeId) {

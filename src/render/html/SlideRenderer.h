@@ -78,6 +78,9 @@ class SlideRenderer {
   /// 32 MB at most; shapes beyond are not drawn.
   SlidePage slide(int index);
 
+  /// What slide() draws, before it is a page, as SceneDump writes it. Errors as there.
+  std::string scene(int index);
+
   /// The element of one top-level shape, byte for byte as it stands in the slide.
   /// An unknown id is an error.
   std::string shape(int slideIndex, std::uint32_t shapeId);

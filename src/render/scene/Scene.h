@@ -29,6 +29,7 @@ struct Media {
 struct Box {
   /// Of p:cNvPr; 0 when unreadable.
   std::uint32_t id = 0;
+  std::string name;
   Rect frame;
   double rotation = 0;  // degrees clockwise around the centre
   bool flipX = false;   // of the outline, not of what is inside

@@ -120,6 +120,7 @@ std::optional<Box> SceneBuilder::build(pugi::xml_node node, const Space& space) 
   }
   const auto cNvPr = childNamed(nonVisual(node), "cNvPr");
   box->id = cNvPr.attribute("id").as_uint();
+  box->name = cNvPr.attribute("name").value();
   box->hidden = boolOf(cNvPr.attribute("hidden")).value_or(false);
   return box;
 }

@@ -33,6 +33,18 @@ test("every slide is written, filled, hidden ones too", (t) => {
   assert.deepEqual(pngSize(`${folder}/slide-002.png`), [480, 270]);
 });
 
+test("what is drawn can be read, slide by slide", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
+  const output = sandbox.done("snapshot", deck, "--scene", "--slide", 1);
+  assert.match(output, /^slide 1 960x540 background #[0-9a-f]{6}\n/);
+  assert.match(output, /\n      p[^\n]*\n        "eggs" /);
+  assert.ok(!output.includes("\nslide 2 "));
+  const beyond = sandbox.run("snapshot", deck, "--scene", "--slide", 99);
+  assert.equal(beyond.code, 1);
+  assert.match(beyond.error, /there is no slide 99; it has \d+\./);
+});
+
 test("what cannot be photographed or filled is told", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
