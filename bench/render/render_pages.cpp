@@ -7,7 +7,7 @@
 
 #include "basic/Error.h"
 #include "opc/Package.h"
-#include "render/html/PictureConverter.h"
+#include "render/conversion/PictureConverter.h"
 #include "render/html/SlideRenderer.h"
 
 namespace {

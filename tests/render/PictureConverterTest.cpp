@@ -1,4 +1,4 @@
-#include "render/html/PictureConverter.h"
+#include "render/conversion/PictureConverter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace render {
 namespace {
 
 namespace fs = std::filesystem;
-using State = PictureConverter::Conversion::State;
+using State = PictureConversion::State;
 using testing::HasSubstr;
 using testing::Not;
 

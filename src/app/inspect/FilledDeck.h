@@ -10,7 +10,7 @@
 #include "deck/objects/Presentation.h"
 #include "deck/show/SlideShow.h"
 #include "platform/EventLoop.h"
-#include "render/html/PictureConverter.h"
+#include "render/conversion/PictureConverter.h"
 #include "render/html/SlideRenderer.h"
 
 namespace app {

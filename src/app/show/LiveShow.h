@@ -17,7 +17,7 @@
 #include "deck/objects/Presentation.h"
 #include "deck/show/SlideShow.h"
 #include "platform/EventLoop.h"
-#include "render/html/PictureConverter.h"
+#include "render/conversion/PictureConverter.h"
 #include "render/html/SlideRenderer.h"
 #include "web/show/Server.h"
 #include "web/show/Show.h"

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "platform/UserFolders.h"
-#include "render/html/PictureConverter.h"
+#include "render/conversion/PictureConverter.h"
 
 namespace app {
 

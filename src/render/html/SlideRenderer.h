@@ -58,9 +58,9 @@ class SlideRenderer {
     std::string assetPrefix = "assets/";
     /// Whether a shape's text changes while it is shown; its digits get equal widths.
     std::function<bool(int slideIndex, std::uint32_t shapeId)> isLive;
-    /// For pictures that browsers do not show; must outlive the renderer. Whoever gives
-    /// it polls it and, when it has got on, calls forget() and renders anew.
-    PictureConverter* converter = nullptr;
+    /// For pictures that browsers do not show; may be null, must outlive the renderer. Whoever gives it calls
+    /// forget() when a conversion has ended, and renders anew.
+    PictureConversions* converter = nullptr;
     /// Local time, for fields that show a date or time; without it they show what was stored.
     std::function<basic::Date()> now = nullptr;
   };

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "pictures/ImageInfo.h"
-#include "render/html/PictureConverter.h"
 
 namespace render {
 
@@ -26,7 +25,7 @@ void Assets::convert(Known& known, const std::string& name, std::string_view byt
                      double height) {
   known.foreignName = name;
   const auto& conversion = converter_->convert(name, bytes, width, height);
-  using State = PictureConverter::Conversion::State;
+  using State = PictureConversion::State;
   known.problem = conversion.state == State::Pending ? "it is being converted" : conversion.problem;
   if (conversion.state != State::Done) return;
   known.converted = conversion.svg;

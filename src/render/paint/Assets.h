@@ -10,10 +10,9 @@
 #include <vector>
 
 #include "opc/Package.h"
+#include "render/paint/PictureConversion.h"
 
 namespace render {
-
-class PictureConverter;
 
 /// A picture that the deck refers to and that browsers can show.
 struct Asset {
@@ -30,7 +29,7 @@ struct Asset {
 class Assets {
  public:
   /// The converter makes pictures of those that browsers do not show; it may be null.
-  explicit Assets(opc::Package& package, PictureConverter* converter = nullptr)
+  explicit Assets(opc::Package& package, PictureConversions* converter = nullptr)
       : package_(package), converter_(converter) {}
 
   /// Null when the part holds no picture that browsers show, or none yet. A part
@@ -90,7 +89,7 @@ class Assets {
   void note(const Known& known, const opc::Part& part);
 
   opc::Package& package_;
-  PictureConverter* converter_;
+  PictureConversions* converter_;
   std::unordered_map<std::string, Known> byPart_;
   std::unordered_map<std::string, std::string> partByName_;
   std::unordered_map<std::string, std::weak_ptr<const Held>> heldByName_;

@@ -9,12 +9,11 @@
 
 #include "render/paint/Assets.h"
 #include "render/paint/Color.h"
+#include "render/paint/Patterns.h"
 
 // Fills, lines and effects with everything resolved: no theme, no reference left.
 
 namespace render {
-
-class HtmlOut;
 
 struct NoFill {};
 
@@ -90,8 +89,7 @@ struct PictureFill {
 };
 
 struct PatternFill {
-  /// The bits of eight rows, the leftmost pixel highest; set is foreground.
-  std::array<std::uint8_t, 8> rows = {};
+  PatternRows rows = {};
   Color foreground;
   Color background;
 };
@@ -184,10 +182,5 @@ struct Effects {
            blur <= 0;
   }
 };
-
-/// A preset pattern's bits by its name ("ltUpDiag").
-std::optional<std::array<std::uint8_t, 8>> patternRows(std::string_view name);
-/// The foreground of such bits as SVG path data, in px from the pattern's corner.
-void patternPath(HtmlOut& out, const std::array<std::uint8_t, 8>& rows);
 
 }  // namespace render

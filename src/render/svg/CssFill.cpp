@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "render/geometry/Units.h"
+#include "render/svg/PatternPath.h"
 
 namespace render {
 

@@ -27,33 +27,6 @@ void HtmlOut::overflow() {
   throw basic::Error(basic::AdapterError, "render", "it would make the page too large");
 }
 
-HtmlOut& HtmlOut::number(double value, int decimals) {
-  if (!std::isfinite(value)) value = 0;
-  long long scale = 1;
-  for (int i = 0; i < decimals; ++i) scale *= 10;
-  const auto scaled = std::llround(std::clamp(value, -1e9, 1e9) * static_cast<double>(scale));
-  const auto magnitude = scaled < 0 ? -scaled : scaled;
-  if (scaled < 0) out_ += '-';
-  char digits[24];
-  char* end = digits + sizeof digits;
-  char* at = end;
-  auto whole = magnitude / scale;
-  do {
-    *--at = static_cast<char>('0' + whole % 10);
-    whole /= 10;
-  } while (whole != 0);
-  out_.append(at, end);
-  auto fraction = magnitude % scale;
-  if (fraction != 0) {
-    out_ += '.';
-    for (scale /= 10; fraction != 0; scale /= 10) {
-      out_ += static_cast<char>('0' + fraction / scale);
-      fraction %= scale;
-    }
-  }
-  return *this;
-}
-
 HtmlOut& HtmlOut::operator<<(const Color& color) {
   const auto channel = [](double v) {
     return static_cast<unsigned>(std::lround(std::clamp(v, 0.0, 1.0) * 255));

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "render/geometry/Decimal.h"
 #include "render/paint/Color.h"
 #include "render/text/DateField.h"
 
@@ -44,9 +45,9 @@ class HtmlOut {
     return *this;
   }
   /// At most two decimals, in the shortest form.
-  HtmlOut& operator<<(double value) { return number(value, 2); }
+  HtmlOut& operator<<(double value) { return decimal(value, 2); }
   /// At most four decimals, for factors.
-  HtmlOut& precise(double value) { return number(value, 4); }
+  HtmlOut& precise(double value) { return decimal(value, 4); }
   HtmlOut& operator<<(int value) { return *this << static_cast<double>(value); }
   HtmlOut& operator<<(const Color& color);
 
@@ -64,7 +65,10 @@ class HtmlOut {
   [[nodiscard]] std::size_t size() const { return out_.size(); }
 
  private:
-  HtmlOut& number(double value, int decimals);
+  HtmlOut& decimal(double value, int decimals) {
+    appendDecimal(out_, value, decimals);
+    return *this;
+  }
   void reserve(std::size_t more) const {
     if (more > most_ || out_.size() > most_ - more) overflow();
   }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "render/svg/PatternPath.h"
+
 namespace render {
 
 std::string SvgDefs::newId() { return idPrefix_ + "-" + std::to_string(++lastId_); }

@@ -12,6 +12,7 @@
 
 #include "process/ChildProcess.h"
 #include "process/TemporaryFolder.h"
+#include "render/paint/PictureConversion.h"
 
 namespace render {
 
@@ -20,7 +21,7 @@ namespace render {
 /// Both run as child processes with a bound on time and memory, and nothing waits
 /// for them: poll() has to be called while isBusy(). What was converted is kept, in
 /// memory and in a folder. One thread.
-class PictureConverter {
+class PictureConverter : public PictureConversions {
  public:
   struct Options {
     std::string office = "soffice";
@@ -32,19 +33,8 @@ class PictureConverter {
 
   explicit PictureConverter(Options options) : options_(std::move(options)) {}
 
-  struct Conversion {
-    enum class State { Pending, Done, Failed };
-    State state = State::Pending;
-    /// Null unless done.
-    std::shared_ptr<const std::string> svg;
-    /// Why it failed, as the end of a sentence about the picture.
-    std::string problem;
-  };
-
-  /// What is known of a picture; begins its conversion when that is nothing. `name`
-  /// is made from the content and stands for it. Width and height are the picture's
-  /// natural size in CSS px, or 0. The reference holds as long as the converter.
-  const Conversion& convert(const std::string& name, std::string_view bytes, double width, double height);
+  const PictureConversion& convert(const std::string& name, std::string_view bytes, double width,
+                                   double height) override;
 
   [[nodiscard]] bool isBusy() const { return child_ || !waiting_.empty() || !suspects_.empty(); }
   /// Moves on what runs; whether a conversion has ended since the last call.
@@ -74,7 +64,7 @@ class PictureConverter {
   void fail(const Picture& picture, const std::string& why);
 
   Options options_;
-  std::map<std::string, Conversion> conversions_;
+  std::map<std::string, PictureConversion> conversions_;
   std::deque<Picture> waiting_;
   /// Those of a batch that failed.
   std::deque<Picture> suspects_;

@@ -1,7 +1,4 @@
-#include <algorithm>
-
-#include "render/paint/Paint.h"
-#include "render/svg/HtmlOut.h"
+#include "render/paint/Patterns.h"
 
 namespace render {
 
@@ -9,7 +6,7 @@ namespace {
 
 struct Pattern {
   std::string_view name;
-  std::array<std::uint8_t, 8> rows;
+  PatternRows rows;
 };
 
 // ECMA-376 part 1, 20.1.10.51 names the patterns; these are their eight by eight pixels.
@@ -72,25 +69,11 @@ constexpr Pattern Patterns[] = {
 
 }  // namespace
 
-std::optional<std::array<std::uint8_t, 8>> patternRows(std::string_view name) {
+std::optional<PatternRows> patternRows(std::string_view name) {
   for (const auto& pattern : Patterns) {
     if (pattern.name == name) return pattern.rows;
   }
   return {};
-}
-
-void patternPath(HtmlOut& out, const std::array<std::uint8_t, 8>& rows) {
-  for (int row = 0; row < 8; ++row) {
-    for (int column = 0; column < 8;) {
-      const auto isSet = [&](int at) {
-        return at < 8 && (static_cast<unsigned>(rows[static_cast<std::size_t>(row)]) >> (7 - at) & 1U) != 0;
-      };
-      int length = 0;
-      while (isSet(column + length)) ++length;
-      if (length > 0) out << 'M' << column << ' ' << row << 'h' << length << "v1h-" << length << 'z';
-      column += std::max(length, 1);
-    }
-  }
 }
 
 }  // namespace render

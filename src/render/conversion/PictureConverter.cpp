@@ -1,4 +1,4 @@
-#include "render/html/PictureConverter.h"
+#include "render/conversion/PictureConverter.h"
 
 #include <cstring>
 #include <fstream>
@@ -6,7 +6,7 @@
 #include <thread>
 #include <utility>
 
-#include "render/svg/FlatDrawing.h"
+#include "render/conversion/FlatDrawing.h"
 
 namespace render {
 
@@ -40,13 +40,13 @@ fs::path PictureConverter::cacheFile(const std::string& name) const {
   return options_.cache.empty() ? fs::path() : options_.cache / (name + "-1.svg");
 }
 
-const PictureConverter::Conversion& PictureConverter::convert(const std::string& name, std::string_view bytes,
-                                                              double width, double height) {
+const PictureConversion& PictureConverter::convert(const std::string& name, std::string_view bytes,
+                                                   double width, double height) {
   const auto [at, isNew] = conversions_.try_emplace(name);
   if (!isNew) return at->second;
   if (const auto file = cacheFile(name); !file.empty()) {
     if (auto svg = readFile(file); svg && svg->ends_with("</svg>\n")) {
-      at->second = {Conversion::State::Done, std::make_shared<const std::string>(std::move(*svg)), {}};
+      at->second = {PictureConversion::State::Done, std::make_shared<const std::string>(std::move(*svg)), {}};
       return at->second;
     }
   }
@@ -172,12 +172,12 @@ void PictureConverter::succeed(const Picture& picture, std::string svg) {
     if (isWritten) fs::rename(unfinished, file, error);
   }
   conversions_[picture.name] = {
-      Conversion::State::Done, std::make_shared<const std::string>(std::move(svg)), {}};
+      PictureConversion::State::Done, std::make_shared<const std::string>(std::move(svg)), {}};
   hasEnded_ = true;
 }
 
 void PictureConverter::fail(const Picture& picture, const std::string& why) {
-  conversions_[picture.name] = {Conversion::State::Failed, nullptr, why};
+  conversions_[picture.name] = {PictureConversion::State::Failed, nullptr, why};
   hasEnded_ = true;
 }
 

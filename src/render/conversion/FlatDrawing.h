@@ -17,7 +17,7 @@ struct DrawnPicture {
 };
 
 /// The side of the square pages, in points.
-inline constexpr double DrawingPage = 720;
+inline constexpr int DrawingPage = 720;
 
 /// How large a picture of that proportion stands in the page's upper left corner.
 struct DrawingSize {
