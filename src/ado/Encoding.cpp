@@ -3,36 +3,16 @@
 #include <array>
 
 #include "basic/Strings.h"
+#include "basic/Utf8.h"
 
 namespace ado {
 namespace {
-
-constexpr char32_t Replacement = 0xFFFD;
 
 /// Windows-1252 from 0x80 to 0x9F (WHATWG Encoding Standard, index windows-1252).
 constexpr std::array<char16_t, 32> Windows1252 = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-void append(std::string& text, char32_t c) {
-  const auto tail = [&text](char32_t bits) { text += static_cast<char>(0x80U | (bits & 0x3FU)); };
-  if (c < 0x80) {
-    text += static_cast<char>(c);
-  } else if (c < 0x800) {
-    text += static_cast<char>(0xC0U | (c >> 6U));
-    tail(c);
-  } else if (c < 0x10000) {
-    text += static_cast<char>(0xE0U | (c >> 12U));
-    tail(c >> 6U);
-    tail(c);
-  } else {
-    text += static_cast<char>(0xF0U | (c >> 18U));
-    tail(c >> 12U);
-    tail(c >> 6U);
-    tail(c);
-  }
-}
 
 bool isLead(char16_t c) { return (c & 0xFC00U) == 0xD800U; }
 bool isTrail(char16_t c) { return (c & 0xFC00U) == 0xDC00U; }
@@ -45,9 +25,9 @@ std::string utf8FromUtf16(std::u16string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t c = text[i];
     if (isLead(c) && i + 1 < text.size() && isTrail(text[i + 1])) {
-      append(utf8, 0x10000U + ((c & 0x3FFU) << 10U) + (text[++i] & 0x3FFU));
+      basic::AppendUtf8(utf8, 0x10000U + ((c & 0x3FFU) << 10U) + (text[++i] & 0x3FFU));
     } else {
-      append(utf8, isLead(c) || isTrail(c) ? Replacement : c);
+      basic::AppendUtf8(utf8, c);
     }
   }
   return utf8;
@@ -58,7 +38,7 @@ std::string utf8FromDriver(std::string_view text) {
   std::string utf8;
   for (const char each : text) {
     const auto c = static_cast<unsigned char>(each);
-    append(utf8, c >= 0x80 && c < 0xA0 ? Windows1252[c - 0x80U] : c);
+    basic::AppendUtf8(utf8, c >= 0x80 && c < 0xA0 ? Windows1252[c - 0x80U] : c);
   }
   return utf8;
 }

@@ -1,3 +1,5 @@
+#include "basic/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -62,6 +64,41 @@ bool IsValidUtf8(std::string_view bytes) {
     at += length;
   }
   return true;
+}
+
+char32_t DecodeUtf8(std::string_view text, std::size_t& at) {
+  const auto* const first = reinterpret_cast<const unsigned char*>(text.data()) + at;
+  if (*first < 0x80) {
+    ++at;
+    return *first;
+  }
+  const auto tails = *first < 0xC2 || *first > 0xF4 ? 0U : *first < 0xE0 ? 1U : *first < 0xF0 ? 2U : 3U;
+  char32_t c = *first & (0x3FU >> tails);
+  std::size_t length = 1;
+  for (; length <= tails && at + length < text.size() && isContinuation(text[at + length]); ++length) {
+    c = c << 6U | (first[length] & 0x3FU);
+  }
+  const bool isWell = sequenceLength(first, first + length) == static_cast<std::ptrdiff_t>(length);
+  at += length;
+  return isWell ? c : ReplacementCharacter;
+}
+
+void AppendUtf8(std::string& text, char32_t c) {
+  if (!IsCharacter(c)) c = ReplacementCharacter;
+  const auto append = [&text](char32_t byte) { text += static_cast<char>(byte); };
+  if (c < 0x80) return append(c);
+  if (c < 0x800) {
+    append(0xC0U | c >> 6U);
+  } else {
+    if (c < 0x10000) {
+      append(0xE0U | c >> 12U);
+    } else {
+      append(0xF0U | c >> 18U);
+      append(0x80U | (c >> 12U & 0x3FU));
+    }
+    append(0x80U | (c >> 6U & 0x3FU));
+  }
+  append(0x80U | (c & 0x3FU));
 }
 
 std::size_t Len(std::string_view text) {

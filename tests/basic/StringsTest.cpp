@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "basic/Utf8.h"
+
 namespace basic {
 namespace {
 
@@ -47,6 +49,33 @@ TEST(Utf8Test, AcceptsWellFormedSequencesAlone) {
         }
       }
     }
+  }
+}
+
+TEST(Utf8Test, ReadsWhatItWrites) {
+  for (char32_t c = 0; c <= 0x110000; c += c < 0x11000 ? 1 : 0xFF) {
+    std::string text;
+    AppendUtf8(text, c);
+    ASSERT_TRUE(IsValidUtf8(text)) << std::uint32_t{c};
+    std::size_t at = 0;
+    ASSERT_EQ(DecodeUtf8(text, at), IsCharacter(c) ? c : ReplacementCharacter);
+    ASSERT_EQ(at, text.size());
+  }
+}
+
+TEST(Utf8Test, PutsOneReplacementInPlaceOfASequenceThatIsNoCharacter) {
+  // A lone tail, a cut sequence, half of a surrogate pair, an overlong solidus (its first byte never is one),
+  // a number that is too large.
+  const std::pair<std::string_view, std::size_t> cases[] = {
+      {"\xBF", 1}, {"\xE2\x82", 1}, {"\xED\xA0\x80", 1}, {"\xC0\xAF", 2}, {"\xF4\x90\x80\x80", 1}};
+  for (const auto& [bad, replacements] : cases) {
+    const std::string text = "a" + std::string(bad) + "z";
+    std::u32string read;
+    for (std::size_t at = 0; at < text.size();) read += DecodeUtf8(text, at);
+    EXPECT_EQ(read, U"a" + std::u32string(replacements, ReplacementCharacter) + U"z");
+    std::size_t at = 1;
+    DecodeUtf8(std::string_view(text).substr(0, text.size() - 1), at);
+    EXPECT_LE(at, text.size() - 1);
   }
 }
 

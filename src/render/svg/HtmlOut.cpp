@@ -5,7 +5,7 @@
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
-#include "render/text/Utf8.h"
+#include "basic/Utf8.h"
 
 namespace render {
 
@@ -14,10 +14,7 @@ namespace {
 /// What is no UTF-8 would make programs stumble that pages are sent to.
 std::string repaired(std::string_view text) {
   std::string whole;
-  for (std::size_t at = 0; at < text.size();) {
-    const char32_t c = decodeUtf8(text, at);
-    appendUtf8(whole, c > 0x10FFFF || (c >= 0xD800 && c < 0xE000) ? U'\uFFFD' : c);
-  }
+  for (std::size_t at = 0; at < text.size();) basic::AppendUtf8(whole, basic::DecodeUtf8(text, at));
   return whole;
 }
 

@@ -1,6 +1,6 @@
 
+#include "basic/Utf8.h"
 #include "render/text/TextReader.h"
-#include "render/text/Utf8.h"
 
 namespace render {
 
@@ -24,14 +24,15 @@ std::string letters(std::u32string_view alphabet, int number) {
   const auto size = static_cast<int>(alphabet.size());
   std::string text;
   for (int i = 0; i <= (number - 1) / size; ++i)
-    appendUtf8(text, alphabet[static_cast<std::size_t>((number - 1) % size)]);
+    basic::AppendUtf8(text, alphabet[static_cast<std::size_t>((number - 1) % size)]);
   return text;
 }
 
 /// Decimal with the digits of another script, `zero` being its nought.
 std::string digits(char32_t zero, int number) {
   std::string text;
-  for (const char digit : std::to_string(number)) appendUtf8(text, zero + static_cast<char32_t>(digit - '0'));
+  for (const char digit : std::to_string(number))
+    basic::AppendUtf8(text, zero + static_cast<char32_t>(digit - '0'));
   return text;
 }
 
@@ -82,7 +83,7 @@ std::string circled(int number, bool isBlack) {
   if (number > 20) return std::to_string(number);
   const auto offset = static_cast<char32_t>(number - 1);
   std::string text;
-  appendUtf8(text, !isBlack ? 0x2460 + offset : number <= 10 ? 0x2776 + offset : 0x24EB + offset - 10);
+  basic::AppendUtf8(text, !isBlack ? 0x2460 + offset : number <= 10 ? 0x2776 + offset : 0x24EB + offset - 10);
   return text;
 }
 

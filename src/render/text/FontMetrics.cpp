@@ -14,8 +14,8 @@
 #include FT_ADVANCES_H
 
 #include "basic/Strings.h"
+#include "basic/Utf8.h"
 #include "render/text/GlyphOutline.h"
-#include "render/text/Utf8.h"
 
 namespace render {
 
@@ -259,7 +259,7 @@ const FontStack& fontStack(std::string_view typeface) {
 double textWidth(const FaceName& face, std::string_view text) {
   auto& widths = widthsOf(face);
   double width = 0;
-  for (std::size_t at = 0; at < text.size();) width += widths.of(decodeUtf8(text, at));
+  for (std::size_t at = 0; at < text.size();) width += widths.of(basic::DecodeUtf8(text, at));
   return width;
 }
 
@@ -268,7 +268,7 @@ std::vector<std::vector<Point>> textOutline(const FaceName& face, std::string_vi
   std::vector<std::vector<Point>> polygons;
   double x = 0;
   for (std::size_t at = 0; at < text.size();) {
-    const char32_t c = decodeUtf8(text, at);
+    const char32_t c = basic::DecodeUtf8(text, at);
     widths.outline(c, x, polygons);
     x += widths.of(c);
   }

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "render/text/Utf8.h"
+#include "basic/Utf8.h"
 
 namespace render {
 
@@ -40,7 +40,7 @@ void splitByScript(std::string_view text, Take take) {
     const auto before = at;
     // Nearly all text is ASCII.
     const auto byte = static_cast<unsigned char>(text[at]);
-    const char32_t c = byte < 0x80 ? (++at, byte) : decodeUtf8(text, at);
+    const char32_t c = byte < 0x80 ? (++at, byte) : basic::DecodeUtf8(text, at);
     const auto script = scriptOf(c, current);
     if (script != current && decided) {
       take(text.substr(start, before - start), current);

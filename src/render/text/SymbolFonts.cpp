@@ -3,8 +3,8 @@
 #include <span>
 
 #include "basic/Strings.h"
+#include "basic/Utf8.h"
 #include "render/text/TextReader.h"
-#include "render/text/Utf8.h"
 
 namespace render {
 
@@ -93,12 +93,12 @@ std::string fromSymbolFont(std::string_view typeface, std::string_view text) {
   const bool hasLetters = table.data() == Symbol;
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
-    const char32_t character = decodeUtf8(text, at);
+    const char32_t character = basic::DecodeUtf8(text, at);
     // Symbol fonts keep their glyphs at these codes and, in Unicode, from U+F000 on.
     const char32_t code = character >= 0xF000 && character <= 0xF0FF ? character - 0xF000 : character;
     const char32_t mapped = look(table, code);
     const bool picture = code > 0x20 && code <= 0xFF && !hasLetters;
-    appendUtf8(out, mapped != 0 ? mapped : picture ? U'\u2022' : code);
+    basic::AppendUtf8(out, mapped != 0 ? mapped : picture ? U'\u2022' : code);
   }
   return out;
 }

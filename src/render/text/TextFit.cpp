@@ -49,7 +49,7 @@ TextExtent::Lines TextExtent::split(const Paragraph& paragraph) {
       const bool capitals = run.style.caps.value_or(Caps::None) == Caps::All;
       for (std::size_t at = 0; at < piece.size();) {
         const auto start = at;
-        const char32_t c = decodeUtf8(piece, at);
+        const char32_t c = basic::DecodeUtf8(piece, at);
         char upper = 0;
         auto written = piece.substr(start, at - start);
         if (capitals && c >= 'a' && c <= 'z') {

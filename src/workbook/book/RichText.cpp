@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "basic/Strings.h"
+#include "basic/Utf8.h"
 #include "workbook/book/Xml.h"
 
 namespace workbook {
@@ -21,32 +22,11 @@ std::optional<std::uint32_t> escapedUnit(std::string_view text) {
   return unit;
 }
 
-void appendUtf8(std::string& to, std::uint32_t point) {
-  const auto put = [&](std::uint32_t byte) { to += static_cast<char>(byte); };
-  const auto tail = [&](unsigned shift) { put(0x80U | ((point >> shift) & 0x3FU)); };
-  if (point < 0x80) {
-    put(point);
-  } else if (point < 0x800) {
-    put(0xC0U | (point >> 6U));
-    tail(0);
-  } else if (point < 0x10000) {
-    put(0xE0U | (point >> 12U));
-    tail(6);
-    tail(0);
-  } else {
-    put(0xF0U | (point >> 18U));
-    tail(12);
-    tail(6);
-    tail(0);
-  }
-}
-
-bool isHighSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
-bool isLowSurrogate(std::uint32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
+bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
+bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
 void appendUnescaped(std::string& to, std::string_view text) {
   constexpr std::size_t EscapeSize = 7;
-  constexpr std::uint32_t Replacement = 0xFFFD;
   for (std::size_t mark = 0; (mark = text.find("_x", mark)) != std::string_view::npos;) {
     const auto unit = escapedUnit(text.substr(mark));
     if (!unit) {
@@ -56,16 +36,13 @@ void appendUnescaped(std::string& to, std::string_view text) {
     to += text.substr(0, mark);
     text.remove_prefix(mark + EscapeSize);
     mark = 0;
-    std::uint32_t point = *unit;
-    if (isHighSurrogate(point)) {
-      const auto low = escapedUnit(text);
-      const bool isPair = low && isLowSurrogate(*low);
-      point = isPair ? 0x10000U + ((point - 0xD800U) << 10U) + (*low - 0xDC00U) : Replacement;
-      if (isPair) text.remove_prefix(EscapeSize);
-    } else if (isLowSurrogate(point)) {
-      point = Replacement;
+    char32_t point = *unit;
+    const auto low = isHighSurrogate(point) ? escapedUnit(text) : std::nullopt;
+    if (low && isLowSurrogate(*low)) {
+      point = 0x10000U + ((point - 0xD800U) << 10U) + (*low - 0xDC00U);
+      text.remove_prefix(EscapeSize);
     }
-    appendUtf8(to, point);
+    basic::AppendUtf8(to, point);
   }
   to += text;
 }
