@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "basic/Utf8.h"
 #include "render/geometry/Units.h"
-#include "render/text/Utf8.h"
 
 // Numbers, texts and paint as words.
 
@@ -154,14 +154,14 @@ std::string quoted(std::string_view text) {
   std::size_t characters = 0;
   for (std::size_t at = 0; at < text.size();) {
     if (++characters > LongestQuote) return out + "…\"";
-    const char32_t c = decodeUtf8(text, at);
+    const char32_t c = basic::DecodeUtf8(text, at);
     if (c == '"' || c == '\\') out += '\\';
     if (c == '\t') {
       out += "\\t";
     } else if (c < 0x20 || (c >= 0x7F && c < 0xA0)) {
       out += "\\x" + hexadecimal(c);
     } else {
-      appendUtf8(out, c > 0x10FFFF || (c >= 0xD800 && c < 0xE000) ? U'\uFFFD' : c);
+      basic::AppendUtf8(out, c);
     }
   }
   return out + "\"";
