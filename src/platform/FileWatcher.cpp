@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <limits>
 #include <map>
+#include <optional>
 #include <set>
 #include <system_error>
 #include <utility>
@@ -32,11 +33,9 @@ constexpr std::chrono::milliseconds Quiet{150};
 
 class Watch final : public host::FileWatch {
  public:
-  Watch(boost::asio::io_context& context, FileWatcher::LocalPath localPath, FileWatcher::IsLocal isLocal,
+  Watch(boost::asio::io_context& context, FileWatcher::LocalPath localPath,
         std::function<void(const std::string&)> changed)
-      : localPath_(std::move(localPath)),
-        isLocal_(std::move(isLocal)),
-        queue_(std::make_shared<Queue>(context, std::move(changed))) {}
+      : localPath_(std::move(localPath)), queue_(std::make_shared<Queue>(context, std::move(changed))) {}
   ~Watch() override { queue_->close(); }
   Watch(const Watch&) = delete;
   Watch& operator=(const Watch&) = delete;
@@ -172,8 +171,10 @@ class Watch final : public host::FileWatch {
   };
 
   void await(const std::string& path) {
-    const fs::path file = localPath_(path);
-    if (!file.has_filename() || !isLocal_(file.string())) return;
+    const std::optional<std::string> local = localPath_(path);
+    if (!local) return;
+    const fs::path file = *local;
+    if (!file.has_filename()) return;
     awaitAt(file, path);
     std::error_code unknown;
     if (!fs::is_symlink(fs::symlink_status(file, unknown))) return;
@@ -186,7 +187,6 @@ class Watch final : public host::FileWatch {
   }
 
   FileWatcher::LocalPath localPath_;
-  FileWatcher::IsLocal isLocal_;
   std::shared_ptr<Queue> queue_;
 };
 
@@ -194,7 +194,7 @@ class Watch final : public host::FileWatch {
 
 std::unique_ptr<host::FileWatch> FileWatcher::CreateWatch(
     std::function<void(const std::string& path)> changed) {
-  return std::make_unique<Watch>(loop_.context(), localPath_, isLocal_, std::move(changed));
+  return std::make_unique<Watch>(loop_.context(), localPath_, std::move(changed));
 }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,14 +14,13 @@ namespace platform {
 /// that is not there, or for which no watch is left, is tried again each time its files are to be watched.
 class FileWatcher final : public host::FileWatcher {
  public:
-  /// The path of a file as this system knows it; may throw.
-  using LocalPath = std::function<std::string(std::string_view path)>;
-  /// Whether such a path, links followed, lies on this machine: others do not tell of their changes.
-  using IsLocal = std::function<bool(const std::string& path)>;
+  /// The path of a file as this system knows it; nothing where it lies, links followed, on another
+  /// machine, which does not tell of its changes. May throw, and must not wait: what watches files is in the
+  /// midst of its own work.
+  using LocalPath = std::function<std::optional<std::string>(std::string_view path)>;
 
   /// The loop outlives this object and its watches.
-  FileWatcher(EventLoop& loop, LocalPath localPath, IsLocal isLocal)
-      : loop_(loop), localPath_(std::move(localPath)), isLocal_(std::move(isLocal)) {}
+  FileWatcher(EventLoop& loop, LocalPath localPath) : loop_(loop), localPath_(std::move(localPath)) {}
 
   [[nodiscard]] std::unique_ptr<host::FileWatch> CreateWatch(
       std::function<void(const std::string& path)> changed) override;
@@ -28,7 +28,6 @@ class FileWatcher final : public host::FileWatcher {
  private:
   EventLoop& loop_;
   LocalPath localPath_;
-  IsLocal isLocal_;
 };
 
 }  // namespace platform

@@ -139,4 +139,17 @@ std::string PathRules::translate(std::string_view path) const {
   return host::OnDrive(search.path, [find = search.find](const auto&) { return find(); });
 }
 
+std::optional<std::string> PathRules::translateLocal(std::string_view path) const {
+  const host::Drives* const drives = host::Current().drives;
+  const auto isLocal = [drives](const std::string& file) {
+    return drives == nullptr || drives->IsLocal(file);
+  };
+  const Search search = this->search(path);
+  if (!isLocal(search.path)) return std::nullopt;
+  std::string file = search.isNeeded ? search.find() : search.path;
+  // In another case of letters it may be a link.
+  if (!isLocal(file)) return std::nullopt;
+  return file;
+}
+
 }  // namespace platform

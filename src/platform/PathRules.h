@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,9 @@ class PathRules {
   /// Fails, telling how to add a line to the settings, when there is no
   /// translation; and on an empty path and a web address.
   [[nodiscard]] std::string translate(std::string_view path) const;
+
+  /// The same for who may not wait: nothing where the file lies on another machine.
+  [[nodiscard]] std::optional<std::string> translateLocal(std::string_view path) const;
 
   /// What is left when the settings have been asked: looking for the file.
   struct Search {

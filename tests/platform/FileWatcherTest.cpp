@@ -40,9 +40,10 @@ class FileWatcherTest : public Sandbox {
   }
 
   EventLoop loop_;
-  std::function<bool(const std::string&)> isLocal_ = [](const std::string&) { return true; };
-  FileWatcher watcher_{loop_, [](std::string_view file) { return std::string(file); },
-                       [this](const std::string& file) { return isLocal_(file); }};
+  std::string far_;
+  FileWatcher watcher_{loop_, [this](std::string_view file) {
+                         return file == far_ ? std::nullopt : std::optional<std::string>(file);
+                       }};
   std::vector<std::string> told_;
   std::unique_ptr<host::FileWatch> watch_ = watcher_.CreateWatch([this](const std::string& file) {
     told_.push_back(fs::path(file).lexically_relative(folder_).string());
@@ -104,7 +105,7 @@ TEST_F(FileWatcherTest, FollowsFoldersThatGoAndComeAndLinks) {
 }
 
 TEST_F(FileWatcherTest, IsDeafWhereItCannotHear) {
-  isLocal_ = [this](const std::string& file) { return file != path("far"); };
+  far_ = path("far");
   watch({"far", "last"});
   rename("far");
   write("last", "");

@@ -258,5 +258,19 @@ TEST_F(NetworkDrivesTest, FilesOfAnotherMachineAreReadAndLookedAtAsLocalOnesAre)
             "'" + folder_ + "/none' cannot be opened: there is no such file or folder.");
 }
 
+TEST_F(NetworkDrivesTest, WhoMayNotWaitGetsLocalPathsAlone) {
+  Settings settings{folder_ + "/settings.ini"};
+  const PathRules rules(settings);
+  write("settings.ini", "[Paths]\nZ: = /far\nC:\\data = " + folder_ + "/data\n");
+  const std::string path = write("data/Prices.txt", "");
+  EXPECT_EQ(rules.translateLocal("C:\\data\\PRICES.TXT"), path);
+  EXPECT_EQ(rules.translateLocal(path), path);
+  std::filesystem::create_symlink("/far/x", folder_ + "/data/Link");
+  mounts_.push_back({3, folder_ + "/data/Link"});  // as the table of mounts follows links
+  for (const char* far : {"Z:\\x.txt", "/far/x.txt", "/far\\x.txt", "C:\\data\\LINK"}) {
+    EXPECT_EQ(rules.translateLocal(far), std::nullopt) << far;
+  }
+}
+
 }  // namespace
 }  // namespace platform

@@ -89,8 +89,8 @@ class Environment {
   platform::Shell shell_{settings_, isAttended()};
   platform::Registry registry_;
   ado::Factory ado_{[this](std::string_view path) { return paths_.translate(path); }};
-  platform::FileWatcher watcher_{loop_, [this](std::string_view path) { return paths_.translate(path); },
-                                 [this](const std::string& path) { return drives_.IsLocal(path); }};
+  platform::FileWatcher watcher_{loop_,
+                                 [this](std::string_view path) { return paths_.translateLocal(path); }};
   workbook::Factory excel_{loop_, [this](std::string_view path) { return paths_.translate(path); }};
 };
 
