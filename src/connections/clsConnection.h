@@ -147,6 +147,8 @@ class clsConnection {
   void NoteReading();
   void ReloadDatabase();
   void FetchAgain();
+  /// The loop runs while it is filled, and may put another in its place or none.
+  void RequireStillHeld(const std::shared_ptr<ADODB::Recordset>& recordset) const;
   [[nodiscard]] bool HasRow(double row) const;
   void MoveTo(double row);
   void WaitForRows() const;

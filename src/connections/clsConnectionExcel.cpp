@@ -6,6 +6,7 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
+#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "basic/numberformat/NumberFormat.h"
 #include "connections/clsConnection.h"
@@ -61,7 +62,10 @@ void clsConnection::OpenExcelFile() try {
   auto recordset = host::Current().ado->CreateRecordset();
   recordset->CursorLocation(ADODB::adUseClient);
   recordset->CursorType(ADODB::adOpenForwardOnly);
-  const auto range = worksheet_->Range(connectionRange_);
+  if (!worksheet_) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
+  // Reading lets the loop run, which may close the workbook.
+  const std::shared_ptr<Excel::Worksheet> worksheet = worksheet_;
+  const auto range = worksheet->Range(connectionRange_);
   DefineExcelFields(*range, *recordset);
 
   Log("Populate rs");

@@ -68,16 +68,19 @@ void clsConnection::OpenDatabase() {
   const std::string resolved = modGlobalFunctions::ResolveConnectionString(connectionString_, Base());
   Log(DebugKind::Information, "Open database connection " + basic::MaskedConnectionString(resolved));
   CloseConnection();
-  connection_ = host::Current().ado->CreateConnection();
-  connection_->ConnectionString(resolved);
-  connection_->Open("", "", ADODB::adOptionUnspecified);
-  const auto opening = connection_;
+  // Opening lets the loop run, which may close it.
+  const auto opening = host::Current().ado->CreateConnection();
+  connection_ = opening;
+  const auto requireStillOpening = [&] {
+    if (connection_ == opening) return;
+    throw basic::Error(basic::AdapterError, basic::DefaultSource, "It was closed while it was being opened.");
+  };
+  opening->ConnectionString(resolved);
+  opening->Open("", "", ADODB::adOptionUnspecified);
+  requireStillOpening();
   while (opening->State() != ADODB::adStateOpen) {
     host::Current().loop->DoEvents();
-    if (connection_ != opening) {
-      throw basic::Error(basic::AdapterError, basic::DefaultSource,
-                         "It was closed while it was being opened.");
-    }
+    requireStillOpening();
   }
 }
 
@@ -133,7 +136,10 @@ void clsConnection::OpenWorkbookOnce(const std::string& path) {
   constexpr std::int32_t UpdateExternalLinks = 3;
   CloseExcel();
   lastFileDate_ = host::Current().files->FileDateTime(path);
-  workbook_ = modGlobalFunctions::SystemExcel->Workbooks()->Open(path, UpdateExternalLinks, true);
+  // Opening lets the loop run, which may let go of Excel.
+  const std::shared_ptr<Excel::Application> excel = modGlobalFunctions::SystemExcel;
+  if (!excel) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
+  workbook_ = excel->Workbooks()->Open(path, UpdateExternalLinks, true);
   const auto sheets = workbook_->Sheets();
   worksheet_ = connectionSheet_.empty() ? sheets->Item(1) : sheets->Item(std::string_view(connectionSheet_));
 }
@@ -192,19 +198,29 @@ bool IsProjectProvider(std::string_view connectionString) {
 void clsConnection::OpenDatabaseRecordset() {
   if (!connection_ || connection_->State() != ADODB::adStateOpen) return;
   CloseRecordset();
-  recordset_ = host::Current().ado->CreateRecordset();
-  recordset_->CursorLocation(ADODB::adUseClient);
-  recordset_->CursorType(ADODB::adOpenForwardOnly);
-  recordset_->LockType(ADODB::adLockReadOnly);
-  recordset_->ActiveConnection(connection_);
+  const auto recordset = host::Current().ado->CreateRecordset();
+  recordset_ = recordset;
+  recordset->CursorLocation(ADODB::adUseClient);
+  recordset->CursorType(ADODB::adOpenForwardOnly);
+  recordset->LockType(ADODB::adLockReadOnly);
+  recordset->ActiveConnection(connection_);
   std::int32_t options = ADODB::adOptionUnspecified;
   if (!IsProjectProvider(connection_->ConnectionString())) {
     options = IsStatement(recordsetSQL_) ? ADODB::adAsyncExecute : ADODB::adCmdTableDirect;
   }
-  recordset_->Open(recordsetSQL_, ADODB::adOpenUnspecified, ADODB::adLockUnspecified, options);
-  while (recordset_->State() != ADODB::adStateOpen) host::Current().loop->DoEvents();
-  recordset_->ActiveConnection(nullptr);
+  recordset->Open(recordsetSQL_, ADODB::adOpenUnspecified, ADODB::adLockUnspecified, options);
+  RequireStillHeld(recordset);
+  while (recordset->State() != ADODB::adStateOpen) {
+    host::Current().loop->DoEvents();
+    RequireStillHeld(recordset);
+  }
+  recordset->ActiveConnection(nullptr);
   NoteReading();
+}
+
+void clsConnection::RequireStillHeld(const std::shared_ptr<ADODB::Recordset>& recordset) const {
+  if (recordset_ == recordset) return;
+  throw basic::Error(basic::AdapterError, basic::DefaultSource, "It was closed while it was being read.");
 }
 
 void clsConnection::CloseFile() {
@@ -281,10 +297,15 @@ void clsConnection::FetchAgain() {
     OpenRecordset();
     return;
   }
-  recordset_->ActiveConnection(connection_);
-  recordset_->Requery(ADODB::adOptionUnspecified);
-  while (recordset_->State() == ADODB::adStateFetching) host::Current().loop->DoEvents();
-  recordset_->ActiveConnection(nullptr);
+  const std::shared_ptr<ADODB::Recordset> recordset = recordset_;
+  recordset->ActiveConnection(connection_);
+  recordset->Requery(ADODB::adOptionUnspecified);
+  RequireStillHeld(recordset);
+  while (recordset->State() == ADODB::adStateFetching) {
+    host::Current().loop->DoEvents();
+    RequireStillHeld(recordset);
+  }
+  recordset->ActiveConnection(nullptr);
   NoteReading();
 }
 

@@ -29,7 +29,9 @@ void clsPresentation::FillValues(bool requery) try {
   if (!modTags::HasVersionTag(*presentation_)) return;
   objectFailureTold_ = false;
   if (requery) {
-    for (const auto& connection : connections_) connection->Requery(true);
+    // The list may change while a source is waited for.
+    const ConnectionList connections = connections_;
+    for (const auto& connection : connections) connection->Requery(true);
   }
   modSlides::ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
     const std::string slideNumber = std::to_string(slide.SlideIndex());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -32,17 +33,28 @@ class Database final : public ADODB::Factory {
   int ticksPerRequery = 0;
   std::vector<std::pair<std::string, std::string>> rows;
   std::vector<std::string> log;
+  /// Runs within Open of a connection.
+  std::function<void()> onOpen;
+  /// Whether a connection was destroyed by what ran then.
+  bool goneInUse = false;
 
  private:
   class Link final : public ADODB::Connection {
    public:
     explicit Link(Database& database) : database_(database) {}
+    ~Link() override { database_.goneInUse = database_.goneInUse || database_.isOpening_; }
+    Link(const Link&) = delete;
+    Link& operator=(const Link&) = delete;
     void ConnectionString(std::string_view text) override { text_ = text; }
     std::string ConnectionString() const override { return text_; }
     void Open(std::string_view, std::string_view, std::int32_t options) override {
       if (database_.down) throw basic::Error(basic::AdapterError, "fake database", "server down");
-      database_.log.push_back("open " + text_ + " " + std::to_string(options));
-      open_ = true;
+      Database& database = database_;
+      database.log.push_back("open " + text_ + " " + std::to_string(options));
+      database.isOpening_ = true;
+      if (database.onOpen) database.onOpen();
+      database.isOpening_ = false;
+      if (!database.goneInUse) open_ = true;
     }
     void Close() override {
       database_.log.emplace_back("close");
@@ -119,6 +131,8 @@ class Database final : public ADODB::Factory {
     std::unique_ptr<ado::Recordset> rows_ = std::make_unique<ado::Recordset>();
     bool filled_ = false;
   };
+
+  bool isOpening_ = false;
 };
 
 inline std::shared_ptr<ADODB::Recordset> Database::CreateRecordset() { return std::make_shared<Rows>(*this); }

@@ -290,6 +290,29 @@ TEST_F(DatabaseTest, AConnectionThatIsClosedWhileItOpensGivesUp) {
   machine.loop.onDoEvents = [this] { connection.CloseConnection(); };
   EXPECT_EQ(Failure([&] { connection.OpenConnection(); }),
             "4 Error while opening database Stock. \r\nIt was closed while it was being opened.");
+  machine.loop.onDoEvents = {};
+  database.ticksToOpen = 0;
+  database.onOpen = [this] { connection.CloseConnection(); };
+  EXPECT_EQ(Failure([&] { connection.OpenConnection(); }),
+            "4 Error while opening database Stock. \r\nIt was closed while it was being opened.");
+  EXPECT_FALSE(database.goneInUse);
+}
+
+TEST_F(DatabaseTest, ARecordsetThatIsClosedWhileItIsReadGivesUp) {
+  Describe(StockTag);
+  connection.OpenConnection();
+  machine.loop.onDoEvents = [this] { connection.CloseRecordset(); };
+  database.ticksToFetch = 2;
+  EXPECT_EQ(Failure([&] { connection.OpenRecordset(); }),
+            "6 Error while reading database Stock. \r\nIt was closed while it was being read.");
+  machine.loop.onDoEvents = {};
+  database.ticksToFetch = 0;
+  connection.OpenConnection();
+  connection.OpenRecordset();
+  machine.loop.onDoEvents = [this] { connection.CloseRecordset(); };
+  database.ticksPerRequery = 2;
+  EXPECT_EQ(Failure([&] { connection.Requery(true); }),
+            "8 Error requerying database Stock. \r\nIt was closed while it was being read.");
 }
 
 TEST(ColumnLettersTest, HaveTwoLettersAtMost) {
