@@ -120,17 +120,19 @@ void Application::SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWind
     window->View()->PointerType(PowerPoint::SlideShowPointerType::AlwaysHidden);
   }
   modGlobalFunctions::SavedBeforeShow = presentation->Saved() ? -1 : 0;
-  runtime_ = std::make_unique<clsRuntime>();
-  if (modGlobalFunctions::InfoSetting("HideProgressMeterOpen") != "1") runtime_->ShowProgressMeter(true);
-  runtime_->ActivePresentation(presentation);
-  runtime_->StartTimers(window);
+  // The show may end while it waits for data.
+  const auto runtime = std::make_shared<clsRuntime>();
+  runtime_ = runtime;
+  if (modGlobalFunctions::InfoSetting("HideProgressMeterOpen") != "1") runtime->ShowProgressMeter(true);
+  runtime->ActivePresentation(presentation);
+  runtime->StartTimers(window);
 } catch (...) {
   CatchError();
 }
 
 void Application::SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) try {
   Log(DebugKind::Event, "gppApp_SlideShowNextSlide");
-  if (runtime_) runtime_->SlideShowNextSlide(window);
+  if (const auto runtime = runtime_) runtime->SlideShowNextSlide(window);
 } catch (...) {
   CatchError();
 }

@@ -43,7 +43,7 @@ class Application final : public PowerPoint::ApplicationEvents {
   std::shared_ptr<PowerPoint::Application> gppApp;
   std::string progId_;
   std::vector<std::shared_ptr<clsPresentation>> Presentations;
-  std::unique_ptr<clsRuntime> runtime_;
+  std::shared_ptr<clsRuntime> runtime_;
 };
 
 }  // namespace LF2000

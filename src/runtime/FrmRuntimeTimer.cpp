@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
@@ -27,21 +28,24 @@ void LogValue(const clsRTShapeInfo& shape, double row, const std::string& value)
   Log(DebugKind::Variable, "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(row) + ":Value:" + value);
 }
 
-/// Sets a flag for as long as it lives.
-class Passing {
+std::string SlideSource(std::int32_t slide) { return "slide " + std::to_string(slide); }
+
+}  // namespace
+
+class FrmRuntimeTimer::Passing {
  public:
-  explicit Passing(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Passing() { flag_ = false; }
+  Passing(FrmRuntimeTimer& form, bool& flag) : form_(form), flag_(flag) { flag_ = true; }
+  ~Passing() {
+    flag_ = false;
+    form_.TakeUpEarlyLook();
+  }
   Passing(const Passing&) = delete;
   Passing& operator=(const Passing&) = delete;
 
  private:
+  FrmRuntimeTimer& form_;
   bool& flag_;
 };
-
-std::string SlideSource(std::int32_t slide) { return "slide " + std::to_string(slide); }
-
-}  // namespace
 
 std::shared_ptr<FrmRuntimeTimer> FrmRuntimeTimer::Create() {
   std::shared_ptr<FrmRuntimeTimer> form(new FrmRuntimeTimer);
@@ -117,6 +121,7 @@ void FrmRuntimeTimer::CurrentSlide(std::int32_t /*position*/) {
   } catch (...) {
     Report("show", "CurrentSlide");
   }
+  if (unloaded_) return;
   tmrConnections_->Enabled(connectionsEnabled);
   tmrData_->Enabled(dataEnabled);
 }
@@ -201,7 +206,8 @@ void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
 void FrmRuntimeTimer::RequeryConnections(const ConnectionFlags& flags) {
   if (requerying_) return;
   WatchFiles();
-  const Passing requerying(requerying_);
+  if (unloaded_) return;
+  const Passing requerying(*this, requerying_);
   for (const auto& [key, connection] : connections_) {
     const auto number = static_cast<std::size_t>(basic::CLng(key));
     if (flags[number]) RequeryConnection(number);
@@ -217,7 +223,18 @@ void FrmRuntimeTimer::RefreshData() {
   }
   const std::vector<std::int32_t> passedOver = PassedOverWithoutData();
   RequeryConnections(connectionsToRequery_);
-  for (const std::int32_t slide : passedOver) RefreshSlide(static_cast<std::int16_t>(slide));
+  for (const std::int32_t slide : passedOver) RefreshSlideAt(slide);
+}
+
+void FrmRuntimeTimer::RefreshSlideAt(std::int32_t index) {
+  constexpr std::int32_t Last = std::numeric_limits<std::int16_t>::max();
+  if (index <= Last) return RefreshSlide(static_cast<std::int16_t>(index));
+  try {
+    throw basic::Error(static_cast<std::int32_t>(basic::RuntimeError::Overflow), basic::DefaultSource,
+                       "Slides after number " + std::to_string(Last) + " are not refreshed.");
+  } catch (...) {
+    Report("slides after the last", "RefreshSlide", modErrors::RefreshingSlide);
+  }
 }
 
 void FrmRuntimeTimer::RefreshSlide(std::int16_t slide) try {
@@ -229,7 +246,7 @@ void FrmRuntimeTimer::RefreshSlide(std::int16_t slide) try {
   Report(SlideSource(slide), "RefreshSlide", modErrors::RefreshingSlide);
 }
 
-void FrmRuntimeTimer::RefreshShapes(std::int16_t slide) {
+void FrmRuntimeTimer::RefreshShapes(std::int32_t slide) {
   const auto index = static_cast<std::size_t>(slide);
   const auto slideObject = slides_->Item(slide);
   if (!slideInfo_[index].Scrolls.empty()) CalcScrollIndexes(slide);
@@ -324,7 +341,7 @@ bool FrmRuntimeTimer::RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shap
     slide.Shapes()->Item(shape.Name)->TextFrame()->TextRange()->Text(value);
     shape.Text = std::move(value);
   }
-  shape.HasValue = !noValue;
+  shape.HasValue = !noValue || !connection.IsNull(row, shape.ColumnName);
   return !noValue;
 }
 
@@ -377,7 +394,7 @@ void FrmRuntimeTimer::ShowObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape
   shape.FileDate = date;
 }
 
-void FrmRuntimeTimer::OLD_RefreshCurrentScreen() { RefreshSlide(static_cast<std::int16_t>(currentSlide_)); }
+void FrmRuntimeTimer::OLD_RefreshCurrentScreen() { RefreshSlideAt(static_cast<std::int32_t>(currentSlide_)); }
 
 void FrmRuntimeTimer::RefreshRange(std::int32_t slide) {
   clsRTSlideInfo& info = slideInfo_[static_cast<std::size_t>(slide)];
@@ -411,20 +428,20 @@ void FrmRuntimeTimer::RefreshClocks(PowerPoint::Slide& slide, std::int32_t index
 void FrmRuntimeTimer::RefreshNext(std::int32_t next) {
   if (slideCount_ <= 1 || next == currentSlide_) return;
   RefreshRange(next);
-  RefreshSlide(static_cast<std::int16_t>(next));
+  RefreshSlideAt(next);
 }
 
 void FrmRuntimeTimer::tmrData_Timer() try {
   if (unloaded_ || refreshing_) return;
-  const Passing refreshing(refreshing_);
+  const Passing refreshing(*this, refreshing_);
   currentSlide_ = ShownPosition();
   if (currentSlide_ > slideCount_) return;
   const std::int32_t next = NextSlide(static_cast<std::int32_t>(currentSlide_));
   if (!scrolling_) RefreshData();
-  RefreshSlide(static_cast<std::int16_t>(currentSlide_));
+  RefreshSlideAt(static_cast<std::int32_t>(currentSlide_));
   RefreshNext(next);
   for (const std::int32_t slide : WatchedBesides(static_cast<std::int32_t>(currentSlide_), next)) {
-    RefreshSlide(static_cast<std::int16_t>(slide));
+    RefreshSlideAt(slide);
   }
   errors_.Clear("tmrData");
   host::Current().loop->DoEvents();
@@ -458,7 +475,7 @@ void FrmRuntimeTimer::tmrConnections_Timer() try {
   if (unloaded_) return;
   connectionsToRequery_ |= slideInfoConnections_;
   for (std::int32_t slide = 1; slide <= static_cast<std::int32_t>(slideCount_); ++slide) {
-    if (IsHidden(slide)) RefreshSlide(static_cast<std::int16_t>(slide));
+    if (IsHidden(slide)) RefreshSlideAt(slide);
   }
   errors_.Clear("tmrConnections");
 } catch (...) {

@@ -59,8 +59,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] bool Requeries(std::size_t connection) const { return connectionsToRequery_[connection]; }
   /// Whether a scroll entry of the slide moves the shape through the rows.
   [[nodiscard]] bool Scrolls(std::int32_t slide, std::string_view shapeName) const;
-  /// False for a text that is blank because its data hold no value: Null, an empty
-  /// text, no such row.
+  /// False for a text that is blank because its data hold no value: Null, or no such row.
   [[nodiscard]] bool HasValue(std::int32_t slide, std::string_view shapeName) const;
   /// Milliseconds between two looks at a connection.
   [[nodiscard]] double RequeryInterval(const clsConnection& connection) const;
@@ -77,6 +76,8 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void RefreshData();
   /// Recomputes every data shape of the slide and its no-data state.
   void RefreshSlide(std::int16_t slide);
+  /// The same by a slide's index. One that RefreshSlide's number cannot hold is reported, once a show.
+  void RefreshSlideAt(std::int32_t index);
   /// The refresh of the slide on show alone.
   void OLD_RefreshCurrentScreen();
   /// Starts the time anew that a slide's scrolling shapes have accumulated towards
@@ -96,6 +97,9 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void Unload();
 
  private:
+  /// Work that an early look has to wait for, under way as long as this lives.
+  class Passing;
+
   FrmRuntimeTimer() = default;
   void CreateTimers();
   [[nodiscard]] std::unique_ptr<host::Timer> CreateTimer(void (FrmRuntimeTimer::*tick)(),
@@ -120,7 +124,9 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] std::set<std::string> FilesInSight() const;
   void WatchFiles();
   void FileChanged(const std::string& path);
-  void RefreshShapes(std::int16_t slide);
+  /// The early look that waited for the work under way.
+  void TakeUpEarlyLook();
+  void RefreshShapes(std::int32_t slide);
   void CalcScrollIndexes(std::int32_t slide);
   /// The first shape of that name that shows data; null without one.
   [[nodiscard]] const clsRTShapeInfo* Find(std::int32_t slide, std::string_view shapeName) const;
@@ -159,8 +165,9 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   basic::Date lastClockUpdate_;
   ErrorGate errors_;
   EarlyLooks earlyLooks_;
+  bool isEarlyLookPutOff_ = false;
   /// Null where the host watches none.
-  std::unique_ptr<host::FileWatch> watch_;
+  std::shared_ptr<host::FileWatch> watch_;
 
   std::unique_ptr<host::Timer> tmrData_;
   std::unique_ptr<host::Timer> tmrClock_;

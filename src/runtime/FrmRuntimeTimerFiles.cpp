@@ -45,7 +45,9 @@ void FrmRuntimeTimer::WatchFiles() {
   if (!watch_) return;
   const std::set<std::string> files = FilesInSight();
   earlyLooks_.KeepOnly(files);
-  watch_->Files(files);
+  // The show may end in there.
+  const std::shared_ptr<host::FileWatch> watch = watch_;
+  watch->Files(files);
 }
 
 void FrmRuntimeTimer::FileChanged(const std::string& path) {
@@ -57,6 +59,14 @@ void FrmRuntimeTimer::FileChanged(const std::string& path) {
   }
   if (tmrChangedFiles_->Enabled()) return;
   tmrChangedFiles_->Interval(static_cast<std::int32_t>(earlyLooks_.Pause(now)));
+  tmrChangedFiles_->Enabled(true);
+}
+
+void FrmRuntimeTimer::TakeUpEarlyLook() {
+  if (!isEarlyLookPutOff_ || requerying_ || refreshing_ || unloaded_) return;
+  isEarlyLookPutOff_ = false;
+  tmrChangedFiles_->Interval(
+      static_cast<std::int32_t>(earlyLooks_.Pause(host::Current().clock->TickCount())));
   tmrChangedFiles_->Enabled(true);
 }
 
@@ -87,8 +97,9 @@ void FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer() try {
 }
 
 void FrmRuntimeTimer::tmrChangedFiles_Timer() {
-  if (requerying_ || refreshing_) return;  // it fires again
   tmrChangedFiles_->Enabled(false);
+  isEarlyLookPutOff_ = requerying_ || refreshing_;
+  if (isEarlyLookPutOff_) return;
   if (!tmrData_->Enabled()) return;
   const bool isLinkChanged = std::any_of(linkedObjects_.begin(), linkedObjects_.end(), [](const auto& entry) {
     return entry.find('\t') == std::string::npos;

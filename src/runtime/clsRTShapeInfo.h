@@ -25,7 +25,7 @@ struct clsRTShapeInfo {
   /// The text last written into the shape, of a linked object the file it shows
   /// (empty: its own content); nothing before the first.
   std::optional<std::string> Text;
-  /// Whether the data held a value for the text when they were last looked at.
+  /// Whether the data held a value for the text, were it an empty one, when they were last looked at.
   bool HasValue = true;
   /// The connection's data (its DataVersion) that the chart was last filled with.
   std::int64_t DataVersion = 0;

@@ -22,17 +22,6 @@ namespace {
 
 void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsRuntime", text); }
 
-/// A failing step is reported, and the show runs with what there is: one source
-/// that is not there yet must not keep a screen dark.
-template <typename Step>
-void KeepGoing(const char* procedure, Step&& step) try {
-  step();
-} catch (...) {
-  modErrors::SetLastError();
-  Log(DebugKind::Error, procedure + (":" + modErrors::LastError.Description));
-  modErrors::ReportError(modErrors::OpeningPresentation);
-}
-
 std::int32_t ToInterval(double milliseconds) {
   constexpr double Largest = std::numeric_limits<std::int32_t>::max();
   return basic::CLng(std::min(milliseconds, Largest));
@@ -44,19 +33,38 @@ clsRuntime::~clsRuntime() {
   if (form_) form_->Unload();
 }
 
+/// A failing step is reported, and the show runs with what there is: one source
+/// that is not there yet must not keep a screen dark.
+template <typename Step>
+void clsRuntime::KeepGoing(const char* procedure, Step&& step) try {
+  if (!ended_) step();
+} catch (...) {
+  if (ended_) return;
+  modErrors::SetLastError();
+  Log(DebugKind::Error, procedure + (":" + modErrors::LastError.Description));
+  modErrors::ReportError(modErrors::OpeningPresentation);
+}
+
 void clsRuntime::StartTimers(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) {
+  starting_ = true;
+  ended_ = false;
   try {
-    if (!modTags::HasVersionTag(*presentation_)) return;
-    BuildModel();
-    HandOver(window);
-    active_ = true;
+    if (modTags::HasVersionTag(*presentation_)) {
+      BuildModel();
+      if (!ended_) HandOver(window);
+      active_ = !ended_;
+    }
   } catch (...) {
-    modErrors::SetLastError();
-    Log(DebugKind::Error, "StartTimers:" + modErrors::LastError.Description);
-    modErrors::ReportError(modErrors::StartingTimers);
+    if (!ended_) {
+      modErrors::SetLastError();
+      Log(DebugKind::Error, "StartTimers:" + modErrors::LastError.Description);
+      modErrors::ReportError(modErrors::StartingTimers);
+    }
     if (form_) form_->Unload();
     form_.reset();
   }
+  starting_ = false;
+  if (ended_) Release();
   if (showMeter_) host::Current().progressMeter->Close();
 }
 
@@ -72,7 +80,7 @@ void clsRuntime::BuildModel() {
   usedConnections_.assign(places, {});
   linkedObjects_.clear();
   linkedFiles_.clear();
-  for (std::int32_t slide = 1; slide <= slideCount_; ++slide) ReadSlide(slide);
+  for (std::int32_t slide = 1; slide <= slideCount_ && !ended_; ++slide) ReadSlide(slide);
   OpenConnections();
 }
 
@@ -222,7 +230,7 @@ void clsRuntime::OpenConnections() {
   modTags::ForEachTag(*presentation_->Tags(), modTags::Connection,
                       [&](const std::string& suffix, const std::string& value) {
                         KeepGoing("OpenConnection", [&] { OpenConnection(suffix, value); });
-                        if (showMeter_) host::Current().progressMeter->Step();
+                        if (showMeter_ && !ended_) host::Current().progressMeter->Step();
                       });
 }
 
@@ -277,7 +285,8 @@ void clsRuntime::HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& wi
   const auto slides = presentation_->Slides();
   const basic::Date now = host::Current().clock->Now();
   for (std::int32_t slide = 1; slide <= slideCount_; ++slide) {
-    form_->RefreshSlide(static_cast<std::int16_t>(slide));
+    form_->RefreshSlideAt(slide);
+    if (ended_) return;
     form_->RefreshRange(slide);
     form_->RefreshClocks(*slides->Item(slide), slide, now);
   }
@@ -285,33 +294,35 @@ void clsRuntime::HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& wi
 
   const std::int32_t first = window->View()->CurrentShowPosition();
   form_->CurrentSlide(first);
-  if (first > slideCount_) return;
+  if (ended_ || first > slideCount_) return;
   form_->RefreshClocks(*slides->Item(first), first, host::Current().clock->Now());
-  form_->RefreshSlide(static_cast<std::int16_t>(first));
+  form_->RefreshSlideAt(first);
   form_->RefreshRange(first);
 }
 
 void clsRuntime::SetUpTimers() {
-  constexpr double DefaultRefresh = 1000;
+  constexpr std::int32_t DefaultRefresh = 1000;
   if (forcesDefaultRefresh_ || refreshInterval_ == NoRefreshInterval) {
     refreshInterval_ = DefaultRefresh;
   } else {
     refreshInterval_ = std::abs(refreshInterval_);
   }
-  if (ToInterval(refreshInterval_) == 0) refreshInterval_ = DefaultRefresh;
+  const std::int32_t refresh = ToInterval(refreshInterval_);
 
   // Without scrolling the data timer paces the requery; with it, the data timer
   // paces the scroll steps and the connections timer the requery.
   if (scrollInterval_ != NoScrollInterval) {
     form_->Scrolling(true);
-    form_->tmrConnections().Interval(ToInterval(refreshInterval_));
+    // A timer without an interval never fires, and the data would stand still.
+    form_->tmrConnections().Interval(refresh == 0 ? DefaultRefresh : refresh);
     form_->tmrConnections().Enabled(true);
     form_->tmrData().Interval(ToInterval(std::min(scrollInterval_, refreshInterval_)));
   } else {
     form_->Scrolling(false);
-    form_->tmrData().Interval(ToInterval(refreshInterval_));
+    form_->tmrData().Interval(refresh);
     form_->tmrConnections().Enabled(false);
   }
+  if (form_->tmrData().Interval() == 0) form_->tmrData().Interval(DefaultRefresh);
   if (clocksPresent_) {
     form_->tmrClock().Interval(50);
     form_->tmrClock().Enabled(true);
@@ -326,7 +337,9 @@ void clsRuntime::SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowW
   if (!active_) return;
   const std::int32_t position = window->View()->CurrentShowPosition();
   Log(DebugKind::Information, "Next slide: " + std::to_string(position));
-  form_->CurrentSlide(position);
+  // The show may end in there.
+  const std::shared_ptr<FrmRuntimeTimer> form = form_;
+  form->CurrentSlide(position);
 } catch (...) {
   modErrors::SetLastError();
   modErrors::ReportError();
@@ -334,10 +347,15 @@ void clsRuntime::SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowW
 
 void clsRuntime::UnSetLinkedObjects() {
   active_ = false;
+  ended_ = true;
   if (form_) form_->Unload();
-  form_.reset();
   // A tick may be waiting for one of them.
   for (const auto& [number, connection] : connections_) connection->CloseConnection();
+  if (!starting_) Release();
+}
+
+void clsRuntime::Release() {
+  form_.reset();
   connections_.clear();
   slideInfo_.clear();
   shapes_.clear();

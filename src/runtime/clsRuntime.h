@@ -42,13 +42,17 @@ class clsRuntime {
   /// The data shapes by slide, as StartTimers found them.
   [[nodiscard]] const SlideShapesTable& ShapesInfo() const { return shapes_; }
   void SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
-  /// The end of the show: timers off, model released.
+  /// The end of the show: timers off, model released. It may come while StartTimers waits for data, which
+  /// then stops where it is and reports nothing.
   void UnSetLinkedObjects();
 
   /// Null while the runtime is inactive.
   [[nodiscard]] FrmRuntimeTimer* Form() const { return active_ ? form_.get() : nullptr; }
 
  private:
+  template <typename Step>
+  void KeepGoing(const char* procedure, Step&& step);
+  void Release();
   void BuildModel();
   void ReadSlide(std::int32_t slide);
   [[nodiscard]] clsSlide ReadSlideProperties(PowerPoint::Slide& slide);
@@ -67,6 +71,8 @@ class clsRuntime {
   std::shared_ptr<PowerPoint::Presentation> presentation_;
   std::shared_ptr<FrmRuntimeTimer> form_;
   bool active_ = false;
+  bool starting_ = false;
+  bool ended_ = false;
   bool showMeter_ = false;
   std::int32_t slideCount_ = 0;
 

@@ -68,6 +68,7 @@ class Loop final : public host::Loop {
       now_ = std::max(now_, next->due_);
       const auto handler = next->handler_;
       next->running_ = true;
+      ++fired;
       handler();
       const bool isThere = std::find(timers_.begin(), timers_.end(), next) != timers_.end();
       if (!isThere) continue;
@@ -85,6 +86,8 @@ class Loop final : public host::Loop {
   std::int64_t lateness = 0;
   int doEvents = 0;
   std::function<void()> onDoEvents;
+  /// How often timers have fired.
+  int fired = 0;
 
  private:
   Timer* NextDue(std::int64_t end) {
@@ -203,8 +206,17 @@ class FileWatcher final : public host::FileWatcher {
   std::unique_ptr<host::FileWatch> CreateWatch(std::function<void(const std::string&)> changed) override {
     struct Watch final : host::FileWatch {
       explicit Watch(FileWatcher& owner) : watcher(owner) {}
-      ~Watch() override { watcher.changed_ = {}; }
-      void Files(const std::set<std::string>& paths) override { watcher.watched = paths; }
+      ~Watch() override {
+        watcher.changed_ = {};
+        watcher.goneInUse = watcher.goneInUse || watcher.inUse_;
+      }
+      void Files(const std::set<std::string>& paths) override {
+        FileWatcher& owner = watcher;
+        owner.watched = paths;
+        owner.inUse_ = true;
+        if (owner.onFiles) owner.onFiles();
+        owner.inUse_ = false;
+      }
       FileWatcher& watcher;
     };
     changed_ = std::move(changed);
@@ -216,8 +228,13 @@ class FileWatcher final : public host::FileWatcher {
   }
 
   std::set<std::string> watched;
+  /// Runs while the watch is told its files.
+  std::function<void()> onFiles;
+  /// Whether the watch was destroyed by what ran then.
+  bool goneInUse = false;
 
  private:
+  bool inUse_ = false;
   std::function<void(const std::string&)> changed_;
 };
 

@@ -265,6 +265,24 @@ TEST_F(AddInTest, TheEndOfAShowBreaksOffWhatIsBeingRead) {
   EXPECT_EQ(connect.Application()->Runtime(), nullptr);
 }
 
+TEST_F(AddInTest, AShowMayEndWhileItBegins) {
+  Load();
+  fakes::Database database;
+  machine.UseAdo(&database);
+  const auto deck = Deck();
+  for (const char* number : {"001", "002"}) {
+    deck->tags->Add("CORVANE CONNECTION" + std::string(number), "1\tStock\tDSN=x\tt\t\t1000\t");
+  }
+  database.ticksToOpen = 1'000'000;
+  machine.loop.onDoEvents = [&] { host->sink->SlideShowEnd(deck); };
+  host->sink->SlideShowBegin(std::make_shared<fakes::Window>(deck));
+  EXPECT_EQ(connect.Application()->Runtime(), nullptr);
+  EXPECT_FALSE(machine.loop.HasTimers());
+  EXPECT_TRUE(machine.messageBox.shown.empty()) << "what the end breaks off is no failure";
+  EXPECT_EQ(database.log.size(), 1U) << "nothing more is opened";
+  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "x");
+}
+
 TEST_F(AddInTest, AnUnlinkedShowHasNoRuntime) {
   Load();
   const auto deck = std::make_shared<fakes::Presentation>();

@@ -235,6 +235,29 @@ TEST_F(RuntimeTest, WhatIsOutOfBoundsIsSkipped) {
   EXPECT_EQ(runtime.ShapesInfo()[1].size(), 1U);
 }
 
+TEST_F(RuntimeTest, SlidesBeyondTheRangeOfTheirNumberAreReportedOnce) {
+  Field(deck->Add(), "p", 1);
+  Start();
+  for (const std::int32_t slide : {32768, 40000, 65537}) runtime.Form()->RefreshSlideAt(slide);
+  EXPECT_EQ(LoggedErrors(), 1U);
+  EXPECT_NE(machine.files.files["/addin/errors.txt"].content.find("Slides after number 32767"),
+            std::string::npos);
+}
+
+TEST_F(RuntimeTest, NullHasNoValueAndAnEmptyTextHas) {
+  machine.files.Write(Prices, "Item\tPrice\nTea\t\nMilk\n");
+  fakes::Slide& slide = deck->Add();
+  slide.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
+  const std::pair<const char*, int> shapes[] = {{"empty", 1}, {"null", 2}, {"no row", 3}};
+  for (const auto& [name, row] : shapes) Field(slide, name, row);
+  Start();
+  for (const auto& [name, row] : shapes) {
+    EXPECT_EQ(runtime.Form()->HasValue(1, name), row == 1) << name;
+    EXPECT_EQ(slide.Item(std::string_view(name))->TextFrame()->TextRange()->Text(), " ") << name;
+  }
+  EXPECT_TRUE(slide.transition->hidden) << "nothing to see is no data";
+}
+
 TEST_F(RuntimeTest, AnErrorOnOneShapeEndsItsSlideForTheTick) {
   fakes::Slide& slide = deck->Add();
   fakes::Shape& before = Field(slide, "before", 1);
@@ -272,8 +295,8 @@ TEST_F(RuntimeTest, TimersArePacedByWhatTheDeckHolds) {
       {{}, nullptr, 1000, false, 100},
       {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "True\t1\t400", 400, true, 5000},
       {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t300\t"}}, "True\t1\t400", 300, true, 300},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, "True\t1\t400", 400, true, 1000},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0.4\t"}}, "True\t1\t400", 400, true, 1000},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, "True\t1\t400", 1000, true, 1000},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0.4\t"}}, "True\t1\t400", 1000, true, 1000},
       {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "False\t1\t400", 5000, false, 100},
   };
   for (const auto& c : cases) {
@@ -537,17 +560,36 @@ TEST_F(FileChangesTest, AChangeWhileADatabaseIsWaitedForIsReadAfterwards) {
   fakes::Shape& shape = Field(slide, "p", 1);
   Field(slide, "stock", 1, "002");
   Start();
-  database.ticksPerRequery = 4;
+  database.ticksPerRequery = 25;
   machine.loop.onDoEvents = [&] {
-    if (database.ticksToFetch == 2) Change(Prices, "Item\tPrice\nTea\t4\n");
+    if (database.ticksToFetch == 23) Change(Prices, "Item\tPrice\nTea\t4\n");
     database.Progress();
-    machine.loop.Advance(70);
+    machine.loop.Advance(30);
   };
+  const int before = machine.loop.fired;
   machine.loop.Advance(1010);
   machine.loop.onDoEvents = {};
+  EXPECT_LE(machine.loop.fired, before + 2) << "of the tick and the change";
   EXPECT_EQ(std::count(database.log.begin(), database.log.end(), "requery -1"), 1);
   machine.loop.Advance(70);
   EXPECT_EQ(shape.text, "4");
+}
+
+TEST_F(FileChangesTest, TheShowMayEndWhileFilesAreWatched) {
+  Field(deck->Add(), "p", 1);
+  for (const bool onSlideChange : {false, true}) {
+    Start();
+    watcher.onFiles = [&] { runtime.UnSetLinkedObjects(); };
+    if (onSlideChange) {
+      GoTo(1);
+    } else {
+      machine.loop.Advance(1010);
+    }
+    watcher.onFiles = {};
+    EXPECT_FALSE(watcher.goneInUse);
+    EXPECT_EQ(runtime.Form(), nullptr);
+    EXPECT_FALSE(machine.loop.HasTimers());
+  }
 }
 
 TEST_F(FileChangesTest, ALinkedFileThatChangesTwiceInASecondIsRefreshedTwice) {
