@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "web/ServerFixture.h"
+#include "web/show/Broadcast.h"
+#include "web/show/Routes.h"
 
 namespace web::test {
 namespace {
@@ -60,6 +62,23 @@ TEST_F(AssetTest, GivesTheRangeThatIsAskedFor) {
   serve("");
   EXPECT_EQ(200, client.get("/assets/film", "Range: bytes=-5\r\n").status);
   EXPECT_EQ(416, client.get("/assets/film", "Range: bytes=0-\r\n").status);
+}
+
+TEST_F(AssetTest, LooksThroughNoBytes) {
+  auto broadcast = std::make_shared<Broadcast>(loop, show, options);
+  Routes routes(show, *broadcast, options);
+  const std::string film(100'000, '.');
+  show.assets["a"] = {std::make_shared<const std::string>(film), "video/mp4"};
+  show.assets["b"] = {std::make_shared<const std::string>(film), "video/mp4"};
+  Request request;
+  request.method = "GET";
+  request.host = "localhost";
+  request.range = "bytes=0-0";
+  request.path = "/assets/a";
+  const Response first = routes.answer(request);
+  request.path = "/assets/b";
+  EXPECT_EQ(show.assets["b"].bytes, routes.answer(request).body)
+      << "only who looks knows that they are equal";
 }
 
 TEST_F(AssetTest, SendsLargeOnesUncopiedAndNobodyWaits) {

@@ -90,14 +90,14 @@ Answer Client::get(std::string_view path, std::string_view moreHeaders) {
   return answer();
 }
 
-Answer Client::post(std::string_view path, std::string_view authorization) {
+Answer Client::post(std::string_view path, std::string_view authorization, std::string_view moreHeaders) {
   send("POST " + std::string(path) + " HTTP/1.1\r\nHost: localhost\r\nContent-Length: 0\r\nAuthorization: " +
-       std::string(authorization) + "\r\n\r\n");
+       std::string(authorization) + "\r\n" + std::string(moreHeaders) + "\r\n");
   return answer();
 }
 
-void Client::open(std::string_view path) {
-  send("GET " + std::string(path) + " HTTP/1.1\r\nHost: localhost\r\n\r\n");
+void Client::open(std::string_view path, std::string_view moreHeaders) {
+  send("GET " + std::string(path) + " HTTP/1.1\r\nHost: localhost\r\n" + std::string(moreHeaders) + "\r\n");
 }
 
 Event Client::event() {

@@ -44,10 +44,10 @@ class Client {
   /// The next answer; `hasBody` is false for an answer to HEAD.
   Answer answer(bool hasBody = true);
   Answer get(std::string_view path, std::string_view moreHeaders = {});
-  Answer post(std::string_view path, std::string_view authorization);
+  Answer post(std::string_view path, std::string_view authorization, std::string_view moreHeaders = {});
 
   /// Asks for a stream.
-  void open(std::string_view path);
+  void open(std::string_view path, std::string_view moreHeaders = {});
   /// The next event of the stream, waiting for it; comments are events named "".
   Event event();
   /// The events that have arrived whole, without waiting.

@@ -6,7 +6,6 @@
 #include <nlohmann/json.hpp>
 
 #include "web/ServerFixture.h"
-#include "web/http/Query.h"
 
 namespace web::test {
 namespace {
@@ -35,13 +34,6 @@ class ScreensTest : public ServerFixture {
   }
   Json health() { return Json::parse(connect().get("/api/v1/health").body); }
 };
-
-TEST_F(ScreensTest, ReadsTheFieldsOfAnAddress) {
-  EXPECT_EQ("A b/ü&=", queryField("/?x=1&shape=A+b%2F%C3%BC%26%3D&slide=2", "shape"));
-  EXPECT_EQ("", queryField("/?slide", "slide"));
-  EXPECT_EQ("%zz%", queryField("/?slide=%zz%", "slide"));
-  EXPECT_EQ(std::nullopt, queryField("/slide=1", "slide"));
-}
 
 TEST_F(ScreensTest, GivesEachViewItsOwnChangesAndBuildsThemOnce) {
   show.shown.slideCount = 7;

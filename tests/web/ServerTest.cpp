@@ -200,6 +200,8 @@ TEST_F(ServerTest, TakesAddressesThatNameTheServer) {
   EXPECT_THAT(show.commands, ElementsAre("goto 2"));
   client.send("GET http://localhost HTTP/1.1\r\n" + host + "\r\n");
   EXPECT_THAT(client.answer().body, HasSubstr("Gate 7"));
+  client.send("GET http://localhost?slide=2 HTTP/1.1\r\n" + host + "\r\n");
+  EXPECT_THAT(client.answer().body, HasSubstr("pinned"));
 }
 
 TEST_F(ServerTest, HearsAClientOutBeforeItHangsUp) {
@@ -299,25 +301,53 @@ TEST_F(ServerTest, HearsTheOperatorAndTheWatchdogWhenItIsFull) {
   EXPECT_THAT(show.commands, ElementsAre("next"));
 }
 
+TEST_F(ServerTest, LetsTheRemoteControlInWhenItIsFull) {
+  options.maxConnections = 1;
+  options.keptSeats = 1;
+  show.assets["pic"] = {std::make_shared<const std::string>("x"), "image/png"};
+  Client only = open("/screen/events");
+  only.event();
+  EXPECT_EQ(200, connect().get("/remote").status);
+  EXPECT_EQ(200, connect().get("/client/" + std::string(clientVersion()) + "/remote.js").status);
+  EXPECT_EQ(503, connect().post("/api/v1/pass", "Bearer guess").status);
+  std::string pass = connect().post("/api/v1/pass", "Bearer s3cret").headers.at("Set-Cookie");
+  EXPECT_THAT(pass, HasSubstr("; HttpOnly; SameSite=Strict"));
+  pass = "Cookie: theme=dark; " + pass.substr(0, pass.find(';')) + "\r\n";
+
+  EXPECT_EQ(503, connect().get("/assets/pic").status);
+  EXPECT_EQ(200, connect().get("/assets/pic", pass).status);
+  Client remote = connect();
+  remote.open("/remote/events", pass);
+  EXPECT_EQ("picture", remote.event().name);
+  EXPECT_TRUE(Json::parse(remote.hello())["screen"].is_null());
+  EXPECT_EQ(1U, server().screens()) << "a remote control is none";
+  server().slideChanged();
+  EXPECT_EQ("picture", remote.event().name);
+  EXPECT_EQ(503, connect().get("/remote/events", pass).status) << "one seat was kept";
+  remote.close();
+  EXPECT_TRUE(until([&] { return connect().get("/remote/events", pass).status == 200; }));
+  EXPECT_EQ(401, connect().post("/api/v1/next", "", pass).status) << "a pass steers nothing";
+}
+
 TEST_F(ServerTest, SharesOnePageAmongAllWhoReadIt) {
   show.shown.current->html = std::string(100'000, '.');
   auto broadcast = std::make_shared<Broadcast>(loop, show, options);
   Routes routes(show, *broadcast, options);
   Request request;
   request.method = "GET";
-  request.target = "/";
+  request.path = "/";
   request.host = "localhost";
   const auto first = routes.answer(request).body;
   EXPECT_EQ(first, routes.answer(request).body);
-  request.target = "/remote";
+  request.path = "/remote";
   EXPECT_NE(first, routes.answer(request).body);
-  request.target = "/";
+  request.path = "/";
   show.shown.current->html.back() = '!';
   const auto second = routes.answer(request).body;
   EXPECT_NE(*first, *second);
   EXPECT_EQ(second, routes.answer(request).body);
   const std::string file = "/client/" + std::string(clientVersion()) + "/slides.js";
-  request.target = file;
+  request.path = file;
   const auto script = routes.answer(request).body;
   EXPECT_EQ(script, routes.answer(request).body);
 }

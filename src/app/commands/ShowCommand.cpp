@@ -50,10 +50,10 @@ StaleData staleData(const ShowOptions& options) {
 void limitConnections(web::Options& web, const ShowOptions& options) {
   constexpr std::size_t OwnFiles = 256;
   constexpr std::size_t Fewest = 16;
-  const std::size_t wanted = web.maxConnections + web.maxGuests + OwnFiles;
+  const std::size_t wanted = web.maxConnections + web.beyond() + OwnFiles;
   const std::size_t allowed = platform::allowDescriptors(wanted);
   if (allowed < wanted) {
-    const std::size_t kept = OwnFiles + web.maxGuests;
+    const std::size_t kept = OwnFiles + web.beyond();
     web.maxConnections = allowed > kept + Fewest ? allowed - kept : Fewest;
     std::cerr << "lumenfold: the system lets this program open " << allowed << " files, so it takes "
               << web.maxConnections << " connections at a time; raise the hard limit (ulimit -Hn) to "

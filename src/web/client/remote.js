@@ -35,6 +35,9 @@ function askForToken() {
   });
 }
 
+const post = (command, token) =>
+  fetch(`/api/v1/${command}`, { method: "POST", headers: { Authorization: `Bearer ${token}` } });
+
 let queue = Promise.resolve();
 function send(command) {
   queue = queue.then(() => attempt(command)).catch(() => say("The show cannot be reached."));
@@ -42,10 +45,7 @@ function send(command) {
 
 async function attempt(command) {
   if (!store.getItem("token") && !(await askForToken())) return;
-  const answer = await fetch(`/api/v1/${command}`, {
-    method: "POST",
-    headers: { Authorization: `Bearer ${store.getItem("token")}` },
-  });
+  const answer = await post(command, store.getItem("token"));
   if (answer.status === 401) {
     store.removeItem("token");
     say("This token is not the show's.");
@@ -124,12 +124,19 @@ for (const button of document.querySelectorAll("#blanks button")) {
 }
 setInterval(showElapsed, 1000);
 setInterval(() => document.visibilityState === "visible" && all.renew(), 5000);
+// Browsers send no token with streams and pictures; the pass lets them in when all seats are taken.
+async function askForPass() {
+  const token = store.getItem("token");
+  if (token) await post("pass", token).catch(() => {});
+}
+
 // One event after the other, also when one has to wait for a file.
 let events = Promise.resolve();
 function inTurn(handler) {
   return (...event) => (events = events.then(() => handler(...event)).catch((error) => console.error(error)));
 }
-openStream("/screen/events", {
+openStream("/remote/events", {
+  before: askForPass,
   hello: ({ now }) => (clockAhead = now - Date.now()),
   picture: inTurn(show),
   shapes: inTurn((changes) => changeShapes(changes, false)),

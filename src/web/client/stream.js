@@ -5,16 +5,18 @@ const firstPause = 500;
 const longestPause = 15000;
 
 // `picture` and `shapes` are called with the event's data, its number, and whether it
-// follows straight on what came before; `hello` with what the server says first.
-export function openStream(url, { hello, picture, shapes }) {
+// follows straight on what came before; `hello` with what the server says first; `before`
+// when the stream is about to be asked for.
+export function openStream(url, { before, hello, picture, shapes }) {
   let source;
   let number;
   let failures = 0;
   let longestSilence = 45000;
   let silence;
 
-  function connect() {
+  async function connect() {
     source?.close();
+    await before?.();
     source = new EventSource(url);
     source.onerror = reconnect;
     source.addEventListener("beat", heard);
@@ -49,7 +51,7 @@ export function openStream(url, { hello, picture, shapes }) {
   }
 
   function reconnect() {
-    source.close();
+    source?.close();
     clearTimeout(silence);
     const pause = Math.min(longestPause, firstPause * 2 ** failures++);
     setTimeout(connect, pause * (0.5 + Math.random() / 2));

@@ -7,8 +7,6 @@ const oldest = 3000;
 
 export function thumbnails(container, choose) {
   const buttons = new Map();
-  const styles = document.querySelector("#slide-styles");
-
   async function load(button) {
     if (Date.now() - (button.loadedAt ?? 0) < oldest) return;
     button.loadedAt = Date.now();
@@ -20,6 +18,7 @@ export function thumbnails(container, choose) {
     if (button.html === html) return;
     button.html = html;
     button.tree.innerHTML = html;
+    const styles = document.getElementById("slide-styles");
     if (styles) button.tree.prepend(styles.cloneNode());
   }
 

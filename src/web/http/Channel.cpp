@@ -9,10 +9,9 @@ Channel::Channel(Build state, std::function<void(const std::string& name)> left)
 
 Channel::~Channel() { close(); }
 
-void Channel::open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
-                   const Options& options, std::string name, SharedMessage greeting) {
+void Channel::open(Connection connection, const Options& options, std::string name, SharedMessage greeting) {
   EventStream::Source& source = *this;
-  auto stream = std::make_shared<EventStream>(std::move(socket), std::move(seat), source, options);
+  auto stream = std::make_shared<EventStream>(std::move(connection), source, options);
   streams_.emplace(stream.get(), Reader{stream, std::move(name)});
   stream->start(std::move(greeting));
 }

@@ -31,8 +31,8 @@ class Channel : private EventStream::Source {
 
   /// Turns a connection into a stream. It begins with `greeting`, when there is one,
   /// and the state.
-  void open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const Options& options,
-            std::string name = {}, SharedMessage greeting = nullptr);
+  void open(Connection connection, const Options& options, std::string name = {},
+            SharedMessage greeting = nullptr);
   /// Counts one event, and builds and sends it when somebody listens. `changed` is
   /// when its cause happened.
   void publish(const Build& build, Time changed);

@@ -1,3 +1,4 @@
+// What one reader of a stream is sent, and when it is given up.
 #include "web/http/EventStream.h"
 
 #include <netinet/tcp.h>
@@ -14,10 +15,9 @@ namespace web {
 namespace asio = boost::asio;
 using boost::system::error_code;
 
-EventStream::EventStream(asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, Source& source,
-                         const Options& options)
-    : socket_(std::move(socket)),
-      seat_(std::move(seat)),
+EventStream::EventStream(Connection connection, Source& source, const Options& options)
+    : socket_(std::move(connection.socket)),
+      seat_(std::move(connection.seat)),
       deadline_(socket_.get_executor()),
       source_(source),
       options_(options) {

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
 
-#include "web/http/Seats.h"
-#include "web/show/Messages.h"
+#include "web/http/Connection.h"
+#include "web/http/Event.h"
 
 namespace web {
 
@@ -33,11 +31,12 @@ class EventStream : public std::enable_shared_from_this<EventStream> {
   };
 
   /// `options` and `source` outlive the stream or its close().
-  EventStream(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, Source& source,
-              const Options& options);
+  EventStream(Connection connection, Source& source, const Options& options);
 
   /// Sends the response's head, the greeting when there is one, and the whole state.
   void start(SharedMessage greeting = nullptr);
+  /// Sends it, or lets it wait its turn. What says everything replaces what waits; what finds no
+  /// room (Options::queueMessages, queueBytes) is dropped with all that waits.
   void push(SharedMessage message);
   /// Sends `last` and closes; at the latest when Options::stopTimeout is over.
   void finish(SharedMessage last);

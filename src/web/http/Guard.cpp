@@ -1,3 +1,4 @@
+// Which hosts, origins and tokens a request may carry.
 #include "web/http/Guard.h"
 
 #include <algorithm>
@@ -5,6 +6,7 @@
 
 #include "basic/Strings.h"
 #include "web/http/Options.h"
+#include "web/http/Secret.h"
 
 namespace web {
 namespace {
@@ -59,7 +61,9 @@ bool isSameOrigin(std::string_view origin, const Authority& host) {
 }  // namespace
 
 Guard::Guard(const Options& options, std::string_view machine)
-    : names_{"localhost", "127.0.0.1", "::1", options.address}, token_(options.token) {
+    : names_{"localhost", "127.0.0.1", "::1", options.address},
+      token_(options.token),
+      pass_("pass-" + newSecret().substr(0, 8) + '=' + newSecret()) {
   boost::system::error_code malformed;
   anyAddress_ = !boost::asio::ip::make_address(options.address, malformed).is_loopback();
   if (anyAddress_ && !machine.empty()) {
@@ -90,6 +94,10 @@ bool Guard::isOurs(std::string_view name) const {
   if (anyAddress_) boost::asio::ip::make_address(name, notAnAddress);
   return anyAddress_ && !notAnAddress;
 }
+
+std::string Guard::pass() const { return pass_ + "; Path=/; Max-Age=86400; HttpOnly; SameSite=Strict"; }
+
+bool Guard::hasPass(const Request& request) const { return request.cookie.find(pass_) != std::string::npos; }
 
 bool Guard::mayChange(const Request& request) const {
   constexpr std::string_view scheme = "Bearer ";

@@ -34,12 +34,20 @@ class Guard {
   /// token of the right length.
   [[nodiscard]] bool mayChange(const Request& request) const;
 
+  /// A cookie (the value of a Set-Cookie header, RFC 6265) for the browser of who holds the token. It
+  /// says who may come in when it is full, and nothing else: a browser sends no header of a script's
+  /// with pages, pictures and event streams.
+  [[nodiscard]] std::string pass() const;
+  [[nodiscard]] bool hasPass(const Request& request) const;
+
  private:
   [[nodiscard]] bool isOurs(std::string_view name) const;
 
   std::vector<std::string> names_;
   bool anyAddress_;
   std::string token_;
+  /// Name and value; a name of its own, as cookies do not tell two servers on one machine apart.
+  std::string pass_;
 };
 
 }  // namespace web

@@ -1,3 +1,4 @@
+// Who comes in: the listening socket, the seats, and the guests beyond them.
 #include "web/http/Listener.h"
 
 #include <boost/asio/buffer.hpp>
@@ -36,13 +37,12 @@ constexpr std::chrono::milliseconds acceptPause{100};
 
 }  // namespace
 
-Listener::Listener(asio::io_context& loop, const Options& options, Session::Owner owner)
+Listener::Listener(asio::io_context& loop, const Options& options, Handler& handler)
     : options_(options),
       acceptor_(loop),
       timer_(loop),
-      owner_(std::move(owner)),
-      seats_(options.maxConnections, options.maxPerAddress) {
-  owner_.left = [this](Session& session) { left(session); };
+      handler_(handler),
+      seats_(options.maxConnections, options.maxPerAddress, options.keptSeats) {
   bind();
 }
 
@@ -105,7 +105,7 @@ void Listener::admit(tcp::socket socket) {
   if (gone) return;
   auto seat = seats_.take(from.address());
   const bool isGuest = !seat;
-  auto session = Session::make(std::move(socket), std::move(seat), owner_, options_);
+  auto session = Session::make(std::move(socket), std::move(seat), handler_, *this, options_);
   sessions_.emplace(session.get(), session);
   if (isGuest) greet(*session);
   session->start();

@@ -5,6 +5,7 @@
 #include <boost/asio/steady_timer.hpp>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
 #include "web/http/Options.h"
@@ -16,20 +17,25 @@ namespace web {
 ///
 /// Of those there are at most Options::maxConnections, streams included, and of one
 /// address Options::maxPerAddress. Whoever comes beyond is a guest: heard out for a
-/// moment, so that what watches over the program and who holds the token get through
-/// (Session::Owner::answerGuest). Of too many guests the first has to go.
-class Listener : public std::enable_shared_from_this<Listener> {
+/// moment (Options::guestTimeout), so that the handler can let through who must get through
+/// (Handler::answerGuest()). Of more than Options::maxGuests the first has to go.
+///
+/// It runs on the given loop and is called from its thread alone.
+class Listener : public std::enable_shared_from_this<Listener>, private Session::Owner {
  public:
-  /// Binds and listens; throws basic::Error when it cannot, saying what to do. Of
-  /// `owner` all but `left` is taken.
-  Listener(boost::asio::io_context& loop, const Options& options, Session::Owner owner);
+  /// Binds and listens; throws basic::Error when it cannot, saying what to do. `loop`, `options` and
+  /// `handler` outlive the listener or its close().
+  Listener(boost::asio::io_context& loop, const Options& options, Handler& handler);
 
+  /// Begins to accept.
   void start();
-  /// Takes no more connections and closes the idle ones.
+  /// Takes no more connections, closes the idle ones, and the others once they are answered, at the
+  /// latest after Options::stopTimeout.
   void stop();
   /// Closes everything at once; nothing is called afterwards.
   void close();
 
+  /// Where it listens, with the port that was free.
   [[nodiscard]] boost::asio::ip::tcp::endpoint endpoint() const { return acceptor_.local_endpoint(); }
 
  private:
@@ -39,13 +45,14 @@ class Listener : public std::enable_shared_from_this<Listener> {
   /// Makes room for the newest guest.
   void greet(Session& guest);
   void acceptLater();
-  void left(Session& session);
+  std::optional<Seats::Seat> keptSeat() override { return seats_.takeKept(); }
+  void left(Session& session) override;
 
   const Options& options_;
   boost::asio::ip::tcp::acceptor acceptor_;
   /// The pause after a failed accept; after stop(), the connections' last deadline.
   boost::asio::steady_timer timer_;
-  Session::Owner owner_;
+  Handler& handler_;
   Seats seats_;
   std::unordered_map<Session*, std::shared_ptr<Session>> sessions_;
   /// In the order in which they came.

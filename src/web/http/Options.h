@@ -11,6 +11,7 @@
 
 namespace web {
 
+/// How a server listens, whom it lets in and how long it waits.
 struct Options {
   /// The address to listen on, an IP literal. "0.0.0.0" or "::" for every
   /// interface ("::" takes IPv4 as well).
@@ -26,8 +27,10 @@ struct Options {
   std::size_t maxConnections = 2000;
   /// Those of one address; this machine's own may have them all. See Seats.
   std::size_t maxPerAddress = 1000;
-  /// Connections beyond these at one time, which may ask one thing each.
+  /// Connections beyond these at one time, which may ask one thing each; see Handler::answerGuest().
   std::size_t maxGuests = 32;
+  /// Streams beyond these at one time, of guests to whom the handler gives one.
+  std::size_t keptSeats = 16;
   /// A new connection must have sent its request within this time.
   std::chrono::milliseconds requestTimeout{10'000};
   /// One that is beyond maxConnections, within this.
@@ -50,9 +53,11 @@ struct Options {
   /// skipped any more.
   int streamSendBuffer = 256 * 1024;
 
-  /// Hears of failures inside the show that a request met.
+  /// Hears of failures inside the program that a request met.
   std::function<void(const basic::Error&)> onError;
 
+  /// How many connections there may be at one time beside maxConnections.
+  [[nodiscard]] std::size_t beyond() const { return maxGuests + keptSeats; }
   /// The time allowed for an answer of so many bytes: writeTimeout and one second for
   /// every 64 KiB.
   [[nodiscard]] std::chrono::milliseconds timeToWrite(std::size_t bytes) const {

@@ -4,17 +4,22 @@
 
 namespace web {
 
-/// What the server reads of a request; views into the connection's buffer.
+/// What the server reads of a request (RFC 9110); views into the connection's buffer,
+/// which lasts until the answer is made. A header that is not there is empty.
 struct Request {
   std::string_view method;
-  /// As sent: path and query.
-  std::string_view target;
+  /// As sent, not decoded; see Target.
+  std::string_view path;
+  std::string_view query;
+  /// Of the Host header, or of the target where that names its server (RFC 9112, 3.2.2).
   std::string_view host;
   std::string_view origin;
   std::string_view authorization;
+  std::string_view cookie;
   std::string_view ifNoneMatch;
   std::string_view range;
   std::string_view ifRange;
+  /// At most 16 KiB.
   std::string_view body;
   /// False for HTTP/1.0, which cannot carry an event stream.
   bool canStream = true;

@@ -1,6 +1,6 @@
 #include "web/http/Response.h"
 
-#include "web/show/Messages.h"
+#include <nlohmann/json.hpp>
 
 namespace web {
 
@@ -15,7 +15,9 @@ Response Response::fresh(int status, std::string contentType, std::string body) 
 Response Response::done() { return fresh(200, "application/json", R"({"ok":true})"); }
 
 Response Response::error(int status, std::string_view why) {
-  return fresh(status, "application/json", errorJson(why));
+  using Json = nlohmann::json;
+  return fresh(status, "application/json",
+               Json{{"error", why}}.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
 }  // namespace web

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,16 +9,10 @@
 #include <vector>
 
 #include "web/http/ByteRange.h"
-#include "web/show/Show.h"
 
 namespace web {
 
-/// The stream that a request turns its connection into.
-struct StreamWanted {
-  bool isScreen = false;
-  /// Of a screen.
-  View view = {};
-};
+struct Connection;
 
 /// What every answer carries: browsers do not guess what it is, tell no other site of
 /// it, and let pages of other sites neither hold it nor reach into it.
@@ -27,15 +22,17 @@ inline constexpr std::pair<std::string_view, std::string_view> commonHeaders[] =
     {"Cross-Origin-Opener-Policy", "same-origin"},
     {"Cross-Origin-Resource-Policy", "same-origin"}};
 
+/// An answer to one request, or what becomes of its connection.
 struct Response {
   int status = 200;
+  /// Besides the common ones and what frames the message. Names last as long as the program.
   std::vector<std::pair<std::string_view, std::string>> headers;
-  /// Shared, as assets are large and sent to many. Never null.
+  /// Shared, as some bodies are large and sent to many. Never null.
   std::shared_ptr<const std::string> body = std::make_shared<const std::string>();
   /// What is sent of the body; nothing: all of it.
   std::optional<ByteRange> range;
-  /// When set, the rest is ignored and the connection becomes a stream.
-  std::optional<StreamWanted> stream;
+  /// When set, the rest is ignored: the connection is handed over once, and no more is read of it.
+  std::function<void(Connection)> stream;
 
   /// The bytes that are sent.
   [[nodiscard]] std::string_view content() const {
@@ -46,7 +43,7 @@ struct Response {
   static Response fresh(int status, std::string contentType, std::string body);
   /// {"ok":true}
   static Response done();
-  /// {"error":"why"}
+  /// {"error":"why"}; `why` is a sentence.
   static Response error(int status, std::string_view why);
 };
 

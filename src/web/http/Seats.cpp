@@ -18,7 +18,8 @@ ip::address visitorAt(const ip::address& address) {
 
 }  // namespace
 
-Seats::Seats(std::size_t all, std::size_t perAddress) : all_(all), perAddress_(perAddress) {}
+Seats::Seats(std::size_t all, std::size_t perAddress, std::size_t kept)
+    : all_(all), perAddress_(perAddress), kept_(kept) {}
 
 std::optional<Seats::Seat> Seats::take(const ip::address& from) {
   const ip::address visitor = visitorAt(from);
@@ -31,10 +32,20 @@ std::optional<Seats::Seat> Seats::take(const ip::address& from) {
   return Seat(book_, visitor);
 }
 
+std::optional<Seats::Seat> Seats::takeKept() {
+  if (book_->keptTaken >= kept_) return std::nullopt;
+  ++book_->keptTaken;
+  return Seat(book_, std::nullopt);
+}
+
 Seats::Seat::~Seat() {
   if (!book_) return;
+  if (!visitor_) {
+    --book_->keptTaken;
+    return;
+  }
   --book_->taken;
-  const auto held = book_->byVisitor.find(visitor_);
+  const auto held = book_->byVisitor.find(*visitor_);
   if (--held->second == 0) book_->byVisitor.erase(held);
 }
 

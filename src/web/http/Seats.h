@@ -16,7 +16,7 @@ class Seats {
   struct Book;
 
  public:
-  /// One connection's, for as long as it lives.
+  /// One connection's, given back when it is destroyed; it may outlive the Seats.
   class Seat {
    public:
     Seat(Seat&& other) noexcept
@@ -30,25 +30,31 @@ class Seats {
 
    private:
     friend class Seats;
-    Seat(std::shared_ptr<Book> book, boost::asio::ip::address visitor)
+    Seat(std::shared_ptr<Book> book, std::optional<boost::asio::ip::address> visitor)
         : book_(std::move(book)), visitor_(std::move(visitor)) {}
     std::shared_ptr<Book> book_;
-    boost::asio::ip::address visitor_;
+    /// Nothing: one of those that are kept back.
+    std::optional<boost::asio::ip::address> visitor_;
   };
 
-  Seats(std::size_t all, std::size_t perAddress);
+  /// `kept` are seats besides `all`, for those who must get in when there is no other.
+  Seats(std::size_t all, std::size_t perAddress, std::size_t kept);
 
   /// Nothing when all are taken, or all that this address may have.
   [[nodiscard]] std::optional<Seat> take(const boost::asio::ip::address& from);
+  /// One of those that are kept back; nothing when these are taken, too.
+  [[nodiscard]] std::optional<Seat> takeKept();
 
  private:
   struct Book {
     std::size_t taken = 0;
+    std::size_t keptTaken = 0;
     std::map<boost::asio::ip::address, std::size_t> byVisitor;
   };
 
   std::size_t all_;
   std::size_t perAddress_;
+  std::size_t kept_;
   std::shared_ptr<Book> book_ = std::make_shared<Book>();
 };
 

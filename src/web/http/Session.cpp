@@ -1,4 +1,5 @@
-// The only source file that includes Beast, which takes long to compile.
+// One connection's requests and answers, by Boost.Beast: the only source file that includes it, as it takes
+// long to compile.
 #include "web/http/Session.h"
 
 #include <array>
@@ -10,7 +11,9 @@
 #include <optional>
 #include <utility>
 
+#include "web/http/Connection.h"
 #include "web/http/Options.h"
+#include "web/http/Target.h"
 
 namespace web {
 namespace {
@@ -21,7 +24,6 @@ namespace http = beast::http;
 using beast::error_code;
 
 constexpr std::uint32_t headerLimit = 16 * 1024;
-/// Only the reports of screens have a body, a short one.
 constexpr std::uint64_t bodyLimit = 16 * 1024;
 constexpr std::chrono::seconds lingerTime{2};
 /// What is handed to the system at once; between two pieces everybody else has a turn.
@@ -65,11 +67,12 @@ constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
 
 class HttpSession : public Session, public std::enable_shared_from_this<HttpSession> {
  public:
-  HttpSession(asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const Owner& owner,
+  HttpSession(asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, Handler& handler, Owner& owner,
               const Options& options)
       : stream_(std::move(socket)),
         seat_(std::move(seat)),
         isGuest_(!seat_),
+        handler_(handler),
         owner_(owner),
         options_(options) {}
 
@@ -140,31 +143,42 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
   void answer() {
     const auto& message = parser_->get();
     const auto field = [&](http::field name) { return view(message[name]); };
+    const Target target = targetOf(view(message.target()));
     Request request;
     request.method = view(message.method_string());
-    request.target = view(message.target());
-    request.host = field(http::field::host);
+    request.path = target.path;
+    request.query = target.query;
+    request.host = target.host.value_or(field(http::field::host));
     request.hosts = static_cast<int>(message.count(http::field::host));
     request.origin = field(http::field::origin);
     request.hasOrigin = message.count(http::field::origin) > 0;
     request.authorization = field(http::field::authorization);
+    request.cookie = field(http::field::cookie);
     request.ifNoneMatch = field(http::field::if_none_match);
     request.range = field(http::field::range);
     request.ifRange = field(http::field::if_range);
     request.body = message.body();
     request.canStream = message.version() >= 11;
 
-    Response response = isGuest_ ? owner_.answerGuest(request) : owner_.answer(request);
+    Response response = isGuest_ ? handler_.answerGuest(request) : handler_.answer(request);
     if (closed_) return;
     if (!response.stream) {
       return write(std::move(response), message.version(), message.keep_alive() && !finishing_ && !isGuest_,
                    message.method() == http::verb::head);
     }
-    auto socket = stream_.release_socket();
+    if (!seat_) seat_ = owner_.keptSeat();
+    if (!seat_) {
+      return write(Response::error(503, "There are too many streams."), message.version(), false, false);
+    }
+    handOver(response.stream);
+  }
+
+  void handOver(const std::function<void(Connection)>& taker) {
     const auto self = shared_from_this();
+    Connection connection{stream_.release_socket(), std::move(*seat_)};
     closed_ = true;
     owner_.left(*this);
-    owner_.stream(std::move(socket), std::move(seat_), *response.stream);
+    taker(std::move(connection));
   }
 
   void write(Response response, unsigned version, bool keepAlive, bool headOnly) {
@@ -224,7 +238,8 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
   beast::tcp_stream stream_;
   std::optional<Seats::Seat> seat_;
   const bool isGuest_;
-  const Owner& owner_;
+  Handler& handler_;
+  Owner& owner_;
   const Options& options_;
   beast::flat_buffer buffer_{headerLimit + bodyLimit};
   std::optional<Parser> parser_;
@@ -240,8 +255,8 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
 }  // namespace
 
 std::shared_ptr<Session> Session::make(asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
-                                       const Owner& owner, const Options& options) {
-  return std::make_shared<HttpSession>(std::move(socket), std::move(seat), owner, options);
+                                       Handler& handler, Owner& owner, const Options& options) {
+  return std::make_shared<HttpSession>(std::move(socket), std::move(seat), handler, owner, options);
 }
 
 }  // namespace web

@@ -1,38 +1,37 @@
 #pragma once
 
 #include <boost/asio/ip/tcp.hpp>
-#include <functional>
 #include <memory>
 #include <optional>
 
-#include "web/http/Request.h"
-#include "web/http/Response.h"
+#include "web/http/Handler.h"
 #include "web/http/Seats.h"
 
 namespace web {
 
 struct Options;
 
-/// One connection that speaks HTTP: reads requests, writes the answers, one at
-/// a time, until it is idle for too long, asks to close, or turns into a stream.
+/// One connection that speaks HTTP/1.1 (RFC 9112): reads requests, writes the answers, one
+/// at a time, until it is idle for too long, asks to close, or turns into a stream.
+/// A request's headers and its body may have 16 KiB each.
+///
 /// Its pending operations keep it alive; after close() it calls nobody.
 class Session {
  public:
-  struct Owner {
-    std::function<Response(const Request&)> answer;
-    /// The same for guests.
-    std::function<Response(const Request&)> answerGuest;
-    /// Takes over the socket of a connection that becomes a stream, and its seat; a guest
-    /// has none. Comes after `left`.
-    std::function<void(boost::asio::ip::tcp::socket, std::optional<Seats::Seat>, const StreamWanted&)> stream;
-    /// The connection has ended by itself.
-    std::function<void(Session&)> left;
+  /// Who keeps the sessions.
+  class Owner {
+   public:
+    virtual ~Owner() = default;
+    /// The seat of a guest whose connection becomes a stream; nothing when there is none.
+    virtual std::optional<Seats::Seat> keptSeat() = 0;
+    /// The connection has ended by itself, or becomes a stream.
+    virtual void left(Session& session) = 0;
   };
 
-  /// `owner` and `options` outlive the session or its close(). Without a seat it is a
+  /// `handler`, `owner` and `options` outlive the session or its close(). Without a seat it is a
   /// guest's: one request, soon.
   static std::shared_ptr<Session> make(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
-                                       const Owner& owner, const Options& options);
+                                       Handler& handler, Owner& owner, const Options& options);
   virtual ~Session() = default;
 
   virtual void start() = 0;

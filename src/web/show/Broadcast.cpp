@@ -1,11 +1,12 @@
+// Who hears what: each change goes onto the channels of the views that it touches.
 #include "web/show/Broadcast.h"
 
 #include <algorithm>
 #include <exception>
-#include <numeric>
 #include <utility>
 
 #include "web/show/ClientFiles.h"
+#include "web/show/Messages.h"
 
 namespace web {
 
@@ -49,14 +50,19 @@ void Broadcast::beat() {
   dropUnusedChannels();
 }
 
-void Broadcast::open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
-                     const StreamWanted& wanted) {
-  if (!wanted.isScreen) return programs_.open(std::move(socket), std::move(seat), options_);
+void Broadcast::openScreen(Connection connection, const View& view) {
+  openOn(view, std::move(connection), book_.add(view));
+}
+
+void Broadcast::openRemote(Connection connection) { openOn(View{}, std::move(connection), std::nullopt); }
+
+void Broadcast::openProgram(Connection connection) { programs_.open(std::move(connection), options_); }
+
+void Broadcast::openOn(const View& view, Connection connection, const std::optional<std::string>& screen) {
   dropUnusedChannels();
-  Channel& channel = channelOf(wanted.view);
+  Channel& channel = channelOf(view);
   watchSlides();
-  const std::string name = book_.add(wanted.view);
-  channel.open(std::move(socket), std::move(seat), options_, name, greetingMessage(name));
+  channel.open(std::move(connection), options_, screen.value_or(""), greetingMessage(screen));
 }
 
 Channel& Broadcast::channelOf(const View& view) {
@@ -145,11 +151,6 @@ Broadcast::Reported Broadcast::painted(std::string_view screen, const PaintRepor
   const auto channel = views_.find(known->view);
   const auto changed = channel == views_.end() ? std::nullopt : channel->second.changedAt(report.sequence);
   return book_.painted(*known, report, changed) ? Reported::Done : Reported::TooOften;
-}
-
-std::size_t Broadcast::screens() const {
-  return std::accumulate(views_.begin(), views_.end(), std::size_t{0},
-                         [](std::size_t sum, const auto& entry) { return sum + entry.second.size(); });
 }
 
 std::uint64_t Broadcast::newest(const View& view) const {

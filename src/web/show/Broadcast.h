@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "web/http/Channel.h"
+#include "web/http/Connection.h"
 #include "web/http/Options.h"
-#include "web/http/Response.h"
 #include "web/show/Screens.h"
 #include "web/show/Show.h"
 
@@ -18,7 +18,7 @@ namespace web {
 
 /// The channels, what goes onto them, and their heartbeat: one channel for programs
 /// and one for each view that a screen looks at, so that screens with the same view
-/// share what is built for them.
+/// share what is built for them. It runs on the loop's thread.
 class Broadcast : public std::enable_shared_from_this<Broadcast> {
  public:
   using Time = Channel::Time;
@@ -27,7 +27,10 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
 
   /// Begins the heartbeat.
   void start();
-  void open(boost::asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat, const StreamWanted& wanted);
+  void openScreen(Connection connection, const View& view);
+  /// Follows the show as a screen does, but is not one: it reports nothing and is not counted.
+  void openRemote(Connection connection);
+  void openProgram(Connection connection);
   void slideChanged(Time changed);
   void stateChanged(Time changed);
   void deckChanged(Time changed);
@@ -40,13 +43,14 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   enum class Reported { Done, UnknownScreen, TooOften };
   Reported painted(std::string_view screen, const PaintReport& report);
 
-  [[nodiscard]] std::size_t screens() const;
+  [[nodiscard]] std::size_t screens() const { return book_.all().size(); }
   [[nodiscard]] std::size_t programs() const { return programs_.size(); }
   [[nodiscard]] const Screens& screenBook() const { return book_; }
   /// The number of the newest event of a view.
   [[nodiscard]] std::uint64_t newest(const View& view) const;
 
  private:
+  void openOn(const View& view, Connection connection, const std::optional<std::string>& screen);
   Channel& channelOf(const View& view);
   void dropUnusedChannels();
   void watchSlides();

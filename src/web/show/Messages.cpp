@@ -1,10 +1,7 @@
+// What a show tells its screens and programs, as events with JSON in them.
 #include "web/show/Messages.h"
 
-#include <array>
-#include <charconv>
 #include <nlohmann/json.hpp>
-
-#include "web/http/Response.h"
 
 namespace web {
 namespace {
@@ -13,33 +10,9 @@ using Json = nlohmann::json;
 
 std::string textOf(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
-std::string chunk(std::string_view data) {
-  std::array<char, 16> size{};
-  const auto [end, failed] = std::to_chars(size.data(), size.data() + size.size(), data.size(), 16);
-  std::string bytes;
-  bytes.reserve(data.size() + 24);
-  bytes.append(size.data(), end).append("\r\n").append(data).append("\r\n");
-  return bytes;
-}
-
-std::string event(std::string_view name, std::uint64_t sequence, std::string_view data) {
-  std::string text;
-  text.reserve(data.size() + 64);
-  text.append("event: ").append(name).append("\nid: ").append(std::to_string(sequence)).append("\ndata: ");
-  // A line break would end the field; JSON has them only between its tokens.
-  for (std::size_t start = 0;;) {
-    const std::size_t end = data.find_first_of("\r\n", start);
-    text.append(data.substr(start, end - start));
-    if (end == std::string_view::npos) break;
-    text.append("\ndata: ");
-    start = end + 1;
-  }
-  return text.append("\n\n");
-}
-
-SharedMessage message(std::string_view name, std::uint64_t sequence, std::string_view data,
-                      bool complete = false) {
-  return std::make_shared<const Message>(Message{chunk(event(name, sequence, data)), complete});
+SharedMessage event(std::string_view name, std::uint64_t sequence, std::string_view data,
+                    bool complete = false) {
+  return messageOf(eventText(name, sequence, data), complete);
 }
 
 Json slideJson(const std::optional<SlideView>& slide) {
@@ -86,10 +59,10 @@ void addRule(std::string& rules, const std::vector<std::string>& ids, std::strin
 
 }  // namespace
 
-SharedMessage greetingMessage(std::string_view screen) {
-  const Json json = {{"screen", screen}, {"now", epochMilliseconds(std::chrono::system_clock::now())}};
-  return std::make_shared<const Message>(
-      Message{chunk("event: hello\ndata: " + textOf(json) + "\n\n"), false});
+SharedMessage greetingMessage(const std::optional<std::string>& screen) {
+  Json json = {{"screen", nullptr}, {"now", epochMilliseconds(std::chrono::system_clock::now())}};
+  if (screen) json["screen"] = *screen;
+  return messageOf(eventText("hello", std::nullopt, textOf(json)));
 }
 
 SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& state, std::string_view version,
@@ -116,7 +89,7 @@ SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& stat
                {"current", slideJson(state.current)},
                {"next", slideJson(state.next)}};
   if (state.began) json["began"] = epochMilliseconds(*state.began);
-  return message("picture", sequence, textOf(json), true);
+  return event("picture", sequence, textOf(json), true);
 }
 
 SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
@@ -127,11 +100,11 @@ SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChang
     json.push_back({{"slide", change.slide}, {"id", change.elementId}, {"html", change.html}});
     if (change.glides) json.back()["glides"] = true;
   }
-  return message("shapes", sequence, textOf(json));
+  return event("shapes", sequence, textOf(json));
 }
 
 SharedMessage stateMessage(std::uint64_t sequence, std::string_view state) {
-  return message("state", sequence, state, true);
+  return event("state", sequence, state, true);
 }
 
 SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes) {
@@ -143,7 +116,7 @@ SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChang
     json.back()["shapes"].push_back(
         {{"name", change.name}, {"text", change.text ? Json(*change.text) : Json()}});
   }
-  return message("values", sequence, textOf(json));
+  return event("values", sequence, textOf(json));
 }
 
 SharedMessage positionMessage(std::uint64_t sequence, const ScreenState& state) {
@@ -151,37 +124,17 @@ SharedMessage positionMessage(std::uint64_t sequence, const ScreenState& state) 
                      {"slideCount", state.slideCount},
                      {"blank", blankName(state.blank)},
                      {"ended", state.ended}};
-  return message("position", sequence, textOf(json));
+  return event("position", sequence, textOf(json));
 }
 
 SharedMessage endMessage(std::uint64_t sequence, std::string_view reason) {
-  std::string bytes = chunk(event("end", sequence, textOf({{"reason", reason}})));
-  if (reason == "server") bytes += "0\r\n\r\n";
-  return std::make_shared<const Message>(Message{std::move(bytes), false});
+  const std::string text = eventText("end", sequence, textOf({{"reason", reason}}));
+  return reason == "server" ? lastMessage(text) : messageOf(text);
 }
 
 SharedMessage heartbeatMessage(bool visible) {
-  return std::make_shared<const Message>(
-      Message{chunk(visible ? ": beat\nevent: beat\ndata: {}\n\n" : ": beat\n\n"), false});
+  return messageOf(visible ? ": beat\nevent: beat\ndata: {}\n\n" : ": beat\n\n");
 }
-
-SharedMessage streamHead() {
-  static const auto head = [] {
-    std::string text =
-        "HTTP/1.1 200 OK\r\n"
-        "Content-Type: text/event-stream\r\n"
-        "Cache-Control: no-store\r\n"
-        // Proxies that gather an answer before they pass it on.
-        "X-Accel-Buffering: no\r\n";
-    for (const auto& [name, value] : commonHeaders)
-      text.append(name).append(": ").append(value).append("\r\n");
-    text += "Transfer-Encoding: chunked\r\nConnection: close\r\n\r\n";
-    return std::make_shared<const Message>(Message{std::move(text), false});
-  }();
-  return head;
-}
-
-std::string errorJson(std::string_view why) { return textOf({{"error", why}}); }
 
 std::string_view blankName(Blank blank) {
   switch (blank) {

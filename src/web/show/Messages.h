@@ -3,33 +3,24 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "web/http/Event.h"
 #include "web/show/Show.h"
 
 namespace web {
 
-/// A piece of an event stream, built once and shared by all streams that carry
-/// it. `bytes` is a whole HTTP/1.1 chunk (RFC 9112, 7.1) around server-sent
-/// events (HTML Living Standard, 9.2).
-struct Message {
-  std::string bytes;
-  /// It says everything, so what still waits before it need not be sent.
-  bool complete = false;
-};
-using SharedMessage = std::shared_ptr<const Message>;
-
 // Every event that counts carries a sequence number as its id; a stream starts
 // with a complete one and then counts up by one. Data are JSON.
 
-// For screens:
+// For screens and remote controls:
 
-/// `hello`, without a number: {screen: the name under which it reports its paints,
-/// now: the server's time in ms since 1970}
-SharedMessage greetingMessage(std::string_view screen);
+/// `hello`, without a number: {screen: the name under which it reports its paints, null for a remote
+/// control, now: the server's time in ms since 1970}
+SharedMessage greetingMessage(const std::optional<std::string>& screen);
 /// `picture`: everything. {version, deck (another one: nothing on the screen is the same any more), heartbeat
 /// (ms), title, left, top, width, height, transparent, kiosk, blank ("none", "black", "white"), ended,
 /// stylesheet, rules (a style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
@@ -59,12 +50,6 @@ SharedMessage endMessage(std::uint64_t sequence, std::string_view reason);
 /// A comment, and for screens a `beat` event without id, as scripts cannot see
 /// comments but must notice when their connection has died.
 SharedMessage heartbeatMessage(bool visible);
-
-/// The head of the response that carries a stream.
-SharedMessage streamHead();
-
-/// {"error":"why"}
-std::string errorJson(std::string_view why);
 
 /// "none", "black", "white"
 std::string_view blankName(Blank blank);

@@ -8,7 +8,7 @@ namespace web {
 
 /// The screen's page with the present state in it: client/screen.html, filled.
 std::string screenPage(const ScreenState& state);
-/// The page for phones: client/remote.html, likewise.
+/// The page for phones, client/remote.html; the slides come with the stream.
 std::string remotePage(const ScreenState& state);
 
 }  // namespace web

@@ -1,3 +1,4 @@
+// What stands at each address: who may ask for it, and what the answer is.
 #include "web/show/Routes.h"
 
 #include <algorithm>
@@ -5,8 +6,7 @@
 #include <charconv>
 #include <utility>
 
-#include "basic/Strings.h"
-#include "web/http/Query.h"
+#include "web/http/Target.h"
 #include "web/show/Broadcast.h"
 #include "web/show/ClientFiles.h"
 #include "web/show/Page.h"
@@ -112,22 +112,6 @@ Response partOf(Response whole, std::string_view range) {
   return whole;
 }
 
-/// A target may name the server as well; that name goes before the Host header
-/// (RFC 9112, 3.2.2).
-Request inOriginForm(Request request) {
-  for (const std::string_view scheme : {"http://", "https://"}) {
-    if (!basic::EqualsIgnoreCase(request.target.substr(0, scheme.size()), scheme)) continue;
-    const std::string_view rest = request.target.substr(scheme.size());
-    const std::size_t end = std::min(rest.find_first_of("/?"), rest.size());
-    request.host = rest.substr(0, end);
-    request.target = end < rest.size() && rest[end] == '/' ? rest.substr(end) : "/";
-    break;
-  }
-  return request;
-}
-
-std::string_view pathOf(const Request& request) { return request.target.substr(0, request.target.find('?')); }
-
 bool isListed(std::string_view tags, std::string_view tag) {
   return tags == "*" || tags.find(tag) != std::string_view::npos;
 }
@@ -138,37 +122,42 @@ Routes::Routes(Show& show, Broadcast& broadcast, const Options& options)
     : show_(show), broadcast_(broadcast), options_(options), guard_(options, machineName()) {}
 
 Response Routes::answer(const Request& request) {
-  constexpr std::string_view failure = "The show could not do this; the program's log says why.";
-  Response response;
   try {
-    response = dispatch(request);
+    return dispatch(request);
   } catch (const basic::Error& error) {
     report(error);
-    response = Response::error(500, failure);
   } catch (const std::exception& error) {
     report(basic::Error(basic::AdapterError, "web", error.what()));
-    response = Response::error(500, failure);
   }
-  response.body = bodies_.shared(std::move(response.body));
-  return response;
+  return Response::error(500, "The show could not do this; the program's log says why.");
 }
 
 Response Routes::answerGuest(const Request& request) {
-  const std::string_view path = pathOf(inOriginForm(request));
-  if (path == "/healthz" || path == "/readyz" || guard_.mayChange(request)) return answer(request);
+  if (mustGetIn(request)) return answer(request);
   Response response = Response::error(503, "There are too many connections, in all or from this address.");
   response.headers.emplace_back("Retry-After", "15");
   return response;
 }
 
-Response Routes::dispatch(const Request& asked) {
-  const Request request = inOriginForm(asked);
+/// The page that steers asks for the token, so it comes before the token.
+bool Routes::mustGetIn(const Request& request) const {
+  const std::string_view path = request.path;
+  return path == "/healthz" || path == "/readyz" || path == "/remote" || path.starts_with(clientPrefix) ||
+         guard_.mayChange(request) || guard_.hasPass(request);
+}
+
+Response Routes::dispatch(const Request& request) {
   if (request.hosts != 1) return Response::error(400, "A request needs one Host header.");
   if (const auto objection = guard_.objection(request)) return Response::error(403, *objection);
 
-  std::string_view path = pathOf(request);
-  if (path == "/screen/events") return stream(request, true);
-  if (path == "/api/v1/events") return stream(request, false);
+  if (auto taker = streamAt(request)) {
+    if (request.method != "GET") return wrongMethod("GET");
+    if (!request.canStream) return Response::error(505, "An event stream needs HTTP/1.1.");
+    Response response;
+    response.stream = std::move(taker);
+    return response;
+  }
+  std::string_view path = request.path;
   if (path.starts_with(reportPrefix) && path.ends_with(reportSuffix) &&
       path.size() > reportPrefix.size() + reportSuffix.size()) {
     path.remove_prefix(reportPrefix.size());
@@ -181,12 +170,24 @@ Response Routes::dispatch(const Request& asked) {
       return guard_.mayChange(request) ? run() : unauthorised();
     }
   }
-  Response response = get(request, path);
+  Response response = get(request);
   const bool reading = request.method == "GET" || request.method == "HEAD";
   return reading || response.status == 404 ? response : wrongMethod("GET, HEAD");
 }
 
-Response Routes::get(const Request& request, std::string_view path) {
+Response Routes::get(const Request& request) {
+  // The show's own, shared already, and perhaps a film: nobody looks through its bytes here.
+  if (request.path.starts_with(assetPrefix)) {
+    return assetAnswer(request, request.path.substr(assetPrefix.size()));
+  }
+  Response response = built(request);
+  response.body = bodies_.shared(std::move(response.body));
+  return response;
+}
+
+/// What is made for this answer.
+Response Routes::built(const Request& request) {
+  const std::string_view path = request.path;
   if (path == "/") return page(screenPage(show_.state(viewOf(request))));
   if (path == "/remote") return page(remotePage(show_.state(View{})));
   if (path == "/healthz") return json(R"({"status":"ok"})");
@@ -199,7 +200,6 @@ Response Routes::get(const Request& request, std::string_view path) {
   if (path == "/api/v1/health") return json(healthJson(show_.health(), broadcast_));
   if (path.starts_with(slidePrefix)) return slideAnswer(path.substr(slidePrefix.size()));
   if (path.starts_with(clientPrefix)) return clientAnswer(path.substr(clientPrefix.size()));
-  if (path.starts_with(assetPrefix)) return assetAnswer(request, path.substr(assetPrefix.size()));
   return notFound();
 }
 
@@ -217,19 +217,26 @@ Response Routes::slideAnswer(std::string_view number) {
 
 /// An address that makes no sense is a view of nothing: a screen shows no errors.
 View Routes::viewOf(const Request& request) {
-  const auto number = queryField(request.target, "slide");
-  const auto shape = queryField(request.target, "shape");
+  const auto number = queryField(request.query, "slide");
+  const auto shape = queryField(request.query, "shape");
   if (!number && !shape) return {};
   return show_.view(number ? std::optional(positiveNumber(*number).value_or(0)) : std::nullopt,
                     shape.value_or(""));
 }
 
-Response Routes::stream(const Request& request, bool isScreen) {
-  if (request.method != "GET") return wrongMethod("GET");
-  if (!request.canStream) return Response::error(505, "An event stream needs HTTP/1.1.");
-  Response response;
-  response.stream = StreamWanted{isScreen, isScreen ? viewOf(request) : View{}};
-  return response;
+std::function<void(Connection)> Routes::streamAt(const Request& request) {
+  if (request.path == "/screen/events") {
+    return [this, view = viewOf(request)](Connection connection) {
+      broadcast_.openScreen(std::move(connection), view);
+    };
+  }
+  if (request.path == "/remote/events") {
+    return [this](Connection connection) { broadcast_.openRemote(std::move(connection)); };
+  }
+  if (request.path == "/api/v1/events") {
+    return [this](Connection connection) { broadcast_.openProgram(std::move(connection)); };
+  }
+  return nullptr;
 }
 
 Response Routes::painted(const Request& request, std::string_view screen) {
@@ -293,9 +300,16 @@ std::function<Response()> Routes::command(std::string_view name) {
   for (const auto& [known, kind] : blanks) {
     if (known == name) return [this, blank = kind] { return answerTo(show_.blank(blank)); };
   }
+  if (name == "pass") return [this] { return passAnswer(); };
   constexpr std::string_view goTo = "goto/";
   if (!name.starts_with(goTo)) return nullptr;
   return [this, number = name.substr(goTo.size())] { return answerToGoTo(show_, number); };
+}
+
+Response Routes::passAnswer() const {
+  Response response = Response::done();
+  response.headers.emplace_back("Set-Cookie", guard_.pass());
+  return response;
 }
 
 void Routes::report(const basic::Error& error) {

@@ -4,10 +4,10 @@
 #include <functional>
 #include <string_view>
 
+#include "web/http/Connection.h"
 #include "web/http/Guard.h"
+#include "web/http/Handler.h"
 #include "web/http/Options.h"
-#include "web/http/Request.h"
-#include "web/http/Response.h"
 #include "web/http/SharedBodies.h"
 #include "web/show/Show.h"
 
@@ -24,6 +24,7 @@ class Broadcast;
 ///   GET  /assets/NAME             what the slides refer to, or a range of its bytes
 ///   GET  /slides/N                a slide as it is now, a piece of HTML
 ///   GET  /screen/events           event stream for screens, with the page's query
+///   GET  /remote/events           the same events for remote controls, which are no screens
 ///   GET  /api/v1/events           event stream for programs
 ///   GET  /api/v1/state            the state, JSON
 ///   GET  /api/v1/health           how connections and screens do, JSON
@@ -33,33 +34,39 @@ class Broadcast;
 ///   POST /api/v1/screens/ID/painted   a screen tells what it has painted
 ///   POST /api/v1/next, previous, first, last, goto/N, end,
 ///        blank/black, blank/white, blank/off     with "Authorization: Bearer TOKEN"
+///   POST /api/v1/pass             likewise: the browser may come in when it is full
 ///
 /// HEAD works wherever GET does, streams apart. Errors are JSON, {"error":"…"}:
 /// 400 for a slide number that is none, 401 without the token, 403 for a foreign
 /// request (see Guard), 404, 405, 409 when the show refuses a command, 416 for a range behind the end, 429
 /// for a screen that reports too often, 500 when the show fails, 503 when too many are here.
-class Routes {
+class Routes : public Handler {
  public:
+  /// All outlive it.
   Routes(Show& show, Broadcast& broadcast, const Options& options);
 
-  /// Never throws for a failure of the show.
-  [[nodiscard]] Response answer(const Request& request);
-  /// The same for a connection beyond those that there may be: only what watches over the
-  /// program (/healthz, /readyz) and who holds the token are heard, others get 503.
-  [[nodiscard]] Response answerGuest(const Request& request);
+  /// A failure of the show is counted, reported and answered with 500.
+  [[nodiscard]] Response answer(const Request& request) override;
+  /// Only what watches over the program (/healthz, /readyz), who holds the token or a pass, and the page
+  /// that asks for the token are heard, others get 503.
+  [[nodiscard]] Response answerGuest(const Request& request) override;
 
  private:
-  Response dispatch(const Request& asked);
-  Response get(const Request& request, std::string_view path);
+  Response dispatch(const Request& request);
+  Response get(const Request& request);
+  Response built(const Request& request);
   Response readyAnswer();
   Response slideAnswer(std::string_view number);
-  Response stream(const Request& request, bool isScreen);
   [[nodiscard]] View viewOf(const Request& request);
   Response painted(const Request& request, std::string_view screen);
   Response clientAnswer(std::string_view path);
   Response assetAnswer(const Request& request, std::string_view name);
+  [[nodiscard]] bool mustGetIn(const Request& request) const;
+  /// Who takes over the connection of a stream; empty when there is none at this address.
+  std::function<void(Connection)> streamAt(const Request& request);
   /// What the path under /api/v1/ does; empty when it is no command.
   std::function<Response()> command(std::string_view name);
+  [[nodiscard]] Response passAnswer() const;
   void report(const basic::Error& error);
 
   Show& show_;

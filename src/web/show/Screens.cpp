@@ -1,27 +1,13 @@
 #include "web/show/Screens.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <random>
+
+#include "web/http/Secret.h"
 
 namespace web {
 namespace {
 
 constexpr std::chrono::milliseconds shortestPause{200};
-
-/// Not to be guessed, so that nobody else speaks for a screen.
-std::string secretName() {
-  std::random_device device;
-  std::string name;
-  for (int word = 0; word < 4; ++word) {
-    std::array<char, 8> digits{};
-    const auto [end, failed] =
-        std::to_chars(digits.data(), digits.data() + digits.size(), std::uint32_t{device()}, 16);
-    name.append(digits.data(), end);
-  }
-  return name;
-}
 
 }  // namespace
 
@@ -30,7 +16,7 @@ std::string Screens::add(const View& view) {
   screen.number = ++count_;
   screen.view = view;
   screen.opened = Clock::now();
-  return screens_.insert_or_assign(secretName(), std::move(screen)).first->first;
+  return screens_.insert_or_assign(newSecret(), std::move(screen)).first->first;
 }
 
 Screens::Screen* Screens::find(std::string_view id) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "web/http/Histogram.h"
+#include "web/show/Histogram.h"
 #include "web/show/Show.h"
 
 namespace web {

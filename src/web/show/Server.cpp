@@ -16,14 +16,7 @@ Server::Server(asio::io_context& loop, Show& show, Options options)
     : options_(std::make_unique<const Options>(std::move(options))),
       broadcast_(std::make_shared<Broadcast>(loop, show, *options_)),
       routes_(std::make_unique<Routes>(show, *broadcast_, *options_)) {
-  Session::Owner owner;
-  owner.answer = [this](const Request& request) { return routes_->answer(request); };
-  owner.answerGuest = [this](const Request& request) { return routes_->answerGuest(request); };
-  owner.stream = [this](asio::ip::tcp::socket socket, std::optional<Seats::Seat> seat,
-                        const StreamWanted& wanted) {
-    broadcast_->open(std::move(socket), std::move(seat), wanted);
-  };
-  listener_ = std::make_shared<Listener>(loop, *options_, std::move(owner));
+  listener_ = std::make_shared<Listener>(loop, *options_, *routes_);
   port_ = listener_->endpoint().port();
   broadcast_->start();
   listener_->start();

@@ -1,4 +1,4 @@
-// Screens that look at something of their own: a slide, a shape, the whole show in a hand.
+// Screens that look at something of their own: a slide, a shape.
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
@@ -6,7 +6,7 @@ import { editPart, elementId } from "../support/deck.mjs";
 import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
-import { refresh, until } from "../support/wait.mjs";
+import { refresh } from "../support/wait.mjs";
 
 useBrowser();
 
@@ -61,53 +61,6 @@ test("a shape alone fills its window upon nothing, and stays live", async (t) =>
   setValues(sandbox, "one", "still there");
   await waitForText(page, id, "still there", refresh);
   assert.ok(!(await page.locator("#cover").isVisible()));
-});
-
-test("a phone steers the show once it has been given the token", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one");
-  const show = await sandbox.show(deck);
-  const screen = await openScreen(t, show.url);
-  const remote = await openScreen(t, `${show.url}remote`, {
-    viewport: { width: 390, height: 844 },
-    hasTouch: true,
-  });
-  await remote.fill("#token", "wrong");
-  await remote.getByText("Continue").tap();
-  await remote.locator("#next").tap();
-  await remote.getByText("This token is not the show's.").waitFor();
-  await remote.locator("#next").tap();
-  await remote.fill("#token", show.token);
-  await remote.getByText("Continue").tap();
-  await waitForSlide(screen, 2);
-  await remote.getByText("2 / 3").waitFor();
-
-  await remote.getByText("Black").tap();
-  await screen.waitForFunction(() => document.documentElement.dataset.blank === "black");
-  await remote.locator("#blanks [aria-pressed=true]").tap();
-  await screen.waitForFunction(() => document.documentElement.dataset.blank === "none");
-  await remote.locator(".thumbnail").nth(2).tap();
-  await waitForSlide(screen, 3);
-  await remote.locator(".thumbnail[aria-current=true]", { hasText: "3" }).waitFor();
-  // The small pictures hold what the slides hold.
-  const texts = () =>
-    remote.evaluate(() => document.querySelector(".thumbnail > div").shadowRoot?.textContent ?? "");
-  await until("slide 1 in small", async () => (await texts()).includes("one"));
-  assert.match(await remote.locator("#elapsed").innerText(), /^0:\d\d$/);
-
-  const given = await openScreen(t, `${show.url}remote#token=${show.token}`, {
-    viewport: { width: 390, height: 844 },
-  });
-  assert.ok(!given.url().includes("token"));
-  await given.locator("#previous").click();
-  await waitForSlide(screen, 2);
-  const { overflow, fits } = await given.evaluate(() => ({
-    overflow: document.documentElement.scrollWidth - innerWidth,
-    fits: document.getElementById("thumbnails").getBoundingClientRect().bottom <= innerHeight,
-  }));
-  assert.equal(overflow, 0);
-  assert.ok(fits);
-  assert.deepEqual([...remote.faults, ...given.faults], []);
 });
 
 const emptyData = "Value\n";

@@ -69,7 +69,7 @@ test("screens take no descriptors that data and logs need", async (t) => {
   sqlite("CREATE TABLE list (Value); INSERT INTO list VALUES ('before')");
   sandbox.before = ["prlimit", "--nofile=64:400", ...sandbox.before];
   const show = await sandbox.show(deck);
-  assert.match(show.error, /open 400 files, so it takes 112 connections/);
+  assert.match(show.error, /open 400 files, so it takes 96 connections/);
   const streams = Array.from({ length: 200 }, () => show.events("/screen/events"));
   await until("all seats to be taken", async () => {
     const { status } = await show.get("/api/v1/state");
@@ -86,7 +86,7 @@ test("screens take no descriptors that data and logs need", async (t) => {
     return text.includes('"after"');
   });
   const { connections, screens } = await health();
-  assert.equal(screens.length, 112);
+  assert.equal(screens.length, 96);
   assert.equal(connections[0].lastError, null);
   assert.deepEqual(sandbox.errorLog(), []);
   assert.equal(streams.length, 200);

@@ -1,0 +1,58 @@
+#include "web/http/Target.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "basic/Strings.h"
+
+namespace web {
+namespace {
+
+std::string decoded(std::string_view text) {
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    unsigned char code = 0;
+    if (text[i] == '%' && i + 2 < text.size()) {
+      const char* const digits = text.data() + i + 1;
+      if (std::from_chars(digits, digits + 2, code, 16).ptr == digits + 2) {
+        plain += static_cast<char>(code);
+        i += 2;
+        continue;
+      }
+    }
+    plain += text[i] == '+' ? ' ' : text[i];
+  }
+  return plain;
+}
+
+}  // namespace
+
+Target targetOf(std::string_view text) {
+  Target target;
+  for (const std::string_view scheme : {"http://", "https://"}) {
+    if (!basic::EqualsIgnoreCase(text.substr(0, scheme.size()), scheme)) continue;
+    text.remove_prefix(scheme.size());
+    target.host = text.substr(0, text.find_first_of("/?"));
+    text.remove_prefix(target.host->size());
+    break;
+  }
+  const std::size_t mark = std::min(text.find('?'), text.size());
+  target.path = text.substr(0, mark);
+  if (target.host && target.path.empty()) target.path = "/";
+  if (mark < text.size()) target.query = text.substr(mark + 1);
+  return target;
+}
+
+std::optional<std::string> queryField(std::string_view query, std::string_view name) {
+  while (!query.empty()) {
+    const std::string_view pair = query.substr(0, query.find('&'));
+    query.remove_prefix(std::min(query.size(), pair.size() + 1));
+    const std::size_t equals = pair.find('=');
+    if (decoded(pair.substr(0, equals)) == name) {
+      return decoded(equals == std::string_view::npos ? "" : pair.substr(equals + 1));
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace web

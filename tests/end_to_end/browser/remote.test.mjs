@@ -1,0 +1,82 @@
+// The remote control: steering from a phone, also when nobody else is let in.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { elementId } from "../support/deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { refresh, until } from "../support/wait.mjs";
+
+useBrowser();
+
+const phone = { viewport: { width: 390, height: 844 }, hasTouch: true };
+
+test("a phone steers the show once it has been given the token", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one");
+  const show = await sandbox.show(deck);
+  const screen = await openScreen(t, show.url);
+  const remote = await openScreen(t, `${show.url}remote`, phone);
+  await remote.fill("#token", "wrong");
+  await remote.getByText("Continue").tap();
+  await remote.locator("#next").tap();
+  await remote.getByText("This token is not the show's.").waitFor();
+  await remote.locator("#next").tap();
+  await remote.fill("#token", show.token);
+  await remote.getByText("Continue").tap();
+  await waitForSlide(screen, 2);
+  await remote.getByText("2 / 3").waitFor();
+
+  await remote.getByText("Black").tap();
+  await screen.waitForFunction(() => document.documentElement.dataset.blank === "black");
+  await remote.locator("#blanks [aria-pressed=true]").tap();
+  await screen.waitForFunction(() => document.documentElement.dataset.blank === "none");
+  await remote.locator(".thumbnail").nth(2).tap();
+  await waitForSlide(screen, 3);
+  await remote.locator(".thumbnail[aria-current=true]", { hasText: "3" }).waitFor();
+  // The small pictures hold what the slides hold.
+  const texts = () =>
+    remote.evaluate(() => document.querySelector(".thumbnail > div").shadowRoot?.textContent ?? "");
+  await until("slide 1 in small", async () => (await texts()).includes("one"));
+  assert.match(await remote.locator("#elapsed").innerText(), /^0:\d\d$/);
+
+  const given = await openScreen(t, `${show.url}remote#token=${show.token}`, phone);
+  assert.ok(!given.url().includes("token"));
+  await given.locator("#previous").click();
+  await waitForSlide(screen, 2);
+  const { overflow, fits } = await given.evaluate(() => ({
+    overflow: document.documentElement.scrollWidth - innerWidth,
+    fits: document.getElementById("thumbnails").getBoundingClientRect().bottom <= innerHeight,
+  }));
+  assert.equal(overflow, 0);
+  assert.ok(fits);
+  assert.deepEqual([...remote.faults, ...given.faults], []);
+});
+
+test("it comes in and steers when all seats are taken, and counts as no screen", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "one");
+  sandbox.before = ["prlimit", "--nofile=320:320", ...sandbox.before];
+  const show = await sandbox.show(deck);
+  const seats = Number(show.error.match(/takes (\d+) connections/)[1]);
+  for (let i = 0; i < seats; ++i) await show.events("/screen/events").next("its first event", () => true);
+  assert.equal((await show.get("/")).status, 503);
+
+  const remote = await openScreen(t, `${show.url}remote#token=${show.token}`, phone);
+  await waitForSlide(remote, 1);
+  await waitForText(remote, elementId(deck, 1, "p1 Item"), "one");
+  await remote.locator("#next").tap();
+  await waitForSlide(remote, 2);
+  // With its styles, and the slides in small.
+  assert.ok(await remote.evaluate(() => document.getElementById("slide-styles").sheet.cssRules.length > 0));
+  const small = () => remote.evaluate(() => document.querySelector(".thumbnail > div").shadowRoot?.textContent ?? "");
+  await until("slide 1 in small", async () => (await small()).includes("one"));
+  setValues(sandbox, "live");
+  await remote.locator("#previous").tap();
+  await waitForText(remote, elementId(deck, 1, "p1 Item"), "live", refresh);
+  assert.equal(await shownText(remote, "position"), "1 / 3");
+  const { screens } = (await show.get("/api/v1/health", { Authorization: `Bearer ${show.token}` })).json;
+  assert.equal(screens.length, seats);
+  assert.deepEqual(remote.faults, []);
+});
