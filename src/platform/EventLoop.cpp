@@ -11,6 +11,7 @@
 #include <exception>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "platform/LoopTimer.h"
 
@@ -48,6 +49,15 @@ struct EventLoop::State {
     return 1;
   }
 
+  void runOutermost() {
+    for (const auto& handler : std::exchange(outermost, {})) {
+      guarded([&] {
+        handler();
+        return std::size_t{1};
+      });
+    }
+  }
+
   void waitForSignal() {
     signals.async_wait([this](const boost::system::error_code& cancelled, int signal) {
       if (cancelled) return;
@@ -62,6 +72,7 @@ struct EventLoop::State {
   asio::signal_set signals{context};
   std::function<void(int)> signalHandler;
   std::function<void(const basic::Error&)> failureHandler;
+  std::vector<std::function<void()>> outermost;
   bool stopping = false;
 };
 
@@ -86,6 +97,10 @@ void EventLoop::DoEvents() {
 
 void EventLoop::post(std::function<void()> handler) { asio::post(state_->context, std::move(handler)); }
 
+void EventLoop::postOutermost(std::function<void()> handler) {
+  state_->outermost.push_back(std::move(handler));
+}
+
 void EventLoop::onSignal(std::function<void(int)> handler) {
   const bool first = !state_->signalHandler;
   state_->signalHandler = std::move(handler);
@@ -101,7 +116,10 @@ void EventLoop::onFailure(std::function<void(const basic::Error&)> hear) {
 }
 
 void EventLoop::run() {
-  while (!state_->stopping) state_->guarded([this] { return state_->context.run_one(); });
+  while (!state_->stopping) {
+    state_->runOutermost();
+    state_->guarded([this] { return state_->context.run_one(); });
+  }
   state_->stopping = false;
 }
 

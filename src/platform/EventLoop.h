@@ -32,6 +32,9 @@ class EventLoop final : public host::Loop {
 
   /// Runs the handler from the loop, soon.
   void post(std::function<void()> handler);
+  /// Runs the handler from run() itself, when no other is on the stack: for taking down what a handler that
+  /// waits in DoEvents() may be at work in. Dropped when the loop stops before.
+  void postOutermost(std::function<void()> handler);
   /// Calls the handler for each SIGINT and SIGTERM from now on, from the loop; for
   /// SIGHUP, too, also one that has waited (StartUp.h), unless it is ignored.
   void onSignal(std::function<void(int signal)> handler);

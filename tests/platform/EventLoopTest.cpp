@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -40,6 +41,22 @@ class EventLoopTest : public testing::Test {
   }
   EventLoop loop_;
 };
+
+TEST_F(EventLoopTest, WhatIsForTheOutermostLevelWaitsUntilNothingElseIsGoingOn) {
+  std::vector<std::string> order;
+  loop_.post([&] {
+    loop_.post([&] {
+      loop_.postOutermost([&] { order.emplace_back("outermost"); });
+      order.emplace_back("within");
+    });
+    while (order.empty()) loop_.DoEvents();
+    loop_.DoEvents();
+    order.emplace_back("waited");
+    loop_.post([&] { loop_.stop(); });
+  });
+  loop_.run();
+  EXPECT_EQ(order, (std::vector<std::string>{"within", "waited", "outermost"}));
+}
 
 TEST_F(EventLoopTest, TimersFireWhenEnabledWithAnInterval) {
   int created = 0;

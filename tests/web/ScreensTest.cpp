@@ -71,6 +71,14 @@ TEST_F(ScreensTest, GivesEachViewItsOwnChangesAndBuildsThemOnce) {
   pinned.clear();
   shape.close();
   EXPECT_TRUE(until([&] { return server().screens() == 1; }));
+  const auto asked = show.statesAsked;
+  server().stateChanged();
+  mirror.event();
+  for (const auto& [view, times] : show.statesAsked) {
+    if (view.kind != View::Kind::Show) {
+      EXPECT_EQ(asked.at(view), times) << "nobody looks at slide " << view.slide;
+    }
+  }
   Client other = open("/screen/events?slide=3");
   other.event();
   EXPECT_THAT(show.watched, ElementsAre(3));

@@ -68,7 +68,7 @@ class ShowRun {
   ShowRun(const ShowOptions& options, Environment& environment)
       : options_(options),
         environment_(environment),
-        stage_(host_, environment, host_.open(options.deck, deck::Application::Damaged::Repaired),
+        stage_(host_, environment.loop(), host_.open(options.deck, deck::Application::Damaged::Repaired),
                {{staleData(options), options.whenEmpty, {}},
                 options.kiosk ? std::optional(true) : std::nullopt,
                 options.loop ? std::optional(true) : std::nullopt}) {}

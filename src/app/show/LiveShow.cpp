@@ -225,9 +225,8 @@ void LiveShow::buildChanged() { slideStateChanged(); }
 void LiveShow::ended() {
   lookout_->Enabled(false);
   if (!standing_) wholeStateChanged();
-  loop_.post([self = self_] {
-    if (*self && (*self)->onEnd_) (*self)->onEnd_();
-  });
+  // Of this show: another one may have begun until then.
+  if (onEnd_) loop_.post(std::exchange(onEnd_, nullptr));
 }
 
 void LiveShow::lookForStaleData() {

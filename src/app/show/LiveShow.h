@@ -107,7 +107,7 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   web::SlideView page(int slide);
   render::SlidePage draw(int slide);
   std::string drawShape(int slide, std::uint32_t id);
-  web::SlideView shapeAlone(const web::View& view, web::ScreenState& state);
+  void showShape(const web::View& view, web::ScreenState& state);
   void showCurrent(web::ScreenState& state);
   void addStale(web::ScreenState& state, int slide) const;
   void addBuilds(web::ScreenState& state, int slide) const;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "addin/support/modGlobalFunctions.h"
 #include "app/show/LiveShow.h"
 #include "basic/Conversion.h"
 #include "deck/show/TransitionEffect.h"
@@ -62,12 +61,6 @@ bool showsData(const LinkedShape& shape) {
   using LF2000::SourceType;
   const auto type = static_cast<SourceType>(shape.sourceType);
   return type == SourceType::DataField || type == SourceType::LinkedObject || type == SourceType::Graph;
-}
-
-/// The key of the shape's connection in the runtime's tables.
-std::string connectionKey(const LinkedShape& shape) {
-  const auto number = static_cast<std::int32_t>(std::strtol(shape.connection.c_str(), nullptr, 10));
-  return LF2000::modGlobalFunctions::Format000(number);
 }
 
 }  // namespace
@@ -130,7 +123,7 @@ web::ScreenState LiveShow::state(const web::View& view) {
       state.blank = web::Blank::None;
       state.isTransparent = true;
       state.progress.reset();
-      if (view.slide > 0 && !state.ended) state.current = shapeAlone(view, state);
+      if (view.slide > 0 && !state.ended) showShape(view, state);
       state.ended = false;
       break;
   }
@@ -196,11 +189,13 @@ std::string LiveShow::drawShape(int slide, std::uint32_t id) {
   }
 }
 
-/// The slide with nothing but the shape, of which the state shows the shape's place.
-web::SlideView LiveShow::shapeAlone(const web::View& view, web::ScreenState& state) {
+/// The slide with nothing but the shape, of which the state shows the shape's place. Nothing when it cannot
+/// be drawn.
+void LiveShow::showShape(const web::View& view, web::ScreenState& state) try {
   // Only whole pages tell whether they show the time.
   page(view.slide);
   const std::uint32_t id = shapeIdOf(view.elementId);
+  const std::string html = renderer_.shape(view.slide, id);
   const render::Rect area = renderer_.area(view.slide, id);
   const std::string size =
       "width:" + basic::CStr(state.width) + "px;height:" + basic::CStr(state.height) + "px";
@@ -208,14 +203,16 @@ web::SlideView LiveShow::shapeAlone(const web::View& view, web::ScreenState& sta
   state.top = area.y;
   state.width = std::max(area.w, 1.0);
   state.height = std::max(area.h, 1.0);
-  return {view.slide, "<section class=\"slide\" id=\"s" + std::to_string(view.slide) + "\" style=\"" + size +
-                          "\">" + renderer_.shape(view.slide, id) + "</section>"};
+  state.current = web::SlideView{view.slide, "<section class=\"slide\" id=\"s" + std::to_string(view.slide) +
+                                                 "\" style=\"" + size + "\">" + html + "</section>"};
+} catch (const std::exception& error) {
+  problems_.tell(error.what());
 }
 
 void LiveShow::addStale(web::ScreenState& state, int slide) const {
   if (options_.staleData == StaleData::Keep) return;
   for (const LinkedShape& shape : linked_[static_cast<std::size_t>(slide)]) {
-    if (!showsData(shape) || !freshness_.isStale(connectionKey(shape))) continue;
+    if (!showsData(shape) || !freshness_.isStale(shape.connectionKey())) continue;
     const bool isText = static_cast<LF2000::SourceType>(shape.sourceType) == LF2000::SourceType::DataField;
     auto& elements = options_.staleData == StaleData::Mark ? state.marked
                      : isText                              ? state.blanked

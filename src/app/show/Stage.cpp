@@ -5,6 +5,7 @@
 
 #include "addin/support/modErrors.h"
 #include "app/wiring/Failure.h"
+#include "app/wiring/NoQuestions.h"
 
 namespace app {
 
@@ -28,29 +29,34 @@ deck::ShowPlace samePlace(deck::ShowPlace place, const deck::Presentation& befor
 
 }  // namespace
 
-Stage::Act::Act(AddInHost& host, Environment& environment, std::shared_ptr<deck::Presentation> shown,
+Stage::Act::Act(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck::Presentation> shown,
                 const LiveShowOptions& options, ToldOnce& problems)
     : deck(std::move(shown)),
-      sheets(deck, environment.loop()),
+      sheets(deck, loop),
       live(
-          host.application(), deck, environment.loop(), [&host] { return host.runtimeTimer(); }, options,
-          problems) {}
+          host.application(), deck, loop, [&host] { return host.runtimeTimer(); }, options, problems) {}
 
-Stage::Stage(AddInHost& host, Environment& environment, std::shared_ptr<deck::Presentation> deck,
+Stage::Stage(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck::Presentation> deck,
              const Options& options)
-    : host_(host), environment_(environment), options_(options), act_(act(std::move(deck))) {
+    : host_(host),
+      loop_(loop),
+      options_(options),
+      act_(act(std::move(deck))),
+      self_(std::make_shared<Stage*>(this)) {
   constexpr std::int32_t LongestLoad = 60'000;
-  forgetting_ = environment_.loop().CreateTimer([this] {
+  forgetting_ = loop_.CreateTimer([this] {
     forgetting_->Enabled(false);
-    before_.reset();
+    forget(std::move(before_));
   });
   forgetting_->Interval(LongestLoad);
 }
 
+Stage::~Stage() { *self_ = nullptr; }
+
 std::unique_ptr<Stage::Act> Stage::act(std::shared_ptr<deck::Presentation> deck) {
   LiveShowOptions options = options_.live;
   if (options.whenEmpty && *options.whenEmpty > deck->slideCount()) options.whenEmpty.reset();
-  return std::make_unique<Act>(host_, environment_, std::move(deck), options, problems_);
+  return std::make_unique<Act>(host_, loop_, std::move(deck), options, problems_);
 }
 
 deck::SlideShowOptions Stage::showOptions() const {
@@ -106,7 +112,7 @@ void Stage::changeTo(std::unique_ptr<Act> next) {
   // It may have ended while sources were opened.
   if (isShutDown_ || !act_->live.isRunning()) return;
   // A screen that goes on is no place for the question that ends a show.
-  const Environment::NoQuestions unasked(environment_);
+  const NoQuestions unasked;
   const bool errorsOccurred = LF2000::modErrors::ErrorsOccurred;
   const deck::ShowPlace place = act_->live.place();
   isBetween_ = true;
@@ -117,6 +123,7 @@ void Stage::changeTo(std::unique_ptr<Act> next) {
     beginAct(*next, show);
   } catch (...) {
     isBetween_ = false;
+    if (next->live.isRunning()) next->live.leave();
     show.place = place;
     beginAct(*act_, show);
     throw;
@@ -125,12 +132,20 @@ void Stage::changeTo(std::unique_ptr<Act> next) {
   // Of all that was one show for who looks at it.
   LF2000::modErrors::ErrorsOccurred |= errorsOccurred;
   act_->live.connect(nullptr);
-  before_ = std::exchange(act_, std::move(next));
+  forget(std::exchange(before_, std::exchange(act_, std::move(next))));
   host_.application().close(before_->deck);
   forgetting_->Enabled(false);
   forgetting_->Enabled(true);
   act_->live.connect(server_);
   if (server_ != nullptr) server_->deckChanged();
+}
+
+void Stage::forget(std::unique_ptr<Act> act) {
+  if (!act) return;
+  past_.push_back(std::move(act));
+  loop_.postOutermost([self = self_] {
+    if (*self) (*self)->past_.clear();
+  });
 }
 
 void Stage::connect(web::Server* server) {

@@ -11,8 +11,8 @@
 #include "app/show/DeckWatch.h"
 #include "app/show/LiveShow.h"
 #include "app/wiring/AddInHost.h"
-#include "app/wiring/Environment.h"
 #include "app/wiring/LinkedSheets.h"
+#include "platform/EventLoop.h"
 #include "web/show/Server.h"
 #include "web/show/Show.h"
 
@@ -29,9 +29,13 @@ class Stage final : public web::Show {
     std::optional<bool> loop;
   };
 
-  /// The host and the environment outlive it.
-  Stage(AddInHost& host, Environment& environment, std::shared_ptr<deck::Presentation> deck,
+  /// The host and the loop outlive it.
+  Stage(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck::Presentation> deck,
         const Options& options);
+
+  ~Stage() override;
+  Stage(const Stage&) = delete;
+  Stage& operator=(const Stage&) = delete;
 
   [[nodiscard]] const std::shared_ptr<deck::Presentation>& deck() const { return act_->deck; }
 
@@ -68,7 +72,7 @@ class Stage final : public web::Show {
  private:
   /// A deck with its show.
   struct Act {
-    Act(AddInHost& host, Environment& environment, std::shared_ptr<deck::Presentation> shown,
+    Act(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck::Presentation> shown,
         const LiveShowOptions& options, ToldOnce& problems);
 
     std::shared_ptr<deck::Presentation> deck;
@@ -80,16 +84,20 @@ class Stage final : public web::Show {
   [[nodiscard]] std::unique_ptr<Act> act(std::shared_ptr<deck::Presentation> deck);
   void changeTo(std::unique_ptr<Act> next);
   void beginAct(Act& act, const deck::SlideShowOptions& options);
+  void forget(std::unique_ptr<Act> act);
   [[nodiscard]] deck::SlideShowOptions showOptions() const;
   web::Outcome command(Command command);
 
   AddInHost& host_;
-  Environment& environment_;
+  platform::EventLoop& loop_;
   Options options_;
   /// Of all decks, as versions of one have their faults in common.
   ToldOnce problems_;
   std::unique_ptr<Act> act_;
+  /// The last one, for its pictures.
   std::unique_ptr<Act> before_;
+  /// Those of which something may still be on the stack: a handler that waits while the decks change.
+  std::vector<std::unique_ptr<Act>> past_;
   std::unique_ptr<host::Timer> forgetting_;
   std::function<void()> onEnd_;
   web::Server* server_ = nullptr;
@@ -100,6 +108,8 @@ class Stage final : public web::Show {
   std::vector<Command> waiting_;
   /// What came in during a change; the newest alone.
   std::optional<DeckVersion> newest_;
+  /// Lets what was posted see that this object is gone.
+  std::shared_ptr<Stage*> self_;
 };
 
 }  // namespace app

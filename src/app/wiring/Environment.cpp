@@ -34,7 +34,6 @@ Environment::~Environment() { host::Use({}); }
 
 host::MsgBoxResult Environment::CountingMessageBox::MsgBox(std::string_view text, std::int32_t style,
                                                            std::string_view title) {
-  if (!asks && (style & host::vbYesNo) == host::vbYesNo) return host::MsgBoxResult::No;
   ++errorsShown_;
   lastShown_ = text;
   return box_.MsgBox(text, style, title);

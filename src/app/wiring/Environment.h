@@ -30,7 +30,6 @@ class Environment {
    public:
     explicit CountingMessageBox(host::Loop& loop) : box_(loop) {}
     host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
-    bool asks = true;
     [[nodiscard]] int errorsShown() const { return errorsShown_; }
     [[nodiscard]] const std::string& lastShown() const { return lastShown_; }
 
@@ -56,18 +55,6 @@ class Environment {
   [[nodiscard]] int errorsShown() const { return messageBox_.errorsShown(); }
   /// The text of the last of them.
   [[nodiscard]] const std::string& lastShown() const { return messageBox_.lastShown(); }
-
-  /// While it lives, nobody is asked: the answer to a question is No.
-  class NoQuestions {
-   public:
-    explicit NoQuestions(Environment& environment) : box_(environment.messageBox_) { box_.asks = false; }
-    ~NoQuestions() { box_.asks = true; }
-    NoQuestions(const NoQuestions&) = delete;
-    NoQuestions& operator=(const NoQuestions&) = delete;
-
-   private:
-    CountingMessageBox& box_;
-  };
 
  private:
   /// Whether somebody sits at a terminal.

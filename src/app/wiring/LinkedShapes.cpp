@@ -2,6 +2,9 @@
 
 #include <charconv>
 
+#include "addin/support/modGlobalFunctions.h"
+#include "basic/Conversion.h"
+#include "basic/Error.h"
 #include "deck/objects/Shape.h"
 #include "model/clsShape.h"
 
@@ -22,6 +25,12 @@ std::uint32_t shapeIdOf(std::string_view elementId) {
   std::uint32_t id = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), id);
   return id;
+}
+
+std::string LinkedShape::connectionKey() const try {
+  return LF2000::modGlobalFunctions::Format000(basic::CLng(connection));
+} catch (const basic::Error&) {
+  return {};
 }
 
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex) {

@@ -21,6 +21,9 @@ struct LinkedShape {
   /// Of a picture or a linked object.
   std::string objectFolder;
   std::string objectExtension;
+
+  /// What the runtime calls the connection, "007"; empty when the tag holds no number.
+  [[nodiscard]] std::string connectionKey() const;
 };
 
 /// The id of a shape's element on a screen.

@@ -1,14 +1,26 @@
 #include "app/wiring/LinkedSheets.h"
 
+#include <exception>
 #include <utility>
 
 #include "addin/support/modErrors.h"
-#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "pictures/PictureFile.h"
 #include "workbook/drawing/RangeDrawing.h"
 
 namespace app {
+
+namespace {
+
+struct Drawing {
+  explicit Drawing(bool& flag) : isGoingOn(flag) { isGoingOn = true; }
+  ~Drawing() { isGoingOn = false; }
+  Drawing(const Drawing&) = delete;
+  Drawing& operator=(const Drawing&) = delete;
+  bool& isGoingOn;
+};
+
+}  // namespace
 
 LinkedSheets::LinkedSheets(std::shared_ptr<deck::Presentation> presentation, host::Loop& loop)
     : presentation_(std::move(presentation)), loop_(loop) {
@@ -22,13 +34,13 @@ void LinkedSheets::linksUpdated() { draw(); }
 
 void LinkedSheets::draw() {
   // Reading lets the loop run, which may come back here.
-  if (std::exchange(isDrawing_, true)) return;
+  if (isDrawing_) return;
+  const Drawing drawing(isDrawing_);
   for (std::int32_t slide = 1; slide <= presentation_->slideCount(); ++slide) {
     for (const deck::LinkedObject& object : deck::linkedObjects(*presentation_, slide)) {
       if (basic::StartsWith(object.progId, "Excel.Sheet")) draw(slide, object);
     }
   }
-  isDrawing_ = false;
 }
 
 void LinkedSheets::draw(std::int32_t slide, const deck::LinkedObject& object) {
@@ -39,11 +51,11 @@ void LinkedSheets::draw(std::int32_t slide, const deck::LinkedObject& object) {
     presentation_->showLinkedObject(slide, object.shapeId,
                                     pictures::asPicture(std::move(drawing), object.file));
     failures_.erase(which);
-  } catch (const basic::Error& error) {
+  } catch (const std::exception& error) {
     std::string& told = failures_[which];
-    if (told == error.description) return;
-    told = error.description;
-    LF2000::modErrors::WriteErrorLog(which + ": " + error.description);
+    if (told == error.what()) return;
+    told = error.what();
+    LF2000::modErrors::WriteErrorLog(which + ": " + told);
   }
 }
 

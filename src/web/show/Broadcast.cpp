@@ -118,7 +118,9 @@ void Broadcast::stateChanged(Time changed) {
   if (stopped_) return;
   slideChanged(changed);
   for (auto& [view, channel] : views_) {
-    if (view.kind != View::Kind::Show) publish(show_.state(view), channel, changed);
+    // The last screen may have left it.
+    if (view.kind == View::Kind::Show || channel.size() == 0) continue;
+    publish(show_.state(view), channel, changed);
   }
 }
 
