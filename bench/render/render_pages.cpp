@@ -8,6 +8,7 @@
 #include "basic/Error.h"
 #include "opc/Package.h"
 #include "render/conversion/PictureConverter.h"
+#include "render/html/PageContract.h"
 #include "render/html/SlideRenderer.h"
 
 namespace {
@@ -48,7 +49,7 @@ int main(int argc, char** argv) {
       for (const auto& problem : page.problems) std::cerr << problem << '\n';
       std::string html =
           "<!doctype html><meta charset=utf-8><title>" + std::to_string(index) + "</title><style>";
-      html += render::SlideRenderer::styles();
+      html += render::slideStyles();
       html += "body{margin:0}</style>";
       html += page.html;
       html += "<script src=\"charts.js\"></script>";

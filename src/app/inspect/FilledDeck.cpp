@@ -6,6 +6,7 @@
 #include "app/inspect/StandalonePage.h"
 #include "app/wiring/PictureConversion.h"
 #include "host/services.h"
+#include "render/html/PageContract.h"
 
 namespace app {
 
@@ -46,7 +47,7 @@ FilledDeck::Page FilledDeck::page(int slide) {
   StandalonePage page;
   page.title = std::filesystem::path(deck_->FullName()).stem().string() + " - " + std::to_string(slide);
   page.slide = std::move(rendered.html);
-  page.styles = render::SlideRenderer::styles();
+  page.styles = render::slideStyles();
   page.asset = [this](std::string_view name) -> std::optional<web::Asset> {
     const render::Asset* found = renderer_.assets().find(name);
     if (!found) return std::nullopt;

@@ -7,6 +7,7 @@
 #include "basic/Conversion.h"
 #include "deck/show/TransitionEffect.h"
 #include "model/clsShape.h"
+#include "render/html/PageContract.h"
 
 namespace app {
 
@@ -15,7 +16,7 @@ namespace {
 /// The style sheet's name changes with its content, as browsers keep it for ever.
 const std::string& styleSheetName() {
   static const std::string name =
-      "slides-" + std::to_string(std::hash<std::string_view>{}(render::SlideRenderer::styles())) + ".css";
+      "slides-" + std::to_string(std::hash<std::string_view>{}(render::slideStyles())) + ".css";
   return name;
 }
 
@@ -250,7 +251,7 @@ web::Health LiveShow::health() {
 
 std::optional<web::Asset> LiveShow::asset(std::string_view name) {
   if (name == styleSheetName()) {
-    static const auto styles = std::make_shared<const std::string>(render::SlideRenderer::styles());
+    static const auto styles = std::make_shared<const std::string>(render::slideStyles());
     return web::Asset{styles, "text/css; charset=utf-8"};
   }
   const render::Asset* found = renderer_.assets().find(name);

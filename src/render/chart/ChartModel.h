@@ -155,6 +155,11 @@ struct ChartGroup {
   int categoryAxis = -1;
   int valueAxis = -1;
   std::vector<ChartSeries> series;
+
+  [[nodiscard]] bool isRound() const { return kind == ChartKind::Pie || kind == ChartKind::Doughnut; }
+  /// Its points have an X of their own.
+  [[nodiscard]] bool isXy() const { return kind == ChartKind::Scatter || kind == ChartKind::Bubble; }
+  [[nodiscard]] bool hasAxes() const { return categoryAxis >= 0 && valueAxis >= 0; }
 };
 
 struct ChartTitle {

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "render/html/ChartWriter.h"
+#include "render/html/PageContract.h"
 #include "render/html/TextWriter.h"
 #include "render/html/WordArt.h"
 #include "render/svg/CssFill.h"
@@ -63,7 +64,9 @@ void BoxWriter::frame(const Box& box) {
 }
 
 void BoxWriter::write(const Box& box, const std::string& elementId, bool isLive) {
-  out_ << "<div class=\"" << (isLive ? "s live" : "s") << "\" id=\"";
+  out_ << "<div class=\"" << page::Shape;
+  if (isLive) out_ << ' ' << page::Live;
+  out_ << "\" id=\"";
   out_.text(elementId) << '"';
   if (box.hidden) {
     out_ << " hidden></div>";
@@ -77,7 +80,7 @@ void BoxWriter::write(const Box& box, const std::string& elementId, bool isLive)
 
 void BoxWriter::writeAnonymous(const Box& box, const std::string& idPrefix) {
   if (box.hidden) return;
-  out_ << "<div class=\"s\"";
+  out_ << "<div class=\"" << page::Shape << '"';
   frame(box);
   out_ << '>';
   content(box, idPrefix);
@@ -98,8 +101,8 @@ void BoxWriter::content(const Box& box, const std::string& idPrefix) {
 /// The page plays what is marked while its slide is in front.
 void BoxWriter::media(const Media& media) {
   const std::string_view element = media.isVideo ? "video" : "audio";
-  out_ << '<' << element << " class=\"m\" src=\"" << assetPrefix_ << media.asset->name
-       << "\" preload=\"auto\" playsinline data-plays";
+  out_ << '<' << element << " class=\"" << page::Media << "\" src=\"" << assetPrefix_ << media.asset->name
+       << "\" preload=\"auto\" playsinline " << page::Plays;
   if (media.loops) out_ << " loop";
   if (media.isMuted) out_ << " muted";
   out_ << "></" << element << '>';
@@ -152,10 +155,11 @@ void BoxWriter::table(const Table& table) {
 
 /// The element draws itself by its script, which takes over from there.
 void BoxWriter::chart(const Box& box, const std::string& id) {
-  out_ << "<deck-chart id=\"";
-  out_.text(id) << "\" role=\"img\" style=\"width:" << box.frame.w << "px;height:" << box.frame.h
-                << "px\" data-chart=\"";
-  out_.text(chartDescription(*box.chart, box.frame.w, box.frame.h, assetPrefix_)) << "\"></deck-chart>";
+  out_ << '<' << page::Chart << " id=\"";
+  out_.text(id) << "\" role=\"img\" style=\"width:" << box.frame.w << "px;height:" << box.frame.h << "px\" "
+                << page::ChartData << "=\"";
+  out_.text(chartDescription(*box.chart, box.frame.w, box.frame.h, assetPrefix_))
+      << "\"></" << page::Chart << '>';
 }
 
 void BoxWriter::background(const Fill& fill, const std::string& idPrefix, double width, double height) {

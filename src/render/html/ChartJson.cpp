@@ -43,6 +43,21 @@ ChartJson paintJson(const Fill& fill, std::string_view assetPrefix) {
   return std::visit(PaintWriter{assetPrefix}, fill);
 }
 
+ChartJson lookJson(const ChartLook& look, std::string_view assetPrefix) {
+  ChartJson json = ChartJson::object();
+  if (auto fill = paintJson(look.fill, assetPrefix); !fill.is_null()) json["fill"] = std::move(fill);
+  if (auto line = lineJson(look.line); !line.is_null()) json["line"] = std::move(line);
+  return json;
+}
+
+ChartJson markerJson(const ChartMarker& marker, std::string_view assetPrefix) {
+  if (marker.symbol.empty()) return nullptr;
+  auto json = lookJson(marker.look, assetPrefix);
+  json["symbol"] = marker.symbol;
+  json["size"] = pixels(marker.size);
+  return json;
+}
+
 ChartJson lineJson(const std::optional<Line>& line) {
   if (!line || !isVisible(line->fill) || line->width <= 0) return nullptr;
   ChartJson json;

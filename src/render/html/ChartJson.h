@@ -10,15 +10,22 @@ namespace render {
 
 using ChartJson = nlohmann::ordered_json;
 
+/// Slices of a pie, and their entries in the legend; more cannot be told apart.
+inline constexpr std::size_t MostSlices = 1000;
+
 /// "#rrggbb", a gradient, a pattern or a picture; null for nothing.
 ChartJson paintJson(const Fill& fill, std::string_view assetPrefix);
+/// {fill, line} without what is nothing.
+ChartJson lookJson(const ChartLook& look, std::string_view assetPrefix);
+/// A look with a symbol and its size; null for no marker.
+ChartJson markerJson(const ChartMarker& marker, std::string_view assetPrefix);
 /// {color, width, dashes}; null for nothing.
 ChartJson lineJson(const std::optional<Line>& line);
 /// {family, size, bold, italic, color}
 ChartJson fontJson(const RunStyle& style);
 /// Shares x, y, w, h as stated; null when none is.
 ChartJson placeJson(const ChartPlace& place);
-/// At most two decimals.
+/// A length, share or angle with at most two decimals.
 double pixels(double value);
 
 }  // namespace render

@@ -8,6 +8,7 @@
 #include "render/chart/ChartModel.h"
 #include "render/geometry/XmlValues.h"
 #include "render/html/BoxWriter.h"
+#include "render/html/PageContract.h"
 #include "render/scene/SceneBuilder.h"
 #include "render/scene/SceneDump.h"
 #include "render/text/FontMetrics.h"
@@ -18,10 +19,6 @@ namespace {
 
 [[noreturn]] void fail(const std::string& description) {
   throw basic::Error(basic::AdapterError, "render", description);
-}
-
-std::string elementId(int slideIndex, std::uint32_t shapeId) {
-  return "s" + std::to_string(slideIndex) + "-sh" + std::to_string(shapeId);
 }
 
 pugi::xml_node shapesOf(opc::Part& part) {
@@ -161,7 +158,7 @@ std::string SlideRenderer::background(const Prepared& slide, opc::Part& part,
     const auto area = size();
     HtmlOut out(HtmlOut::LargestPage / 8);
     BoxWriter(out, options_.assetPrefix)
-        .background(*fill, "s" + std::to_string(slide.index) + "-bg", area.width, area.height);
+        .background(*fill, page::slideElement(slide.index) + "-bg", area.width, area.height);
     return out.take();
   } catch (const basic::Error& error) {
     problems.push_back("The background of " + part.name() + " is not drawn: " + error.description);
@@ -177,7 +174,7 @@ void SlideRenderer::drawBehind(Prepared& slide) {
   const Assets::Collecting collecting(assets_, slide.behindAssets, slide.behindProblems);
   opc::Part* layout = slide.inheritance.layout();
   opc::Part* master = slide.inheritance.master();
-  const std::string prefix = "s" + std::to_string(slide.index) + "-";
+  const std::string prefix = page::slideElement(slide.index) + "-";
   HtmlOut out(HtmlOut::LargestPage / 4);
   BoxWriter writer(out, options_.assetPrefix);
   const auto drawShapes = [&](opc::Part& part, const std::string& name) {
@@ -200,7 +197,8 @@ void SlideRenderer::drawBehind(Prepared& slide) {
   slide.behindText = out.textUse();
   slide.behind.clear();
   if (out.size() > 0) {
-    slide.behind = "<div class=\"behind\" aria-hidden=\"true\">" + out.take() + "</div>";
+    slide.behind.assign("<div class=\"").append(page::Behind).append("\" aria-hidden=\"true\">");
+    slide.behind.append(out.str()).append("</div>");
   }
   slide.background = background(slide, *layout, slide.behindProblems);
   if (slide.background.empty() && master != nullptr)
@@ -229,7 +227,7 @@ std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
 
 bool SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, int occurrence) const {
   const bool live = options_.isLive && options_.isLive(slide.index, box.id);
-  auto id = elementId(slide.index, box.id);
+  auto id = page::shapeElement(slide.index, box.id);
   // Ids ought to be unique and sometimes are not.
   if (occurrence > 1) id += "-" + std::to_string(occurrence);
   const auto before = out.size();
@@ -244,6 +242,12 @@ bool SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, i
   }
 }
 
+void SlideRenderer::openSlide(HtmlOut& out, int index) const {
+  const auto [width, height] = size();
+  out << "<section class=\"" << page::Slide << "\" id=\"" << page::slideElement(index)
+      << "\" style=\"width:" << width << "px;height:" << height << "px\">";
+}
+
 SlidePage SlideRenderer::slide(int index) {
   auto& slide = prepare(index);
   drawBehind(slide);
@@ -251,10 +255,8 @@ SlidePage SlideRenderer::slide(int index) {
   page.assets = slide.behindAssets;
   page.problems = slide.behindProblems;
   const Assets::Collecting collecting(assets_, page.assets, page.problems);
-  const auto slideSize = size();
   HtmlOut out;
-  out << "<section class=\"slide\" id=\"s" << index << "\" style=\"width:" << slideSize.width
-      << "px;height:" << slideSize.height << "px\">";
+  openSlide(out, index);
   const auto own = background(slide, slide.part, page.problems);
   out << (own.empty() ? slide.background : own);
   if (showsMaster(slide.part)) {
@@ -351,10 +353,9 @@ Rect SlideRenderer::area(int slideIndex, std::uint32_t shapeId) {
 std::string SlideRenderer::backdrop(int index, int as) {
   auto& slide = prepare(index);
   drawBehind(slide);
-  const auto slideSize = size();
   HtmlOut out;
-  out << "<section class=\"slide\" id=\"s" << as << "\" style=\"width:" << slideSize.width
-      << "px;height:" << slideSize.height << "px\">" << slide.background << "</section>";
+  openSlide(out, as);
+  out << slide.background << "</section>";
   return out.take();
 }
 

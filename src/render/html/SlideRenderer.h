@@ -34,8 +34,8 @@ struct UsedFont {
 };
 
 struct SlidePage {
-  /// A section with the class "slide" and the id "s<index>"; in it one element per
-  /// top-level shape with the id "s<index>-sh<shape id>", in drawing order.
+  /// A section (page::Slide); in it one element per top-level shape, in drawing order. PageContract.h says
+  /// what others find in it.
   std::string html;
   /// Names of the pictures it uses; each once.
   std::vector<std::string> assets;
@@ -91,9 +91,6 @@ class SlideRenderer {
   /// A slide with the id "s<as>" that shows the background of this slide's layout alone.
   std::string backdrop(int index, int as = 0);
 
-  /// The style sheet that all slides share.
-  static std::string_view styles();
-
   /// The pictures that rendered slides refer to.
   [[nodiscard]] const Assets& assets() const { return assets_; }
 
@@ -109,6 +106,8 @@ class SlideRenderer {
   /// The background that a part states itself; empty without one.
   std::string background(const Prepared& slide, opc::Part& part, std::vector<std::string>& problems);
   void drawBehind(Prepared& slide);
+  /// The start tag of the section with that index in its id.
+  void openSlide(HtmlOut& out, int index) const;
   /// The element of a top-level shape; an unknown id is an error.
   Box find(Prepared& slide, std::uint32_t shapeId);
   std::optional<Box> build(Prepared& slide, pugi::xml_node shape, std::vector<std::string>* problems);

@@ -1,11 +1,15 @@
-#include "render/html/SlideRenderer.h"
+#include <algorithm>
+#include <initializer_list>
+
+#include "render/geometry/Units.h"
+#include "render/html/PageContract.h"
 
 namespace render {
 
-// A slide looks the same wherever it is put: of what surrounds it, it takes over only whether it is seen
-// and how the pointer acts.
-std::string_view SlideRenderer::styles() {
-  return R"(.slide{all:initial;cursor:inherit;pointer-events:inherit;visibility:inherit;direction:ltr;display:block;position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none}
+namespace {
+
+constexpr std::string_view Styles =
+    R"(.slide{all:initial;cursor:inherit;pointer-events:inherit;visibility:inherit;direction:ltr;display:block;position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none}
 .slide .behind,.slide .s,.slide .t,.slide svg,.slide table,.slide deck-chart{position:absolute}
 .slide .behind,.slide svg,.slide table,.slide deck-chart{left:0;top:0}
 .slide svg{overflow:visible}
@@ -27,6 +31,24 @@ std::string_view SlideRenderer::styles() {
 .slide td{vertical-align:top;box-sizing:border-box}
 .slide .live{font-variant-numeric:tabular-nums}
 )";
+
+constexpr bool isStyled(std::string_view name) {
+  for (auto at = Styles.find(name); at != std::string_view::npos; at = Styles.find(name, at + 1)) {
+    const std::string_view behind = Styles.substr(at + name.size(), 1);
+    if (Styles[at - 1] == '.' && behind.find_first_of("{,> :") == 0) return true;
+  }
+  return false;
 }
+// What nobody gives a style to has another name by now.
+constexpr auto Classes = {page::Slide,      page::Behind,    page::Shape,    page::Live,
+                          page::Text,       page::Unwrapped, page::Media,    page::Bullet,
+                          page::BulletWord, page::Tab,       page::TabRight, page::TabCentre};
+static_assert(std::all_of(Classes.begin(), Classes.end(), isStyled));
+static_assert(Fineness == 8 && Styles.find("{transform:scale(.125)}") != std::string_view::npos,
+              "text is scaled down as much as it was laid out larger");
+
+}  // namespace
+
+std::string_view slideStyles() { return Styles; }
 
 }  // namespace render

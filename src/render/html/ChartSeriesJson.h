@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+#include "render/chart/ChartPlot.h"
+#include "render/html/ChartJson.h"
+
+namespace render {
+
+/// The list of what is drawn in a chart's plot, in drawing order: series, and behind each what goes with it.
+/// src/web/charts/ documents the members.
+ChartJson seriesJson(ChartPlot& plot, std::string_view assetPrefix);
+
+}  // namespace render
