@@ -64,9 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string bytes =
       bookWith(static_cast<char>(data[0]), std::string(reinterpret_cast<const char*>(data) + 1, size - 1));
   try {
-    host::Bytes copy{std::make_unique<char[]>(bytes.size()), bytes.size()};
-    std::copy(bytes.begin(), bytes.end(), copy.data.get());
-    const auto book = std::make_shared<workbook::Book>(std::move(copy), "fuzzed");
+    const auto book = std::make_shared<workbook::Book>(bytes, "fuzzed");
     const std::size_t sheet = book->find("Sheet1");
     for (const workbook::DefinedName& name : book->names()) {
       try {

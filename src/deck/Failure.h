@@ -4,16 +4,13 @@
 #include <string_view>
 
 #include "basic/Error.h"
+#include "basic/Quotes.h"
 
 namespace deck {
 
 /// Throws what this folder throws: a basic::Error with a sentence for a person.
 [[noreturn]] inline void fail(std::string description) {
   throw basic::Error(basic::AdapterError, "deck", std::move(description));
-}
-
-inline std::string inQuotes(std::string_view text) {
-  return std::string(1, '\'').append(text).append(1, '\'');
 }
 
 }  // namespace deck

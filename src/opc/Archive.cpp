@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 
+#include "basic/Quotes.h"
 #include "opc/Failure.h"
 
 namespace opc {
@@ -25,12 +26,6 @@ class ZipError {
   zip_error_t error_{};
 };
 
-struct CloseEntry {
-  void operator()(zip_file_t* file) const { zip_fclose(file); }
-};
-struct Discard {
-  void operator()(zip_t* zip) const { zip_discard(zip); }
-};
 struct FreeSource {
   void operator()(zip_source_t* source) const { zip_source_free(source); }
 };
@@ -60,12 +55,12 @@ zip_source_t* sourceWith(std::string_view bytes) {
 }
 
 /// Takes the source over, also when it fails.
-zip_t* openZip(zip_source_t* source, std::string_view bytes, int flags) {
+zip_t* openZip(zip_source_t* source, int flags) {
   ZipError error;
   zip_t* zip = zip_open_from_source(source, flags, error.get());
   if (zip == nullptr) {
     zip_source_free(source);
-    fail(Archive::reasonAgainst(bytes, error.text()));
+    fail(error.text());
   }
   return zip;
 }
@@ -75,7 +70,7 @@ constexpr zip_uint32_t CompressionLevel = 3;
 constexpr zip_uint16_t EarliestDosDate = (1U << 5U) | 1U;  // 1 January 1980
 
 void check(zip_t* zip, bool succeeded, std::string_view entry) {
-  if (!succeeded) fail("entry " + inQuotes(entry) + ": " + zip_error_strerror(zip_get_error(zip)));
+  if (!succeeded) fail("entry " + basic::InQuotes(entry) + ": " + zip_error_strerror(zip_get_error(zip)));
 }
 
 std::string readSource(zip_source_t* source) {
@@ -94,41 +89,58 @@ std::string readSource(zip_source_t* source) {
 
 bool Archive::hasEnd(std::string_view last) { return last.rfind("PK\x05\x06") != std::string_view::npos; }
 
-std::string Archive::reasonAgainst(std::string_view beginning, std::string_view detail) {
-  if (!beginning.starts_with("PK\x03\x04")) {
-    return "it is no ZIP archive, so no presentation of the formats pptx, pptm, ppsx, potx";
+void EntryStream::Close::operator()(zip_file* file) const { zip_fclose(file); }
+void Archive::Discard::operator()(::zip* zip) const { zip_discard(zip); }
+
+std::size_t EntryStream::read(char* to, std::size_t size) {
+  std::size_t got = 0;
+  while (got < size) {
+    const zip_int64_t count = zip_fread(file_.get(), to + got, size - got);
+    if (count < 0) fail(zip_file_strerror(file_.get()));
+    if (count == 0) break;
+    got += static_cast<std::size_t>(count);
   }
-  return "the file is damaged or not complete (" + std::string(detail) + ")";
+  return got;
 }
 
 Archive::Archive(std::string bytes)
-    : bytes_(std::move(bytes)), zip_(openZip(sourceOver(bytes_), bytes_, ZIP_RDONLY)) {
-  const zip_int64_t count = zip_get_num_entries(zip_, 0);
+    : bytes_(std::move(bytes)), zip_(openZip(sourceOver(bytes_), ZIP_RDONLY)) {
+  const zip_int64_t count = zip_get_num_entries(zip_.get(), 0);
   entries_.reserve(static_cast<std::size_t>(count));
   for (zip_int64_t i = 0; i < count; ++i) {
     zip_stat_t stat;
     zip_stat_init(&stat);
-    zip_stat_index(zip_, static_cast<zip_uint64_t>(i), 0, &stat);
+    zip_stat_index(zip_.get(), static_cast<zip_uint64_t>(i), 0, &stat);
     entries_.push_back({(stat.valid & ZIP_STAT_NAME) != 0 ? stat.name : "", stat.size, stat.comp_size});
   }
 }
 
-Archive::~Archive() { zip_discard(zip_); }
+std::optional<std::int64_t> Archive::find(const std::string& name) const {
+  zip_int64_t index = zip_name_locate(zip_.get(), name.c_str(), 0);
+  if (index < 0) index = zip_name_locate(zip_.get(), name.c_str(), ZIP_FL_NOCASE);
+  return index < 0 ? std::nullopt : std::optional<std::int64_t>(index);
+}
+
+EntryStream Archive::open(std::int64_t index) const {
+  zip_file_t* file = zip_fopen_index(zip_.get(), static_cast<zip_uint64_t>(index), 0);
+  if (file == nullptr) fail(zip_error_strerror(zip_get_error(zip_.get())));
+  return EntryStream(file);
+}
 
 std::string Archive::read(std::int64_t index) const {
   const Entry& entry = entries_.at(static_cast<std::size_t>(index));
-  const std::unique_ptr<zip_file_t, CloseEntry> file(
-      zip_fopen_index(zip_, static_cast<zip_uint64_t>(index), 0));
-  check(zip_, file != nullptr, entry.name);
+  const std::string where = "entry " + basic::InQuotes(entry.name);
   std::string content(entry.size, '\0');
-  const zip_int64_t got = zip_fread(file.get(), content.data(), entry.size);
-  // The read that meets the end verifies the checksum.
-  char beyond = 0;
-  const zip_int64_t more = got < 0 ? got : zip_fread(file.get(), &beyond, 1);
-  if (more < 0) fail("entry " + inQuotes(entry.name) + ": " + zip_file_strerror(file.get()));
-  if (static_cast<std::uint64_t>(got) != entry.size || more > 0) {
-    fail("entry " + inQuotes(entry.name) + " has not the size that the archive's directory says");
+  std::size_t got = 0;
+  try {
+    EntryStream stream = open(index);
+    got = stream.read(content.data(), content.size());
+    char beyond = 0;
+    got += stream.read(&beyond, 1);
+  } catch (const basic::Error& error) {
+    fail(where + ": " + error.description);
   }
+  if (got != entry.size) fail(where + " has not the size that the archive's directory says");
   return content;
 }
 
@@ -137,7 +149,7 @@ std::string Archive::with(const std::vector<Change>& changes) const {
   zip_source_t* source = sourceWith(bytes_);
   zip_source_keep(source);
   const Source result(source);
-  std::unique_ptr<zip_t, Discard> zip(openZip(source, bytes_, 0));
+  std::unique_ptr<::zip, Discard> zip(openZip(source, 0));
   for (const Change& change : changes) {
     if (change.remove) {
       check(zip.get(), zip_delete(zip.get(), static_cast<zip_uint64_t>(change.index)) == 0, change.name);

@@ -24,12 +24,8 @@ FileState stateOf(const struct stat& status) {
           status.st_ctim.tv_nsec};
 }
 
-[[noreturn]] void failRead(const std::string& path, const std::string& why) {
-  fail(inQuotes(path) + " cannot be read: " + why);
-}
-
 [[noreturn]] void failWrite(const std::string& path, const std::string& why) {
-  fail(inQuotes(path) + " cannot be saved: " + why);
+  fail(basic::InQuotes(path) + " cannot be saved: " + why);
 }
 
 bool writeAll(int file, std::string_view bytes) {
@@ -58,15 +54,16 @@ fs::path resolved(const std::string& path) {
 
 }  // namespace
 
-FileContent readFile(const std::string& path, std::uint64_t maximum, const std::function<void()>& gettingOn) {
+FileContent readContent(const std::string& path, std::uint64_t maximum,
+                        const std::function<void()>& gettingOn) {
   const process::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
-  if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failRead(path, std::strerror(errno));
-  if (S_ISDIR(status.st_mode)) failRead(path, "it is a folder");
-  if (!S_ISREG(status.st_mode)) failRead(path, "it is no regular file");
+  if (!file.isOpen() || ::fstat(file.get(), &status) != 0) fail(std::strerror(errno));
+  if (S_ISDIR(status.st_mode)) fail("it is a folder");
+  if (!S_ISREG(status.st_mode)) fail("it is no regular file");
   if (static_cast<std::uint64_t>(status.st_size) > maximum) {
-    failRead(path, "it has " + std::to_string(status.st_size >> 20U) + " MB, more than the " +
-                       std::to_string(maximum >> 20U) + " MB allowed");
+    fail("it has " + std::to_string(status.st_size >> 20U) + " MB, more than the " +
+         std::to_string(maximum >> 20U) + " MB allowed");
   }
   FileContent content{std::string(static_cast<std::size_t>(status.st_size), '\0'), stateOf(status)};
   constexpr std::size_t Piece = std::size_t{1} << 20U;
@@ -75,13 +72,20 @@ FileContent readFile(const std::string& path, std::uint64_t maximum, const std::
     const ssize_t count =
         ::read(file.get(), content.bytes.data() + got, std::min(content.bytes.size() - got, Piece));
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) failRead(path, std::strerror(errno));
+    if (count < 0) fail(std::strerror(errno));
     if (count == 0) break;
     got += static_cast<std::size_t>(count);
     gettingOn();
   }
   content.bytes.resize(got);
   return content;
+}
+
+FileContent readFile(const std::string& path, std::uint64_t maximum,
+                     const std::function<void()>& gettingOn) try {
+  return readContent(path, maximum, gettingOn);
+} catch (const basic::Error& error) {
+  fail(basic::InQuotes(path) + " cannot be read: " + error.description);
 }
 
 std::optional<FileState> stateOfFile(const std::string& path) {

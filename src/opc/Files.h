@@ -34,6 +34,10 @@ struct FileContent {
 FileContent readFile(
     const std::string& path, std::uint64_t maximum, const std::function<void()>& gettingOn = [] {});
 
+/// As readFile(), but fails with the reason alone, for a caller with words of its own.
+FileContent readContent(
+    const std::string& path, std::uint64_t maximum, const std::function<void()>& gettingOn = [] {});
+
 /// The present state of a file; nothing when there is none, or it is no regular file. Any
 /// thread may call it.
 std::optional<FileState> stateOfFile(const std::string& path);

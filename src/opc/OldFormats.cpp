@@ -15,4 +15,11 @@ std::string describeOldFormat(std::string_view bytes) {
   return "it is an OLE compound file, no presentation of the formats pptx, pptm, ppsx, potx";
 }
 
+std::string describeNoPackage(std::string_view beginning, std::string_view detail) {
+  if (!beginning.starts_with("PK\x03\x04")) {
+    return "it is no ZIP archive, so no presentation of the formats pptx, pptm, ppsx, potx";
+  }
+  return "the file is damaged or not complete (" + std::string(detail) + ")";
+}
+
 }  // namespace opc

@@ -10,4 +10,7 @@ namespace opc {
 /// bytes.
 std::string describeOldFormat(std::string_view bytes);
 
+/// Why bytes that begin so are no package that can be read, where the archive's reader says `detail`.
+std::string describeNoPackage(std::string_view beginning, std::string_view detail);
+
 }  // namespace opc

@@ -58,10 +58,11 @@ Package::Package(std::string bytes, std::string name, const Limits& limits)
     : name_(std::move(name)), root_(new Part(*this, {}, -1)) {
   if (bytes.empty()) fail("the file is empty");
   if (const std::string old = describeOldFormat(bytes); !old.empty()) fail(old);
+  const std::string beginning = bytes.substr(0, 4);
   try {
     archive_ = std::make_unique<Archive>(std::move(bytes));
   } catch (const basic::Error& error) {
-    fail(error.description);
+    fail(describeNoPackage(beginning, error.description));
   }
   readDirectory(limits);
   contentTypes_ = std::make_unique<ContentTypes>(part(ContentTypesName));
@@ -69,7 +70,9 @@ Package::Package(std::string bytes, std::string name, const Limits& limits)
 
 Package::~Package() = default;
 
-void Package::fail(const std::string& what) const { opc::fail(inQuotes(name_) + " cannot be read: " + what); }
+void Package::fail(const std::string& what) const {
+  opc::fail(basic::InQuotes(name_) + " cannot be read: " + what);
+}
 
 void Package::readDirectory(const Limits& limits) {
   const std::vector<Archive::Entry>& entries = archive_->entries();
@@ -86,7 +89,7 @@ void Package::readDirectory(const Limits& limits) {
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const Archive::Entry& entry = entries[i];
     if (leadsOutside(entry.name))
-      fail("entry " + inQuotes(entry.name) + " has a path that leads out of the archive");
+      fail("entry " + basic::InQuotes(entry.name) + " has a path that leads out of the archive");
     if (entry.size > limits.partBytes) {
       fail("part " + entry.name + " would inflate to " + megabytes(entry.size) + ", more than the " +
            megabytes(limits.partBytes) + " allowed");
@@ -97,7 +100,7 @@ void Package::readDirectory(const Limits& limits) {
       fail("its parts would inflate to more than the " + megabytes(limits.totalBytes) + " allowed");
     }
     if (entry.name.empty() || entry.name.ends_with('/')) continue;
-    if (byName_.contains(entry.name)) fail("it holds two entries of the name " + inQuotes(entry.name));
+    if (byName_.contains(entry.name)) fail("it holds two entries of the name " + basic::InQuotes(entry.name));
     insert(entry.name, static_cast<std::int64_t>(i));
   }
   if (isBomb(total, archive_->bytes().size())) failAsBomb("it");
@@ -150,7 +153,7 @@ std::vector<Part*> Package::parts() const {
 Part* Package::related(std::string_view typeName) { return root_->related(typeName); }
 
 Part& Package::add(std::string name, std::string_view contentType, std::string bytes) {
-  if (find(name) != nullptr) opc::fail(inQuotes(name_) + " already has a part " + name);
+  if (find(name) != nullptr) opc::fail(basic::InQuotes(name_) + " already has a part " + name);
   Part& part = insert(std::move(name), -1);
   setBytes(part, std::move(bytes));
   contentTypes_->set(part.name(), contentType);
@@ -213,7 +216,7 @@ std::string Package::serialize() {
   try {
     return archive_->with(changes);
   } catch (const basic::Error& error) {
-    opc::fail(inQuotes(name_) + " cannot be packed: " + error.description);
+    opc::fail(basic::InQuotes(name_) + " cannot be packed: " + error.description);
   }
 }
 

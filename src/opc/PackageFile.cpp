@@ -8,6 +8,7 @@
 #include "basic/CompoundFile.h"
 #include "opc/Archive.h"
 #include "opc/Failure.h"
+#include "opc/OldFormats.h"
 #include "process/Descriptor.h"
 
 namespace opc {
@@ -31,7 +32,7 @@ void requireEnd(const std::string& path) {
   const std::string beginning = piece(file.get(), 0, 8);
   const std::string end = piece(file.get(), status.st_size - End, Archive::LongestEnd);
   if (end.size() < Archive::LongestEnd || Archive::hasEnd(end) || basic::IsCompoundFile(beginning)) return;
-  fail(inQuotes(path) + " cannot be read: " + Archive::reasonAgainst(beginning, "its end is missing"));
+  fail(basic::InQuotes(path) + " cannot be read: " + describeNoPackage(beginning, "its end is missing"));
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include <utility>
 
+#include "basic/Percent.h"
 #include "opc/ContentTypes.h"
 #include "opc/Failure.h"
 #include "opc/Package.h"
-#include "opc/Percent.h"
 #include "opc/Relationships.h"
 #include "opc/Xml.h"
 
@@ -74,7 +74,8 @@ Part* Part::target(const Relationship& relationship) {
   if (relationship.external) return nullptr;
   const std::string name = resolveTarget(name_, relationship.target);
   Part* part = package_->find(name);
-  if (part == nullptr && name.find('%') != std::string::npos) part = package_->find(percentDecoded(name));
+  if (part == nullptr && name.find('%') != std::string::npos)
+    part = package_->find(basic::PercentDecoded(name));
   return part;
 }
 

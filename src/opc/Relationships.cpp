@@ -23,11 +23,7 @@ bool Relationship::is(std::string_view typeName) const {
 Relationships::Relationships(Part* stored) : stored_(stored) {
   if (stored_ == nullptr) return;
   for (pugi::xml_node node : stored_->xml().document_element().children("Relationship")) {
-    Relationship relationship;
-    relationship.id = node.attribute("Id").value();
-    relationship.type = node.attribute("Type").value();
-    relationship.target = node.attribute("Target").value();
-    relationship.external = basic::EqualsIgnoreCase(node.attribute("TargetMode").value(), "External");
+    Relationship relationship = relationshipOf(node);
     if (relationship.id.starts_with("rId")) {
       int number = 0;
       const char* const end = relationship.id.data() + relationship.id.size();
@@ -73,6 +69,12 @@ void Relationships::remove(std::string_view id) {
   }
   all_.pop_back();
   nodes_.pop_back();
+}
+
+Relationship relationshipOf(pugi::xml_node element) {
+  return {element.attribute("Id").value(), element.attribute("Type").value(),
+          element.attribute("Target").value(),
+          basic::EqualsIgnoreCase(element.attribute("TargetMode").value(), "External")};
 }
 
 std::string relationshipsPartName(std::string_view source) {

@@ -33,6 +33,9 @@ class Relationships {
   int lastNumber_ = 0;  // the largest N of an id "rIdN"
 };
 
+/// What an element Relationship says (ECMA-376 part 2, 9.3.2.2).
+Relationship relationshipOf(pugi::xml_node element);
+
 /// The name of the part that stores a source's relationships; the source of the
 /// package's own has the empty name.
 std::string relationshipsPartName(std::string_view source);

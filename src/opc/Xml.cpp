@@ -14,12 +14,9 @@ namespace {
 constexpr unsigned int ParseOptions = pugi::parse_full | pugi::parse_ws_pcdata;
 
 [[noreturn]] void failAt(std::string_view text, std::ptrdiff_t offset, const char* reason) {
-  const std::string_view before =
-      text.substr(0, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)));
-  const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-  const std::size_t lineBegin = before.rfind('\n') + 1;
-  fail("line " + std::to_string(line) + ", column " + std::to_string(before.size() - lineBegin + 1) + ": " +
-       reason);
+  Place place;
+  place.pass(text.substr(0, static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0))));
+  fail(place.text() + ": " + reason);
 }
 
 /// The prefix that this program's code uses for a namespace; empty for others.
@@ -137,15 +134,28 @@ std::unique_ptr<pugi::xml_document> parse(std::string& text, const std::function
   auto document = std::make_unique<pugi::xml_document>();
   const pugi::xml_parse_result result = document->load_buffer_inplace(text.data(), size, ParseOptions);
   if (!result) failAt(reread(), result.offset, result.description());
-  for (pugi::xml_node node : document->children()) {
-    if (node.type() == pugi::node_doctype) {
-      fail("it has a document type declaration, which a presentation may not have");
-    }
+  if (hasDocumentType(*document)) {
+    fail("it has a document type declaration, which a presentation may not have");
   }
   const pugi::xml_node root = document->document_element();
   if (size > HarmlessSize && isTooDeep(root)) fail("its elements are nested too deeply");
   useCanonicalPrefixes(root);
   return document;
+}
+
+bool hasDocumentType(const pugi::xml_document& document) {
+  return static_cast<bool>(
+      document.find_child([](pugi::xml_node node) { return node.type() == pugi::node_doctype; }));
+}
+
+void Place::pass(std::string_view piece) {
+  const std::size_t lineEnd = piece.rfind('\n');
+  line_ += static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n'));
+  column_ = lineEnd == std::string_view::npos ? column_ + piece.size() : piece.size() - lineEnd;
+}
+
+std::string Place::text() const {
+  return "line " + std::to_string(line_) + ", column " + std::to_string(column_);
 }
 
 std::string serialize(const pugi::xml_document& document) {

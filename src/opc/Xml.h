@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <pugixml.hpp>
@@ -15,6 +16,22 @@ namespace opc::xml {
 /// basic::Error with the reason (line and column) alone; the caller knows the part.
 /// Parsing overwrites the text: `reread` gives it once more, to tell the place of a fault.
 std::unique_ptr<pugi::xml_document> parse(std::string& text, const std::function<std::string()>& reread);
+
+/// A document type declaration may define entities without end; no part of a package has one.
+bool hasDocumentType(const pugi::xml_document& document);
+
+/// A place in a text that is gone through piece by piece.
+class Place {
+ public:
+  /// Behind this piece.
+  void pass(std::string_view piece);
+  /// Counted from 1, columns in bytes: "line 3, column 14".
+  [[nodiscard]] std::string text() const;
+
+ private:
+  std::uint64_t line_ = 1;
+  std::uint64_t column_ = 1;
+};
 
 std::string serialize(const pugi::xml_document& document);
 /// Appends a node with all that is in it.

@@ -147,7 +147,7 @@ Found recognised(const Reader& file) {
 
 PictureFile asPicture(std::string bytes, const std::string& name) {
   const auto refuse = [&](const std::string& why) {
-    opc::fail(opc::inQuotes(name) + " cannot be shown: " + why);
+    opc::fail(basic::InQuotes(name) + " cannot be shown: " + why);
   };
   const Found found = recognised(Reader(bytes));
   if (found.contentType.empty()) {

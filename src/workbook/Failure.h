@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "basic/Error.h"
+#include "basic/Quotes.h"
 
 namespace workbook {
 
@@ -13,12 +14,8 @@ namespace workbook {
   throw basic::Error(basic::AdapterError, "workbook", std::move(description));
 }
 
-inline std::string inQuotes(std::string_view text) {
-  return std::string(1, '\'').append(text).append(1, '\'');
-}
-
 [[noreturn]] inline void failOpening(std::string_view path, std::string_view reason) {
-  fail("workbook " + inQuotes(path) + " cannot be opened: " + std::string(reason));
+  fail("workbook " + basic::InQuotes(path) + " cannot be opened: " + std::string(reason));
 }
 
 }  // namespace workbook

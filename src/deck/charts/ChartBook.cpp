@@ -46,7 +46,7 @@ ChartBook::ChartBook(std::string bytes, std::string name, const ChartBlock& bloc
 }
 
 void ChartBook::refuse(const std::string& why) const {
-  fail("its embedded workbook " + inQuotes(name_) + " cannot take the data: " + why);
+  fail("its embedded workbook " + basic::InQuotes(name_) + " cannot take the data: " + why);
 }
 
 void ChartBook::findSheet() {
@@ -55,17 +55,17 @@ void ChartBook::findSheet() {
     const std::string name = entry.attribute("name").value();
     if (block_.sheet && !basic::EqualsIgnoreCase(name, *block_.sheet)) continue;
     opc::Part* part = workbook_->target(entry.attribute("r:id").value());
-    if (part == nullptr) refuse("the part of its sheet " + inQuotes(name) + " is missing");
+    if (part == nullptr) refuse("the part of its sheet " + basic::InQuotes(name) + " is missing");
     const SheetXml sheet(part->xml());
     if (!sheet.child(sheet.root(), "sheetData")) {
       if (!block_.sheet) continue;  // a sheet of another kind
-      refuse("its sheet " + inQuotes(name) + " is no worksheet");
+      refuse("its sheet " + basic::InQuotes(name) + " is no worksheet");
     }
     sheetName_ = name;
     sheet_ = part;
     return;
   }
-  refuse(block_.sheet ? "it has no sheet " + inQuotes(*block_.sheet) : "it has no worksheet");
+  refuse(block_.sheet ? "it has no sheet " + basic::InQuotes(*block_.sheet) : "it has no worksheet");
 }
 
 void ChartBook::readTables() {
@@ -82,7 +82,7 @@ void ChartBook::readTables() {
     const bool holdsData = area.firstRow == block_.firstRow && area.firstColumn == block_.firstColumn;
     if (holdsData && (table.attribute("headerRowCount").as_int(1) == 0 ||
                       table.attribute("totalsRowCount").as_int() > 0)) {
-      refuse("its table " + inQuotes(table.attribute("displayName").value()) +
+      refuse("its table " + basic::InQuotes(table.attribute("displayName").value()) +
              " has no header or a row of totals");
     }
     tables_.push_back({part, area, holdsData});

@@ -106,9 +106,10 @@ void requireNumbers(const MSGraph::Table& table, std::size_t column) {
     if (textRow == 0) textRow = row;
   }
   if (textRow == 0) return;
-  fail("its column " + inQuotes(nameOf(table, column)) + " holds text where the chart needs numbers (" +
-       inQuotes(basic::Left(textOf(table.cell(textRow, column)), 40)) + " in row " + std::to_string(textRow) +
-       ")");
+  fail("its column " + basic::InQuotes(nameOf(table, column)) +
+       " holds text where the chart needs numbers (" +
+       basic::InQuotes(basic::Left(textOf(table.cell(textRow, column)), 40)) + " in row " +
+       std::to_string(textRow) + ")");
 }
 
 ChartData::Column columnOf(const MSGraph::Table& table, std::size_t column) {

@@ -33,12 +33,13 @@ void RefillableChart::findBook() {
     return;
   }
   if (relationship->external) {
-    fail("its data lie in another file, " + inQuotes(relationship->target) +
+    fail("its data lie in another file, " + basic::InQuotes(relationship->target) +
          "; embed the workbook (in PowerPoint: File, Info, Edit Links to Files, Break Link, or paste it "
          "embedded)");
   }
   book_ = part_.target(*relationship);
-  if (book_ == nullptr) fail("its embedded workbook " + inQuotes(relationship->target) + " is missing");
+  if (book_ == nullptr)
+    fail("its embedded workbook " + basic::InQuotes(relationship->target) + " is missing");
   ChartBook book(std::string(book_->bytes()), book_->name(), block_);
   block_.sheet = book.sheet();
   // A workbook that would fail as the deck is saved fails now.
@@ -86,7 +87,8 @@ RefillableChart& ChartStore::of(opc::Part& slide, pugi::xml_node frame) {
   if (!reference) fail("it is a chart of a newer kind (chartex), which only PowerPoint can refill");
   const char* id = reference.attribute("r:id").value();
   opc::Part* part = slide.target(id);
-  if (part == nullptr) fail("the part that the relationship " + inQuotes(id) + " should lead to is missing");
+  if (part == nullptr)
+    fail("the part that the relationship " + basic::InQuotes(id) + " should lead to is missing");
   const auto known = charts_.find(part);
   if (known != charts_.end()) return *known->second;
   auto chart = std::make_unique<RefillableChart>(*part);

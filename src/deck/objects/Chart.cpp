@@ -10,7 +10,7 @@ auto Chart::explain(const Step& step) const {
   try {
     return step();
   } catch (const basic::Error& error) {
-    fail("The chart " + inQuotes(presentationml::shapeName(frame_)) + " on slide " +
+    fail("The chart " + basic::InQuotes(presentationml::shapeName(frame_)) + " on slide " +
          std::to_string(slideIndex_) + " cannot be refilled: " + error.description + ".");
   }
 }

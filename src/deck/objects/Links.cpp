@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cctype>
 
+#include "basic/Percent.h"
 #include "basic/Strings.h"
 #include "deck/Failure.h"
-#include "opc/Percent.h"
 #include "pictures/PictureFile.h"
 
 namespace deck {
@@ -28,7 +28,7 @@ bool isUrl(std::string_view target) {
 }  // namespace
 
 std::shared_ptr<MSGraph::Chart> OLEFormat::Object() {
-  fail("An object of the kind " + inQuotes(progId_) +
+  fail("An object of the kind " + basic::InQuotes(progId_) +
        " cannot be refilled; a chart of PowerPoint 2007 or later can.");
 }
 
@@ -36,7 +36,7 @@ std::string sourcePath(std::string_view target, std::string_view deckPath) {
   constexpr std::string_view Scheme = "file:";
   const bool isFile = basic::EqualsIgnoreCase(target.substr(0, Scheme.size()), Scheme);
   if (!isFile && isUrl(target)) return std::string(target);
-  std::string path = opc::percentDecoded(isFile ? target.substr(Scheme.size()) : target);
+  std::string path = basic::PercentDecoded(isFile ? target.substr(Scheme.size()) : target);
   if (!isFile) {
     if (hasDrive(path) || path.starts_with('/') || path.starts_with('\\')) return path;
     const std::size_t folderEnd = deckPath.find_last_of("/\\");

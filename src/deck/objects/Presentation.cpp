@@ -27,7 +27,7 @@ Presentation::Presentation(std::unique_ptr<opc::Package> package, std::string pa
       tags_(*package_),
       pictures_(*package_) {
   part_ = package_->related(opc::relationship::OfficeDocument);
-  const std::string refused = inQuotes(package_->name()) + " cannot be opened: ";
+  const std::string refused = basic::InQuotes(package_->name()) + " cannot be opened: ";
   if (part_ == nullptr) fail(refused + "its presentation part is missing");
   if (rootName(*part_) != "p:presentation") {
     fail(refused + "it is no presentation; its main part holds <" + std::string(rootName(*part_)) + ">");
@@ -41,10 +41,10 @@ void Presentation::loadSlides() {
   for (pugi::xml_node node : part_->xml().document_element().child("p:sldIdLst").children("p:sldId")) {
     const std::string id = node.attribute("r:id").value();
     const std::string which =
-        inQuotes(package_->name()) + " cannot be opened: slide " + std::to_string(slides_.size() + 1);
+        basic::InQuotes(package_->name()) + " cannot be opened: slide " + std::to_string(slides_.size() + 1);
     const opc::Relationship* relationship = part_->relationship(id);
     if (relationship == nullptr)
-      fail(which + " refers to the relationship " + inQuotes(id) + ", which is missing");
+      fail(which + " refers to the relationship " + basic::InQuotes(id) + ", which is missing");
     opc::Part* target = part_->target(*relationship);
     if (target == nullptr) fail(which + ": its part " + relationship->target + " is missing");
     const pugi::xml_node root = target->xml().document_element();
@@ -94,7 +94,7 @@ void Presentation::write() {
 
 void Presentation::requireWhole() const {
   if (damages_.empty()) return;
-  fail(inQuotes(package_->name()) + " cannot be saved, as it is damaged: " + damages_.front().text);
+  fail(basic::InQuotes(package_->name()) + " cannot be saved, as it is damaged: " + damages_.front().text);
 }
 
 void Presentation::SaveCopyAs(std::string_view fileName) {
@@ -172,8 +172,8 @@ void Presentation::showPicture(std::int32_t slideIndex, pugi::xml_node shape, pi
 
 void Presentation::requirePicture(std::int32_t slideIndex, pugi::xml_node shape) const {
   if (pictureOf(shape)) return;
-  fail("The shape " + inQuotes(presentationml::shapeName(shape)) + " on slide " + std::to_string(slideIndex) +
-       " holds no picture whose place another could take.");
+  fail("The shape " + basic::InQuotes(presentationml::shapeName(shape)) + " on slide " +
+       std::to_string(slideIndex) + " holds no picture whose place another could take.");
 }
 
 void Presentation::showLinkedObject(std::int32_t slideIndex, std::uint32_t shapeId,
@@ -203,8 +203,8 @@ std::int32_t Presentation::slideCount() const { return static_cast<std::int32_t>
 
 const Presentation::SlideEntry& Presentation::slide(std::int32_t index) const {
   if (index < 1 || index > slideCount()) {
-    fail("There is no slide " + std::to_string(index) + " in " + inQuotes(package_->name()) + ", which has " +
-         std::to_string(slideCount()) + ".");
+    fail("There is no slide " + std::to_string(index) + " in " + basic::InQuotes(package_->name()) +
+         ", which has " + std::to_string(slideCount()) + ".");
   }
   return slides_[static_cast<std::size_t>(index - 1)];
 }

@@ -56,8 +56,8 @@ class Repairer {
       giveLayout(slide, part);
     }
     if (slide > 0 && blank == static_cast<std::size_t>(slide)) {
-      fail(inQuotes(package_.name()) + " cannot be opened: none of its slides can be read; of the last, " +
-           lastReason_ + ".");
+      fail(basic::InQuotes(package_.name()) +
+           " cannot be opened: none of its slides can be read; of the last, " + lastReason_ + ".");
     }
     return std::move(damages_);
   }

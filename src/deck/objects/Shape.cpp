@@ -23,12 +23,14 @@ std::shared_ptr<PowerPoint::Shape> Shapes::Item(std::int32_t index) {
 
 std::shared_ptr<PowerPoint::Shape> Shapes::Item(std::string_view name) {
   const pugi::xml_node node = presentation_->shapesOf(slideIndex_).find(name);
-  if (!node) fail("There is no shape " + inQuotes(name) + " on slide " + std::to_string(slideIndex_) + ".");
+  if (!node)
+    fail("There is no shape " + basic::InQuotes(name) + " on slide " + std::to_string(slideIndex_) + ".");
   return std::make_shared<Shape>(presentation_, slideIndex_, node);
 }
 
 void Shape::failFor(const char* what) const {
-  fail("The shape " + inQuotes(Name()) + " on slide " + std::to_string(slideIndex_) + " " + what + ".");
+  fail("The shape " + basic::InQuotes(Name()) + " on slide " + std::to_string(slideIndex_) + " " + what +
+       ".");
 }
 
 bool Shape::HasTextFrame() const { return std::string_view(node_.name()) == "p:sp"; }

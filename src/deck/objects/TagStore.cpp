@@ -146,8 +146,8 @@ void TagStore::read(TagList& list) {
     const std::string id = reference.attribute("r:id").value();
     opc::Part* part = list.source_->target(id);
     if (part == nullptr) {
-      fail("The tags of " + list.source_->name() + " in " + inQuotes(package_.name()) +
-           " cannot be read: the part of relationship " + inQuotes(id) + " is missing.");
+      fail("The tags of " + list.source_->name() + " in " + basic::InQuotes(package_.name()) +
+           " cannot be read: the part of relationship " + basic::InQuotes(id) + " is missing.");
     }
     const std::size_t group = list.groups_.size();
     list.groups_.push_back({id, part});
@@ -226,8 +226,8 @@ void TagStore::writeGroup(TagList& list, std::size_t group, Uses& uses) {
 void TagStore::addGroup(TagList& list) {
   pugi::xml_node parent = customDataParent(list.owner_);
   if (!parent) {
-    fail("The shape " + inQuotes(presentationml::shapeName(list.owner_)) + " in " + list.source_->name() +
-         " has no place for tags (p:nvPr is missing).");
+    fail("The shape " + basic::InQuotes(presentationml::shapeName(list.owner_)) + " in " +
+         list.source_->name() + " has no place for tags (p:nvPr is missing).");
   }
   opc::Part& part = package_.add(package_.freeName("ppt/tags/tag", ".xml"), ContentType, std::string(NoTags));
   const std::string id = package_.addRelationship(*list.source_, RelationshipType, part);

@@ -65,7 +65,7 @@ SlideShow::SlideShow(Application& application, std::shared_ptr<deck::Presentatio
                      host::Loop& loop, const SlideShowOptions& options, SlideShowListener* listener)
     : application_(application), presentation_(std::move(presentation)), listener_(listener) {
   if (presentation_->slideCount() == 0) {
-    fail(inQuotes(presentation_->FullName()) + " has no slide to show.");
+    fail(basic::InQuotes(presentation_->FullName()) + " has no slide to show.");
   }
   const deck::SlideShowSettings settings(*presentation_);
   const bool hasRange = options.firstSlide || options.lastSlide;

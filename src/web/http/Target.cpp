@@ -1,28 +1,16 @@
 #include "web/http/Target.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "basic/Percent.h"
 #include "basic/Strings.h"
 
 namespace web {
 namespace {
 
+/// As HTML forms write it (WHATWG URL, application/x-www-form-urlencoded).
 std::string decoded(std::string_view text) {
-  std::string plain;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    unsigned char code = 0;
-    if (text[i] == '%' && i + 2 < text.size()) {
-      const char* const digits = text.data() + i + 1;
-      if (std::from_chars(digits, digits + 2, code, 16).ptr == digits + 2) {
-        plain += static_cast<char>(code);
-        i += 2;
-        continue;
-      }
-    }
-    plain += text[i] == '+' ? ' ' : text[i];
-  }
-  return plain;
+  return basic::PercentDecoded(basic::Replace(text, "+", " "));
 }
 
 }  // namespace

@@ -12,23 +12,23 @@ namespace workbook {
 namespace {
 
 /// The part that the package is about.
-std::string mainPart(const Archive& archive) {
-  if (archive.has("mimetype")) {
-    failOpening(archive.path(), "it is an OpenDocument file; give it the name that belongs to it (.ods)");
+std::string mainPart(const Parts& parts) {
+  if (parts.has("mimetype")) {
+    failOpening(parts.path(), "it is an OpenDocument file; give it the name that belongs to it (.ods)");
   }
-  std::string part = targetOfKind(readRelationships(archive, ""), "officeDocument");
-  if (part.empty()) failOpening(archive.path(), "it is a ZIP archive, but no workbook");
+  std::string part = targetOfKind(readRelationships(parts, ""), "officeDocument");
+  if (part.empty()) failOpening(parts.path(), "it is a ZIP archive, but no workbook");
   if (part.ends_with(".bin")) {
-    failOpening(archive.path(), "it is a binary workbook; give it the name that belongs to it (.xlsb)");
+    failOpening(parts.path(), "it is a binary workbook; give it the name that belongs to it (.xlsb)");
   }
   return part;
 }
 
-[[noreturn]] void failAsOther(const Archive& archive, std::string_view root) {
+[[noreturn]] void failAsOther(const Parts& parts, std::string_view root) {
   const std::string what = root == "presentation" ? "a presentation"
                            : root == "document"   ? "a text document"
-                                                  : "a document of " + inQuotes(root);
-  failOpening(archive.path(), "it is " + what + ", no workbook");
+                                                  : "a document of " + basic::InQuotes(root);
+  failOpening(parts.path(), "it is " + what + ", no workbook");
 }
 
 /// A list for a message, not without end.
@@ -36,7 +36,7 @@ class NameList {
  public:
   void add(std::string_view name) {
     if (++count_ > Most) return;
-    text_ += (count_ == 1 ? "" : ", ") + inQuotes(name);
+    text_ += (count_ == 1 ? "" : ", ") + basic::InQuotes(name);
   }
   [[nodiscard]] std::string text() const {
     if (count_ == 0) return "none";
@@ -53,13 +53,13 @@ constexpr std::string_view Example = "Enter A1:B2 for cells A1, A2, B1 and B2";
 
 }  // namespace
 
-Book::Book(host::Bytes bytes, const std::string& path) : archive_(std::move(bytes), path) {
-  const std::string part = mainPart(archive_);
-  const auto document = xml::parse(archive_, part);
+Book::Book(std::string bytes, const std::string& path) : parts_(std::move(bytes), path) {
+  const std::string part = mainPart(parts_);
+  const auto document = xml::parse(parts_, part);
   const pugi::xml_node root = document->document_element();
-  if (xml::localName(root.name()) != "workbook") failAsOther(archive_, xml::localName(root.name()));
+  if (xml::localName(root.name()) != "workbook") failAsOther(parts_, xml::localName(root.name()));
 
-  const std::vector<Relationship> relationships = readRelationships(archive_, part);
+  const std::vector<Relationship> relationships = readRelationships(parts_, part);
   stylesPart_ = targetOfKind(relationships, "styles");
   stringsPart_ = targetOfKind(relationships, "sharedStrings");
   themePart_ = targetOfKind(relationships, "theme");
@@ -86,12 +86,12 @@ Book::Book(host::Bytes bytes, const std::string& path) : archive_(std::move(byte
 }
 
 SharedStrings& Book::strings() {
-  if (!strings_) strings_ = std::make_unique<SharedStrings>(archive_, stringsPart_);
+  if (!strings_) strings_ = std::make_unique<SharedStrings>(parts_, stringsPart_);
   return *strings_;
 }
 
 const Styles& Book::styles() {
-  if (!styles_) styles_ = std::make_unique<Styles>(archive_, stylesPart_);
+  if (!styles_) styles_ = std::make_unique<Styles>(parts_, stylesPart_);
   return *styles_;
 }
 
@@ -101,15 +101,18 @@ std::size_t Book::find(std::string_view name) const {
   for (std::size_t i = 0; i < sheets_.size(); ++i) {
     if (sheets_[i].isWorksheet) worksheets.add(sheets_[i].name);
     if (!isSameName(sheets_[i].name, name)) continue;
-    if (found) fail("workbook " + inQuotes(archive_.path()) + " has several sheets named " + inQuotes(name));
+    if (found)
+      fail("workbook " + basic::InQuotes(parts_.path()) + " has several sheets named " +
+           basic::InQuotes(name));
     found = i;
   }
   const std::string list = ". Its worksheets: " + worksheets.text();
   if (!found) {
-    fail("workbook " + inQuotes(archive_.path()) + " has no sheet named " + inQuotes(name) + list);
+    fail("workbook " + basic::InQuotes(parts_.path()) + " has no sheet named " + basic::InQuotes(name) +
+         list);
   }
   if (!sheets_[*found].isWorksheet) {
-    fail("sheet " + inQuotes(name) + " of workbook " + inQuotes(archive_.path()) +
+    fail("sheet " + basic::InQuotes(name) + " of workbook " + basic::InQuotes(parts_.path()) +
          " has no cells: it is a chart or a dialog" + list);
   }
   return *found;
@@ -135,14 +138,14 @@ Book::Target Book::resolve(std::size_t sheet, std::string_view reference) const 
       for (const DefinedName& defined : names_) {
         if (!defined.isHidden && (!defined.sheet || defined.sheet == sheet)) known.add(defined.name);
       }
-      fail("invalid range specification " + inQuotes(reference) + " for workbook " +
-           inQuotes(archive_.path()) + ". " + std::string(Example) +
+      fail("invalid range specification " + basic::InQuotes(reference) + " for workbook " +
+           basic::InQuotes(parts_.path()) + ". " + std::string(Example) +
            ", or a defined name (there are: " + known.text() + ")");
     }
     parsed = basic::ParseReference(name->refersTo);
     if (!parsed) {
-      fail("the name " + inQuotes(reference) + " of workbook " + inQuotes(archive_.path()) +
-           " does not stand for one range of cells, but for " + inQuotes(name->refersTo) + ". " +
+      fail("the name " + basic::InQuotes(reference) + " of workbook " + basic::InQuotes(parts_.path()) +
+           " does not stand for one range of cells, but for " + basic::InQuotes(name->refersTo) + ". " +
            std::string(Example));
     }
   }

@@ -9,7 +9,7 @@
 
 #include "basic/CellReference.h"
 #include "basic/numberformat/NumberFormat.h"
-#include "workbook/book/Archive.h"
+#include "workbook/book/Parts.h"
 #include "workbook/book/SharedStrings.h"
 #include "workbook/book/Styles.h"
 
@@ -38,9 +38,9 @@ struct DefinedName {
 class Book {
  public:
   /// Throws basic::Error, with the path as the file's name.
-  Book(host::Bytes bytes, const std::string& path);
+  Book(std::string bytes, const std::string& path);
 
-  [[nodiscard]] const Archive& archive() const { return archive_; }
+  [[nodiscard]] const Parts& parts() const { return parts_; }
   /// In the order of the workbook.
   [[nodiscard]] const std::vector<SheetEntry>& sheets() const { return sheets_; }
   [[nodiscard]] const std::vector<DefinedName>& names() const { return names_; }
@@ -65,7 +65,7 @@ class Book {
  private:
   [[nodiscard]] const DefinedName* findName(std::size_t sheet, std::string_view name) const;
 
-  Archive archive_;
+  Parts parts_;
   std::string stylesPart_;
   std::string stringsPart_;
   std::string themePart_;

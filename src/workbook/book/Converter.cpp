@@ -7,6 +7,7 @@
 
 #include "process/ChildProcess.h"
 #include "workbook/Failure.h"
+#include "workbook/book/SourceFile.h"
 
 namespace workbook {
 namespace {
@@ -92,10 +93,10 @@ void Converter::run(const std::string& path, const fs::path& job, const fs::path
                         ". It needs its part Calc (" + std::string(Package) + ")");
 }
 
-host::Bytes Converter::convert(const std::string& path, const SourceFile& source) {
+std::string Converter::convert(const std::string& path, const opc::FileContent& source) {
   std::error_code error;
   if (const auto known = converted_.find(path); known != converted_.end()) {
-    if (known->second.stamp == source.stamp && fs::exists(known->second.file, error)) {
+    if (known->second.state == source.state && fs::exists(known->second.file, error)) {
       return readSourceFile(known->second.file.string(), loop_).bytes;
     }
     fs::remove(known->second.file, error);
@@ -110,14 +111,13 @@ host::Bytes Converter::convert(const std::string& path, const SourceFile& source
   // A copy under a name without surprises, which nobody locks or writes to.
   const fs::path input = job / ("workbook" + fs::path(path).extension().string());
   fs::create_directory(job, error);
-  std::ofstream(input, std::ios::binary)
-      .write(source.bytes.data.get(), static_cast<std::streamsize>(source.bytes.size));
+  std::ofstream(input, std::ios::binary) << source.bytes;
   run(path, job, input);
 
   const fs::path result = folder_->path() / (number + ".xlsx");
   fs::rename(job / "out" / "workbook.xlsx", result, error);
   if (error) failOpening(path, "its conversion cannot be kept: " + error.message());
-  converted_.insert_or_assign(path, Converted{source.stamp, result});
+  converted_.insert_or_assign(path, Converted{source.state, result});
   return readSourceFile(result.string(), loop_).bytes;
 }
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "host/services.h"
+#include "opc/Files.h"
 #include "process/TemporaryFolder.h"
-#include "workbook/book/SourceFile.h"
 
 namespace workbook {
 
@@ -29,11 +29,11 @@ class Converter {
 
   /// The bytes of the .xlsx. The loop runs until it is there. Throws basic::Error
   /// when LibreOffice is not installed, fails or takes too long.
-  host::Bytes convert(const std::string& path, const SourceFile& source);
+  std::string convert(const std::string& path, const opc::FileContent& source);
 
  private:
   struct Converted {
-    FileStamp stamp;
+    opc::FileState state;
     std::filesystem::path file;
   };
 

@@ -53,9 +53,9 @@ std::size_t endOfMarkup(std::string_view text, std::size_t at) {
 
 }  // namespace
 
-ElementStream::ElementStream(const Archive& archive, std::string part, std::string_view container,
+ElementStream::ElementStream(const Parts& parts, std::string part, std::string_view container,
                              std::string_view item)
-    : archive_(archive), part_(std::move(part)), stream_(archive.open(part_)) {
+    : parts_(parts), part_(std::move(part)), stream_(parts.open(part_)) {
   findContainer(container);
   itemName_ = prefix_ + std::string(item);
   itemTag_ = "<" + itemName_;
@@ -66,7 +66,7 @@ ElementStream::ElementStream(const Archive& archive, std::string part, std::stri
 bool ElementStream::fill(std::size_t size) {
   const std::size_t before = buffer_.size();
   if (before >= size || partEnded_) return before >= size;
-  if (offset_ + size > MaximumPartSize) archive_.failIn(part_, "has more than 4 GB");
+  if (offset_ + size > MaximumPartSize) parts_.failIn(part_, "has more than 4 GB");
   buffer_.resize(size);
   buffer_.resize(before + stream_.read(buffer_.data() + before, size - before));
   partEnded_ = buffer_.size() < size;
@@ -82,7 +82,7 @@ void ElementStream::findContainer(std::string_view container) {
     const std::size_t end = at == None ? None : endOfMarkup(buffer_, at);
     if (end == None) {
       if (partEnded_) failAt(buffer_.size(), "there is no element " + std::string(container));
-      if (buffer_.size() >= MaximumHeadSize) archive_.failIn(part_, "has more than 4 MB before its data");
+      if (buffer_.size() >= MaximumHeadSize) parts_.failIn(part_, "has more than 4 MB before its data");
       fill(buffer_.size() * 2);
       at = at == None ? buffer_.size() : at;
       continue;
@@ -153,7 +153,7 @@ bool ElementStream::parseBlock() {
     }
     if (cut != None) break;
     if (partEnded_) failAt(buffer_.size(), "the part ends in the middle");
-    if (size >= MaximumItemSize) archive_.failIn(part_, "has an element of more than 64 MB");
+    if (size >= MaximumItemSize) parts_.failIn(part_, "has an element of more than 64 MB");
   }
 
   const std::string_view block = std::string_view(buffer_).substr(0, cut);
@@ -179,7 +179,7 @@ pugi::xml_node ElementStream::next() {
 }
 
 void ElementStream::failAt(std::size_t at, std::string_view reason) const {
-  xml::failAt(archive_, part_, offset_ + at, reason);
+  xml::failAt(parts_, part_, offset_ + at, reason);
 }
 
 }  // namespace workbook

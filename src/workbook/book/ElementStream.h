@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "workbook/book/Archive.h"
+#include "workbook/book/Parts.h"
 
 namespace workbook {
 
@@ -16,7 +16,7 @@ class ElementStream {
  public:
   /// Reads up to the start of `container`; names are without prefix. Throws
   /// basic::Error with part, line and column here and in next().
-  ElementStream(const Archive& archive, std::string part, std::string_view container, std::string_view item);
+  ElementStream(const Parts& parts, std::string part, std::string_view container, std::string_view item);
 
   /// The next item, null when the container ends. It and all its text is valid
   /// until the next call.
@@ -35,7 +35,7 @@ class ElementStream {
   bool parseBlock();
   [[noreturn]] void failAt(std::size_t at, std::string_view reason) const;
 
-  const Archive& archive_;
+  const Parts& parts_;
   std::string part_;
   PartStream stream_;
   std::string prefix_;

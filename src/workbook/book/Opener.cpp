@@ -4,13 +4,14 @@
 
 #include "workbook/Failure.h"
 #include "workbook/book/FileKind.h"
+#include "workbook/book/SourceFile.h"
 
 namespace workbook {
 
 std::shared_ptr<Book> Opener::open(const std::string& path) {
-  SourceFile source = readSourceFile(path, loop_);
+  opc::FileContent source = readSourceFile(path, loop_);
   const Reader reader = readerOf(path);
-  const std::string reason = reasonAgainst({source.bytes.data.get(), source.bytes.size}, reader);
+  const std::string reason = reasonAgainst(source.bytes, reader);
   if (!reason.empty()) failOpening(path, reason);
   if (reader == Reader::LibreOffice) source.bytes = converter_.convert(path, source);
   return std::make_shared<Book>(std::move(source.bytes), path);

@@ -1,46 +1,29 @@
 #include "workbook/book/Relationships.h"
 
-#include <utility>
-
-#include "basic/Strings.h"
+#include "basic/Percent.h"
+#include "opc/Relationships.h"
 #include "workbook/book/Xml.h"
 
 namespace workbook {
 namespace {
 
-/// A target relative to the folder of the part that names it, or from the root.
-std::string resolved(std::string_view folder, std::string_view target) {
-  std::vector<std::string> steps;
-  if (!target.starts_with('/')) steps = basic::Split(folder, '/');
-  for (std::string& step : basic::Split(target, '/')) {
-    if (step == ".." && !steps.empty()) {
-      steps.pop_back();
-    } else if (!step.empty() && step != "." && step != "..") {
-      steps.push_back(std::move(step));
-    }
-  }
-  std::string path;
-  for (const std::string& step : steps) path += (path.empty() ? "" : "/") + step;
-  return path;
+std::string targetOf(const Parts& parts, std::string_view part, const opc::Relationship& relationship) {
+  if (relationship.external) return {};
+  std::string target = opc::resolveTarget(part, relationship.target);
+  return parts.has(target) ? target : basic::PercentDecoded(target);
 }
 
 }  // namespace
 
-std::vector<Relationship> readRelationships(const Archive& archive, std::string_view part) {
-  const std::size_t slash = part.rfind('/');
-  const std::string_view folder = slash == std::string_view::npos ? "" : part.substr(0, slash);
-  const std::string_view name = slash == std::string_view::npos ? part : part.substr(slash + 1);
-  const std::string listed = resolved(folder, "_rels/" + std::string(name) + ".rels");
+std::vector<Relationship> readRelationships(const Parts& parts, std::string_view part) {
+  const std::string listed = opc::relationshipsPartName(part);
   std::vector<Relationship> relationships;
-  if (!archive.has(listed)) return relationships;
-
-  const auto document = xml::parse(archive, listed);
+  if (!parts.has(listed)) return relationships;
+  const auto document = xml::parse(parts, listed);
   for (pugi::xml_node node : document->document_element().children()) {
-    const std::string_view type = xml::attribute(node, "Type");
-    const bool isOutside = xml::attribute(node, "TargetMode") == "External";
-    relationships.push_back({std::string(xml::attribute(node, "Id")),
-                             std::string(type.substr(type.rfind('/') + 1)),
-                             isOutside ? "" : resolved(folder, xml::attribute(node, "Target"))});
+    const opc::Relationship each = opc::relationshipOf(node);
+    relationships.push_back(
+        {each.id, each.type.substr(each.type.rfind('/') + 1), targetOf(parts, part, each)});
   }
   return relationships;
 }

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "workbook/book/Archive.h"
+#include "workbook/book/Parts.h"
 
 namespace workbook {
 
@@ -19,7 +19,7 @@ struct Relationship {
 
 /// The relationships of a part (of the package for ""), none without a part of
 /// them.
-std::vector<Relationship> readRelationships(const Archive& archive, std::string_view part);
+std::vector<Relationship> readRelationships(const Parts& parts, std::string_view part);
 
 /// The target of the first one of a kind; empty when there is none.
 std::string targetOfKind(const std::vector<Relationship>& relationships, std::string_view kind);

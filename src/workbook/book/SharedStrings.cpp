@@ -12,11 +12,11 @@ constexpr std::size_t MaximumCount = std::size_t{1} << 26U;
 
 }  // namespace
 
-SharedStrings::SharedStrings(const Archive& archive, std::string part)
-    : archive_(archive), part_(std::move(part)), ended_(part_.empty()) {}
+SharedStrings::SharedStrings(const Parts& parts, std::string part)
+    : parts_(parts), part_(std::move(part)), ended_(part_.empty()) {}
 
 void SharedStrings::readNext() {
-  if (!stream_) stream_.emplace(archive_, part_, "sst", "si");
+  if (!stream_) stream_.emplace(parts_, part_, "sst", "si");
   const pugi::xml_node item = stream_->next();
   if (!item) {
     ended_ = true;
@@ -24,8 +24,8 @@ void SharedStrings::readNext() {
     return;
   }
   appendRichText(texts_, item, stream_->prefix());
-  if (texts_.size() > MaximumSize) archive_.failIn(part_, "has more than 1 GB of text");
-  if (ends_.size() == MaximumCount) archive_.failIn(part_, "has more than 67,108,864 texts");
+  if (texts_.size() > MaximumSize) parts_.failIn(part_, "has more than 1 GB of text");
+  if (ends_.size() == MaximumCount) parts_.failIn(part_, "has more than 67,108,864 texts");
   ends_.push_back(static_cast<std::uint32_t>(texts_.size()));
 }
 

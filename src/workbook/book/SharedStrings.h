@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "workbook/book/Archive.h"
 #include "workbook/book/ElementStream.h"
+#include "workbook/book/Parts.h"
 
 namespace workbook {
 
@@ -16,8 +16,8 @@ namespace workbook {
 /// for, and kept in one buffer.
 class SharedStrings {
  public:
-  /// Without a part there are no texts. The archive outlives it.
-  SharedStrings(const Archive& archive, std::string part);
+  /// Without a part there are no texts. The parts outlive it.
+  SharedStrings(const Parts& parts, std::string part);
 
   /// Empty for a number that has no text. Valid until the next call.
   std::string_view at(std::size_t index);
@@ -25,7 +25,7 @@ class SharedStrings {
  private:
   void readNext();
 
-  const Archive& archive_;
+  const Parts& parts_;
   std::string part_;
   std::optional<ElementStream> stream_;
   bool ended_ = false;

@@ -6,9 +6,9 @@
 
 namespace workbook {
 
-Styles::Styles(const Archive& archive, const std::string& part) {
+Styles::Styles(const Parts& parts, const std::string& part) {
   if (part.empty()) return;
-  const auto document = xml::parse(archive, part);
+  const auto document = xml::parse(parts, part);
   const pugi::xml_node root = document->document_element();
   std::map<std::uint32_t, std::string> custom;
   for (pugi::xml_node format : xml::child(root, "numFmts").children()) {

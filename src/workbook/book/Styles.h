@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "basic/numberformat/NumberFormat.h"
-#include "workbook/book/Archive.h"
+#include "workbook/book/Parts.h"
 
 namespace workbook {
 
@@ -23,7 +23,7 @@ struct CellFormat {
 class Styles {
  public:
   /// Without a part every cell is General.
-  Styles(const Archive& archive, const std::string& part);
+  Styles(const Parts& parts, const std::string& part);
 
   /// General for a style that the workbook does not have.
   [[nodiscard]] const CellFormat& at(std::size_t style) const;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "basic/Strings.h"
+#include "opc/Xml.h"
 
 namespace workbook::xml {
 namespace {
@@ -39,35 +40,28 @@ std::optional<Fault> findFault(std::string_view text) {
   return std::nullopt;
 }
 
-void failAt(const Archive& archive, const std::string& part, std::uint64_t offset, std::string_view reason) {
-  PartStream stream = archive.open(part);
+void failAt(const Parts& parts, const std::string& part, std::uint64_t offset, std::string_view reason) {
+  PartStream stream = parts.open(part);
   std::vector<char> block(64U << 10U);
-  std::uint64_t line = 1;
-  std::uint64_t column = 1;
+  opc::xml::Place place;
   while (offset > 0) {
     const std::size_t got = stream.read(block.data(), std::min<std::uint64_t>(block.size(), offset));
     if (got == 0) break;
-    const std::string_view text(block.data(), got);
-    const std::size_t lineEnd = text.rfind('\n');
-    line += static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
-    column = lineEnd == std::string_view::npos ? column + got : got - lineEnd;
+    place.pass({block.data(), got});
     offset -= got;
   }
-  archive.failIn(part, "is no proper XML in line " + std::to_string(line) + ", column " +
-                           std::to_string(column) + ": " + std::string(reason));
+  parts.failIn(part, "is no proper XML in " + place.text() + ": " + std::string(reason));
 }
 
-std::unique_ptr<pugi::xml_document> parse(const Archive& archive, const std::string& part) {
-  const std::string text = archive.read(part);
-  if (const auto fault = findFault(text)) failAt(archive, part, fault->offset, fault->reason);
+std::unique_ptr<pugi::xml_document> parse(const Parts& parts, const std::string& part) {
+  const std::string text = parts.read(part);
+  if (const auto fault = findFault(text)) failAt(parts, part, fault->offset, fault->reason);
   auto document = std::make_unique<pugi::xml_document>();
   const pugi::xml_parse_result result = document->load_buffer(
       text.data(), text.size(), pugi::parse_default | pugi::parse_doctype, pugi::encoding_utf8);
-  if (!result) failAt(archive, part, static_cast<std::uint64_t>(result.offset), result.description());
-  for (pugi::xml_node node : document->children()) {
-    if (node.type() == pugi::node_doctype) {
-      failAt(archive, part, text.find("<!DOCTYPE"), "a workbook may have no document type declaration");
-    }
+  if (!result) failAt(parts, part, static_cast<std::uint64_t>(result.offset), result.description());
+  if (opc::xml::hasDocumentType(*document)) {
+    failAt(parts, part, text.find("<!DOCTYPE"), "a workbook may have no document type declaration");
   }
   return document;
 }

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "workbook/book/Archive.h"
+#include "workbook/book/Parts.h"
 
 namespace workbook::xml {
 
@@ -24,11 +24,11 @@ bool isUtf16(std::string_view text);
 
 /// Parses a small part. Throws basic::Error with the part, line and column; a
 /// document type declaration is refused.
-std::unique_ptr<pugi::xml_document> parse(const Archive& archive, const std::string& part);
+std::unique_ptr<pugi::xml_document> parse(const Parts& parts, const std::string& part);
 
 /// Fails at a byte of a part, telling line and column, which takes reading the
 /// part up to there.
-[[noreturn]] void failAt(const Archive& archive, const std::string& part, std::uint64_t offset,
+[[noreturn]] void failAt(const Parts& parts, const std::string& part, std::uint64_t offset,
                          std::string_view reason);
 
 /// Without the prefix: writers choose prefixes as they like, and the names are

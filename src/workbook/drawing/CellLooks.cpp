@@ -85,10 +85,10 @@ std::vector<pugi::xml_node> items(pugi::xml_node root, std::string_view list) {
 
 }  // namespace
 
-CellLooks::CellLooks(const Archive& archive, const std::string& stylesPart, const std::string& themePart) {
+CellLooks::CellLooks(const Parts& parts, const std::string& stylesPart, const std::string& themePart) {
   if (stylesPart.empty()) return;
-  const Palette palette(archive, themePart);
-  const auto document = xml::parse(archive, stylesPart);
+  const Palette palette(parts, themePart);
+  const auto document = xml::parse(parts, stylesPart);
   const pugi::xml_node root = document->document_element();
   const auto fonts = items(root, "fonts");
   const auto fills = items(root, "fills");

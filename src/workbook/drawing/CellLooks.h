@@ -51,7 +51,7 @@ class CellLooks {
  public:
   /// Parts that are empty names are not there; then cells look as in a new
   /// workbook.
-  CellLooks(const Archive& archive, const std::string& stylesPart, const std::string& themePart);
+  CellLooks(const Parts& parts, const std::string& stylesPart, const std::string& themePart);
 
   /// That of a new workbook for a style that there is not.
   [[nodiscard]] const CellLook& at(std::size_t style) const;

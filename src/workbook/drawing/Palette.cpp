@@ -71,9 +71,9 @@ Rgb tinted(Rgb color, double tint) {
 
 }  // namespace
 
-Palette::Palette(const Archive& archive, const std::string& themePart) : theme_(UsualTheme) {
+Palette::Palette(const Parts& parts, const std::string& themePart) : theme_(UsualTheme) {
   if (themePart.empty()) return;
-  const auto document = xml::parse(archive, themePart);
+  const auto document = xml::parse(parts, themePart);
   const pugi::xml_node scheme =
       xml::child(xml::child(document->document_element(), "themeElements"), "clrScheme");
   for (std::size_t i = 0; i < ThemeNames.size(); ++i) {

@@ -6,7 +6,7 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "workbook/book/Archive.h"
+#include "workbook/book/Parts.h"
 
 namespace workbook {
 
@@ -17,7 +17,7 @@ using Rgb = std::uint32_t;
 class Palette {
  public:
   /// Without a theme its colours are the usual ones.
-  Palette(const Archive& archive, const std::string& themePart);
+  Palette(const Parts& parts, const std::string& themePart);
 
   /// What a colour element (`color`, `fgColor`, ...) stands for; nothing for an
   /// automatic or missing one and for what cannot be read.

@@ -92,8 +92,8 @@ class RangeDrawing {
       : book_(book),
         sheet_(book.sheets()[target.sheet]),
         area_(target.area),
-        looks_(book.archive(), book.stylesPart(), book.themePart()),
-        layout_(book.archive(), sheet_.part) {
+        looks_(book.parts(), book.stylesPart(), book.themePart()),
+        layout_(book.parts(), sheet_.part) {
     area_.lastRow = std::min(area_.lastRow, area_.firstRow + MostRows - 1);
     area_.lastColumn = std::min(area_.lastColumn, area_.firstColumn + MostColumns - 1);
     for (std::uint32_t column = area_.firstColumn; column <= area_.lastColumn; ++column) {

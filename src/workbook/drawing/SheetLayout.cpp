@@ -23,9 +23,9 @@ bool isHeight(double points) { return points >= 0 && points <= 409.5; }
 
 }  // namespace
 
-SheetLayout::SheetLayout(const Archive& archive, const std::string& sheetPart)
+SheetLayout::SheetLayout(const Parts& parts, const std::string& sheetPart)
     : usualWidth_(UsualWidth), usualHeight_(UsualHeight) {
-  const auto document = xml::parse(archive, sheetPart);
+  const auto document = xml::parse(parts, sheetPart);
   const pugi::xml_node root = document->document_element();
   const pugi::xml_node view = xml::child(xml::child(root, "sheetViews"), "sheetView");
   showsGrid_ = xml::attribute(view, "showGridLines").empty() || xml::flag(view, "showGridLines");

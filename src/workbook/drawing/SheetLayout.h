@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "basic/CellReference.h"
-#include "workbook/book/Archive.h"
+#include "workbook/book/Parts.h"
 
 namespace workbook {
 
@@ -14,7 +14,7 @@ namespace workbook {
 /// CSS px; hidden columns and rows have none.
 class SheetLayout {
  public:
-  SheetLayout(const Archive& archive, const std::string& sheetPart);
+  SheetLayout(const Parts& parts, const std::string& sheetPart);
 
   [[nodiscard]] double width(std::uint32_t column) const;
   [[nodiscard]] double height(std::uint32_t row) const;

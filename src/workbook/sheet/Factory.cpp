@@ -42,8 +42,8 @@ class Sheets final : public Excel::Sheets {
   [[nodiscard]] std::int32_t Count() const override { return static_cast<std::int32_t>(worksheets_.size()); }
   [[nodiscard]] std::shared_ptr<Excel::Worksheet> Item(std::int32_t index) override {
     if (index < 1 || index > Count()) {
-      fail("workbook " + inQuotes(book_->archive().path()) + " has no worksheet " + std::to_string(index) +
-           ", it has " + std::to_string(Count()));
+      fail("workbook " + basic::InQuotes(book_->parts().path()) + " has no worksheet " +
+           std::to_string(index) + ", it has " + std::to_string(Count()));
     }
     return worksheet(worksheets_[static_cast<std::size_t>(index) - 1]);
   }

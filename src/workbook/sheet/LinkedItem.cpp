@@ -47,7 +47,7 @@ std::size_t firstWorksheet(const Book& book) {
   const auto& sheets = book.sheets();
   const auto found =
       std::find_if(sheets.begin(), sheets.end(), [](const auto& each) { return each.isWorksheet; });
-  if (found == sheets.end()) fail("workbook " + inQuotes(book.archive().path()) + " has no worksheet");
+  if (found == sheets.end()) fail("workbook " + basic::InQuotes(book.parts().path()) + " has no worksheet");
   return static_cast<std::size_t>(found - sheets.begin());
 }
 

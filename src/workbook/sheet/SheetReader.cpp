@@ -14,8 +14,8 @@ namespace {
 
 const std::string& partOf(const Book& book, const SheetEntry& sheet) {
   if (sheet.part.empty()) {
-    fail("workbook " + inQuotes(book.archive().path()) + " does not say where its sheet " +
-         inQuotes(sheet.name) + " is");
+    fail("workbook " + basic::InQuotes(book.parts().path()) + " does not say where its sheet " +
+         basic::InQuotes(sheet.name) + " is");
   }
   return sheet.part;
 }
@@ -37,7 +37,7 @@ SheetReader::SheetReader(const Book& book, const SheetEntry& sheet, const basic:
     : book_(book),
       sheet_(sheet),
       area_(area),
-      rows_(book.archive(), partOf(book, sheet), "sheetData", "row"),
+      rows_(book.parts(), partOf(book, sheet), "sheetData", "row"),
       cells_(area.lastColumn - area.firstColumn + 1) {}
 
 std::optional<basic::Area> SheetReader::declared() const {
@@ -55,8 +55,8 @@ bool SheetReader::next() {
     const pugi::xml_attribute named = row.attribute("r");
     const auto number = named ? xml::number(named.value()) : row_ + 1;
     if (!number || *number <= row_ || *number > basic::MaximumRow) {
-      book_.archive().failIn(sheet_.part,
-                             "has a row " + inQuotes(named.value()) + " after row " + std::to_string(row_));
+      book_.parts().failIn(
+          sheet_.part, "has a row " + basic::InQuotes(named.value()) + " after row " + std::to_string(row_));
     }
     row_ = *number;
     if (row_ < area_.firstRow) continue;
@@ -90,8 +90,8 @@ void SheetReader::readCell(pugi::xml_node cell) {
     if (name == "r") {
       const auto place = basic::ParsePlace(attribute.value());
       if (!place) {
-        book_.archive().failIn(
-            sheet_.part, "has a cell " + inQuotes(attribute.value()) + " in row " + std::to_string(row_));
+        book_.parts().failIn(sheet_.part, "has a cell " + basic::InQuotes(attribute.value()) + " in row " +
+                                              std::to_string(row_));
       }
       column_ = place->column;
     } else if (name == "t") {
@@ -101,7 +101,7 @@ void SheetReader::readCell(pugi::xml_node cell) {
     }
   }
   if (column_ > basic::MaximumColumn) {
-    book_.archive().failIn(sheet_.part, "has more than 16,384 cells in row " + std::to_string(row_));
+    book_.parts().failIn(sheet_.part, "has more than 16,384 cells in row " + std::to_string(row_));
   }
   CellData data = valueOf(cell, type);
   data.style = style;

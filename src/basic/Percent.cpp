@@ -1,10 +1,10 @@
-#include "opc/Percent.h"
+#include "basic/Percent.h"
 
 #include <charconv>
 
-namespace opc {
+namespace basic {
 
-std::string percentDecoded(std::string_view text) {
+std::string PercentDecoded(std::string_view text) {
   std::string decoded;
   decoded.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -20,4 +20,4 @@ std::string percentDecoded(std::string_view text) {
   return decoded;
 }
 
-}  // namespace opc
+}  // namespace basic

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-namespace opc {
+namespace basic {
 
 /// Decodes %XX (RFC 3986); a percent sign without two hexadecimal digits stays.
-std::string percentDecoded(std::string_view text);
+std::string PercentDecoded(std::string_view text);
 
-}  // namespace opc
+}  // namespace basic
