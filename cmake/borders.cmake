@@ -7,7 +7,8 @@
 #   A static library from the source files of src/FOLDER ("render/paint"); headers of
 #   FOLDER and SEES are within its reach, and the libraries of SEES are linked. Its
 #   target has the folder's name with _ for slashes ("render_paint").
-#   With ROOMS, those folders within FOLDER belong to it.
+#   With ROOMS, those folders within FOLDER belong to it. A room sees the headers that
+#   stand in its storey beside the rooms.
 function(lumenfold_library folder)
   cmake_parse_arguments(ARG "" "" "ROOMS;SEES" ${ARGN})
   string(REPLACE "/" "_" name ${folder})
@@ -27,7 +28,8 @@ function(lumenfold_library folder)
     set_property(GLOBAL APPEND PROPERTY LUMENFOLD_ROOMS_OF_${folder} ${folder}/${room})
   endforeach()
   add_library(${name} STATIC ${sources})
-  lumenfold_reach(${name} ${folder} ${ARG_SEES})
+  cmake_path(GET folder PARENT_PATH storey)
+  lumenfold_reach(${name} ${storey} ${folder} ${ARG_SEES})
   target_link_libraries(${name} PRIVATE warnings)
   foreach(seen IN LISTS ARG_SEES)
     string(REPLACE "/" "_" library ${seen})
