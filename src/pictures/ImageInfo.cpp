@@ -1,42 +1,35 @@
-#include "pictures/ImageInfo.h"
+// The headers of picture files: which kind it is, and how large.
 
-#include <zlib.h>
+#include "pictures/ImageInfo.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <utility>
+
+#include "pictures/FileBytes.h"
 
 namespace pictures {
 
 namespace {
 
-class Bytes {
- public:
-  explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
-  [[nodiscard]] std::uint32_t byte(std::size_t at) const {
-    return at < bytes_.size() ? static_cast<unsigned char>(bytes_[at]) : 0U;
-  }
-  [[nodiscard]] std::uint32_t big16(std::size_t at) const { return byte(at) << 8 | byte(at + 1); }
-  [[nodiscard]] std::uint32_t big32(std::size_t at) const { return big16(at) << 16 | big16(at + 2); }
-  [[nodiscard]] std::uint32_t little16(std::size_t at) const { return byte(at + 1) << 8 | byte(at); }
-  [[nodiscard]] std::uint32_t little32(std::size_t at) const { return little16(at + 2) << 16 | little16(at); }
-  [[nodiscard]] std::size_t size() const { return bytes_.size(); }
-  [[nodiscard]] std::string_view at(std::size_t from, std::size_t length) const {
-    return from < bytes_.size() ? bytes_.substr(from, length) : std::string_view();
-  }
+/// The key of a header before the metafile itself ([MS-WMF] 2.3.2.3).
+constexpr std::uint32_t PlaceableWmf = 0x9AC6CDD7U;
 
- private:
-  std::string_view bytes_;
-};
-
-void setSize(ImageInfo& info, double pixelWidth, double pixelHeight, double dpiX, double dpiY) {
-  info.width = pixelWidth * 96 / (dpiX >= 1 ? dpiX : 96);
-  info.height = pixelHeight * 96 / (dpiY >= 1 ? dpiY : 96);
+/// Of a width and height in some unit of which an inch has so many; without a resolution a px each.
+void setSize(ImageInfo& info, double width, double height, double dpiX, double dpiY) {
+  info.width = width * 96 / (dpiX >= 1 ? dpiX : 96);
+  info.height = height * 96 / (dpiY >= 1 ? dpiY : 96);
 }
 
-void readPng(const Bytes& b, ImageInfo& info) {
+void setPixels(ImageInfo& info, std::uint32_t width, std::uint32_t height, double dpiX = 0, double dpiY = 0) {
+  info.pixelWidth = width;
+  info.pixelHeight = height;
+  setSize(info, width, height, dpiX, dpiY);
+}
+
+/// ISO/IEC 15948, 11.2.2 (IHDR) and 11.3.5.3 (pHYs, pixels per metre).
+void readPng(const FileBytes& b, ImageInfo& info) {
   double dpiX = 0;
   double dpiY = 0;
   for (std::size_t at = 8; at + 8 <= b.size();) {
@@ -48,37 +41,45 @@ void readPng(const Bytes& b, ImageInfo& info) {
     if (type == "IDAT" || type == "pHYs") break;
     at += 12 + static_cast<std::size_t>(b.big32(at));
   }
-  setSize(info, b.big32(16), b.big32(20), dpiX, dpiY);
+  setPixels(info, b.big32(16), b.big32(20), dpiX, dpiY);
 }
 
-void readJpeg(const Bytes& b, ImageInfo& info) {
+/// Segments to the first frame (ITU-T T.81, B.1 and B.2.2); the resolution stands in JFIF's own.
+void readJpeg(const FileBytes& b, ImageInfo& info) {
   double dpiX = 0;
   double dpiY = 0;
   for (std::size_t at = 2; at + 4 <= b.size() && b.byte(at) == 0xFF;) {
     const auto marker = b.byte(at + 1);
+    if (marker == 0xFF) {  // fill byte
+      ++at;
+      continue;
+    }
     if (marker == 0xE0 && b.at(at + 4, 4) == "JFIF") {
       const double unit = b.byte(at + 11) == 1 ? 1 : b.byte(at + 11) == 2 ? 2.54 : 0;
       dpiX = b.big16(at + 12) * unit;
       dpiY = b.big16(at + 14) * unit;
     }
     const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
-    if (frame) {
-      setSize(info, b.big16(at + 7), b.big16(at + 5), dpiX, dpiY);
-      return;
-    }
+    if (frame) return setPixels(info, b.big16(at + 7), b.big16(at + 5), dpiX, dpiY);
     at += 2 + b.big16(at + 2);
   }
 }
 
-void readWebp(const Bytes& b, ImageInfo& info) {
+/// Rows from top to bottom have a height below 0.
+void readBmp(const FileBytes& b, ImageInfo& info) {
+  const std::uint32_t height = b.little32(22);
+  setPixels(info, b.little32(18), static_cast<std::int32_t>(height) < 0 ? 0U - height : height);
+}
+
+void readWebp(const FileBytes& b, ImageInfo& info) {
   const auto chunk = b.at(12, 4);
   if (chunk == "VP8 ") {
-    setSize(info, b.little16(26) & 0x3FFFU, b.little16(28) & 0x3FFFU, 0, 0);
+    setPixels(info, b.little16(26) & 0x3FFFU, b.little16(28) & 0x3FFFU);
   } else if (chunk == "VP8L") {
     const auto bits = b.little32(21);
-    setSize(info, (bits & 0x3FFFU) + 1, (bits >> 14U & 0x3FFFU) + 1, 0, 0);
+    setPixels(info, (bits & 0x3FFFU) + 1, (bits >> 14U & 0x3FFFU) + 1);
   } else if (chunk == "VP8X") {
-    setSize(info, (b.little32(24) & 0xFFFFFFU) + 1, (b.little32(27) & 0xFFFFFFU) + 1, 0, 0);
+    setPixels(info, (b.little32(24) & 0xFFFFFFU) + 1, (b.little32(27) & 0xFFFFFFU) + 1);
   }
 }
 
@@ -120,7 +121,7 @@ void readSvg(std::string_view head, ImageInfo& info) {
 }
 
 /// Enhanced metafiles state their frame in hundredths of millimetres.
-void readEmf(const Bytes& b, ImageInfo& info) {
+void readEmf(const FileBytes& b, ImageInfo& info) {
   const auto side = [&](std::size_t from) {
     const auto length = static_cast<std::int64_t>(static_cast<std::int32_t>(b.little32(from + 8))) -
                         static_cast<std::int32_t>(b.little32(from));
@@ -131,12 +132,12 @@ void readEmf(const Bytes& b, ImageInfo& info) {
 
 /// Windows metafiles may have a header with their place in units of an inch; others
 /// say in a record what the window is, in no unit.
-void readWmf(const Bytes& b, ImageInfo& info) {
+void readWmf(const FileBytes& b, ImageInfo& info) {
   const auto difference = [&](std::size_t high, std::size_t low) {
     return std::abs(static_cast<double>(static_cast<std::int16_t>(b.little16(high))) -
                     static_cast<std::int16_t>(b.little16(low)));
   };
-  if (b.little32(0) == 0x9AC6CDD7U) {
+  if (b.little32(0) == PlaceableWmf) {
     const double unit = b.little16(14);
     setSize(info, difference(10, 6), difference(12, 8), unit, unit);
     return;
@@ -156,94 +157,56 @@ void readWmf(const Bytes& b, ImageInfo& info) {
   }
 }
 
-void readTiff(const Bytes& b, bool isBig, ImageInfo& info) {
-  const auto two = [&](std::size_t at) { return isBig ? b.big16(at) : b.little16(at); };
-  const auto four = [&](std::size_t at) { return isBig ? b.big32(at) : b.little32(at); };
-  const std::size_t directory = four(4);
-  double sides[2] = {};
-  for (std::size_t i = 0; i < two(directory); ++i) {
-    const auto entry = directory + 2 + i * 12;
-    const auto tag = two(entry);
-    constexpr std::uint32_t Width = 256;
-    constexpr std::uint32_t Height = 257;
-    if (tag > Height || entry >= b.size()) break;
-    constexpr std::uint32_t Short = 3;
-    if (tag >= Width) sides[tag - Width] = two(entry + 2) == Short ? two(entry + 8) : four(entry + 8);
-  }
-  setSize(info, sides[0], sides[1], 0, 0);
+void readTiff(const FileBytes& b, ImageInfo& info) {
+  constexpr std::uint32_t Width = 256;
+  constexpr std::uint32_t Height = 257;
+  const TiffDirectory directory(b);
+  setPixels(info, directory.value(Width), directory.value(Height));
+}
+
+/// Where the root of a drawing may begin, with or without a prefix; none when there is none.
+std::size_t svgRoot(std::string_view head) {
+  const std::size_t plain = head.find("<svg");
+  return plain != std::string_view::npos ? plain : head.find(":svg");
 }
 
 }  // namespace
 
-ImageInfo readMediaInfo(std::string_view bytes) {
-  const Bytes b(bytes);
-  if (b.at(4, 4) == "ftyp") {
-    return b.at(8, 3) == "M4A" ? ImageInfo{"audio/mp4", ".m4a"} : ImageInfo{"video/mp4", ".mp4"};
-  }
-  if (b.big32(0) == 0x1A45DFA3U) return {"video/webm", ".webm"};
-  if (b.at(0, 4) == "OggS") return {"video/ogg", ".ogg"};
-  if (b.at(0, 4) == "RIFF" && b.at(8, 4) == "WAVE") return {"audio/wav", ".wav"};
-  // MPEG audio, with or without its tags before it.
-  if (b.at(0, 3) == "ID3" || (b.byte(0) == 0xFF && (b.byte(1) & 0xE6U) == 0xE2U))
-    return {"audio/mpeg", ".mp3"};
-  return {};
-}
-
-std::optional<std::string> unpacked(std::string_view bytes) {
-  constexpr std::size_t Largest = 64U << 20U;
-  z_stream stream{};
-  constexpr int GzipOnly = 16 + MAX_WBITS;
-  if (bytes.size() > Largest || inflateInit2(&stream, GzipOnly) != Z_OK) return {};
-  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
-  stream.avail_in = static_cast<uInt>(bytes.size());
-  std::string out;
-  int state = Z_OK;
-  while (state == Z_OK && out.size() < Largest) {
-    const std::size_t done = out.size();
-    out.resize(std::max<std::size_t>(done * 2, 64U << 10U));
-    stream.next_out = reinterpret_cast<Bytef*>(out.data() + done);
-    stream.avail_out = static_cast<uInt>(out.size() - done);
-    state = inflate(&stream, Z_NO_FLUSH);
-    out.resize(out.size() - stream.avail_out);
-  }
-  inflateEnd(&stream);
-  if (state != Z_STREAM_END) return {};
-  return out;
-}
-
 ImageInfo readImageInfo(std::string_view bytes) {
-  const Bytes b(bytes);
+  const FileBytes b(bytes);
+  const std::string_view head = b.at(0, 4096);
   ImageInfo info;
   const auto is = [&](std::string_view magic) { return bytes.starts_with(magic); };
   if (is("\x89PNG\r\n\x1a\n")) {
-    info = {"image/png", ".png"};
+    info = {ImageKind::Png, "image/png", ".png"};
     readPng(b, info);
   } else if (is("\xFF\xD8\xFF")) {
-    info = {"image/jpeg", ".jpg"};
+    info = {ImageKind::Jpeg, "image/jpeg", ".jpg"};
     readJpeg(b, info);
-  } else if (is("GIF8")) {
-    info = {"image/gif", ".gif"};
-    setSize(info, b.little16(6), b.little16(8), 0, 0);
-  } else if (is("BM") && b.size() > 26) {
-    info = {"image/bmp", ".bmp"};
-    const auto height = static_cast<std::int32_t>(b.little32(22));
-    setSize(info, b.little32(18), height < 0 ? -static_cast<double>(height) : height, 0, 0);
+  } else if (is("GIF87a") || is("GIF89a")) {
+    info = {ImageKind::Gif, "image/gif", ".gif"};
+    setPixels(info, b.little16(6), b.little16(8));
+  } else if (is("BM")) {
+    info = {ImageKind::Bmp, "image/bmp", ".bmp"};
+    readBmp(b, info);
   } else if (is("RIFF") && b.at(8, 4) == "WEBP") {
-    info = {"image/webp", ".webp"};
+    info = {ImageKind::WebP, "image/webp", ".webp"};
     readWebp(b, info);
   } else if (b.little32(0) == 1 && b.at(40, 4) == " EMF") {
-    info.isConvertible = true;
+    info = {ImageKind::Emf, "image/x-emf", ".emf"};
     readEmf(b, info);
-  } else if (b.little32(0) == 0x9AC6CDD7U || b.little32(0) == 0x00090001U || b.little32(0) == 0x00090002U) {
-    info.isConvertible = true;
+  } else if (b.little32(0) == PlaceableWmf || b.little32(0) == 0x00090001U || b.little32(0) == 0x00090002U) {
+    info = {ImageKind::Wmf, "image/x-wmf", ".wmf"};
     readWmf(b, info);
   } else if (is({"II*\0", 4}) || is({"MM\0*", 4})) {
-    info.isConvertible = true;
-    readTiff(b, bytes.front() == 'M', info);
-  } else if (const auto root = b.at(0, 4096).find("<svg"); root != std::string_view::npos) {
-    info = {"image/svg+xml", ".svg"};
+    info = {ImageKind::Tiff, "image/tiff", ".tif"};
+    readTiff(b, info);
+  } else if (const auto root = svgRoot(head); root != std::string_view::npos) {
+    info = {ImageKind::Svg, "image/svg+xml", ".svg"};
     readSvg(b.at(root, b.at(root, 4096).find('>')), info);
   }
+  info.isConvertible =
+      info.kind == ImageKind::Emf || info.kind == ImageKind::Wmf || info.kind == ImageKind::Tiff;
   return info;
 }
 

@@ -1,32 +1,31 @@
 #pragma once
 
-#include <optional>
-#include <string>
+#include <cstdint>
 #include <string_view>
 
 namespace pictures {
 
+enum class ImageKind : std::uint8_t { Unknown, Png, Jpeg, Gif, Bmp, WebP, Svg, Tiff, Emf, Wmf };
+
 /// What the first bytes of a picture file tell.
 struct ImageInfo {
-  /// Null when it is no picture that browsers show.
+  ImageKind kind = ImageKind::Unknown;
+  /// Null when the kind is unknown.
   const char* contentType = nullptr;
+  /// With its dot.
   const char* extension = nullptr;
+  /// 0 of drawings, and when unknown.
+  std::uint64_t pixelWidth = 0;
+  std::uint64_t pixelHeight = 0;
   /// In CSS px at the resolution stated in the file (96 dpi if none); 0 when unknown.
   double width = 0;
   double height = 0;
-  /// A metafile or TIFF, which a PictureConverter reads; contentType is null.
+  /// A metafile or TIFF, which browsers do not show.
   bool isConvertible = false;
 };
 
-/// Reads nothing but the header; what it states is not made sure of.
+/// By the content, whatever the file's name says. Reads nothing but the header; what that states is not
+/// made sure of.
 ImageInfo readImageInfo(std::string_view bytes);
-
-/// Films and sounds that browsers may play; contentType is null for others.
-ImageInfo readMediaInfo(std::string_view bytes);
-
-/// Metafiles are also kept compressed (RFC 1952). Nothing when that is broken or
-/// larger than any picture.
-std::optional<std::string> unpacked(std::string_view bytes);
-inline bool isPacked(std::string_view bytes) { return bytes.starts_with("\x1F\x8B"); }
 
 }  // namespace pictures

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "pictures/ImageInfo.h"
+#include "pictures/MediaInfo.h"
+#include "pictures/PackedPicture.h"
 
 namespace render {
 
