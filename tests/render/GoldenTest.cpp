@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -96,14 +97,21 @@ TEST(Golden, ScenesAreAsTheFormatSays) {
             [](render::SlideRenderer& renderer) { return renderer.scene(1); });
 }
 
-/// One element a line, for comparisons that can be read.
-std::string broken(const std::string& html) {
+/// One element a line and no long lines, for comparisons that can be read.
+std::string broken(std::string_view html) {
+  constexpr std::size_t Longest = 118;
   std::string lines;
-  for (std::size_t i = 0; i < html.size(); ++i) {
-    lines += html[i];
-    if (html[i] == '>' && i + 1 < html.size() && html[i + 1] == '<') lines += '\n';
+  while (!html.empty()) {
+    std::size_t end = std::min(html.find("><"), html.size() - 1) + 1;
+    if (end > Longest) {
+      const std::size_t last = html.find_last_of(" ;", Longest - 1);
+      end = last == std::string_view::npos ? end : last + 1;
+    }
+    lines += html.substr(0, end);
+    lines += '\n';
+    html.remove_prefix(end);
   }
-  return lines + '\n';
+  return lines;
 }
 
 TEST(Golden, PagesAreAsTheyWere) {

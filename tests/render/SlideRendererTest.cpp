@@ -126,53 +126,6 @@ TEST(SlideRenderer, PicturesAreServedByNamesThatTellNothing) {
   EXPECT_TRUE(renderer.slide(2).assets.empty());
 }
 
-TEST(SlideRenderer, PictureBulletsAreDrawnInTheSizeOfTheirText) {
-  DeckBuilder builder;
-  builder.addSlide();
-  builder.addSlide();
-  builder.part("ppt/media/bullet.png", Png);
-  const auto item = [](const std::string& size, const std::string& image) {
-    return "<a:p><a:pPr marL=\"95250\" indent=\"-95250\">" + size + "<a:buBlip><a:blip r:embed=\"" + image +
-           "\"/></a:buBlip></a:pPr><a:r><a:rPr sz=\"1800\"/><a:t>item</a:t></a:r></a:p>";
-  };
-  const auto image = builder.relate(1, "image", "../media/bullet.png");
-  builder.shapes(1, deck::test::shapeWithParagraphs(2, "A", item("", image)) +
-                        deck::test::shapeWithParagraphs(3, "B", item("<a:buSzPct val=\"50000\"/>", image)) +
-                        deck::test::shapeWithParagraphs(4, "C", item("<a:buSzPts val=\"900\"/>", image)) +
-                        deck::test::shapeWithParagraphs(5, "D", item("", "rId99")));
-  const auto package = builder.package();
-  SlideRenderer renderer(*package, {.assetPrefix = "/x/", .isLive = {}});
-  const auto page = renderer.slide(1);
-  ASSERT_EQ(page.assets.size(), 1U);
-  const auto drawn = [&](const char* px) {
-    return "<img alt=\"\" src=\"/x/" + page.assets[0] + "\" style=\"width:" + px + "px;height:" + px;
-  };
-  // 18 and 9 pt on the finer grid of texts.
-  EXPECT_THAT(renderer.shape(1, 2), HasSubstr(drawn("192")));
-  EXPECT_THAT(renderer.shape(1, 3), HasSubstr(drawn("96")));
-  EXPECT_THAT(renderer.shape(1, 4), HasSubstr(drawn("96")));
-  EXPECT_THAT(renderer.shape(1, 5), HasSubstr("•"));
-}
-
-TEST(SlideRenderer, ASlideMayChangeItsTheme) {
-  const std::string shape =
-      "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"A\"/><p:cNvSpPr/><p:nvPr/></p:nvSpPr><p:spPr><a:xfrm>"
-      "<a:off x=\"0\" y=\"0\"/><a:ext cx=\"952500\" cy=\"952500\"/></a:xfrm><a:prstGeom prst=\"rect\"/>"
-      "<a:solidFill><a:schemeClr val=\"accent1\"/></a:solidFill></p:spPr></p:sp>";
-  DeckBuilder builder;
-  builder.addSlide(shape);
-  builder.addSlide(shape);
-  builder.part(
-      "ppt/theme/themeOverride1.xml",
-      "<a:themeOverride xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\"><a:clrScheme "
-      "name=\"x\"><a:accent1><a:srgbClr val=\"123456\"/></a:accent1></a:clrScheme></a:themeOverride>");
-  builder.relate(2, "themeOverride", "../theme/themeOverride1.xml");
-  const auto package = builder.package();
-  SlideRenderer renderer(*package);
-  EXPECT_THAT(renderer.slide(1).html, Not(HasSubstr("#123456")));
-  EXPECT_THAT(renderer.slide(2).html, HasSubstr("#123456"));
-}
-
 TEST(SlideRenderer, NotesTheTypefacesThatTextIsSetIn) {
   DeckBuilder builder;
   builder.addSlide(deck::test::shapeWithParagraphs(
