@@ -1,5 +1,5 @@
-// Draws a deck of which one part is hostile: nothing but Error leaves the renderer, and the pages are bounded
-// and well-formed.
+// Draws a deck of which one part is hostile: nothing but Error leaves the renderer, the pages are bounded and
+// well-formed, and the scene is bounded text that does nothing to a terminal.
 
 #include <cstdint>
 #include <cstdlib>
@@ -8,6 +8,7 @@
 #include "HostileDeck.h"
 #include "PageCheck.h"
 #include "basic/Error.h"
+#include "basic/Strings.h"
 #include "render/html/SlideRenderer.h"
 
 namespace {
@@ -18,6 +19,14 @@ constexpr std::size_t LargestPage = 16U << 20U;
 void check(const std::string& html) {
   if (html.size() > LargestPage) std::abort();
   checkMarkup(html);
+}
+
+void checkScene(const std::string& scene) {
+  constexpr std::size_t LargestScene = 5U << 20U;
+  if (scene.size() > LargestScene || !basic::IsValidUtf8(scene)) std::abort();
+  for (const char c : scene) {
+    if ((static_cast<unsigned char>(c) < 0x20 && c != '\n') || c == 0x7F) std::abort();
+  }
 }
 
 template <typename Draw>
@@ -42,6 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     render::SlideRenderer renderer(*package, options);
     attempt([&] { check(renderer.slide(1).html); });
     attempt([&] { check(renderer.backdrop(1)); });
+    attempt([&] { checkScene(renderer.scene(1)); });
     for (std::uint32_t shape = 1; shape <= LastShapeId; ++shape) {
       attempt([&] {
         check(renderer.shape(1, shape));

@@ -42,6 +42,7 @@ Drawn draw(const std::vector<ZipEntry>& entries) {
   for (int slide = 1; slide <= presentation.slideCount(); ++slide) {
     render::SlidePage page = renderer.slide(slide);
     drawn.slides.push_back(std::move(page.html));
+    EXPECT_THAT(renderer.scene(slide), testing::StartsWith("slide " + std::to_string(slide) + " "));
     drawn.complaints += page.problems.size();
   }
   return drawn;

@@ -105,7 +105,7 @@ std::string broken(std::string_view html) {
     std::size_t end = std::min(html.find("><"), html.size() - 1) + 1;
     if (end > Longest) {
       const std::size_t last = html.find_last_of(" ;", Longest - 1);
-      end = last == std::string_view::npos ? end : last + 1;
+      if (last != std::string_view::npos) end = html[last] == ' ' && last > 0 ? last : last + 1;
     }
     lines += html.substr(0, end);
     lines += '\n';

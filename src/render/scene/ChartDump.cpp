@@ -53,7 +53,7 @@ std::string words(const ChartTitle& title) {
   for (const auto& paragraph : title.text.paragraphs) {
     for (const auto& run : paragraph.runs) text += run.text;
   }
-  return quoted(text) + (title.overlays ? " overlays" : "") + words(title.place);
+  return inQuotes(text) + (title.overlays ? " overlays" : "") + words(title.place);
 }
 
 std::string words(const ChartLabel& label) {
@@ -63,9 +63,9 @@ std::string words(const ChartLabel& label) {
   if (label.showsValue) text += " value";
   if (label.showsPercent) text += " percent";
   if (label.showsSize) text += " size";
-  if (!label.position.empty()) text += " " + quoted(label.position);
-  if (!label.format.empty()) text += " as " + quoted(label.format);
-  if (!label.text.empty()) text += " " + quoted(label.text);
+  if (!label.position.empty()) text += " " + inQuotes(label.position);
+  if (!label.format.empty()) text += " as " + inQuotes(label.format);
+  if (!label.text.empty()) text += " " + inQuotes(label.text);
   return text;
 }
 
@@ -87,20 +87,20 @@ std::string words(const ChartGroup& group) {
 }
 
 void dumpSeries(DumpLines& lines, int depth, const ChartSeries& series) {
-  std::string text = "series " + quoted(series.name) + words(series.look);
+  std::string text = "series " + inQuotes(series.name) + words(series.look);
   if (!series.marker.symbol.empty())
-    text += " marker " + quoted(series.marker.symbol) + words(series.marker.look);
+    text += " marker " + inQuotes(series.marker.symbol) + words(series.marker.look);
   if (series.isSmooth) text += " smooth";
   if (series.label && series.label->isShown()) text += words(*series.label);
   lines.add(depth++, text);
   const auto values = [&](const char* name, const ChartNumbers& numbers) {
     if (numbers.values.empty()) return;
-    const std::string format = numbers.format.empty() ? "" : " as " + quoted(numbers.format);
+    const std::string format = numbers.format.empty() ? "" : " as " + inQuotes(numbers.format);
     lines.add(depth, some(name, numbers.values, value) + format);
   };
   const std::string names = series.categories.isNumeric()
                                 ? some("categories", series.categories.numbers, value)
-                                : some("categories", series.categories.texts, quoted);
+                                : some("categories", series.categories.texts, inQuotes);
   if (!names.empty()) lines.add(depth, names);
   values("x", series.x);
   values("values", series.values);
@@ -128,7 +128,7 @@ std::string words(const ChartAxis& axis) {
   stated(" from ", axis.min);
   stated(" to ", axis.max);
   stated(" steps ", axis.major);
-  if (axis.format) text += " as " + quoted(*axis.format);
+  if (axis.format) text += " as " + inQuotes(*axis.format);
   if (axis.line) text += " line " + words(*axis.line);
   if (axis.grid) text += " grid " + words(*axis.grid);
   if (axis.title) text += " title " + words(*axis.title);
@@ -152,7 +152,7 @@ void dumpChart(DumpLines& lines, int depth, const ChartModel& chart) {
     lines.add(depth, "legend " + std::string(sides[static_cast<std::size_t>(chart.legend->side)]) +
                          (chart.legend->overlays ? " overlays" : "") + words(chart.legend->place));
   }
-  for (const auto& problem : chart.problems) lines.add(depth, "problem " + quoted(problem));
+  for (const auto& problem : chart.problems) lines.add(depth, "problem " + inQuotes(problem));
 }
 
 }  // namespace render

@@ -149,7 +149,7 @@ std::string area(const Rect& px) {
 
 std::string percent(double share) { return number(share * 100) + "%"; }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string out = "\"";
   std::size_t characters = 0;
   for (std::size_t at = 0; at < text.size();) {

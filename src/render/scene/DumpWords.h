@@ -21,7 +21,7 @@ std::string area(const Rect& px);
 std::string percent(double share);
 /// In quotation marks, the first 120 characters; quotation marks, backslashes and control characters are
 /// escaped, bytes that are no UTF-8 replaced.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 /// "#rrggbb", with the opacity where it is not whole: "#rrggbb/50%".
 std::string words(const Color& color);

@@ -56,7 +56,7 @@ bool draws(const Box& box) {
 
 std::string words(const Box& box) {
   std::string text =
-      kindOf(box) + " " + std::to_string(box.id) + " " + quoted(box.name) + " at " + area(box.frame);
+      kindOf(box) + " " + std::to_string(box.id) + " " + inQuotes(box.name) + " at " + area(box.frame);
   if (box.rotation != 0) text += " turned " + number(box.rotation) + "°";
   if (box.flipX) text += " flipped x";
   if (box.flipY) text += " flipped y";

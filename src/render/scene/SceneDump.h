@@ -24,7 +24,7 @@ class SceneDump {
   void section(std::string_view name) { section_ = name; }
   void add(const Box& box);
   /// A sentence on what could not be read.
-  void problem(std::string_view sentence) { lines_.add(0, "problem " + quoted(sentence)); }
+  void problem(std::string_view sentence) { lines_.add(0, "problem " + inQuotes(sentence)); }
 
   /// Whether 4 MB are written; what is added from then on is left out.
   [[nodiscard]] bool isFull() const { return lines_.isFull(); }

@@ -19,10 +19,10 @@ std::string words(const Spacing& spacing) {
 std::string words(const RunStyle& style) {
   static constexpr std::string_view underlines[] = {"",        "single ", "double ", "heavy ",
                                                     "dotted ", "dashed ", "wavy "};
-  std::string text = number(style.size.value_or(UsualSize)) + " " + quoted(style.latin);
-  if (!style.eastAsian.empty()) text += " ea " + quoted(style.eastAsian);
-  if (!style.complexScript.empty()) text += " cs " + quoted(style.complexScript);
-  if (!style.symbol.empty()) text += " sym " + quoted(style.symbol);
+  std::string text = number(style.size.value_or(UsualSize)) + " " + inQuotes(style.latin);
+  if (!style.eastAsian.empty()) text += " ea " + inQuotes(style.eastAsian);
+  if (!style.complexScript.empty()) text += " cs " + inQuotes(style.complexScript);
+  if (!style.symbol.empty()) text += " sym " + inQuotes(style.symbol);
   text += " " + words(style.fill.value_or(Color{}));
   if (style.bold.value_or(false)) text += " bold";
   if (style.italic.value_or(false)) text += " italic";
@@ -67,8 +67,8 @@ std::string bullet(const Paragraph& paragraph) {
   if (paragraph.bullet.empty() && paragraph.bulletPicture == nullptr) return {};
   const auto& style = paragraph.style.bullet;
   std::string text = " bullet ";
-  text += paragraph.bulletPicture != nullptr ? paragraph.bulletPicture->name : quoted(paragraph.bullet);
-  if (style.typeface) text += " " + quoted(*style.typeface);
+  text += paragraph.bulletPicture != nullptr ? paragraph.bulletPicture->name : inQuotes(paragraph.bullet);
+  if (style.typeface) text += " " + inQuotes(*style.typeface);
   if (style.color) text += " " + words(*style.color);
   if (style.size) text += " " + words(*style.size);
   return text;
@@ -118,7 +118,7 @@ std::string words(const BodyProperties& body) {
   if (body.fontScale != 1) text += " scale " + percent(body.fontScale);
   if (body.lineReduction != 0) text += " lines less " + percent(body.lineReduction);
   if (body.fitsShape) text += " fits the shape";
-  if (!body.warp.empty()) text += " warp " + quoted(body.warp);
+  if (!body.warp.empty()) text += " warp " + inQuotes(body.warp);
   return text;
 }
 
@@ -136,7 +136,7 @@ void dumpText(DumpLines& lines, int depth, const TextBody& body, const Rect* pla
   for (const auto& paragraph : body.paragraphs) {
     lines.add(depth + 1, words(paragraph));
     for (const auto& run : paragraph.runs) {
-      const std::string what = run.kind == Run::Kind::Break ? "break" : quoted(run.text);
+      const std::string what = run.kind == Run::Kind::Break ? "break" : inQuotes(run.text);
       lines.add(depth + 2, what + " " + words(run.style));
     }
   }
