@@ -49,7 +49,7 @@ const page = await browser.newPage({ viewport: { width: 1280, height: 720 } });
 await page.goto(new URL("/?slide=1", url).href);
 await page.waitForFunction(() => document.querySelectorAll(".s").length > 0);
 
-// The moment of the paint after the text has come; the moment screens report (web/client/reports.js).
+// The moment of the paint after the text has come; the moment screens report (web/client/screen/reports.js).
 const painted = (text) =>
   page.evaluate(
     (wanted) =>

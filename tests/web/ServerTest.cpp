@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <regex>
 
@@ -72,15 +73,16 @@ TEST_F(ServerTest, ServesEveryFileThatThePageAndItsScriptsName) {
     ASSERT_EQ(200, file.status) << open[i];
     EXPECT_EQ(i > 1, file.headers.at("Cache-Control").ends_with("immutable")) << open[i];
     if (file.headers.at("Content-Type").starts_with("text/javascript")) ++scripts;
-    const std::regex name(R"re((?:src|href|from)[= ]"(?:\./|/(client/[^"]*/))([a-z]+\.[a-z]+)")re");
+    const std::regex name(R"re((?:src=|href=|from |import\()"(/client/[^"]*|\.[^"]*)")re");
     for (std::sregex_iterator found(file.body.begin(), file.body.end(), name), none; found != none; ++found) {
-      const std::string path = "/client/" + std::string(clientVersion()) + '/' + found->str(2);
+      const auto folder = std::filesystem::path(open[i]).parent_path();
+      const std::string path = (folder / found->str(1)).lexically_normal().string();
       if (std::find(open.begin(), open.end(), path) == open.end()) open.push_back(path);
     }
   }
   EXPECT_GE(scripts, 5U);
-  EXPECT_EQ(404, client.get("/client/0123456789ab/screen.js").status);
-  EXPECT_EQ(404, client.get("/client/" + std::string(clientVersion()) + "/screen.html").status);
+  EXPECT_EQ(404, client.get("/client/0123456789ab/screen/screen.js").status);
+  EXPECT_EQ(404, client.get("/client/" + std::string(clientVersion()) + "/screen/screen.html").status);
 }
 
 TEST_F(ServerTest, RunsTheCommandsOfWhoeverHoldsTheToken) {
@@ -308,7 +310,7 @@ TEST_F(ServerTest, LetsTheRemoteControlInWhenItIsFull) {
   Client only = open("/screen/events");
   only.event();
   EXPECT_EQ(200, connect().get("/remote").status);
-  EXPECT_EQ(200, connect().get("/client/" + std::string(clientVersion()) + "/remote.js").status);
+  EXPECT_EQ(200, connect().get("/client/" + std::string(clientVersion()) + "/remote/remote.js").status);
   EXPECT_EQ(503, connect().post("/api/v1/pass", "Bearer guess").status);
   std::string pass = connect().post("/api/v1/pass", "Bearer s3cret").headers.at("Set-Cookie");
   EXPECT_THAT(pass, HasSubstr("; HttpOnly; SameSite=Strict"));
@@ -346,7 +348,7 @@ TEST_F(ServerTest, SharesOnePageAmongAllWhoReadIt) {
   const auto second = routes.answer(request).body;
   EXPECT_NE(*first, *second);
   EXPECT_EQ(second, routes.answer(request).body);
-  const std::string file = "/client/" + std::string(clientVersion()) + "/slides.js";
+  const std::string file = "/client/" + std::string(clientVersion()) + "/core/slides.js";
   request.path = file;
   const auto script = routes.answer(request).body;
   EXPECT_EQ(script, routes.answer(request).body);

@@ -7,6 +7,7 @@ namespace web {
 /// A file of src/web/client/, or of src/web/bundles/ without its ".min", built into
 /// the program.
 struct ClientFile {
+  /// "core/slides.js", "charts.js"
   std::string_view name;
   std::string_view bytes;
   /// By gzip: 200 kB of charts.js instead of 590.

@@ -80,8 +80,8 @@ std::string filled(std::string_view file, const ScreenState& state) {
 
 }  // namespace
 
-std::string screenPage(const ScreenState& state) { return filled("screen.html", state); }
+std::string screenPage(const ScreenState& state) { return filled("screen/screen.html", state); }
 
-std::string remotePage(const ScreenState& state) { return filled("remote.html", state); }
+std::string remotePage(const ScreenState& state) { return filled("remote/remote.html", state); }
 
 }  // namespace web

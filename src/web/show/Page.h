@@ -6,9 +6,9 @@
 
 namespace web {
 
-/// The screen's page with the present state in it: client/screen.html, filled.
+/// The screen's page with the present state in it: client/screen/screen.html, filled.
 std::string screenPage(const ScreenState& state);
-/// The page for phones, client/remote.html; the slides come with the stream.
+/// The page for phones, client/remote/remote.html; the slides come with the stream.
 std::string remotePage(const ScreenState& state);
 
 }  // namespace web

@@ -37,7 +37,7 @@ const change = (page, from, to) =>
   page.evaluate(
     async ({ id, from, to }) => {
       const script = document.querySelector("script[type=module]").src;
-      const { changeShapes } = await import(new URL("slides.js", script));
+      const { changeShapes } = await import(new URL("../core/slides.js", script));
       const old = document.getElementById(id);
       const fresh = old.cloneNode(true);
       const drawn = fresh.querySelector("deck-chart");

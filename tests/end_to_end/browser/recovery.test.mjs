@@ -110,3 +110,30 @@ test("many screens show the same", async (t) => {
   setValues(sandbox, "everywhere");
   for (const page of pages) await waitForText(page, elementId(deck, 1, "p1 Item"), "everywhere", refresh);
 });
+
+test("a page whose server has newer scripts loads them, once", async (t) => {
+  const sandbox = new Sandbox(t);
+  const show = await sandbox.show(makeValueDeck(sandbox, "before"));
+  for (const path of ["", "remote"]) {
+    await show.command("goto/1");
+    const page = await openScreen(t, `${show.url}${path}#token=${show.token}`);
+    const growOld = async () => {
+      await page.evaluate(() => {
+        document.documentElement.dataset.version = "old";
+        window.marker = "untouched";
+      });
+    };
+    await waitForSlide(page, 1);
+    await growOld();
+    await show.command("goto/2");
+    await page.waitForFunction(() => window.marker === undefined && document.querySelector(".frame.current > #s2"));
+    // A cache that goes on giving the old page must not make it load for ever.
+    await growOld();
+    await show.command("goto/3");
+    await waitForSlide(page, 3);
+    await show.command("goto/2");
+    await waitForSlide(page, 2);
+    assert.ok(await isUntouched(page), path);
+    assert.deepEqual(page.faults, []);
+  }
+});

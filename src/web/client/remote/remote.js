@@ -1,69 +1,54 @@
 // The remote control: what is on show, and commands for it. Commands take the token,
 // from the address (…/remote#token=…) or asked for once.
 
-import { changeShapes, currentSlide, showPicture } from "./slides.js";
-import { openStream } from "./stream.js";
+import { commander, keptToken, order } from "../core/commands.js";
+import { followShow } from "../core/live.js";
+import { currentSlide } from "../core/slides.js";
 import { thumbnails } from "./thumbnails.js";
 
+const longestWait = 3000; // for the pass, which most streams do without
 const element = (id) => document.getElementById(id);
 const page = document.documentElement;
 const notice = element("notice");
-const store = localStorage;
+const token = keptToken(localStorage);
 
 let clockAhead = 0;
 let began = null;
 let hidden = [];
 let slideCount = 0;
 
-const fromAddress = new URLSearchParams(location.hash.slice(1)).get("token");
-if (fromAddress) {
-  store.setItem("token", fromAddress);
-  history.replaceState(null, "", location.pathname);
-}
-
-// Resolves when somebody has entered a token.
+// Resolves to the token that somebody enters; null when nobody does.
 function askForToken() {
   const dialog = element("ask");
   element("token").value = "";
   dialog.showModal();
   return new Promise((resolve) => {
     dialog.onclose = () => {
-      const token = element("token").value.trim();
-      if (token) store.setItem("token", token);
-      resolve(Boolean(token));
+      const entered = element("token").value.trim();
+      if (entered) token.keep(entered);
+      resolve(entered || null);
     };
   });
 }
 
-const post = (command, token) =>
-  fetch(`/api/v1/${command}`, { method: "POST", headers: { Authorization: `Bearer ${token}` } });
-
-let queue = Promise.resolve();
-function send(command) {
-  queue = queue.then(() => attempt(command)).catch(() => say("The show cannot be reached."));
-}
-
-async function attempt(command) {
-  if (!store.getItem("token") && !(await askForToken())) return;
-  const answer = await post(command, store.getItem("token"));
-  if (answer.status === 401) {
-    store.removeItem("token");
-    say("This token is not the show's.");
-  } else if (!answer.ok) {
-    say((await answer.json().catch(() => ({}))).error ?? "The show did not do this.");
-  } else {
-    navigator.vibrate?.(10);
-  }
+const command = commander(() => token.get() ?? askForToken());
+async function send(name) {
+  const { isDone, isForeign, isLost, why } = await command(name);
+  if (isForeign) token.forget();
+  if (isDone) navigator.vibrate?.(10);
+  else if (isForeign) say("This token is not the show's.");
+  else if (isLost) say("The show cannot be reached.");
+  else if (why) say(why);
 }
 
 let silence;
 function say(text) {
   notice.textContent = text;
   clearTimeout(silence);
-  silence = setTimeout(showState, 3000);
+  silence = setTimeout(showNotice, 3000);
 }
 
-function showState() {
+function showNotice() {
   const { blank } = page.dataset;
   notice.textContent = page.hasAttribute("data-ended")
     ? "End of slide show"
@@ -88,18 +73,16 @@ async function readHidden() {
   showPosition();
 }
 
-async function show(picture, _sequence, isNext) {
-  await showPicture(picture, isNext && document.visibilityState === "visible");
-  for (const side of ["width", "height"]) document.body.style.setProperty(`--slide-${side}`, `${picture[side]}px`);
-  page.dataset.blank = picture.blank;
-  page.toggleAttribute("data-ended", picture.ended);
-  began = picture.began;
-  slideCount = picture.slideCount;
+function show(state) {
+  element("title").textContent = state.title;
+  for (const side of ["width", "height"]) document.body.style.setProperty(`--slide-${side}`, `${state[side]}px`);
+  began = state.began;
+  slideCount = state.slideCount;
   all.count(slideCount);
   for (const button of document.querySelectorAll("#blanks button")) {
-    button.ariaPressed = button.dataset.blank === picture.blank;
+    button.ariaPressed = button.dataset.blank === state.blank;
   }
-  showState();
+  showNotice();
   showPosition();
   showElapsed();
   readHidden();
@@ -124,21 +107,17 @@ for (const button of document.querySelectorAll("#blanks button")) {
 }
 setInterval(showElapsed, 1000);
 setInterval(() => document.visibilityState === "visible" && all.renew(), 5000);
-// Browsers send no token with streams and pictures; the pass lets them in when all seats are taken.
-async function askForPass() {
-  const token = store.getItem("token");
-  if (token) await post("pass", token).catch(() => {});
+
+// A browser sends no token with streams and pictures; the pass lets it in when all seats are taken.
+function askForPass() {
+  if (!token.get()) return;
+  const wait = new Promise((resolve) => setTimeout(resolve, longestWait));
+  return Promise.race([order("pass", token.get()), wait]);
 }
 
-// One event after the other, also when one has to wait for a file.
-let events = Promise.resolve();
-function inTurn(handler) {
-  return (...event) => (events = events.then(() => handler(...event)).catch((error) => console.error(error)));
-}
-openStream("/remote/events", {
+followShow("/remote/events", {
   before: askForPass,
   hello: ({ now }) => (clockAhead = now - Date.now()),
-  picture: inTurn(show),
-  shapes: inTurn((changes) => changeShapes(changes, false)),
+  state: show,
 });
-if (!store.getItem("token")) askForToken();
+if (!token.get()) askForToken();

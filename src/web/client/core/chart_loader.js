@@ -3,5 +3,5 @@
 // Without the script a slide is shown without its charts, and the next one tries again.
 export async function loadChartsFor(html) {
   if (customElements.get("deck-chart") || !html.includes("<deck-chart")) return;
-  await import("./charts.js").catch(() => {});
+  await import("../charts.js").catch(() => {});
 }

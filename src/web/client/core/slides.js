@@ -109,24 +109,24 @@ function dropOthers() {
   }
 }
 
-function swapTo(picture, isAnimated) {
+function swapTo(state, isAnimated) {
   finishGlides();
   const before = stage.querySelector(".frame.current");
   const isOther =
-    picture.current && before?.firstElementChild.id !== `s${picture.current.index}` && !isOfOldDeck(before);
-  if (isOther || !picture.current) finishTransition();
+    state.current && before?.firstElementChild.id !== `s${state.current.index}` && !isOfOldDeck(before);
+  if (isOther || !state.current) finishTransition();
   for (const side of ["left", "top", "width", "height"]) {
-    stage.style.setProperty(`--slide-${side}`, `${picture[side]}px`);
+    stage.style.setProperty(`--slide-${side}`, `${state[side]}px`);
   }
-  const current = frameFor(picture.current);
-  const next = frameFor(picture.next);
+  const current = frameFor(state.current);
+  const next = frameFor(state.next);
   for (const frame of stage.children) {
     frame.classList.toggle("current", frame === current);
     frame.inert = frame !== current;
     playMedia(frame, frame === current);
   }
   wanted = [current, next];
-  if (isOther && isAnimated && before) playTransition(before, current, picture.transition, dropOthers);
+  if (isOther && isAnimated && before) playTransition(before, current, state.transition, dropOthers);
   dropOthers();
 }
 
@@ -149,11 +149,11 @@ const pause = (milliseconds) => new Promise((resolve) => setTimeout(resolve, mil
 
 // Another deck has other slides under the same names. They are drawn behind the old
 // ones until all of them can be seen, and then change places with them at once.
-async function prepareDeck(picture) {
+async function prepareDeck(state) {
   finishTransition();
   for (const frame of stage.children) frame.dataset.old = "";
-  for (const slide of [picture.current, picture.next]) frameFor(slide);
-  const html = `${picture.current?.html}${picture.next?.html}`;
+  for (const slide of [state.current, state.next]) frameFor(slide);
+  const html = `${state.current?.html}${state.next?.html}`;
   await Promise.race([picturesLoaded(html), pause(longestLoad)]);
   await Promise.race([twoFrames(), pause(200)]); // a hidden page has no frames
 }
@@ -177,7 +177,7 @@ async function useStylesheet(name) {
     old?.remove();
     link.id = "slide-styles";
   } else {
-    link.remove(); // the next picture tries again
+    link.remove(); // the next state tries again
   }
 }
 
@@ -189,21 +189,21 @@ function keepRulesForLeaving(rules) {
     .join("\n");
 }
 
-// Draws a picture; `isAnimated` lets another slide come in by its transition.
-export async function showPicture(picture, isAnimated) {
-  await useStylesheet(picture.stylesheet);
-  await loadChartsFor(`${picture.current?.html}${picture.next?.html}`);
+// Draws a state; `isAnimated` lets another slide come in by its transition.
+export async function showState(state, isAnimated) {
+  await useStylesheet(state.stylesheet);
+  await loadChartsFor(`${state.current?.html}${state.next?.html}`);
   const page = document.documentElement;
-  if (page.dataset.deck !== picture.deck) await prepareDeck(picture);
-  page.dataset.deck = picture.deck;
+  if (page.dataset.deck !== state.deck) await prepareDeck(state);
+  page.dataset.deck = state.deck;
   const rules = document.getElementById("rules");
-  if (picture.current?.index !== currentSlide()) keepRulesForLeaving(rules);
-  if (rules.textContent !== picture.rules) rules.textContent = picture.rules;
-  swapTo(picture, isAnimated);
+  if (state.current?.index !== currentSlide()) keepRulesForLeaving(rules);
+  if (rules.textContent !== state.rules) rules.textContent = state.rules;
+  swapTo(state, isAnimated);
   if (!isAnimated) return;
-  for (const motion of picture.builds) {
+  for (const motion of state.builds) {
     const element = document.getElementById(motion.id);
-    if (element && stage.contains(element)) playBuild(element, motion, picture);
+    if (element && stage.contains(element)) playBuild(element, motion, state);
   }
 }
 

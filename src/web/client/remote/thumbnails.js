@@ -1,7 +1,7 @@
 // Small pictures of all slides, fetched when they come into sight, each in a tree of
 // its own, as ids occur on the stage as well.
 
-import { loadChartsFor } from "./chart_loader.js";
+import { loadChartsFor } from "../core/chart_loader.js";
 
 const oldest = 3000;
 
@@ -38,7 +38,9 @@ export function thumbnails(container, choose) {
     button.className = "thumbnail";
     button.dataset.slide = slide;
     button.ariaLabel = `Slide ${slide}`;
-    button.append(document.createElement("div"), document.createElement("span"));
+    const small = document.createElement("div");
+    small.className = "stage";
+    button.append(small, document.createElement("span"));
     button.lastElementChild.textContent = slide;
     button.addEventListener("click", () => choose(slide));
     buttons.set(slide, button);

@@ -1,12 +1,12 @@
 // The event stream with its own way of coming back. Every event that counts has
-// a number; a stream starts with the whole picture and then counts up by one.
+// a number; a stream starts with the whole state and then counts up by one.
 
 const firstPause = 500;
 const longestPause = 15000;
 
 // `picture` and `shapes` are called with the event's data, its number, and whether it
-// follows straight on what came before; `hello` with what the server says first; `before`
-// when the stream is about to be asked for.
+// follows straight on what came before; `hello` with what the server says first. `before`
+// is awaited whenever the stream is about to be asked for.
 export function openStream(url, { before, hello, picture, shapes }) {
   let source;
   let number;
@@ -16,13 +16,14 @@ export function openStream(url, { before, hello, picture, shapes }) {
 
   async function connect() {
     source?.close();
+    clearTimeout(silence);
     await before?.();
     source = new EventSource(url);
     source.onerror = reconnect;
     source.addEventListener("beat", heard);
     source.addEventListener("hello", (event) => {
       number = undefined;
-      hello?.(JSON.parse(event.data));
+      hello(JSON.parse(event.data));
     });
     source.addEventListener("picture", (event) => {
       const data = JSON.parse(event.data);
@@ -51,7 +52,7 @@ export function openStream(url, { before, hello, picture, shapes }) {
   }
 
   function reconnect() {
-    source?.close();
+    source.close();
     clearTimeout(silence);
     const pause = Math.min(longestPause, firstPause * 2 ** failures++);
     setTimeout(connect, pause * (0.5 + Math.random() / 2));

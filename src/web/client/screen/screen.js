@@ -1,0 +1,45 @@
+// The screen: draws what the server's event stream says. It never shows an
+// error; while the server is away, what it shows stands.
+
+import { commander, keptToken } from "../core/commands.js";
+import { followShow } from "../core/live.js";
+import { currentSlide } from "../core/slides.js";
+import { listenToKeys } from "./keys.js";
+import { hidePointerWhenIdle } from "./pointer.js";
+import { reporter } from "./reports.js";
+import { fitStage } from "./stage.js";
+import { showProgress } from "./waiting.js";
+
+const page = document.documentElement;
+const reports = reporter();
+
+// What this screen has asked for and has yet to come: a second key that is pressed in
+// the meantime means the opposite of the first.
+let askedBlank = null;
+const command = commander(keptToken(sessionStorage).get);
+async function send(name) {
+  const blank = name.match(/^blank\/(.*)/)?.[1].replace("off", "none");
+  if (blank) askedBlank = blank;
+  const { isDone } = await command(name);
+  if (!isDone) askedBlank = null;
+}
+
+function show(state) {
+  showProgress(state.progress);
+  page.toggleAttribute("data-kiosk", state.kiosk);
+  page.toggleAttribute("data-transparent", state.transparent);
+  if (state.blank === askedBlank) askedBlank = null;
+}
+
+fitStage();
+hidePointerWhenIdle();
+followShow(`/screen/events${location.search}`, {
+  hello: ({ screen }) => reports.named(screen),
+  state: show,
+  changed: (number) => reports.changed(currentSlide(), number),
+});
+listenToKeys({
+  send,
+  isKiosk: () => page.hasAttribute("data-kiosk"),
+  blank: () => askedBlank ?? page.dataset.blank,
+});
