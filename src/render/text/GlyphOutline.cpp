@@ -20,8 +20,13 @@ void GlyphOutline::add(FT_Outline& outline, double x) {
       },
       [](const FT_Vector* to, void* self) {
         auto& glyph = *static_cast<GlyphOutline*>(self);
+        const auto start = glyph.last_;
         const auto end = glyph.at(*to);
-        glyph.bend(glyph.last_, end, end, end);
+        // Even pieces.
+        const auto along = [&](double share) {
+          return Point{start.x + (end.x - start.x) * share, start.y + (end.y - start.y) * share};
+        };
+        glyph.bend(start, along(1.0 / 3), along(2.0 / 3), end);
         return 0;
       },
       [](const FT_Vector* control, const FT_Vector* to, void* self) {
