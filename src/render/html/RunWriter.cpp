@@ -27,6 +27,12 @@ bool startsWithSymbol(std::string_view text) {
          static_cast<unsigned char>(text[1]) <= 0x83;
 }
 
+std::string_view strike(const RunStyle& style) {
+  const auto strike = style.strike.value_or(Strike::None);
+  if (strike == Strike::None) return {};
+  return strike == Strike::Double ? "text-decoration:line-through double;" : "text-decoration:line-through;";
+}
+
 }  // namespace
 
 RunLook lookOf(const RunStyle& style, const BodyProperties& properties) {
@@ -59,19 +65,17 @@ void RunWriter::lookDifference(const RunLook& look, const RunLook& base) {
 
 void RunWriter::decoration(const RunStyle& style) {
   const auto underline = style.underline.value_or(Underline::None);
-  const auto strike = style.strike.value_or(Strike::None);
-  if (underline != Underline::None || strike != Strike::None) {
-    out_ << "text-decoration:";
-    if (underline != Underline::None) out_ << "underline ";
-    if (strike != Strike::None) out_ << "line-through ";
-    if (underline == Underline::Double || (underline == Underline::None && strike == Strike::Double))
-      out_ << "double ";
+  if (underline != Underline::None) {
+    out_ << "text-decoration:underline ";
+    if (underline == Underline::Double) out_ << "double ";
     if (underline == Underline::Dotted) out_ << "dotted ";
     if (underline == Underline::Dashed) out_ << "dashed ";
     if (underline == Underline::Wavy) out_ << "wavy ";
     if (underline == Underline::Heavy) out_ << ".12em ";
-    if (style.underlineColor && underline != Underline::None) out_ << *style.underlineColor;
+    if (style.underlineColor) out_ << *style.underlineColor;
     out_ << ';';
+  } else {
+    out_ << strike(style);
   }
   const auto caps = style.caps.value_or(Caps::None);
   if (caps == Caps::All) out_ << "text-transform:uppercase;";
@@ -148,6 +152,10 @@ void RunWriter::run(const Run& run, std::string_view text, const RunLook& look, 
   decoration(run.style);
   std::swap(style, out_);
   if (style.size() > 0) out_ << "<span style=\"" << style.str() << "\">";
+  // The kind and colour of an underline would be the strike's as well.
+  const bool isStruckToo = run.style.underline.value_or(Underline::None) != Underline::None &&
+                           run.style.strike.value_or(Strike::None) != Strike::None;
+  if (isStruckToo) out_ << "<span style=\"" << strike(run.style) << "\">";
   if (isSymbolFont(run.style.latin)) {
     out_.text(fromSymbolFont(run.style.latin, text));
   } else if (startsWithSymbol(text)) {
@@ -166,6 +174,7 @@ void RunWriter::run(const Run& run, std::string_view text, const RunLook& look, 
       }
     });
   }
+  if (isStruckToo) out_ << "</span>";
   if (style.size() > 0) out_ << "</span>";
 }
 
