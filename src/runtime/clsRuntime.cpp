@@ -114,7 +114,9 @@ void clsRuntime::ReadSlide(std::int32_t slide) {
 
 clsSlide clsRuntime::ReadSlideProperties(PowerPoint::Slide& slide) {
   clsSlide properties;
-  for (const std::string& problem : properties.ReadTags(*slide.Tags())) {
+  std::vector<std::string> problems;
+  KeepGoing("ReadSlideProperties", [&] { problems = properties.ReadTags(*slide.Tags()); });
+  for (const std::string& problem : problems) {
     KeepGoing("ReadSlideProperties", [&] {
       throw basic::Error(basic::AdapterError, basic::DefaultSource,
                          "Slide " + std::to_string(slide.SlideIndex()) + ": " + problem);
