@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "basic/Error.h"
+#include "basic/IniLine.h"
 #include "basic/Strings.h"
 #include "host/drives.h"
 
@@ -16,13 +17,6 @@ constexpr std::uintmax_t LongestFile = 64 * 1024;
 [[noreturn]] void fail(const std::filesystem::path& file, std::string_view why) {
   throw basic::Error(basic::AdapterError, "ADODB.Connection",
                      "The file data source " + file.string() + " cannot be read: " + std::string(why) + ".");
-}
-
-std::string_view withoutBlanks(std::string_view text) {
-  constexpr std::string_view Blanks = " \t\r";
-  const std::size_t begin = text.find_first_not_of(Blanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(Blanks) - begin + 1);
 }
 
 std::string_view withoutBraces(std::string_view value) {
@@ -41,14 +35,12 @@ ConnectionString settingsIn(const std::filesystem::path& path) {
   bool isOurs = false;
   bool found = false;
   for (std::string line; std::getline(file, line);) {
-    const std::string_view text = withoutBlanks(line);
-    if (basic::StartsWith(text, "[")) {
-      isOurs = basic::EqualsIgnoreCase(text, "[ODBC]");
+    const basic::IniLine said = basic::ReadIniLine(line);
+    if (said.kind == basic::IniLine::Kind::Section) {
+      isOurs = basic::EqualsIgnoreCase(said.name, "ODBC");
       found = found || isOurs;
-    } else if (const std::size_t equals = text.find('=');
-               isOurs && equals != std::string_view::npos && text[0] != ';' && text[0] != '#') {
-      settings.set(withoutBlanks(text.substr(0, equals)),
-                   withoutBraces(withoutBlanks(text.substr(equals + 1))));
+    } else if (said.kind == basic::IniLine::Kind::Entry && isOurs) {
+      settings.set(said.name, withoutBraces(said.value));
     }
   }
   if (!found) fail(path, "it has no section [ODBC]");

@@ -84,21 +84,7 @@ char32_t DecodeUtf8(std::string_view text, std::size_t& at) {
 }
 
 void AppendUtf8(std::string& text, char32_t c) {
-  if (!IsCharacter(c)) c = ReplacementCharacter;
-  const auto append = [&text](char32_t byte) { text += static_cast<char>(byte); };
-  if (c < 0x80) return append(c);
-  if (c < 0x800) {
-    append(0xC0U | c >> 6U);
-  } else {
-    if (c < 0x10000) {
-      append(0xE0U | c >> 12U);
-    } else {
-      append(0xF0U | c >> 18U);
-      append(0x80U | (c >> 12U & 0x3FU));
-    }
-    append(0x80U | (c >> 6U & 0x3FU));
-  }
-  append(0x80U | (c & 0x3FU));
+  EncodeUtf8(c, [&text](char byte) { text += byte; });
 }
 
 std::size_t Len(std::string_view text) {

@@ -19,6 +19,26 @@ constexpr bool IsCharacter(char32_t c) { return c < 0xD800 || (c >= 0xE000 && c 
 /// that continue it.
 char32_t DecodeUtf8(std::string_view text, std::size_t& at);
 
+/// Calls `take` with each byte of a character as UTF-8; of ReplacementCharacter in place of what is none.
+template <typename Take>
+constexpr void EncodeUtf8(char32_t c, Take&& take) {
+  const auto byte = [&take](char32_t bits) { take(static_cast<char>(bits)); };
+  if (c < 0x80) return byte(c);
+  if (!IsCharacter(c)) c = ReplacementCharacter;
+  if (c < 0x800) {
+    byte(0xC0U | c >> 6U);
+  } else {
+    if (c < 0x10000) {
+      byte(0xE0U | c >> 12U);
+    } else {
+      byte(0xF0U | c >> 18U);
+      byte(0x80U | (c >> 12U & 0x3FU));
+    }
+    byte(0x80U | (c >> 6U & 0x3FU));
+  }
+  byte(0x80U | (c & 0x3FU));
+}
+
 /// Appends a character as UTF-8; ReplacementCharacter in place of what is none.
 void AppendUtf8(std::string& text, char32_t c);
 

@@ -1,80 +1,43 @@
 #include "connections/TextFileEncoding.h"
 
-#include <array>
-#include <cstdint>
 #include <memory>
 #include <utility>
 
+#include "basic/Encodings.h"
 #include "basic/Strings.h"
+#include "basic/Utf8.h"
 
 namespace LF2000 {
 namespace {
-
-constexpr char32_t Replacement = 0xFFFD;
-
-/// Characters of Windows-1252 at 0x80 to 0x9F; the others have their own number.
-constexpr std::array<char32_t, 32> Windows1252 = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 /// Takes characters one by one: only counts their bytes while `out` is null.
 struct Utf8Writer {
   char* out = nullptr;
   std::size_t size = 0;
 
-  void Byte(char32_t value) {
-    if (out != nullptr) out[size] = static_cast<char>(value);
+  void Byte(char value) {
+    if (out != nullptr) out[size] = value;
     ++size;
   }
   void Character(char32_t c) {
-    if (c < 0x80) {
-      Byte(c);
-    } else if (c < 0x800) {
-      Byte(0xC0U | (c >> 6U));
-      Byte(0x80U | (c & 0x3FU));
-    } else {
-      if (c < 0x10000) {
-        Byte(0xE0U | (c >> 12U));
-      } else {
-        Byte(0xF0U | (c >> 18U));
-        Byte(0x80U | ((c >> 12U) & 0x3FU));
-      }
-      Byte(0x80U | ((c >> 6U) & 0x3FU));
-      Byte(0x80U | (c & 0x3FU));
-    }
+    basic::EncodeUtf8(c, [this](char byte) { Byte(byte); });
   }
 };
 
 void DecodeWindows1252(std::string_view bytes, Utf8Writer& writer) {
-  for (const char byte : bytes) {
-    const auto number = static_cast<unsigned char>(byte);
-    writer.Character(number >= 0x80 && number < 0xA0 ? Windows1252[number - 0x80U] : number);
-  }
+  for (const char byte : bytes) writer.Character(basic::FromWindows1252(byte));
 }
 
 template <bool BigEndian>
 void DecodeUtf16(std::string_view bytes, Utf8Writer& writer) {
-  const auto unit = [bytes](std::size_t at) -> char32_t {
-    const auto first = static_cast<unsigned char>(bytes[at]);
-    const auto second = static_cast<unsigned char>(bytes[at + 1]);
-    return BigEndian ? static_cast<char32_t>(first << 8U | second)
-                     : static_cast<char32_t>(second << 8U | first);
+  const auto unit = [bytes](std::size_t index) {
+    const auto first = static_cast<unsigned char>(bytes[2 * index]);
+    const auto second = static_cast<unsigned char>(bytes[2 * index + 1]);
+    return static_cast<char16_t>(BigEndian ? first << 8U | second : second << 8U | first);
   };
-  const auto isHigh = [](char32_t u) { return u >= 0xD800 && u < 0xDC00; };
-  const auto isLow = [](char32_t u) { return u >= 0xDC00 && u < 0xE000; };
-
-  std::size_t at = 0;
-  for (; bytes.size() - at >= 2; at += 2) {
-    const char32_t first = unit(at);
-    if (isHigh(first) && bytes.size() - at >= 4 && isLow(unit(at + 2))) {
-      writer.Character(0x10000 + ((first - 0xD800) << 10U) + (unit(at + 2) - 0xDC00));
-      at += 2;
-    } else {
-      writer.Character(isHigh(first) || isLow(first) ? Replacement : first);
-    }
-  }
-  if (at != bytes.size()) writer.Character(Replacement);
+  const std::size_t units = bytes.size() / 2;
+  for (std::size_t at = 0; at < units;) writer.Character(basic::DecodeUtf16(unit, units, at));
+  if (bytes.size() % 2 != 0) writer.Character(basic::ReplacementCharacter);
 }
 
 std::size_t SequenceLength(char lead) {
@@ -86,10 +49,10 @@ void MendUtf8(std::string_view bytes, Utf8Writer& writer) {
   for (std::size_t at = 0; at < bytes.size();) {
     const std::string_view sequence = bytes.substr(at, SequenceLength(bytes[at]));
     if (basic::IsValidUtf8(sequence)) {
-      for (const char byte : sequence) writer.Byte(static_cast<unsigned char>(byte));
+      for (const char byte : sequence) writer.Byte(byte);
       at += sequence.size();
     } else {
-      writer.Character(Replacement);
+      writer.Character(basic::ReplacementCharacter);
       ++at;
     }
   }
