@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "ado/Recordset.h"
 #include "basic/Error.h"
+#include "fakes/FakeRecordset.h"
 #include "host/adodb.h"
 
 namespace fakes {
@@ -115,7 +115,7 @@ class Database final : public ADODB::Factory {
 
    private:
     void Fill() {
-      if (filled_) rows_ = std::make_unique<ado::Recordset>();
+      if (filled_) rows_ = std::make_unique<fakes::Recordset>();
       filled_ = true;
       Fields().Append("Name", ADODB::adVarChar, 50);
       Fields().Append("Price", ADODB::adVarChar, 50);
@@ -128,7 +128,7 @@ class Database final : public ADODB::Factory {
       }
     }
     Database& database_;
-    std::unique_ptr<ado::Recordset> rows_ = std::make_unique<ado::Recordset>();
+    std::unique_ptr<fakes::Recordset> rows_ = std::make_unique<fakes::Recordset>();
     bool filled_ = false;
   };
 

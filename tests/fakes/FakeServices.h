@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "ado/Factory.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "fakes/FakeRecordset.h"
 #include "host/file_watch.h"
 #include "host/services.h"
 
@@ -381,7 +381,7 @@ class Machine {
   Meter meter;
   Shell shell;
   Registry registry;
-  ado::Factory ado;
+  DataObjects ado;
 
   /// Replaces the data components, for a test that brings its own.
   void UseAdo(ADODB::Factory* factory);

@@ -6,6 +6,7 @@
 #include <string>
 #include <thread>
 
+#include "ado/Factory.h"
 #include "ado/Recordsets.h"
 #include "ado/databases/Servers.h"
 #include "connections/clsConnection.h"
@@ -22,6 +23,7 @@ using testing::StartsWith;
 class SystemConnection : public testing::TestWithParam<TestServer& (*)()> {
  protected:
   SystemConnection() {
+    machine_.UseAdo(&ado_);
     machine_.loop.onDoEvents = [] { std::this_thread::sleep_for(std::chrono::milliseconds(1)); };
   }
   void open(const std::string& source) {
@@ -36,6 +38,7 @@ class SystemConnection : public testing::TestWithParam<TestServer& (*)()> {
   }
 
   TestServer& server_ = GetParam()();
+  ado::Factory ado_;
   fakes::Machine machine_;
   LF2000::clsConnection connection_;
 };
