@@ -98,7 +98,20 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
 
  private:
   /// Work that an early look has to wait for, under way as long as this lives.
-  class Passing;
+  class Passing {
+   public:
+    Passing(FrmRuntimeTimer& form, bool& flag) : form_(form), flag_(flag) { flag_ = true; }
+    ~Passing() {
+      flag_ = false;
+      form_.TakeUpEarlyLook();
+    }
+    Passing(const Passing&) = delete;
+    Passing& operator=(const Passing&) = delete;
+
+   private:
+    FrmRuntimeTimer& form_;
+    bool& flag_;
+  };
 
   FrmRuntimeTimer() = default;
   void CreateTimers();

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "addin/support/modErrors.h"
+#include "fakes/FakePowerPoint.h"
+#include "fakes/FakeServices.h"
+#include "runtime/clsRuntime.h"
+
+namespace LF2000 {
+
+inline constexpr const char* Prices = "/decks/prices.txt";
+
+/// A show of a deck whose connection 001 is a text file.
+struct RuntimeShow : testing::Test {
+  fakes::Machine machine;
+  std::shared_ptr<fakes::Presentation> deck = std::make_shared<fakes::Presentation>();
+  std::shared_ptr<fakes::Window> window = std::make_shared<fakes::Window>(deck);
+  clsRuntime runtime;
+
+  RuntimeShow() {
+    machine.files.Write(Prices, "Item\tPrice\nTea\t3\n");
+    deck->tags->items = {{"CORVANE VERSION", "1"}, {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"}};
+    modErrors::SlideShowRunning = true;
+  }
+  fakes::Shape& Field(fakes::Slide& slide, const std::string& name, int row,
+                      const std::string& connection = "001", const std::string& column = "Price") {
+    fakes::Shape& shape = slide.Add(name);
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "2"},
+                         {"CORVANE COLUMN TAG", connection},
+                         {"CORVANE COLUMN COLUMNNAME", column},
+                         {"CORVANE COLUMN ROW", std::to_string(row)}};
+    return shape;
+  }
+  fakes::Shape& Clock(fakes::Slide& slide, const std::string& format) {
+    fakes::Shape& shape = slide.Add("clock");
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "1"}, {"CORVANE COLUMN DATE FORMAT", format}};
+    return shape;
+  }
+  void Start() {
+    runtime.ActivePresentation(deck);
+    runtime.StartTimers(window);
+  }
+  void GoTo(std::int32_t slide) {
+    window->position = slide;
+    runtime.SlideShowNextSlide(window);
+  }
+  std::size_t LoggedErrors() {
+    const std::string& log = machine.files.files["/addin/errors.txt"].content;
+    return static_cast<std::size_t>(std::count(log.begin(), log.end(), '\n'));
+  }
+};
+
+}  // namespace LF2000

@@ -1,0 +1,198 @@
+// The pace of a running show: its timers, and what each of them does.
+
+#include "fakes/FakeDatabase.h"
+#include "system/RuntimeShow.h"
+
+namespace LF2000 {
+namespace {
+
+using RuntimeTimersTest = RuntimeShow;
+
+TEST_F(RuntimeTimersTest, ClocksAreRewrittenWhenTheirTextChanges) {
+  fakes::Slide& first = deck->Add();
+  fakes::Shape& seconds = Clock(first, "hh:nn:ss");
+  fakes::Shape& minutes = Clock(deck->Add(), "hh:nn");
+  Start();
+  EXPECT_EQ(seconds.text, "12:00:00");
+  EXPECT_EQ(minutes.text, "12:00");
+  const int before = seconds.writes;
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(seconds.text, "12:00:10");
+  EXPECT_EQ(seconds.writes, before + 10);
+  EXPECT_EQ(minutes.writes, 1);
+  machine.clock.start = basic::DateFrom(2026, 2, 3, 9, 30);
+  machine.loop.Advance(100);
+  EXPECT_EQ(seconds.text, "09:30:10");
+  EXPECT_EQ(minutes.text, "09:30");
+}
+
+TEST_F(RuntimeTimersTest, TimersArePacedByWhatTheDeckHolds) {
+  const struct {
+    std::vector<std::pair<const char*, const char*>> tags;
+    const char* scroll;
+    std::int32_t data;
+    bool connectionsEnabled;
+    std::int32_t connections;
+  } cases[] = {
+      {{{"CORVANE CONNECTION001", "0\tP\tprices.txt\t-1\t"}}, nullptr, 1000, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"},
+        {"CORVANE CONNECTION002", "1\tP\tDSN=x\tt\t\t3000\t"}},
+       nullptr,
+       3000,
+       false,
+       100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t-2500\t"}}, nullptr, 2500, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, nullptr, 1000, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t1E12\t"}}, nullptr, 1000, false, 100},
+      {{}, nullptr, 1000, false, 100},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "True\t1\t400", 400, true, 5000},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t300\t"}}, "True\t1\t400", 300, true, 300},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, "True\t1\t400", 1000, true, 1000},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0.4\t"}}, "True\t1\t400", 1000, true, 1000},
+      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "False\t1\t400", 5000, false, 100},
+  };
+  for (const auto& c : cases) {
+    fakes::Database database;
+    machine.UseAdo(&database);
+    deck = std::make_shared<fakes::Presentation>();
+    deck->tags->Add("CORVANE VERSION", "1");
+    for (const auto& [name, value] : c.tags) deck->tags->Add(name, value);
+    fakes::Slide& slide = deck->Add();
+    if (c.scroll) slide.tags->Add("CORVANE SCROLLSTEP1", c.scroll);
+    window = std::make_shared<fakes::Window>(deck);
+    clsRuntime each;
+    each.ActivePresentation(deck);
+    each.StartTimers(window);
+    ASSERT_NE(each.Form(), nullptr);
+    EXPECT_EQ(each.Form()->tmrData().Interval(), c.data);
+    EXPECT_EQ(each.Form()->tmrConnections().Enabled(), c.connectionsEnabled);
+    EXPECT_EQ(each.Form()->tmrConnections().Interval(), c.connections);
+    EXPECT_FALSE(each.Form()->tmrClock().Enabled());
+    EXPECT_FALSE(each.Form()->tmrRefreshLinkedObjects().Enabled());
+  }
+}
+
+TEST_F(RuntimeTimersTest, ADatabaseIsRequeriedAtItsRate) {
+  const struct {
+    int rate;
+    std::int64_t fewest;
+    std::int64_t most;
+  } cases[] = {{500, 112, 121}, {1000, 57, 61}, {5000, 11, 12}};
+  for (const auto& [rate, fewest, most] : cases) {
+    for (const double start : {43200.0, 69960.0, 72000.0, 86370.0}) {
+      for (const bool scrolls : {false, true}) {
+        fakes::Database database;
+        database.ticksPerRequery = 3;
+        machine.UseAdo(&database);
+        machine.loop.lateness = 8;
+        machine.loop.onDoEvents = [&] {
+          machine.loop.Pass(4);
+          database.Progress();
+        };
+        machine.clock.timerStart = start - static_cast<double>(machine.loop.Now()) / 1000;
+        deck = std::make_shared<fakes::Presentation>();
+        deck->tags->Add("CORVANE VERSION", "1");
+        deck->tags->Add("CORVANE CONNECTION001", "1\tStock\tDSN=x\tt\t\t" + std::to_string(rate) + "\t");
+        fakes::Slide& slide = deck->Add();
+        if (scrolls) slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t400");
+        Field(slide, "p", 1);
+        window = std::make_shared<fakes::Window>(deck);
+        clsRuntime each;
+        each.ActivePresentation(deck);
+        each.StartTimers(window);
+        machine.loop.Advance(60'000);
+        const auto reloads = std::count(database.log.begin(), database.log.end(), "requery -1");
+        EXPECT_GE(reloads, fewest) << rate << " ms from second " << start << ", scrolling " << scrolls;
+        EXPECT_LE(reloads, most) << rate << " ms from second " << start << ", scrolling " << scrolls;
+      }
+    }
+  }
+}
+
+TEST_F(RuntimeTimersTest, AFileWhoseDateGoesBackIsReadAgain) {
+  fakes::Shape& shape = Field(deck->Add(), "p", 1);
+  machine.files.Write("/srv/a.xls", "");
+  fakes::Shape& object = deck->slides[0]->Add("object");
+  object.type = PowerPoint::ShapeType::LinkedOLEObject;
+  object.hasTextFrame = false;
+  object.linkSource = "/srv/a.xls!Sheet1";
+  Start();
+  machine.files.files[Prices] = {"Item\tPrice\nTea\t2\n", 45000.0};
+  machine.files.files["/srv/a.xls"].date = 45000.0;
+  machine.loop.Advance(2500);
+  EXPECT_EQ(shape.text, "2");
+  EXPECT_EQ(deck->linkUpdates, 1);
+}
+
+TEST_F(RuntimeTimersTest, AScrollingShowRequeriesFromTheConnectionsTimer) {
+  fakes::Slide& slide = deck->Add();
+  slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t100");
+  fakes::Shape& shape = Field(slide, "p", 1);
+  Start();
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(900);
+  EXPECT_EQ(shape.text, "3");
+  machine.loop.Advance(300);
+  EXPECT_EQ(shape.text, "4");
+}
+
+TEST_F(RuntimeTimersTest, AChangeOfSlideRestoresTheTimersAsTheyWere) {
+  Field(deck->Add(), "p", 1);
+  Field(deck->Add(), "p", 1);
+  Start();
+  FrmRuntimeTimer& form = *runtime.Form();
+  form.EnableTimer();
+  std::vector<bool> enabled;
+  window->onPosition = [&] {
+    enabled.push_back(form.tmrData().Enabled());
+    enabled.push_back(form.tmrConnections().Enabled());
+  };
+  form.CurrentSlide(2);
+  EXPECT_EQ(enabled, (std::vector{false, false})) << "no tick runs on a slide that is half changed";
+  window->onPosition = {};
+  form.DisableTimer();
+  GoTo(2);
+  EXPECT_FALSE(form.tmrData().Enabled());
+  EXPECT_FALSE(form.tmrConnections().Enabled());
+  form.EnableTimer();
+  GoTo(1);
+  EXPECT_TRUE(form.tmrData().Enabled());
+  EXPECT_TRUE(form.tmrConnections().Enabled());
+}
+
+TEST_F(RuntimeTimersTest, ChangedSourcesOfLinkedObjectsUpdateTheLinksOnce) {
+  machine.files.Write("/srv/a.xls", "");
+  machine.files.Write("/srv/b.xls", "");
+  machine.files.Write("/srv/c.xls", "");
+  fakes::Slide& slide = deck->Add();
+  for (const char* source : {"/srv/a.xls!Sheet1!R1C1:R5C5", "/srv/b.xls!Sheet1", "/srv/c.xls"}) {
+    fakes::Shape& shape = slide.Add(source);
+    shape.type = PowerPoint::ShapeType::LinkedOLEObject;
+    shape.hasTextFrame = false;
+    shape.linkSource = source;
+  }
+  Start();
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(deck->linkUpdates, 0);
+  machine.files.files["/srv/a.xls"].date += 1;
+  machine.files.files["/srv/b.xls"].date += 1;
+  machine.files.files["/srv/c.xls"].date += 1;
+  machine.loop.Advance(2500);
+  EXPECT_EQ(deck->linkUpdates, 1);
+  machine.files.files.erase("/srv/a.xls");
+  machine.files.files["/srv/b.xls"].date += 1;
+  machine.loop.Advance(2500);
+  EXPECT_EQ(deck->linkUpdates, 2);
+}
+
+TEST_F(RuntimeTimersTest, TheShowMayEndInsideATick) {
+  Field(deck->Add(), "p", 1);
+  Start();
+  machine.loop.onDoEvents = [&] { runtime.UnSetLinkedObjects(); };
+  machine.loop.Advance(3000);
+  EXPECT_EQ(runtime.Form(), nullptr);
+  EXPECT_TRUE(machine.messageBox.shown.empty());
+}
+
+}  // namespace
+}  // namespace LF2000
