@@ -1,3 +1,4 @@
+// Files of a deck: in ranges, uncopied, and nobody waits for them.
 #include <gmock/gmock.h>
 
 #include "web/ServerFixture.h"

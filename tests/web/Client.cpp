@@ -1,3 +1,4 @@
+// The other end of a connection, byte by byte.
 #include "web/Client.h"
 
 #include <array>

@@ -33,18 +33,6 @@ TEST(SeatsTest, ALimitHoldsForAllAndForEachAddress) {
   EXPECT_TRUE(take("2001:db8:0:1::1"));
 }
 
-TEST(SeatsTest, SomeAreKeptBack) {
-  Seats seats(1, 1, 1);
-  auto ordinary = seats.take(make_address("192.0.2.1"));
-  EXPECT_FALSE(seats.take(make_address("192.0.2.2")));
-  auto kept = seats.takeKept();
-  ASSERT_TRUE(kept);
-  EXPECT_FALSE(seats.takeKept());
-  kept.reset();
-  EXPECT_TRUE(seats.takeKept());
-  EXPECT_FALSE(seats.take(make_address("192.0.2.2"))) << "it was no ordinary one";
-}
-
 TEST(SeatsTest, ThisMachineMayHaveThemAll) {
   for (const char* address : {"127.0.0.1", "::1", "::ffff:127.0.0.2"}) {
     Seats seats(3, 1, 0);

@@ -1,3 +1,4 @@
+// What event streams carry, to readers that keep up, fall behind or vanish.
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>

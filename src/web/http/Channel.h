@@ -15,7 +15,8 @@
 
 namespace web {
 
-/// The streams that carry the same events, and the numbers of those events.
+/// The streams that carry the same events, and the numbers of those events, which count up by one.
+/// What a number stands for is built once, and not at all while nobody listens.
 class Channel : private EventStream::Source {
  public:
   using Time = std::chrono::steady_clock::time_point;
@@ -30,7 +31,7 @@ class Channel : private EventStream::Source {
   Channel& operator=(const Channel&) = delete;
 
   /// Turns a connection into a stream. It begins with `greeting`, when there is one,
-  /// and the state.
+  /// and the state. `options` outlive the channel or its close().
   void open(Connection connection, const Options& options, std::string name = {},
             SharedMessage greeting = nullptr);
   /// Counts one event, and builds and sends it when somebody listens. `changed` is
@@ -40,6 +41,7 @@ class Channel : private EventStream::Source {
   void send(const SharedMessage& message);
   /// Sends the last event on every stream and closes them.
   void finish(const Build& build);
+  /// Closes them at once; `left` hears nothing.
   void close();
   /// Cuts the streams as if they had closed by themselves: their readers come back.
   void dismiss();
@@ -47,7 +49,7 @@ class Channel : private EventStream::Source {
   [[nodiscard]] std::size_t size() const { return streams_.size(); }
   /// The number of the newest event.
   [[nodiscard]] std::uint64_t sequence() const { return sequence_; }
-  /// When the cause of that event happened; nothing when it is long ago.
+  /// When the cause of that event happened; nothing when it is none of the newest 128.
   [[nodiscard]] std::optional<Time> changedAt(std::uint64_t sequence) const;
 
  private:

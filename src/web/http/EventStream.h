@@ -17,7 +17,8 @@ struct Options;
 ///
 /// What waits is bounded. A reader that falls behind loses its queue and gets
 /// the whole state as soon as it reads again, so it skips to the newest. The
-/// pending operations keep the object alive; after close() it calls nobody.
+/// pending operations keep the object alive; after close() it calls nobody. Bounds and
+/// times are those of Options.
 class EventStream : public std::enable_shared_from_this<EventStream> {
  public:
   /// What a stream needs of the channel it belongs to.

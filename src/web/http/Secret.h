@@ -4,7 +4,7 @@
 
 namespace web {
 
-/// 128 bits from the system's generator as up to 32 hexadecimal digits: a name that nobody guesses.
+/// A name that nobody guesses: 128 bits from the system's generator, as up to 32 hexadecimal digits.
 std::string newSecret();
 
 }  // namespace web

@@ -10,7 +10,9 @@ namespace {
 
 /// As HTML forms write it (WHATWG URL, application/x-www-form-urlencoded).
 std::string decoded(std::string_view text) {
-  return basic::PercentDecoded(basic::Replace(text, "+", " "));
+  std::string spaced(text);
+  std::replace(spaced.begin(), spaced.end(), '+', ' ');
+  return basic::PercentDecoded(spaced);
 }
 
 }  // namespace

@@ -18,19 +18,25 @@ namespace web {
 
 /// The channels, what goes onto them, and their heartbeat: one channel for programs
 /// and one for each view that a screen looks at, so that screens with the same view
-/// share what is built for them. It runs on the loop's thread.
+/// share what is built for them. It runs on the loop's thread alone.
 class Broadcast : public std::enable_shared_from_this<Broadcast> {
  public:
   using Time = Channel::Time;
 
+  /// All outlive it or its close().
   Broadcast(boost::asio::io_context& loop, Show& show, const Options& options);
 
   /// Begins the heartbeat.
   void start();
+  /// Each begins with the whole state. A failure of the show ends the stream and is reported to
+  /// Options::onError.
   void openScreen(Connection connection, const View& view);
   /// Follows the show as a screen does, but is not one: it reports nothing and is not counted.
   void openRemote(Connection connection);
   void openProgram(Connection connection);
+
+  // As Server's; `changed` is when the cause happened.
+
   void slideChanged(Time changed);
   void stateChanged(Time changed);
   void deckChanged(Time changed);
@@ -41,12 +47,14 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   void close();
 
   enum class Reported { Done, UnknownScreen, TooOften };
+  /// `screen` is the name that its greeting gave it.
   Reported painted(std::string_view screen, const PaintReport& report);
 
+  /// Open streams of screens, and of programs.
   [[nodiscard]] std::size_t screens() const { return book_.all().size(); }
   [[nodiscard]] std::size_t programs() const { return programs_.size(); }
   [[nodiscard]] const Screens& screenBook() const { return book_; }
-  /// The number of the newest event of a view.
+  /// The number of the newest event of a view; 0 when nobody looks at it.
   [[nodiscard]] std::uint64_t newest(const View& view) const;
 
  private:
@@ -66,6 +74,7 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   std::map<View, Channel> views_;
   Channel programs_;
   std::set<int> watched_;
+  /// Programs have been told that the show is over.
   bool ended_ = false;
   bool stopped_ = false;
 };

@@ -6,10 +6,10 @@
 
 namespace web {
 
-/// How many observations were at most so large.
+/// How many observations, in seconds, were at most so large; as Prometheus counts them.
 class Histogram {
  public:
-  /// Seconds, from a frame to what people take for broken.
+  /// From a frame to what people take for broken.
   static constexpr std::array<double, 8> bounds{0.025, 0.05, 0.1, 0.25, 0.5, 1, 2.5, 10};
 
   void add(double value) {

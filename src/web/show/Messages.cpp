@@ -103,8 +103,8 @@ SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChang
   return event("shapes", sequence, textOf(json));
 }
 
-SharedMessage stateMessage(std::uint64_t sequence, std::string_view state) {
-  return event("state", sequence, state, true);
+SharedMessage stateMessage(std::uint64_t sequence, std::string_view stateJson) {
+  return event("state", sequence, stateJson, true);
 }
 
 SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes) {

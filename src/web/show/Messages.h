@@ -36,7 +36,7 @@ SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChang
 // For programs:
 
 /// `state`: what GET /api/v1/state answers.
-SharedMessage stateMessage(std::uint64_t sequence, std::string_view state);
+SharedMessage stateMessage(std::uint64_t sequence, std::string_view stateJson);
 /// `values`: [{slide, shapes: [{name, text}]}]
 SharedMessage valuesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes);
 /// `position`: {position (0: no slide), slideCount, blank, ended}
@@ -54,7 +54,7 @@ SharedMessage heartbeatMessage(bool visible);
 /// "none", "black", "white"
 std::string_view blankName(Blank blank);
 
-/// The style rules of the present moment: which elements carry a mark or are hidden.
+/// The style rules of the present moment: which elements carry a mark, withhold their text or are hidden.
 std::string styleRules(const ScreenState& state);
 
 /// ms since 1970

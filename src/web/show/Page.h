@@ -6,6 +6,8 @@
 
 namespace web {
 
+// What comes out of a deck is escaped; HTML of slides is put in as it is.
+
 /// The screen's page with the present state in it: client/screen/screen.html, filled.
 std::string screenPage(const ScreenState& state);
 /// The page for phones, client/remote/remote.html; the slides come with the stream.

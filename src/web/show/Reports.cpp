@@ -1,3 +1,4 @@
+// What the server says of itself and its show: health as JSON, metrics for Prometheus.
 #include "web/show/Reports.h"
 
 #include <array>

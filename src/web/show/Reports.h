@@ -19,8 +19,8 @@ std::string healthJson(const Health& health, const Broadcast& broadcast);
 /// The answer of /metrics, in Prometheus' text format 0.0.4.
 std::string metricsText(const Health& health, const Broadcast& broadcast, std::uint64_t failedRequests);
 
-/// What a screen reports, {"slide":3,"sequence":17,"held":12}; nothing when the text
-/// says something else.
+/// What a screen reports, {"slide":3,"sequence":17,"held":12} with whole numbers from 0, slides up to a
+/// million and at most a minute (in ms) held; nothing when the text says something else.
 std::optional<PaintReport> parsePaintReport(std::string_view json);
 
 }  // namespace web

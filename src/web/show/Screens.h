@@ -15,7 +15,9 @@ namespace web {
 
 /// What a screen says about its last paint.
 struct PaintReport {
+  /// From 1; 0 when it shows none.
   int slide = 0;
+  /// Number of the newest event in it.
   std::uint64_t sequence = 0;
   /// How long the screen kept the report before it sent it.
   std::chrono::milliseconds held{0};
@@ -39,17 +41,20 @@ class Screens {
     View view;
     Clock::time_point opened;
     std::optional<Paint> painted;
+    /// A report before this is one too many.
     Clock::time_point mayReportFrom;
   };
 
   /// A new screen; returns the secret name under which it reports.
   std::string add(const View& view);
   void remove(const std::string& id) { screens_.erase(id); }
+  /// By its secret name; null when there is none.
   [[nodiscard]] Screen* find(std::string_view id);
   /// Takes a report up. `changed` is when the painted event's cause happened. False
-  /// when the screen reports too often.
+  /// when the screen reports more than five times a second.
   bool painted(Screen& screen, const PaintReport& report, std::optional<Clock::time_point> changed);
 
+  /// By their secret names.
   [[nodiscard]] const std::map<std::string, Screen, std::less<>>& all() const { return screens_; }
   /// Of all paints so far, in seconds.
   [[nodiscard]] const Histogram& delays() const { return delays_; }
