@@ -4,7 +4,7 @@
 
 namespace bench {
 
-using namespace deck::test;
+using namespace support;
 
 std::string linkedDeck(int slides, int shapesPerSlide) {
   DeckBuilder deck;

@@ -15,7 +15,7 @@
 
 namespace {
 
-using namespace deck::test;
+using namespace support;
 
 constexpr int ShapesPerSlide = 20;
 

@@ -49,7 +49,7 @@ std::string table() {
 }
 
 std::unique_ptr<opc::Package> businessDeck() {
-  using namespace deck::test;
+  using namespace support;
   std::string shapes = textShape(2, "Title", "Quarterly results") +
                        shapeWithParagraphs(3, "Left", paragraphs(10)) +
                        shapeWithParagraphs(4, "Right", paragraphs(10)) + table();

@@ -62,7 +62,7 @@ std::string sampleBook(const std::string& sheet, int names) {
       R"(<xf numFmtId="0"/><xf numFmtId="4"/><xf numFmtId="164"/><xf numFmtId="10"/></cellXfs></styleSheet>)";
   const std::string book = std::string(Start) + "<workbook" + Main + " xmlns:r=\"" + Office +
                            R"("><sheets><sheet name="Data" sheetId="1" r:id="rId1"/></sheets></workbook>)";
-  return deck::test::zipOf(
+  return support::zipOf(
       {{"_rels/.rels", relationships(relationship("rId1", "officeDocument", "xl/workbook.xml"))},
        {"xl/workbook.xml", book},
        {"xl/_rels/workbook.xml.rels",

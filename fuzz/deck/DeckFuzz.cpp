@@ -14,7 +14,7 @@
 
 namespace {
 
-using namespace deck::test;
+using namespace support;
 
 // The first byte of the input chooses one of them, or none: then the rest is
 // the whole file.

@@ -6,7 +6,7 @@
 
 namespace {
 
-using namespace deck::test;
+using namespace support;
 
 constexpr std::array<const char*, 12> Parts{"ppt/slides/slide1.xml",
                                             "ppt/slideLayouts/slideLayout1.xml",

@@ -35,7 +35,7 @@ constexpr std::array<const char*, 5> Parts{"xl/worksheets/sheet1.xml", "xl/share
 std::string bookWith(char which, const std::string& rest) {
   const auto part = static_cast<std::size_t>(which - '0');
   if (part >= Parts.size()) return rest;
-  workbook::test::BookBuilder book;
+  support::BookBuilder book;
   book.rows =
       R"(<row r="1"><c r="A1" t="s"><v>0</v></c><c s="1"><v>2.5</v></c></row><row r="5"><c t="b"><v>1</v></c></row>)";
   book.strings = "<si><t>text</t></si>";

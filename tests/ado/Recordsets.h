@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -8,9 +7,11 @@
 
 #include "ado/Factory.h"
 #include "basic/Conversion.h"
-#include "basic/Error.h"
+#include "support/ErrorOf.h"
 
 namespace ado::test {
+
+using support::errorOf;
 
 using Rows = std::vector<std::vector<const char*>>;  // null for a missing field
 
@@ -65,15 +66,6 @@ inline std::shared_ptr<ADODB::Recordset> inMemory(const Rows& rows) {
 inline std::string value(ADODB::Recordset& recordset, std::string_view field) {
   const basic::Variant variant = recordset.Fields().Item(field).Value();
   return basic::IsNull(variant) ? "Null" : std::get<std::string>(variant);
-}
-
-inline std::string errorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const basic::Error& error) {
-    return error.description;
-  }
-  return "no error";
 }
 
 inline constexpr const char* NoCurrentRecord =

@@ -20,7 +20,7 @@
 namespace app::test {
 namespace {
 
-using deck::test::ZipEntry;
+using support::ZipEntry;
 using testing::HasSubstr;
 
 struct Shown {
@@ -62,7 +62,7 @@ class DamageTest : public testing::TestWithParam<const char*> {
 
   /// As screens see it, slide by slide. Throws when the deck is refused.
   Shown show(const std::vector<ZipEntry>& entries) {
-    const std::string path = folder_.write("deck.pptx", deck::test::zipOf(entries));
+    const std::string path = folder_.write("deck.pptx", support::zipOf(entries));
     std::string& log = machine_.files.files["/addin/errors.txt"].content;
     log.clear();
     AddInHost host;
@@ -113,7 +113,7 @@ class DamageTest : public testing::TestWithParam<const char*> {
   platform::EventLoop loop_;
   workbook::Factory excel_{loop_, [](std::string_view path) { return std::string(path); }};
   fakes::Database database_;
-  deck::test::TemporaryFolder folder_;
+  support::TemporaryFolder folder_;
   std::vector<ZipEntry> entries_;
   Shown whole_;
 };

@@ -11,7 +11,7 @@ struct LiveShowTest : ShowTest {
   ToldOnce problems;
   int ends = 0;
 
-  std::unique_ptr<LiveShow> show(const deck::test::DeckBuilder& deck) {
+  std::unique_ptr<LiveShow> show(const support::DeckBuilder& deck) {
     auto live = std::make_unique<LiveShow>(
         host.application(), open(deck), loop, [this] { return host.runtimeTimer(); }, LiveShowOptions(),
         problems);
@@ -21,7 +21,7 @@ struct LiveShowTest : ShowTest {
 };
 
 TEST_F(LiveShowTest, AShowThatBeginsAgainIsNotOver) {
-  deck::test::DeckBuilder deck;
+  support::DeckBuilder deck;
   deck.addSlide();
   const auto live = show(deck);
   live->leave();
@@ -34,14 +34,14 @@ TEST_F(LiveShowTest, AShowThatBeginsAgainIsNotOver) {
 }
 
 TEST_F(LiveShowTest, AShapeThatCannotBeDrawnAloneIsAnEmptyView) {
-  deck::test::DeckBuilder deck;
+  support::DeckBuilder deck;
   const int slide = deck.addSlide();
   const std::string ink = deck.relate(slide, "customXml", "../ink/ink1.xml");
   deck.shapes(slide,
               "<p:contentPart r:id=\"" + ink +
                   "\"><p:nvContentPartPr><p:cNvPr id=\"7\" name=\"Ink\"/><p:cNvContentPartPr/><p:nvPr/>"
                   "</p:nvContentPartPr></p:contentPart>" +
-                  deck::test::textShape(2, "Text", "drawn"));
+                  support::textShape(2, "Text", "drawn"));
   const auto live = show(deck);
   const web::View view = live->view(std::nullopt, "Ink");
   EXPECT_EQ(view.elementId, "s1-sh7");

@@ -62,7 +62,7 @@ struct ShowTest : testing::Test {
     host::Use(services);
   }
 
-  std::shared_ptr<deck::Presentation> open(const deck::test::DeckBuilder& deck) {
+  std::shared_ptr<deck::Presentation> open(const support::DeckBuilder& deck) {
     return host.application().open(deck.package(), {});
   }
   /// Runs what was posted, and what that posts.
@@ -73,8 +73,8 @@ struct ShowTest : testing::Test {
   [[nodiscard]] std::string errorLog() { return machine.files.files["/addin/errors.txt"].content; }
 
   /// A deck whose one slide shows cells of book.xlsx.
-  static deck::test::DeckBuilder deckWithSheet() {
-    deck::test::DeckBuilder deck;
+  static support::DeckBuilder deckWithSheet() {
+    support::DeckBuilder deck;
     const int slide = deck.addSlide();
     const std::string book = deck.relate(slide, "oleObject", "book.xlsx!Sheet1!R1C1:R2C2", /*external=*/true);
     deck.shapes(slide,

@@ -10,12 +10,12 @@ namespace {
 struct StageTest : ShowTest {
   int ends = 0;
 
-  std::unique_ptr<Stage> show(const deck::test::DeckBuilder& deck) {
+  std::unique_ptr<Stage> show(const support::DeckBuilder& deck) {
     auto stage = std::make_unique<Stage>(host, loop, open(deck), Stage::Options{});
     stage->begin(std::nullopt, [this] { ++ends; });
     return stage;
   }
-  static DeckVersion version(const deck::test::DeckBuilder& deck) { return {deck.package(), {}}; }
+  static DeckVersion version(const support::DeckBuilder& deck) { return {deck.package(), {}}; }
 };
 
 TEST_F(StageTest, AShowIsThereAsLongAsSomethingOfItWaits) {
@@ -38,11 +38,11 @@ TEST_F(StageTest, AShowIsThereAsLongAsSomethingOfItWaits) {
 }
 
 TEST_F(StageTest, WhatCannotBeShownLeavesTheShowAlone) {
-  deck::test::DeckBuilder deck;
-  deck.addSlide(deck::test::textShape(2, "p", "as before"));
+  support::DeckBuilder deck;
+  deck.addSlide(support::textShape(2, "p", "as before"));
   auto stage = show(deck);
   const std::string shown = stage->state({}).deck;
-  EXPECT_THROW(stage->change(version(deck::test::DeckBuilder())), basic::Error);
+  EXPECT_THROW(stage->change(version(support::DeckBuilder())), basic::Error);
   runPosted();
   EXPECT_EQ(ends, 0);
   EXPECT_EQ(stage->state({}).deck, shown);

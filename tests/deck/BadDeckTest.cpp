@@ -15,6 +15,12 @@
 namespace deck::test {
 namespace {
 
+using support::DeckBuilder;
+using support::errorOf;
+using support::TemporaryFolder;
+using support::textShape;
+using support::ZipEntry;
+using support::zipOf;
 using testing::AllOf;
 using testing::HasSubstr;
 

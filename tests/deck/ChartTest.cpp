@@ -13,6 +13,16 @@
 namespace deck::test {
 namespace {
 
+using support::ChartDeck;
+using support::DeckBuilder;
+using support::errorOf;
+using support::faultsOf;
+using support::group;
+using support::series;
+using support::seriesIn;
+using support::storedEntries;
+using support::TemporaryFolder;
+using support::textShape;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

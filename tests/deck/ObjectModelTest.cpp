@@ -11,6 +11,10 @@ namespace deck::test {
 namespace {
 
 using PowerPoint::ShapeType;
+using support::DeckBuilder;
+using support::errorOf;
+using support::textShape;
+using support::ZipEntry;
 using testing::ElementsAre;
 using testing::HasSubstr;
 

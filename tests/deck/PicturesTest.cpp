@@ -15,6 +15,10 @@
 namespace deck::test {
 namespace {
 
+using support::DeckBuilder;
+using support::faultsOf;
+using support::TemporaryFolder;
+
 std::string big32(std::uint32_t value) {
   std::string text;
   for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(value >> shift & 0xFFU);

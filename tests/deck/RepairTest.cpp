@@ -11,6 +11,10 @@
 namespace deck::test {
 namespace {
 
+using support::DeckBuilder;
+using support::errorOf;
+using support::TemporaryFolder;
+using support::textShape;
 using testing::HasSubstr;
 using testing::IsEmpty;
 

@@ -12,6 +12,10 @@
 namespace deck::test {
 namespace {
 
+using support::DeckBuilder;
+using support::RecordedEvents;
+using support::TemporaryFolder;
+using support::textShape;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -8,6 +8,12 @@
 namespace deck::test {
 namespace {
 
+using support::DeckBuilder;
+using support::errorOf;
+using support::faultsOf;
+using support::storedEntries;
+using support::tagsReference;
+using support::textShape;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;

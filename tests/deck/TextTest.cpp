@@ -6,6 +6,9 @@
 namespace deck::test {
 namespace {
 
+using support::DeckBuilder;
+using support::shapeWithParagraphs;
+using support::textShape;
 using testing::HasSubstr;
 
 class CountingListener final : public ChangeListener {

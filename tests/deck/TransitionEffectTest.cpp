@@ -8,6 +8,7 @@ namespace deck::test {
 namespace {
 
 using Kind = TransitionEffect::Kind;
+using support::DeckBuilder;
 
 std::string later(const std::string& choice, const std::string& fallback) {
   return "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\" "

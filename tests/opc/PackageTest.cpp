@@ -11,9 +11,15 @@
 
 #include "support/DeckBuilder.h"
 
-namespace deck::test {
+namespace opc::test {
 namespace {
 
+using support::commentOf;
+using support::DeckBuilder;
+using support::storedEntries;
+using support::StoredEntry;
+using support::textShape;
+using support::zipOf;
 using testing::HasSubstr;
 
 constexpr std::string_view SlideName = "ppt/slides/slide1.xml";
@@ -25,7 +31,7 @@ DeckBuilder twoSlides() {
   return deck;
 }
 
-std::string packed(opc::Package& package) {
+std::string packed(Package& package) {
   std::string bytes = package.serialize();
   package.rebase(bytes);
   return bytes;
@@ -33,8 +39,8 @@ std::string packed(opc::Package& package) {
 
 TEST(PackageTest, AnUntouchedPackageIsSavedByteForByte) {
   const std::string bytes = zipOf(twoSlides().entries(), "a comment");
-  const auto package = opc::Package::fromBytes(bytes, "test.pptx");
-  for (opc::Part* part : package->parts()) {
+  const auto package = Package::fromBytes(bytes, "test.pptx");
+  for (Part* part : package->parts()) {
     static_cast<void>(part->bytes());
     if (part->name().ends_with(".xml")) static_cast<void>(part->xml());
     static_cast<void>(part->relationships());
@@ -44,8 +50,8 @@ TEST(PackageTest, AnUntouchedPackageIsSavedByteForByte) {
 
 TEST(PackageTest, AChangeTouchesNothingButItsPart) {
   const std::string before = zipOf(twoSlides().entries(), "a comment");
-  const auto package = opc::Package::fromBytes(before, "test.pptx");
-  opc::Part& slide = package->part(SlideName);
+  const auto package = Package::fromBytes(before, "test.pptx");
+  Part& slide = package->part(SlideName);
   slide.xml().document_element().append_attribute("showMasterSp") = "0";
   slide.markChanged();
   const std::string after = packed(*package);
@@ -59,7 +65,7 @@ TEST(PackageTest, AChangeTouchesNothingButItsPart) {
     EXPECT_EQ(old[i].dosTimeAndDate, now[i].dosTimeAndDate) << old[i].name;
     EXPECT_EQ(old[i].compressed == now[i].compressed, old[i].name != SlideName) << old[i].name;
   }
-  EXPECT_THAT(std::string(opc::Package::fromBytes(after, "again")->part(SlideName).bytes()),
+  EXPECT_THAT(std::string(Package::fromBytes(after, "again")->part(SlideName).bytes()),
               HasSubstr("showMasterSp=\"0\""));
   EXPECT_EQ(packed(*package), after) << "a second save must give the same bytes";
 }
@@ -85,7 +91,7 @@ TEST(PackageTest, WhatIsNotUnderstoodSurvivesAChange) {
 
 TEST(PackageTest, PartsAreFoundWhateverTheCaseAndTheSlash) {
   const auto package = twoSlides().package();
-  opc::Part* part = package->find(SlideName);
+  Part* part = package->find(SlideName);
   ASSERT_NE(part, nullptr);
   EXPECT_EQ(package->find("/PPT/Slides/SLIDE1.xml"), part);
   EXPECT_EQ(package->find("ppt/slides/slide9.xml"), nullptr);
@@ -96,15 +102,15 @@ TEST(PackageTest, PartsAreFoundWhateverTheCaseAndTheSlash) {
 
 TEST(PackageTest, RelationshipsLeadFromTheSlideToItsTheme) {
   const auto package = twoSlides().package();
-  opc::Part* presentation = package->related(opc::relationship::OfficeDocument);
+  Part* presentation = package->related(relationship::OfficeDocument);
   ASSERT_NE(presentation, nullptr);
-  EXPECT_EQ(presentation->related(opc::relationship::PresProps)->name(), "ppt/presProps.xml");
-  opc::Part* layout = package->part(SlideName).related(opc::relationship::SlideLayout);
+  EXPECT_EQ(presentation->related(relationship::PresProps)->name(), "ppt/presProps.xml");
+  Part* layout = package->part(SlideName).related(relationship::SlideLayout);
   ASSERT_NE(layout, nullptr);
-  opc::Part* theme = layout->related(opc::relationship::SlideMaster)->related(opc::relationship::Theme);
+  Part* theme = layout->related(relationship::SlideMaster)->related(relationship::Theme);
   ASSERT_NE(theme, nullptr);
   EXPECT_EQ(theme->name(), "ppt/theme/theme1.xml");
-  EXPECT_EQ(package->related(opc::relationship::Thumbnail), nullptr);
+  EXPECT_EQ(package->related(relationship::Thumbnail), nullptr);
 }
 
 TEST(PackageTest, TargetsAreResolvedAsUris) {
@@ -127,9 +133,9 @@ TEST(PackageTest, TargetsAreResolvedAsUris) {
   for (const Case& c : cases) ids.push_back(deck.relate(1, "image", c.target));
   const std::string external = deck.relate(1, "image", "../media/image1.png", true);
   const auto package = deck.package();
-  opc::Part& slide = package->part(SlideName);
+  Part& slide = package->part(SlideName);
   for (std::size_t i = 0; i < cases.size(); ++i) {
-    opc::Part* target = slide.target(ids[i]);
+    Part* target = slide.target(ids[i]);
     if (cases[i].part == nullptr) {
       EXPECT_EQ(target, nullptr) << cases[i].target;
     } else {
@@ -144,15 +150,15 @@ TEST(PackageTest, TargetsAreResolvedAsUris) {
 TEST(PackageTest, PartsComeAndGoWithTheirTypeAndRelationship) {
   const auto package = twoSlides().package();
   const std::string original = package->serialize();
-  opc::Part& slide = package->part(SlideName);
-  opc::Part& added = package->add(package->freeName("ppt/tags/tag", ".xml"), "application/x-test", "<a/>");
+  Part& slide = package->part(SlideName);
+  Part& added = package->add(package->freeName("ppt/tags/tag", ".xml"), "application/x-test", "<a/>");
   const std::string id = package->addRelationship(slide, "urn:types/tags", added);
   EXPECT_THROW(package->add("PPT/tags/TAG1.xml", "x", ""), basic::Error);
   packed(*package);
   EXPECT_EQ(slide.target(id), &added);
 
-  const auto reopened = opc::Package::fromBytes(package->serialize(), "again");
-  opc::Part* found = reopened->part(SlideName).target(id);
+  const auto reopened = Package::fromBytes(package->serialize(), "again");
+  Part* found = reopened->part(SlideName).target(id);
   ASSERT_NE(found, nullptr);
   EXPECT_EQ(found->name(), "ppt/tags/tag1.xml");
   EXPECT_EQ(found->contentType(), "application/x-test");
@@ -174,7 +180,7 @@ TEST(PackageTest, PartsComeAndGoWithTheirTypeAndRelationship) {
   };
   EXPECT_EQ(names(packed(*package)), names(original));
   // All but the line break behind the declaration, which carries no meaning.
-  const std::string types(opc::Package::fromBytes(original, "original")->part("[Content_Types].xml").bytes());
+  const std::string types(Package::fromBytes(original, "original")->part("[Content_Types].xml").bytes());
   EXPECT_EQ(package->part("[Content_Types].xml").bytes(), basic::Replace(types, "\r\n", ""));
 }
 
@@ -184,7 +190,7 @@ TEST(PackageTest, APartMayBeRemovedAndComeBackBetweenTwoSaves) {
   const auto package = deck.package();
   package->remove(package->part("ppt/tags/tag1.xml"));
   package->add("ppt/tags/tag1.xml", "application/x-test", "<new/>");
-  const auto reopened = opc::Package::fromBytes(packed(*package), "again");
+  const auto reopened = Package::fromBytes(packed(*package), "again");
   EXPECT_EQ(reopened->part("ppt/tags/tag1.xml").bytes(), "<new/>");
 }
 
@@ -197,7 +203,7 @@ TEST(PackageTest, OtherPrefixesAreReadAsTheUsualOnes) {
             "xmlns:rel=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" show=\"0\">"
             "<cSld><spTree><pic><d:blip rel:embed=\"rId1\"/></pic></spTree></cSld></sld>");
   const auto package = deck.package();
-  opc::Part& slide = package->part(SlideName);
+  Part& slide = package->part(SlideName);
   const pugi::xml_node root = slide.xml().child("p:sld");
   EXPECT_FALSE(root.attribute("show").as_bool(true));
   EXPECT_STREQ(
@@ -224,4 +230,4 @@ TEST(PackageTest, AnotherEncodingIsReadAndWrittenAsUtf8) {
 }
 
 }  // namespace
-}  // namespace deck::test
+}  // namespace opc::test

@@ -10,8 +10,8 @@
 namespace render {
 namespace {
 
-using deck::test::DeckBuilder;
-using deck::test::textShape;
+using support::DeckBuilder;
+using support::textShape;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;

@@ -60,7 +60,7 @@ inline std::string chartPart(const std::string& plotArea, const std::string& beh
 
 /// Shape 2 of slide 1 is the chart, shape 3 a text.
 inline std::unique_ptr<opc::Package> chartDeck(const std::string& part) {
-  deck::test::DeckBuilder builder;
+  support::DeckBuilder builder;
   builder.addSlide();
   builder.part("ppt/charts/chart1.xml", part,
                "application/vnd.openxmlformats-officedocument.drawingml.chart+xml");
@@ -71,7 +71,7 @@ inline std::unique_ptr<opc::Package> chartDeck(const std::string& part) {
                  "<a:graphicData><c:chart "
                  "xmlns:c=\"http://schemas.openxmlformats.org/drawingml/2006/chart\" r:id=\"" +
                      id + "\"/></a:graphicData></a:graphic></p:graphicFrame>" +
-                     deck::test::textShape(3, "Text", "still here"));
+                     support::textShape(3, "Text", "still here"));
   return builder.package();
 }
 

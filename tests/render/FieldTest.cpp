@@ -8,8 +8,8 @@
 namespace render {
 namespace {
 
-using deck::test::DeckBuilder;
-using deck::test::shapeWithParagraphs;
+using support::DeckBuilder;
+using support::shapeWithParagraphs;
 using testing::HasSubstr;
 using testing::Not;
 

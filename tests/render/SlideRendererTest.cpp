@@ -10,8 +10,8 @@
 namespace render {
 namespace {
 
-using deck::test::DeckBuilder;
-using deck::test::textShape;
+using support::DeckBuilder;
+using support::textShape;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -128,7 +128,7 @@ TEST(SlideRenderer, PicturesAreServedByNamesThatTellNothing) {
 
 TEST(SlideRenderer, NotesTheTypefacesThatTextIsSetIn) {
   DeckBuilder builder;
-  builder.addSlide(deck::test::shapeWithParagraphs(
+  builder.addSlide(support::shapeWithParagraphs(
       2, "A",
       "<a:p><a:r><a:rPr><a:latin typeface=\"Nobody Has This\"/><a:ea typeface=\"Nor This\"/></a:rPr><a:t>one"
       "</a:t></a:r><a:r><a:rPr><a:latin typeface=\"Wingdings\"/></a:rPr><a:t>x</a:t></a:r></a:p>"

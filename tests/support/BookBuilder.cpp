@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace workbook::test {
+namespace support {
 namespace {
 
 constexpr const char* Main = R"( xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main")";
@@ -20,7 +20,7 @@ std::string element(const std::string& name, const std::string& content) {
 }  // namespace
 
 std::string BookBuilder::bytes() const {
-  std::vector<deck::test::ZipEntry> entries{
+  std::vector<ZipEntry> entries{
       {"_rels/.rels",
        "<Relationships>" + relationship("rId1", "officeDocument", "xl/workbook.xml") + "</Relationships>"},
       {"xl/_rels/workbook.xml.rels",
@@ -36,7 +36,7 @@ std::string BookBuilder::bytes() const {
       {"xl/styles.xml", std::string("<styleSheet") + Main + ">" + element("numFmts", formats) +
                             element("cellXfs", styles) + "</styleSheet>"},
       {"xl/sharedStrings.xml", std::string("<sst") + Main + ">" + strings + "</sst>"}};
-  for (const deck::test::ZipEntry& part : parts) {
+  for (const ZipEntry& part : parts) {
     const auto same =
         std::find_if(entries.begin(), entries.end(), [&](const auto& e) { return e.name == part.name; });
     if (same == entries.end()) {
@@ -45,7 +45,7 @@ std::string BookBuilder::bytes() const {
       *same = part;
     }
   }
-  return deck::test::zipOf(entries);
+  return zipOf(entries);
 }
 
-}  // namespace workbook::test
+}  // namespace support

@@ -5,7 +5,7 @@
 
 #include "support/ZipFile.h"
 
-namespace workbook::test {
+namespace support {
 
 /// A small workbook for a test: what is not set is not in it.
 struct BookBuilder {
@@ -18,9 +18,9 @@ struct BookBuilder {
   std::string names;
   bool from1904 = false;
   /// Whole parts in place of, or besides, the ordinary ones.
-  std::vector<deck::test::ZipEntry> parts;
+  std::vector<ZipEntry> parts;
 
   [[nodiscard]] std::string bytes() const;
 };
 
-}  // namespace workbook::test
+}  // namespace support

@@ -6,7 +6,7 @@
 #include "basic/Strings.h"
 #include "support/BookBuilder.h"
 
-namespace deck::test {
+namespace support {
 namespace {
 
 std::string points(const std::string& list) {
@@ -52,7 +52,7 @@ std::string group(const std::string& kind, const std::string& series, int axes) 
 
 std::string ChartDeck::bookBytes() const {
   if (!book.empty()) return book;
-  workbook::test::BookBuilder builder;
+  BookBuilder builder;
   const std::string main = " xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"";
   const std::string office = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
   const auto text = [](const std::string& cell, const std::string& value) {
@@ -163,4 +163,4 @@ std::string seriesIn(const std::string& chartXml) {
   return text;
 }
 
-}  // namespace deck::test
+}  // namespace support

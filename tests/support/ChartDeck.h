@@ -4,7 +4,7 @@
 
 #include "support/DeckBuilder.h"
 
-namespace deck::test {
+namespace support {
 
 /// XML of a c:ser: its name from row 1 of the column, its values from rows 2 to 4.
 /// `formatting` stands behind the name.
@@ -38,4 +38,4 @@ struct ChartDeck {
 /// The series of a chart's part: "North@Sheet1!$B$1: Jan 1, Feb 2, Mar -; …".
 std::string seriesIn(const std::string& chartXml);
 
-}  // namespace deck::test
+}  // namespace support

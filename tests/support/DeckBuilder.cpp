@@ -4,7 +4,7 @@
 #include <pugixml.hpp>
 #include <sstream>
 
-namespace deck::test {
+namespace support {
 namespace {
 
 const std::string Declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n";
@@ -217,4 +217,4 @@ std::vector<ZipEntry> DeckBuilder::entries() const {
   return entries;
 }
 
-}  // namespace deck::test
+}  // namespace support

@@ -10,7 +10,7 @@
 #include "opc/Package.h"
 #include "support/ZipFile.h"
 
-namespace deck::test {
+namespace support {
 
 /// XML of a text shape with one run; `nvPr` goes into its p:nvPr.
 std::string textShape(int id, const std::string& name, const std::string& text, const std::string& nvPr = {});
@@ -64,8 +64,8 @@ class DeckBuilder {
     return opc::Package::fromBytes(bytes(), "test.pptx");
   }
   /// Opened without a file or an application.
-  [[nodiscard]] std::shared_ptr<Presentation> presentation() const {
-    return std::make_shared<Presentation>(package(), "/decks/test.pptx", std::nullopt);
+  [[nodiscard]] std::shared_ptr<deck::Presentation> presentation() const {
+    return std::make_shared<deck::Presentation>(package(), "/decks/test.pptx", std::nullopt);
   }
 
  private:
@@ -89,4 +89,4 @@ class DeckBuilder {
   int lastTags_ = 0;
 };
 
-}  // namespace deck::test
+}  // namespace support

@@ -5,7 +5,7 @@
 
 #include "basic/Error.h"
 
-namespace deck::test {
+namespace support {
 
 /// The description of the error that an action throws.
 inline std::string errorOf(const std::function<void()>& action) {
@@ -17,4 +17,4 @@ inline std::string errorOf(const std::function<void()>& action) {
   return "no error";
 }
 
-}  // namespace deck::test
+}  // namespace support

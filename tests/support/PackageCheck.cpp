@@ -6,7 +6,7 @@
 #include "opc/Package.h"
 #include "opc/Xml.h"
 
-namespace deck::test {
+namespace support {
 namespace {
 
 bool isStored(const opc::Part& part) {
@@ -77,4 +77,4 @@ std::vector<std::string> faultsOf(const std::string& deck) {
   return faults;
 }
 
-}  // namespace deck::test
+}  // namespace support

@@ -6,7 +6,7 @@
 
 #include "host/powerpoint.h"
 
-namespace deck::test {
+namespace support {
 
 /// Writes the application's events down, and lets a test act inside of one.
 class RecordedEvents final : public PowerPoint::ApplicationEvents {
@@ -38,4 +38,4 @@ class RecordedEvents final : public PowerPoint::ApplicationEvents {
   std::function<void(PowerPoint::SlideShowWindow&)> onBegin;
 };
 
-}  // namespace deck::test
+}  // namespace support

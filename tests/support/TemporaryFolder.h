@@ -7,7 +7,7 @@
 #include <iterator>
 #include <string>
 
-namespace deck::test {
+namespace support {
 
 /// A folder of its own for a test, gone afterwards.
 class TemporaryFolder {
@@ -39,4 +39,4 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-}  // namespace deck::test
+}  // namespace support

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace deck::test {
+namespace support {
 namespace {
 
 template <typename Integer>
@@ -107,4 +107,4 @@ std::vector<StoredEntry> storedEntries(const std::string& zip) {
 
 std::string commentOf(const std::string& zip) { return zip.substr(endRecord(zip) + 22); }
 
-}  // namespace deck::test
+}  // namespace support

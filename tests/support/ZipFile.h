@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace deck::test {
+namespace support {
 
 /// An entry as it goes into an archive, lies included.
 struct ZipEntry {
@@ -33,4 +33,4 @@ struct StoredEntry {
 std::vector<StoredEntry> storedEntries(const std::string& zip);
 std::string commentOf(const std::string& zip);
 
-}  // namespace deck::test
+}  // namespace support

@@ -18,7 +18,7 @@ using testing::ElementsAre;
 /// Slides with one text each from a file of its own, that hide while it holds no value.
 struct ShowOrderTest : testing::Test, PowerPoint::ApplicationEvents {
   fakes::Machine machine;
-  deck::test::DeckBuilder builder;
+  support::DeckBuilder builder;
   std::shared_ptr<deck::Application> application = std::make_shared<deck::Application>();
   std::shared_ptr<deck::Presentation> deck;
   std::shared_ptr<deck::SlideShow> show;
@@ -38,7 +38,7 @@ struct ShowOrderTest : testing::Test, PowerPoint::ApplicationEvents {
   /// `values` by slide; an empty one is no data.
   void Begin(const std::vector<std::string>& values, const deck::SlideShowOptions& options) {
     for (std::size_t i = 0; i < values.size(); ++i) {
-      builder.addSlide(deck::test::textShape(2, "value", "author's"));
+      builder.addSlide(support::textShape(2, "value", "author's"));
     }
     deck = builder.presentation();
     deck->Tags()->Add("CORVANE VERSION", "1");
@@ -107,7 +107,7 @@ TEST_F(ShowOrderTest, ARangeLeavesTheOtherSlidesAloneAndItsHiddenSlideReturns) {
 TEST_F(ShowOrderTest, ACustomShowKeepsItsNextSlideFresh) {
   std::string sequence;
   for (const int slide : {4, 2, 1}) {
-    sequence += "<p:sld r:id=\"" + deck::test::DeckBuilder::slideRelationship(slide) + "\"/>";
+    sequence += "<p:sld r:id=\"" + support::DeckBuilder::slideRelationship(slide) + "\"/>";
   }
   builder.presentationExtra("<p:custShowLst><p:custShow name=\"x\" id=\"1\"><p:sldLst>" + sequence +
                             "</p:sldLst></p:custShow></p:custShowLst>");

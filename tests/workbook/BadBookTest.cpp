@@ -51,7 +51,7 @@ TEST_P(BadBooks, AreRefusedWithTheReason) {
 }
 
 std::string presentation() {
-  return deck::test::zipOf(
+  return support::zipOf(
       {{"_rels/.rels", R"(<R><R Id="1" Type="x/officeDocument" Target="ppt/presentation.xml"/></R>)"},
        {"ppt/presentation.xml", "<p:presentation/>"}});
 }
@@ -65,9 +65,9 @@ INSTANTIATE_TEST_SUITE_P(
              "it is encrypted. Remove its password and save it again."},
         Case{"old", compoundFile("Workbook"), "it is in the binary format of Excel 97 to 2003"},
         Case{"compound", compoundFile("WordDocument"), "it is no workbook"},
-        Case{"zip", deck::test::zipOf({{"readme.txt", "hello"}}), "it is a ZIP archive, but no workbook"},
+        Case{"zip", support::zipOf({{"readme.txt", "hello"}}), "it is a ZIP archive, but no workbook"},
         Case{"presentation", presentation(), "it is a presentation, no workbook"},
-        Case{"opendocument", deck::test::zipOf({{"mimetype", "x", false}}), "it is an OpenDocument file"},
+        Case{"opendocument", support::zipOf({{"mimetype", "x", false}}), "it is an OpenDocument file"},
         Case{"truncated", bookWith("a", std::string(5000, 'a')).substr(0, 700),
              "its ZIP archive is damaged or not complete"}),
     [](const auto& test) { return test.param.name; });

@@ -14,8 +14,9 @@
 
 namespace workbook::test {
 
-using deck::test::errorOf;
-using deck::test::TemporaryFolder;
+using support::BookBuilder;
+using support::errorOf;
+using support::TemporaryFolder;
 
 /// Sleeps a moment, as the program's loop does when nothing is ready.
 class IdleLoop final : public host::Loop {

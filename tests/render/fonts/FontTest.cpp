@@ -29,7 +29,7 @@ class OneFont final : public testing::Environment {
   }
 
  private:
-  deck::test::TemporaryFolder folder_;
+  support::TemporaryFolder folder_;
 };
 
 [[maybe_unused]] const auto* const fonts = testing::AddGlobalTestEnvironment(new OneFont);

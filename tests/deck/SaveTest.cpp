@@ -23,6 +23,15 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
+using support::DeckBuilder;
+using support::errorOf;
+using support::faultsOf;
+using support::RecordedEvents;
+using support::storedEntries;
+using support::StoredEntry;
+using support::TemporaryFolder;
+using support::textShape;
+using support::zipOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
