@@ -199,9 +199,6 @@ void ParagraphStyle::apply(pugi::xml_node pPr, const PaintContext& context) {
 }
 
 void ListStyle::apply(pugi::xml_node lstStyle, const PaintContext& context) {
-  if (const auto all = lstStyle.child("a:defPPr")) {
-    for (auto& level : levels) level.apply(all, context);
-  }
   static constexpr const char* names[] = {"a:lvl1pPr", "a:lvl2pPr", "a:lvl3pPr", "a:lvl4pPr", "a:lvl5pPr",
                                           "a:lvl6pPr", "a:lvl7pPr", "a:lvl8pPr", "a:lvl9pPr"};
   for (std::size_t i = 0; i < levels.size(); ++i) {

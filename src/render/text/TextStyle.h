@@ -99,7 +99,8 @@ struct ParagraphStyle {
 struct ListStyle {
   std::array<ParagraphStyle, 9> levels;
 
-  /// Takes over what a:lstStyle and its like state.
+  /// Takes over what a:lstStyle and its like state of its levels; a:defPPr counts for nothing, as in
+  /// PowerPoint.
   void apply(pugi::xml_node lstStyle, const PaintContext& context);
 };
 
