@@ -21,12 +21,8 @@ std::string firstPath(const char* preset, const Adjusts& adjusts = {}) {
   const auto outline = Geometry::preset(preset)->evaluate(W, H, adjusts);
   for (const auto& command : outline.paths[0].commands) {
     out << command.op;
-    const int count = std::strchr("ML", command.op) ? 2
-                      : command.op == 'Q'           ? 4
-                      : command.op == 'C'           ? 6
-                      : command.op == 'A'           ? 7
-                                                    : 0;
-    for (int i = 0; i < count; ++i) out << (i > 0 ? " " : "") << std::round(command.v[i] * 10) / 10 + 0.0;
+    for (int i = 0; i < operands(command.op); ++i)
+      out << (i > 0 ? " " : "") << std::round(command.v[i] * 10) / 10 + 0.0;
   }
   return out.str();
 }
