@@ -7,19 +7,26 @@ const oldest = 3000;
 
 export function thumbnails(container, choose) {
   const buttons = new Map();
+
+  // One after the other, or an older answer could come last.
   async function load(button) {
-    if (Date.now() - (button.loadedAt ?? 0) < oldest) return;
+    if (button.isLoading || Date.now() - (button.loadedAt ?? 0) < oldest) return;
+    button.isLoading = true;
     button.loadedAt = Date.now();
-    const answer = await fetch(`/slides/${button.dataset.slide}`).catch(() => null);
-    if (!answer?.ok) return;
+    await draw(button).catch(() => {}); // the next time will do
+    button.isLoading = false;
+  }
+
+  async function draw(button) {
+    const answer = await fetch(`/slides/${button.dataset.slide}`);
+    if (!answer.ok) return;
     const html = await answer.text();
     await loadChartsFor(html);
+    const styles = document.getElementById("slide-styles")?.outerHTML ?? "";
     button.tree ??= button.firstElementChild.attachShadow({ mode: "open" });
-    if (button.html === html) return;
-    button.html = html;
-    button.tree.innerHTML = html;
-    const styles = document.getElementById("slide-styles");
-    if (styles) button.tree.prepend(styles.cloneNode());
+    if (button.shown === styles + html) return;
+    button.shown = styles + html;
+    button.tree.innerHTML = button.shown;
   }
 
   const inSight = new IntersectionObserver(
