@@ -119,7 +119,7 @@ void addSnapshotCommand(CLI::App& program, Environment& environment) {
   CLI::App* verb = program.add_subcommand(
       "snapshot", "Write every slide, filled, as a page or a picture, or print what is drawn of it");
   verb->add_option("DECK", options->deck, "The deck")->required();
-  CLI::Option_group* what = verb->add_option_group("Either");
+  CLI::Option_group* what = verb->add_option_group("What to make");
   CLI::Option* folder =
       what->add_option("-o,--output", options->folder, "Folder for the pages; made when it is not there");
   what->add_flag("--scene", options->scene,
