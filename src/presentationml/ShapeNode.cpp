@@ -11,38 +11,12 @@ namespace {
 
 using PowerPoint::ShapeType;
 
-std::string_view localName(pugi::xml_node node) {
-  const std::string_view name = node.name();
-  return name.substr(name.find(':') + 1);
-}
-
-pugi::xml_node childByLocalName(pugi::xml_node parent, std::string_view name) {
-  return parent.find_child([name](pugi::xml_node child) { return localName(child) == name; });
-}
-
-/// p:nvSpPr, p:nvPicPr, ...; its prefix differs in content parts.
-pugi::xml_node nonVisualProperties(pugi::xml_node shape) {
-  return shape.find_child([](pugi::xml_node child) {
-    const std::string_view name = localName(child);
-    return name.starts_with("nv") && name.ends_with("Pr");
-  });
-}
-
 pugi::xml_node graphicData(pugi::xml_node shape) { return shape.child("a:graphic").child("a:graphicData"); }
 
 /// The last word of the URI that names what a frame holds.
 std::string_view contentOf(pugi::xml_node frame) {
   const std::string_view uri = graphicData(frame).attribute("uri").value();
   return uri.substr(uri.rfind('/') + 1);
-}
-
-/// The film or sound that a picture plays.
-pugi::xml_node media(pugi::xml_node shape) {
-  static constexpr std::array<std::string_view, 5> Kinds{"a:audioCd", "a:wavAudioFile", "a:audioFile",
-                                                         "a:videoFile", "a:quickTimeFile"};
-  return applicationProperties(shape).find_child([](pugi::xml_node child) {
-    return std::find(Kinds.begin(), Kinds.end(), child.name()) != Kinds.end();
-  });
 }
 
 ShapeType typeOfFrame(pugi::xml_node frame) {
@@ -71,10 +45,28 @@ ShapeType typeOfGeometry(pugi::xml_node shape) {
 
 }  // namespace
 
+std::string_view localName(pugi::xml_node node) {
+  const std::string_view name = node.name();
+  return name.substr(name.find(':') + 1);
+}
+
+pugi::xml_node childByLocalName(pugi::xml_node parent, std::string_view name) {
+  return parent.find_child([name](pugi::xml_node child) { return localName(child) == name; });
+}
+
+pugi::xml_node shapeTree(pugi::xml_node root) { return root.child("p:cSld").child("p:spTree"); }
+
 bool isShape(pugi::xml_node node) {
   static constexpr std::array<std::string_view, 6> Elements{"p:sp",    "p:pic",   "p:graphicFrame",
                                                             "p:cxnSp", "p:grpSp", "p:contentPart"};
   return std::find(Elements.begin(), Elements.end(), node.name()) != Elements.end();
+}
+
+pugi::xml_node nonVisualProperties(pugi::xml_node shape) {
+  return shape.find_child([](pugi::xml_node child) {
+    const std::string_view name = localName(child);
+    return name.starts_with("nv") && name.ends_with("Pr");
+  });
 }
 
 pugi::xml_node shapeProperties(pugi::xml_node shape) {
@@ -85,6 +77,16 @@ pugi::xml_node applicationProperties(pugi::xml_node shape) {
   return childByLocalName(nonVisualProperties(shape), "nvPr");
 }
 
+pugi::xml_node placeholder(pugi::xml_node shape) { return applicationProperties(shape).child("p:ph"); }
+
+pugi::xml_node media(pugi::xml_node picture) {
+  static constexpr std::array<std::string_view, 5> Kinds{"a:audioCd", "a:wavAudioFile", "a:audioFile",
+                                                         "a:videoFile", "a:quickTimeFile"};
+  return applicationProperties(picture).find_child([](pugi::xml_node child) {
+    return std::find(Kinds.begin(), Kinds.end(), child.name()) != Kinds.end();
+  });
+}
+
 std::string_view shapeName(pugi::xml_node shape) { return shapeProperties(shape).attribute("name").value(); }
 
 std::uint32_t shapeId(pugi::xml_node shape) { return shapeProperties(shape).attribute("id").as_uint(); }
@@ -92,7 +94,7 @@ std::uint32_t shapeId(pugi::xml_node shape) { return shapeProperties(shape).attr
 ShapeType shapeType(pugi::xml_node shape) {
   const std::string_view element = shape.name();
   if (element == "p:grpSp") return ShapeType::Group;
-  if (applicationProperties(shape).child("p:ph")) return ShapeType::Placeholder;
+  if (placeholder(shape)) return ShapeType::Placeholder;
   if (element == "p:graphicFrame") return typeOfFrame(shape);
   if (element == "p:pic") return typeOfPicture(shape);
   return typeOfGeometry(shape);

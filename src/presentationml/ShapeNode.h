@@ -14,17 +14,34 @@ namespace presentationml {
 // A shape as its XML element tells it: p:sp, p:pic, p:graphicFrame, p:cxnSp,
 // p:grpSp or p:contentPart (ECMA-376 part 1, 19.3.1).
 
+/// An element's name without its prefix, which is another one in diagrams' drawings (dsp:sp) and content
+/// parts.
+std::string_view localName(pugi::xml_node node);
+/// The first child of such a name; null for none.
+pugi::xml_node childByLocalName(pugi::xml_node parent, std::string_view name);
+
+/// p:spTree of a slide, layout or master by its root element.
+pugi::xml_node shapeTree(pugi::xml_node root);
+
 /// Whether the element is a shape.
 bool isShape(pugi::xml_node node);
 
+/// p:nvSpPr, p:nvPicPr and their like, which hold the next two.
+pugi::xml_node nonVisualProperties(pugi::xml_node shape);
 /// p:cNvPr: id, name.
 pugi::xml_node shapeProperties(pugi::xml_node shape);
 std::string_view shapeName(pugi::xml_node shape);
+/// Any unsigned 32-bit number (ECMA-376 part 1, 20.1.10.21); 0 when unreadable.
 std::uint32_t shapeId(pugi::xml_node shape);
 PowerPoint::ShapeType shapeType(pugi::xml_node shape);
 
 /// p:nvPr: placeholder, media, tags. Null when the shape lacks it.
 pugi::xml_node applicationProperties(pugi::xml_node shape);
+/// p:ph; null for shapes that are no placeholders.
+pugi::xml_node placeholder(pugi::xml_node shape);
+/// The film or sound that a picture plays: a:videoFile, a:audioFile, a:wavAudioFile, a:quickTimeFile or
+/// a:audioCd; null for none.
+pugi::xml_node media(pugi::xml_node picture);
 
 /// Whether the shape is a frame with a chart, of any kind.
 bool isChart(pugi::xml_node shape);

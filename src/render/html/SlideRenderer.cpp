@@ -5,6 +5,7 @@
 #include <set>
 
 #include "basic/Error.h"
+#include "presentationml/ShapeNode.h"
 #include "render/chart/ChartModel.h"
 #include "render/geometry/XmlValues.h"
 #include "render/html/BoxWriter.h"
@@ -21,38 +22,21 @@ namespace {
   throw basic::Error(basic::AdapterError, "render", description);
 }
 
-pugi::xml_node shapesOf(opc::Part& part) {
-  return part.xml().document_element().child("p:cSld").child("p:spTree");
-}
-
-/// An id is any unsigned 32-bit number (ECMA-376, 20.1.10.21).
-std::uint32_t idOf(pugi::xml_node shape) {
-  for (const auto child : shape.children()) {
-    if (const auto cNvPr = child.child("p:cNvPr")) return cNvPr.attribute("id").as_uint();
-  }
-  return 0;
-}
+pugi::xml_node shapesOf(opc::Part& part) { return presentationml::shapeTree(part.xml().document_element()); }
 
 bool hasId(pugi::xml_node shape, std::uint32_t id) {
-  if (std::string_view(shape.name()) != "mc:AlternateContent") return idOf(shape) == id;
+  if (std::string_view(shape.name()) != "mc:AlternateContent") return presentationml::shapeId(shape) == id;
   for (const auto way : shape.children()) {
     for (const auto content : way.children()) {
-      if (idOf(content) == id) return true;
+      if (presentationml::shapeId(content) == id) return true;
     }
-  }
-  return false;
-}
-
-bool isPlaceholder(pugi::xml_node shape) {
-  for (const auto child : shape.children()) {
-    if (child.child("p:nvPr").child("p:ph")) return true;
   }
   return false;
 }
 
 Box undrawn(pugi::xml_node shape) {
   Box box;
-  box.id = idOf(shape);
+  box.id = presentationml::shapeId(shape);
   return box;
 }
 
@@ -181,7 +165,7 @@ void SlideRenderer::drawBehind(Prepared& slide) {
     SceneBuilder builder(slide.inheritance, part, slide.fields);
     int count = 0;
     for (const auto child : shapesOf(part).children()) {
-      if (isPlaceholder(child)) continue;
+      if (presentationml::placeholder(child)) continue;
       const auto before = out.size();
       try {
         if (const auto box = builder.build(child))
@@ -209,7 +193,8 @@ void SlideRenderer::drawBehind(Prepared& slide) {
 std::optional<Box> SlideRenderer::build(Prepared& slide, pugi::xml_node shape,
                                         std::vector<std::string>* problems) {
   try {
-    auto box = slide.builder.build(shape, options_.isLive && options_.isLive(slide.index, idOf(shape)));
+    auto box = slide.builder.build(
+        shape, options_.isLive && options_.isLive(slide.index, presentationml::shapeId(shape)));
     if (box && problems != nullptr) {
       const auto where = "shape " + std::to_string(box->id) + " of slide " + std::to_string(slide.index);
       addChartProblems(*box, where, *problems);
@@ -306,7 +291,7 @@ std::string SlideRenderer::scene(int index) {
     dump.section(section);
     SceneBuilder builder(slide.inheritance, part, slide.fields);
     for (const auto child : shapesOf(part).children()) {
-      if (isPlaceholder(child) || dump.isFull()) continue;
+      if (presentationml::placeholder(child) || dump.isFull()) continue;
       attempt("A shape of " + part.name(), [&] {
         if (const auto box = builder.build(child)) dump.add(*box);
       });

@@ -1,5 +1,6 @@
 #include "render/scene/Inheritance.h"
 
+#include "presentationml/ShapeNode.h"
 #include "render/scene/TableStyles.h"
 
 namespace render {
@@ -18,16 +19,8 @@ std::string_view typeOf(pugi::xml_node ph) {
   return type.empty() ? "obj" : type;
 }
 
-pugi::xml_node placeholderOf(pugi::xml_node shape) {
-  for (const auto child : shape.children()) {
-    if (const auto ph = child.child("p:nvPr").child("p:ph")) return ph;
-  }
-  return {};
-}
-
 pugi::xml_node shapesOf(opc::Part* part) {
-  return part == nullptr ? pugi::xml_node()
-                         : part->xml().document_element().child("p:cSld").child("p:spTree");
+  return part == nullptr ? pugi::xml_node() : presentationml::shapeTree(part->xml().document_element());
 }
 
 /// By index; types that a layout has once are found by type, whatever their index.
@@ -36,7 +29,7 @@ pugi::xml_node layoutCounterpart(pugi::xml_node tree, pugi::xml_node ph) {
   const std::string_view index = ph.attribute("idx").value();
   pugi::xml_node byType;
   for (const auto shape : tree.children()) {
-    const auto candidate = placeholderOf(shape);
+    const auto candidate = presentationml::placeholder(shape);
     if (!candidate) continue;
     const bool sameType = masterType(typeOf(candidate)) == wanted;
     const std::string_view candidateIndex = candidate.attribute("idx").value();
@@ -54,7 +47,7 @@ pugi::xml_node layoutCounterpart(pugi::xml_node tree, pugi::xml_node ph) {
 
 pugi::xml_node masterCounterpart(pugi::xml_node tree, std::string_view wanted) {
   for (const auto shape : tree.children()) {
-    const auto candidate = placeholderOf(shape);
+    const auto candidate = presentationml::placeholder(shape);
     if (candidate && masterType(typeOf(candidate)) == wanted) return shape;
   }
   return {};
@@ -126,7 +119,7 @@ const Inherited& Inheritance::of(pugi::xml_node ph) {
   if (ph) {
     made->layoutShape = layoutCounterpart(shapesOf(layout_), ph);
     // The layout knows the type of a placeholder that the slide names by index alone.
-    const auto layoutPh = placeholderOf(made->layoutShape);
+    const auto layoutPh = presentationml::placeholder(made->layoutShape);
     made->masterShape = masterCounterpart(shapesOf(master_), masterType(typeOf(layoutPh ? layoutPh : ph)));
     for (const auto& [shape, part] :
          {std::pair{made->masterShape, master_}, std::pair{made->layoutShape, layout_}}) {

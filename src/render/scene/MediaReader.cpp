@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "presentationml/ShapeNode.h"
 #include "render/geometry/XmlValues.h"
 
 namespace render {
@@ -30,24 +31,17 @@ bool isStarted(pugi::xml_node timing, std::string_view shape) {
 }  // namespace
 
 std::optional<Media> readMedia(pugi::xml_node picture, opc::Part& slide, Assets& assets) {
-  const auto nonVisual = picture.child("p:nvPicPr");
-  const auto properties = nonVisual.child("p:nvPr");
-  pugi::xml_attribute source;
-  Media media;
-  for (const auto child : properties.children()) {
-    const std::string_view name = child.name();
-    if (name != "a:videoFile" && name != "a:quickTimeFile" && name != "a:audioFile" &&
-        name != "a:wavAudioFile")
-      continue;
-    media.isVideo = name == "a:videoFile" || name == "a:quickTimeFile";
-    source = child.attribute(name == "a:wavAudioFile" ? "r:embed" : "r:link");
-  }
+  const auto played = presentationml::media(picture);
+  const std::string_view kind = played.name();
+  auto source = played.attribute(kind == "a:wavAudioFile" ? "r:embed" : "r:link");
   if (!source) return {};
+  Media media;
+  media.isVideo = kind == "a:videoFile" || kind == "a:quickTimeFile";
   // Newer files embed what older programs take to be linked.
-  for (const auto extension : properties.child("p:extLst").children("p:ext")) {
+  for (const auto extension : played.parent().child("p:extLst").children("p:ext")) {
     if (const auto embedded = extension.child("p14:media").attribute("r:embed")) source = embedded;
   }
-  const std::string_view shape = nonVisual.child("p:cNvPr").attribute("id").value();
+  const std::string_view shape = presentationml::shapeProperties(picture).attribute("id").value();
   const auto timing = slide.xml().document_element().child("p:timing");
   const auto node = timing.find_node([&](pugi::xml_node each) {
     return std::string_view(each.name()) == "p:cMediaNode" && aimsAt(each, shape);
