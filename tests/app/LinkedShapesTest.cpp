@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "render/html/PageContract.h"
+
 namespace app {
 namespace {
 
@@ -21,8 +23,10 @@ TEST(LinkedShapesTest, AConnectionIsKnownByTheNumberThatTheRuntimeReads) {
 }
 
 TEST(LinkedShapesTest, AnElementsIdHoldsItsShapes) {
-  EXPECT_EQ(elementId(3, 4000000000), "s3-sh4000000000");
-  EXPECT_EQ(shapeIdOf(elementId(3, 4000000000)), 4000000000);
+  EXPECT_EQ(render::page::shapeElement(3, 4000000000), "s3-sh4000000000");
+  EXPECT_EQ(render::page::shapeOf("s3-sh4000000000"), 4000000000);
+  EXPECT_EQ(render::page::shapeOf("s3-sh7-2"), 7U);
+  EXPECT_EQ(render::page::shapeOf("s3-l4"), 0U);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "basic/Markup.h"
 #include "basic/Utf8.h"
 
 namespace basic {
@@ -99,6 +100,12 @@ TEST(Utf8Test, DoesNotReadBeyondASequenceThatIsCutOff) {
     const std::vector<char> block(cut.begin(), cut.end());
     EXPECT_FALSE(IsValidUtf8({block.data(), block.size()}));
   }
+}
+
+TEST(MarkupTest, HoldsAnyTextInContentsAndAttributes) {
+  EXPECT_EQ(Escaped("<a href='x'>\"Tom & Jérôme\""),
+            "&lt;a href=&#39;x&#39;&gt;&quot;Tom &amp; Jérôme&quot;");
+  EXPECT_EQ(Escaped("a\tb\nc\r\nd\re\x01\x7F"), "a\tb\nc\nd\ne");
 }
 
 TEST(StringsTest, CountsCodePoints) {

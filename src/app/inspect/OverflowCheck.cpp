@@ -7,6 +7,7 @@
 
 #include "app/inspect/Camera.h"
 #include "process/TemporaryFolder.h"
+#include "render/html/PageContract.h"
 
 namespace app {
 
@@ -55,7 +56,7 @@ Findings checkOverflow(FilledDeck& filled) {
       const auto out = measured["out"].get<double>();
       if (out <= Tolerance) continue;
       const auto shape = std::find_if(linked.begin(), linked.end(), [&](const LinkedShape& each) {
-        return measured["id"] == "s" + std::to_string(slide) + "-sh" + std::to_string(each.id);
+        return measured["id"] == render::page::shapeElement(slide, each.id);
       });
       if (shape == linked.end()) continue;
       findings.push_back({Finding::Gravity::Broken, slide, shape->name,

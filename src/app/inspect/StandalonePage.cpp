@@ -1,6 +1,7 @@
 #include "app/inspect/StandalonePage.h"
 
 #include "basic/Base64.h"
+#include "basic/Markup.h"
 #include "web/show/ClientFiles.h"
 
 namespace app {
@@ -10,20 +11,6 @@ namespace {
 bool isNameCharacter(char c) {
   return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '.' || c == '-' ||
          c == '_';
-}
-
-std::string escaped(std::string_view text) {
-  std::string html;
-  for (const char c : text) {
-    if (c == '&') {
-      html += "&amp;";
-    } else if (c == '<') {
-      html += "&lt;";
-    } else {
-      html += c;
-    }
-  }
-  return html;
 }
 
 /// The script that draws charts, which the browser unpacks itself.
@@ -39,8 +26,8 @@ std::string chartScript() {
 
 std::string StandalonePage::html() const {
   constexpr std::string_view Reference = "assets/";
-  std::string page =
-      "<!doctype html>\n<html><head><meta charset=\"utf-8\"><title>" + escaped(title) + "</title>\n<style>";
+  std::string page = "<!doctype html>\n<html><head><meta charset=\"utf-8\"><title>" + basic::Escaped(title) +
+                     "</title>\n<style>";
   page.append(styles).append("body{margin:0}</style></head><body>");
   std::string_view rest = slide;
   while (true) {

@@ -8,6 +8,7 @@
 #include "basic/Date.h"
 #include "basic/Error.h"
 #include "host/services.h"
+#include "render/html/PageContract.h"
 
 namespace app {
 
@@ -276,7 +277,7 @@ void LiveShow::sendShapes(web::Server::Time changed) {
   for (const auto& [slide, id] : std::exchange(changedShapes_, {})) {
     web::ShapeChange change;
     change.slide = slide;
-    change.elementId = elementId(slide, id);
+    change.elementId = render::page::shapeElement(slide, id);
     change.isMirrored = isMirrored(slide);
     if (isHeld(slide)) change.html = drawShape(slide, id);
     if (const LinkedShape* shape = linkedShape(slide, id)) {

@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "app/show/LiveShow.h"
-#include "basic/Conversion.h"
 #include "deck/show/TransitionEffect.h"
 #include "model/clsShape.h"
 #include "render/html/PageContract.h"
@@ -90,7 +89,7 @@ web::View LiveShow::view(std::optional<int> slide, std::string_view shape) {
     const pugi::xml_node node = presentation_->shapesOf(index).find(shape);
     if (!shape.empty() && !node) continue;
     view.slide = index;
-    if (!shape.empty()) view.elementId = elementId(index, presentationml::shapeId(node));
+    if (!shape.empty()) view.elementId = render::page::shapeElement(index, presentationml::shapeId(node));
     break;
   }
   return view;
@@ -175,7 +174,8 @@ render::SlidePage LiveShow::draw(int slide) {
     page.html = renderer_.backdrop(slide, slide);
   } catch (const std::exception& error) {
     problems_.tell(which + " is shown without a background: " + error.what());
-    page.html = "<section class=\"slide\" id=\"s" + std::to_string(slide) + "\"></section>";
+    const render::SlideSize size = renderer_.size();
+    page.html = render::page::startSlide(slide, size.width, size.height) + "</section>";
   }
   return page;
 }
@@ -195,17 +195,15 @@ std::string LiveShow::drawShape(int slide, std::uint32_t id) {
 void LiveShow::showShape(const web::View& view, web::ScreenState& state) try {
   // Only whole pages tell whether they show the time.
   page(view.slide);
-  const std::uint32_t id = shapeIdOf(view.elementId);
+  const std::uint32_t id = render::page::shapeOf(view.elementId);
   const std::string html = renderer_.shape(view.slide, id);
   const render::Rect area = renderer_.area(view.slide, id);
-  const std::string size =
-      "width:" + basic::CStr(state.width) + "px;height:" + basic::CStr(state.height) + "px";
+  const std::string start = render::page::startSlide(view.slide, state.width, state.height);
   state.left = area.x;
   state.top = area.y;
   state.width = std::max(area.w, 1.0);
   state.height = std::max(area.h, 1.0);
-  state.current = web::SlideView{view.slide, "<section class=\"slide\" id=\"s" + std::to_string(view.slide) +
-                                                 "\" style=\"" + size + "\">" + html + "</section>"};
+  state.current = web::SlideView{view.slide, start + html + "</section>"};
 } catch (const std::exception& error) {
   problems_.tell(error.what());
 }
@@ -218,7 +216,7 @@ void LiveShow::addStale(web::ScreenState& state, int slide) const {
     auto& elements = options_.staleData == StaleData::Mark ? state.marked
                      : isText                              ? state.blanked
                                                            : state.hidden;
-    elements.push_back(elementId(slide, shape.id));
+    elements.push_back(render::page::shapeElement(slide, shape.id));
   }
 }
 
@@ -226,10 +224,11 @@ void LiveShow::addBuilds(web::ScreenState& state, int slide) const {
   if (slide != show_->position()) return;
   const deck::Builds& builds = show_->builds();
   const std::size_t built = show_->builtSteps();
-  for (const std::uint32_t id : builds.hiddenAfter(built)) state.hidden.push_back(elementId(slide, id));
+  for (const std::uint32_t id : builds.hiddenAfter(built))
+    state.hidden.push_back(render::page::shapeElement(slide, id));
   if (built != builtBefore_ + 1) return;
   for (const deck::BuildEffect& effect : builds.step(built - 1)) {
-    state.builds.push_back({elementId(slide, effect.shapeId), effect.isEntrance, effect.kind,
+    state.builds.push_back({render::page::shapeElement(slide, effect.shapeId), effect.isEntrance, effect.kind,
                             effect.direction, std::chrono::milliseconds(effect.milliseconds)});
   }
 }

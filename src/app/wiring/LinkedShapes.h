@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "deck/objects/Presentation.h"
@@ -25,12 +24,6 @@ struct LinkedShape {
   /// What the runtime calls the connection, "007"; empty when the tag holds no number.
   [[nodiscard]] std::string connectionKey() const;
 };
-
-/// The id of a shape's element on a screen.
-std::string elementId(std::int32_t slideIndex, std::uint32_t shapeId);
-
-/// The shape's id in it.
-std::uint32_t shapeIdOf(std::string_view elementId);
 
 /// The linked shapes of one slide, in drawing order.
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex);

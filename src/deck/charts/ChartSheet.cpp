@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 
+#include "basic/Markup.h"
 #include "basic/Strings.h"
 #include "deck/Failure.h"
 #include "deck/charts/NumberDigits.h"
@@ -20,27 +21,6 @@ bool isIn(std::uint32_t place, std::uint32_t first, std::uint32_t last) {
 
 bool isIn(const basic::Area& area, std::uint32_t row, std::uint32_t column) {
   return isIn(row, area.firstRow, area.lastRow) && isIn(column, area.firstColumn, area.lastColumn);
-}
-
-void appendEscaped(std::string& to, std::string_view text) {
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        to += "&amp;";
-        break;
-      case '<':
-        to += "&lt;";
-        break;
-      case '>':
-        to += "&gt;";
-        break;
-      case '"':
-        to += "&quot;";
-        break;
-      default:
-        to += c;
-    }
-  }
 }
 
 /// A row or a cell with its place, which files may leave out.
@@ -169,7 +149,7 @@ class SheetFiller {
       if (attributeName == "r" || attributeName == "spans" || (hasData && attributeName == "hidden"))
         continue;
       out_.append(" ").append(attributeName).append("=\"");
-      appendEscaped(out_, attribute.value());
+      basic::AppendEscaped(out_, attribute.value());
       out_ += '"';
     }
     out_ += '>';
@@ -205,7 +185,7 @@ class SheetFiller {
     out_ += "<" + xml_.name("c") + " r=\"" + cellName(row, column) + "\"";
     if (!style.empty()) {
       out_ += " s=\"";
-      appendEscaped(out_, style);
+      basic::AppendEscaped(out_, style);
       out_ += '"';
     }
   }
@@ -256,7 +236,7 @@ class SheetFiller {
     const std::string is = xml_.name("is");
     const std::string t = xml_.name("t");
     out_ += " t=\"inlineStr\"><" + is + "><" + t + " xml:space=\"preserve\">";
-    appendEscaped(out_, escapedForSheet(text));
+    basic::AppendEscaped(out_, escapedForSheet(text));
     out_ += "</" + t + "></" + is + "></" + xml_.name("c") + ">";
   }
 

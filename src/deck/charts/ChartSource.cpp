@@ -2,28 +2,20 @@
 
 #include "deck/charts/ChartSource.h"
 
-#include <algorithm>
-#include <charconv>
 #include <cmath>
 
 #include "deck/charts/NumberDigits.h"
+#include "presentationml/ChartSource.h"
 
 namespace deck {
+
+using presentationml::forEachPoint;
+using presentationml::isNumeric;
+using presentationml::pointNumber;
+using presentationml::pointsIn;
+using presentationml::referenceIn;
+
 namespace {
-
-template <typename Visit>
-void forEachPoint(pugi::xml_node points, std::size_t count, const Visit& visit) {
-  for (pugi::xml_node point : points.children("c:pt")) {
-    const std::size_t index = point.attribute("idx").as_ullong(count);
-    if (index < count) visit(index, point.child_value("c:v"));
-  }
-}
-
-std::optional<double> numberIn(std::string_view text) {
-  double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && std::isfinite(number) ? std::optional(number) : std::nullopt;
-}
 
 pugi::xml_node append(pugi::xml_node parent, const char* name) { return parent.append_child(name); }
 
@@ -60,11 +52,6 @@ std::string formatCodeOf(pugi::xml_node source) {
 
 }  // namespace
 
-std::string_view localName(pugi::xml_node node) {
-  const std::string_view name = node.name();
-  return name.substr(name.find(':') + 1);
-}
-
 bool isNamed(pugi::xml_node node, std::string_view name) { return name == node.name(); }
 
 pugi::xml_node categoriesOf(pugi::xml_node series) {
@@ -75,19 +62,6 @@ pugi::xml_node categoriesOf(pugi::xml_node series) {
 pugi::xml_node valuesOf(pugi::xml_node series) {
   const pugi::xml_node values = series.child("c:val");
   return values ? values : series.child("c:yVal");
-}
-
-pugi::xml_node referenceIn(pugi::xml_node source) {
-  return source.find_child([](pugi::xml_node child) { return localName(child).ends_with("Ref"); });
-}
-
-pugi::xml_node pointsIn(pugi::xml_node source) {
-  const pugi::xml_node reference = referenceIn(source);
-  const pugi::xml_node points = (reference ? reference : source).find_child([](pugi::xml_node child) {
-    return localName(child).ends_with("Cache") || localName(child).ends_with("Lit");
-  });
-  const pugi::xml_node level = points.child("c:lvl");
-  return level ? level : points;
 }
 
 bool hasLevels(pugi::xml_node source) {
@@ -104,21 +78,14 @@ std::optional<basic::Reference> placeOf(pugi::xml_node source) {
   return place;
 }
 
-bool isNumeric(pugi::xml_node points) { return localName(points).starts_with("num"); }
-
-std::size_t countOf(pugi::xml_node points) {
-  const pugi::xml_node count = points.child("c:ptCount");
-  const pugi::xml_node stated = count ? count : points.parent().child("c:ptCount");
-  return std::min<std::size_t>(stated.attribute("val").as_ullong(), basic::MaximumRow);
-}
-
 std::vector<Category> categoriesIn(pugi::xml_node source, std::size_t count) {
   std::vector<Category> categories(count);
   const pugi::xml_node points = pointsIn(source);
-  forEachPoint(points, count, [&](std::size_t index, const char* text) {
+  forEachPoint(points, [&](std::size_t index, const char* text) {
+    if (index >= count) return;
     if (!isNumeric(points)) {
       categories[index] = std::string(text);
-    } else if (const auto number = numberIn(text)) {
+    } else if (const auto number = pointNumber(text)) {
       categories[index] = *number;
     }
   });
@@ -127,8 +94,8 @@ std::vector<Category> categoriesIn(pugi::xml_node source, std::size_t count) {
 
 std::vector<double> valuesIn(pugi::xml_node source, std::size_t count) {
   std::vector<double> values(count, std::nan(""));
-  forEachPoint(pointsIn(source), count, [&](std::size_t index, const char* text) {
-    values[index] = numberIn(text).value_or(std::nan(""));
+  forEachPoint(pointsIn(source), [&](std::size_t index, const char* text) {
+    if (index < count) values[index] = pointNumber(text).value_or(std::nan(""));
   });
   return values;
 }

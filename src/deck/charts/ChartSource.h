@@ -12,12 +12,11 @@
 
 // A source of data of a series (ECMA-376 part 1, 21.2: c:tx, c:cat, c:val, c:xVal, c:yVal,
 // c:bubbleSize): cells of the chart's workbook with a cache of what they hold, or data that stand in the
-// chart alone. Functions take null nodes and find nothing in them.
+// chart alone. presentationml/ChartSource.h finds them; this is what a chart that is refilled needs besides.
+// Functions take null nodes and find nothing in them.
 
 namespace deck {
 
-/// The name of an element without its prefix.
-std::string_view localName(pugi::xml_node node);
 /// By the whole name ("c:ser").
 bool isNamed(pugi::xml_node node, std::string_view name);
 
@@ -25,19 +24,10 @@ bool isNamed(pugi::xml_node node, std::string_view name);
 pugi::xml_node categoriesOf(pugi::xml_node series);
 pugi::xml_node valuesOf(pugi::xml_node series);
 
-/// c:strRef, c:numRef and the like below a source; null when its data stand in the chart alone.
-pugi::xml_node referenceIn(pugi::xml_node source);
-/// What holds the points of a source: a cache or its one level, or what stands in the chart alone.
-pugi::xml_node pointsIn(pugi::xml_node source);
 /// Whether categories are nested.
 bool hasLevels(pugi::xml_node source);
 /// The cells that it names, without the name of a workbook; nothing when it names none.
 std::optional<basic::Reference> placeOf(pugi::xml_node source);
-/// Whether such points are numbers.
-bool isNumeric(pugi::xml_node points);
-/// How many points there are, those without a value included; never more than a worksheet has rows.
-std::size_t countOf(pugi::xml_node points);
-
 /// The first `count` points. What has no value or none that can be read is a gap.
 std::vector<Category> categoriesIn(pugi::xml_node source, std::size_t count);
 std::vector<double> valuesIn(pugi::xml_node source, std::size_t count);

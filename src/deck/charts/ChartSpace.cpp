@@ -11,8 +11,17 @@
 #include "basic/numberformat/NumberFormat.h"
 #include "deck/Failure.h"
 #include "deck/charts/ChartSource.h"
+#include "presentationml/ChartSource.h"
+#include "presentationml/ShapeNode.h"
 
 namespace deck {
+
+using presentationml::isNumeric;
+using presentationml::localName;
+using presentationml::pointsIn;
+using presentationml::referenceIn;
+using presentationml::statedCount;
+
 namespace {
 
 template <typename Visit>
@@ -156,7 +165,8 @@ ChartData ChartSpace::data() const {
   std::size_t rows = 0;
   pugi::xml_node categories;
   for (const pugi::xml_node series : series_) {
-    rows = std::max({rows, countOf(pointsIn(categoriesOf(series))), countOf(pointsIn(valuesOf(series)))});
+    rows = std::max(
+        {rows, statedCount(pointsIn(categoriesOf(series))), statedCount(pointsIn(valuesOf(series)))});
     if (!categories) categories = categoriesOf(series);
   }
   ChartData data;

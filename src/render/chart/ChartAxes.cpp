@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+// Which axes the series of a chart use, how far they run, where they cross, and what stacks add up to.
+
 namespace render {
 
 namespace {

@@ -1,35 +1,22 @@
 #include "render/chart/ChartData.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 #include "basic/Strings.h"
+#include "presentationml/ChartSource.h"
 #include "render/geometry/XmlValues.h"
+
+// The values that a chart part keeps, as far as they can be drawn.
 
 namespace render {
 
 namespace {
 
-/// Rows of a worksheet.
-constexpr std::size_t MostPoints = 1048576;
 /// Missing points at the end that a chart keeps room for.
 constexpr std::size_t MostMissing = 65536;
 /// Larger numbers overflow once they are added up.
 constexpr double Largest = 1e200;
-
-pugi::xml_node firstOf(pugi::xml_node parent, std::initializer_list<const char*> names) {
-  for (const char* name : names) {
-    if (const auto child = parent.child(name)) return child;
-  }
-  return {};
-}
-
-pugi::xml_node cacheIn(pugi::xml_node source) {
-  if (const auto literal = firstOf(source, {"c:numLit", "c:strLit"})) return literal;
-  const auto reference = firstOf(source, {"c:numRef", "c:strRef", "c:multiLvlStrRef"});
-  return firstOf(reference, {"c:numCache", "c:strCache", "c:multiLvlStrCache"});
-}
 
 }  // namespace
 
@@ -45,72 +32,57 @@ bool flagOf(pugi::xml_node parent, const char* child, bool otherwise) {
 }
 
 std::optional<double> chartNumber(std::string_view text) {
-  while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') text.remove_prefix(1);
-  while (!text.empty() && static_cast<unsigned char>(text.back()) <= ' ') text.remove_suffix(1);
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc{} || end != text.data() + text.size()) return {};
-  if (!(std::abs(value) <= Largest)) return {};
-  return value;
+  const auto number = presentationml::pointNumber(text);
+  return number && std::abs(*number) <= Largest ? number : std::nullopt;
 }
 
-std::optional<std::size_t> ChartData::indexOf(pugi::xml_node pt) {
-  const auto index = numberOf(pt.attribute("idx"));
-  if (index && *index >= 0 && *index < static_cast<double>(MostPoints)) {
-    const auto place = static_cast<std::size_t>(*index);
-    if (place < room_) return place;
-  }
+bool ChartData::isThere(std::size_t place) {
+  if (place < room_) return true;
   ++misfits_;
-  return {};
+  return false;
 }
 
-std::size_t ChartData::countOf(pugi::xml_node cache, std::size_t found) {
-  const auto stated = numberOf(cache.child("c:ptCount").attribute("val")).value_or(0);
-  if (stated <= static_cast<double>(found)) return found;
-  return std::max(found, std::min(MostMissing, static_cast<std::size_t>(stated)));
+std::size_t ChartData::countOf(pugi::xml_node points, std::size_t found) {
+  return std::max(found, std::min(MostMissing, presentationml::statedCount(points)));
 }
 
 ChartNumbers ChartData::numbers(pugi::xml_node source) {
   ChartNumbers numbers;
-  const auto cache = cacheIn(source);
+  const auto cache = presentationml::cacheIn(source);
   numbers.format = shortened(cache.child_value("c:formatCode"));
-  for (const auto pt : cache.children("c:pt")) {
-    const auto index = indexOf(pt);
-    if (!index) continue;
-    const std::string_view text = pt.child_value("c:v");
+  presentationml::forEachPoint(cache, [&](std::size_t place, std::string_view text) {
+    if (!isThere(place)) return;
     const auto value = chartNumber(text);
     // Errors of the worksheet are gaps as empty cells are.
     if (!value && !text.empty() && text.front() != '#') ++misfits_;
-    if (numbers.values.size() <= *index) numbers.values.resize(*index + 1, NoValue);
-    numbers.values[*index] = value.value_or(NoValue);
-  }
+    if (numbers.values.size() <= place) numbers.values.resize(place + 1, NoValue);
+    numbers.values[place] = value.value_or(NoValue);
+  });
   numbers.values.resize(std::min(room_, countOf(cache, numbers.values.size())), NoValue);
   room_ -= numbers.values.size();
   return numbers;
 }
 
-std::vector<std::string> ChartData::texts(pugi::xml_node cache) {
+std::vector<std::string> ChartData::texts(pugi::xml_node points) {
   std::vector<std::string> texts;
-  for (const auto pt : cache.children("c:pt")) {
-    const auto index = indexOf(pt);
-    if (!index) continue;
-    if (texts.size() <= *index) texts.resize(*index + 1);
-    texts[*index] = pt.child_value("c:v");
-  }
-  texts.resize(std::min(room_, countOf(cache, texts.size())));
+  presentationml::forEachPoint(points, [&](std::size_t place, const char* text) {
+    if (!isThere(place)) return;
+    if (texts.size() <= place) texts.resize(place + 1);
+    texts[place] = text;
+  });
+  texts.resize(std::min(room_, countOf(points, texts.size())));
   room_ -= texts.size();
   return texts;
 }
 
 ChartCategories ChartData::categories(pugi::xml_node source) {
   ChartCategories categories;
-  const auto cache = cacheIn(source);
-  const std::string_view name = cache.name();
-  if (name == "c:numCache" || name == "c:numLit") {
+  const auto cache = presentationml::cacheIn(source);
+  if (presentationml::isNumeric(cache)) {
     auto numbers = this->numbers(source);
     categories.numbers = std::move(numbers.values);
     categories.format = std::move(numbers.format);
-  } else if (name == "c:multiLvlStrCache") {
+  } else if (cache.child("c:lvl")) {
     bool isInner = true;
     for (const auto level : cache.children("c:lvl")) {
       auto texts = this->texts(level);
@@ -133,10 +105,10 @@ ChartCategories ChartData::categories(pugi::xml_node source) {
 std::string ChartData::text(pugi::xml_node tx) {
   if (const auto v = tx.child("c:v")) return v.child_value();
   std::string text;
-  for (const auto pt : cacheIn(tx).children("c:pt")) {
+  presentationml::forEachPoint(presentationml::cacheIn(tx), [&](std::size_t, const char* piece) {
     if (!text.empty()) text += ' ';
-    text += pt.child_value("c:v");
-  }
+    text += piece;
+  });
   return text;
 }
 

@@ -10,11 +10,11 @@
 
 namespace render {
 
-/// The text of a child's val attribute.
 /// At most 255 characters, which are what a worksheet allows in names and formats; every point may repeat
 /// them.
 std::string shortened(std::string_view text);
 
+/// The text of a child's val attribute; empty without it.
 std::string_view valueOf(pugi::xml_node parent, const char* child);
 /// A child element such as c:overlay: stated without a value it means true.
 bool flagOf(pugi::xml_node parent, const char* child, bool otherwise);
@@ -35,9 +35,11 @@ class ChartData {
   [[nodiscard]] int misfits() const { return misfits_; }
 
  private:
-  std::optional<std::size_t> indexOf(pugi::xml_node pt);
-  static std::size_t countOf(pugi::xml_node cache, std::size_t found);
-  std::vector<std::string> texts(pugi::xml_node cache);
+  /// Counts a place that is none or for which there is no room.
+  bool isThere(std::size_t place);
+  /// Of points of which `found` were met, with those behind them that have no value.
+  static std::size_t countOf(pugi::xml_node points, std::size_t found);
+  std::vector<std::string> texts(pugi::xml_node points);
 
   int misfits_ = 0;
   /// Places that may still be made; a part of a few bytes must not ask for gigabytes.

@@ -26,11 +26,13 @@ inline constexpr std::size_t MostSeries = 255;
 enum class ChartKind : std::uint8_t { Bar, Line, Area, Pie, Doughnut, Scatter, Bubble, Radar, Stock };
 enum class ChartStacking : std::uint8_t { None, Stacked, Percent };
 
+/// What an element is painted with; without a line none is drawn.
 struct ChartLook {
   Fill fill;
   std::optional<Line> line;
 };
 
+/// A series' numbers by point; NoValue where there is none.
 struct ChartNumbers {
   std::vector<double> values;
   /// Of the worksheet's cells; empty is General.
@@ -58,10 +60,11 @@ struct ChartPlace {
 struct ChartMarker {
   /// ST_MarkerStyle ("diamond"); empty is none.
   std::string symbol;
-  double size = 0;
+  double size = 0;  // px
   ChartLook look;
 };
 
+/// What stands at a point (c:dLbl, 21.2.2.47).
 struct ChartLabel {
   bool showsValue = false;
   bool showsCategory = false;
@@ -74,7 +77,7 @@ struct ChartLabel {
   /// Empty is that of the values.
   std::string format;
   RunStyle font;
-  double rotation = 0;
+  double rotation = 0;  // degrees clockwise
   ChartLook look;
   /// Instead of what it would show.
   std::string text;
@@ -85,6 +88,7 @@ struct ChartLabel {
   }
 };
 
+/// What a single point has of its own (c:dPt); unset is the series'.
 struct ChartPoint {
   std::optional<ChartLook> look;
   std::optional<ChartMarker> marker;
@@ -96,6 +100,7 @@ struct ChartTrend {
   Kind kind = Kind::Linear;
   /// Of a polynomial, or the period of a moving average.
   int order = 2;
+  /// How far it goes on beyond the points, in units of X.
   double forward = 0;
   double backward = 0;
   std::optional<double> intercept;
@@ -112,9 +117,10 @@ struct ChartErrorBars {
   Line line;
 };
 
+/// c:ser. Points count from 0; all that is stated by point has its place as key.
 struct ChartSeries {
-  int index = 0;
-  int order = 0;
+  int index = 0;  // c:idx, which automatic colours go by
+  int order = 0;  // c:order
   std::string name;
   ChartCategories categories;
   ChartNumbers values;
@@ -140,11 +146,11 @@ struct ChartGroup {
   ChartStacking stacking = ChartStacking::None;
   bool isHorizontal = false;
   bool variesColors = false;
-  double gapWidth = 1.5;  // share of a bar's width
-  double overlap = 0;     // -1 to 1
-  double firstAngle = 0;  // degrees clockwise from the top
-  double holeSize = 0.5;
-  double bubbleScale = 1;
+  double gapWidth = 1.5;   // share of a bar's width
+  double overlap = 0;      // -1 to 1
+  double firstAngle = 0;   // degrees clockwise from the top
+  double holeSize = 0.5;   // share of the outer radius
+  double bubbleScale = 1;  // the largest bubble measures a quarter of the plot times this
   bool sizeIsWidth = false;
   bool showsNegativeBubbles = false;
   bool isFilledRadar = false;
@@ -221,6 +227,7 @@ struct ChartLegend {
 
 enum class ChartGaps : std::uint8_t { Gap, Zero, Span };
 
+/// A chart (c:chartSpace, 21.2.2.29). Everything in it is its own.
 struct ChartModel {
   /// Of the whole; also of a chart that shows nothing else.
   ChartLook area;

@@ -6,6 +6,8 @@
 #include "render/geometry/XmlValues.h"
 #include "render/text/TextReader.h"
 
+// A chart part as a model: titles, legend and axes. Its series are read in ChartSeriesReader.cpp.
+
 namespace render {
 
 namespace {

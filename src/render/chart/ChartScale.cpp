@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+// Limits and steps of an axis of values, as the program chooses them that makes decks.
+
 namespace render {
 
 namespace {

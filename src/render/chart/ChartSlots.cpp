@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numeric>
 
+// Categories and dates as slots along an axis, and the choice among very many points.
+
 namespace render {
 
 namespace {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+// Trend lines: least squares by Gaussian elimination, and moving averages.
+
 namespace render {
 
 namespace {

@@ -8,6 +8,10 @@
 
 #include "render/conversion/FlatDrawing.h"
 
+// One batch of pictures after the other: LibreOffice draws all of it into a document of pages, then
+// pdftocairo
+// gives the outlines of each page.
+
 namespace render {
 
 namespace {

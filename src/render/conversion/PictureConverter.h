@@ -20,7 +20,8 @@ namespace render {
 /// draws them, as many at a time as are asked for, pdftocairo gives their outlines.
 /// Both run as child processes with a bound on time and memory, and nothing waits
 /// for them: poll() has to be called while isBusy(). What was converted is kept, in
-/// memory and in a folder. One thread.
+/// memory and in a folder. Nothing is thrown: what fails becomes the
+/// conversion's problem. One thread.
 class PictureConverter : public PictureConversions {
  public:
   struct Options {

@@ -9,6 +9,8 @@
 #include "render/geometry/GeometryCompiler.h"
 #include "render/geometry/XmlValues.h"
 
+// Guides are computed in the order of the file, then paths drawn through them.
+
 namespace render {
 
 namespace {

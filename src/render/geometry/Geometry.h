@@ -14,9 +14,10 @@
 
 namespace render {
 
+/// One command of a path as in SVG 2, 9.3: M L Q C A Z with absolute coordinates in px.
 struct PathCommand {
-  /// As in SVG: M L Q C A Z, absolute coordinates in px.
   char op;
+  /// The first operands(op) of them count; of an arc: radii, turn (0), large, clockwise, end.
   double v[7];
 };
 
@@ -37,35 +38,39 @@ constexpr int operands(char op) {
   }
 }
 
+/// What is done to the shape's fill in a path (ECMA-376 part 1, 20.1.10.37).
 enum class PathFill : std::uint8_t { None, Normal, Lighten, LightenLess, Darken, DarkenLess };
 
 struct OutlinePath {
   std::vector<PathCommand> commands;
   PathFill fill = PathFill::Normal;
+  /// Whether the line is drawn along it.
   bool stroke = true;
 };
 
 /// What a geometry gives for one size.
 struct Outline {
   std::vector<OutlinePath> paths;
-  /// Where the shape's text goes.
+  /// Where the shape's text goes: px from the shape's upper left corner.
   Rect text;
   /// Just the shape's box.
   bool isRectangle = false;
 };
 
-/// Adjust values of one shape by name ("adj1").
+/// Adjust values of one shape by name ("adj1"), in the units of its guides (mostly 100,000ths of a side).
 using Adjusts = std::vector<std::pair<std::string, double>>;
 
 /// A geometry with the names of its guides resolved; evaluated in one pass.
 class Geometry {
  public:
-  /// A preset by its a:prstGeom name; null when there is none of that name.
+  /// A preset by its a:prstGeom name (20.1.10.56); null when there is none of that name. Compiled once, lives
+  /// as long as the program. One thread.
   static const Geometry* preset(std::string_view name);
-  /// A compiled a:custGeom. What cannot be read is left out.
+  /// A compiled a:custGeom (20.1.9.8). What cannot be read is left out; nothing of the node is kept.
   static Geometry custom(pugi::xml_node custGeom);
 
-  /// Width and height in EMU. Never fails: a formula without a value gives 0.
+  /// Width and height in EMU; adjust values that are not given have their defaults. Never fails: a formula
+  /// without a value gives 0.
   [[nodiscard]] Outline evaluate(double width, double height, const Adjusts& adjusts) const;
 
  private:

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cstring>
 
+// Names of guides become slots, formulas operations, paths commands with slots for operands.
+
 namespace render {
 
 namespace {

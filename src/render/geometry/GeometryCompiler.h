@@ -9,11 +9,12 @@
 
 namespace render {
 
-/// Turns a geometry's text into slots and operations.
+/// Turns one geometry's text into slots and operations (guides: ECMA-376 part 1, 20.1.9.11). Use it once.
 class GeometryCompiler {
  public:
   GeometryCompiler();
 
+  /// Names that are neither guides nor numbers count as 0; formulas and commands that are none are left out.
   Geometry compile(const PresetText& preset);
   Geometry compile(pugi::xml_node custGeom);
 

@@ -15,11 +15,13 @@ constexpr double pxFromEmu(double emu) { return emu / EmuPerPx; }
 inline constexpr double Fineness = 8;
 constexpr double fine(double px) { return px * Fineness; }
 
+/// px, y running down.
 struct Point {
   double x = 0;
   double y = 0;
 };
 
+/// px: the upper left corner and the size.
 struct Rect {
   double x = 0;
   double y = 0;

@@ -9,6 +9,7 @@
 
 namespace render {
 
+/// A number of up to 1e12 and nothing else but blanks around it and a sign before it.
 std::optional<double> parseNumber(std::string_view text);
 
 std::optional<double> numberOf(pugi::xml_attribute attribute);
@@ -20,6 +21,7 @@ std::optional<double> emuOf(pugi::xml_attribute attribute);
 std::optional<double> shareOf(pugi::xml_attribute attribute);
 /// Degrees from 60000ths.
 std::optional<double> degreesOf(pugi::xml_attribute attribute);
+/// "1", "true", "on", "0", "false" or "off".
 std::optional<bool> boolOf(pugi::xml_attribute attribute);
 
 }  // namespace render

@@ -11,6 +11,8 @@
 #include "render/svg/CssFill.h"
 #include "render/svg/SvgWriter.h"
 
+// A box as an element: its frame, the drawing of its outline, then what lies inside, in drawing order.
+
 namespace render {
 
 namespace {

@@ -8,7 +8,8 @@
 
 namespace render {
 
-/// Writes boxes as HTML elements.
+/// Writes boxes as HTML elements. Throws basic::Error when the page would become too large; what was written
+/// by then stands.
 class BoxWriter {
  public:
   /// Pictures are addressed as `assetPrefix` and their name.

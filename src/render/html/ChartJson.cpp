@@ -5,6 +5,8 @@
 #include "render/svg/HtmlOut.h"
 #include "render/text/FontMetrics.h"
 
+// Colours, fills, lines, fonts and places as members of a chart's description.
+
 namespace render {
 
 namespace {

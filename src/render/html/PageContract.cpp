@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "render/geometry/Decimal.h"
+
 namespace render::page {
 
 namespace {
@@ -9,6 +11,15 @@ namespace {
 constexpr std::string_view ShapeMark = "-sh";
 
 }  // namespace
+
+std::string startSlide(int slideIndex, double width, double height) {
+  std::string html = "<section class=\"";
+  html.append(Slide).append("\" id=\"").append(slideElement(slideIndex)).append("\" style=\"width:");
+  appendDecimal(html, width, 2);
+  html += "px;height:";
+  appendDecimal(html, height, 2);
+  return html += "px\">";
+}
 
 std::string slideElement(int slideIndex) { return "s" + std::to_string(slideIndex); }
 

@@ -22,7 +22,8 @@ inline constexpr std::string_view Behind = "behind";
 inline constexpr std::string_view Shape = "s";
 /// Besides, a top-level shape whose text changes while it is shown.
 inline constexpr std::string_view Live = "live";
-/// A shape's block of text, a child of Shape. Laid out Fineness times larger than it is shown.
+/// A shape's block of text, a child of Shape. Laid out Fineness times larger than it is shown; the style sheet
+/// says how many as --fineness.
 inline constexpr std::string_view Text = "t";
 /// A part of Text whose lines end at line breaks alone, however wide they are.
 inline constexpr std::string_view Unwrapped = "n";
@@ -43,6 +44,9 @@ inline constexpr std::string_view Chart = "deck-chart";
 inline constexpr std::string_view ChartData = "data-chart";
 /// On a film or sound: it runs while its slide is in front, and begins anew when the slide comes back.
 inline constexpr std::string_view Plays = "data-plays";
+
+/// The start tag of a slide's section, of which the size is in CSS px.
+std::string startSlide(int slideIndex, double width, double height);
 
 // Ids.
 

@@ -14,6 +14,9 @@
 #include "render/scene/SceneDump.h"
 #include "render/text/FontMetrics.h"
 
+// Slides put together: what is inherited is kept by layout, what lies behind by slide, and what fails costs
+// its shape.
+
 namespace render {
 
 namespace {
@@ -227,12 +230,6 @@ bool SlideRenderer::write(HtmlOut& out, const Prepared& slide, const Box& box, i
   }
 }
 
-void SlideRenderer::openSlide(HtmlOut& out, int index) const {
-  const auto [width, height] = size();
-  out << "<section class=\"" << page::Slide << "\" id=\"" << page::slideElement(index)
-      << "\" style=\"width:" << width << "px;height:" << height << "px\">";
-}
-
 SlidePage SlideRenderer::slide(int index) {
   auto& slide = prepare(index);
   drawBehind(slide);
@@ -240,8 +237,9 @@ SlidePage SlideRenderer::slide(int index) {
   page.assets = slide.behindAssets;
   page.problems = slide.behindProblems;
   const Assets::Collecting collecting(assets_, page.assets, page.problems);
+  const auto area = size();
   HtmlOut out;
-  openSlide(out, index);
+  out << page::startSlide(index, area.width, area.height);
   const auto own = background(slide, slide.part, page.problems);
   out << (own.empty() ? slide.background : own);
   if (showsMaster(slide.part)) {
@@ -338,8 +336,9 @@ Rect SlideRenderer::area(int slideIndex, std::uint32_t shapeId) {
 std::string SlideRenderer::backdrop(int index, int as) {
   auto& slide = prepare(index);
   drawBehind(slide);
+  const auto area = size();
   HtmlOut out;
-  openSlide(out, as);
+  out << page::startSlide(as, area.width, area.height);
   out << slide.background << "</section>";
   return out.take();
 }

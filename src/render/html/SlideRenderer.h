@@ -106,8 +106,6 @@ class SlideRenderer {
   /// The background that a part states itself; empty without one.
   std::string background(const Prepared& slide, opc::Part& part, std::vector<std::string>& problems);
   void drawBehind(Prepared& slide);
-  /// The start tag of the section with that index in its id.
-  void openSlide(HtmlOut& out, int index) const;
   /// The element of a top-level shape; an unknown id is an error.
   Box find(Prepared& slide, std::uint32_t shapeId);
   std::optional<Box> build(Prepared& slide, pugi::xml_node shape, std::vector<std::string>* problems);

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <initializer_list>
+#include <iterator>
 
 #include "render/geometry/Units.h"
 #include "render/html/PageContract.h"
@@ -9,7 +9,7 @@ namespace render {
 namespace {
 
 constexpr std::string_view Styles =
-    R"(.slide{all:initial;cursor:inherit;pointer-events:inherit;visibility:inherit;direction:ltr;display:block;position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none}
+    R"(.slide{all:initial;cursor:inherit;pointer-events:inherit;visibility:inherit;direction:ltr;display:block;position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none;--fineness:8}
 .slide .behind,.slide .s,.slide .t,.slide svg,.slide table,.slide deck-chart{position:absolute}
 .slide .behind,.slide svg,.slide table,.slide deck-chart{left:0;top:0}
 .slide svg{overflow:visible}
@@ -40,11 +40,12 @@ constexpr bool isStyled(std::string_view name) {
   return false;
 }
 // What nobody gives a style to has another name by now.
-constexpr auto Classes = {page::Slide,      page::Behind,    page::Shape,    page::Live,
-                          page::Text,       page::Unwrapped, page::Media,    page::Bullet,
-                          page::BulletWord, page::Tab,       page::TabRight, page::TabCentre};
-static_assert(std::all_of(Classes.begin(), Classes.end(), isStyled));
-static_assert(Fineness == 8 && Styles.find("{transform:scale(.125)}") != std::string_view::npos,
+constexpr std::string_view Classes[] = {page::Slide,      page::Behind,    page::Shape,    page::Live,
+                                        page::Text,       page::Unwrapped, page::Media,    page::Bullet,
+                                        page::BulletWord, page::Tab,       page::TabRight, page::TabCentre};
+static_assert(std::all_of(std::begin(Classes), std::end(Classes), isStyled));
+static_assert(Fineness == 8 && Styles.find(";--fineness:8}") != std::string_view::npos &&
+                  Styles.find("{transform:scale(.125)}") != std::string_view::npos,
               "text is scaled down as much as it was laid out larger");
 
 }  // namespace

@@ -7,6 +7,8 @@
 
 #include "render/text/FontMetrics.h"
 
+// Text bent into a warp's form: outlines of its glyphs between the upper and the lower edge.
+
 namespace render {
 
 namespace {

@@ -8,6 +8,8 @@
 #include "pictures/MediaInfo.h"
 #include "pictures/PackedPicture.h"
 
+// Pictures by their parts and by the names that are made from their bytes, and how long each can be had.
+
 namespace render {
 
 namespace {

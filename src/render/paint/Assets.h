@@ -19,13 +19,14 @@ struct Asset {
   /// Made from the content, so equal pictures share it and it tells nothing else:
   /// sixteen hexadecimal digits and an extension.
   std::string name;
-  std::string contentType;
+  std::string contentType;  // a media type (RFC 6838)
   /// Natural size in CSS px at the file's own resolution; 0 when unknown.
   double width = 0;
   double height = 0;
 };
 
-/// The pictures met so far, by part and by name.
+/// The pictures, films and sounds met so far, by part and by name. Assets live as long as this object, but
+/// for those of parts whose bytes are replaced: these stand until two others have followed. One thread.
 class Assets {
  public:
   /// The converter makes pictures of those that browsers do not show; it may be null.

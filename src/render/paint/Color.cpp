@@ -6,6 +6,8 @@
 
 #include "render/geometry/XmlValues.h"
 
+// Colours resolved: names through map and scheme, then transforms in the order of the file.
+
 namespace render {
 
 namespace {

@@ -7,6 +7,8 @@
 #include "render/geometry/Units.h"
 #include "render/geometry/XmlValues.h"
 
+// Shadows, glows, reflections and what else is stated of effects, in px and bounded.
+
 namespace render {
 
 namespace {
@@ -65,8 +67,6 @@ Reflection readReflection(pugi::xml_node node, double turned) {
   return reflection;
 }
 
-}  // namespace
-
 std::optional<Shadow> readShadow(pugi::xml_node effects, const PaintContext& context, double turned) {
   auto node = effects.child("a:outerShdw");
   if (!node) node = effects.child("a:prstShdw");
@@ -78,6 +78,8 @@ std::optional<Shadow> readShadow(pugi::xml_node effects, const PaintContext& con
   readDisplacement(node, shadow, turned);
   return shadow;
 }
+
+}  // namespace
 
 Effects readEffects(pugi::xml_node node, const PaintContext& context, double turned) {
   Effects effects;

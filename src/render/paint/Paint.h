@@ -15,6 +15,7 @@
 
 namespace render {
 
+/// Nothing is painted (a:noFill), as where nothing was stated.
 struct NoFill {};
 
 struct GradientStop {
@@ -22,6 +23,7 @@ struct GradientStop {
   Color color;
 };
 
+/// A gradient fill (ECMA-376 part 1, 20.1.8.33). It has two stops at least, in the order of their positions.
 struct Gradient {
   /// Outline: from the focus to the shape's own outline.
   enum class Shape : std::uint8_t { Linear, Circle, Rectangle, Outline };
@@ -40,7 +42,8 @@ struct Gradient {
   bool turnsWithShape = true;
 };
 
-/// What is done to a picture's pixels, in the order of the file.
+/// What is done to a picture's pixels, in the order of the file (the children of a:blip, 20.1.8.13). Amounts
+/// are 0 to 1 where nothing else is said.
 struct PictureEffect {
   enum class Kind : std::uint8_t {
     Grayscale,
@@ -66,13 +69,15 @@ struct PictureEffect {
   Color other = {};
 };
 
+/// A picture as a fill (a:blipFill, 20.1.8.14).
 struct PictureFill {
+  /// Never null in a fill that was read; lives as long as its Assets.
   const Asset* asset = nullptr;
   /// Shares of the picture cut off at left, top, right, bottom; negative adds margin.
   std::array<double, 4> crop = {};
   /// Shares of the shape that a stretched picture keeps clear of, likewise.
   std::array<double, 4> inset = {};
-  double alpha = 1;
+  double alpha = 1;  // opacity, 0 to 1
   std::vector<PictureEffect> effects;
   struct Tile {
     double offsetX = 0;  // px
@@ -85,9 +90,11 @@ struct PictureFill {
     double alignX = 0;
     double alignY = 0;
   };
+  /// Unset: one picture, stretched.
   std::optional<Tile> tile;
 };
 
+/// A preset pattern in its two colours (a:pattFill, 20.1.8.47); one pixel of it is one px.
 struct PatternFill {
   PatternRows rows = {};
   Color foreground;
@@ -101,6 +108,7 @@ inline bool isVisible(const Fill& fill) { return !std::holds_alternative<NoFill>
 enum class Cap : std::uint8_t { Flat, Round, Square };
 enum class Join : std::uint8_t { Round, Bevel, Miter };
 
+/// What stands at an end of a line that is not closed (a:headEnd, a:tailEnd).
 struct LineEnd {
   enum class Kind : std::uint8_t { None, Triangle, Stealth, Diamond, Oval, Arrow };
   Kind kind = Kind::None;
@@ -109,8 +117,9 @@ struct LineEnd {
   double length = 3;
 };
 
+/// How an outline is drawn (a:ln, 20.1.2.2.24).
 struct Line {
-  double width = 1;  // px
+  double width = 1;  // px; 0 is the thinnest line there is
   /// Nothing, a colour, a gradient; others are not drawn.
   Fill fill;
   /// Lengths of dashes and gaps in multiples of the width; empty is solid.
@@ -139,16 +148,19 @@ struct Displacement {
   [[nodiscard]] bool isMove() const { return scaleX == 1 && scaleY == 1 && skewX == 0 && skewY == 0; }
 };
 
+/// An outer, inner or preset shadow (20.1.8.45, 20.1.8.40, 20.1.8.49).
 struct Shadow : Displacement {
   double blur = 0;  // px, as the file states it: twice the deviation
   Color color;
 };
 
+/// Colour all around (20.1.8.32).
 struct Glow {
   double radius = 0;  // px
   Color color;
 };
 
+/// The mirror image below (20.1.8.50).
 struct Reflection : Displacement {
   double blur = 0;  // px
   /// Opacity at the foot of the shape and further up, with where along its height.
@@ -163,6 +175,7 @@ struct Bevel {
   double width = 0;  // px
 };
 
+/// What a list of effects states (20.1.8.26); each at most once. Blurs and radii are at most 400 px.
 struct Effects {
   std::optional<Shadow> shadow;
   /// Moved towards where it is dark.

@@ -7,6 +7,8 @@
 #include "render/geometry/XmlValues.h"
 #include "render/paint/EffectReader.h"
 
+// Fills and lines resolved, each element as the schema has it.
+
 namespace render {
 
 namespace {

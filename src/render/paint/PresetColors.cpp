@@ -4,6 +4,8 @@
 
 #include "render/paint/Color.h"
 
+// The table of preset colours.
+
 namespace render {
 
 namespace {

@@ -8,11 +8,11 @@
 
 namespace render {
 
-/// Colours, fonts and formats that a deck names instead of stating them
-/// (a:themeElements). Keeps nodes of the document it was made from.
-/// Of references to a format scheme; those to backgrounds count from 1001.
+/// The largest index of a reference to a format scheme; those of backgrounds count from 1001.
 inline constexpr int LargestStyleIndex = 2000;
 
+/// Colours, fonts and formats that a deck names instead of stating them (a:themeElements, ECMA-376 part 1,
+/// 20.1.6.10). Keeps nodes of the document it was made from, which must outlive it.
 class Theme {
  public:
   Theme() = default;

@@ -3,6 +3,8 @@
 #include "presentationml/ShapeNode.h"
 #include "render/scene/TableStyles.h"
 
+// The way from a slide's placeholder to its counterparts on layout and master.
+
 namespace render {
 
 namespace {

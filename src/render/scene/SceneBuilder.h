@@ -11,16 +11,17 @@
 
 namespace render {
 
-/// Makes boxes of the shapes of one part: a slide, a layout or a master.
+/// Makes boxes of the shapes of one part: a slide, a layout or a master. Both arguments must outlive it.
 class SceneBuilder {
  public:
   SceneBuilder(Inheritance& inheritance, opc::Part& part, Fields fields);
 
   /// A child of p:spTree; nothing for elements that are no shapes. The text of a live shape may have become
-  /// longer than the file's fitting allows for.
+  /// longer than the file's fitting allows for. Throws basic::Error when outlines ask for more points than
+  /// any author draws; what else is wrong costs what it concerns.
   std::optional<Box> build(pugi::xml_node shape, bool isLive = false);
 
-  /// The background that a part states itself.
+  /// The background that the part states itself; nothing when it takes over another's.
   std::optional<Fill> background();
 
  private:

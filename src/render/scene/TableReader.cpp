@@ -5,6 +5,8 @@
 
 #include "render/geometry/XmlValues.h"
 
+// Tables: the grid with its merged cells, and the parts of a style that a cell takes over by its place.
+
 namespace render {
 
 namespace {

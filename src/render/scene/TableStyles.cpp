@@ -6,6 +6,8 @@
 
 #include "basic/Strings.h"
 
+// The styles that decks name without defining them, written as the XML that would define them.
+
 namespace render {
 
 namespace {

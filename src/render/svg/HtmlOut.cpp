@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "basic/Error.h"
+#include "basic/Markup.h"
 #include "basic/Strings.h"
 #include "basic/Utf8.h"
 
@@ -41,28 +42,7 @@ HtmlOut& HtmlOut::operator<<(const Color& color) {
 HtmlOut& HtmlOut::text(std::string_view value) {
   reserve(value.size());
   if (!basic::IsValidUtf8(value)) return text(repaired(value));
-  std::size_t from = 0;
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const auto c = static_cast<unsigned char>(value[i]);
-    std::string_view instead;
-    if (c == '&') {
-      instead = "&amp;";
-    } else if (c == '<') {
-      instead = "&lt;";
-    } else if (c == '>') {
-      instead = "&gt;";
-    } else if (c == '"') {
-      instead = "&quot;";
-    } else if (c == '\'') {
-      instead = "&#39;";
-    } else if (c >= 0x20 ? c != 0x7F : c == '\t' || c == '\n') {
-      continue;
-    }
-    out_.append(value, from, i - from);
-    out_ += instead;
-    from = i + 1;
-  }
-  out_.append(value, from, value.size() - from);
+  basic::AppendEscaped(out_, value);
   return *this;
 }
 

@@ -4,6 +4,8 @@
 
 #include "render/svg/SvgDefs.h"
 
+// Gradients as SVG has them: what it has no kind for is put together of steps.
+
 namespace render {
 
 namespace {

@@ -5,6 +5,8 @@
 #include <numbers>
 #include <tuple>
 
+// Outlines as SVG: fills, pictures, strokes with their ends, and the effects around them.
+
 namespace render {
 
 namespace {

@@ -9,8 +9,8 @@
 
 namespace render {
 
-/// Draws outlines as inline SVG. Names of gradients, clips and markers start with
-/// the given prefix, so that they are unique in the document.
+/// Draws outlines as inline SVG (SVG 2), one element a box, placed at the box's upper left corner. Names of
+/// gradients, clips and markers start with the given prefix, so that they are unique in the document.
 class SvgWriter {
  public:
   SvgWriter(HtmlOut& out, std::string idPrefix, std::string_view assetPrefix)

@@ -2,6 +2,8 @@
 #include "basic/Utf8.h"
 #include "render/text/TextReader.h"
 
+// Numbers as lists count: in letters, Roman, in the digits and words of other scripts.
+
 namespace render {
 
 namespace {

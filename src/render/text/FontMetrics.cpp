@@ -17,6 +17,8 @@
 #include "basic/Utf8.h"
 #include "render/text/GlyphOutline.h"
 
+// The fonts of this machine: which stand for a typeface, how wide text runs in them, and its outlines.
+
 namespace render {
 
 namespace {

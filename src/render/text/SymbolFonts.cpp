@@ -6,6 +6,8 @@
 #include "basic/Utf8.h"
 #include "render/text/TextReader.h"
 
+// Which Unicode characters the codes of symbol fonts stand for.
+
 namespace render {
 
 namespace {

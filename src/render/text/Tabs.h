@@ -6,7 +6,7 @@
 
 #include "render/text/Text.h"
 
-// A line of text in columns: what its tabs lead to (ECMA-376 part 1, 21.1.2.1.1 and 21.1.2.2.13).
+// A line of text in columns: what its tabs lead to (ECMA-376 part 1, 21.1.2.2.13, 21.1.2.2.14).
 
 namespace render {
 

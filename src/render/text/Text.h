@@ -14,6 +14,7 @@ namespace render {
 
 struct Asset;
 
+/// A stretch of text of one look, or a line break.
 struct Run {
   enum class Kind : std::uint8_t { Text, Break };
   Kind kind = Kind::Text;
@@ -21,6 +22,7 @@ struct Run {
   RunStyle style;
 };
 
+/// A paragraph; one without runs is an empty line in the style of its end.
 struct Paragraph {
   ParagraphStyle style;  // its `run` is that of the paragraph's end
   std::vector<Run> runs;
@@ -59,9 +61,9 @@ struct BodyProperties {
   double rotation = 0;  // degrees, besides the shape's own
   bool upright = false;
   int columns = 1;
-  double columnGap = 0;  // px
-  double fontScale = 1;
-  double lineReduction = 0;
+  double columnGap = 0;      // px
+  double fontScale = 1;      // of all sizes, as text was fitted
+  double lineReduction = 0;  // share by which spacing was made smaller
   bool shrinks = false;
   /// A warp of ECMA-376 part 1, 20.1.10.76 ("textWave1"); empty for none.
   std::string warp;
@@ -79,6 +81,7 @@ struct BodyProperties {
   [[nodiscard]] double gap(const std::optional<Spacing>& spacing, const Paragraph& paragraph) const;
 };
 
+/// All text of a shape or cell.
 struct TextBody {
   BodyProperties properties;
   std::vector<Paragraph> paragraphs;

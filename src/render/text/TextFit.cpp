@@ -6,6 +6,8 @@
 #include "render/text/FontMetrics.h"
 #include "render/text/Script.h"
 
+// How much room text takes, and how far type and lines are made smaller until it fits.
+
 namespace render {
 
 namespace {

@@ -8,6 +8,8 @@
 #include "render/geometry/XmlValues.h"
 #include "render/text/DateField.h"
 
+// Paragraphs, runs, fields and bullets with all that they inherit.
+
 namespace render {
 
 namespace {

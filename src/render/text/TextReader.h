@@ -16,16 +16,19 @@ struct Fields {
   std::function<basic::Date()> now;
 };
 
+/// Where the names in a text are looked up.
 struct TextContext {
   PaintContext paint;
   Fields fields;
 };
 
-/// The paragraphs of a p:txBody, a:txBody or their like over the formatting that it inherits.
+/// The paragraphs (ECMA-376 part 1, 21.1.2) of a p:txBody, a:txBody or their like over the formatting that it
+/// inherits.
 TextBody readText(pugi::xml_node txBody, const ListStyle& inherited, const BodyProperties& properties,
                   const TextContext& context);
 
-/// A number in one of the automatic numbering schemes ("arabicPeriod", 3 -> "3.").
+/// A number from 1 on in one of the automatic numbering schemes of ECMA-376 part 1, 20.1.10.61
+/// ("arabicPeriod", 3 -> "3."); decimal in schemes that are none.
 std::string autoNumber(std::string_view scheme, int number);
 
 /// Whether a typeface has pictures where others have letters.

@@ -8,6 +8,8 @@
 #include "render/geometry/XmlValues.h"
 #include "render/paint/EffectReader.h"
 
+// What one place of the cascade states of runs, paragraphs and levels.
+
 namespace render {
 
 namespace {

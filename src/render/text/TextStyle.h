@@ -20,6 +20,7 @@ enum class Underline : std::uint8_t { None, Single, Double, Heavy, Dotted, Dashe
 enum class Strike : std::uint8_t { None, Single, Double };
 enum class Caps : std::uint8_t { None, Small, All };
 
+/// Of characters (a:rPr, ECMA-376 part 1, 21.1.2.3.9).
 struct RunStyle {
   std::optional<double> size;  // points
   std::optional<bool> bold;
@@ -30,7 +31,7 @@ struct RunStyle {
   std::optional<Fill> fill;
   std::optional<Color> highlight;
   std::optional<Color> underlineColor;
-  std::optional<double> baseline;  // share of the size, upwards
+  std::optional<double> baseline;  // share of the size, upwards; -2 to 2
   std::optional<double> spacing;   // px
   /// Typefaces with the theme's names resolved; empty is unset.
   std::string latin;
@@ -56,6 +57,7 @@ struct Spacing {
   double value = 1;  // share or px
 };
 
+/// Before a paragraph's first line (21.1.2.4).
 struct Bullet {
   enum class Kind : std::uint8_t { None, Character, Number, Picture };
   std::optional<Kind> kind;
@@ -77,16 +79,17 @@ struct TabStop {
   bool isDecimal = false;
 };
 
+/// Of paragraphs (a:pPr, 21.1.2.2.7). Margins and the indent count from the text's edges.
 struct ParagraphStyle {
   std::optional<Align> align;
-  std::optional<double> marginLeft;  // px
-  std::optional<double> marginRight;
-  std::optional<double> indent;
+  std::optional<double> marginLeft;   // px
+  std::optional<double> marginRight;  // px
+  std::optional<double> indent;       // px, of the first line; negative hangs
   std::optional<bool> rightToLeft;
   std::optional<Spacing> lineSpacing;
   std::optional<Spacing> spaceBefore;
   std::optional<Spacing> spaceAfter;
-  std::optional<double> defaultTab;
+  std::optional<double> defaultTab;  // px between regular stops
   std::optional<std::vector<TabStop>> tabs;
   Bullet bullet;
   RunStyle run;

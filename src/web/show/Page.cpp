@@ -4,35 +4,12 @@
 #include <charconv>
 #include <string_view>
 
+#include "basic/Markup.h"
 #include "web/show/ClientFiles.h"
 #include "web/show/Messages.h"
 
 namespace web {
 namespace {
-
-std::string escaped(std::string_view text) {
-  std::string html;
-  html.reserve(text.size());
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        html += "&amp;";
-        break;
-      case '<':
-        html += "&lt;";
-        break;
-      case '>':
-        html += "&gt;";
-        break;
-      case '"':
-        html += "&quot;";
-        break;
-      default:
-        html += c;
-    }
-  }
-  return html;
-}
 
 std::string number(double value) {
   std::array<char, 32> digits{};
@@ -46,8 +23,8 @@ std::string valueOf(std::string_view name, const ScreenState& state) {
     return "<div " + std::string(attributes) + ">" + slide->html + "</div>";
   };
   if (name == "version") return std::string(clientVersion());
-  if (name == "deck") return escaped(state.deck);
-  if (name == "title") return escaped(state.title);
+  if (name == "deck") return basic::Escaped(state.deck);
+  if (name == "title") return basic::Escaped(state.title);
   if (name == "kiosk") return state.kiosk ? " data-kiosk" : "";
   if (name == "ended") return state.ended ? " data-ended" : "";
   if (name == "blank") return std::string(blankName(state.blank));
@@ -60,7 +37,8 @@ std::string valueOf(std::string_view name, const ScreenState& state) {
   if (name == "current") return frame(state.current, "class=\"frame current\"");
   if (name == "next") return frame(state.next, "class=\"frame\" inert");
   if (name == "stylesheet" && !state.stylesheet.empty()) {
-    return "<link rel=\"stylesheet\" id=\"slide-styles\" href=\"/assets/" + escaped(state.stylesheet) + "\">";
+    return "<link rel=\"stylesheet\" id=\"slide-styles\" href=\"/assets/" + basic::Escaped(state.stylesheet) +
+           "\">";
   }
   return "";
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "basic/CellReference.h"
+#include "basic/Markup.h"
 #include "basic/Strings.h"
 #include "workbook/book/Book.h"
 #include "workbook/book/Opener.h"
@@ -67,23 +68,6 @@ std::string fitted(const std::string& text, double size, double width) {
   }
   if (needed <= width) return text;
   return std::string(static_cast<std::size_t>(std::max(width / (size * 0.5), 1.0)), '#');
-}
-
-/// Characters that XML cannot hold are dropped.
-std::string escaped(std::string_view text) {
-  std::string xml;
-  for (const char c : text) {
-    if (c == '&') {
-      xml += "&amp;";
-    } else if (c == '<') {
-      xml += "&lt;";
-    } else if (c == '"') {
-      xml += "&quot;";
-    } else if (static_cast<unsigned char>(c) >= ' ' || c == '\n' || c == '\t') {
-      xml += c;
-    }
-  }
-  return xml;
 }
 
 class RangeDrawing {
@@ -300,7 +284,8 @@ class RangeDrawing {
             number(x - roomLeft) + "\" y=\"" + number(baseline - top) + "\" text-anchor=\"" + anchor +
             "\" xml:space=\"preserve\" fill=\"" + colorText(cell.color) + "\" style=\"" +
             fontStyle(*cell.look) + "\">" +
-            escaped(cell.isNumber ? fitted(cell.text, size, right - left) : cell.text) + "</text></svg>";
+            basic::Escaped(cell.isNumber ? fitted(cell.text, size, right - left) : cell.text) +
+            "</text></svg>";
   }
 
   /// Only a browser can break lines.
@@ -319,12 +304,12 @@ class RangeDrawing {
             number(Padding) + "px;line-height:1.22;overflow-wrap:break-word;white-space:" +
             (cell.look->wraps ? "pre-wrap" : "pre") + ";justify-content:" + down + ";text-align:" + across +
             ";color:" + colorText(cell.color) + ";" + fontStyle(*cell.look) + "\"><div>" +
-            escaped(cell.text) + "</div></div></foreignObject>";
+            basic::Escaped(cell.text) + "</div></div></foreignObject>";
   }
 
   static std::string fontStyle(const CellLook& look) {
     // In an attribute, and in quotes of its own there.
-    const std::string name = basic::Replace(escaped(look.font), "'", "");
+    const std::string name = basic::Escaped(basic::Replace(look.font, "'", ""));
     std::string style = "font:";
     if (look.isItalic) style += "italic ";
     if (look.isBold) style += "bold ";

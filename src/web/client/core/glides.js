@@ -8,7 +8,6 @@ const duration = 400;
 const shortestPause = 1.5 * duration;
 const longestWay = 12; // px of the slide
 const mostMoving = 24; // texts; more of them at once only fade, which costs half
-const textScale = 8; // texts are set so much larger than they are shown
 
 const running = new Map(); // by the shape's id
 const changed = new Map(); // when each shape changed last
@@ -39,7 +38,9 @@ function mayGlide(old, fresh) {
   );
 }
 
-const heightOf = (text) => [...text.children].reduce((sum, part) => sum + part.offsetHeight, 0) / textScale;
+// Texts are laid out larger than they are shown, as the slides' style sheet says.
+const finenessOf = (text) => Number(getComputedStyle(text).getPropertyValue("--fineness"));
+const heightOf = (text) => [...text.children].reduce((sum, part) => sum + part.offsetHeight, 0) / finenessOf(text);
 
 function start({ fresh, layer, leaving, entering, height }, isMoving) {
   const way = isMoving ? Math.min(height / 4, longestWay) : 0;
