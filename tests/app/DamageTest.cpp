@@ -63,8 +63,8 @@ class DamageTest : public testing::TestWithParam<const char*> {
   /// As screens see it, slide by slide. Throws when the deck is refused.
   Shown show(const std::vector<ZipEntry>& entries) {
     const std::string path = folder_.write("deck.pptx", support::zipOf(entries));
-    std::string& log = machine_.files.files["/addin/errors.txt"].content;
-    log.clear();
+    const std::string log = "/addin/errors.txt";
+    machine_.files.files[log].content.clear();
     AddInHost host;
     Stage stage(host, loop_, host.open(path, deck::Application::Damaged::Repaired), {});
     stage.begin(std::nullopt, [] {});
@@ -76,7 +76,7 @@ class DamageTest : public testing::TestWithParam<const char*> {
       EXPECT_THAT(renderer.scene(slide), testing::StartsWith("slide " + std::to_string(slide) + " "));
     }
     EXPECT_TRUE(stage.end().isDone());
-    std::istringstream lines(log);
+    std::istringstream lines(machine_.files.files[log].content);
     for (std::string line; std::getline(lines, line);) shown.complaints.insert(line);
     return shown;
   }
