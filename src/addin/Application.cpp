@@ -1,3 +1,5 @@
+// The host's events: presentations that open, are saved and close, shows that begin and end.
+
 #include "addin/Application.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// References to cells are read and written.
+
 #include "basic/CellReference.h"
 
 #include <algorithm>

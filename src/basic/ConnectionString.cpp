@@ -1,3 +1,5 @@
+// Connection strings are taken apart, changed in their place, and shown without their secrets.
+
 #include "basic/ConnectionString.h"
 
 #include <algorithm>

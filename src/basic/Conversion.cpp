@@ -1,3 +1,5 @@
+// Values become other types as the language's conversion functions have it.
+
 #include "basic/Conversion.h"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// Dates as numbers of days: the calendar, and the parts of a day.
+
 #include "basic/Date.h"
 
 #include <algorithm>

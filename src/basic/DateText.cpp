@@ -1,3 +1,5 @@
+// A text is read as a date and a time.
+
 #include "basic/DateText.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// A text is taken apart into what dates are made of.
+
 #include "basic/DateTokens.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The day of a date, from its numbers in whatever order the locale and their sizes allow.
+
 #include "basic/DayText.h"
 
 #include <array>

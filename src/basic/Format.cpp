@@ -1,3 +1,5 @@
+// A date and time written by a picture, symbol by symbol.
+
 #include "basic/Format.h"
 
 #include <array>

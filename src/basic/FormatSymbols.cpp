@@ -1,3 +1,5 @@
+// A picture is taken apart into its symbols.
+
 #include "basic/FormatSymbols.h"
 
 #include <algorithm>

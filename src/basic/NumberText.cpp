@@ -1,3 +1,5 @@
+// Numbers are read from text and written.
+
 #include "basic/NumberText.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// UTF-8 is checked, read, written and counted here, whole files in words of several bytes.
+
 #include "basic/Utf8.h"
 
 #include <algorithm>

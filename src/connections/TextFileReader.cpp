@@ -1,3 +1,5 @@
+// Records become a table: fields are found, unquoted and cut in the buffer that the file was read into.
+
 #include "connections/TextFileReader.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// A connection's description, and how far its source is open.
+
 #include "connections/clsConnection.h"
 
 #include "addin/support/modDebug.h"

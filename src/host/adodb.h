@@ -11,8 +11,11 @@
 #include "host/text_table.h"
 
 // The part of ActiveX Data Objects that the system uses. Names, numbers and
-// behaviour follow the object model's own reference. Rows count from 1, fields
-// from 0, as they do there. A member that fails throws basic::Error.
+// behaviour follow the object model's own reference (ADO API reference). Rows
+// count from 1, fields from 0, as they do there. A member that fails throws
+// basic::Error, with a description that holds no password. Everything is called
+// on one thread; what takes long goes on behind it, and State tells. Opening may
+// let the host process its messages, so who opens an object holds it meanwhile.
 
 namespace ADODB {
 
@@ -23,49 +26,64 @@ enum ObjectState : std::int32_t {
   adStateConnecting = 2,
   adStateFetching = 4
 };
+/// Where records are kept. The system asks for the client's side, so that a recordset stays when its
+/// connection goes.
 enum CursorLocation : std::int32_t { adUseServer = 2, adUseClient = 3 };
+/// How one may move through records, and see the changes of others.
 enum CursorType : std::int32_t { adOpenUnspecified = -1, adOpenForwardOnly = 0, adOpenStatic = 3 };
+/// Whether records can be changed, and when they are locked.
 enum LockType : std::int32_t { adLockUnspecified = -1, adLockReadOnly = 1, adLockOptimistic = 3 };
+/// What the source of an opening is: anything; a statement, carried out in the background; a table's name.
 enum Options : std::int32_t { adOptionUnspecified = -1, adAsyncExecute = 16, adCmdTableDirect = 512 };
+/// Types of fields that are appended: text.
 enum DataType : std::int32_t { adVarChar = 200 };
 
-/// A connection to a database. Opening may go on in the background: State tells.
+/// A connection to a database. Opening may go on in the background: State tells. Destroying it closes it.
 class Connection {
  public:
   virtual ~Connection() = default;
+  /// "Key=value;…", as OLE DB and ODBC have it. An error while it is open.
   virtual void ConnectionString(std::string_view text) = 0;
   [[nodiscard]] virtual std::string ConnectionString() const = 0;
+  /// An empty user and password leave those of the connection string. `options` are those of
+  /// ConnectOptionEnum; -1 leaves the choice to the component.
   virtual void Open(std::string_view user, std::string_view password, std::int32_t options) = 0;
+  /// Breaks off what is under way. An error when it is closed.
   virtual void Close() = 0;
   /// One of ObjectState. A failure in the background is thrown by the next call.
   [[nodiscard]] virtual std::int32_t State() = 0;
-  /// Seconds.
+  /// Seconds; 0 waits for ever.
   [[nodiscard]] virtual std::int32_t ConnectionTimeout() const = 0;
   [[nodiscard]] virtual std::int32_t CommandTimeout() const = 0;
 };
 
+/// One column of a recordset, as the current record has it. The recordset owns it.
 class Field {
  public:
   virtual ~Field() = default;
   [[nodiscard]] virtual std::string Name() const = 0;
   /// Of the current record; an error without one.
   [[nodiscard]] virtual basic::Variant Value() const = 0;
+  /// Changes the current record. The text of the value is cut to the field's defined size.
   virtual void Value(basic::Variant value) = 0;
 };
 
+/// The columns of a recordset, which owns them. References stay valid until it is opened or queried with
+/// other columns.
 class Fields {
  public:
   virtual ~Fields() = default;
   [[nodiscard]] virtual std::int32_t Count() const = 0;
+  /// From 0; an error out of range.
   [[nodiscard]] virtual Field& Item(std::int32_t index) = 0;
   /// Any case; an error that names the field when there is none.
   [[nodiscard]] virtual Field& Item(std::string_view name) = 0;
-  /// Defines a field of a recordset that is not open yet.
+  /// Defines a field of a recordset that is not open yet. `definedSize` in characters.
   virtual void Append(std::string_view name, DataType type, std::int32_t definedSize) = 0;
 };
 
 /// Rows of named fields behind a cursor. Opened without a source it lives in
-/// memory only.
+/// memory only. Members that read or move are errors while it is closed.
 class Recordset {
  public:
   virtual ~Recordset() = default;
@@ -75,16 +93,19 @@ class Recordset {
   /// Null detaches the recordset: it keeps its rows.
   virtual void ActiveConnection(const std::shared_ptr<Connection>& connection) = 0;
 
-  /// Opens on the statement or table over the active connection.
+  /// Opens on the statement or table over the active connection; the cursor and lock -1 stand for those that
+  /// were set. With adAsyncExecute State is adStateFetching until all records are there.
   virtual void Open(std::string_view source, ADODB::CursorType cursorType, ADODB::LockType lockType,
                     std::int32_t options) = 0;
   /// Opens in memory with the appended fields and no record.
   virtual void Open() = 0;
   /// Opens in memory with all of a table of text, which it takes over as it is.
   virtual void Open(host::TextTable table) = 0;
+  /// Reads the source again, over the connection that is active now. Until the new records have all come
+  /// State is adStateFetching.
   virtual void Requery(std::int32_t options) = 0;
   virtual void Close() = 0;
-  /// One of ObjectState.
+  /// One of ObjectState. A failure in the background is thrown by the next call.
   [[nodiscard]] virtual std::int32_t State() = 0;
 
   [[nodiscard]] virtual std::int64_t RecordCount() const = 0;
@@ -93,9 +114,11 @@ class Recordset {
   virtual void MoveFirst() = 0;
   virtual void MoveLast() = 0;
   virtual void MovePrevious() = 0;
-  /// Moves by a number of records from the current one.
+  /// Moves by a number of records from the current one; just before the first or just behind the last record
+  /// there is no current one.
   virtual void Move(std::int32_t records) = 0;
 
+  /// Adds a record of Nulls, which is the current one; it is kept by Update or by moving away.
   virtual void AddNew() = 0;
   virtual void Update() = 0;
   /// Deletes the current record.

@@ -14,10 +14,12 @@ class FileWatch {
   virtual ~FileWatch() = default;
   /// Watches these files, in place of those before, each until it has changed once. A file need not be
   /// there; it has changed when something was written or renamed there. What is watched before it is looked
-  /// at does not change unnoticed. Raises nothing.
+  /// at does not change unnoticed. Paths as decks hold them. Raises nothing and does not wait: files of other
+  /// machines, which could keep it waiting, are passed over.
   virtual void Files(const std::set<std::string>& paths) = 0;
 };
 
+/// Makes watches; it outlives them. Everything is called on one thread.
 class FileWatcher {
  public:
   virtual ~FileWatcher() = default;

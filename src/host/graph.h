@@ -8,7 +8,8 @@
 #include "basic/Variant.h"
 
 // The part of the Microsoft Graph object model that the system uses: a chart and
-// its datasheet. Names follow the object model's own reference. A member that
+// its datasheet. Names follow the object model's own reference (Microsoft Graph
+// Visual Basic reference). A member that
 // fails throws basic::Error. Everything is called on one thread.
 
 namespace MSGraph {
@@ -18,10 +19,12 @@ namespace MSGraph {
 class Table {
  public:
   Table() : Table(1, 1) {}
+  /// Of Empty cells; `columns` is above 0.
   Table(std::size_t rows, std::size_t columns) : columns_(columns), cells_(rows * columns) {}
 
   [[nodiscard]] std::size_t rows() const { return cells_.size() / columns_; }
   [[nodiscard]] std::size_t columns() const { return columns_; }
+  /// Both indices from 0, within the table.
   [[nodiscard]] const basic::Variant& cell(std::size_t row, std::size_t column) const {
     return cells_[row * columns_ + column];
   }

@@ -10,7 +10,8 @@
 #include "host/graph.h"
 
 // The part of the PowerPoint object model that the system uses. Names, numbers
-// and behaviour follow the object model's own reference; a property is a const
+// and behaviour follow the object model's own reference (PowerPoint Visual Basic
+// reference); a property is a const
 // member to get it and an overload with one argument to let it. Collections
 // count from 1. Objects are handed out by shared pointers; a host hands out the
 // same presentation object for the same presentation, so identity is equality
@@ -76,6 +77,7 @@ class TextRange {
 class TextFrame {
  public:
   virtual ~TextFrame() = default;
+  /// Whether there is a character in it.
   [[nodiscard]] virtual bool HasText() const = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::TextRange> TextRange() = 0;
 };
@@ -109,6 +111,7 @@ class OLEFormat {
 class Shape {
  public:
   virtual ~Shape() = default;
+  /// Another shape of the slide may have the same.
   [[nodiscard]] virtual std::string Name() const = 0;
   [[nodiscard]] virtual ShapeType Type() const = 0;
   [[nodiscard]] virtual bool HasTextFrame() const = 0;
@@ -131,11 +134,14 @@ class Shapes {
   [[nodiscard]] virtual std::shared_ptr<Shape> Item(std::string_view name) = 0;
 };
 
+/// How a slide comes and goes in a show.
 class SlideShowTransition {
  public:
   virtual ~SlideShowTransition() = default;
+  /// Whether shows pass over the slide.
   [[nodiscard]] virtual bool Hidden() const = 0;
   virtual void Hidden(bool hidden) = 0;
+  /// Whether the show moves on by itself after AdvanceTime.
   [[nodiscard]] virtual bool AdvanceOnTime() const = 0;
   /// Seconds.
   [[nodiscard]] virtual double AdvanceTime() const = 0;
@@ -144,6 +150,7 @@ class SlideShowTransition {
 class Slide {
  public:
   virtual ~Slide() = default;
+  /// Its place in the presentation, from 1.
   [[nodiscard]] virtual std::int32_t SlideIndex() const = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Shapes> Shapes() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
@@ -158,6 +165,7 @@ class Slides {
   [[nodiscard]] virtual std::shared_ptr<Slide> Item(std::int32_t index) = 0;
 };
 
+/// How a presentation's shows are to run.
 class SlideShowSettings {
  public:
   virtual ~SlideShowSettings() = default;
@@ -169,10 +177,12 @@ class Presentation {
   virtual ~Presentation() = default;
   /// Name with path.
   [[nodiscard]] virtual std::string FullName() const = 0;
+  /// Whether nothing has changed since the last save.
   [[nodiscard]] virtual bool Saved() const = 0;
   virtual void Saved(bool saved) = 0;
   /// Raises PresentationSave first; called from within that event it only writes.
   virtual void Save() = 0;
+  /// Writes another file; the presentation keeps its name and what Saved says.
   virtual void SaveCopyAs(std::string_view fileName) = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Slides> Slides() = 0;
@@ -191,6 +201,7 @@ struct SlidesAhead {
   std::vector<std::int32_t> PassedOver;
 };
 
+/// The view of a running show; errors when the show has ended.
 class SlideShowView {
  public:
   virtual ~SlideShowView() = default;
@@ -205,9 +216,11 @@ class SlideShowView {
   virtual void PointerType(SlideShowPointerType type) = 0;
 };
 
+/// A running show.
 class SlideShowWindow {
  public:
   virtual ~SlideShowWindow() = default;
+  /// The presentation that it shows.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Presentation> Presentation() = 0;
   [[nodiscard]] virtual std::shared_ptr<SlideShowView> View() = 0;
 };
@@ -215,6 +228,7 @@ class SlideShowWindow {
 class Presentations {
  public:
   virtual ~Presentations() = default;
+  /// How many are open.
   [[nodiscard]] virtual std::int32_t Count() const = 0;
 };
 
@@ -222,19 +236,26 @@ class Presentations {
 class ApplicationEvents {
  public:
   virtual ~ApplicationEvents() = default;
+  /// A presentation without a file was made.
   virtual void NewPresentation(const std::shared_ptr<Presentation>& presentation) = 0;
+  /// One was read from its file.
   virtual void PresentationOpen(const std::shared_ptr<Presentation>& presentation) = 0;
+  /// It is about to be closed, and is whole still.
   virtual void PresentationClose(const std::shared_ptr<Presentation>& presentation) = 0;
+  /// It is about to be saved; what a client changes now is saved as well.
   virtual void PresentationSave(const std::shared_ptr<Presentation>& presentation) = 0;
+  /// The first slide is on show.
   virtual void SlideShowBegin(const std::shared_ptr<SlideShowWindow>& window) = 0;
+  /// Another slide has come on show, be it an earlier one. The build-up of a slide raises nothing.
   virtual void SlideShowNextSlide(const std::shared_ptr<SlideShowWindow>& window) = 0;
+  /// The show has ended. It may come while a handler of the other events waits (Loop::DoEvents).
   virtual void SlideShowEnd(const std::shared_ptr<Presentation>& presentation) = 0;
 };
 
 class Application {
  public:
   virtual ~Application() = default;
-  /// "9.0" and what follows it.
+  /// "9.0" and what follows it: the major version stands before the first point.
   [[nodiscard]] virtual std::string Version() const = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Presentations> Presentations() = 0;
   /// Subscribes to the events; the sink must outlive its subscription. A null

@@ -17,7 +17,10 @@
 
 // What the system asks of the machine it runs on: time, timers, files,
 // settings, message boxes, the shell, the registry. Hosts supply them through
-// host::Services; tests supply fakes. Everything is called on one thread.
+// host::Services; tests supply fakes. Everything is called on one thread. A
+// member that fails throws basic::Error, unless it says otherwise. What may keep
+// its caller waiting (files on other machines, questions to the user) lets the
+// loop run meanwhile, so that the caller may find the world changed behind it.
 
 namespace host {
 
@@ -44,6 +47,7 @@ class Timer {
   /// Milliseconds; 0 never fires. A change starts the interval anew.
   virtual void Interval(std::int32_t milliseconds) = 0;
   [[nodiscard]] virtual bool Enabled() const = 0;
+  /// Switching it on begins an interval; switching on what is on changes nothing.
   virtual void Enabled(bool enabled) = 0;
 };
 
@@ -53,7 +57,8 @@ class Loop {
   virtual ~Loop() = default;
   /// The handler must not throw; it is not called after the timer is gone.
   [[nodiscard]] virtual std::unique_ptr<Timer> CreateTimer(std::function<void()> handler) = 0;
-  /// Lets everything that is ready run; sleeps a moment when nothing is.
+  /// Lets everything that is ready run; sleeps a moment when nothing is. The caller's objects may be ended in
+  /// there: it holds them itself, and looks afterwards whether they are still wanted.
   virtual void DoEvents() = 0;
 };
 
@@ -72,8 +77,9 @@ class InputFile {
 class Files {
  public:
   virtual ~Files() = default;
+  /// A missing file, and one that another program holds, is an error.
   [[nodiscard]] virtual std::unique_ptr<InputFile> OpenForInput(std::string_view path) = 0;
-  /// Opens for appending (creating the file), writes, closes.
+  /// Opens for appending (creating the file, not its folder), writes, closes.
   virtual void Append(std::string_view path, std::string_view text) = 0;
   /// Deletes a file; a missing one is an error.
   virtual void Kill(std::string_view path) = 0;
@@ -83,7 +89,7 @@ class Files {
   /// that was changed in another way (size, place on the disk, status) and says
   /// the same time as before gets another fraction of the same second.
   [[nodiscard]] virtual basic::Date FileDateTime(std::string_view path) const = 0;
-  /// The path as this system knows it.
+  /// The path as this system knows it, whether there is such a file or not.
   [[nodiscard]] virtual std::string LocalPath(std::string_view path) const = 0;
   /// The path, as this system knows it, of a file in a folder or in one below it.
   /// A name that leads out of the folder, by itself or through links, is an error
@@ -99,6 +105,7 @@ class Files {
 class Module {
  public:
   virtual ~Module() = default;
+  /// The product's name.
   [[nodiscard]] virtual std::string Title() const = 0;
   /// File name without extension.
   [[nodiscard]] virtual std::string EXEName() const = 0;
@@ -132,6 +139,8 @@ enum class MsgBoxResult : std::int32_t { OK = 1, Cancel = 2, Yes = 6, No = 7 };
 class MessageBox {
  public:
   virtual ~MessageBox() = default;
+  /// Shows the text with the buttons and icon of `style`, a sum of MsgBoxStyle, and waits for the answer.
+  /// Where nobody can be asked the host answers.
   virtual MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) = 0;
 };
 
@@ -139,13 +148,17 @@ class MessageBox {
 class ProgressMeter {
  public:
   virtual ~ProgressMeter() = default;
+  /// Opens at no step of `maximum`.
   virtual void Show(std::string_view caption, std::int32_t maximum) = 0;
+  /// What is being done now.
   virtual void Text(std::string_view text) = 0;
   /// Advances by one step.
   virtual void Step() = 0;
+  /// Nothing when it is not open.
   virtual void Close() = 0;
 };
 
+/// The shell calls. They do not throw; a window handle of 0 is no window.
 class Shell {
  public:
   virtual ~Shell() = default;
@@ -172,6 +185,7 @@ class Registry {
  public:
   using Key = std::uintptr_t;
   virtual ~Registry() = default;
+  /// `access` as RegOpenKeyEx takes it. `opened` is to be closed, also a created one.
   virtual std::int32_t OpenKey(Key root, std::string_view subkey, std::uint32_t access, Key& opened) = 0;
   virtual std::int32_t CreateKey(Key root, std::string_view subkey, Key& opened) = 0;
   virtual std::int32_t DeleteKey(Key root, std::string_view subkey) = 0;
@@ -210,6 +224,7 @@ struct Services {
 
 /// The services in force, set once by the program (or anew by each test).
 const Services& Current();
+/// Takes a copy of the pointers; {} ends the use of the former.
 void Use(const Services& services);
 
 }  // namespace host

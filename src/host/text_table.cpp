@@ -1,3 +1,5 @@
+// The index of a table: what a row's record holds, and the blocks that records lie in.
+
 #include "host/text_table.h"
 
 #include <algorithm>

@@ -73,8 +73,10 @@ class TextTableBuilder {
     }
     ++fields_;
   }
+  /// Ends the row begun last; fields that it lacks are no values.
   void EndRow();
 
+  /// The table; the builder is used up.
   [[nodiscard]] TextTable Finish() { return std::move(table_); }
 
  private:

@@ -1,3 +1,5 @@
+// How a presentation is taken up from its tags and written back into them.
+
 #include "model/clsPresentation.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// How a shape's link is read from its tags and written back into them.
+
 #include "model/clsShape.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// Patterns of strftime become pictures of basic::Format.
+
 #include "platform/DatePicture.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Handlers run one after the other, by one way that catches what they throw.
+
 #include "platform/EventLoop.h"
 
 #include <signal.h>

@@ -1,3 +1,5 @@
+// One inotify queue a watch, listened to after pauses that grow while a folder is busy.
+
 #include "platform/FileWatcher.h"
 
 #include <sys/inotify.h>

@@ -1,3 +1,5 @@
+// The port's calls on files, each on the drive that its path lies on.
+
 #include "platform/Files.h"
 
 #include <fcntl.h>

@@ -1,3 +1,6 @@
+// Which drive a path lies on is told by the kernel's table and by the links on the way, which are read one by
+// one.
+
 #include "platform/MountTable.h"
 
 #include <fcntl.h>

@@ -1,3 +1,5 @@
+// Questions to drives of other machines: a thread each, and the patience of who waits for it.
+
 #include "platform/NetworkDrives.h"
 
 #include <atomic>

@@ -1,3 +1,5 @@
+// Drives, shares and other cases of letters lead to a file of this system.
+
 #include "platform/PathRules.h"
 
 #include <filesystem>

@@ -1,3 +1,5 @@
+// The locale's names, separators and pictures, as the C library tells them.
+
 #include "platform/UserLocale.h"
 
 #include <iconv.h>

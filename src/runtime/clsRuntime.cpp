@@ -1,3 +1,5 @@
+// A show's model is built from its deck's tags and handed to the form that drives it.
+
 #include "runtime/clsRuntime.h"
 
 #include <algorithm>

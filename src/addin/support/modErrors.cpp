@@ -1,3 +1,5 @@
+// The texts of the error codes, the way of an error to the user, and the errors log.
+
 #include "addin/support/modErrors.h"
 
 #include <cmath>

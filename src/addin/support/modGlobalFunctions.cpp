@@ -1,3 +1,5 @@
+// Where the paths and connection strings of a deck lead, the one Excel, and small helpers of all parts.
+
 #include "addin/support/modGlobalFunctions.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Typed entries of the registry over the port's calls.
+
 #include "addin/support/modRegistry.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// Dates, times and elapsed times are written by their marks.
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>

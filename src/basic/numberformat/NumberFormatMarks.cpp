@@ -1,3 +1,5 @@
+// A section of a code is taken apart into marks.
+
 #include "basic/numberformat/NumberFormatMarks.h"
 
 #include <algorithm>

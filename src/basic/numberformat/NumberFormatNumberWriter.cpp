@@ -1,3 +1,5 @@
+// Numbers, exponents and fractions are written by their marks.
+
 #include <algorithm>
 #include <array>
 #include <charconv>
