@@ -18,7 +18,7 @@
 
 #include "addin/Connect.h"
 #include "app/LinkedDeck.h"
-#include "app/show/LiveShow.h"
+#include "app/show/Stage.h"
 #include "app/wiring/Environment.h"
 #include "runtime/FrmRuntimeTimer.h"
 #include "web/show/Server.h"
@@ -28,36 +28,27 @@ namespace {
 namespace asio = boost::asio;
 constexpr int Shapes = 100;
 
-struct Entry final : AddInDesigner::AddIn {
-  basic::Variant Property(std::string_view) const override { return std::string("LF2000.Connect"); }
-};
-
 class RunningShow {
  public:
   RunningShow() : folder_(std::filesystem::temp_directory_path() / "lumenfold-tick-bench") {
     std::filesystem::create_directories(folder_);
     std::ofstream(folder_ / "deck.pptx", std::ios::binary) << bench::linkedDeck(2, Shapes);
     writeData(0, 0);
-    connect_.OnConnection(application_, AddInDesigner::ConnectMode::Startup, std::make_shared<Entry>());
-    deck_ = application_->open((folder_ / "deck.pptx").string());
-    live_ = std::make_unique<app::LiveShow>(
-        *application_, deck_, environment_.loop(), [] { return nullptr; }, app::LiveShowOptions{}, problems_);
+    stage_.emplace(host_, environment_.loop(), host_.open((folder_ / "deck.pptx").string()),
+                   app::Stage::Options{});
     web::Options options;
     options.port = 0;
-    server_ = std::make_unique<web::Server>(environment_.loop().context(), *live_, options);
-    live_->begin({}, [] {});
-    live_->connect(server_.get());
+    server_.emplace(environment_.loop().context(), *stage_, options);
+    stage_->connect(&*server_);
+    stage_->begin(std::nullopt, [] {});
     form().tmrData().Enabled(false);
     screen_.connect({asio::ip::address_v4::loopback(), server_->port()});
     asio::write(screen_, asio::buffer(std::string("GET /screen/events HTTP/1.1\r\nHost: localhost\r\n\r\n")));
     while (server_->screens() == 0) environment_.loop().context().poll();
   }
   ~RunningShow() {
-    live_->connect(nullptr);
-    live_->shutDown();
-    server_.reset();
-    live_.reset();
-    connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
+    stage_->connect(nullptr);
+    stage_->shutDown();
     std::filesystem::remove_all(folder_);
   }
 
@@ -81,16 +72,13 @@ class RunningShow {
   }
 
  private:
-  LF2000::FrmRuntimeTimer& form() { return *connect_.Application()->Runtime()->Form(); }
+  LF2000::FrmRuntimeTimer& form() { return *host_.runtimeTimer(); }
 
   std::filesystem::path folder_;
   app::Environment environment_;
-  std::shared_ptr<deck::Application> application_ = std::make_shared<deck::Application>();
-  LF2000::Connect connect_;
-  std::shared_ptr<deck::Presentation> deck_;
-  app::ToldOnce problems_;
-  std::unique_ptr<app::LiveShow> live_;
-  std::unique_ptr<web::Server> server_;
+  app::AddInHost host_;
+  std::optional<app::Stage> stage_;
+  std::optional<web::Server> server_;
   asio::io_context screenLoop_;
   asio::ip::tcp::socket screen_{screenLoop_};
 };

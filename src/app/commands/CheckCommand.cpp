@@ -3,26 +3,15 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
-#include <iterator>
-#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 
 #include "app/commands/Commands.h"
-#include "app/inspect/CollectedErrors.h"
-#include "app/inspect/FilledDeck.h"
-#include "app/inspect/Finding.h"
-#include "app/inspect/LinkCheck.h"
-#include "app/inspect/OverflowCheck.h"
+#include "app/inspect/DeckCheck.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
-#include "basic/Error.h"
-#include "basic/Strings.h"
-#include "deck/objects/Application.h"
 #include "platform/Console.h"
-#include "render/scene/Limitations.h"
 
 namespace app {
 
@@ -34,96 +23,6 @@ struct CheckOptions {
   std::string deck;
   bool json = false;
 };
-
-void append(Findings& all, Findings more) {
-  all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
-}
-
-Findings checkHidden(const std::vector<bool>& hiddenByAuthor, FilledDeck& filled) {
-  Findings findings;
-  for (int slide = 1; slide <= filled.slideCount(); ++slide) {
-    const bool byAuthor = hiddenByAuthor[static_cast<std::size_t>(slide)];
-    if (byAuthor) findings.push_back({Finding::Gravity::Note, slide, "", "The slide is hidden in the deck."});
-    if (!byAuthor && filled.deck().isHidden(slide)) {
-      findings.push_back({Finding::Gravity::Note, slide, "",
-                          "The slide hides itself today: none of its linked shapes has data."});
-    }
-  }
-  return findings;
-}
-
-/// One for each typeface that this machine lacks, as they are missing on many slides.
-void addMissingFonts(Findings& findings, const std::map<std::string, std::string>& standIns) {
-  for (const auto& [typeface, family] : standIns) {
-    findings.push_back({Finding::Gravity::Different, 0, "",
-                        "The typeface '" + typeface + "' is not installed here" +
-                            (family.empty() ? "." : "; " + family + " stands in for it.")});
-  }
-}
-
-Findings checkDrawing(FilledDeck& filled) {
-  Findings findings;
-  for (const deck::Damage& damage : filled.deck().damages()) {
-    findings.push_back({Finding::Gravity::Broken, damage.slide, "", damage.text});
-  }
-  std::map<std::string, std::string> standIns;
-  for (int slide = 1; slide <= filled.slideCount(); ++slide) {
-    FilledDeck::Page page = filled.page(slide);
-    for (std::string& problem : page.problems) {
-      findings.push_back({Finding::Gravity::Broken, slide, "", std::move(problem)});
-    }
-    for (const render::Limitation& limitation :
-         render::findLimitations(filled.deck().shapesOf(static_cast<std::int32_t>(slide)))) {
-      findings.push_back(
-          {Finding::Gravity::Different, slide, limitation.shape,
-           (limitation.isDrawn ? "Nearly drawn: " : "Not drawn: ") + std::string(limitation.what) + "."});
-    }
-    for (const render::UsedFont& font : page.fonts) {
-      if (!basic::EqualsIgnoreCase(font.typeface, font.family)) standIns.emplace(font.typeface, font.family);
-    }
-  }
-  addMissingFonts(findings, standIns);
-  return findings;
-}
-
-/// What the show would log, unless it was found before.
-Findings checkFilling(const std::vector<std::string>& logged, const Findings& known) {
-  Findings findings;
-  for (const std::string& line : logged) {
-    // Number and source of the error stand at the end.
-    const std::string text = line.substr(0, line.rfind(" ("));
-    const bool isKnown = std::any_of(known.begin(), known.end(), [&](const Finding& finding) {
-      return finding.text.find(text) != std::string::npos;
-    });
-    if (!isKnown) findings.push_back({Finding::Gravity::Broken, 0, "", text});
-  }
-  return findings;
-}
-
-Findings findAll(const std::string& path, Environment& environment) {
-  Findings findings;
-  std::vector<bool> hiddenByAuthor(1);
-  {
-    const auto application = std::make_shared<deck::Application>();
-    const auto deck = application->open(path, deck::Application::Damaged::Repaired);
-    for (std::int32_t slide = 1; slide <= deck->slideCount(); ++slide) {
-      hiddenByAuthor.push_back(deck->isHidden(slide));
-    }
-    append(findings, checkLinks(*deck));
-  }
-  const CollectedErrors errors;
-  FilledDeck filled(path, environment.loop());
-  append(findings, checkFilling(errors.texts(), findings));
-  append(findings, checkDrawing(filled));
-  append(findings, checkHidden(hiddenByAuthor, filled));
-  try {
-    append(findings, checkOverflow(filled));
-  } catch (const basic::Error& error) {
-    findings.push_back(
-        {Finding::Gravity::Note, 0, "", "Whether texts fit was not measured: " + error.description});
-  }
-  return findings;
-}
 
 const char* nameOf(Finding::Gravity gravity) {
   switch (gravity) {
@@ -163,7 +62,7 @@ void printJson(const std::string& deck, const Findings& findings) {
 }
 
 void check(const CheckOptions& options, Environment& environment) {
-  Findings findings = findAll(options.deck, environment);
+  Findings findings = checkDeck(options.deck, environment.loop());
   std::stable_sort(findings.begin(), findings.end(),
                    [](const Finding& a, const Finding& b) { return a.slide < b.slide; });
   if (options.json) {

@@ -10,9 +10,9 @@
 #include <memory>
 
 #include "app/commands/Commands.h"
-#include "app/inspect/Camera.h"
 #include "app/inspect/CollectedErrors.h"
 #include "app/inspect/FilledDeck.h"
+#include "app/inspect/HeadlessBrowser.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "platform/Console.h"
@@ -67,19 +67,19 @@ void printScenes(FilledDeck& filled, Range slides) {
     std::cout << platform::forTerminal(filled.scene(slide));
 }
 
-void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options, Camera* camera) {
+void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options, HeadlessBrowser* browser) {
   const fs::path folder = options.folder;
   const render::SlideSize size = filled.size();
-  const Camera::View view{static_cast<int>(std::lround(size.width)),
-                          static_cast<int>(std::lround(size.height)), options.width / size.width};
+  const HeadlessBrowser::View view{static_cast<int>(std::lround(size.width)),
+                                   static_cast<int>(std::lround(size.height)), options.width / size.width};
   for (int slide = slides.first; slide <= slides.last; ++slide) {
     const FilledDeck::Page page = filled.page(slide);
     for (const std::string& problem : page.problems) complain(problem);
     const fs::path file = folder / (nameOf(slide) + ".html");
     writeFile(file, page.html);
-    if (camera == nullptr) continue;
-    camera->open(file, view);
-    writeFile(folder / (nameOf(slide) + ".png"), camera->photograph());
+    if (browser == nullptr) continue;
+    browser->open(file, view);
+    writeFile(folder / (nameOf(slide) + ".png"), browser->photograph());
   }
   const int count = slides.last - slides.first + 1;
   std::cout << count << (count == 1 ? " slide" : " slides") << " written to " << options.folder << '\n';
@@ -92,8 +92,8 @@ void makeFolder(const std::string& folder) {
 }
 
 void snapshot(const SnapshotOptions& options, Environment& environment) {
-  std::unique_ptr<Camera> camera;
-  if (options.png) camera = std::make_unique<Camera>();
+  std::unique_ptr<HeadlessBrowser> browser;
+  if (options.png) browser = std::make_unique<HeadlessBrowser>();
   if (!options.scene) makeFolder(options.folder);
 
   const CollectedErrors errors;
@@ -104,7 +104,7 @@ void snapshot(const SnapshotOptions& options, Environment& environment) {
   if (options.scene) {
     printScenes(filled, slides);
   } else {
-    writePages(filled, slides, options, camera.get());
+    writePages(filled, slides, options, browser.get());
   }
   if (errors.texts().empty() && damages.empty()) return;
   for (const std::string& text : errors.texts()) complain(text);

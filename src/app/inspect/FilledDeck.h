@@ -5,13 +5,11 @@
 #include <vector>
 
 #include "app/wiring/AddInHost.h"
-#include "app/wiring/LinkedShapes.h"
+#include "app/wiring/DrawnDeck.h"
 #include "app/wiring/LinkedSheets.h"
 #include "deck/objects/Presentation.h"
 #include "deck/show/SlideShow.h"
 #include "platform/EventLoop.h"
-#include "render/conversion/PictureConverter.h"
-#include "render/html/SlideRenderer.h"
 
 namespace app {
 
@@ -29,9 +27,11 @@ class FilledDeck {
   [[nodiscard]] deck::Presentation& deck() { return *deck_; }
   [[nodiscard]] int slideCount() const { return deck_->slideCount(); }
   /// In CSS px.
-  [[nodiscard]] render::SlideSize size() const { return renderer_.size(); }
+  [[nodiscard]] render::SlideSize size() const { return drawn_.renderer().size(); }
   /// By slide, from 1, in drawing order.
-  [[nodiscard]] const std::vector<LinkedShape>& linkedShapes(int slide) const;
+  [[nodiscard]] const std::vector<LinkedShape>& linkedShapes(int slide) const {
+    return drawn_.linkedShapes(slide);
+  }
 
   struct Page {
     /// Needs nothing beside it; see StandalonePage.
@@ -45,12 +45,13 @@ class FilledDeck {
   std::string scene(int slide);
 
  private:
+  /// Whether pictures were missing that are there now.
+  bool finishConversions();
+
   AddInHost host_;
   std::shared_ptr<deck::Presentation> deck_;
   LinkedSheets sheets_;
-  std::vector<std::vector<LinkedShape>> linked_;
-  render::PictureConverter converter_;
-  render::SlideRenderer renderer_;
+  DrawnDeck drawn_;
   std::shared_ptr<deck::SlideShow> show_;
 };
 

@@ -1,3 +1,5 @@
+// Compares what a deck's links ask for with what its sources give.
+
 #include "app/inspect/LinkCheck.h"
 
 #include <algorithm>

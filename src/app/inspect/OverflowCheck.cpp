@@ -5,7 +5,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "app/inspect/Camera.h"
+#include "app/inspect/HeadlessBrowser.h"
 #include "process/TemporaryFolder.h"
 #include "render/html/PageContract.h"
 
@@ -41,18 +41,18 @@ constexpr double Tolerance = 2;
 
 Findings checkOverflow(FilledDeck& filled) {
   Findings findings;
-  Camera camera;
+  HeadlessBrowser browser;
   const process::TemporaryFolder folder;
   const render::SlideSize size = filled.size();
-  const Camera::View view{static_cast<int>(std::ceil(size.width)), static_cast<int>(std::ceil(size.height)),
-                          1};
+  const HeadlessBrowser::View view{static_cast<int>(std::ceil(size.width)),
+                                   static_cast<int>(std::ceil(size.height)), 1};
   for (int slide = 1; slide <= filled.slideCount(); ++slide) {
     const auto& linked = filled.linkedShapes(slide);
     if (linked.empty()) continue;
     const auto file = folder.path() / "slide.html";
     std::ofstream(file, std::ios::binary) << filled.page(slide).html;
-    camera.open(file, view);
-    for (const auto& measured : nlohmann::json::parse(camera.evaluate(Measure))) {
+    browser.open(file, view);
+    for (const auto& measured : nlohmann::json::parse(browser.evaluate(Measure))) {
       const auto out = measured["out"].get<double>();
       if (out <= Tolerance) continue;
       const auto shape = std::find_if(linked.begin(), linked.end(), [&](const LinkedShape& each) {

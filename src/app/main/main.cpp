@@ -1,3 +1,5 @@
+// The program: its verbs, and how it ends with an error.
+
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>

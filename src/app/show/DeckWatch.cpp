@@ -1,3 +1,5 @@
+// Looks at a deck's file from a thread of its own, and reads what has come to rest.
+
 #include "app/show/DeckWatch.h"
 
 #include <chrono>

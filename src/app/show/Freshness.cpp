@@ -16,13 +16,6 @@ std::size_t numberOf(const std::string& key) { return std::strtoul(key.c_str(), 
 
 }  // namespace
 
-std::optional<StaleData> staleDataOf(std::string_view name) {
-  if (name == "keep") return StaleData::Keep;
-  if (name == "mark") return StaleData::Mark;
-  if (name == "blank") return StaleData::Blank;
-  return std::nullopt;
-}
-
 bool Freshness::look() {
   const LF2000::FrmRuntimeTimer* form = form_();
   if (form == nullptr) return false;

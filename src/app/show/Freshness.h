@@ -13,12 +13,6 @@
 
 namespace app {
 
-/// What screens do with values whose connection has not delivered for a while.
-enum class StaleData { Keep, Mark, Blank };
-
-/// "keep", "mark" or "blank"; nothing for anything else.
-std::optional<StaleData> staleDataOf(std::string_view name);
-
 /// Watches when each connection of the running show last delivered. A connection is stale
 /// when it has been asked for longer than three of its intervals and has not delivered;
 /// one that no slide in sight needs is not asked and does not age.

@@ -1,33 +1,45 @@
+// The running show of one deck: its beginning and end, where it stands, and what is told of it.
+
 #include "app/show/LiveShow.h"
 
-#include <algorithm>
-#include <functional>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "app/wiring/PictureConversion.h"
-#include "basic/Date.h"
-#include "basic/Error.h"
-#include "host/services.h"
+#include "deck/show/TransitionEffect.h"
 #include "render/html/PageContract.h"
 
 namespace app {
+
+using render::page::shapeElement;
 
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
-
-deck::Blank toDeck(web::Blank blank) {
-  switch (blank) {
-    case web::Blank::Black:
-      return deck::Blank::Black;
-    case web::Blank::White:
-      return deck::Blank::White;
-    case web::Blank::None:
-      break;
-  }
-  return deck::Blank::None;
+web::Transition toWeb(const deck::TransitionEffect& effect) {
+  using Kind = deck::TransitionEffect::Kind;
+  const auto name = [&] {
+    switch (effect.kind) {
+      case Kind::None:
+        break;
+      case Kind::Cut:
+        return "cut";
+      case Kind::Fade:
+        return "fade";
+      case Kind::Push:
+        return "push";
+      case Kind::Wipe:
+        return "wipe";
+      case Kind::Split:
+        return "split";
+      case Kind::Cover:
+        return "cover";
+      case Kind::Uncover:
+        return "uncover";
+    }
+    return "none";
+  };
+  return {name(), effect.direction, effect.throughBlack, std::chrono::milliseconds(effect.milliseconds)};
 }
 
 }  // namespace
@@ -38,58 +50,37 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
     : presentation_(std::move(presentation)),
       application_(application),
       loop_(loop),
-      converter_(pictureConversion()),
-      conversionTimer_(loop.CreateTimer([this] { watchConversions(); })),
-      renderer_(
-          presentation_->package(),
-          {.assetPrefix = "assets/",
-           .isLive = [this](int slide, std::uint32_t shape) { return linkedShape(slide, shape) != nullptr; },
-           .converter = &converter_,
-           .now = [] { return host::Current().clock->Now(); }}),
       form_(std::move(form)),
-      freshness_(form_),
       options_(options),
-      began_(options.began),
+      problems_(problems),
       version_(std::to_string(presentation_->package().fingerprint())),
-      problems_(problems) {
-  constexpr std::int32_t ConversionInterval = 50;  // ms
-  conversionTimer_->Interval(ConversionInterval);
-  conversionTimer_->Enabled(false);
-  linked_.resize(static_cast<std::size_t>(presentation_->slideCount()) + 1);
-  for (std::int32_t slide = 1; slide <= presentation_->slideCount(); ++slide) {
-    linked_[static_cast<std::size_t>(slide)] = linkedShapes(*presentation_, slide);
-  }
-  constexpr std::int32_t TimeBetweenLooks = 500;
-  timedAt_ = host::Current().clock->Now();
-  lookout_ = loop_.CreateTimer([this] {
-    lookForStaleData();
-    lookForNewTime();
-  });
+      changes_(loop, [this](const ChangeFlush::Changes& changes) { flush(changes); }),
+      pages_(*presentation_, loop, problems, [this] { changes_.everything(); }),
+      stale_(options.staleData, form_),
+      lookout_(loop.CreateTimer([this] { lookAround(); })) {
+  constexpr std::int32_t TimeBetweenLooks = 500;  // ms
   lookout_->Interval(TimeBetweenLooks);
 }
 
-LiveShow::~LiveShow() {
-  *self_ = nullptr;
-  presentation_->removeListener(*this);
-}
+LiveShow::~LiveShow() { presentation_->removeListener(*this); }
 
 void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()> onEnd) {
   onEnd_ = std::move(onEnd);
   standing_.reset();
   presentation_->addListener(*this);
   show_ = deck::SlideShow::begin(application_, presentation_, loop_, options, this);
-  if (!began_) began_ = std::chrono::system_clock::now();
+  if (!options_.began) options_.began = std::chrono::system_clock::now();
   builtBefore_ = show_->builtSteps();
   for (const deck::Damage& damage : presentation_->damages()) problems_.tell(damage.text);
   watch(watched_);
-  lookForStaleData();
+  lookAround();
   lookout_->Enabled(true);
-  slideStateChanged();
+  changes_.everything();
 }
 
 void LiveShow::progress(std::optional<web::Progress> progress) {
   progress_ = std::move(progress);
-  wholeStateChanged();
+  changes_.everything();
 }
 
 void LiveShow::shutDown() {
@@ -108,14 +99,22 @@ void LiveShow::stand() {
   if (isRunning()) standing_ = Standing{currentSlide(), nextSlide(), show_->isEmpty()};
 }
 
-const LinkedShape* LiveShow::linkedShape(int slide, std::uint32_t id) const {
-  const auto& shapes = linked_[static_cast<std::size_t>(slide)];
-  const auto found =
-      std::find_if(shapes.begin(), shapes.end(), [&](const LinkedShape& shape) { return shape.id == id; });
-  return found == shapes.end() ? nullptr : &*found;
+std::optional<int> LiveShow::currentSlide() const {
+  if (standing_) return standing_->current;
+  if (!isRunning() || show_->isAtEnd()) return std::nullopt;
+  if (show_->isEmpty()) return options_.whenEmpty;
+  return show_->position();
 }
 
-std::optional<std::string> LiveShow::textOf(int slide, const std::string& shapeName) {
+std::optional<int> LiveShow::nextSlide() const {
+  if (standing_) return standing_->next;
+  if (!isRunning()) return std::nullopt;
+  const auto next = show_->following();
+  if (!next || next == currentSlide()) return std::nullopt;
+  return *next;
+}
+
+std::optional<std::string> LiveShow::textOf(int slide, const std::string& shapeName) const {
   const LF2000::FrmRuntimeTimer* form = form_();
   if (form != nullptr && !form->HasValue(slide, shapeName)) return std::nullopt;
   const auto shape = presentation_->Slides()->Item(slide)->Shapes()->Item(std::string_view(shapeName));
@@ -127,7 +126,7 @@ std::string LiveShow::stateJson() {
   Json slides = Json::array();
   for (std::int32_t index = 1; index <= presentation_->slideCount(); ++index) {
     Json shapes = Json::array();
-    for (const LinkedShape& shape : linked_[static_cast<std::size_t>(index)]) {
+    for (const LinkedShape& shape : pages_.drawn().linkedShapes(index)) {
       const auto text = textOf(index, shape.name);
       shapes.push_back({{"name", shape.name},
                         {"sourceType", shape.sourceType},
@@ -138,156 +137,156 @@ std::string LiveShow::stateJson() {
     }
     slides.push_back({{"index", index}, {"hidden", presentation_->isHidden(index)}, {"shapes", shapes}});
   }
-  return dump({{"deck", presentation_->FullName()},
-               {"running", isOn()},
-               {"position", show_ ? show_->position() : 0},
-               {"slideCount", presentation_->slideCount()},
-               {"slides", slides}});
+  const Json state = {{"deck", presentation_->FullName()},
+                      {"running", isOn()},
+                      {"position", show_ ? show_->position() : 0},
+                      {"slideCount", presentation_->slideCount()},
+                      {"slides", slides}};
+  return state.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-/// Pictures that were converted join those on the screens.
-void LiveShow::watchConversions() {
-  if (converter_.poll()) {
-    renderer_.forget();
-    pages_.clear();
-    wholeStateChanged();
+web::ScreenState LiveShow::state(const web::View& view) {
+  const render::SlideSize size = pages_.size();
+  web::ScreenState state;
+  state.deck = version_;
+  state.title = std::filesystem::path(presentation_->FullName()).stem().string();
+  state.width = size.width;
+  state.height = size.height;
+  state.slideCount = presentation_->slideCount();
+  state.stylesheet = SlidePages::styleSheetName();
+  state.began = options_.began;
+  state.progress = progress_;
+  if (show_) {
+    state.blank = toWeb(show_->blank());
+    state.kiosk = show_->isKiosk();
+    state.ended = !isOn() || show_->isAtEnd();
   }
-  conversionTimer_->Enabled(converter_.isBusy());
+  switch (view.kind) {
+    case web::View::Kind::Show:
+      showCurrent(state);
+      break;
+    case web::View::Kind::Slide:
+      if (view.slide > 0 && view.slide <= state.slideCount) state.current = pages_.page(view.slide);
+      break;
+    case web::View::Kind::Shape:
+      // Laid over somebody else's picture, it must neither cover nor announce anything.
+      state.blank = web::Blank::None;
+      state.isTransparent = true;
+      state.progress.reset();
+      if (view.slide > 0 && !state.ended) pages_.showAlone(view, state);
+      state.ended = false;
+      break;
+  }
+  for (const auto& slide : {state.current, state.next}) {
+    if (slide && slide->index > 0) {
+      stale_.addTo(state, slide->index, pages_.drawn().linkedShapes(slide->index));
+    }
+  }
+  return state;
 }
 
-/// Looking at the clock holds whatever is done to it: set, put back by an hour, or stopped while the machine
-/// slept.
-void LiveShow::lookForNewTime() {
-  const basic::Date now = host::Current().clock->Now();
-  const auto then = basic::Split(timedAt_);
-  const auto parts = basic::Split(now);
-  const bool isNewDay = parts.dayOfYear != then.dayOfYear || parts.year != then.year;
-  if (!isNewDay && parts.minute == then.minute && parts.hour == then.hour) return;
-  timedAt_ = now;
-  for (const auto& [slide, shown] : timed_) {
-    if (!isNewDay && shown == render::TimeShown::Date) continue;
-    pages_.erase(slide);
-    if (isHeld(slide)) wholeStateChanged();
+void LiveShow::showCurrent(web::ScreenState& state) {
+  pages_.keepOnly([this](int slide) { return isHeld(slide); });
+  if (const auto current = currentSlide()) {
+    state.current = pages_.page(*current);
+    state.transition = toWeb(deck::transitionOf(presentation_->slidePart(*current)));
+    addBuilds(state, *current);
+  } else if (standing_ ? standing_->isEmpty : isRunning() && show_->isEmpty()) {
+    state.current = pages_.backdrop();
+  }
+  if (const auto next = nextSlide()) state.next = pages_.page(*next);
+}
+
+void LiveShow::addBuilds(web::ScreenState& state, int slide) const {
+  if (slide != show_->position()) return;
+  const deck::Builds& builds = show_->builds();
+  const std::size_t built = show_->builtSteps();
+  for (const std::uint32_t id : builds.hiddenAfter(built)) state.hidden.push_back(shapeElement(slide, id));
+  if (built != builtBefore_ + 1) return;
+  for (const deck::BuildEffect& effect : builds.step(built - 1)) {
+    state.builds.push_back({shapeElement(slide, effect.shapeId), effect.isEntrance, effect.kind,
+                            effect.direction, std::chrono::milliseconds(effect.milliseconds)});
   }
 }
 
-web::Outcome LiveShow::command(const std::function<void()>& action) {
-  if (!isRunning()) return web::Outcome::refused("The show has ended.");
-  try {
-    action();
-  } catch (const basic::Error& error) {
-    return web::Outcome::refused(error.description);
-  }
-  return web::Outcome::done();
+void LiveShow::watch(const std::set<int>& slides) {
+  watched_ = slides;
+  std::set<std::int32_t> fresh(slides.begin(), slides.end());
+  if (options_.whenEmpty) fresh.insert(*options_.whenEmpty);
+  if (LF2000::FrmRuntimeTimer* form = form_()) form->WatchedSlides(std::move(fresh));
 }
 
-web::Outcome LiveShow::next() {
-  return command([this] { show_->next(); });
-}
-web::Outcome LiveShow::previous() {
-  return command([this] { show_->previous(); });
-}
-web::Outcome LiveShow::first() {
-  return command([this] { show_->first(); });
-}
-web::Outcome LiveShow::last() {
-  return command([this] { show_->last(); });
-}
-web::Outcome LiveShow::goTo(int slide) {
-  return command([this, slide] { show_->goTo(slide); });
-}
-web::Outcome LiveShow::blank(web::Blank blank) {
-  return command([this, blank] { show_->blank(toDeck(blank)); });
-}
-web::Outcome LiveShow::end() {
-  return command([this] { show_->end(); });
+web::Health LiveShow::health() const {
+  web::Health health;
+  health.isReady = isOn() && pages_.hasDrawn();
+  health.position = currentSlide().value_or(0);
+  health.connections = stale_.connections();
+  return health;
 }
 
 void LiveShow::shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) {
-  pages_.erase(slideIndex);
-  changedShapes_.emplace(slideIndex, shapeId);
-  requestFlush();
+  pages_.forget(slideIndex);
+  changes_.shape(slideIndex, shapeId);
 }
 
-void LiveShow::slideHiddenChanged(std::int32_t) { slideStateChanged(); }
+void LiveShow::slideHiddenChanged(std::int32_t) { changes_.slideOnShow(); }
 
 void LiveShow::linksUpdated() {
-  pages_.clear();
-  wholeStateChanged();
+  pages_.forgetAll();
+  changes_.everything();
 }
 
 void LiveShow::slideChanged() {
   if (show_) builtBefore_ = show_->builtSteps();
-  slideStateChanged();
+  changes_.slideOnShow();
 }
-void LiveShow::blankChanged() { wholeStateChanged(); }
-void LiveShow::buildChanged() { slideStateChanged(); }
+void LiveShow::blankChanged() { changes_.everything(); }
+void LiveShow::buildChanged() { changes_.slideOnShow(); }
 
 void LiveShow::ended() {
   lookout_->Enabled(false);
-  if (!standing_) wholeStateChanged();
+  if (!standing_) changes_.everything();
   // Of this show: another one may have begun until then.
   if (onEnd_) loop_.post(std::exchange(onEnd_, nullptr));
 }
 
-void LiveShow::lookForStaleData() {
-  if (freshness_.look() && options_.staleData != StaleData::Keep) wholeStateChanged();
-}
-
-void LiveShow::slideStateChanged() {
-  slideStateChanged_ = true;
-  requestFlush();
-}
-
-void LiveShow::wholeStateChanged() {
-  wholeStateChanged_ = true;
-  requestFlush();
-}
-
-void LiveShow::requestFlush() {
-  if (flushRequested_) return;
-  flushRequested_ = true;
-  changedAt_ = std::chrono::steady_clock::now();
-  loop_.post([self = self_] {
-    if (*self) (*self)->flush();
-  });
-}
-
-void LiveShow::flush() {
-  flushRequested_ = false;
-  const auto changed = changedAt_;
-  if (!server_ || standing_) {
-    changedShapes_.clear();
-    return;
+void LiveShow::lookAround() {
+  if (stale_.look()) changes_.everything();
+  for (const int slide : pages_.forgetPastTimes()) {
+    if (isHeld(slide)) changes_.everything();
   }
-  sendShapes(changed);
-  const bool slide = std::exchange(slideStateChanged_, false);
-  if (std::exchange(wholeStateChanged_, false)) {
-    server_->stateChanged(changed);
-  } else if (slide) {
-    server_->slideChanged(changed);
+}
+
+void LiveShow::flush(const ChangeFlush::Changes& changes) {
+  // The last picture stands as it is.
+  if (server_ == nullptr || standing_) return;
+  sendShapes(changes);
+  if (changes.everything) {
+    server_->stateChanged(changes.began);
+  } else if (changes.slideOnShow) {
+    server_->slideChanged(changes.began);
   }
   builtBefore_ = show_ ? show_->builtSteps() : 0;
 }
 
-void LiveShow::sendShapes(web::Server::Time changed) {
-  if (changedShapes_.empty()) return;
+void LiveShow::sendShapes(const ChangeFlush::Changes& changes) {
+  if (changes.shapes.empty()) return;
   const LF2000::FrmRuntimeTimer* form = form_();
-  std::vector<web::ShapeChange> changes;
-  for (const auto& [slide, id] : std::exchange(changedShapes_, {})) {
+  std::vector<web::ShapeChange> sent;
+  for (const auto& [slide, id] : changes.shapes) {
     web::ShapeChange change;
     change.slide = slide;
-    change.elementId = render::page::shapeElement(slide, id);
+    change.elementId = shapeElement(slide, id);
     change.isMirrored = isMirrored(slide);
-    if (isHeld(slide)) change.html = drawShape(slide, id);
-    if (const LinkedShape* shape = linkedShape(slide, id)) {
+    if (isHeld(slide)) change.html = pages_.shape(slide, id);
+    if (const LinkedShape* shape = pages_.drawn().linkedShape(slide, id)) {
       change.glides = form != nullptr && form->Scrolls(slide, shape->name);
       change.name = shape->name;
       change.text = textOf(slide, shape->name);
     }
-    changes.push_back(std::move(change));
+    sent.push_back(std::move(change));
   }
-  server_->shapesChanged(changes, changed);
+  server_->shapesChanged(sent, changes.began);
 }
 
 }  // namespace app

@@ -3,22 +3,20 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
-#include <utility>
-#include <vector>
+#include <string_view>
 
-#include "app/show/Freshness.h"
-#include "app/wiring/LinkedShapes.h"
+#include "app/show/ChangeFlush.h"
+#include "app/show/ShowControls.h"
+#include "app/show/SlidePages.h"
+#include "app/show/StaleValues.h"
 #include "app/wiring/ToldOnce.h"
 #include "deck/objects/Presentation.h"
 #include "deck/show/SlideShow.h"
 #include "platform/EventLoop.h"
-#include "render/conversion/PictureConverter.h"
-#include "render/html/SlideRenderer.h"
 #include "web/show/Server.h"
 #include "web/show/Show.h"
 
@@ -32,14 +30,13 @@ struct LiveShowOptions {
   std::optional<std::chrono::system_clock::time_point> began;
 };
 
-/// A running show between its three neighbours: what the deck reports as changed
-/// is rendered and handed to the server, what screens and programs ask goes to
-/// the show. Changes are collected and sent once the handler that made them is
-/// done.
-class LiveShow final : public web::Show, private deck::ChangeListener, private deck::SlideShowListener {
+/// The running show of one deck, between its three neighbours: what the deck and the show report as changed
+/// is drawn (SlidePages) and handed to the server once the handler that changed it is done (ChangeFlush);
+/// what screens and programs ask about it is answered here, and what an operator does goes to ShowControls.
+class LiveShow final : private deck::ChangeListener, private deck::SlideShowListener {
  public:
-  /// `form` gives what drives the running show; null without one. `problems` hears what cannot be drawn, and
-  /// outlives this object.
+  /// `form` gives what drives the running show; null without one. `problems` hears what cannot be drawn. The
+  /// application, the loop and `problems` outlive this object.
   LiveShow(deck::Application& application, std::shared_ptr<deck::Presentation> presentation,
            platform::EventLoop& loop, std::function<LF2000::FrmRuntimeTimer*()> form,
            const LiveShowOptions& options, ToldOnce& problems);
@@ -47,7 +44,8 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   LiveShow(const LiveShow&) = delete;
   LiveShow& operator=(const LiveShow&) = delete;
 
-  /// Begins the show. `onEnd` is called once when it is over, however it ended.
+  /// Begins the show. `onEnd` is called once from the loop when it is over, however it ended. Throws
+  /// basic::Error when the show cannot begin.
   void begin(const deck::SlideShowOptions& options, std::function<void()> onEnd);
   /// Where changes go from now on; must outlive this object or be taken away (null).
   void connect(web::Server* server) { server_ = server; }
@@ -55,30 +53,28 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
   void progress(std::optional<web::Progress> progress);
   /// Ends the show and leaves the last picture standing on the screens.
   void shutDown();
-  /// The same for a show that another one follows: it is not over, and `onEnd` not called. It can begin
-  /// again.
+  /// The same for a running show that another one follows: it is not over, and `onEnd` not called. It can
+  /// begin again.
   void leave();
 
   [[nodiscard]] bool isRunning() const { return show_ && show_->isRunning(); }
   /// Whether screens draw slides: it runs, or its last picture stands.
   [[nodiscard]] bool isOn() const { return isRunning() || standing_; }
-  /// Where the running show stands.
+  /// Where the show stands, once it has begun.
   [[nodiscard]] deck::ShowPlace place() const { return show_->place(); }
-  [[nodiscard]] std::optional<std::chrono::system_clock::time_point> began() const { return began_; }
+  [[nodiscard]] std::optional<std::chrono::system_clock::time_point> began() const { return options_.began; }
+  /// Of the show as it runs now.
+  [[nodiscard]] ShowControls controls() { return ShowControls(show_); }
 
-  std::string stateJson() override;
-  web::View view(std::optional<int> slide, std::string_view shape) override;
-  web::ScreenState state(const web::View& view) override;
-  void watch(const std::set<int>& slides) override;
-  web::Health health() override;
-  std::optional<web::Asset> asset(std::string_view name) override;
-  web::Outcome next() override;
-  web::Outcome previous() override;
-  web::Outcome first() override;
-  web::Outcome last() override;
-  web::Outcome goTo(int slide) override;
-  web::Outcome blank(web::Blank blank) override;
-  web::Outcome end() override;
+  // What web::Show asks.
+  std::string stateJson();
+  [[nodiscard]] web::View view(std::optional<int> slide, std::string_view shape) const {
+    return pages_.view(slide, shape);
+  }
+  web::ScreenState state(const web::View& view);
+  void watch(const std::set<int>& slides);
+  [[nodiscard]] web::Health health() const;
+  [[nodiscard]] std::optional<web::Asset> asset(std::string_view name) const { return pages_.asset(name); }
 
  private:
   void shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) override;
@@ -96,70 +92,38 @@ class LiveShow final : public web::Show, private deck::ChangeListener, private d
     bool isEmpty = false;
   };
   void stand();
-  web::Outcome command(const std::function<void()>& action);
   [[nodiscard]] std::optional<int> currentSlide() const;
   [[nodiscard]] std::optional<int> nextSlide() const;
   [[nodiscard]] bool isMirrored(int slide) const { return currentSlide() == slide || nextSlide() == slide; }
   [[nodiscard]] bool isHeld(int slide) const { return isMirrored(slide) || watched_.contains(slide); }
-  [[nodiscard]] const LinkedShape* linkedShape(int slide, std::uint32_t id) const;
   /// Nothing where there is no text, or no value for it.
-  [[nodiscard]] std::optional<std::string> textOf(int slide, const std::string& shapeName);
-  web::SlideView page(int slide);
-  render::SlidePage draw(int slide);
-  std::string drawShape(int slide, std::uint32_t id);
-  void showShape(const web::View& view, web::ScreenState& state);
+  [[nodiscard]] std::optional<std::string> textOf(int slide, const std::string& shapeName) const;
   void showCurrent(web::ScreenState& state);
-  void addStale(web::ScreenState& state, int slide) const;
   void addBuilds(web::ScreenState& state, int slide) const;
-  void lookForStaleData();
-  void lookForNewTime();
-  void slideStateChanged();
-  void wholeStateChanged();
-  void watchConversions();
-  void requestFlush();
-  void flush();
-  void sendShapes(web::Server::Time changed);
+  void lookAround();
+  void flush(const ChangeFlush::Changes& changes);
+  void sendShapes(const ChangeFlush::Changes& changes);
 
   std::shared_ptr<deck::Presentation> presentation_;
   deck::Application& application_;
   platform::EventLoop& loop_;
-  render::PictureConverter converter_;
-  std::unique_ptr<host::Timer> conversionTimer_;
-  render::SlideRenderer renderer_;
+  std::function<LF2000::FrmRuntimeTimer*()> form_;
+  LiveShowOptions options_;
+  ToldOnce& problems_;
+  /// Tells this version of the deck from others.
+  std::string version_;
+  ChangeFlush changes_;
+  SlidePages pages_;
+  StaleValues stale_;
+  std::unique_ptr<host::Timer> lookout_;
   std::shared_ptr<deck::SlideShow> show_;
   web::Server* server_ = nullptr;
   std::function<void()> onEnd_;
-  /// By slide, in drawing order; links do not change while a show runs.
-  std::vector<std::vector<LinkedShape>> linked_;
-  /// Pages that screens hold, as they stand now.
-  std::map<int, std::string> pages_;
-  /// Slides that show the date or the time, as met so far.
-  std::map<int, render::TimeShown> timed_;
-  /// When they were last known to be right.
-  basic::Date timedAt_;
   std::set<int> watched_;
-  std::function<LF2000::FrmRuntimeTimer*()> form_;
-  Freshness freshness_;
-  LiveShowOptions options_;
-  std::unique_ptr<host::Timer> lookout_;
-  std::optional<std::chrono::system_clock::time_point> began_;
   std::optional<web::Progress> progress_;
-  /// Tells this version of the deck from others.
-  std::string version_;
-  bool hasRendered_ = false;
-  ToldOnce& problems_;
   /// How far the slide on show was built up when it was last looked at.
   std::size_t builtBefore_ = 0;
-  std::set<std::pair<int, std::uint32_t>> changedShapes_;
-  /// What the screens that follow the show draw, and what all of them draw.
-  bool slideStateChanged_ = false;
-  bool wholeStateChanged_ = false;
-  /// Of what is noted, the first.
-  web::Server::Time changedAt_;
-  bool flushRequested_ = false;
   std::optional<Standing> standing_;
-  /// Lets a posted flush see that this object is gone.
-  std::shared_ptr<LiveShow*> self_ = std::make_shared<LiveShow*>(this);
 };
 
 }  // namespace app

@@ -1,3 +1,5 @@
+// Changes from the show of one deck to that of another.
+
 #include "app/show/Stage.h"
 
 #include <algorithm>
@@ -102,7 +104,7 @@ void Stage::change(DeckVersion version) {
   if (deck && deck != act_->deck) host_.application().close(deck);
   isChanging_ = false;
   if (isShutDown_) act_->live.shutDown();
-  for (const Command& waiting : std::exchange(waiting_, {})) waiting(act_->live);
+  for (const Command& waiting : std::exchange(waiting_, {})) waiting(act_->live.controls());
   // What failed is history when there is a newer one.
   if (auto newest = std::exchange(newest_, std::nullopt)) return change(std::move(*newest));
   if (failed) throw basic::Error(*failed);
@@ -165,31 +167,31 @@ std::optional<web::Asset> Stage::asset(std::string_view name) {
 }
 
 web::Outcome Stage::command(Command command) {
-  if (!isBetween_) return command(act_->live);
+  if (!isBetween_) return command(act_->live.controls());
   waiting_.push_back(std::move(command));
   return web::Outcome::done();
 }
 
 web::Outcome Stage::next() {
-  return command([](LiveShow& live) { return live.next(); });
+  return command([](ShowControls show) { return show.next(); });
 }
 web::Outcome Stage::previous() {
-  return command([](LiveShow& live) { return live.previous(); });
+  return command([](ShowControls show) { return show.previous(); });
 }
 web::Outcome Stage::first() {
-  return command([](LiveShow& live) { return live.first(); });
+  return command([](ShowControls show) { return show.first(); });
 }
 web::Outcome Stage::last() {
-  return command([](LiveShow& live) { return live.last(); });
+  return command([](ShowControls show) { return show.last(); });
 }
 web::Outcome Stage::goTo(int slide) {
-  return command([slide](LiveShow& live) { return live.goTo(slide); });
+  return command([slide](ShowControls show) { return show.goTo(slide); });
 }
 web::Outcome Stage::blank(web::Blank blank) {
-  return command([blank](LiveShow& live) { return live.blank(blank); });
+  return command([blank](ShowControls show) { return show.blank(blank); });
 }
 web::Outcome Stage::end() {
-  return command([](LiveShow& live) { return live.end(); });
+  return command([](ShowControls show) { return show.end(); });
 }
 
 }  // namespace app

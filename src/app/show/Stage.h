@@ -79,7 +79,7 @@ class Stage final : public web::Show {
     LinkedSheets sheets;
     LiveShow live;
   };
-  using Command = std::function<web::Outcome(LiveShow&)>;
+  using Command = std::function<web::Outcome(ShowControls)>;
 
   [[nodiscard]] std::unique_ptr<Act> act(std::shared_ptr<deck::Presentation> deck);
   void changeTo(std::unique_ptr<Act> next);

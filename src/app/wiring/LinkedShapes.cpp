@@ -8,6 +8,12 @@
 
 namespace app {
 
+std::string LinkedShape::connectionKey() const try {
+  return LF2000::modGlobalFunctions::Format000(basic::CLng(connection));
+} catch (const basic::Error&) {
+  return {};
+}
+
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex) {
   std::vector<LinkedShape> linked;
   const auto shapes = presentation.Slides()->Item(slideIndex)->Shapes();

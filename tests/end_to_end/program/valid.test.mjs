@@ -2,10 +2,11 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { drawDeck, writtenAnew } from "../support/drawn_deck.mjs";
+import { drawDeck } from "../support/drawn_deck.mjs";
 import { linkWhole } from "../support/linked_whole.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { added, findings } from "../support/valid.mjs";
+import { writtenAnew } from "../support/written_anew.mjs";
 
 test("nothing is found in the samples and their workbook", async (t) => {
   const sandbox = new Sandbox(t);

@@ -1,7 +1,5 @@
 // Decks as other programs write them, with something of every kind that can be linked.
 
-import { execFileSync } from "node:child_process";
-import { mkdirSync } from "node:fs";
 import { createRequire } from "node:module";
 
 // Debian's Node takes its module for a script.
@@ -51,12 +49,4 @@ export async function drawDeck(sandbox, picture) {
   }
   await deck.writeFile({ fileName: sandbox.path("drawn.pptx") });
   return sandbox.path("drawn.pptx");
-}
-
-// The same as LibreOffice writes it.
-export function writtenAnew(sandbox, deck) {
-  mkdirSync(sandbox.path("anew"));
-  const line = ["--headless", "--convert-to", "pptx", "--outdir", sandbox.path("anew"), deck];
-  execFileSync("soffice", line, { env: sandbox.environment, stdio: "pipe" });
-  return sandbox.path("anew/drawn.pptx");
 }

@@ -1,4 +1,6 @@
-#include "app/inspect/Camera.h"
+// Drives a Chromium without a window by the DevTools protocol.
+
+#include "app/inspect/HeadlessBrowser.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -15,6 +17,7 @@
 #include "app/wiring/Failure.h"
 #include "basic/Base64.h"
 #include "process/ChildProcess.h"
+#include "process/Descriptor.h"
 #include "process/TemporaryFolder.h"
 
 namespace app {
@@ -26,25 +29,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds LongestAnswer{30};
 
-class Descriptor {
- public:
-  Descriptor() = default;
-  ~Descriptor() { close(); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  void close() { reset(-1); }
-  void reset(int descriptor) {
-    if (descriptor_ >= 0) ::close(descriptor_);
-    descriptor_ = descriptor;
-  }
-  [[nodiscard]] int get() const { return descriptor_; }
-
- private:
-  int descriptor_ = -1;
-};
-
 /// Both ends lie above the numbers that the child gives its own.
-void connectPair(Descriptor& ours, Descriptor& childs) {
+void connectPair(process::Descriptor& ours, process::Descriptor& childs) {
   constexpr int LowestNumber = 10;
   std::array<int, 2> ends{};
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
@@ -76,10 +62,10 @@ std::string fileUrl(const std::filesystem::path& path) {
 
 /// The DevTools protocol as --remote-debugging-pipe speaks it: JSON texts, each
 /// ended by NUL.
-class Camera::Browser {
+class HeadlessBrowser::Pipe {
  public:
-  Browser() {
-    Descriptor childs;
+  Pipe() {
+    process::Descriptor childs;
     connectPair(socket_, childs);
     start(childs.get());
   }
@@ -170,30 +156,30 @@ class Camera::Browser {
   }
 
   process::TemporaryFolder folder_;
-  Descriptor socket_;
+  process::Descriptor socket_;
   std::unique_ptr<process::ChildProcess> process_;
   std::string received_;
   std::size_t searched_ = 0;
   int calls_ = 0;
 };
 
-Camera::Camera() : browser_(std::make_unique<Browser>()) {
-  const Json target = browser_->call("Target.createTarget", {{"url", "about:blank"}});
+HeadlessBrowser::HeadlessBrowser() : pipe_(std::make_unique<Pipe>()) {
+  const Json target = pipe_->call("Target.createTarget", {{"url", "about:blank"}});
   const Json attached =
-      browser_->call("Target.attachToTarget", {{"targetId", target.at("targetId")}, {"flatten", true}});
+      pipe_->call("Target.attachToTarget", {{"targetId", target.at("targetId")}, {"flatten", true}});
   session_ = attached.at("sessionId").get<std::string>();
-  browser_->call("Page.enable", Json::object(), session_);
+  pipe_->call("Page.enable", Json::object(), session_);
 }
 
-Camera::~Camera() = default;
+HeadlessBrowser::~HeadlessBrowser() = default;
 
-void Camera::open(const std::filesystem::path& page, const View& view) {
-  browser_->call(
+void HeadlessBrowser::open(const std::filesystem::path& page, const View& view) {
+  pipe_->call(
       "Emulation.setDeviceMetricsOverride",
       {{"width", view.width}, {"height", view.height}, {"deviceScaleFactor", view.scale}, {"mobile", false}},
       session_);
-  browser_->call("Page.navigate", {{"url", fileUrl(page)}}, session_);
-  browser_->waitFor("Page.loadEventFired");
+  pipe_->call("Page.navigate", {{"url", fileUrl(page)}}, session_);
+  pipe_->waitFor("Page.loadEventFired");
   evaluate(
       "Promise.all([document.fonts.ready, document.querySelector('deck-chart') && "
       "customElements.whenDefined('deck-chart'), ...[...document.images].map(i => i.decode().catch(() => "
@@ -201,18 +187,18 @@ void Camera::open(const std::filesystem::path& page, const View& view) {
       ".then(() => new Promise(done => requestAnimationFrame(() => requestAnimationFrame(() => done(0)))))");
 }
 
-std::string Camera::photograph() {
-  const Json picture = browser_->call("Page.captureScreenshot",
-                                      {{"format", "png"}, {"captureBeyondViewport", false}}, session_);
+std::string HeadlessBrowser::photograph() {
+  const Json picture =
+      pipe_->call("Page.captureScreenshot", {{"format", "png"}, {"captureBeyondViewport", false}}, session_);
   auto bytes = basic::fromBase64(picture.at("data").get<std::string>());
   if (!bytes) fail("the browser's picture cannot be read.");
   return std::move(*bytes);
 }
 
-std::string Camera::evaluate(const std::string& expression) {
+std::string HeadlessBrowser::evaluate(const std::string& expression) {
   const Json answer =
-      browser_->call("Runtime.evaluate",
-                     {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}}, session_);
+      pipe_->call("Runtime.evaluate",
+                  {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}}, session_);
   if (answer.contains("exceptionDetails")) {
     fail("the browser's script failed: " + answer["exceptionDetails"].value("text", "") + ".");
   }

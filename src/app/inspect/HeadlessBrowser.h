@@ -7,9 +7,9 @@
 
 namespace app {
 
-/// Takes pictures and measures of pages with an installed Chromium, which runs
+/// A Chromium that takes pictures and measures of pages, which runs
 /// without a window for as long as this object lives.
-class Camera {
+class HeadlessBrowser {
  public:
   /// In CSS px, and how many px of the picture one of them becomes.
   struct View {
@@ -20,10 +20,10 @@ class Camera {
 
   /// Starts the browser. Throws basic::Error when none is installed (saying which
   /// package has it) or it does not come up.
-  Camera();
-  ~Camera();
-  Camera(const Camera&) = delete;
-  Camera& operator=(const Camera&) = delete;
+  HeadlessBrowser();
+  ~HeadlessBrowser();
+  HeadlessBrowser(const HeadlessBrowser&) = delete;
+  HeadlessBrowser& operator=(const HeadlessBrowser&) = delete;
 
   /// Opens a page and waits until its pictures and fonts are there. This and what
   /// follows throw basic::Error when the browser fails or does not answer within
@@ -35,8 +35,8 @@ class Camera {
   std::string evaluate(const std::string& expression);
 
  private:
-  class Browser;
-  std::unique_ptr<Browser> browser_;
+  class Pipe;
+  std::unique_ptr<Pipe> pipe_;
   std::string session_;
 };
 

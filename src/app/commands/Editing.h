@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "app/wiring/AddInHost.h"
+#include "deck/objects/Presentation.h"
+#include "model/clsPresentation.h"
+
+namespace app {
+
+/// A deck opened to be changed, with the add-in's object for it, for as long as this object lives.
+struct Editing {
+  /// Throws basic::Error when the deck cannot be opened.
+  explicit Editing(const std::string& path);
+
+  /// Marks the deck as linked, with the values on display, if it is not yet.
+  void becomeLinked();
+  /// Throws basic::Error when the file cannot be written, or another program has changed it meanwhile.
+  void save() { deck->Save(); }
+
+  AddInHost host;
+  std::shared_ptr<deck::Presentation> deck;
+  LF2000::clsPresentation& linked;
+};
+
+/// The slide of that number, from 1. Throws basic::Error when the deck has none such, saying how many it has.
+std::shared_ptr<PowerPoint::Slide> slideOf(deck::Presentation& deck, std::int32_t number);
+
+/// The one shape of that name on a slide, in any case of letters. Throws basic::Error when there is none,
+/// naming those there are, or more than one.
+std::shared_ptr<PowerPoint::Shape> shapeOf(deck::Presentation& deck, std::int32_t slideNumber,
+                                           const std::string& name);
+
+}  // namespace app

@@ -1,0 +1,165 @@
+// The verb link: a shape shows a value, a picture, a chart or the time.
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/commands/Commands.h"
+#include "app/commands/Editing.h"
+#include "app/wiring/Failure.h"
+#include "basic/Error.h"
+#include "basic/Strings.h"
+#include "connections/clsConnection.h"
+#include "model/clsShape.h"
+#include "model/modGraph.h"
+
+namespace app {
+
+namespace {
+
+struct LinkOptions {
+  std::string deck;
+  std::int32_t slide = 0;
+  std::string shape;
+  std::string column;
+  std::optional<std::int32_t> row;
+  std::string connection;
+  std::optional<std::string> clock;
+  bool chart = false;
+  std::optional<std::string> folder;
+  std::optional<std::string> extension;
+};
+
+/// Element 0 is empty; none at all when the source cannot be read now.
+std::vector<std::string> columnsOf(const LF2000::clsConnection& connection) {
+  if (connection.RecordsetReady()) return connection.Columns();
+  // Loading stops at the first source that fails; this may be one behind it.
+  try {
+    LF2000::clsConnection own;
+    own.ActivePresentationName(connection.ActivePresentationName());
+    own.TagString(connection.TagString());
+    own.OpenConnection();
+    own.OpenRecordset();
+    return own.RecordsetReady() ? own.Columns() : std::vector<std::string>();
+  } catch (const basic::Error&) {
+    return {};
+  }
+}
+
+void requireColumn(const deck::Presentation& deck, const LF2000::clsConnection& connection,
+                   const std::string& column) {
+  // A source that is not there today says nothing about its columns.
+  const std::vector<std::string> columns = columnsOf(connection);
+  if (columns.empty()) return;
+  std::string names;
+  for (std::size_t i = 1; i < columns.size(); ++i) {
+    if (basic::EqualsIgnoreCase(columns[i], column)) return;
+    names += (names.empty() ? "" : ", ") + columns[i];
+  }
+  fail(deck.FullName() + ": connection " + connection.ConnectionTagNumber() + " (" +
+       connection.ConnectionDescription() + ") has no column '" + column + "'. It has: " + names + ".");
+}
+
+bool isComplete(const LinkOptions& options) {
+  const bool hasField = !options.column.empty() || options.row;
+  if (options.clock) {
+    return !options.clock->empty() && options.connection.empty() && !hasField && !options.chart;
+  }
+  if (options.connection.empty()) return false;
+  return options.chart ? !hasField : !options.column.empty() && options.row;
+}
+
+/// "jpg", however it was given: the dot comes of itself.
+std::string withoutDot(const std::string& extension) {
+  return extension.substr(std::min(extension.find_first_not_of('.'), extension.size()));
+}
+
+/// Whether the link is to show a file: in a picture or a linked object, or where
+/// a folder or an extension asks for it.
+bool isFileLink(const LinkOptions& options, PowerPoint::Shape& shape) {
+  const bool isAsked = options.folder || options.extension;
+  if (shape.HasTextFrame() && !isAsked) return false;
+  const std::string which =
+      options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide);
+  if (options.clock) fail(which + " holds no text, so it cannot show the time.");
+  try {
+    static_cast<void>(shape.LinkFormat());
+  } catch (const basic::Error&) {
+    fail(which + (isAsked ? " is neither a picture nor a linked object, so it cannot show a file."
+                          : " holds no text and no picture, so it cannot show a value."));
+  }
+  return true;
+}
+
+void link(const LinkOptions& options) {
+  if (!isComplete(options)) {
+    throw UsageError(
+        "link: give --clock FORMAT, or --connection with --column and --row, or --connection with --chart.");
+  }
+  if ((options.clock || options.chart) && (options.folder || options.extension)) {
+    throw UsageError("link: --folder and --extension are for pictures.");
+  }
+  if (options.row && *options.row < 1) throw UsageError("link: --row counts from 1.");
+  Editing editing(options.deck);
+  const auto shape = shapeOf(*editing.deck, options.slide, options.shape);
+  if (options.chart && !LF2000::modGraph::IsGraph(*shape)) {
+    fail(options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide) +
+         " is no chart.");
+  }
+  const bool showsFile = !options.chart && isFileLink(options, *shape);
+  LF2000::clsShape target;
+  target.ShapeItem(shape);
+  if (options.clock) {
+    target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Clock));
+    target.NewDateFormat(*options.clock);
+  } else {
+    const auto connection = editing.linked.FindConnection(options.connection);
+    if (!connection) {
+      fail(options.deck + ": there is no connection " + options.connection + "; 'lumenfold connection " +
+           options.deck + " list' shows those there are.");
+    }
+    target.NewConnectionTagNumber(options.connection);
+    if (options.chart) {
+      target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Graph));
+    } else {
+      requireColumn(*editing.deck, *connection, options.column);
+      target.SourceType(static_cast<std::int32_t>(showsFile ? LF2000::SourceType::LinkedObject
+                                                            : LF2000::SourceType::DataField));
+      if (showsFile) {
+        target.NewObjectFolder(options.folder.value_or(""));
+        target.NewObjectExtension(withoutDot(options.extension.value_or("")));
+      }
+      target.NewColumnName(options.column);
+      target.NewRow(*options.row);
+    }
+  }
+  editing.becomeLinked();
+  target.SetShapeTags();
+  editing.save();
+}
+
+}  // namespace
+
+void addLinkCommand(CLI::App& program, Environment&) {
+  auto options = std::make_shared<LinkOptions>();
+  CLI::App* verb = program.add_subcommand("link", "Link a shape to a connection, or make it a clock");
+  verb->add_option("DECK", options->deck, "The deck")->required();
+  verb->add_option("--slide", options->slide, "Number of the slide")->required();
+  verb->add_option("--shape", options->shape, "Name of the shape")->required();
+  verb->add_option("--connection", options->connection, "Number of the connection (001)");
+  verb->add_option("--column", options->column, "Column of the data");
+  verb->add_option("--row", options->row, "Row of the data, from 1");
+  verb->add_flag("--chart", options->chart,
+                 "Fill the chart with all rows: categories in the first column, a series in each other");
+  verb->add_option("--folder", options->folder,
+                   "Of a picture: the folder of the files that the column names (else the deck's)");
+  verb->add_option("--extension", options->extension, "Of a picture: what is put behind the names (jpg)");
+  verb->add_option("--clock", options->clock,
+                   "Show date or time in this format (\"hh:nn:ss\", \"dddd d mmmm\")");
+  verb->callback([options] { link(*options); });
+}
+
+}  // namespace app

@@ -1,0 +1,115 @@
+// Puts together what the single checks find in a deck, and what a show of it says.
+
+#include "app/inspect/DeckCheck.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <memory>
+
+#include "app/inspect/CollectedErrors.h"
+#include "app/inspect/FilledDeck.h"
+#include "app/inspect/LinkCheck.h"
+#include "app/inspect/OverflowCheck.h"
+#include "basic/Error.h"
+#include "basic/Strings.h"
+#include "deck/objects/Application.h"
+#include "render/scene/Limitations.h"
+
+namespace app {
+
+namespace {
+
+void append(Findings& all, Findings more) {
+  all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+Findings checkHidden(const std::vector<bool>& hiddenByAuthor, FilledDeck& filled) {
+  Findings findings;
+  for (int slide = 1; slide <= filled.slideCount(); ++slide) {
+    const bool byAuthor = hiddenByAuthor[static_cast<std::size_t>(slide)];
+    if (byAuthor) findings.push_back({Finding::Gravity::Note, slide, "", "The slide is hidden in the deck."});
+    if (!byAuthor && filled.deck().isHidden(slide)) {
+      findings.push_back({Finding::Gravity::Note, slide, "",
+                          "The slide hides itself today: none of its linked shapes has data."});
+    }
+  }
+  return findings;
+}
+
+/// One for each typeface that this machine lacks, as they are missing on many slides.
+void addMissingFonts(Findings& findings, const std::map<std::string, std::string>& standIns) {
+  for (const auto& [typeface, family] : standIns) {
+    findings.push_back({Finding::Gravity::Different, 0, "",
+                        "The typeface '" + typeface + "' is not installed here" +
+                            (family.empty() ? "." : "; " + family + " stands in for it.")});
+  }
+}
+
+Findings checkDrawing(FilledDeck& filled) {
+  Findings findings;
+  for (const deck::Damage& damage : filled.deck().damages()) {
+    findings.push_back({Finding::Gravity::Broken, damage.slide, "", damage.text});
+  }
+  std::map<std::string, std::string> standIns;
+  for (int slide = 1; slide <= filled.slideCount(); ++slide) {
+    FilledDeck::Page page = filled.page(slide);
+    for (std::string& problem : page.problems) {
+      findings.push_back({Finding::Gravity::Broken, slide, "", std::move(problem)});
+    }
+    for (const render::Limitation& limitation :
+         render::findLimitations(filled.deck().shapesOf(static_cast<std::int32_t>(slide)))) {
+      findings.push_back(
+          {Finding::Gravity::Different, slide, limitation.shape,
+           (limitation.isDrawn ? "Nearly drawn: " : "Not drawn: ") + std::string(limitation.what) + "."});
+    }
+    for (const render::UsedFont& font : page.fonts) {
+      if (!basic::EqualsIgnoreCase(font.typeface, font.family)) standIns.emplace(font.typeface, font.family);
+    }
+  }
+  addMissingFonts(findings, standIns);
+  return findings;
+}
+
+/// What the show would log, unless it was found before.
+Findings checkFilling(const std::vector<std::string>& logged, const Findings& known) {
+  Findings findings;
+  for (const std::string& line : logged) {
+    // Number and source of the error stand at the end.
+    const std::string text = line.substr(0, line.rfind(" ("));
+    const bool isKnown = std::any_of(known.begin(), known.end(), [&](const Finding& finding) {
+      return finding.text.find(text) != std::string::npos;
+    });
+    if (!isKnown) findings.push_back({Finding::Gravity::Broken, 0, "", text});
+  }
+  return findings;
+}
+
+}  // namespace
+
+Findings checkDeck(const std::string& path, platform::EventLoop& loop) {
+  Findings findings;
+  std::vector<bool> hiddenByAuthor(1);
+  {
+    const auto application = std::make_shared<deck::Application>();
+    const auto deck = application->open(path, deck::Application::Damaged::Repaired);
+    for (std::int32_t slide = 1; slide <= deck->slideCount(); ++slide) {
+      hiddenByAuthor.push_back(deck->isHidden(slide));
+    }
+    append(findings, checkLinks(*deck));
+  }
+  const CollectedErrors errors;
+  FilledDeck filled(path, loop);
+  append(findings, checkFilling(errors.texts(), findings));
+  append(findings, checkDrawing(filled));
+  append(findings, checkHidden(hiddenByAuthor, filled));
+  try {
+    append(findings, checkOverflow(filled));
+  } catch (const basic::Error& error) {
+    findings.push_back(
+        {Finding::Gravity::Note, 0, "", "Whether texts fit was not measured: " + error.description});
+  }
+  return findings;
+}
+
+}  // namespace app

@@ -1,0 +1,39 @@
+#include "app/show/ChangeFlush.h"
+
+namespace app {
+
+ChangeFlush::ChangeFlush(platform::EventLoop& loop, std::function<void(Changes)> flush)
+    : loop_(loop), flush_(std::move(flush)) {}
+
+ChangeFlush::~ChangeFlush() { *self_ = nullptr; }
+
+void ChangeFlush::shape(int slide, std::uint32_t id) {
+  request();
+  changes_.shapes.emplace(slide, id);
+}
+
+void ChangeFlush::slideOnShow() {
+  request();
+  changes_.slideOnShow = true;
+}
+
+void ChangeFlush::everything() {
+  request();
+  changes_.everything = true;
+}
+
+void ChangeFlush::request() {
+  if (isRequested_) return;
+  isRequested_ = true;
+  changes_.began = std::chrono::steady_clock::now();
+  loop_.post([self = self_] {
+    if (*self) (*self)->flush();
+  });
+}
+
+void ChangeFlush::flush() {
+  isRequested_ = false;
+  flush_(std::exchange(changes_, {}));
+}
+
+}  // namespace app

@@ -1,0 +1,82 @@
+// What a look over a deck finds in its links, and where errors go meanwhile.
+
+#include <gmock/gmock.h>
+
+#include "addin/support/modErrors.h"
+#include "app/ShowTest.h"
+#include "app/inspect/CollectedErrors.h"
+#include "app/inspect/LinkCheck.h"
+
+namespace app::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+struct InspectTest : ShowTest {
+  /// A deck whose shapes p1, p2, ... show these {connection, column, row} of prices.txt.
+  static support::DeckBuilder linked(const std::vector<std::vector<std::string>>& links) {
+    support::DeckBuilder deck;
+    const int slide = deck.addSlide();
+    std::string shapes;
+    int id = 1;
+    for (const auto& link : links) {
+      const std::string tags = deck.relate(slide, "tags",
+                                           deck.addTags({{"CORVANE COLUMN TYPE", "2"},
+                                                         {"CORVANE COLUMN TAG", link[0]},
+                                                         {"CORVANE COLUMN COLUMNNAME", link[1]},
+                                                         {"CORVANE COLUMN ROW", link[2]}}));
+      const std::string name = "p" + std::to_string(id++);
+      shapes += support::textShape(id, name, "x", support::tagsReference(tags));
+    }
+    deck.shapes(slide, shapes);
+    deck.presentationTags(
+        {{"CORVANE VERSION", "1"}, {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"}});
+    return deck;
+  }
+  static std::vector<std::string> check(const support::DeckBuilder& deck) {
+    std::vector<std::string> texts;
+    for (const Finding& finding : checkLinks(*deck.presentation())) {
+      EXPECT_EQ(finding.gravity, Finding::Gravity::Broken);
+      texts.push_back(finding.shape + ": " + finding.text);
+    }
+    return texts;
+  }
+};
+
+TEST_F(InspectTest, FindsLinksThatLeadNowhere) {
+  machine.files.Write("/decks/prices.txt", "Price\tItem\n3\tTea\n");
+  EXPECT_THAT(check(linked({{"001", "price", "1"},
+                            {"001", "Cost", "1"},
+                            {"001", "Item", "2"},
+                            {"001", "Item", "0"},
+                            {"002", "Item", "1"}})),
+              ElementsAre("p2: Connection 001 (Prices) has no column 'Cost'.",
+                          "p3: Connection 001 (Prices) has no row 2; it has 1 today.",
+                          "p4: Connection 001 (Prices) has no row 0; it has 1 today.",
+                          "p5: It is linked to connection 002, which the deck does not have."));
+}
+
+TEST_F(InspectTest, SaysNothingOfColumnsWhereTheSourceItselfIsMissing) {
+  EXPECT_THAT(check(linked({{"001", "Cost", "9"}})), ElementsAre(HasSubstr("prices.txt")));
+}
+
+TEST_F(InspectTest, ErrorsAreCollectedBesideTheLog) {
+  LF2000::modErrors::WriteErrorLog("before");
+  const std::string log = errorLog();
+  {
+    const CollectedErrors errors;
+    LF2000::modErrors::WriteErrorLog("first");
+    LF2000::modErrors::WriteErrorLog("second\r\nline");
+    LF2000::modErrors::WriteErrorLog("first");
+    EXPECT_EQ(host::Current().messageBox->MsgBox("?", host::vbYesNo, ""), host::MsgBoxResult::No);
+    EXPECT_THAT(errors.texts(), ElementsAre("first", "second line"));
+  }
+  EXPECT_EQ(errorLog(), log);
+  EXPECT_TRUE(machine.messageBox.shown.empty());
+  LF2000::modErrors::WriteErrorLog("after");
+  EXPECT_THAT(errorLog(), HasSubstr("after"));
+}
+
+}  // namespace
+}  // namespace app::test
