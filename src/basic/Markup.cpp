@@ -1,10 +1,12 @@
 #include "basic/Markup.h"
 
+#include <array>
+
 namespace basic {
 namespace {
 
-/// What stands for a character; a null pointer where it stands for itself.
-const char* substitute(char c) {
+/// What stands for a character that is not plain.
+std::string_view substitute(char c) {
   switch (c) {
     case '&':
       return "&amp;";
@@ -18,24 +20,30 @@ const char* substitute(char c) {
       return "&#39;";
     case '\r':
       return "\n";
-    case '\t':
-    case '\n':
-      return nullptr;
     default:
-      return (c >= 0 && c < ' ') || c == 0x7F ? "" : nullptr;
+      return {};
   }
 }
+
+/// By byte, as pages of charts have a million of them: whether it stands for itself.
+constexpr auto Plain = [] {
+  std::array<bool, 256> plain{};
+  for (std::size_t c = 0; c < plain.size(); ++c) plain[c] = c >= ' ' && c != 0x7F;
+  for (const char c : {'\t', '\n'}) plain[static_cast<unsigned char>(c)] = true;
+  for (const char c : {'&', '<', '>', '"', '\''}) plain[static_cast<unsigned char>(c)] = false;
+  return plain;
+}();
 
 }  // namespace
 
 void AppendEscaped(std::string& markup, std::string_view text) {
   std::size_t from = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const char* instead = substitute(text[i]);
-    if (instead == nullptr) continue;
+    const char c = text[i];
+    if (Plain[static_cast<unsigned char>(c)]) continue;
     markup.append(text, from, i - from);
-    const bool isLineEnd = text.substr(i).starts_with("\r\n");
-    if (!isLineEnd) markup += instead;
+    const bool isFirstOfTwo = c == '\r' && text.substr(i + 1).starts_with('\n');
+    if (!isFirstOfTwo) markup += substitute(c);
     from = i + 1;
   }
   markup.append(text, from, text.size() - from);
