@@ -1,3 +1,5 @@
+// Characters of a database as values of the types that their columns have.
+
 #include "ado/CellText.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// One column as it comes from a driver: fetched in blocks or value by value, as which type, and what its cells become.
+
 #include "ado/Column.h"
 
 #include <sql.h>

@@ -1,3 +1,5 @@
+// Connection strings as settings, and as text that the driver reads as the same settings.
+
 #include "ado/ConnectionString.h"
 
 #include <algorithm>

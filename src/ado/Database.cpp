@@ -1,3 +1,5 @@
+// One connection by the driver manager: opened, asked, and its failures in words without secrets.
+
 #include "ado/Database.h"
 
 #include <sql.h>

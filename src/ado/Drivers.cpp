@@ -1,3 +1,5 @@
+// The drivers that are registered on this machine, and which database each is for.
+
 #include "ado/Drivers.h"
 
 #include <fcntl.h>

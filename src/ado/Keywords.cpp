@@ -1,3 +1,6 @@
+// The settings that each driver may be given, spelt as it reads them; whatever could load, write or execute
+// is not among them.
+
 #include "ado/Keywords.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Connection strings of other systems as those of the drivers here.
+
 #include "ado/Providers.h"
 
 #include <algorithm>

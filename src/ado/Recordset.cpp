@@ -1,3 +1,5 @@
+// The cursor, the fields and the states of a recordset, whatever its rows come from.
+
 #include "ado/Recordset.h"
 
 #include <limits>

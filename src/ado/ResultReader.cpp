@@ -1,3 +1,5 @@
+// Rows fetched from a driver in blocks, and long values piece by piece.
+
 #include "ado/ResultReader.h"
 
 #include <sql.h>

@@ -1,3 +1,5 @@
+// The rows of a result, packed one behind the other.
+
 #include "ado/ResultTable.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// What the loop and the thread of a connection have in common, and which of them may still speak.
+
 #include "ado/Session.h"
 
 #include <new>

@@ -1,3 +1,5 @@
+// Reading and changing ZIP archives in memory by libzip.
+
 #include "opc/Archive.h"
 
 #include <zip.h>

@@ -1,3 +1,5 @@
+// Files read whole, and replaced so that a crash leaves the old one or the new.
+
 #include "opc/Files.h"
 
 #include <fcntl.h>

@@ -1,3 +1,6 @@
+// The parts of a package: refused where they would harm, inflated when asked for, packed with what has
+// changed.
+
 #include "opc/Package.h"
 
 #include <algorithm>

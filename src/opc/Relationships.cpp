@@ -1,3 +1,5 @@
+// What relationships say, under which names they are stored, and what their targets mean.
+
 #include "opc/Relationships.h"
 
 #include <algorithm>

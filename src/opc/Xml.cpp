@@ -1,3 +1,6 @@
+// XML as all parts of a deck are read and written: checked, under the prefixes that the code uses, and whole
+// again.
+
 #include "opc/Xml.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// What the XML of a shape says of its kind, name and place among the others.
+
 #include "presentationml/ShapeNode.h"
 
 #include <algorithm>

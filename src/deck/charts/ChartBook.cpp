@@ -1,3 +1,5 @@
+// The workbook that is embedded with a chart: its sheet, that sheet's table, and the order of calculation.
+
 #include "deck/charts/ChartBook.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Cells of a connection as the numbers, dates and texts of a chart.
+
 #include "deck/charts/ChartData.h"
 
 #include <algorithm>

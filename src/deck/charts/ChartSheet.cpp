@@ -1,3 +1,5 @@
+// A block of cells written into a worksheet's XML, with the formats that are there already.
+
 #include "deck/charts/ChartSheet.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// A chart between its author's state and that of the data, with the workbook behind it.
+
 #include "deck/charts/ChartStore.h"
 
 #include <utility>

@@ -1,3 +1,5 @@
+// A presentation between its package and those who change it: slides, saving, and who is told.
+
 #include "deck/objects/Presentation.h"
 
 #include <algorithm>

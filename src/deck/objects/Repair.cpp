@@ -1,3 +1,6 @@
+// What is put in the place of parts that are broken or missing, so that nobody who reads a deck has to reckon
+// with them.
+
 #include "deck/objects/Repair.h"
 
 #include <set>

@@ -1,3 +1,5 @@
+// Tags of presentation, slides and shapes: read from their parts, changed in memory, written before a save.
+
 #include "deck/objects/TagStore.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The text of a shape as one string, and paragraphs and runs that keep their formatting when it is set.
+
 #include "deck/objects/TextBody.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Parts and relationships that come and go with the pictures that stand in the place of a deck's own.
+
 #include "deck/pictures/LivePictures.h"
 
 #include "opc/Xml.h"

@@ -1,3 +1,5 @@
+// The main sequence of a timing tree as the clicks that it waits for.
+
 #include "deck/show/Builds.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The course of a show: which slide is next, when, and what clicks and operators do to it.
+
 #include "deck/show/SlideShow.h"
 
 #include <algorithm>

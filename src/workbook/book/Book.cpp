@@ -1,3 +1,5 @@
+// What a workbook lists: its sheets, defined names and the parts that hold texts and styles.
+
 #include "workbook/book/Book.h"
 
 #include <utility>

@@ -1,3 +1,5 @@
+// Other programs' workbooks by way of LibreOffice: one run for each state of a file.
+
 #include "workbook/book/Converter.h"
 
 #include <cerrno>

@@ -1,3 +1,5 @@
+// Huge parts cut into blocks of whole elements, each parsed in place, which is faster than events one by one.
+
 #include "workbook/book/ElementStream.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Fonts, fills, borders and alignment of cell styles.
+
 #include "workbook/drawing/CellLooks.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Colours of a workbook, by index, theme and tint.
+
 #include "workbook/drawing/Palette.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// A range of cells drawn as SVG: fills, borders, texts, what overflows and what is merged.
+
 #include "workbook/drawing/RangeDrawing.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The port's workbooks, sheets and ranges over the reader's.
+
 #include "workbook/sheet/Factory.h"
 
 #include <cstddef>

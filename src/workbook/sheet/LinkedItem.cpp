@@ -1,3 +1,5 @@
+// What a link means by its sheet and range, in the notations that programs write it in.
+
 #include "workbook/sheet/LinkedItem.h"
 
 #include <algorithm>

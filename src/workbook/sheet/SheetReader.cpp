@@ -1,3 +1,5 @@
+// The cells of a worksheet, row by row, as they stand in its XML.
+
 #include "workbook/sheet/SheetReader.h"
 
 #include <algorithm>
