@@ -13,7 +13,6 @@
 #include <string_view>
 #include <system_error>
 #include <thread>
-#include <utility>
 
 namespace opc {
 namespace {
@@ -22,10 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view Prefix = ".lumenfold.";
 constexpr std::string_view Unique = "XXXXXX";
-
-void closeIfOpen(int descriptor) {
-  if (descriptor >= 0) ::close(descriptor);
-}
 
 bool isLockedElsewhere(int descriptor) {
   return ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
@@ -36,21 +31,19 @@ bool isLockedElsewhere(int descriptor) {
 SavingFile::SavingFile(const fs::path& target)
     : path_((target.parent_path() / std::string(Prefix).append(Unique)).string()),
       descriptor_(::mkostemp(path_.data(), O_CLOEXEC)) {
-  if (descriptor_ < 0) {
+  if (!descriptor_.isOpen()) {
     path_.clear();
     return;
   }
-  ::flock(descriptor_, LOCK_EX | LOCK_NB);
-  lock_ = ::fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
+  ::flock(descriptor_.get(), LOCK_EX | LOCK_NB);
+  lock_.reset(::fcntl(descriptor_.get(), F_DUPFD_CLOEXEC, 0));
 }
 
 SavingFile::~SavingFile() {
   if (!path_.empty()) ::unlink(path_.c_str());
-  closeIfOpen(descriptor_);
-  closeIfOpen(lock_);
 }
 
-bool SavingFile::close() { return ::close(std::exchange(descriptor_, -1)) == 0; }
+bool SavingFile::close() { return ::close(descriptor_.release()) == 0; }
 
 bool SavingFile::renameTo(const fs::path& target, bool replacing) {
   const auto rename = [&](unsigned flags) {
@@ -62,20 +55,18 @@ bool SavingFile::renameTo(const fs::path& target, bool replacing) {
   return renamed;
 }
 
-bool SavingFile::look(struct stat& status) const { return ::fstat(lock_, &status) == 0; }
+bool SavingFile::look(struct stat& status) const { return ::fstat(lock_.get(), &status) == 0; }
 
 SavingLock::SavingLock(const fs::path& folder)
     : descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   constexpr int Attempts = 500;
   constexpr std::chrono::milliseconds Pause{10};
-  for (int i = 0; descriptor_ >= 0 && i < Attempts; ++i) {
-    isBusy_ = isLockedElsewhere(descriptor_);
+  for (int i = 0; descriptor_.isOpen() && i < Attempts; ++i) {
+    isBusy_ = isLockedElsewhere(descriptor_.get());
     if (!isBusy_) return;
     std::this_thread::sleep_for(Pause);
   }
 }
-
-SavingLock::~SavingLock() { closeIfOpen(descriptor_); }
 
 void removeAbandoned(const fs::path& folder) {
   constexpr std::time_t Old = 60;
@@ -84,13 +75,13 @@ void removeAbandoned(const fs::path& folder) {
        entry.increment(stopped)) {
     const std::string name = entry->path().filename().string();
     if (!name.starts_with(Prefix) || name.size() != Prefix.size() + Unique.size()) continue;
-    const int file = ::open(entry->path().c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const process::Descriptor file(
+        ::open(entry->path().c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
-    const bool isAbandoned = file >= 0 && ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+    const bool isAbandoned = file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
                              status.st_mtim.tv_sec + Old < std::time(nullptr) &&
-                             ::flock(file, LOCK_EX | LOCK_NB) == 0;
+                             ::flock(file.get(), LOCK_EX | LOCK_NB) == 0;
     if (isAbandoned) ::unlink(entry->path().c_str());
-    closeIfOpen(file);
   }
 }
 

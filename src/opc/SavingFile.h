@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <string>
 
+#include "process/Descriptor.h"
+
 namespace opc {
 
 /// A new file beside the one that is to be saved, ".lumenfold.XXXXXX", locked
@@ -17,7 +19,7 @@ class SavingFile {
   SavingFile& operator=(const SavingFile&) = delete;
 
   /// Below 0 when it could not be made; errno tells why.
-  [[nodiscard]] int descriptor() const { return descriptor_; }
+  [[nodiscard]] int descriptor() const { return descriptor_.get(); }
   /// Some file systems tell only now that the disk is full. It stays locked.
   [[nodiscard]] bool close();
   /// Puts it in the target's place. Unless `replacing`, a target that has come
@@ -28,8 +30,8 @@ class SavingFile {
 
  private:
   std::string path_;
-  int descriptor_;
-  int lock_ = -1;  // the same file once more
+  process::Descriptor descriptor_;
+  process::Descriptor lock_;  // the same file once more
 };
 
 /// Keeps other programs on this machine from putting a saved file into the same
@@ -40,15 +42,12 @@ class SavingLock {
  public:
   /// Waits up to 5 s.
   explicit SavingLock(const std::filesystem::path& folder);
-  ~SavingLock();
-  SavingLock(const SavingLock&) = delete;
-  SavingLock& operator=(const SavingLock&) = delete;
 
   /// Somebody else still held the lock at the end of the wait.
   [[nodiscard]] bool isBusy() const { return isBusy_; }
 
  private:
-  int descriptor_;
+  process::Descriptor descriptor_;
   bool isBusy_ = false;
 };
 

@@ -20,8 +20,8 @@ namespace fs = std::filesystem;
 constexpr std::string_view Prefix = "lumenfold-work.";
 constexpr std::string_view Unique = "XXXXXX";
 
-int openFolder(const fs::path& path) {
-  return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+Descriptor openFolder(const fs::path& path) {
+  return Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 /// Of this user, locked by nobody, and not made just now by somebody who has yet
@@ -39,11 +39,10 @@ void removeAbandoned(const fs::path& among) {
        entry.increment(stopped)) {
     const std::string name = entry->path().filename().string();
     if (!name.starts_with(Prefix) || name.size() != Prefix.size() + Unique.size()) continue;
-    const int folder = openFolder(entry->path());
-    if (folder < 0) continue;
+    const Descriptor folder = openFolder(entry->path());
+    if (!folder.isOpen()) continue;
     std::error_code ignored;
-    if (isAbandoned(folder)) fs::remove_all(entry->path(), ignored);
-    ::close(folder);
+    if (isAbandoned(folder.get())) fs::remove_all(entry->path(), ignored);
   }
 }
 
@@ -59,13 +58,12 @@ TemporaryFolder::TemporaryFolder() {
   }
   path_ = name;
   lock_ = openFolder(path_);
-  if (lock_ >= 0) ::flock(lock_, LOCK_SH | LOCK_NB);
+  if (lock_.isOpen()) ::flock(lock_.get(), LOCK_SH | LOCK_NB);
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);
-  if (lock_ >= 0) ::close(lock_);
 }
 
 }  // namespace process

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "process/Descriptor.h"
+
 namespace process {
 
 /// A folder among the temporary files that goes with this object, with all that
@@ -19,7 +21,7 @@ class TemporaryFolder {
 
  private:
   std::filesystem::path path_;
-  int lock_ = -1;
+  Descriptor lock_;
 };
 
 }  // namespace process
