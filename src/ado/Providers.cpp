@@ -21,7 +21,7 @@
 namespace ado {
 namespace {
 
-[[noreturn]] void fail(const std::string& description) {
+[[noreturn]] void failFor(const std::string& description) {
   throw basic::Error(basic::AdapterError, "ADODB.Connection", description);
 }
 
@@ -69,14 +69,14 @@ void translatePathOf(ConnectionString& string, std::string_view key, const PathT
 
 std::string dataFile(const ConnectionString& string, const std::string& provider) {
   const std::string file = string.find({"Database"}).value_or("");
-  if (file.empty()) fail("A connection with " + provider + " names its file in \"Data Source\".");
+  if (file.empty()) failFor("A connection with " + provider + " names its file in \"Data Source\".");
   if (file == InMemory) return file;
   const std::string fault = host::OnDrive(file, [file](const auto&) -> std::string {
     std::error_code error;
     if (std::filesystem::is_regular_file(file, error)) return {};
     return std::filesystem::exists(file, error) ? "is not a file" : "does not exist or cannot be reached";
   });
-  if (!fault.empty()) fail("The database file " + file + " " + fault + ".");
+  if (!fault.empty()) failFor("The database file " + file + " " + fault + ".");
   return file;
 }
 
@@ -99,8 +99,8 @@ void setTdsDefaults(ConnectionString& string) {
   for (const std::string_view key : {"Integrated Security", "Trusted_Connection"}) {
     const std::string value = basic::UCase(string.find({key}).value_or("NO"));
     if (value != "NO" && value != "FALSE") {
-      fail("The connection wants to sign in with the Windows account (" + std::string(key) +
-           "). That is not possible here; give User ID and Password of an account of the server.");
+      failFor("The connection wants to sign in with the Windows account (" + std::string(key) +
+              "). That is not possible here; give User ID and Password of an account of the server.");
     }
     string.erase(key);
   }
@@ -150,8 +150,8 @@ void translateMdb(ConnectionString& string, const std::string& provider) {
   const std::string properties = string.find({"Extended Properties"}).value_or("");
   for (const std::string_view kind : {"EXCEL", "TEXT", "DBASE", "HTML"}) {
     if (!basic::StartsWith(basic::UCase(properties), kind)) continue;
-    fail(provider + " serves Access databases here, not \"" + properties.substr(0, properties.find(';')) +
-         "\". Text files and worksheets have connections of their own.");
+    failFor(provider + " serves Access databases here, not \"" + properties.substr(0, properties.find(';')) +
+            "\". Text files and worksheets have connections of their own.");
   }
   const std::string file = dataFile(string, provider);
   string = ConnectionString();
@@ -194,8 +194,8 @@ const std::array<Provider, 11> Providers = {{{"MICROSOFT.JET.OLEDB.", MdbDriver,
     served += (served.empty() ? "" : ", ") + std::string(driver->database) + " (package " +
               std::string(driver->package) + ")";
   }
-  fail("No driver here serves the provider '" + provider + "'. There are drivers for " + served +
-       "; with another ODBC driver write \"Driver={its name};...\".");
+  failFor("No driver here serves the provider '" + provider + "'. There are drivers for " + served +
+          "; with another ODBC driver write \"Driver={its name};...\".");
 }
 
 /// The driver by that name, here or elsewhere; null when it is registered but not known.
@@ -206,7 +206,7 @@ const KnownDriver* resolveDriver(ConnectionString& string) {
   if (registered.empty()) {
     if (known == nullptr) {
       requireDescriptors();
-      fail("No ODBC driver is registered as '" + name + "'. These are: " + registeredDriverNames() + ".");
+      failFor("No ODBC driver is registered as '" + name + "'. These are: " + registeredDriverNames() + ".");
     }
     registered = installedDriver(*known, "Driver={" + name + "}");
   }
@@ -267,12 +267,12 @@ Braces translate(ConnectionString& string, const Target& target, const PathTrans
     translateMsdasql(string);
     expandFileSource(string, translatePath);
     if (string.has("DSN")) {
-      if (string.has("Driver")) fail("The connection string names both a Driver and a DSN.");
+      if (string.has("Driver")) failFor("The connection string names both a Driver and a DSN.");
       eraseOleDbSettings(string);
       keepKnownSettingsBesideSource(string);
       return bracesOf(driverBehindSource(*string.find({"DSN"})));
     }
-    if (!string.has("Driver")) fail("The connection string names no Provider, Driver, DSN or FILEDSN.");
+    if (!string.has("Driver")) failFor("The connection string names no Provider, Driver, DSN or FILEDSN.");
     const KnownDriver* const driver = resolveDriver(string);
     if (driver == &SqliteDriver) translatePathOf(string, "Database", translatePath);
     if (driver == &MdbDriver) translatePathOf(string, "DBQ", translatePath);
@@ -288,7 +288,7 @@ std::chrono::seconds takeSeconds(ConnectionString& string, Keys keys, std::chron
   int seconds = 0;
   const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), seconds);
   if (error != std::errc() || end != text->data() + text->size() || seconds < 0) {
-    fail("The time-out '" + *text + "' of the connection string is no number of seconds.");
+    failFor("The time-out '" + *text + "' of the connection string is no number of seconds.");
   }
   return std::chrono::seconds(seconds);
 }

@@ -17,7 +17,7 @@
 namespace ado {
 namespace {
 
-constexpr std::size_t LargestBlock = 1000;                     // rows
+constexpr std::size_t MostRowsAtOnce = 1000;                   // rows
 constexpr std::size_t LargestBuffers = std::size_t{1} << 20U;  // bytes
 constexpr std::size_t LongestName = 1024;
 
@@ -74,7 +74,7 @@ std::size_t blockSize(SQLHSTMT statement, const std::vector<Column>& columns) {
     width += column.width();
   }
   const std::size_t rows =
-      std::clamp(LargestBuffers / std::max<std::size_t>(width, 1), std::size_t{1}, LargestBlock);
+      std::clamp(LargestBuffers / std::max<std::size_t>(width, 1), std::size_t{1}, MostRowsAtOnce);
   const bool taken = SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE,
                                                   reinterpret_cast<SQLPOINTER>(rows), SQL_IS_UINTEGER));
   return taken ? rows : 1;

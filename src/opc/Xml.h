@@ -33,6 +33,8 @@ class Place {
   std::uint64_t column_ = 1;
 };
 
+inline bool isNamed(pugi::xml_node node, std::string_view name) { return node.name() == name; }
+
 std::string serialize(const pugi::xml_document& document);
 /// Appends a node with all that is in it.
 void append(std::string& to, pugi::xml_node node);

@@ -37,7 +37,7 @@ std::string withoutSlashAtEnd(std::string path) {
 }
 
 /// Whether the path is the prefix or lies below it.
-bool liesIn(std::string_view path, std::string_view prefix) {
+bool beginsWithFolder(std::string_view path, std::string_view prefix) {
   return basic::EqualsIgnoreCase(path.substr(0, prefix.size()), prefix) &&
          (path.size() == prefix.size() || path[prefix.size()] == '/');
 }
@@ -95,7 +95,7 @@ PathRules::Search PathRules::search(std::string_view path) const {
   std::string target;
   for (const auto& [key, value] : settings_.entries("Paths")) {
     std::string prefix = withoutSlashAtEnd(withSlashes(key));
-    if (prefix.size() >= longest.size() && liesIn(slashed, prefix)) {
+    if (prefix.size() >= longest.size() && beginsWithFolder(slashed, prefix)) {
       longest = std::move(prefix);
       target = value;
     }

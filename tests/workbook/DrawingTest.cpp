@@ -77,7 +77,7 @@ TEST_F(Drawing, StylesAndMeasuresAreThoseOfTheSheet) {
   EXPECT_TRUE(has(svg, R"(<svg xmlns="http://www.w3.org/2000/svg" width="268" height="60")"))
       << svg.substr(0, 100);
   EXPECT_TRUE(has(svg, R"(<svg x="0" y="0" width="204" height="40">)")) << "merged over A1:B1";
-  EXPECT_TRUE(has(svg, "&lt;merged> &amp;"));
+  EXPECT_TRUE(has(svg, "&lt;merged&gt; &amp;"));
   EXPECT_TRUE(has(svg, R"(font:12px 'Times &lt;&quot;',Carlito)"));
   EXPECT_TRUE(has(svg, R"(fill="#00ff7f")"));
   EXPECT_TRUE(has(svg, R"(stroke="#ff0000")"));

@@ -52,8 +52,6 @@ std::string formatCodeOf(pugi::xml_node source) {
 
 }  // namespace
 
-bool isNamed(pugi::xml_node node, std::string_view name) { return name == node.name(); }
-
 pugi::xml_node categoriesOf(pugi::xml_node series) {
   const pugi::xml_node categories = series.child("c:cat");
   return categories ? categories : series.child("c:xVal");

@@ -17,9 +17,6 @@
 
 namespace deck {
 
-/// By the whole name ("c:ser").
-bool isNamed(pugi::xml_node node, std::string_view name);
-
 /// The sources of a series, also of one with X and Y values.
 pugi::xml_node categoriesOf(pugi::xml_node series);
 pugi::xml_node valuesOf(pugi::xml_node series);

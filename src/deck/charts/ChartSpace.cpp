@@ -11,6 +11,7 @@
 #include "basic/numberformat/NumberFormat.h"
 #include "deck/Failure.h"
 #include "deck/charts/ChartSource.h"
+#include "opc/Xml.h"
 #include "presentationml/ChartSource.h"
 #include "presentationml/ShapeNode.h"
 
@@ -39,7 +40,8 @@ pugi::xml_node valuesFor(pugi::xml_node series, const char* name) {
                                                      "c:extLst"};
   if (const pugi::xml_node values = valuesOf(series)) return values;
   const pugi::xml_node behind = series.find_child([](pugi::xml_node child) {
-    return std::any_of(Behind.begin(), Behind.end(), [&](const char* n) { return isNamed(child, n); });
+    return std::any_of(Behind.begin(), Behind.end(),
+                       [&](const char* n) { return opc::xml::isNamed(child, n); });
   });
   return behind ? series.insert_child_before(name, behind) : series.append_child(name);
 }
@@ -60,10 +62,11 @@ bool isOfKind(pugi::xml_node child) {
   static constexpr std::array<const char*, 13> Kept{
       "c:idx",        "c:order",  "c:tx",    "c:invertIfNegative", "c:cat",   "c:val", "c:xVal", "c:yVal",
       "c:bubbleSize", "c:smooth", "c:shape", "c:bubble3D",         "c:marker"};
-  if (isNamed(child, "c:marker")) {
+  if (opc::xml::isNamed(child, "c:marker")) {
     return std::string_view(child.child("c:symbol").attribute("val").value()) == "none";
   }
-  return std::any_of(Kept.begin(), Kept.end(), [&](const char* name) { return isNamed(child, name); });
+  return std::any_of(Kept.begin(), Kept.end(),
+                     [&](const char* name) { return opc::xml::isNamed(child, name); });
 }
 
 void setValue(pugi::xml_node parent, const char* name, unsigned value) {
@@ -90,11 +93,11 @@ basic::Area ChartBlock::area(const ChartData& data) const {
 
 ChartSpace::ChartSpace(pugi::xml_node root) {
   plotArea_ = root.child("c:chart").child("c:plotArea");
-  if (!isNamed(root, "c:chartSpace") || !plotArea_) fail("its part holds no chart");
+  if (!opc::xml::isNamed(root, "c:chartSpace") || !plotArea_) fail("its part holds no chart");
   bool isLevelled = false;
   forEachGroup(plotArea_, [&](pugi::xml_node group) {
-    isBubble_ = isBubble_ || isNamed(group, "c:bubbleChart");
-    isStock_ = isStock_ || isNamed(group, "c:stockChart");
+    isBubble_ = isBubble_ || opc::xml::isNamed(group, "c:bubbleChart");
+    isStock_ = isStock_ || opc::xml::isNamed(group, "c:stockChart");
     for (pugi::xml_node series : group.children("c:ser")) {
       series_.push_back(series);
       isLevelled = isLevelled || hasLevels(categoriesOf(series));
@@ -214,8 +217,8 @@ void ChartSpace::addSeries() {
     order = std::max(order, valueOf(series, "c:order") + 1);
   }
   pugi::xml_node added = last.parent().insert_copy_after(last, last);
-  const bool hidesLine =
-      isNamed(last.parent(), "c:scatterChart") && last.child("c:spPr").child("a:ln").child("a:noFill");
+  const bool hidesLine = opc::xml::isNamed(last.parent(), "c:scatterChart") &&
+                         last.child("c:spPr").child("a:ln").child("a:noFill");
   for (pugi::xml_node child = added.first_child(); child;) {
     const pugi::xml_node next = child.next_sibling();
     if (!isOfKind(child)) added.remove_child(child);

@@ -24,12 +24,10 @@ constexpr std::string_view NoTags =
     "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" "
     "xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\"/>";
 
-bool isNamed(pugi::xml_node node, std::string_view name) { return node.name() == name; }
-
 /// The element whose child p:custDataLst is.
 pugi::xml_node customDataParent(pugi::xml_node owner) {
   if (presentationml::isShape(owner)) return presentationml::applicationProperties(owner);
-  return isNamed(owner, "p:sld") ? owner.child("p:cSld") : owner;
+  return opc::xml::isNamed(owner, "p:sld") ? owner.child("p:cSld") : owner;
 }
 
 /// What the schema wants behind a p:custDataLst, in any of its parents.
@@ -47,7 +45,7 @@ pugi::xml_node addCustomData(pugi::xml_node parent) {
 
 pugi::xml_node findReference(pugi::xml_node customData, std::string_view relationshipId) {
   return customData.find_child([&](pugi::xml_node node) {
-    return isNamed(node, "p:tags") && relationshipId == node.attribute("r:id").value();
+    return opc::xml::isNamed(node, "p:tags") && relationshipId == node.attribute("r:id").value();
   });
 }
 
@@ -118,7 +116,7 @@ class TagStore::Uses {
     if (isNew) {
       opc::xml::forEachNode(source.xml().document_element(),
                             [&, &counts = entry->second](pugi::xml_node node, int) {
-                              if (isNamed(node, "p:tags")) ++counts[node.attribute("r:id").value()];
+                              if (opc::xml::isNamed(node, "p:tags")) ++counts[node.attribute("r:id").value()];
                               return true;
                             });
     }

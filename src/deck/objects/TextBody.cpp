@@ -13,8 +13,7 @@ namespace {
 constexpr char Paragraph = '\r';
 constexpr char LineBreak = '\v';
 
-bool isNamed(pugi::xml_node node, std::string_view name) { return node.name() == name; }
-bool isRun(pugi::xml_node node) { return isNamed(node, "a:r") || isNamed(node, "a:fld"); }
+bool isRun(pugi::xml_node node) { return opc::xml::isNamed(node, "a:r") || opc::xml::isNamed(node, "a:fld"); }
 
 void appendCharacters(std::string& text, pugi::xml_node element) {
   for (pugi::xml_node child : element.children()) {
@@ -31,8 +30,8 @@ pugi::xml_node onlyRun(pugi::xml_node body) {
   }
   pugi::xml_node run;
   for (pugi::xml_node child : paragraph.children()) {
-    if (isNamed(child, "a:pPr") || isNamed(child, "a:endParaRPr")) continue;
-    if (run || !isNamed(child, "a:r")) return {};
+    if (opc::xml::isNamed(child, "a:pPr") || opc::xml::isNamed(child, "a:endParaRPr")) continue;
+    if (run || !opc::xml::isNamed(child, "a:r")) return {};
     run = child;
   }
   return run;
@@ -133,7 +132,7 @@ std::string textOf(pugi::xml_node body) {
     for (pugi::xml_node child : paragraph.children()) {
       if (isRun(child)) {
         appendCharacters(text, child.child("a:t"));
-      } else if (isNamed(child, "a:br")) {
+      } else if (opc::xml::isNamed(child, "a:br")) {
         text += LineBreak;
       }
     }

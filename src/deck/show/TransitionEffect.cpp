@@ -11,7 +11,7 @@ namespace {
 
 using Kind = TransitionEffect::Kind;
 
-constexpr std::int32_t LongestDuration = 60'000;
+constexpr std::int32_t LongestTransition = 60'000;
 
 std::optional<Kind> kindOf(std::string_view element) {
   static constexpr std::pair<std::string_view, Kind> Known[] = {
@@ -23,7 +23,7 @@ std::optional<Kind> kindOf(std::string_view element) {
 }
 
 /// Also that of the versions that later programs add beside it.
-pugi::xml_node effectOf(pugi::xml_node transition) {
+pugi::xml_node effectElement(pugi::xml_node transition) {
   for (const pugi::xml_node child : transition.children()) {
     const std::string_view name = child.name();
     if (child.type() == pugi::node_element && name != "p:sndAc" && name != "p:extLst") return child;
@@ -46,7 +46,7 @@ std::string directionOf(Kind kind, pugi::xml_node effect) {
 
 std::int32_t durationOf(pugi::xml_node transition) {
   if (const pugi::xml_attribute exact = transition.attribute("p14:dur")) {
-    return std::clamp(exact.as_int(), 0, LongestDuration);
+    return std::clamp(exact.as_int(), 0, LongestTransition);
   }
   const std::string_view speed = transition.attribute("spd").value();
   return speed == "slow" ? 1000 : speed == "med" ? 750 : 500;
@@ -57,14 +57,14 @@ std::int32_t durationOf(pugi::xml_node transition) {
 TransitionEffect transitionOf(opc::Part& slide) {
   const pugi::xml_node root = slide.xml().document_element();
   pugi::xml_node transition = root.child("p:transition");
-  pugi::xml_node effect = effectOf(transition);
+  pugi::xml_node effect = effectElement(transition);
   for (const pugi::xml_node alternatives : root.children("mc:AlternateContent")) {
     const pugi::xml_node choice = alternatives.child("mc:Choice").child("p:transition");
     if (transition || !choice) continue;
     transition = choice;
-    effect = effectOf(choice);
+    effect = effectElement(choice);
     // An effect of later versions: what its author's program falls back to comes nearer than nothing.
-    const pugi::xml_node older = effectOf(alternatives.child("mc:Fallback").child("p:transition"));
+    const pugi::xml_node older = effectElement(alternatives.child("mc:Fallback").child("p:transition"));
     if (effect && !kindOf(effect.name()) && older) effect = older;
   }
   TransitionEffect result;

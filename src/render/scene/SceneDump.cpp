@@ -9,7 +9,7 @@ namespace render {
 namespace {
 
 /// Of an outline's path, points and curves.
-constexpr std::size_t MostCommands = 60;
+constexpr std::size_t MostCommandsShown = 60;
 constexpr std::size_t MostColumns = 60;
 
 std::string words(const OutlinePath& path) {
@@ -18,7 +18,7 @@ std::string words(const OutlinePath& path) {
   std::string text = "path";
   if (path.fill != PathFill::Normal) text += " " + std::string(fills[static_cast<std::size_t>(path.fill)]);
   if (!path.stroke) text += " without line";
-  const std::size_t shown = std::min(path.commands.size(), MostCommands);
+  const std::size_t shown = std::min(path.commands.size(), MostCommandsShown);
   for (std::size_t i = 0; i < shown; ++i) {
     const auto& command = path.commands[i];
     text += std::string(" ") + command.op;

@@ -18,7 +18,7 @@ namespace workbook {
 namespace {
 
 /// As of text files.
-constexpr std::uint64_t MaximumSize = std::uint64_t{256} << 20U;
+constexpr std::uint64_t LargestFile = std::uint64_t{256} << 20U;
 
 struct Reading {
   opc::FileContent source;
@@ -26,7 +26,7 @@ struct Reading {
 };
 
 Reading readOnce(const std::string& path, const host::Drives::GettingOn& gettingOn) try {
-  opc::FileContent source = opc::readContent(path, MaximumSize, gettingOn);
+  opc::FileContent source = opc::readContent(path, LargestFile, gettingOn);
   const bool isChanging = opc::stateOfFile(path) != source.state;
   return {std::move(source), isChanging};
 } catch (const basic::Error& error) {

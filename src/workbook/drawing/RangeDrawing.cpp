@@ -26,7 +26,6 @@ namespace {
 
 constexpr std::uint32_t MostRows = 500;
 constexpr std::uint32_t MostColumns = 100;
-constexpr double PxPerPoint = 96.0 / 72.0;
 /// Between a cell's edge and its text, in px.
 constexpr double Padding = 3;
 /// Of three blanks, in px.

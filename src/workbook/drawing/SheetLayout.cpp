@@ -7,7 +7,6 @@
 namespace workbook {
 namespace {
 
-constexpr double PxPerPoint = 96.0 / 72.0;
 /// Of Calibri 11, in px; widths are given in its digits (18.3.1.13).
 constexpr double DigitWidth = 7;
 constexpr double UsualWidth = 64;

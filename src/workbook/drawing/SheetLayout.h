@@ -10,6 +10,9 @@
 
 namespace workbook {
 
+/// CSS px, of which 96 make an inch.
+inline constexpr double PxPerPoint = 96.0 / 72.0;
+
 /// How wide, high and merged the cells of a sheet are. Widths and heights are in
 /// CSS px; hidden columns and rows have none.
 class SheetLayout {
