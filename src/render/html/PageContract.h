@@ -22,8 +22,8 @@ inline constexpr std::string_view Behind = "behind";
 inline constexpr std::string_view Shape = "s";
 /// Besides, a top-level shape whose text changes while it is shown.
 inline constexpr std::string_view Live = "live";
-/// A shape's block of text, a child of Shape. Laid out Fineness times larger than it is shown; the style sheet
-/// says how many as --fineness.
+/// A shape's block of text, a child of Shape. Laid out Fineness times larger than it is shown; the style
+/// sheet says how many as --fineness.
 inline constexpr std::string_view Text = "t";
 /// A part of Text whose lines end at line breaks alone, however wide they are.
 inline constexpr std::string_view Unwrapped = "n";
