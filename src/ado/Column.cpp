@@ -1,4 +1,5 @@
-// One column as it comes from a driver: fetched in blocks or value by value, as which type, and what its cells become.
+// One column as it comes from a driver: fetched in blocks or value by value, as which type, and what its
+// cells become.
 
 #include "ado/Column.h"
 

@@ -4,66 +4,15 @@
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
-#include "fakes/FakeServices.h"
-#include "support/DeckBuilder.h"
-#include "support/RecordedEvents.h"
-#include "support/TemporaryFolder.h"
+#include "deck/SlideShowFixture.h"
 
 namespace deck::test {
 namespace {
 
 using support::DeckBuilder;
-using support::RecordedEvents;
-using support::TemporaryFolder;
 using support::textShape;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// A show of slides that a test describes by a letter each: "v" visible, "h"
-/// hidden, a digit goes on by itself after so many seconds.
-class SlideShowTest : public testing::Test, public SlideShowListener {
- protected:
-  SlideShowTest() { application_->Advise(&events_); }
-
-  std::shared_ptr<SlideShow> begin(const std::string& slides, const SlideShowOptions& options = {}) {
-    for (char kind : slides) {
-      const int slide = deck_.addSlide();
-      if (kind == 'h') deck_.slideAttributes(slide, "show=\"0\"");
-      if (kind >= '0' && kind <= '9') {
-        deck_.afterCommonData(slide, std::string("<p:transition advTm=\"") + kind + "000\"/>");
-      }
-    }
-    presentation_ = deck_.presentation();
-    return show_ = SlideShow::begin(*application_, presentation_, loop_, options, this);
-  }
-  void hide(std::int32_t slide, bool hidden = true) {
-    presentation_->Slides()->Item(slide)->SlideShowTransition()->Hidden(hidden);
-  }
-  /// The positions that a number of steps forward lead to; 0 once it has ended.
-  std::vector<std::int32_t> steps(int count) {
-    std::vector<std::int32_t> positions;
-    for (int i = 0; i < count; ++i) {
-      show_->next();
-      positions.push_back(show_->isRunning() ? show_->position() : 0);
-    }
-    return positions;
-  }
-
-  void slideChanged() override { heard_.push_back("slide " + std::to_string(show_ ? show_->position() : 0)); }
-  void blankChanged() override {
-    heard_.push_back("blank " + std::to_string(static_cast<int>(show_->blank())));
-  }
-  void buildChanged() override { heard_.push_back("build " + std::to_string(show_->builtSteps())); }
-  void ended() override { heard_.emplace_back("ended"); }
-
-  DeckBuilder deck_;
-  fakes::Loop loop_;
-  RecordedEvents events_;
-  std::shared_ptr<Application> application_ = std::make_shared<Application>();
-  std::shared_ptr<Presentation> presentation_;
-  std::shared_ptr<SlideShow> show_;
-  std::vector<std::string> heard_;
-};
 
 TEST_F(SlideShowTest, GoesFromBeginningToEnd) {
   begin("vvv");
@@ -330,76 +279,6 @@ TEST_F(SlideShowTest, NeedsASlideAndARangeThatExists) {
   beyond.lastSlide = 3;
   EXPECT_THROW(begin("vv", beyond), basic::Error);
   EXPECT_THAT(events_.take(), IsEmpty());
-}
-
-TEST_F(SlideShowTest, GoesOnWhereAnotherShowStands) {
-  fakes::Clock clock(loop_);
-  host::Services services;
-  services.clock = &clock;
-  host::Use(services);
-  begin("v3vh");
-  show_->goTo(2);
-  loop_.Advance(2000);
-  show_->blank(Blank::Black);
-  show_->blank(Blank::None);
-  loop_.Advance(1000);
-  SlideShowOptions next;
-  next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("v3vh", next);
-  EXPECT_EQ(show_->position(), 2);
-  loop_.Advance(1999);
-  EXPECT_EQ(show_->position(), 2);
-  loop_.Advance(1);
-  EXPECT_EQ(show_->position(), 3) << "its time ran on from the show before";
-
-  show_->blank(Blank::White);
-  next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("vvvh", next);
-  EXPECT_EQ(show_->position(), 3);
-  EXPECT_EQ(show_->blank(), Blank::White);
-
-  show_->goTo(4);
-  next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("vvvh", next);
-  EXPECT_EQ(show_->position(), 4) << "chosen by number, hidden as it is";
-  next.place->isChosen = false;
-  deck_ = DeckBuilder();
-  begin("vvvh", next);
-  EXPECT_EQ(show_->position(), 4) << "with nothing behind it, the show stays";
-  next.place->slide = 1;
-  deck_ = DeckBuilder();
-  begin("hvv", next);
-  EXPECT_EQ(show_->position(), 2) << "the author has hidden it meanwhile";
-
-  show_->last();
-  show_->next();
-  next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("vvv", next);
-  EXPECT_TRUE(show_->isAtEnd());
-  show_->previous();
-  EXPECT_EQ(show_->position(), 3);
-  next.place->slide = 7;
-  EXPECT_THROW(begin("", next), basic::Error);
-  host::Use({});
-}
-
-TEST_F(SlideShowTest, GoesOnWhenTheDeckIsDeleted) {
-  const TemporaryFolder folder;
-  deck_.addSlide(textShape(2, "Price", "1"));
-  deck_.addSlide();
-  const std::string path = folder.write("deck.pptx", deck_.bytes());
-  presentation_ = application_->open(path);
-  show_ = SlideShow::begin(*application_, presentation_, loop_);
-  std::filesystem::remove(path);
-  application_->close(presentation_);
-  presentation_.reset();
-  EXPECT_THAT(steps(1), ElementsAre(2));
-  show_->View()->Slide()->Tags()->Add("A", "1");
-  EXPECT_THAT(steps(2), ElementsAre(3, 0));
 }
 
 }  // namespace
