@@ -2,27 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include "addin/support/modErrors.h"
-#include "fakes/FakePowerPoint.h"
-#include "fakes/FakeServices.h"
 #include "runtime/ScrollIndexes.h"
-#include "runtime/clsRuntime.h"
+#include "system/RuntimeShow.h"
 
 namespace LF2000 {
 namespace {
 
 constexpr const char* Menu = "/decks/menu.txt";
 
-struct DrivenShapesTest : testing::Test {
-  fakes::Machine machine;
-  std::shared_ptr<fakes::Presentation> deck = std::make_shared<fakes::Presentation>();
-  std::shared_ptr<fakes::Window> window = std::make_shared<fakes::Window>(deck);
-  clsRuntime runtime;
-
+struct DrivenShapesTest : RuntimeShow {
   DrivenShapesTest() {
     machine.files.Write(Menu, "Dish\nsoup\nstew\nroast\ntart\ncake\n");
-    deck->tags->items = {{"CORVANE VERSION", "1"}, {"CORVANE CONNECTION001", "0\tMenu\tmenu.txt\t-1\t"}};
-    modErrors::SlideShowRunning = true;
+    deck->tags->items[1].second = "0\tMenu\tmenu.txt\t-1\t";
   }
   fakes::Shape& Linked(fakes::Slide& slide, const std::string& name, int type, int row) {
     fakes::Shape& shape = slide.Add(name);
@@ -39,14 +30,6 @@ struct DrivenShapesTest : testing::Test {
     slide.tags->Add("CORVANE SCROLLSTEP" + entry, scroll);
     for (int row = 1; row <= rows; ++row) Linked(slide, "row " + std::to_string(row), 2, row);
     return slide;
-  }
-  void Start() {
-    runtime.ActivePresentation(deck);
-    runtime.StartTimers(window);
-  }
-  void GoTo(std::int32_t slide) {
-    window->position = slide;
-    runtime.SlideShowNextSlide(window);
   }
   static std::string Texts(const fakes::Slide& slide) {
     std::string all;

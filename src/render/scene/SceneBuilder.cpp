@@ -134,10 +134,8 @@ void SceneBuilder::text(Box& box, pugi::xml_node node, pugi::xml_node txBody, co
   if (properties.upright) box.textRotation -= box.rotation;
 }
 
-Box SceneBuilder::shape(pugi::xml_node node, const Space& space) {
-  Box box;
-  const auto ph = placeholder(node);
-  const auto& inherited = inheritance_.of(ph);
+ShapeProperties SceneBuilder::placeAndOutline(Box& box, pugi::xml_node node, const Inherited& inherited,
+                                              const Space& space) {
   const ShapeProperties properties = {childByLocalName(node, "spPr"), inherited.layoutShape.child("p:spPr"),
                                       inherited.masterShape.child("p:spPr")};
   pugi::xml_node xfrm;
@@ -148,6 +146,14 @@ Box SceneBuilder::shape(pugi::xml_node node, const Space& space) {
   }
   place(box, xfrm, space);
   outline(box, geometry);
+  return properties;
+}
+
+Box SceneBuilder::shape(pugi::xml_node node, const Space& space) {
+  Box box;
+  const auto ph = placeholder(node);
+  const auto& inherited = inheritance_.of(ph);
+  const ShapeProperties properties = placeAndOutline(box, node, inherited, space);
   const auto txBody = childByLocalName(node, "txBody");
   text(box, node, txBody, inherited);
   // A placeholder that nobody filled is an invitation to the author, nothing to show.
@@ -157,10 +163,10 @@ Box SceneBuilder::shape(pugi::xml_node node, const Space& space) {
 
   if (const auto txXfrm = childByLocalName(node, "txXfrm")) {
     // In a diagram the text has a frame of its own, in the coordinates of the shape's parent.
-    Box frame;
-    place(frame, txXfrm, space);
-    box.textArea = {frame.frame.x - box.frame.x, frame.frame.y - box.frame.y, frame.frame.w, frame.frame.h};
-    box.textRotation += frame.rotation;
+    Box area;
+    place(area, txXfrm, space);
+    box.textArea = {area.frame.x - box.frame.x, area.frame.y - box.frame.y, area.frame.w, area.frame.h};
+    box.textRotation += area.rotation;
   }
   fit(box, space.isLive);
   return box;
@@ -178,16 +184,7 @@ void SceneBuilder::fit(Box& box, bool isLive) {
 Box SceneBuilder::picture(pugi::xml_node node, const Space& space) {
   Box box;
   const auto& inherited = inheritance_.of(placeholder(node));
-  const ShapeProperties properties = {childByLocalName(node, "spPr"), inherited.layoutShape.child("p:spPr"),
-                                      inherited.masterShape.child("p:spPr")};
-  pugi::xml_node xfrm;
-  pugi::xml_node geometry;
-  for (const auto& spPr : properties) {
-    if (!xfrm) xfrm = spPr.child("a:xfrm");
-    if (!geometry) geometry = geometryIn(spPr);
-  }
-  place(box, xfrm, space);
-  outline(box, geometry);
+  const ShapeProperties properties = placeAndOutline(box, node, inherited, space);
   readStyle(box, node, properties, inheritance_, context_.paint, space.fill);
   box.media = readMedia(node, part_, *context_.paint.assets);
   box.under = std::move(box.fill);

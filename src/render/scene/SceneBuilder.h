@@ -7,6 +7,7 @@
 #include "render/scene/Inheritance.h"
 #include "render/scene/Placement.h"
 #include "render/scene/Scene.h"
+#include "render/scene/ShapeStyle.h"
 #include "render/text/TextReader.h"
 
 namespace render {
@@ -33,6 +34,9 @@ class SceneBuilder {
   void diagram(Box& box, pugi::xml_node relIds, const Space& space);
   void readChildren(Box& box, pugi::xml_node tree, const Space& space);
 
+  /// Of a shape or a picture, by itself and what it inherits; its properties in that order.
+  ShapeProperties placeAndOutline(Box& box, pugi::xml_node node, const Inherited& inherited,
+                                  const Space& space);
   void outline(Box& box, pugi::xml_node geometry);
   void text(Box& box, pugi::xml_node node, pugi::xml_node txBody, const Inherited& inherited);
   /// Shrinks text that does not fit and may shrink.
