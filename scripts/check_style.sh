@@ -30,7 +30,7 @@ tidy_before() {
   ((EPOCHSECONDS < deadline)) || return 0
   echo "$file" >> "$looked"
   # g++'s own warnings are unknown to clang.
-  clang-tidy-14 -p build/release --quiet --extra-arg=-Wno-unknown-warning-option "$file"
+  clang-tidy-14 -p build/tidy --quiet --extra-arg=-Wno-unknown-warning-option "$file"
 }
 export -f tidy_before
 
@@ -40,7 +40,7 @@ case ${1:-} in
     ;;
   tidy)
     shift
-    [[ -f build/release/compile_commands.json ]] || cmake --preset release >/dev/null
+    cmake --preset tidy >/dev/null
     deadline=$((EPOCHSECONDS + 86400))
     if [[ ${1:-} == --within ]]; then
       deadline=$((EPOCHSECONDS + $2))

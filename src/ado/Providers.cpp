@@ -68,7 +68,7 @@ void translatePathOf(ConnectionString& string, std::string_view key, const PathT
 }
 
 std::string dataFile(const ConnectionString& string, const std::string& provider) {
-  const std::string file = string.find({"Database"}).value_or("");
+  std::string file = string.find({"Database"}).value_or("");
   if (file.empty()) failFor("A connection with " + provider + " names its file in \"Data Source\".");
   if (file == InMemory) return file;
   const std::string fault = host::OnDrive(file, [file](const auto&) -> std::string {

@@ -75,6 +75,7 @@ std::size_t blockSize(SQLHSTMT statement, const std::vector<Column>& columns) {
   }
   const std::size_t rows =
       std::clamp(LargestBuffers / std::max<std::size_t>(width, 1), std::size_t{1}, MostRowsAtOnce);
+  // ODBC hands numbers over as pointers. NOLINTNEXTLINE(performance-no-int-to-ptr)
   const bool taken = SQL_SUCCEEDED(SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE,
                                                   reinterpret_cast<SQLPOINTER>(rows), SQL_IS_UINTEGER));
   return taken ? rows : 1;

@@ -70,7 +70,7 @@ std::string packed(const std::string& content) {
   stream.next_out = reinterpret_cast<Bytef*>(out.data());
   stream.avail_out = static_cast<uInt>(out.size());
   deflate(&stream, Z_FINISH);
-  out.resize(out.size() - stream.avail_out);
+  out.resize(stream.total_out);
   deflateEnd(&stream);
   return out;
 }
