@@ -82,7 +82,7 @@ PathRules::Search PathRules::search(std::string_view path) const {
   }
   if (!hasDrive(path) && !hasShare(path)) {
     // Looking is left out where it would not matter: files are asked for once a second.
-    const std::string plain = withSlashes(path);
+    std::string plain = withSlashes(path);
     if (path.front() != '/' || plain == path) return {plain, [plain] { return plain; }, /*isNeeded=*/false};
     return {plain, [plain, named = std::string(path)] {
               std::error_code ignored;

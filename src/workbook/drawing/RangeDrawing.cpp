@@ -68,7 +68,8 @@ std::string fitted(const std::string& text, double size, double width) {
     needed += size * (c == '.' || c == ',' || c == ' ' ? 0.25 : 0.5);
   }
   if (needed <= width) return text;
-  return std::string(static_cast<std::size_t>(std::max(width / (size * 0.5), 1.0)), '#');
+  std::string marks(static_cast<std::size_t>(std::max(width / (size * 0.5), 1.0)), '#');
+  return marks;
 }
 
 class RangeDrawing {
