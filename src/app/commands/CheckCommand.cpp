@@ -49,7 +49,7 @@ void print(const std::string& deck, const Findings& findings) {
   }
 }
 
-void printJson(const std::string& deck, const Findings& findings) {
+void printAsJson(const std::string& deck, const Findings& findings) {
   Json list = Json::array();
   for (const Finding& finding : findings) {
     list.push_back({{"gravity", nameOf(finding.gravity)},
@@ -58,7 +58,7 @@ void printJson(const std::string& deck, const Findings& findings) {
                     {"text", finding.text}});
   }
   const Json json = {{"deck", deck}, {"findings", list}};
-  std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+  printJson(std::cout, json);
 }
 
 void check(const CheckOptions& options, Environment& environment) {
@@ -66,7 +66,7 @@ void check(const CheckOptions& options, Environment& environment) {
   std::stable_sort(findings.begin(), findings.end(),
                    [](const Finding& a, const Finding& b) { return a.slide < b.slide; });
   if (options.json) {
-    printJson(options.deck, findings);
+    printAsJson(options.deck, findings);
   } else {
     print(options.deck, findings);
   }

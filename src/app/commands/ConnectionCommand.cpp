@@ -71,7 +71,7 @@ void list(const ConnectionOptions& options) {
                     stored.failure.empty() ? oneLine(source) : stored.failure});
   }
   if (options.json) {
-    std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    printJson(std::cout, json);
   } else {
     printTable(std::cout, {"No.", "Type", "Description", "Source"}, rows);
   }

@@ -35,10 +35,6 @@ struct DataOptions {
   bool json = false;
 };
 
-void printJson(const Json& json) {
-  std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-}
-
 /// The deck stays open as long as its connection is used.
 struct OpenedDeck {
   explicit OpenedDeck(const DataOptions& options)
@@ -132,11 +128,11 @@ Json rowsOf(const Reading& reading) {
 void test(const DataOptions& options) {
   const Reading reading = read(options);
   if (options.json) {
-    printJson({{"number", options.number},
-               {"columns", reading.columns},
-               {"rowCount", reading.rowCount},
-               {"milliseconds", reading.milliseconds},
-               {"rows", rowsOf(reading)}});
+    printJson(std::cout, {{"number", options.number},
+                          {"columns", reading.columns},
+                          {"rowCount", reading.rowCount},
+                          {"milliseconds", reading.milliseconds},
+                          {"rows", rowsOf(reading)}});
     return;
   }
   printRows(reading);
@@ -147,7 +143,7 @@ void test(const DataOptions& options) {
 void preview(const DataOptions& options) {
   const Reading reading = read(options);
   if (options.json) {
-    printJson({{"columns", reading.columns}, {"rows", rowsOf(reading)}});
+    printJson(std::cout, {{"columns", reading.columns}, {"rows", rowsOf(reading)}});
   } else {
     printRows(reading);
   }
@@ -166,7 +162,7 @@ void tables(const DataOptions& options, const Environment& environment) {
     rows.push_back({oneLine(table.schema), oneLine(table.name), oneLine(table.type)});
   }
   if (options.json) {
-    printJson(json);
+    printJson(std::cout, json);
   } else {
     printTable(std::cout, {"Schema", "Name", "Type"}, rows);
   }
@@ -191,7 +187,7 @@ void sheets(const DataOptions& options, Environment& environment) {
     rows.push_back({"name", oneLine(name.name), oneLine(name.refersTo)});
   }
   if (options.json) {
-    printJson(json);
+    printJson(std::cout, json);
   } else {
     printTable(std::cout, {"Kind", "Name", "Cells"}, rows);
   }

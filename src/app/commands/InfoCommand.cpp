@@ -188,7 +188,7 @@ void addInfoCommand(CLI::App& program, Environment&) {
     const auto application = std::make_shared<deck::Application>();
     const Json info = deckInfo(*application->open(options->deck));
     if (options->json) {
-      std::cout << info.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+      printJson(std::cout, info);
     } else {
       print(info);
     }

@@ -13,6 +13,7 @@
 #include "app/commands/Editing.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/LinkedShapes.h"
+#include "app/wiring/Output.h"
 #include "app/wiring/ScrollInfo.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
@@ -37,12 +38,10 @@ struct SlideOptions {
 
 void printSlide(const SlideOptions& options, const LF2000::clsSlide& properties) {
   if (options.json) {
-    std::cout << nlohmann::json{{"slide", options.slide},
-                                {"hideWhenNoData", properties.HideWhenNoData()},
-                                {"refreshLinkedObjects", properties.RefreshLinkedObjects()},
-                                {"scroll", scrollInfo(properties)}}
-                     .dump(2)
-              << '\n';
+    printJson(std::cout, {{"slide", options.slide},
+                          {"hideWhenNoData", properties.HideWhenNoData()},
+                          {"refreshLinkedObjects", properties.RefreshLinkedObjects()},
+                          {"scroll", scrollInfo(properties)}});
     return;
   }
   std::cout << "hide when no data: " << (properties.HideWhenNoData() ? "on" : "off")

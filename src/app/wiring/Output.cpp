@@ -1,6 +1,7 @@
 #include "app/wiring/Output.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "basic/Strings.h"
@@ -37,6 +38,10 @@ void printTable(std::ostream& out, const std::vector<std::string>& header,
   };
   print(header);
   for (const auto& row : rows) print(row);
+}
+
+void printJson(std::ostream& out, const nlohmann::ordered_json& json) {
+  out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 std::string joinedLines(const std::string& text) {

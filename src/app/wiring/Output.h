@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,9 @@ namespace app {
 /// A table for people: columns as wide as their contents, a header line.
 void printTable(std::ostream& out, const std::vector<std::string>& header,
                 const std::vector<std::vector<std::string>>& rows);
+
+/// For programs: indented, one line more; bytes that are no UTF-8 become U+FFFD.
+void printJson(std::ostream& out, const nlohmann::ordered_json& json);
 
 /// A value on one line of a terminal: control characters become visible, and a
 /// long text is cut with an ellipsis.
