@@ -2,6 +2,7 @@
 
 import { mkdirSync, readFileSync, utimesSync } from "node:fs";
 import { addPart, editPart, holdStill } from "./deck.mjs";
+import { at, textSource, value } from "./value_deck.mjs";
 
 const office = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
 
@@ -16,11 +17,8 @@ export function photoDeck(sandbox, name) {
   sandbox.done("unlink", deck, "--all");
   setPhotos(sandbox, name);
   mkdirSync(sandbox.path("plant/photos"));
-  const described = ["--type", "text", "--description", "Photos", "--file", "photos.txt", "--header"];
-  sandbox.done("connection", deck, "add", ...described);
-  const row = ["--connection", "001", "--column", "File", "--row", 1];
-  const link = [deck, "--slide", 2, "--shape", "Site", ...row, "--folder", "photos", "--extension", ".svg"];
-  sandbox.done("link", ...link);
+  sandbox.done("connection", deck, "add", ...textSource("Photos", "photos.txt"));
+  sandbox.done("link", deck, ...at(2, "Site"), ...value(1, "File"), "--folder", "photos", "--extension", ".svg");
   return deck;
 }
 

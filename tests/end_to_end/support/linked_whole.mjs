@@ -3,6 +3,7 @@
 import { cpSync, mkdirSync, writeFileSync } from "node:fs";
 import { parts, readPart } from "./deck.mjs";
 import { svg } from "./driven_deck.mjs";
+import { at, textSource, value } from "./value_deck.mjs";
 
 const plain = (name) =>
   name.replace(/&(?:lt|gt|quot|apos|amp|#(\d+));/g, (entity, code) =>
@@ -48,20 +49,18 @@ export function linkWhole(sandbox, deck) {
   sandbox.write("data/texts.txt", rows);
   sandbox.write("data/numbers.txt", numbers.map((row) => row.map(String)));
   const connect = (file) => {
-    const source = ["--type", "text", "--description", file, "--file", sandbox.path(`data/${file}`), "--header"];
-    return sandbox.done("connection", deck, "add", ...source).trim();
+    return sandbox.done("connection", deck, "add", ...textSource(file, sandbox.path(`data/${file}`))).trim();
   };
   const texts = connect("texts.txt");
   const chart = ["--connection", connect("numbers.txt"), "--chart"];
-  const value = (column, i) => ["--connection", texts, "--column", column, "--row", (i % 3) + 1];
   const ways = {
-    text: (i) => (i % 4 === 3 ? ["--clock", "hh:nn:ss"] : value("Text", i)),
-    picture: (i) => [...value("File", i), "--folder", sandbox.path("data/pictures"), "--extension", ""],
+    text: (i) => (i % 4 === 3 ? ["--clock", "hh:nn:ss"] : value((i % 3) + 1, "Text", texts)),
+    picture: (i) => [...value((i % 3) + 1, "File", texts), "--folder", sandbox.path("data/pictures"), "--extension", ""],
     chart: () => chart,
   };
   const linked = { text: 0, picture: 0, chart: 0 };
   for (const { slide, name, kind } of shapes(deck)) {
-    const { code } = sandbox.run("link", deck, "--slide", slide, "--shape", name, ...ways[kind](linked[kind]));
+    const { code } = sandbox.run("link", deck, ...at(slide, name), ...ways[kind](linked[kind]));
     if (code === 0) ++linked[kind];
   }
   return linked;

@@ -8,6 +8,11 @@ export const shapes = ["Item", "Note"].flatMap((column) =>
   [1, 2, 3, 4, 5, 6, 7].map((row) => `p${row} ${column}`),
 );
 
+// What is said of a text file with names of columns, of a shape's place, and of the value that it shows.
+export const textSource = (description, file) => ["--type", "text", "--description", description, "--file", file, "--header"];
+export const at = (slide, shape) => ["--slide", slide, "--shape", shape];
+export const value = (row, column = "Value", connection = "001") => ["--connection", connection, "--column", column, "--row", row];
+
 // A deck whose first shapes show rows of column Value. `source` describes the
 // connection, as `connection add` takes it.
 export function makeLinkedDeck(sandbox, source, rows) {
@@ -15,10 +20,7 @@ export function makeLinkedDeck(sandbox, source, rows) {
   holdStill(deck);
   sandbox.done("unlink", deck, "--all");
   sandbox.done("connection", deck, "add", ...source);
-  shapes.slice(0, rows).forEach((shape, i) => {
-    const value = ["--connection", "001", "--column", "Value", "--row", i + 1];
-    sandbox.done("link", deck, "--slide", 1, "--shape", shape, ...value);
-  });
+  shapes.slice(0, rows).forEach((shape, i) => sandbox.done("link", deck, ...at(1, shape), ...value(i + 1)));
   return deck;
 }
 
@@ -31,8 +33,7 @@ export function setValues(sandbox, ...values) {
 export function makeValueDeck(sandbox, ...values) {
   sandbox.sample("shop");
   setValues(sandbox, ...values);
-  const source = ["--type", "text", "--description", "Values", "--file", "values.txt", "--header"];
-  return makeLinkedDeck(sandbox, source, Math.max(3, values.length));
+  return makeLinkedDeck(sandbox, textSource("Values", "values.txt"), Math.max(3, values.length));
 }
 
 export function makeDatabaseDeck(sandbox, connectionString, sql, rows = 1) {
