@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modVersionSpecific.h"
@@ -16,8 +15,6 @@ namespace LF2000 {
 using modDebug::DebugKind;
 
 namespace {
-
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "Application", text); }
 
 void CatchError() {
   modErrors::SetLastError();
@@ -160,6 +157,10 @@ void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& 
 } catch (...) {
   runtime_.reset();
   CatchError();
+}
+
+void Application::Log(modDebug::DebugKind kind, std::string_view text) {
+  modDebug::WriteDebugLog(kind, "Application", text);
 }
 
 }  // namespace LF2000

@@ -2,8 +2,10 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "addin/support/modDebug.h"
 #include "host/powerpoint.h"
 #include "model/clsPresentation.h"
 #include "runtime/clsRuntime.h"
@@ -40,6 +42,8 @@ class Application final : public PowerPoint::ApplicationEvents {
   void SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
 
  private:
+  static void Log(modDebug::DebugKind kind, std::string_view text);
+
   std::shared_ptr<PowerPoint::Application> gppApp;
   std::string progId_;
   std::vector<std::shared_ptr<clsPresentation>> Presentations;

@@ -3,7 +3,6 @@
 #include <string>
 #include <variant>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modVersionSpecific.h"
 #include "basic/Conversion.h"
@@ -15,8 +14,6 @@ using modDebug::DebugKind;
 using modGlobalFunctions::IgnoreErrors;
 
 namespace {
-
-void Log(DebugKind kind, std::string_view text) { modDebug::WriteDebugLog(kind, "Connect", text); }
 
 std::string VersionText(const host::Module& module) {
   return std::to_string(module.Major()) + "." + std::to_string(module.Minor()) + "." +
@@ -71,6 +68,10 @@ void Connect::OnStartupComplete() {
 
 void Connect::OnBeginShutdown() {
   IgnoreErrors([] { Log(DebugKind::Event, "OnBeginShutdown"); });
+}
+
+void Connect::Log(modDebug::DebugKind kind, std::string_view text) {
+  modDebug::WriteDebugLog(kind, "Connect", text);
 }
 
 }  // namespace LF2000

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "addin/Application.h"
+#include "addin/support/modDebug.h"
 #include "host/addin.h"
 
 namespace LF2000 {
@@ -26,6 +28,8 @@ class Connect final : public AddInDesigner::IDTExtensibility2 {
   [[nodiscard]] bool Connected() const { return connected_; }
 
  private:
+  static void Log(modDebug::DebugKind kind, std::string_view text);
+
   std::unique_ptr<LF2000::Application> application_;
   bool connected_ = false;
 };

@@ -12,7 +12,7 @@ namespace ado {
 namespace {
 
 constexpr std::string_view CommonFolder = "/etc/ODBCDataSources";
-constexpr std::uintmax_t LongestFile = 64 * 1024;
+constexpr std::uintmax_t LongestFile = std::uintmax_t{64} * 1024;
 
 [[noreturn]] void fail(const std::filesystem::path& file, std::string_view why) {
   throw basic::Error(basic::AdapterError, "ADODB.Connection",

@@ -2,7 +2,6 @@
 
 #include "connections/clsConnection.h"
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
@@ -151,6 +150,10 @@ bool clsConnection::RecordsetTimedOut() const {
 std::string ColumnLetters(std::int32_t number) {
   if (number < 27) return {static_cast<char>(number + 64)};
   return {static_cast<char>((number - 1) / 26 + 64), static_cast<char>((number - 1) % 26 + 65)};
+}
+
+void clsConnection::Log(modDebug::DebugKind kind, std::string_view text) {
+  modDebug::WriteDebugLog(kind, "clsConnection", text);
 }
 
 }  // namespace LF2000

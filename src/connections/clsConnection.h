@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "addin/support/modDebug.h"
 #include "basic/Date.h"
 #include "host/adodb.h"
 #include "host/excel.h"
@@ -125,6 +126,8 @@ class clsConnection {
   [[nodiscard]] bool RecordsetTimedOut() const;
 
  private:
+  static void Log(modDebug::DebugKind kind, std::string_view text);
+
   [[nodiscard]] ConnectionKind Kind() const { return static_cast<ConnectionKind>(connectionType_); }
   [[nodiscard]] bool IsFile() const {
     return Kind() == ConnectionKind::TextFile || Kind() == ConnectionKind::Excel;

@@ -2,7 +2,6 @@
 
 #include <unordered_set>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
@@ -18,8 +17,6 @@ using modDebug::DebugKind;
 namespace {
 
 constexpr std::int32_t LongestValue = 4000;
-
-void Log(const std::string& text) { modDebug::WriteDebugLog(DebugKind::Information, "clsConnection", text); }
 
 /// What the cell shows; where it shows nothing but holds a value, the value
 /// written by the cell's own number format.
@@ -45,7 +42,7 @@ std::string WithCarriageReturns(std::string_view text) {
 }  // namespace
 
 void clsConnection::CloseExcel() {
-  Log("CloseExcel");
+  Log(DebugKind::Information, "CloseExcel");
   modGlobalFunctions::IgnoreErrors([&] {
     if (!workbook_) return;
     workbook_->Saved(true);
@@ -57,8 +54,8 @@ void clsConnection::CloseExcel() {
 
 void clsConnection::OpenExcelFile() try {
   if (!dataOpen_) return;
-  Log("OpenExcelFile");
-  Log("Create recordset");
+  Log(DebugKind::Information, "OpenExcelFile");
+  Log(DebugKind::Information, "Create recordset");
   auto recordset = host::Current().ado->CreateRecordset();
   recordset->CursorLocation(ADODB::adUseClient);
   recordset->CursorType(ADODB::adOpenForwardOnly);
@@ -68,12 +65,12 @@ void clsConnection::OpenExcelFile() try {
   const auto range = worksheet->Range(connectionRange_);
   DefineExcelFields(*range, *recordset);
 
-  Log("Populate rs");
+  Log(DebugKind::Information, "Populate rs");
   recordset->Open();
   const std::int64_t highestRowWithData = FillExcelRecords(*range, *recordset);
-  Log(std::to_string(recordset->RecordCount()) + "recordcount: ");
+  Log(DebugKind::Information, std::to_string(recordset->RecordCount()) + "recordcount: ");
   if (recordset->RecordCount() > 0) {
-    Log(std::to_string(highestRowWithData) + "end highestrowwithdata ");
+    Log(DebugKind::Information, std::to_string(highestRowWithData) + "end highestrowwithdata ");
     if (highestRowWithData != recordset->RecordCount()) {
       recordset->MoveLast();
       while (recordset->RecordCount() > highestRowWithData) {
@@ -84,7 +81,7 @@ void clsConnection::OpenExcelFile() try {
   }
   recordset_ = std::move(recordset);
   NoteReading();
-  Log("Closing excel");
+  Log(DebugKind::Information, "Closing excel");
   CloseExcel();
 } catch (...) {
   CloseExcel();

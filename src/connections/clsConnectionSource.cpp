@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/ConnectionString.h"
@@ -17,8 +16,6 @@ namespace LF2000 {
 using modDebug::DebugKind;
 
 namespace {
-
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsConnection", text); }
 
 /// In a handler: raises the operation's error for a connection of that kind,
 /// around the description of the error being handled.

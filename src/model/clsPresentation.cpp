@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
@@ -20,8 +19,6 @@ namespace LF2000 {
 using modDebug::DebugKind;
 
 namespace {
-
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsPresentation", text); }
 
 void CatchError(std::int32_t code) {
   modErrors::SetLastError();
@@ -277,6 +274,10 @@ bool clsPresentation::SlideHasConnections(PowerPoint::Slide& slide) const try {
 } catch (...) {
   CatchError();
   return false;
+}
+
+void clsPresentation::Log(modDebug::DebugKind kind, std::string_view text) {
+  modDebug::WriteDebugLog(kind, "clsPresentation", text);
 }
 
 }  // namespace LF2000

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "addin/support/modDebug.h"
 #include "basic/Date.h"
 #include "connections/clsConnection.h"
 #include "host/powerpoint.h"
@@ -66,6 +67,8 @@ class clsPresentation {
   [[nodiscard]] const std::vector<std::string>& DistributionList() const { return distributionList_; }
 
  private:
+  static void Log(modDebug::DebugKind kind, std::string_view text);
+
   /// False when one could not be opened; the rest is described, not opened.
   bool LoadConnections();
   void OpenConnection(clsConnection& connection);

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Strings.h"
@@ -20,8 +19,6 @@ using modDebug::DebugKind;
 namespace {
 
 constexpr std::int32_t ShowsValues = 1;
-
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsPresentation", text); }
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 
 #include "platform/EventLoop.h"
 
-#include <signal.h>
+#include <csignal>
 
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>

@@ -1,6 +1,6 @@
 #include "platform/LocalTime.h"
 
-#include <time.h>
+#include <ctime>
 
 #include <algorithm>
 

@@ -16,10 +16,10 @@ std::string Module::Path() const {
   std::error_code failure;
   const auto program = std::filesystem::read_symlink("/proc/self/exe", failure);
   if (!failure) {
-    const std::string folder = program.parent_path().string();
+    std::string folder = program.parent_path().string();
     if (::access(folder.c_str(), W_OK) == 0) return folder;
   }
-  const std::string folder = stateFolder();
+  std::string folder = stateFolder();
   // Whoever writes there without it gets the error that says why.
   std::filesystem::create_directories(folder, failure);
   return folder;

@@ -4,9 +4,9 @@
 #include "platform/MountTable.h"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <poll.h>
 #include <unistd.h>
+#include <climits>
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 
 #include <iconv.h>
 #include <langinfo.h>
-#include <locale.h>
+#include <clocale>
 
 #include <cstdlib>
 #include <initializer_list>

@@ -1,7 +1,7 @@
 #include "process/BackgroundThread.h"
 
 #include <pthread.h>
-#include <signal.h>
+#include <csignal>
 
 #include <thread>
 #include <utility>

@@ -2,18 +2,11 @@
 
 #include "runtime/FrmRuntimeTimer.h"
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 
 namespace LF2000 {
 
 using modDebug::DebugKind;
-
-namespace {
-
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "frmRuntimeTimer", text); }
-
-}  // namespace
 
 std::shared_ptr<FrmRuntimeTimer> FrmRuntimeTimer::Create() {
   std::shared_ptr<FrmRuntimeTimer> form(new FrmRuntimeTimer);
@@ -163,6 +156,10 @@ void FrmRuntimeTimer::Report(std::string_view what, std::string_view procedure,
   } else {
     modErrors::ReportError();
   }
+}
+
+void FrmRuntimeTimer::Log(modDebug::DebugKind kind, std::string_view text) {
+  modDebug::WriteDebugLog(kind, "frmRuntimeTimer", text);
 }
 
 }  // namespace LF2000

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "addin/support/modDebug.h"
 #include "basic/Date.h"
 #include "host/file_watch.h"
 #include "host/powerpoint.h"
@@ -97,6 +98,9 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void Unload();
 
  private:
+  static void Log(modDebug::DebugKind kind, std::string_view text);
+  static void LogValue(const clsRTShapeInfo& shape, double row, const std::string& value);
+
   /// Work that an early look has to wait for, under way as long as this lives.
   class Passing {
    public:

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "addin/support/modDebug.h"
 #include "basic/Conversion.h"
 #include "model/clsShape.h"
 #include "runtime/FrmRuntimeTimer.h"
@@ -13,8 +12,6 @@ namespace LF2000 {
 using modDebug::DebugKind;
 
 namespace {
-
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "frmRuntimeTimer", text); }
 
 /// Of an entry of LinkedOLEObjects.
 std::string PathOf(const std::string& entry) { return entry.substr(0, entry.find('\t')); }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
@@ -20,16 +19,14 @@ using modDebug::DebugKind;
 
 namespace {
 
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "frmRuntimeTimer", text); }
-
-void LogValue(const clsRTShapeInfo& shape, double row, const std::string& value) {
-  if (!modDebug::DebugOn) return;
-  Log(DebugKind::Variable, "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(row) + ":Value:" + value);
-}
-
 std::string SlideSource(std::int32_t slide) { return "slide " + std::to_string(slide); }
 
 }  // namespace
+
+void FrmRuntimeTimer::LogValue(const clsRTShapeInfo& shape, double row, const std::string& value) {
+  if (!modDebug::DebugOn) return;
+  Log(DebugKind::Variable, "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(row) + ":Value:" + value);
+}
 
 void FrmRuntimeTimer::RefreshSlideAt(std::int32_t index) {
   constexpr std::int32_t Last = std::numeric_limits<std::int16_t>::max();

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <limits>
 
-#include "addin/support/modDebug.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
@@ -21,8 +20,6 @@ namespace LF2000 {
 using modDebug::DebugKind;
 
 namespace {
-
-void Log(DebugKind kind, const std::string& text) { modDebug::WriteDebugLog(kind, "clsRuntime", text); }
 
 std::int32_t ToInterval(double milliseconds) {
   constexpr double Largest = std::numeric_limits<std::int32_t>::max();
@@ -366,6 +363,10 @@ void clsRuntime::Release() {
   clocks_.clear();
   usedConnections_.clear();
   linkedObjects_.clear();
+}
+
+void clsRuntime::Log(modDebug::DebugKind kind, std::string_view text) {
+  modDebug::WriteDebugLog(kind, "clsRuntime", text);
 }
 
 }  // namespace LF2000

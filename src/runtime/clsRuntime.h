@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 
+#include "addin/support/modDebug.h"
 #include "host/powerpoint.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
@@ -50,6 +52,8 @@ class clsRuntime {
   [[nodiscard]] FrmRuntimeTimer* Form() const { return active_ ? form_.get() : nullptr; }
 
  private:
+  static void Log(modDebug::DebugKind kind, std::string_view text);
+
   template <typename Step>
   void KeepGoing(const char* procedure, Step&& step);
   void Release();

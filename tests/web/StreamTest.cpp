@@ -33,7 +33,7 @@ TEST_F(StreamTest, GivesScreensThePictureAndThenWhatChanges) {
   const Event shapes = screen.event();
   EXPECT_EQ("shapes", shapes.name);
   EXPECT_EQ(*first.id + 1, shapes.id);
-  EXPECT_EQ(R"([{"html":"<p id=\"s1-sh2\">Gate 8</p>","id":"s1-sh2","slide":1}])", shapes.data);
+  EXPECT_EQ(R"([{"slide":1,"id":"s1-sh2","html":"<p id=\"s1-sh2\">Gate 8</p>"}])", shapes.data);
 
   // Nothing that a screen holds: no event, and no gap in the numbers.
   server().shapesChanged({{3, "s3-sh1", "", "Far", "away"}});

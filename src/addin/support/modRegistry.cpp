@@ -103,8 +103,7 @@ std::string GetEntryString(Key root, std::string_view subkey, std::string_view n
     RaiseRegistryError(operation, "Key entry could not be read");
   }
   const std::size_t length = size == 0 ? 0 : size - 1;
-  return std::string(buffer.begin(),
-                     buffer.begin() + static_cast<std::ptrdiff_t>(std::min(length, buffer.size())));
+  return {buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(std::min(length, buffer.size()))};
 }
 
 void SaveEntryString(Key root, std::string_view subkey, std::string_view name, std::string_view value) {

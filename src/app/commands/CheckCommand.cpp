@@ -4,20 +4,20 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <nlohmann/json.hpp>
 
 #include "app/commands/Commands.h"
 #include "app/inspect/DeckCheck.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
+#include "json/Json.h"
 #include "platform/Console.h"
 
 namespace app {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using json::Json;
 
 struct CheckOptions {
   std::string deck;

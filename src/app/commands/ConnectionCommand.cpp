@@ -4,7 +4,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "app/commands/Commands.h"
@@ -13,6 +12,7 @@
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
 #include "basic/Strings.h"
+#include "json/Json.h"
 #include "model/clsPresentation.h"
 #include "model/modTags.h"
 
@@ -20,10 +20,10 @@ namespace app {
 
 namespace {
 
+using json::Json;
 using LF2000::clsConnection;
 using LF2000::clsPresentation;
 using LF2000::ConnectionKind;
-using Json = nlohmann::ordered_json;
 
 struct ConnectionOptions {
   std::string deck;

@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <iostream>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <unordered_set>
 
@@ -18,15 +18,16 @@
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "deck/objects/Application.h"
+#include "json/Json.h"
 #include "workbook/sheet/Describe.h"
 
 namespace app {
 
 namespace {
 
+using json::Json;
 using LF2000::clsConnection;
 using LF2000::ConnectionKind;
-using Json = nlohmann::ordered_json;
 
 struct DataOptions {
   const std::string* deck = nullptr;
@@ -137,7 +138,7 @@ void test(const DataOptions& options) {
   }
   printRows(reading);
   std::cout << reading.rowCount << " rows, " << reading.columns.size() << " columns, read in "
-            << static_cast<std::int64_t>(reading.milliseconds + 0.5) << " ms\n";
+            << std::llround(reading.milliseconds) << " ms\n";
 }
 
 void preview(const DataOptions& options) {

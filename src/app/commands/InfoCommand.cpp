@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 #include "app/commands/Commands.h"
 #include "app/wiring/LinkedShapes.h"
@@ -13,6 +12,7 @@
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "deck/objects/Application.h"
+#include "json/Json.h"
 #include "model/clsSlide.h"
 #include "model/modTags.h"
 #include "platform/Console.h"
@@ -21,7 +21,7 @@ namespace app {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using json::Json;
 
 std::string tagValue(deck::Presentation& deck, std::string_view key) {
   std::string found;

@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "addin/support/modGlobalFunctions.h"
@@ -15,6 +14,7 @@
 #include "app/wiring/LinkedShapes.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/ScrollInfo.h"
+#include "json/Json.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
 

@@ -11,11 +11,11 @@
 #include <cctype>
 #include <cerrno>
 #include <cstring>
-#include <nlohmann/json.hpp>
 #include <vector>
 
 #include "app/wiring/Failure.h"
 #include "basic/Base64.h"
+#include "json/Json.h"
 #include "process/ChildProcess.h"
 #include "process/Descriptor.h"
 #include "process/TemporaryFolder.h"
@@ -24,7 +24,7 @@ namespace app {
 
 namespace {
 
-using Json = nlohmann::json;
+using json::Json;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds LongestAnswer{30};
@@ -74,7 +74,7 @@ class HeadlessBrowser::Pipe {
     const int id = ++calls_;
     Json message = {{"id", id}, {"method", method}, {"params", parameters}};
     if (!session.empty()) message["sessionId"] = session;
-    send(message.dump());
+    send(json::textOf(message));
     while (true) {
       Json answer = receive();
       if (answer.value("id", 0) != id) continue;
@@ -202,7 +202,7 @@ std::string HeadlessBrowser::evaluate(const std::string& expression) {
   if (answer.contains("exceptionDetails")) {
     fail("the browser's script failed: " + answer["exceptionDetails"].value("text", "") + ".");
   }
-  return answer.at("result").value("value", Json()).dump();
+  return json::textOf(answer.at("result").value("value", Json()));
 }
 
 }  // namespace app

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
-#include <nlohmann/json.hpp>
 
 #include "app/inspect/HeadlessBrowser.h"
+#include "json/Json.h"
 #include "process/TemporaryFolder.h"
 #include "render/html/PageContract.h"
 
@@ -52,7 +52,7 @@ Findings checkOverflow(FilledDeck& filled) {
     const auto file = folder.path() / "slide.html";
     std::ofstream(file, std::ios::binary) << filled.page(slide).html;
     browser.open(file, view);
-    for (const auto& measured : nlohmann::json::parse(browser.evaluate(Measure))) {
+    for (const auto& measured : json::Json::parse(browser.evaluate(Measure))) {
       const auto out = measured["out"].get<double>();
       if (out <= Tolerance) continue;
       const auto shape = std::find_if(linked.begin(), linked.end(), [&](const LinkedShape& each) {

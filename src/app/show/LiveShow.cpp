@@ -3,9 +3,9 @@
 #include "app/show/LiveShow.h"
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
 #include "deck/show/TransitionEffect.h"
+#include "json/Json.h"
 #include "render/html/PageContract.h"
 
 namespace app {
@@ -14,7 +14,7 @@ using render::page::shapeElement;
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using json::Json;
 
 web::Transition toWeb(const deck::TransitionEffect& effect) {
   using Kind = deck::TransitionEffect::Kind;
@@ -142,7 +142,7 @@ std::string LiveShow::stateJson() {
                       {"position", show_ ? show_->position() : 0},
                       {"slideCount", presentation_->slideCount()},
                       {"slides", slides}};
-  return state.dump(-1, ' ', false, Json::error_handler_t::replace);
+  return json::textOf(state);
 }
 
 web::ScreenState LiveShow::state(const web::View& view) {

@@ -1,18 +1,17 @@
 #include "app/wiring/Output.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "basic/Strings.h"
+#include "json/Json.h"
 #include "platform/Console.h"
 
 namespace app {
 
 std::string oneLine(const std::string& text) {
   constexpr std::size_t LongestText = 60;
-  const std::string line =
-      basic::Replace(platform::forTerminal(basic::Replace(text, "\v", "\n")), "\n", "\u21B5");
+  std::string line = basic::Replace(platform::forTerminal(basic::Replace(text, "\v", "\n")), "\n", "\u21B5");
   if (basic::Len(line) > LongestText) return std::string(basic::Left(line, LongestText - 1)) + "\u2026";
   return line;
 }
@@ -40,9 +39,7 @@ void printTable(std::ostream& out, const std::vector<std::string>& header,
   for (const auto& row : rows) print(row);
 }
 
-void printJson(std::ostream& out, const nlohmann::ordered_json& json) {
-  out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
-}
+void printJson(std::ostream& out, const json::Json& json) { out << json::textOf(json, 2) << '\n'; }
 
 std::string joinedLines(const std::string& text) {
   return basic::Replace(basic::Replace(text, " \r\n", " "), "\r\n", " ");

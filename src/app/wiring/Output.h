@@ -1,9 +1,10 @@
 #pragma once
 
 #include <iosfwd>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
+
+#include "json/Json.h"
 
 namespace app {
 
@@ -12,7 +13,7 @@ void printTable(std::ostream& out, const std::vector<std::string>& header,
                 const std::vector<std::vector<std::string>>& rows);
 
 /// For programs: indented, one line more; bytes that are no UTF-8 become U+FFFD.
-void printJson(std::ostream& out, const nlohmann::ordered_json& json);
+void printJson(std::ostream& out, const json::Json& json);
 
 /// A value on one line of a terminal: control characters become visible, and a
 /// long text is cut with an ellipsis.

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
-
+#include "json/Json.h"
 #include "model/clsSlide.h"
 
 namespace app {
 
 /// The stored scroll entries of a slide: [{entry, enabled, step, time}].
-inline nlohmann::ordered_json scrollInfo(const LF2000::clsSlide& properties) {
-  nlohmann::ordered_json entries = nlohmann::ordered_json::array();
+inline json::Json scrollInfo(const LF2000::clsSlide& properties) {
+  json::Json entries = json::Json::array();
   for (const std::int32_t number : properties.ScrollEntryNumbers()) {
     const std::string key = std::to_string(number);
     entries.push_back({{"entry", number},

@@ -38,8 +38,10 @@ std::vector<std::string> tableHeader(const ChartData& data, std::set<std::string
 
 }  // namespace
 
-ChartBook::ChartBook(std::string bytes, std::string name, const ChartBlock& block)
-    : name_(std::move(name)), block_(block), package_(opc::Package::fromBytes(std::move(bytes), name_)) {
+ChartBook::ChartBook(std::string bytes, std::string name, ChartBlock block)
+    : name_(std::move(name)),
+      block_(std::move(block)),
+      package_(opc::Package::fromBytes(std::move(bytes), name_)) {
   workbook_ = package_->related(opc::relationship::OfficeDocument);
   if (workbook_ == nullptr) refuse("it is no workbook");
   if (!workbook_->name().ends_with(".xml")) refuse("it is a binary workbook (.xlsb)");

@@ -16,7 +16,7 @@ class ChartBook {
  public:
   /// `name` is what messages call it. Throws basic::Error with the reason when
   /// it cannot be read or has no place for the data.
-  ChartBook(std::string bytes, std::string name, const ChartBlock& block);
+  ChartBook(std::string bytes, std::string name, ChartBlock block);
 
   /// The name of the sheet that holds the data.
   [[nodiscard]] const std::string& sheet() const { return sheetName_; }

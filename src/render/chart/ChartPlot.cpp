@@ -30,6 +30,7 @@ ChartPlot::ChartPlot(const ChartModel& model, double width, double height)
       for (const auto& series : group.series) columns.push_back(spread(series.values.values, scaled.slots));
     }
     std::vector<const std::vector<double>*> pointers;
+    pointers.reserve(columns.size());
     for (const auto& column : columns) pointers.push_back(&column);
     keptSlots_[i] = thinned(pointers, mostPoints_);
   }

@@ -195,7 +195,7 @@ Outline Geometry::evaluate(double width, double height, const Adjusts& adjusts) 
     Pen pen{out, (path.width > 0 ? w / path.width : 1) / EmuPerPx,
             (path.height > 0 ? h / path.height : 1) / EmuPerPx};
     for (const auto& command : path.commands) {
-      const auto point = [&](int i) {
+      const auto point = [&](std::size_t i) {
         return Point{values[command.slots[2 * i]] * pen.sx, values[command.slots[2 * i + 1]] * pen.sy};
       };
       switch (command.op) {

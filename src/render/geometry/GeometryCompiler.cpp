@@ -187,8 +187,8 @@ Geometry GeometryCompiler::compile(pugi::xml_node custGeom) {
     path.stroke = stroke != "0" && stroke != "false";
     for (const auto node : source.children()) {
       Geometry::Command command{0, {}};
-      const auto points = [&](int wanted) {
-        int n = 0;
+      const auto points = [&](std::size_t wanted) {
+        std::size_t n = 0;
         for (const auto pt : node.children("a:pt")) {
           if (n == wanted) break;
           command.slots[2 * n] = slot(pt.attribute("x").value());

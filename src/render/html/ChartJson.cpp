@@ -20,19 +20,19 @@ std::string css(const Color& color) {
 struct PaintWriter {
   std::string_view assetPrefix;
 
-  ChartJson operator()(const NoFill&) const { return nullptr; }
-  ChartJson operator()(const Color& color) const { return css(color); }
-  ChartJson operator()(const Gradient& gradient) const {
-    ChartJson stops = ChartJson::array();
+  json::Json operator()(const NoFill&) const { return nullptr; }
+  json::Json operator()(const Color& color) const { return css(color); }
+  json::Json operator()(const Gradient& gradient) const {
+    json::Json stops = json::Json::array();
     for (const auto& stop : gradient.stops) stops.push_back({pixels(stop.position), css(stop.color)});
-    ChartJson json{{"stops", std::move(stops)}};
+    json::Json json{{"stops", std::move(stops)}};
     if (gradient.shape == Gradient::Shape::Linear) json["angle"] = pixels(gradient.angle);
     return json;
   }
-  ChartJson operator()(const PatternFill& pattern) const {
+  json::Json operator()(const PatternFill& pattern) const {
     return {{"rows", pattern.rows}, {"color", css(pattern.foreground)}, {"under", css(pattern.background)}};
   }
-  ChartJson operator()(const PictureFill& picture) const {
+  json::Json operator()(const PictureFill& picture) const {
     return {{"picture", std::string(assetPrefix) + picture.asset->name}};
   }
 };
@@ -41,18 +41,18 @@ struct PaintWriter {
 
 double pixels(double value) { return std::isfinite(value) ? std::round(value * 100) / 100 : 0; }
 
-ChartJson paintJson(const Fill& fill, std::string_view assetPrefix) {
+json::Json paintJson(const Fill& fill, std::string_view assetPrefix) {
   return std::visit(PaintWriter{assetPrefix}, fill);
 }
 
-ChartJson lookJson(const ChartLook& look, std::string_view assetPrefix) {
-  ChartJson json = ChartJson::object();
+json::Json lookJson(const ChartLook& look, std::string_view assetPrefix) {
+  json::Json json = json::Json::object();
   if (auto fill = paintJson(look.fill, assetPrefix); !fill.is_null()) json["fill"] = std::move(fill);
   if (auto line = lineJson(look.line); !line.is_null()) json["line"] = std::move(line);
   return json;
 }
 
-ChartJson markerJson(const ChartMarker& marker, std::string_view assetPrefix) {
+json::Json markerJson(const ChartMarker& marker, std::string_view assetPrefix) {
   if (marker.symbol.empty()) return nullptr;
   auto json = lookJson(marker.look, assetPrefix);
   json["symbol"] = marker.symbol;
@@ -60,9 +60,9 @@ ChartJson markerJson(const ChartMarker& marker, std::string_view assetPrefix) {
   return json;
 }
 
-ChartJson lineJson(const std::optional<Line>& line) {
+json::Json lineJson(const std::optional<Line>& line) {
   if (!line || !isVisible(line->fill) || line->width <= 0) return nullptr;
-  ChartJson json;
+  json::Json json;
   if (const auto* color = std::get_if<Color>(&line->fill)) json["color"] = css(*color);
   if (const auto* gradient = std::get_if<Gradient>(&line->fill)) {
     json["color"] = css(gradient->stops.front().color);
@@ -70,16 +70,16 @@ ChartJson lineJson(const std::optional<Line>& line) {
   if (json.is_null()) return nullptr;
   json["width"] = pixels(line->width);
   if (!line->dashes.empty()) {
-    ChartJson dashes = ChartJson::array();
+    json::Json dashes = json::Json::array();
     for (const double dash : line->dashes) dashes.push_back(pixels(dash * std::max(line->width, 1.0)));
     json["dashes"] = std::move(dashes);
   }
   return json;
 }
 
-ChartJson fontJson(const RunStyle& style) {
-  ChartJson json{{"family", fontStack(style.latin).css},
-                 {"size", pixels(style.size.value_or(10) * PxPerPoint)}};
+json::Json fontJson(const RunStyle& style) {
+  json::Json json{{"family", fontStack(style.latin).css},
+                  {"size", pixels(style.size.value_or(10) * PxPerPoint)}};
   if (style.bold.value_or(false)) json["bold"] = true;
   if (style.italic.value_or(false)) json["italic"] = true;
   Color color;
@@ -91,8 +91,8 @@ ChartJson fontJson(const RunStyle& style) {
   return json;
 }
 
-ChartJson placeJson(const ChartPlace& place) {
-  ChartJson json;
+json::Json placeJson(const ChartPlace& place) {
+  json::Json json;
   const auto add = [&](const char* name, const std::optional<double>& share) {
     if (share) json[name] = std::round(*share * 1e5) / 1e5;
   };

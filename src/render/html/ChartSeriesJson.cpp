@@ -35,13 +35,13 @@ const char* nameOf(ChartKind kind) {
   }
 }
 
-ChartJson numberJson(double value) { return std::isfinite(value) ? ChartJson(value) : ChartJson(nullptr); }
+json::Json numberJson(double value) { return std::isfinite(value) ? json::Json(value) : json::Json(nullptr); }
 
 class SeriesWriter {
  public:
   SeriesWriter(ChartPlot& plot, std::string_view assetPrefix) : plot_(plot), assetPrefix_(assetPrefix) {}
 
-  void write(ChartJson& list, const ChartGroup& group) {
+  void write(json::Json& list, const ChartGroup& group) {
     const auto number = static_cast<int>(&group - plot_.model().groups.data());
     if (group.isRound()) {
       double ring = 0;
@@ -66,7 +66,7 @@ class SeriesWriter {
       } else {
         const auto& slots = plot_.axes().at(group.categoryAxis).slots;
         const auto& kept = plot_.keptSlots(group.categoryAxis);
-        ChartJson data = ChartJson::array();
+        json::Json data = json::Json::array();
         for (const auto slot : kept) {
           const auto category = slots.categoryOf[slot];
           places.push_back(category);
@@ -97,7 +97,7 @@ class SeriesWriter {
   }
 
  private:
-  ChartJson begin(const ChartGroup& group, const ChartSeries& series) const {
+  json::Json begin(const ChartGroup& group, const ChartSeries& series) const {
     auto json = lookJson(series.look, assetPrefix_);
     json["kind"] = nameOf(group.kind);
     json["name"] = series.name;
@@ -107,7 +107,7 @@ class SeriesWriter {
     return json;
   }
 
-  void xyData(ChartJson& json, const ChartGroup& group, const ChartSeries& series,
+  void xyData(json::Json& json, const ChartGroup& group, const ChartSeries& series,
               const std::vector<std::size_t>& places) const {
     double largest = 0;
     if (group.kind == ChartKind::Bubble) {
@@ -117,10 +117,10 @@ class SeriesWriter {
         }
       }
     }
-    ChartJson data = ChartJson::array();
+    json::Json data = json::Json::array();
     for (const auto place : places) {
       const double x = place < series.x.values.size() ? series.x.values[place] : NoValue;
-      ChartJson point{numberJson(x), numberJson(series.values.values[place])};
+      json::Json point{numberJson(x), numberJson(series.values.values[place])};
       if (group.kind == ChartKind::Bubble) {
         const double size = place < series.sizes.values.size() ? series.sizes.values[place] : NoValue;
         const bool isShown = size > 0 || (size < 0 && group.showsNegativeBubbles);
@@ -133,13 +133,13 @@ class SeriesWriter {
     json["data"] = std::move(data);
   }
 
-  void writePie(ChartJson& list, const ChartGroup& group, const ChartSeries& series, double ring) {
+  void writePie(json::Json& list, const ChartGroup& group, const ChartSeries& series, double ring) {
     auto json = begin(group, series);
     const auto count = std::min(series.values.values.size(), MostSlices);
     double whole = 0;
     for (const double v : series.values.values) whole += std::isnan(v) ? 0 : std::abs(v);
-    ChartJson data = ChartJson::array();
-    ChartJson names = ChartJson::array();
+    json::Json data = json::Json::array();
+    json::Json names = json::Json::array();
     std::vector<std::size_t> places;
     for (std::size_t i = 0; i < count; ++i) {
       const double v = series.values.values[i];
@@ -161,14 +161,14 @@ class SeriesWriter {
     list.push_back(std::move(json));
   }
 
-  void points(ChartJson& json, const ChartSeries& series, const std::vector<std::size_t>& places) const {
+  void points(json::Json& json, const ChartSeries& series, const std::vector<std::size_t>& places) const {
     if (series.points.empty()) return;
-    ChartJson list = ChartJson::object();
+    json::Json list = json::Json::object();
     for (std::size_t i = 0; i < places.size(); ++i) {
       const auto found = series.points.find(places[i]);
       if (found == series.points.end()) continue;
       const auto& point = found->second;
-      auto entry = point.look ? lookJson(*point.look, assetPrefix_) : ChartJson::object();
+      auto entry = point.look ? lookJson(*point.look, assetPrefix_) : json::Json::object();
       if (point.look) entry["hasLook"] = true;
       if (point.marker) entry["marker"] = markerJson(*point.marker, assetPrefix_);
       if (point.explosion) entry["explosion"] = *point.explosion;
@@ -177,7 +177,7 @@ class SeriesWriter {
     json["points"] = std::move(list);
   }
 
-  ChartJson labelLook(const ChartLabel& label) const {
+  json::Json labelLook(const ChartLabel& label) const {
     auto json = lookJson(label.look, assetPrefix_);
     json["font"] = fontJson(label.font);
     if (!label.position.empty()) json["position"] = label.position;
@@ -187,15 +187,15 @@ class SeriesWriter {
     return json;
   }
 
-  void labels(ChartJson& json, const ChartGroup& group, const ChartSeries& series,
+  void labels(json::Json& json, const ChartGroup& group, const ChartSeries& series,
               const std::vector<std::size_t>& places, double whole) {
     if (places.size() > MostLabels || (!series.label && series.pointLabels.empty())) return;
     const ScaledAxis* axis =
         group.hasAxes() && !group.isXy() ? &plot_.axes().at(group.categoryAxis) : nullptr;
     const auto& categories =
         axis != nullptr && series.categories.size() == 0 ? *axis->categories : series.categories;
-    ChartJson texts = ChartJson::array();
-    ChartJson own = ChartJson::object();
+    json::Json texts = json::Json::array();
+    json::Json own = json::Json::object();
     for (std::size_t i = 0; i < places.size(); ++i) {
       const auto place = places[i];
       const ChartLabel* label = series.label ? &*series.label : nullptr;
@@ -226,7 +226,7 @@ class SeriesWriter {
     json["labels"] = std::move(entry);
   }
 
-  void trends(ChartJson& list, const ChartGroup& group, const ChartSeries& series) const {
+  void trends(json::Json& list, const ChartGroup& group, const ChartSeries& series) const {
     if (group.stacking != ChartStacking::None || group.isHorizontal || group.kind == ChartKind::Radar) return;
     std::vector<double> x = series.x.values;
     const auto& y = series.values.values;
@@ -240,7 +240,7 @@ class SeriesWriter {
     for (const auto& trend : series.trends) {
       const auto line = trendPoints(trend, x, y);
       if (line.empty()) continue;
-      ChartJson data = ChartJson::array();
+      json::Json data = json::Json::array();
       for (const auto& [px, py] : line) {
         data.push_back({group.isXy() ? px : px - 1, py});
       }
@@ -252,11 +252,11 @@ class SeriesWriter {
   }
 
   /// `own` is the series' place in the list: bars stand beside each other.
-  void errors(ChartJson& list, const ChartGroup& group, const ChartSeries& series,
+  void errors(json::Json& list, const ChartGroup& group, const ChartSeries& series,
               const std::vector<std::size_t>& places, std::size_t own) const {
     if (group.stacking != ChartStacking::None || group.kind == ChartKind::Radar) return;
     for (const auto& bars : series.errors) {
-      ChartJson data = ChartJson::array();
+      json::Json data = json::Json::array();
       for (std::size_t i = 0; i < places.size(); ++i) {
         const auto place = places[i];
         if (place >= bars.plus.size() || place >= bars.minus.size()) continue;
@@ -266,12 +266,12 @@ class SeriesWriter {
         const double middle = bars.isHorizontal ? x : y;
         data.push_back({x, y, middle - bars.minus[place], middle + bars.plus[place]});
       }
-      ChartJson json{{"kind", "errors"},
-                     {"axes", {group.categoryAxis, group.valueAxis}},
-                     {"data", std::move(data)},
-                     {"line", lineJson(bars.line)},
-                     {"isAlongX", bars.isHorizontal},
-                     {"hasCaps", bars.hasCaps}};
+      json::Json json{{"kind", "errors"},
+                      {"axes", {group.categoryAxis, group.valueAxis}},
+                      {"data", std::move(data)},
+                      {"line", lineJson(bars.line)},
+                      {"isAlongX", bars.isHorizontal},
+                      {"hasCaps", bars.hasCaps}};
       if (group.kind == ChartKind::Bar) json["of"] = own;
       list.push_back(std::move(json));
     }
@@ -279,12 +279,12 @@ class SeriesWriter {
 
   /// Lines and bars between the series of a group: from the highest to the lowest,
   /// from the first to the last, from the highest to the axis.
-  void ranges(ChartJson& list, const ChartGroup& group) const {
+  void ranges(json::Json& list, const ChartGroup& group) const {
     const bool hasBars = group.upBars || group.downBars;
     if (!group.highLow && !hasBars && !group.drops) return;
     const auto& slots = plot_.axes().at(group.categoryAxis).slots;
     const auto& kept = plot_.keptSlots(group.categoryAxis);
-    ChartJson data = ChartJson::array();
+    json::Json data = json::Json::array();
     for (std::size_t i = 0; i < kept.size(); ++i) {
       const auto category = slots.categoryOf[kept[i]];
       double low = NoValue;
@@ -301,11 +301,11 @@ class SeriesWriter {
       data.push_back(
           {i, low, high, numberJson(of(group.series.front())), numberJson(of(group.series.back()))});
     }
-    ChartJson json{{"kind", "ranges"},
-                   {"axes", {group.categoryAxis, group.valueAxis}},
-                   {"data", std::move(data)},
-                   {"gap", group.gapWidth},
-                   {"base", plot_.axes().crossingValue(*plot_.axes().at(group.categoryAxis).axis)}};
+    json::Json json{{"kind", "ranges"},
+                    {"axes", {group.categoryAxis, group.valueAxis}},
+                    {"data", std::move(data)},
+                    {"gap", group.gapWidth},
+                    {"base", plot_.axes().crossingValue(*plot_.axes().at(group.categoryAxis).axis)}};
     if (group.highLow) json["line"] = lineJson(group.highLow);
     if (group.drops) json["drops"] = lineJson(group.drops);
     if (group.upBars) json["up"] = lookJson(*group.upBars, assetPrefix_);
@@ -319,8 +319,8 @@ class SeriesWriter {
 
 }  // namespace
 
-ChartJson seriesJson(ChartPlot& plot, std::string_view assetPrefix) {
-  ChartJson list = ChartJson::array();
+json::Json seriesJson(ChartPlot& plot, std::string_view assetPrefix) {
+  json::Json list = json::Json::array();
   SeriesWriter writer(plot, assetPrefix);
   for (const auto& group : plot.model().groups) writer.write(list, group);
   return list;

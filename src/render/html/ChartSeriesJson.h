@@ -9,6 +9,6 @@ namespace render {
 
 /// The list of what is drawn in a chart's plot, in drawing order: series, and behind each what goes with it.
 /// src/web/charts/ documents the members.
-ChartJson seriesJson(ChartPlot& plot, std::string_view assetPrefix);
+json::Json seriesJson(ChartPlot& plot, std::string_view assetPrefix);
 
 }  // namespace render

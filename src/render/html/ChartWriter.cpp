@@ -31,19 +31,19 @@ class Writer {
 
   std::string write() {
     const ChartModel& model = plot_.model();
-    ChartJson json;
+    json::Json json;
     if (model.title) json["title"] = title(*model.title);
     if (model.legend) json["legend"] = legend(*model.legend);
     json["plot"] = lookJson(model.plot, assetPrefix_);
     if (auto place = placeJson(model.plotPlace); !place.is_null()) json["plot"]["place"] = std::move(place);
-    json["axes"] = ChartJson::array();
+    json["axes"] = json::Json::array();
     for (std::size_t i = 0; i < plot_.axes().all().size(); ++i) json["axes"].push_back(axis(i));
     json["series"] = seriesJson(plot_, assetPrefix_);
-    return json.dump(-1, ' ', false, ChartJson::error_handler_t::replace);
+    return json::textOf(json);
   }
 
  private:
-  ChartJson title(const ChartTitle& title) const {
+  json::Json title(const ChartTitle& title) const {
     auto json = lookJson(title.look, assetPrefix_);
     HtmlOut html;
     // The chart's script lays it out beside texts of its own.
@@ -55,14 +55,14 @@ class Writer {
     return json;
   }
 
-  ChartJson legend(const ChartLegend& legend) {
+  json::Json legend(const ChartLegend& legend) {
     static constexpr const char* sides[] = {"right", "left", "top", "bottom", "corner"};
     auto json = lookJson(legend.look, assetPrefix_);
     json["side"] = sides[static_cast<int>(legend.side)];
     if (legend.overlays) json["overlays"] = true;
     if (auto place = placeJson(legend.place); !place.is_null()) json["place"] = std::move(place);
     json["font"] = fontJson(legend.font);
-    ChartJson entries = ChartJson::array();
+    json::Json entries = json::Json::array();
     int entry = -1;
     const auto isDeleted = [&] {
       ++entry;
@@ -102,7 +102,7 @@ class Writer {
   }
 
   template <typename IsDeleted>
-  void sliceEntries(ChartJson& entries, const ChartSeries& series, const IsDeleted& isDeleted) {
+  void sliceEntries(json::Json& entries, const ChartSeries& series, const IsDeleted& isDeleted) {
     const auto count = std::min({series.values.values.size(), MostSlices});
     for (std::size_t i = 0; i < count; ++i) {
       if (isDeleted()) continue;
@@ -115,8 +115,8 @@ class Writer {
     }
   }
 
-  ChartJson seriesEntry(const ChartGroup& group, const ChartSeries& series) const {
-    ChartJson json = ChartJson::object();
+  json::Json seriesEntry(const ChartGroup& group, const ChartSeries& series) const {
+    json::Json json = json::Json::object();
     if (group.kind == ChartKind::Bubble) {
       json["marker"] = markerJson({"circle", 8, series.look}, assetPrefix_);
     } else {
@@ -129,11 +129,12 @@ class Writer {
     return json;
   }
 
-  ChartJson axis(std::size_t index) {
+  json::Json axis(std::size_t index) {
     const auto& scaled = plot_.axes().all()[index];
     if (scaled.axis == nullptr) return nullptr;
     const auto& axis = *scaled.axis;
-    ChartJson json{{"kind", scaled.isCategory ? "category" : "value"}, {"isHorizontal", scaled.isHorizontal}};
+    json::Json json{{"kind", scaled.isCategory ? "category" : "value"},
+                    {"isHorizontal", scaled.isHorizontal}};
     if (axis.isDeleted) json["isHidden"] = true;
     if (axis.isReversed) json["isReversed"] = true;
     json["font"] = fontJson(axis.font);
@@ -154,7 +155,7 @@ class Writer {
   }
 
   /// Where the axis and its labels stand across the plot, as shares of it.
-  void position(ChartJson& json, const ChartAxis& axis) {
+  void position(json::Json& json, const ChartAxis& axis) {
     const double at = plot_.axes().crossingShare(axis);
     json["at"] = std::round(at * 1e5) / 1e5;
     if (axis.labels == ChartAxis::Labels::None) return;
@@ -164,17 +165,17 @@ class Writer {
     double side = low;
     if (axis.labels == ChartAxis::Labels::High || at == 1 - low) side = 1 - low;
     if (axis.labels == ChartAxis::Labels::Low) side = low;
-    json["labelsAt"] = axis.labels == ChartAxis::Labels::NextTo ? json["at"] : ChartJson(side);
+    json["labelsAt"] = axis.labels == ChartAxis::Labels::NextTo ? json["at"] : json::Json(side);
     json["outward"] = side > 0.5 ? 1 : -1;
   }
 
-  void valueScale(ChartJson& json, const ScaledAxis& scaled) {
+  void valueScale(json::Json& json, const ScaledAxis& scaled) {
     const auto& scale = scaled.scale;
     json["min"] = scale.min;
     json["max"] = scale.max;
     if (scale.logBase) json["log"] = *scale.logBase;
     json["ticks"] = scaled.ticks;
-    ChartJson labels = ChartJson::array();
+    json::Json labels = json::Json::array();
     for (const double tick : scaled.ticks) labels.push_back(plot_.axes().tickText(scaled, tick));
     json["labels"] = std::move(labels);
     if (scaled.axis->minorGrid || scaled.axis->minorTick != ChartAxis::Tick::None) {
@@ -182,10 +183,10 @@ class Writer {
     }
   }
 
-  void categoryScale(ChartJson& json, const ScaledAxis& scaled, std::size_t index) {
+  void categoryScale(json::Json& json, const ScaledAxis& scaled, std::size_t index) {
     const auto& slots = scaled.slots;
     const auto& kept = plot_.keptSlots(static_cast<int>(index));
-    ChartJson labels = ChartJson::array();
+    json::Json labels = json::Json::array();
     for (const auto slot : kept) {
       if (!slots.dates.empty()) {
         labels.push_back(

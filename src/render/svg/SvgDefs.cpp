@@ -26,7 +26,7 @@ void SvgDefs::pictureAddress(const Asset& asset) {
 }
 
 std::string SvgDefs::pattern(const PatternFill& pattern) {
-  const auto id = newId();
+  auto id = newId();
   out_ << "<pattern id=\"" << id
        << "\" patternUnits=\"userSpaceOnUse\" width=\"8\" height=\"8\"><rect width=\"8\" height=\"8\" fill=\""
        << pattern.background << "\"/><path shape-rendering=\"crispEdges\" fill=\"" << pattern.foreground
@@ -38,7 +38,7 @@ std::string SvgDefs::pattern(const PatternFill& pattern) {
 
 std::string SvgDefs::tiles(const PictureFill& fill, const Rect& area) {
   const auto filter = fill.effects.empty() ? std::string() : pictureFilter(fill.effects);
-  const auto id = newId();
+  auto id = newId();
   const auto& tile = *fill.tile;
   // Of a cropped picture the rest is the tile.
   const double keepX = std::max(0.01, 1 - fill.crop[0] - fill.crop[2]);

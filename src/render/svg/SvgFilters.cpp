@@ -170,7 +170,7 @@ void Primitives::apply(const PictureEffect& effect) {
 }  // namespace
 
 std::string SvgDefs::pictureFilter(const std::vector<PictureEffect>& effects) {
-  const auto id = newId();
+  auto id = newId();
   out_ << "<filter id=\"" << id
        << "\" x=\"0\" y=\"0\" width=\"1\" height=\"1\" color-interpolation-filters=\"sRGB\">";
   Primitives primitives(out_);
@@ -188,7 +188,7 @@ void SvgDefs::openFilter(const std::string& id, const Rect& area, double margin)
 void SvgDefs::flood(const Color& color) { out_ << "<feFlood flood-color=\"" << color << "\"/>"; }
 
 std::string SvgDefs::shadowFilter(const Shadow& shadow, const Rect& area) {
-  const auto id = newId();
+  auto id = newId();
   openFilter(id, area, shadow.blur * 1.5 + 2);
   out_ << "<feGaussianBlur in=\"SourceAlpha\" stdDeviation=\"" << deviation(shadow.blur)
        << "\" result=\"a\"/>";
@@ -199,7 +199,7 @@ std::string SvgDefs::shadowFilter(const Shadow& shadow, const Rect& area) {
 
 std::string SvgDefs::fadingMask(const Reflection& reflection, const Rect& area) {
   const auto fade = newId();
-  const auto id = newId();
+  auto id = newId();
   const auto stop = [&](double position, double alpha) {
     out_ << "<stop offset=\"";
     out_.precise(position) << "\" stop-color=\"#fff\" stop-opacity=\"";
@@ -217,7 +217,7 @@ std::string SvgDefs::fadingMask(const Reflection& reflection, const Rect& area) 
 }
 
 std::string SvgDefs::effectFilter(const Effects& effects, const Rect& area) {
-  const auto id = newId();
+  auto id = newId();
   const double glow = effects.glow ? effects.glow->radius : 0;
   const double shadow = effects.shadow && effects.shadow->isMove()
                             ? std::hypot(effects.shadow->dx, effects.shadow->dy) + effects.shadow->blur * 1.5

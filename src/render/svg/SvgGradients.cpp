@@ -85,7 +85,7 @@ std::string SvgDefs::gradient(const Gradient& gradient, const Rect& whole, doubl
 }
 
 std::string SvgDefs::linear(const Gradient& gradient, const Rect& box, double back) {
-  const auto id = newId();
+  auto id = newId();
   const auto& tile = gradient.tile;
   const bool isTile = std::any_of(tile.begin(), tile.end(), [](double v) { return v != 0; });
   const Rect area = isTile ? inset(box, tile) : box;
@@ -108,7 +108,7 @@ std::string SvgDefs::linear(const Gradient& gradient, const Rect& box, double ba
 }
 
 std::string SvgDefs::circular(const Gradient& gradient, const Rect& area, double back) {
-  const auto id = newId();
+  auto id = newId();
   const Rect focus = focusOf(gradient, area);
   const auto [x, y] = centreOf(focus);
   const double farX = std::max(x - area.x, area.x + area.w - x);
@@ -152,7 +152,7 @@ std::string SvgDefs::rectangular(const Gradient& gradient, const Rect& area, dou
     stops(gradient, 0);
     out_ << "</linearGradient>";
   }
-  const auto id = newId();
+  auto id = newId();
   // Three times the box, as outlines may leave it.
   out_ << "<pattern id=\"" << id << "\" patternUnits=\"userSpaceOnUse\" x=\"" << left - area.w << "\" y=\""
        << top - area.h << "\" width=\"" << std::max(1.0, area.w * 3) << "\" height=\""
@@ -186,7 +186,7 @@ std::string SvgDefs::alongOutline(const Gradient& gradient, const Rect& area, co
   if (!isOpaque(gradient)) return circular(gradient, area, 0);
   constexpr int Steps = 48;
   const auto shape = newId();
-  const auto id = newId();
+  auto id = newId();
   out_ << "<path id=\"" << shape << "\" d=\"";
   for (const auto& path : outline.paths) {
     if (path.fill != PathFill::None) pathData(path.commands);

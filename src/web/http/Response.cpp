@@ -1,6 +1,6 @@
 #include "web/http/Response.h"
 
-#include <nlohmann/json.hpp>
+#include "json/Json.h"
 
 namespace web {
 
@@ -15,9 +15,7 @@ Response Response::fresh(int status, std::string contentType, std::string body) 
 Response Response::done() { return fresh(200, "application/json", R"({"ok":true})"); }
 
 Response Response::error(int status, std::string_view why) {
-  using Json = nlohmann::json;
-  return fresh(status, "application/json",
-               Json{{"error", why}}.dump(-1, ' ', false, Json::error_handler_t::replace));
+  return fresh(status, "application/json", json::textOf({{"error", why}}));
 }
 
 }  // namespace web

@@ -24,10 +24,10 @@ namespace http = beast::http;
 using beast::error_code;
 
 constexpr std::uint32_t headerLimit = 16 * 1024;
-constexpr std::uint64_t bodyLimit = 16 * 1024;
+constexpr std::uint64_t bodyLimit = std::uint64_t{16} * 1024;
 constexpr std::chrono::seconds lingerTime{2};
 /// What is handed to the system at once; between two pieces everybody else has a turn.
-constexpr std::size_t pieceSize = 64 * 1024;
+constexpr std::size_t pieceSize = std::size_t{64} * 1024;
 
 std::string_view view(beast::string_view text) { return {text.data(), text.size()}; }
 

@@ -1,14 +1,13 @@
 // What a show tells its screens and programs, as events with JSON in them.
 #include "web/show/Messages.h"
 
-#include <nlohmann/json.hpp>
+#include "json/Json.h"
 
 namespace web {
 namespace {
 
-using Json = nlohmann::json;
-
-std::string textOf(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
+using json::Json;
+using json::textOf;
 
 SharedMessage event(std::string_view name, std::uint64_t sequence, std::string_view data,
                     bool complete = false) {

@@ -5,14 +5,14 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
-#include <nlohmann/json.hpp>
 
+#include "json/Json.h"
 #include "web/show/Broadcast.h"
 
 namespace web {
 namespace {
 
-using OrderedJson = nlohmann::ordered_json;
+using json::Json;
 
 double rounded(double seconds) { return std::round(seconds * 1000) / 1000; }
 
@@ -21,7 +21,7 @@ double secondsSince(Screens::Clock::time_point time) {
 }
 
 /// ISO 8601 in UTC.
-OrderedJson timeJson(const std::optional<ConnectionHealth::Time>& time) {
+Json timeJson(const std::optional<ConnectionHealth::Time>& time) {
   if (!time) return nullptr;
   const std::time_t seconds = std::chrono::system_clock::to_time_t(*time);
   std::tm parts{};
@@ -30,18 +30,18 @@ OrderedJson timeJson(const std::optional<ConnectionHealth::Time>& time) {
   return std::string(text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &parts));
 }
 
-OrderedJson connectionJson(const ConnectionHealth& connection) {
-  OrderedJson json = {{"connection", connection.number},
-                      {"description", connection.description},
-                      {"lastSuccess", timeJson(connection.lastSuccess)},
-                      {"lastError", nullptr},
-                      {"rows", connection.rows},
-                      {"age", nullptr},
-                      {"interval", connection.interval},
-                      {"used", connection.isUsed},
-                      {"stale", connection.isStale},
-                      {"deliveries", connection.deliveries},
-                      {"failures", connection.failures}};
+Json connectionJson(const ConnectionHealth& connection) {
+  Json json = {{"connection", connection.number},
+               {"description", connection.description},
+               {"lastSuccess", timeJson(connection.lastSuccess)},
+               {"lastError", nullptr},
+               {"rows", connection.rows},
+               {"age", nullptr},
+               {"interval", connection.interval},
+               {"used", connection.isUsed},
+               {"stale", connection.isStale},
+               {"deliveries", connection.deliveries},
+               {"failures", connection.failures}};
   if (connection.age) json["age"] = rounded(*connection.age);
   if (connection.lastErrorTime) {
     json["lastError"] = {{"time", timeJson(connection.lastErrorTime)}, {"text", connection.lastError}};
@@ -49,7 +49,7 @@ OrderedJson connectionJson(const ConnectionHealth& connection) {
   return json;
 }
 
-OrderedJson viewJson(const View& view) {
+Json viewJson(const View& view) {
   switch (view.kind) {
     case View::Kind::Show:
       break;
@@ -61,14 +61,14 @@ OrderedJson viewJson(const View& view) {
   return {{"kind", "show"}};
 }
 
-OrderedJson screenJson(const Screens::Screen& screen, std::uint64_t newest) {
-  OrderedJson json = {{"screen", screen.number},
-                      {"view", viewJson(screen.view)},
-                      {"connected", secondsSince(screen.opened)},
-                      {"newest", newest},
-                      {"painted", nullptr}};
+Json screenJson(const Screens::Screen& screen, std::uint64_t newest) {
+  Json json = {{"screen", screen.number},
+               {"view", viewJson(screen.view)},
+               {"connected", secondsSince(screen.opened)},
+               {"newest", newest},
+               {"painted", nullptr}};
   if (screen.painted) {
-    OrderedJson& painted = json["painted"];
+    Json& painted = json["painted"];
     painted = {{"slide", screen.painted->slide},
                {"sequence", screen.painted->sequence},
                {"age", secondsSince(screen.painted->at)},
@@ -142,19 +142,19 @@ void writeDelays(MetricsWriter& out, const Histogram& delays) {
 }  // namespace
 
 std::string healthJson(const Health& health, const Broadcast& broadcast) {
-  OrderedJson connections = OrderedJson::array();
+  Json connections = Json::array();
   for (const ConnectionHealth& connection : health.connections) {
     connections.push_back(connectionJson(connection));
   }
-  OrderedJson screens = OrderedJson::array();
+  Json screens = Json::array();
   for (const auto& [id, screen] : broadcast.screenBook().all()) {
     screens.push_back(screenJson(screen, broadcast.newest(screen.view)));
   }
-  const OrderedJson json = {{"ready", health.isReady},
-                            {"position", health.position},
-                            {"connections", connections},
-                            {"screens", screens}};
-  return json.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
+  const Json json = {{"ready", health.isReady},
+                     {"position", health.position},
+                     {"connections", connections},
+                     {"screens", screens}};
+  return json::textOf(json);
 }
 
 std::string metricsText(const Health& health, const Broadcast& broadcast, std::uint64_t failedRequests) {
@@ -175,7 +175,7 @@ std::string metricsText(const Health& health, const Broadcast& broadcast, std::u
 
 std::optional<PaintReport> parsePaintReport(std::string_view json) {
   constexpr std::int64_t longestHeld = 60'000;
-  const OrderedJson report = OrderedJson::parse(json, nullptr, false);
+  const Json report = Json::parse(json, nullptr, false);
   const auto number = [&](const char* name) -> std::optional<std::int64_t> {
     const auto found = report.find(name);
     if (found == report.end() || !found->is_number_integer()) return std::nullopt;

@@ -1,9 +1,8 @@
 #include "workbook/book/Names.h"
 
-#include <locale.h>
-#include <wchar.h>
-#include <wctype.h>
-
+#include <clocale>
+#include <cwchar>
+#include <cwctype>
 #include <string>
 
 #include "basic/Strings.h"
