@@ -6,6 +6,9 @@
 
 namespace deck {
 
+/// The shapes of a slide in drawing order, numbered from 1: those that stand on the slide itself, a group
+/// as one of them. Names may repeat; by its name the first is meant. An index or a name that is none is an
+/// error.
 class Shapes final : public PowerPoint::Shapes {
  public:
   Shapes(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex)
@@ -19,6 +22,9 @@ class Shapes final : public PowerPoint::Shapes {
   std::int32_t slideIndex_;
 };
 
+/// One shape of a slide: p:sp, p:pic, p:graphicFrame, p:grpSp, p:cxnSp or p:contentPart (ECMA-376 part 1,
+/// 19.3.1). What the kind does not have (a picture's TextFrame) is an error. `node` must live as long as
+/// the object: as long as the slide's part is not replaced.
 class Shape final : public PowerPoint::Shape {
  public:
   Shape(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex, pugi::xml_node node)
@@ -53,7 +59,9 @@ class ShapeText final : public PowerPoint::TextFrame,
 
   [[nodiscard]] bool HasText() const override { return !Text().empty(); }
   [[nodiscard]] std::shared_ptr<PowerPoint::TextRange> TextRange() override { return shared_from_this(); }
+  /// Paragraphs are separated by CR, line breaks are VT.
   [[nodiscard]] std::string Text() const override;
+  /// The first run's look stays for all of it. Listeners of the presentation are told.
   void Text(std::string_view text) override;
 
  private:

@@ -6,6 +6,7 @@
 
 namespace deck {
 
+/// The slides in the order of p:sldIdLst, numbered from 1.
 class Slides final : public PowerPoint::Slides {
  public:
   explicit Slides(std::shared_ptr<Presentation> presentation) : presentation_(std::move(presentation)) {}
@@ -16,6 +17,7 @@ class Slides final : public PowerPoint::Slides {
   std::shared_ptr<Presentation> presentation_;
 };
 
+/// One slide, known by its place: when slides are moved, the object means another.
 class Slide final : public PowerPoint::Slide {
  public:
   /// The index must be one of the presentation's.
@@ -35,6 +37,7 @@ class Slide final : public PowerPoint::Slide {
   std::int32_t index_;
 };
 
+/// p:transition of a slide, and whether the show leaves it out (p:sld's show). Times are seconds.
 class SlideShowTransition final : public PowerPoint::SlideShowTransition {
  public:
   SlideShowTransition(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex)

@@ -13,6 +13,7 @@
 
 namespace deck {
 
+/// One p:tag (ECMA-376 part 1, 19.3.3.2).
 struct Tag {
   std::string name;  // upper case
   std::string value;

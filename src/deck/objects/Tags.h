@@ -6,6 +6,9 @@
 
 namespace deck {
 
+/// The tags of a presentation, a slide or a shape, as the object model has them: names in upper case,
+/// numbered from 1 in the order in which they were added; an index that is none is an error. The list must
+/// be one of the presentation's.
 class Tags final : public PowerPoint::Tags {
  public:
   Tags(std::shared_ptr<Presentation> presentation, TagList& list)

@@ -9,7 +9,8 @@
 
 namespace render {
 
-/// Writes numbers as the worksheet would.
+/// Writes numbers as the worksheet would: by its number formats (ECMA-376 part 1, 18.8.31), in the user's
+/// locale. Formats are read once each.
 class ChartTexts {
  public:
   explicit ChartTexts(bool from1904)

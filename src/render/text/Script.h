@@ -11,7 +11,8 @@ namespace render {
 /// What decides which of a run's typefaces a character is set in.
 enum class Script : std::uint8_t { Latin, EastAsian, Complex };
 
-/// The script of a character, or `around` for what all scripts share: spaces, digits, punctuation.
+/// The script of a character by its Unicode block, or `around` for what all scripts share: spaces, digits,
+/// punctuation.
 constexpr Script scriptOf(char32_t c, Script around) {
   if (c < 0x41) return around;
   if (c < 0x300) return c == 0xA0 || c == 0xAB || c == 0xB7 || c == 0xBB ? around : Script::Latin;
@@ -30,7 +31,8 @@ constexpr Script scriptOf(char32_t c, Script around) {
   return Script::Latin;
 }
 
-/// Calls `take(piece, script)` for each stretch of one script.
+/// Calls `take(piece, script)` for each stretch of one script; what all scripts share goes with what stands
+/// before it. Pieces are parts of `text`, which is UTF-8.
 template <typename Take>
 void splitByScript(std::string_view text, Take take) {
   std::size_t start = 0;
