@@ -3,66 +3,63 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { isUntouched, openScreen, useBrowser } from "../support/browser.mjs";
-import { chartShape, fill, makeChartDeck } from "../support/chart_deck.mjs";
+import { elementId, holdStill } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
+import { at, textSource } from "../support/value_deck.mjs";
 import { until } from "../support/wait.mjs";
 
 useBrowser();
 
-const id = `s1-sh${chartShape}`;
 const frame = 20; // ms
 
-// The page's clock is held: a chart moves as far as the test moves it.
+// The plant sample, whose chart "Output chart" on slide 3 shows a file. The page's clock is held: a chart moves as
+// far as the test moves it.
 async function openChart(t) {
   const sandbox = new Sandbox(t);
-  const show = await sandbox.show(makeChartDeck(sandbox, [2, 4, 8]));
+  const deck = sandbox.sample("plant");
+  holdStill(deck);
+  sandbox.done("unlink", deck, "--all");
+  const write = (...pallets) => {
+    const rows = pallets.map((value, i) => [["North", "South", "West", "East"][i], `${value}`, "50"]);
+    sandbox.write("plant/output.txt", [["Hour", "Pallets", "Target"], ...rows]);
+  };
+  write(20, 40, 80);
+  sandbox.done("connection", deck, "add", ...textSource("Output", "output.txt"));
+  sandbox.done("link", deck, ...at(3, "Output chart"), "--connection", "001", "--chart");
+  const show = await sandbox.show(deck, "--slide", 3);
   const page = await openScreen(t, show.url, { isClockHeld: true });
-  await page.evaluate(
-    ({ id, fill }) => {
-      window.chart = () => document.querySelector(`#${id} > deck-chart`);
-      window.bars = () => [...chart().shadowRoot.querySelectorAll(`.drawing path[fill="${fill}"]`)];
-      window.heights = () => bars().map((bar) => bar.getBBox().height);
-    },
-    { id, fill },
-  );
+  await page.evaluate((id) => {
+    window.chart = () => document.querySelector(`#${id} > deck-chart`);
+    // Without the mark of the legend.
+    window.bars = () =>
+      [...chart().shadowRoot.querySelectorAll('.drawing path[fill="#1f6f8b" i]')].filter(
+        (bar) => bar.getBBox().height > 15,
+      );
+    window.heights = () => bars().map((bar) => bar.getBBox().height);
+  }, elementId(deck, 3, "Output chart"));
   await until("the chart", async () => {
     await page.clock.runFor(frame);
     return page.evaluate(() => Boolean(chart().shadowRoot?.querySelector(".drawing svg")));
   });
-  return { page, show };
+  return { page, write };
 }
 
-// As the event stream brings it: the shape's new element, its first value 8 instead of 2.
-const change = (page, from, to) =>
-  page.evaluate(
-    async ({ id, from, to }) => {
-      const script = document.querySelector("script[type=module]").src;
-      const { changeShapes } = await import(new URL("../core/slides.js", script));
-      const old = document.getElementById(id);
-      const fresh = old.cloneNode(true);
-      const drawn = fresh.querySelector("deck-chart");
-      drawn.dataset.chart = drawn.dataset.chart.replace(`"data":[${from}`, `"data":[${to}`);
-      changeShapes([{ id, html: fresh.outerHTML }]);
-    },
-    { id, from, to },
-  );
-
-test("a chart is drawn with its series, axes, title and legend, and at once", async (t) => {
+test("a chart is drawn with its series, axes and legend, and at once", async (t) => {
   const { page } = await openChart(t);
   const [first, second, third] = await page.evaluate(() => heights());
   assert.ok(Math.abs(second / first - 2) < 0.01 && Math.abs(third / first - 4) < 0.01, `${[first, second, third]}`);
   const texts = await page.evaluate(() => chart().shadowRoot.textContent);
-  for (const text of ["North", "West", "Sales", "10"]) assert.ok(texts.includes(text), text);
+  for (const text of ["North", "West", "Pallets", "80"]) assert.ok(texts.includes(text), `${text} in ${texts}`);
   assert.deepEqual(page.faults, []);
 });
 
-test("a chart moves to its new values and stays the same element", async (t) => {
-  const { page } = await openChart(t);
+test("a chart moves to the new values of its file and stays the same element", async (t) => {
+  const { page, write } = await openChart(t);
   await page.evaluate(() => {
     window.kept = [chart(), chart().shadowRoot.querySelector("svg"), ...bars()];
     window.before = heights();
   });
-  await change(page, 2, 8);
+  write(80, 40, 80);
   const seen = [];
   await until("the new value", async () => {
     await page.clock.runFor(frame);
@@ -76,6 +73,11 @@ test("a chart moves to its new values and stays the same element", async (t) => 
   assert.ok(seen.filter((way) => way > 0.01 && way < 0.99).length > 3, `it moves: ${seen}`);
   assert.equal(lost, 0, "nothing is made anew");
   assert.deepEqual(others, await page.evaluate(() => before.slice(1)));
+  write(80, 40, 80, 60);
+  await until("another point", async () => {
+    await page.clock.runFor(frame);
+    return (await page.evaluate(() => bars().length)) === 4;
+  });
   assert.ok(await isUntouched(page));
   assert.deepEqual(page.faults, []);
 });

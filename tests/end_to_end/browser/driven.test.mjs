@@ -50,46 +50,6 @@ test("a picture follows its data, and the last good one stands", async (t) => {
   assert.deepEqual(page.faults, []);
 });
 
-test("a linked chart moves to the values of its file and stays the same element", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("plant");
-  holdStill(deck);
-  sandbox.done("unlink", deck, "--all");
-  const write = (...pallets) => {
-    const rows = pallets.map((value, i) => [`${i}`, `${value}`, "50"]);
-    sandbox.write("plant/output.txt", [["Hour", "Pallets", "Target"], ...rows]);
-  };
-  write(20, 40, 80);
-  const described = ["--type", "text", "--description", "Output", "--file", "output.txt", "--header"];
-  sandbox.done("connection", deck, "add", ...described);
-  sandbox.done("link", deck, "--slide", 3, "--shape", "Output chart", "--connection", "001", "--chart");
-  const show = await sandbox.show(deck, "--slide", 3);
-  const page = await openScreen(t, show.url);
-  await page.evaluate((id) => {
-    window.chart = () => document.querySelector(`#${id} > deck-chart`);
-    // Without the mark of the legend.
-    window.heights = () =>
-      [...chart().shadowRoot.querySelectorAll('.drawing path[fill="#1f6f8b" i]')]
-        .map((bar) => bar.getBBox().height)
-        .filter((height) => height > 15);
-  }, elementId(deck, 3, "Output chart"));
-  const stand = (...wanted) =>
-    page.waitForFunction(
-      (ratios) => {
-        const seen = chart()?.shadowRoot?.querySelector(".drawing svg") ? heights() : [];
-        return seen.length === ratios.length && ratios.every((ratio, i) => Math.abs(seen[i] / seen[0] - ratio) < 0.02);
-      },
-      wanted,
-      { polling: 50 },
-    );
-  await stand(1, 2, 4);
-  await page.evaluate(() => (window.kept = [chart(), chart().shadowRoot.querySelector("svg")]));
-  write(80, 40, 20, 60);
-  await stand(1, 0.5, 0.25, 0.75);
-  assert.ok(await page.evaluate(() => kept.every((node) => node.isConnected) && kept[0] === chart()));
-  assert.deepEqual(page.faults, []);
-});
-
 test("rows move on by themselves and begin again", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "a", "b", "c", "d", "e");

@@ -12,6 +12,12 @@ useBrowser();
 
 const phone = { viewport: { width: 390, height: 844 }, hasTouch: true };
 
+// The small pictures hold what the slides hold.
+const showsSmall = (remote, text) =>
+  until("slide 1 in small", () =>
+    remote.evaluate((part) => document.querySelector(".thumbnail > div").shadowRoot?.textContent.includes(part), text),
+  );
+
 test("a phone steers the show once it has been given the token", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "one");
@@ -35,10 +41,7 @@ test("a phone steers the show once it has been given the token", async (t) => {
   await remote.locator(".thumbnail").nth(2).tap();
   await waitForSlide(screen, 3);
   await remote.locator(".thumbnail[aria-current=true]", { hasText: "3" }).waitFor();
-  // The small pictures hold what the slides hold.
-  const texts = () =>
-    remote.evaluate(() => document.querySelector(".thumbnail > div").shadowRoot?.textContent ?? "");
-  await until("slide 1 in small", async () => (await texts()).includes("one"));
+  await showsSmall(remote, "one");
   assert.match(await remote.locator("#elapsed").innerText(), /^0:\d\d$/);
 
   const given = await openScreen(t, `${show.url}remote#token=${show.token}`, phone);
@@ -70,8 +73,7 @@ test("it comes in and steers when all seats are taken, and counts as no screen",
   await waitForSlide(remote, 2);
   // With its styles, and the slides in small.
   assert.ok(await remote.evaluate(() => document.getElementById("slide-styles").sheet.cssRules.length > 0));
-  const small = () => remote.evaluate(() => document.querySelector(".thumbnail > div").shadowRoot?.textContent ?? "");
-  await until("slide 1 in small", async () => (await small()).includes("one"));
+  await showsSmall(remote, "one");
   setValues(sandbox, "live");
   await remote.locator("#previous").tap();
   await waitForText(remote, elementId(deck, 1, "p1 Item"), "live", refresh);

@@ -85,7 +85,6 @@ test("when every slide has hidden itself the deck's background shows, until data
   await waitForText(page, elementId(deck, 1, "p1 Item"), "back", refresh);
   assert.ok(await isUntouched(page));
   assert.deepEqual(page.faults, []);
-  await show.stop();
 
   const other = await sandbox.show(deck, "--when-empty", 3);
   const second = await openScreen(t, other.url);

@@ -3,14 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { elementId, holdStill } from "../support/deck.mjs";
-import {
-  isUntouched,
-  openScreen,
-  shownText,
-  useBrowser,
-  waitForSlide,
-  waitForText,
-} from "../support/browser.mjs";
+import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
 import { refresh, within } from "../support/wait.mjs";
@@ -157,19 +150,13 @@ test("without the token keys do nothing; with a wrong one, nothing either", asyn
   for (const url of [show.url, `${show.url}#token=wrong`]) {
     const page = await openScreen(t, url);
     const answers = [];
-    page.on(
-      "response",
-      (response) => isCommand(response.request()) && answers.push(response.status()),
-    );
+    page.on("response", (response) => isCommand(response.request()) && answers.push(response.status()));
     for (const key of ["ArrowRight", "End", "3", "Enter", "b", "Escape"]) await page.keyboard.press(key);
     await page.mouse.click(200, 200);
     // The screen goes on as before, and so does the show.
     setValues(sandbox, url);
     await waitForText(page, elementId(deck, 1, "p1 Item"), url, refresh);
-    assert.ok(
-      answers.every((status) => status === 401),
-      `${answers}`,
-    );
+    assert.ok(answers.every((status) => status === 401), `${answers}`);
     assert.equal(answers.length > 0, url !== show.url);
     assert.equal(await blankOn(page), false);
     const { position, running } = await show.state();
@@ -196,4 +183,6 @@ test("behind the last slide the screen is black and says so", async (t) => {
   await page.getByText("End of slide show").waitFor({ state: "hidden" });
   assert.ok(await isUntouched(page));
   assert.ok(await shownText(page, elementId(deck, 3, "Clock")));
+  for (const key of ["ArrowRight", "ArrowRight"]) await page.keyboard.press(key);
+  assert.deepEqual(await within("the end, one step later", show.ended), { code: 0, signal: null });
 });
