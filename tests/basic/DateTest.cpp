@@ -5,12 +5,12 @@
 #include <cmath>
 #include <limits>
 
-#include "ErrorNumber.h"
+#include "support/ErrorOf.h"
 
 namespace basic {
 namespace {
 
-using test::errorNumber;
+using support::errorNumber;
 
 constexpr int FirstDay = -657434;
 constexpr int LastDay = 2958465;

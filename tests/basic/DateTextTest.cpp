@@ -1,17 +1,17 @@
 #include <gtest/gtest.h>
 
-#include "ErrorNumber.h"
 #include "Locales.h"
 #include "basic/Conversion.h"
 #include "basic/DateText.h"
 #include "basic/Format.h"
+#include "support/ErrorOf.h"
 
 namespace basic {
 namespace {
 
+using support::errorNumber;
 using test::american;
 using test::british;
-using test::errorNumber;
 using test::finnish;
 using test::german;
 using test::korean;

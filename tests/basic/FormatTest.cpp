@@ -2,16 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include "ErrorNumber.h"
 #include "Locales.h"
 #include "basic/Conversion.h"
+#include "support/ErrorOf.h"
 
 namespace basic {
 namespace {
 
+using support::errorNumber;
 using test::american;
 using test::british;
-using test::errorNumber;
 using test::german;
 using test::korean;
 

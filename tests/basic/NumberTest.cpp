@@ -7,15 +7,15 @@
 #include <random>
 #include <string>
 
-#include "ErrorNumber.h"
 #include "Locales.h"
 #include "basic/Conversion.h"
+#include "support/ErrorOf.h"
 
 namespace basic {
 namespace {
 
+using support::errorNumber;
 using test::american;
-using test::errorNumber;
 using test::finnish;
 using test::german;
 

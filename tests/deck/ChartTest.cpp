@@ -7,6 +7,7 @@
 #include "support/ChartDeck.h"
 #include "support/ErrorOf.h"
 #include "support/PackageCheck.h"
+#include "support/RecordedChanges.h"
 #include "support/TemporaryFolder.h"
 #include "workbook/Reading.h"
 
@@ -17,6 +18,7 @@ using support::ChartDeck;
 using support::DeckBuilder;
 using support::errorOf;
 using support::faultsOf;
+using support::graphicFrame;
 using support::group;
 using support::series;
 using support::seriesIn;
@@ -40,15 +42,6 @@ MSGraph::Table table(const std::string& text) {
   }
   return table;
 }
-
-struct Changes final : ChangeListener {
-  void shapeChanged(std::int32_t slide, std::uint32_t shape) override {
-    seen.push_back(std::to_string(slide) + "/" + std::to_string(shape));
-  }
-  void slideHiddenChanged(std::int32_t) override {}
-  void linksUpdated() override {}
-  std::vector<std::string> seen;
-};
 
 /// The chart of a deck, refilled as the system does it.
 struct Refilled {
@@ -96,7 +89,7 @@ struct Refilled {
   TemporaryFolder folder;
   std::string original;
   std::shared_ptr<Presentation> deck;
-  Changes changes;
+  support::RecordedChanges changes;
 };
 
 TEST(ChartTest, ChartAndWorkbookTakeMoreRowsAndColumns) {
@@ -166,12 +159,12 @@ TEST(ChartTest, FormattingStaysWithItsSeriesAndPoint) {
 TEST(ChartTest, OnlyWhatChangedIsWrittenAndTold) {
   Refilled chart;
   chart.fill("any corner|North|South/Jan|1|4/Feb|2|5/Mar|3|6");
-  EXPECT_THAT(chart.changes.seen, IsEmpty());
+  EXPECT_THAT(chart.changes.shapes, IsEmpty());
   EXPECT_TRUE(chart.deck->Saved());
   EXPECT_EQ(chart.saved(), chart.original);
   chart.fill("Month|North|South/Jan|1|4/Feb|2|5/Mar|3|7");
   chart.fill("Month|North|South/Jan|1|4/Feb|2|5/Mar|3|7");
-  EXPECT_THAT(chart.changes.seen, ElementsAre("1/7"));
+  EXPECT_THAT(chart.changes.shapes, ElementsAre("1/7"));
   EXPECT_FALSE(chart.deck->Saved());
 }
 
@@ -179,10 +172,10 @@ TEST(ChartTest, TheAuthorsDataComeBackByteForByte) {
   Refilled chart({}, "Month|a|b|c/Jan|1|2|3");
   EXPECT_NE(chart.saved(), chart.original);
   chart.sheet()->Restore();
-  EXPECT_EQ(chart.changes.seen.size(), 2U);
+  EXPECT_EQ(chart.changes.shapes.size(), 2U);
   EXPECT_EQ(chart.saved(), chart.original);
   chart.sheet()->Restore();
-  EXPECT_EQ(chart.changes.seen.size(), 2U) << "there is nothing to put back";
+  EXPECT_EQ(chart.changes.shapes.size(), 2U) << "there is nothing to put back";
   const MSGraph::Table cells = chart.sheet()->Cells();
   EXPECT_EQ(cells.rows(), 4U);
   EXPECT_EQ(std::get<std::string>(cells.cell(0, 2)), "South");
@@ -322,23 +315,19 @@ TEST(ChartTest, WhatCannotBeFilledSaysWhyAndStays) {
     EXPECT_THAT(error, HasSubstr(c.reason));
     EXPECT_THAT(error, HasSubstr("The chart 'Chart' on slide 1 cannot be refilled: "));
     EXPECT_EQ(chart.xml(), before);
-    EXPECT_THAT(chart.changes.seen, IsEmpty());
+    EXPECT_THAT(chart.changes.shapes, IsEmpty());
   }
 }
 
 TEST(ChartTest, OtherObjectsAreNoCharts) {
-  const auto frame = [](const std::string& uri, const std::string& content) {
-    return "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"2\" "
-           "name=\"a\"/></p:nvGraphicFramePr><a:graphic>"
-           "<a:graphicData uri=\"" +
-           uri + "\">" + content + "</a:graphicData></a:graphic></p:graphicFrame>";
-  };
   const std::pair<std::string, const char*> cases[] = {
-      {frame("http://schemas.microsoft.com/office/drawing/2014/chartex", ""), "a chart of a newer kind"},
-      {frame("http://schemas.openxmlformats.org/drawingml/2006/chart", "<c:chart r:id=\"rId77\"/>"),
+      {graphicFrame(2, "a", "http://schemas.microsoft.com/office/drawing/2014/chartex", ""),
+       "a chart of a newer kind"},
+      {graphicFrame(2, "a", "http://schemas.openxmlformats.org/drawingml/2006/chart",
+                    "<c:chart r:id=\"rId77\"/>"),
        "relationship 'rId77' should lead to is missing"},
-      {frame("http://schemas.openxmlformats.org/presentationml/2006/ole",
-             "<p:oleObj progId=\"MSGraph.Chart.8\" r:id=\"rId1\"><p:embed/></p:oleObj>"),
+      {graphicFrame(2, "a", "http://schemas.openxmlformats.org/presentationml/2006/ole",
+                    "<p:oleObj progId=\"MSGraph.Chart.8\" r:id=\"rId1\"><p:embed/></p:oleObj>"),
        "'MSGraph.Chart.8' cannot be refilled"},
       {textShape(2, "a", "x"), "is neither a chart nor an embedded or linked object"},
   };

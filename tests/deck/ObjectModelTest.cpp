@@ -6,40 +6,26 @@
 #include "deck/objects/SlideShowSettings.h"
 #include "support/DeckBuilder.h"
 #include "support/ErrorOf.h"
+#include "support/RecordedChanges.h"
 
 namespace deck::test {
 namespace {
 
 using PowerPoint::ShapeType;
+using support::alternative;
 using support::DeckBuilder;
 using support::errorOf;
+using support::graphicFrame;
+using support::pictureShape;
 using support::textShape;
 using support::ZipEntry;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-std::string picture(int id, const std::string& name, const std::string& nvPr, const std::string& blip) {
-  return "<p:pic><p:nvPicPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
-         "\"/><p:cNvPicPr/><p:nvPr>" + nvPr + "</p:nvPr></p:nvPicPr><p:blipFill><a:blip " + blip +
-         "/></p:blipFill><p:spPr/></p:pic>";
-}
-
-std::string frame(int id, const std::string& name, const std::string& uri, const std::string& content = {}) {
-  return "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
-         "\"/><p:cNvGraphicFramePr/><p:nvPr/></p:nvGraphicFramePr><p:xfrm/><a:graphic><a:graphicData uri=\"" +
-         uri + "\">" + content + "</a:graphicData></a:graphic></p:graphicFrame>";
-}
-
 std::string geometry(const std::string& name, const std::string& cNvSpPr, const std::string& nvPr,
                      const std::string& spPr) {
   return "<p:sp><p:nvSpPr><p:cNvPr id=\"9\" name=\"" + name + "\"/><p:cNvSpPr " + cNvSpPr + "/><p:nvPr>" +
          nvPr + "</p:nvPr></p:nvSpPr><p:spPr>" + spPr + "</p:spPr></p:sp>";
-}
-
-std::string alternative(const std::string& choice, const std::string& fallback) {
-  return "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">"
-         "<mc:Choice Requires=\"x\">" +
-         choice + "</mc:Choice><mc:Fallback>" + fallback + "</mc:Fallback></mc:AlternateContent>";
 }
 
 const std::string Ole = "http://schemas.openxmlformats.org/presentationml/2006/ole";
@@ -64,19 +50,20 @@ TEST(ShapesTest, EveryKindHasItsTypeAndOnlyShapesWithTextAFrame) {
        "name=\"a\"/><p:cNvGrpSpPr/><p:nvPr/></p:nvGrpSpPr><p:grpSpPr/>" +
            textShape(3, "inner", "x") + "</p:grpSp>",
        ShapeType::Group},
-      {picture(2, "a", "", "r:embed=\"rId1\""), ShapeType::Picture},
-      {picture(2, "a", "", "r:link=\"rId1\""), ShapeType::LinkedPicture},
-      {picture(2, "a", "<a:videoFile r:link=\"rId1\"/>", "r:embed=\"rId1\""), ShapeType::Media},
-      {frame(2, "a", schemas + "table", "<a:tbl/>"), ShapeType::Table},
-      {frame(2, "a", schemas + "chart"), ShapeType::Chart},
-      {alternative(frame(2, "a", "http://schemas.microsoft.com/office/drawing/2014/chartex"),
-                   picture(2, "a", "", "")),
+      {pictureShape(2, "a", "<a:blip r:embed=\"rId1\"/>"), ShapeType::Picture},
+      {pictureShape(2, "a", "<a:blip r:link=\"rId1\"/>"), ShapeType::LinkedPicture},
+      {pictureShape(2, "a", "<a:blip r:embed=\"rId1\"/>", "<a:videoFile r:link=\"rId1\"/>"),
+       ShapeType::Media},
+      {graphicFrame(2, "a", schemas + "table", "<a:tbl/>"), ShapeType::Table},
+      {graphicFrame(2, "a", schemas + "chart"), ShapeType::Chart},
+      {alternative(graphicFrame(2, "a", "http://schemas.microsoft.com/office/drawing/2014/chartex"),
+                   pictureShape(2, "a", "")),
        ShapeType::Chart},
-      {frame(2, "a", schemas + "diagram"), ShapeType::Diagram},
-      {frame(2, "a", Ole, "<p:oleObj progId=\"X\" r:id=\"rId1\"><p:embed/></p:oleObj>"),
+      {graphicFrame(2, "a", schemas + "diagram"), ShapeType::Diagram},
+      {graphicFrame(2, "a", Ole, "<p:oleObj progId=\"X\" r:id=\"rId1\"><p:embed/></p:oleObj>"),
        ShapeType::EmbeddedOLEObject},
-      {frame(2, "a", Ole,
-             alternative("<p:oleObj progId=\"X\" r:id=\"rId1\"><p:link/></p:oleObj>", "<p:oleObj/>")),
+      {graphicFrame(2, "a", Ole,
+                    alternative("<p:oleObj progId=\"X\" r:id=\"rId1\"><p:link/></p:oleObj>", "<p:oleObj/>")),
        ShapeType::LinkedOLEObject},
   };
   DeckBuilder deck;
@@ -103,7 +90,7 @@ TEST(ShapesTest, TheFirstOfANameIsFoundInAnyCase) {
 TEST(ShapesTest, ErrorsNameSlideAndShape) {
   DeckBuilder deck;
   deck.addSlide();
-  deck.addSlide(picture(2, "Photo", "", "r:embed=\"rId1\""));
+  deck.addSlide(pictureShape(2, "Photo", "<a:blip r:embed=\"rId1\"/>"));
   const auto presentation = deck.presentation();
   const auto shapes = presentation->Slides()->Item(2)->Shapes();
   EXPECT_THAT(errorOf([&] { static_cast<void>(shapes->Item("Foto")); }),
@@ -151,10 +138,11 @@ TEST(LinksTest, PicturesAndObjectsTellTheirSource) {
   const std::string photo = deck.relate(1, "image", "file:///data/photo.png", true);
   deck.part("ppt/media/film.mp4", "film");
   const std::string film = deck.relate(1, "video", "../media/film.mp4");
-  deck.shapes(1, frame(2, "Book", Ole,
-                       "<p:oleObj progId=\"Excel.Sheet.12\" r:id=\"" + book + "\"><p:link/></p:oleObj>") +
-                     picture(3, "Photo", "", "r:link=\"" + photo + "\"") +
-                     picture(4, "Film", "<a:videoFile r:link=\"" + film + "\"/>", ""));
+  deck.shapes(1,
+              graphicFrame(2, "Book", Ole,
+                           "<p:oleObj progId=\"Excel.Sheet.12\" r:id=\"" + book + "\"><p:link/></p:oleObj>") +
+                  pictureShape(3, "Photo", "<a:blip r:link=\"" + photo + "\"/>") +
+                  pictureShape(4, "Film", "", "<a:videoFile r:link=\"" + film + "\"/>"));
   const auto shapes = deck.presentation()->Slides()->Item(1)->Shapes();
   EXPECT_EQ(shapes->Item("Book")->LinkFormat()->SourceFullName(), "C:\\Data\\Book.xlsx!Sheet1");
   EXPECT_EQ(shapes->Item("Book")->OLEFormat()->ProgID(), "Excel.Sheet.12");
@@ -181,20 +169,12 @@ TEST(SlidesTest, StandInTheOrderOfTheList) {
 }
 
 TEST(SlidesTest, AreHiddenAndShownAgain) {
-  class Listener final : public ChangeListener {
-   public:
-    void shapeChanged(std::int32_t, std::uint32_t) override {}
-    void slideHiddenChanged(std::int32_t slideIndex) override { slides.push_back(slideIndex); }
-    void linksUpdated() override { ++links; }
-    std::vector<std::int32_t> slides;
-    int links = 0;
-  };
   DeckBuilder deck;
   deck.addSlide();
   deck.addSlide();
   deck.slideAttributes(2, "show=\"false\"");
   const auto presentation = deck.presentation();
-  Listener listener;
+  support::RecordedChanges listener;
   presentation->addListener(listener);
   const auto hidden = [&](std::int32_t slide) {
     return presentation->Slides()->Item(slide)->SlideShowTransition();
@@ -207,7 +187,7 @@ TEST(SlidesTest, AreHiddenAndShownAgain) {
   hidden(1)->Hidden(true);
   hidden(2)->Hidden(false);
   EXPECT_FALSE(presentation->Saved());
-  EXPECT_THAT(listener.slides, ElementsAre(1, 2));
+  EXPECT_THAT(listener.hidden, ElementsAre(1, 2));
   EXPECT_THAT(std::string(presentation->slidePart(1).bytes()), HasSubstr(" show=\"0\""));
   EXPECT_EQ(std::string(presentation->slidePart(2).bytes()).find("show="), std::string::npos);
   presentation->UpdateLinks();
@@ -279,10 +259,7 @@ TEST(SettingsTest, AreWhatTheAuthorSetUp) {
     DeckBuilder deck;
     for (int i = 0; i < 3; ++i) deck.addSlide();
     deck.presentationProperties(c.properties);
-    std::string sequence;
-    for (int slide : {3, 1, 3}) sequence += "<p:sld r:id=\"" + DeckBuilder::slideRelationship(slide) + "\"/>";
-    deck.presentationExtra("<p:custShowLst><p:custShow name=\"Short\" id=\"4\"><p:sldLst>" + sequence +
-                           "<p:sld r:id=\"rIdGone\"/></p:sldLst></p:custShow></p:custShowLst>");
+    deck.customShow(4, {3, 1, 3}, "<p:sld r:id=\"rIdGone\"/>");
     const auto presentation = deck.presentation();
     const SlideShowSettings settings(*presentation);
     EXPECT_EQ(settings.ShowType(), c.type);

@@ -10,6 +10,7 @@
 #include "pictures/PictureFile.h"
 #include "support/DeckBuilder.h"
 #include "support/PackageCheck.h"
+#include "support/RecordedChanges.h"
 #include "support/TemporaryFolder.h"
 
 namespace deck::test {
@@ -17,6 +18,7 @@ namespace {
 
 using support::DeckBuilder;
 using support::faultsOf;
+using support::pictureShape;
 using support::TemporaryFolder;
 
 std::string big32(std::uint32_t value) {
@@ -36,22 +38,6 @@ std::string png(const std::string& mark = "", std::uint32_t width = 4, std::uint
 
 const std::string Svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"><script>alert(1)</script></svg>";
 const std::string Jpeg("\xFF\xD8\xFF\xC0\0\x0B\x08\0\x03\0\x04\x01\x01\x11\0\xFF\xDA\0\x02x\xFF\xD9", 23);
-
-std::string pictureShape(int id, const std::string& name, const std::string& blip) {
-  const std::string number = std::to_string(id);
-  return "<p:pic><p:nvPicPr><p:cNvPr id=\"" + number + "\" name=\"" + name +
-         "\"/><p:cNvPicPr/><p:nvPr/></p:nvPicPr><p:blipFill>" + blip +
-         "<a:srcRect l=\"10000\"/><a:stretch><a:fillRect/></a:stretch></p:blipFill><p:spPr><a:xfrm><a:off "
-         "x=\"0\" y=\"0\"/><a:ext cx=\"9\" cy=\"9\"/></a:xfrm><a:prstGeom prst=\"rect\"/></p:spPr></p:pic>";
-}
-
-std::string linkedObject(int id, const std::string& relationship) {
-  return "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"" + std::to_string(id) +
-         "\" name=\"Sheet\"/><p:cNvGraphicFramePr/><p:nvPr/></p:nvGraphicFramePr><p:xfrm/><a:graphic>"
-         "<a:graphicData uri=\"http://schemas.openxmlformats.org/presentationml/2006/ole\"><p:oleObj "
-         "progId=\"Excel.Sheet.12\" r:id=\"" +
-         relationship + "\"><p:link/></p:oleObj></a:graphicData></a:graphic></p:graphicFrame>";
-}
 
 struct PicturesTest : testing::Test {
   TemporaryFolder folder;
@@ -93,12 +79,7 @@ struct PicturesTest : testing::Test {
 
 TEST_F(PicturesTest, AYearOfPicturesLeavesOnePartAndTheFileAsItWas) {
   const auto deck = deckWithPicture();
-  struct Changes final : ChangeListener {
-    int count = 0;
-    void shapeChanged(std::int32_t, std::uint32_t) override { ++count; }
-    void slideHiddenChanged(std::int32_t) override {}
-    void linksUpdated() override {}
-  } changes;
+  support::RecordedChanges changes;
   deck->addListener(changes);
   for (int i = 0; i < 200; ++i) {
     put("a.png", i % 10 == 9 ? Jpeg : png(std::to_string(i)));
@@ -108,7 +89,7 @@ TEST_F(PicturesTest, AYearOfPicturesLeavesOnePartAndTheFileAsItWas) {
   EXPECT_EQ(mediaParts(*deck), 2U);
   EXPECT_EQ(deck->slidePart(1).relationships().size(), 3U);
   show(*deck, "Photo", at("a.png"));
-  EXPECT_EQ(changes.count, 200);
+  EXPECT_EQ(changes.shapes.size(), 200U);
 
   // A copy holds what is on display, under its true kind.
   deck->SaveCopyAs(at("copy.pptx"));
@@ -210,9 +191,12 @@ TEST_F(PicturesTest, LinkedPicturesFollowTheirFileAndStayLinks) {
 TEST_F(PicturesTest, LinkedWorksheetsTellTheirCells) {
   DeckBuilder builder;
   const int slide = builder.addSlide();
+  const std::string link =
+      builder.relate(slide, "oleObject", "file:///C:\\data\\my%20book.xlsx!Sheet1!R2C1:R5C3", true);
   builder.shapes(slide,
-                 linkedObject(7, builder.relate(slide, "oleObject",
-                                                "file:///C:\\data\\my%20book.xlsx!Sheet1!R2C1:R5C3", true)));
+                 support::graphicFrame(
+                     7, "Sheet", "http://schemas.openxmlformats.org/presentationml/2006/ole",
+                     "<p:oleObj progId=\"Excel.Sheet.12\" r:id=\"" + link + "\"><p:link/></p:oleObj>"));
   const auto objects = linkedObjects(*builder.presentation(), slide);
   ASSERT_EQ(objects.size(), 1U);
   EXPECT_EQ(objects[0].shapeId, 7U);

@@ -68,10 +68,7 @@ TEST_F(SlideShowTest, TakesTheWayThatSettingsAndHiddenSlidesLeave) {
     SCOPED_TRACE(c.title);
     deck_ = DeckBuilder();
     if (*c.properties != '\0') deck_.presentationProperties(c.properties);
-    std::string sequence;
-    for (int slide : {3, 1, 3}) sequence += "<p:sld r:id=\"" + DeckBuilder::slideRelationship(slide) + "\"/>";
-    deck_.presentationExtra("<p:custShowLst><p:custShow name=\"x\" id=\"1\"><p:sldLst>" + sequence +
-                            "</p:sldLst></p:custShow></p:custShowLst>");
+    deck_.customShow(1, {3, 1, 3});
     begin(c.slides, c.options);
     EXPECT_EQ(show_->position(), c.first);
     EXPECT_EQ(steps(static_cast<int>(c.next.size())), c.next);
@@ -262,11 +259,11 @@ TEST_F(SlideShowTest, BuildsUpASlideClickByClick) {
 }
 
 TEST_F(SlideShowTest, SkipsWhatTheBeginningHid) {
-  events_.onBegin = [this](PowerPoint::SlideShowWindow& window) {
-    EXPECT_EQ(window.Presentation(), presentation_);
+  events_.onBegin = [this](const auto& window) {
+    EXPECT_EQ(window->Presentation(), presentation_);
     hide(1);
     hide(2);
-    window.View()->PointerType(PowerPoint::SlideShowPointerType::AlwaysHidden);
+    window->View()->PointerType(PowerPoint::SlideShowPointerType::AlwaysHidden);
   };
   begin("vvv");
   EXPECT_THAT(events_.take(), ElementsAre("begin 1", "slide 3"));

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "support/DeckBuilder.h"
+#include "support/RecordedChanges.h"
 
 namespace deck::test {
 namespace {
@@ -10,16 +11,6 @@ using support::DeckBuilder;
 using support::shapeWithParagraphs;
 using support::textShape;
 using testing::HasSubstr;
-
-class CountingListener final : public ChangeListener {
- public:
-  void shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) override {
-    changed.emplace_back(slideIndex, shapeId);
-  }
-  void slideHiddenChanged(std::int32_t) override {}
-  void linksUpdated() override {}
-  std::vector<std::pair<std::int32_t, std::uint32_t>> changed;
-};
 
 /// A presentation with one shape, which holds these paragraphs.
 std::shared_ptr<Presentation> withParagraphs(const std::string& paragraphs) {
@@ -139,20 +130,20 @@ TEST(TextTest, SurvivesSettingSavingAndReading) {
 TEST(TextTest, TheSameTextChangesNothingAndTellsNobody) {
   const auto presentation =
       withParagraphs("<a:p><a:r><a:t>a</a:t></a:r></a:p><a:p><a:r><a:t>b</a:t></a:r></a:p>");
-  CountingListener listener;
+  support::RecordedChanges listener;
   presentation->addListener(listener);
   const std::string before = presentation->package().serialize();
   for (const char* same : {"a\rb", "a\nb", "a\r\nb"}) bodyOf(*presentation)->Text(same);
-  EXPECT_TRUE(listener.changed.empty());
+  EXPECT_TRUE(listener.shapes.empty());
   EXPECT_TRUE(presentation->Saved());
   EXPECT_EQ(presentation->package().serialize(), before);
 
   bodyOf(*presentation)->Text("c");
-  EXPECT_EQ(listener.changed, (std::vector<std::pair<std::int32_t, std::uint32_t>>{{1, 7}}));
+  EXPECT_EQ(listener.shapes, std::vector<std::string>{"1/7"});
   EXPECT_FALSE(presentation->Saved());
   presentation->removeListener(listener);
   bodyOf(*presentation)->Text("d");
-  EXPECT_EQ(listener.changed.size(), 1U);
+  EXPECT_EQ(listener.shapes.size(), 1U);
 }
 
 TEST(TextTest, AShapeWithoutTextBodyGetsOneInItsPlace) {

@@ -8,14 +8,8 @@ namespace deck::test {
 namespace {
 
 using Kind = TransitionEffect::Kind;
+using support::alternative;
 using support::DeckBuilder;
-
-std::string later(const std::string& choice, const std::string& fallback) {
-  return "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\" "
-         "xmlns:p14=\"http://schemas.microsoft.com/office/powerpoint/2010/main\"><mc:Choice "
-         "Requires=\"p14\">" +
-         choice + "</mc:Choice><mc:Fallback>" + fallback + "</mc:Fallback></mc:AlternateContent>";
-}
 
 TEST(TransitionEffectTest, ReadsHowSlidesComeIn) {
   struct Case {
@@ -36,13 +30,14 @@ TEST(TransitionEffectTest, ReadsHowSlidesComeIn) {
       {"<p:transition><p:split/></p:transition>", {Kind::Split, "horz-out", false, 500}},
       {"<p:transition><p:cut/></p:transition>", {Kind::Cut, "", false, 500}},
       {"<p:transition><p:newsflash/></p:transition>", {Kind::Fade, "", false, 500}},
-      {later("<p:transition spd=\"med\" p14:dur=\"700\"><p:fade/></p:transition>",
-             "<p:transition spd=\"med\"><p:fade/></p:transition>"),
+      {alternative("<p:transition spd=\"med\" p14:dur=\"700\"><p:fade/></p:transition>",
+                   "<p:transition spd=\"med\"><p:fade/></p:transition>"),
        {Kind::Fade, "", false, 700}},
-      {later("<p:transition spd=\"slow\" p14:dur=\"1200\"><p14:pan dir=\"u\"/></p:transition>",
-             "<p:transition spd=\"slow\"><p:push dir=\"u\"/></p:transition>"),
+      {alternative("<p:transition spd=\"slow\" p14:dur=\"1200\"><p14:pan dir=\"u\"/></p:transition>",
+                   "<p:transition spd=\"slow\"><p:push dir=\"u\"/></p:transition>"),
        {Kind::Push, "u", false, 1200}},
-      {later("<p:transition p14:dur=\"-5\"><p14:vortex/></p:transition>", ""), {Kind::Fade, "", false, 0}},
+      {alternative("<p:transition p14:dur=\"-5\"><p14:vortex/></p:transition>", ""),
+       {Kind::Fade, "", false, 0}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.xml);

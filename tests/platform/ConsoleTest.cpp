@@ -7,18 +7,12 @@
 #include <cstdlib>
 #include <string>
 
+#include "fakes/FakeServices.h"
 #include "platform/MessageBox.h"
 #include "platform/ProgressMeter.h"
 
 namespace platform {
 namespace {
-
-class NoLoop final : public host::Loop {
- public:
-  std::unique_ptr<host::Timer> CreateTimer(std::function<void()>) override { return nullptr; }
-  void DoEvents() override { ++waits; }
-  int waits = 0;
-};
 
 /// A terminal and who sits at it.
 class Terminal {
@@ -76,7 +70,7 @@ class Pipe {
 };
 
 TEST(MessageBox, WritesLinesAndTakesTheFirstButtonWithoutATerminal) {
-  NoLoop loop;
+  fakes::Loop loop;
   const Pipe pipe;
   MessageBox box(loop, 0, pipe.program());
   EXPECT_EQ(box.MsgBox("Bad\x1b[2J\r\nthing", host::vbExclamation, "Title"), host::MsgBoxResult::OK);
@@ -95,7 +89,7 @@ TEST(MessageBox, AsksOnATerminal) {
       {host::vbYesNo, "\n", host::MsgBoxResult::Yes},   {host::vbYesNo, "maybe\nn\n", host::MsgBoxResult::No},
       {host::vbYesNo, "\x04", host::MsgBoxResult::Yes}, {host::vbOKCancel, "", host::MsgBoxResult::OK}};
   for (const auto& c : cases) {
-    NoLoop loop;
+    fakes::Loop loop;
     const Terminal terminal;
     terminal.type(c.typed);
     MessageBox box(loop, terminal.program(), terminal.program());
@@ -104,21 +98,12 @@ TEST(MessageBox, AsksOnATerminal) {
 }
 
 TEST(MessageBox, LetsTheLoopGoOnWhileItWaits) {
-  class Typist final : public host::Loop {
-   public:
-    explicit Typist(const Terminal& terminal) : terminal_(terminal) {}
-    std::unique_ptr<host::Timer> CreateTimer(std::function<void()>) override { return nullptr; }
-    void DoEvents() override {
-      if (++waits_ == 3) terminal_.type("n\n");
-    }
-
-   private:
-    const Terminal& terminal_;
-    int waits_ = 0;
-  };
   const Terminal terminal;
-  Typist typist(terminal);
-  MessageBox box(typist, terminal.program(), terminal.program());
+  fakes::Loop loop;
+  loop.onDoEvents = [&] {
+    if (loop.doEvents == 3) terminal.type("n\n");
+  };
+  MessageBox box(loop, terminal.program(), terminal.program());
   EXPECT_EQ(box.MsgBox("Open?", host::vbYesNo, "Title"), host::MsgBoxResult::No);
 }
 

@@ -9,6 +9,7 @@
 #include <thread>
 #include <vector>
 
+#include "fakes/FakeServices.h"
 #include "platform/Files.h"
 #include "platform/Looks.h"
 #include "platform/Sandbox.h"
@@ -54,24 +55,6 @@ TEST_F(MountTableTest, TellsByPathAloneWhatLiesElsewhere) {
 
 class NetworkDrivesTest : public Sandbox {
  protected:
-  /// Time passes while somebody waits, and only then.
-  class Loop final : public host::Loop {
-   public:
-    std::unique_ptr<host::Timer> CreateTimer(std::function<void()>) override { return nullptr; }
-    void DoEvents() override {
-      ++events;
-      if (onDoEvents) onDoEvents();
-    }
-    int events = 0;
-    std::function<void()> onDoEvents;
-  };
-  class Clock final : public host::Clock {
-   public:
-    basic::Date Now() const override { return {}; }
-    float Timer() const override { return 0; }
-    std::int64_t TickCount() const override { return now; }
-    std::int64_t now = 0;
-  };
   /// Work that a dead server holds up.
   struct Held {
     std::promise<void> promise;
@@ -90,7 +73,7 @@ class NetworkDrivesTest : public Sandbox {
   ~NetworkDrivesTest() override { host::Use({}); }
 
   void letTimePass(std::int64_t milliseconds) {
-    loop_.onDoEvents = [this, milliseconds] { clock_.now += milliseconds; };
+    loop_.onDoEvents = [this, milliseconds] { loop_.Pass(milliseconds); };
   }
   std::string errorOfAsking(
       const std::string& path, host::Drives::Work work = [](const auto&) {}) {
@@ -100,8 +83,9 @@ class NetworkDrivesTest : public Sandbox {
     return "'" + path + "' cannot be reached: the network drive '" + drive + "' does not answer.";
   }
 
-  Loop loop_;
-  Clock clock_;
+  /// Time passes while somebody waits, and only then.
+  fakes::Loop loop_;
+  fakes::Clock clock_{loop_};
   std::vector<NetworkMount> mounts_ = {{1, "/far"}, {2, "/other"}};
   NetworkDrives drives_{loop_, clock_, [this](const std::string& path) -> std::optional<NetworkMount> {
                           for (const NetworkMount& mount : mounts_) {
@@ -115,20 +99,20 @@ TEST_F(NetworkDrivesTest, LocalFilesAreAskedOnTheSpot) {
   std::thread::id where;
   drives_.Ask("/near/x", [&](const auto&) { where = std::this_thread::get_id(); });
   EXPECT_EQ(where, std::this_thread::get_id());
-  EXPECT_EQ(loop_.events, 0);
+  EXPECT_EQ(loop_.doEvents, 0);
 }
 
 TEST_F(NetworkDrivesTest, TheLoopRunsWhileAnotherMachineIsAsked) {
   std::promise<void> answer;
   loop_.onDoEvents = [&] {
-    if (loop_.events == 5) answer.set_value();
+    if (loop_.doEvents == 5) answer.set_value();
   };
   const std::thread::id where = host::OnDrive("/far/x", [wait = answer.get_future().share()](const auto&) {
     wait.wait();
     return std::this_thread::get_id();
   });
   EXPECT_NE(where, std::this_thread::get_id());
-  EXPECT_GE(loop_.events, 5);
+  EXPECT_GE(loop_.doEvents, 5);
   EXPECT_EQ(errorOfAsking("/far/x", [](const auto&) { throw basic::Error(53, "x", "not there"); }),
             "not there");
 }
@@ -137,26 +121,26 @@ TEST_F(NetworkDrivesTest, ASilentDriveFailsAllAtOnceAndIsAskedAgainEvery10Second
   Held held;
   letTimePass(100);
   EXPECT_EQ(errorOfAsking("/far/x", held.work()), silent("/far/x", "/far"));
-  EXPECT_GE(clock_.now, 2000);
-  EXPECT_LE(clock_.now, 2200);
+  EXPECT_GE(loop_.Now(), 2000);
+  EXPECT_LE(loop_.Now(), 2200);
 
   const auto failsAtOnce = [&](const std::string& path, const host::Drives::Work& work) {
-    const int before = loop_.events;
+    const int before = loop_.doEvents;
     EXPECT_EQ(errorOfAsking(path, work), silent(path, "/far"));
-    EXPECT_EQ(loop_.events, before) << "nobody waits for a silent drive";
+    EXPECT_EQ(loop_.doEvents, before) << "nobody waits for a silent drive";
   };
   auto asked = std::make_shared<std::atomic<int>>(0);
   const auto count = [asked, work = held.work()](const auto& gettingOn) {
     ++*asked;
     work(gettingOn);
   };
-  clock_.now += 9000;
+  loop_.Pass(9000);
   failsAtOnce("/far/y", count);
   EXPECT_EQ(*asked, 0);
-  clock_.now += 1000;
+  loop_.Pass(1000);
   failsAtOnce("/far/y", count);
   while (*asked == 0) std::this_thread::yield();
-  clock_.now += 9000;
+  loop_.Pass(9000);
   failsAtOnce("/far/y", count);
   EXPECT_EQ(*asked, 1);
 
@@ -169,7 +153,7 @@ TEST_F(NetworkDrivesTest, ADriveThatAnswersAgainIsAskedAsBefore) {
   letTimePass(100);
   EXPECT_NE(errorOfAsking("/far/x", held.work()), "no error");
   letTimePass(0);
-  clock_.now += 10000;
+  loop_.Pass(10000);
   EXPECT_NE(errorOfAsking("/far/x"), "no error");
   // What was tried in the background has been answered; the next one is let through.
   std::string error;
@@ -183,8 +167,8 @@ TEST_F(NetworkDrivesTest, WhatIsLongButGetsOnIsNotSilent) {
   std::counting_semaphore<> go(0);
   std::counting_semaphore<> moved(0);
   loop_.onDoEvents = [&] {
-    if (loop_.events > Steps) return;
-    clock_.now += 1500;
+    if (loop_.doEvents > Steps) return;
+    loop_.Pass(1500);
     go.release();
     moved.acquire();
   };
@@ -195,7 +179,7 @@ TEST_F(NetworkDrivesTest, WhatIsLongButGetsOnIsNotSilent) {
       moved.release();
     }
   });
-  EXPECT_EQ(clock_.now, Steps * 1500);
+  EXPECT_EQ(loop_.Now(), Steps * 1500);
 }
 
 TEST_F(NetworkDrivesTest, OfALookThatIsLateTheLastAnswerStands) {
@@ -209,7 +193,7 @@ TEST_F(NetworkDrivesTest, OfALookThatIsLateTheLastAnswerStands) {
     const auto late = [hold = held.work()] { return hold([] {}), 2; };
     letTimePass(50);
     EXPECT_EQ(look("x", late), 1);
-    EXPECT_EQ(clock_.now, 200);
+    EXPECT_EQ(loop_.Now(), 200);
   }
   letTimePass(0);
   int seen = 1;
@@ -220,11 +204,11 @@ TEST_F(NetworkDrivesTest, OfALookThatIsLateTheLastAnswerStands) {
   const auto never = [hold = held.work()] { return hold([] {}), 4; };
   letTimePass(50);
   EXPECT_EQ(look("x", never), 3);
-  const int before = loop_.events;
+  const int before = loop_.doEvents;
   EXPECT_EQ(look("y", never), 1);
   EXPECT_EQ(look("x", never), 3);
-  EXPECT_EQ(loop_.events, before) << "one that is late is enough to wait for";
-  clock_.now += 2000;
+  EXPECT_EQ(loop_.doEvents, before) << "one that is late is enough to wait for";
+  loop_.Pass(2000);
   EXPECT_EQ(errorOf([&] { look("x", never); }), silent("/far/x", "/far"));
   EXPECT_EQ(errorOf([&] { look("y", never); }), silent("/far/y", "/far"));
 }
@@ -239,7 +223,7 @@ TEST_F(NetworkDrivesTest, ThreadsThatHangAreFew) {
   letTimePass(100);
   for (int i = 0; i < 100; ++i) {
     EXPECT_NE(errorOfAsking("/far/x", work), "no error");
-    clock_.now += 10000;
+    loop_.Pass(10000);
   }
   while (*begun < 4) std::this_thread::yield();
   EXPECT_EQ(*begun, 4);

@@ -1,28 +1,27 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <map>
 #include <optional>
 #include <string>
 
-#include "basic/Error.h"
+#include "support/ErrorOf.h"
+#include "support/TemporaryFolder.h"
 
 namespace platform {
+
+using support::errorOf;
 
 /// A folder of its own, which is the user's home, and an environment that is
 /// put back at the end.
 class Sandbox : public testing::Test {
  protected:
   Sandbox() {
-    std::string name = (std::filesystem::temp_directory_path() / "lumenfold-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
     setVariable("HOME", folder_.c_str());
     for (const char* variable :
          {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "LC_ALL", "LC_TIME", "LC_NUMERIC", "LANG"}) {
@@ -31,7 +30,6 @@ class Sandbox : public testing::Test {
   }
   ~Sandbox() override {
     for (const auto& [variable, value] : before_) set(variable, value ? value->c_str() : nullptr);
-    std::filesystem::remove_all(folder_);
   }
 
   /// Null removes it.
@@ -53,17 +51,6 @@ class Sandbox : public testing::Test {
     return {std::istreambuf_iterator<char>(stream), {}};
   }
 
-  static std::string errorOf(const std::function<void()>& action) {
-    try {
-      action();
-    } catch (const basic::Error& error) {
-      return error.description;
-    }
-    return "no error";
-  }
-
-  std::string folder_;
-
  private:
   static void set(const std::string& variable, const char* value) {
     if (value != nullptr) {
@@ -73,7 +60,11 @@ class Sandbox : public testing::Test {
     }
   }
 
+  support::TemporaryFolder temporary_;
   std::map<std::string, std::optional<std::string>> before_;
+
+ protected:
+  const std::string folder_ = temporary_.path().string();
 };
 
 }  // namespace platform

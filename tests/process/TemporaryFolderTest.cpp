@@ -7,6 +7,8 @@
 #include <fstream>
 #include <optional>
 
+#include "support/TemporaryFolder.h"
+
 namespace process {
 namespace {
 
@@ -14,15 +16,8 @@ namespace fs = std::filesystem;
 
 class TemporaryFolderTest : public testing::Test {
  protected:
-  TemporaryFolderTest() {
-    std::string name = (fs::temp_directory_path() / "folders-XXXXXX").string();
-    among_ = mkdtemp(name.data());
-    setenv("TMPDIR", among_.c_str(), 1);
-  }
-  ~TemporaryFolderTest() override {
-    unsetenv("TMPDIR");
-    fs::remove_all(among_);
-  }
+  TemporaryFolderTest() { setenv("TMPDIR", among_.c_str(), 1); }
+  ~TemporaryFolderTest() override { unsetenv("TMPDIR"); }
   fs::path leave(const std::string& name, std::chrono::seconds age) {
     fs::create_directories(among_ / name / "profile");
     std::ofstream(among_ / name / "profile" / "settings") << "x";
@@ -33,7 +28,8 @@ class TemporaryFolderTest : public testing::Test {
     fs::last_write_time(folder, fs::file_time_type::clock::now() - age);
   }
 
-  fs::path among_;
+  support::TemporaryFolder temporary_;
+  const fs::path& among_ = temporary_.path();
 };
 
 TEST_F(TemporaryFolderTest, GoesWithAllThatIsInIt) {

@@ -106,13 +106,9 @@ DeckBuilder ChartDeck::build() const {
   DeckBuilder deck;
   const int slide = deck.addSlide();
   const std::string schemas = "http://schemas.openxmlformats.org/drawingml/2006/";
-  deck.shapes(
-      slide,
-      "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"7\" name=\"Chart\"/><p:cNvGraphicFramePr/><p:nvPr/>"
-      "</p:nvGraphicFramePr><p:xfrm/><a:graphic><a:graphicData uri=\"" +
-          schemas + "chart\"><x:chart xmlns:x=\"" + schemas + "chart\" r:id=\"" +
-          deck.relate(slide, "chart", "../charts/chart1.xml") +
-          "\"/></a:graphicData></a:graphic></p:graphicFrame>");
+  deck.shapes(slide, graphicFrame(7, "Chart", schemas + "chart",
+                                  "<x:chart xmlns:x=\"" + schemas + "chart\" r:id=\"" +
+                                      deck.relate(slide, "chart", "../charts/chart1.xml") + "\"/>"));
   std::string axes;
   for (const char* id : {"11", "12", "21", "22"}) {
     const std::string element = id[1] == '1' ? "c:catAx" : "c:valAx";

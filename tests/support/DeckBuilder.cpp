@@ -97,6 +97,27 @@ std::string shapeWithParagraphs(int id, const std::string& name, const std::stri
          "</p:txBody></p:sp>";
 }
 
+std::string pictureShape(int id, const std::string& name, const std::string& blip, const std::string& nvPr) {
+  return "<p:pic><p:nvPicPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
+         "\"/><p:cNvPicPr/><p:nvPr>" + nvPr + "</p:nvPr></p:nvPicPr><p:blipFill>" + blip +
+         "<a:srcRect l=\"10000\"/><a:stretch><a:fillRect/></a:stretch></p:blipFill><p:spPr><a:xfrm><a:off "
+         "x=\"0\" y=\"0\"/><a:ext cx=\"9\" cy=\"9\"/></a:xfrm><a:prstGeom prst=\"rect\"/></p:spPr></p:pic>";
+}
+
+std::string graphicFrame(int id, const std::string& name, const std::string& uri,
+                         const std::string& content) {
+  return "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
+         "\"/><p:cNvGraphicFramePr/><p:nvPr/></p:nvGraphicFramePr><p:xfrm/><a:graphic><a:graphicData uri=\"" +
+         uri + "\">" + content + "</a:graphicData></a:graphic></p:graphicFrame>";
+}
+
+std::string alternative(const std::string& choice, const std::string& fallback) {
+  return "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\" "
+         "xmlns:p14=\"http://schemas.microsoft.com/office/powerpoint/2010/main\"><mc:Choice "
+         "Requires=\"p14\">" +
+         choice + "</mc:Choice><mc:Fallback>" + fallback + "</mc:Fallback></mc:AlternateContent>";
+}
+
 std::string tagsReference(const std::string& relationshipId) {
   return "<p:custDataLst><p:tags r:id=\"" + relationshipId + "\"/></p:custDataLst>";
 }
@@ -129,6 +150,13 @@ std::string DeckBuilder::addTags(const std::vector<std::pair<std::string, std::s
 
 void DeckBuilder::presentationTags(const std::vector<std::pair<std::string, std::string>>& tags) {
   presentationTags_ = addTags(tags).substr(3);
+}
+
+void DeckBuilder::customShow(int id, const std::vector<int>& slides, const std::string& more) {
+  std::string sequence;
+  for (const int slide : slides) sequence += "<p:sld r:id=\"" + slideRelationship(slide) + "\"/>";
+  presentationExtra("<p:custShowLst><p:custShow name=\"Short\" id=\"" + std::to_string(id) + "\"><p:sldLst>" +
+                    sequence + more + "</p:sldLst></p:custShow></p:custShowLst>");
 }
 
 void DeckBuilder::part(const std::string& name, const std::string& content, const std::string& type) {

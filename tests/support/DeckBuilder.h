@@ -16,6 +16,14 @@ namespace support {
 std::string textShape(int id, const std::string& name, const std::string& text, const std::string& nvPr = {});
 /// XML of a p:sp with this p:txBody content (paragraphs).
 std::string shapeWithParagraphs(int id, const std::string& name, const std::string& paragraphs);
+/// XML of a p:pic with this a:blip; `nvPr` goes into its p:nvPr.
+std::string pictureShape(int id, const std::string& name, const std::string& blip,
+                         const std::string& nvPr = {});
+/// XML of a p:graphicFrame with this content of its a:graphicData.
+std::string graphicFrame(int id, const std::string& name, const std::string& uri,
+                         const std::string& content = {});
+/// XML of an mc:AlternateContent for readers that know the namespace p14.
+std::string alternative(const std::string& choice, const std::string& fallback);
 /// XML of a p:custDataLst with one reference to tags.
 std::string tagsReference(const std::string& relationshipId);
 
@@ -49,6 +57,8 @@ class DeckBuilder {
   void presentationProperties(const std::string& xml) { properties_ = xml; }
   /// XML between p:notesSz and the end of the presentation, such as a p:custShowLst.
   void presentationExtra(const std::string& xml) { presentationExtra_ = xml; }
+  /// The presentation's one custom show; `more` stands behind its slides.
+  void customShow(int id, const std::vector<int>& slides, const std::string& more = {});
   /// The id of the presentation's relationship to a slide.
   [[nodiscard]] static std::string slideRelationship(int slide) {
     return "rId" + std::to_string(100 + slide);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -15,6 +16,16 @@ inline std::string errorOf(const std::function<void()>& action) {
     return error.description;
   }
   return "no error";
+}
+
+/// The number of that error, 0 if there is none.
+inline std::int32_t errorNumber(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const basic::Error& error) {
+    return error.number;
+  }
+  return 0;
 }
 
 }  // namespace support

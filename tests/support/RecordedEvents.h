@@ -23,19 +23,25 @@ class RecordedEvents final : public PowerPoint::ApplicationEvents {
   }
   void SlideShowBegin(const Window& window) override {
     log.push_back("begin " + std::to_string(window->View()->CurrentShowPosition()));
-    if (onBegin) onBegin(*window);
+    if (onBegin) onBegin(window);
   }
   void SlideShowNextSlide(const Window& window) override {
     log.push_back("slide " + std::to_string(window->View()->CurrentShowPosition()));
+    if (onSlide) onSlide(window);
   }
-  void SlideShowEnd(const Presentation&) override { log.emplace_back("end"); }
+  void SlideShowEnd(const Presentation&) override {
+    log.emplace_back("end");
+    if (onEnd) onEnd();
+  }
 
   /// What was written since the last call.
   std::vector<std::string> take() { return std::exchange(log, {}); }
 
   std::vector<std::string> log;
   std::function<void(PowerPoint::Presentation&)> onSave;
-  std::function<void(PowerPoint::SlideShowWindow&)> onBegin;
+  std::function<void(const Window&)> onBegin;
+  std::function<void(const Window&)> onSlide;
+  std::function<void()> onEnd;
 };
 
 }  // namespace support

@@ -2,28 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include "basic/Error.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
 #include "model/modTags.h"
+#include "support/ErrorOf.h"
 
 namespace LF2000 {
 namespace {
 
+using support::errorNumber;
+
 struct ModelTest : testing::Test {
   fakes::Machine machine;
 };
-
-std::int32_t NumberOf(const std::function<void()>& operation) {
-  try {
-    operation();
-  } catch (const basic::Error& error) {
-    return error.number;
-  }
-  return 0;
-}
 
 TEST_F(ModelTest, SlidePropertiesParseWithTheirAsymmetry) {
   const struct {
@@ -54,12 +47,12 @@ TEST_F(ModelTest, ScrollEntriesAreBoundedAndFilledInOrder) {
   clsSlide slide;
   slide.SetScrollStep("999", 4);
   EXPECT_EQ(slide.ScrollStep(" 999 "), 4);
-  EXPECT_EQ(NumberOf([&] { slide.SetScrollStep("1000", 1); }), 9);
-  EXPECT_EQ(NumberOf([&] { (void)slide.ScrollTime("-1"); }), 9);
-  EXPECT_EQ(NumberOf([&] { (void)slide.ScrollEnabled("Title 1"); }), 13);
+  EXPECT_EQ(errorNumber([&] { slide.SetScrollStep("1000", 1); }), 9);
+  EXPECT_EQ(errorNumber([&] { (void)slide.ScrollTime("-1"); }), 9);
+  EXPECT_EQ(errorNumber([&] { (void)slide.ScrollEnabled("Title 1"); }), 13);
 
   slide.AddScrollInfo("7", "True\t2\t500");
-  EXPECT_NE(NumberOf([&] { slide.AddScrollInfo("7", "False\t3"); }), 0);
+  EXPECT_NE(errorNumber([&] { slide.AddScrollInfo("7", "False\t3"); }), 0);
   EXPECT_FALSE(slide.ScrollEnabled("7"));
   EXPECT_EQ(slide.ScrollStep("7"), 3);
   EXPECT_EQ(slide.ScrollTime("7"), 500);

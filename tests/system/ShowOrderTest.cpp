@@ -9,6 +9,7 @@
 #include "fakes/FakeServices.h"
 #include "runtime/clsRuntime.h"
 #include "support/DeckBuilder.h"
+#include "support/RecordedEvents.h"
 
 namespace LF2000 {
 namespace {
@@ -16,17 +17,24 @@ namespace {
 using testing::ElementsAre;
 
 /// Slides with one text each from a file of its own, that hide while it holds no value.
-struct ShowOrderTest : testing::Test, PowerPoint::ApplicationEvents {
+struct ShowOrderTest : testing::Test {
   fakes::Machine machine;
   support::DeckBuilder builder;
   std::shared_ptr<deck::Application> application = std::make_shared<deck::Application>();
   std::shared_ptr<deck::Presentation> deck;
   std::shared_ptr<deck::SlideShow> show;
   clsRuntime runtime;
+  support::RecordedEvents events;
 
   ShowOrderTest() {
     modErrors::SlideShowRunning = true;
-    application->Advise(this);
+    application->Advise(&events);
+    events.onBegin = [this](const auto& window) {
+      runtime.ActivePresentation(window->Presentation());
+      runtime.StartTimers(window);
+    };
+    events.onSlide = [this](const auto& window) { runtime.SlideShowNextSlide(window); };
+    events.onEnd = [this] { runtime.UnSetLinkedObjects(); };
   }
   ~ShowOrderTest() override {
     if (show) show->end();
@@ -67,21 +75,6 @@ struct ShowOrderTest : testing::Test, PowerPoint::ApplicationEvents {
   void WriteAll(const std::string& value) {
     for (int slide = 1; slide <= deck->slideCount(); ++slide) Write(slide, value);
   }
-
-  void NewPresentation(const std::shared_ptr<PowerPoint::Presentation>&) override {}
-  void PresentationOpen(const std::shared_ptr<PowerPoint::Presentation>&) override {}
-  void PresentationClose(const std::shared_ptr<PowerPoint::Presentation>&) override {}
-  void PresentationSave(const std::shared_ptr<PowerPoint::Presentation>&) override {}
-  void SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) override {
-    runtime.ActivePresentation(window->Presentation());
-    runtime.StartTimers(window);
-  }
-  void SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) override {
-    runtime.SlideShowNextSlide(window);
-  }
-  void SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>&) override {
-    runtime.UnSetLinkedObjects();
-  }
 };
 
 TEST_F(ShowOrderTest, ARangeLeavesTheOtherSlidesAloneAndItsHiddenSlideReturns) {
@@ -105,12 +98,7 @@ TEST_F(ShowOrderTest, ARangeLeavesTheOtherSlidesAloneAndItsHiddenSlideReturns) {
 }
 
 TEST_F(ShowOrderTest, ACustomShowKeepsItsNextSlideFresh) {
-  std::string sequence;
-  for (const int slide : {4, 2, 1}) {
-    sequence += "<p:sld r:id=\"" + support::DeckBuilder::slideRelationship(slide) + "\"/>";
-  }
-  builder.presentationExtra("<p:custShowLst><p:custShow name=\"x\" id=\"1\"><p:sldLst>" + sequence +
-                            "</p:sldLst></p:custShow></p:custShowLst>");
+  builder.customShow(1, {4, 2, 1});
   builder.presentationProperties("<p:showPr loop=\"1\"><p:custShow id=\"1\"/></p:showPr>");
   Begin({"a", "b", "c", "d"}, {});
   ASSERT_EQ(show->position(), 4);

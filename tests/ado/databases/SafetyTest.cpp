@@ -5,13 +5,13 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "ado/Recordsets.h"
 #include "ado/databases/Servers.h"
 #include "basic/Strings.h"
+#include "support/TemporaryFolder.h"
 
 namespace ado::test {
 namespace {
@@ -22,18 +22,9 @@ const std::string Trap = LUMENFOLD_TRAP;
 
 class Safety : public testing::Test {
  protected:
-  Safety() {
-    std::string path = (std::filesystem::temp_directory_path() / "lumenfold.XXXXXX").string();
-    folder_ = ::mkdtemp(path.data());
-    ::unsetenv("LUMENFOLD_TRAP_SPRUNG");
-  }
-  ~Safety() override { std::filesystem::remove_all(folder_); }
+  Safety() { ::unsetenv("LUMENFOLD_TRAP_SPRUNG"); }
 
-  [[nodiscard]] std::string path(const std::string& name) const { return (folder_ / name).string(); }
-  std::string write(const std::string& name, const std::string& text) const {
-    std::ofstream(folder_ / name) << text;
-    return path(name);
-  }
+  [[nodiscard]] std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
   /// What the first row says, or why there is none.
   static std::string outcome(const std::string& connectionString, const std::string& statement) {
     std::string found;
@@ -52,18 +43,18 @@ class Safety : public testing::Test {
   }
   [[nodiscard]] std::vector<std::string> files() const {
     std::vector<std::string> names;
-    for (const auto& each : std::filesystem::directory_iterator(folder_))
+    for (const auto& each : std::filesystem::directory_iterator(folder_.path()))
       names.push_back(each.path().filename());
     return names;
   }
 
-  std::filesystem::path folder_;
+  support::TemporaryFolder folder_;
 };
 
 TEST_F(Safety, NoConnectionStringLoadsALibrary) {
-  const std::string fileSource = write("trap.dsn", "[ODBC]\nDRIVER=" + Trap + "\n");
+  const std::string fileSource = folder_.write("trap.dsn", "[ODBC]\nDRIVER=" + Trap + "\n");
   const std::string extending =
-      write("extending.dsn", "[ODBC]\nDRIVER=SQLite3\nDatabase=:memory:\nLoadExt=" + Trap + "\n");
+      folder_.write("extending.dsn", "[ODBC]\nDRIVER=SQLite3\nDatabase=:memory:\nLoadExt=" + Trap + "\n");
   const std::string sqlite = "Driver={SQLite3};Database=:memory:;";
   for (const std::string& text : std::vector<std::string>{
            "Driver=" + Trap, "Driver={" + Trap + "};Database=x", "driver='" + Trap + "'",
@@ -72,15 +63,15 @@ TEST_F(Safety, NoConnectionStringLoadsALibrary) {
            sqlite + "LoadExt=" + Trap, "Provider=SQLite;Data Source=:memory:;LOADEXT=" + Trap,
            sqlite + "PWD={a;LoadExt=" + Trap + ";b}", sqlite + "PWD={a}};LoadExt=" + Trap + ";b}",
            "Driver={SQLite3};Database=\":memory:;LoadExt=" + Trap + "\"",
-           "Driver={MariaDB Unicode};Server=127.0.0.1;Port=1;PLUGIN_DIR=" + folder_.string(),
-           "Driver={PostgreSQL Unicode};Servername=" + folder_.string() + ";TranslationDLL=" + Trap}) {
+           "Driver={MariaDB Unicode};Server=127.0.0.1;Port=1;PLUGIN_DIR=" + folder_.path().string(),
+           "Driver={PostgreSQL Unicode};Servername=" + folder_.path().string() + ";TranslationDLL=" + Trap}) {
     EXPECT_NE(outcome(text, "SELECT 'connected' AS Found"), "connected") << text;
     EXPECT_EQ(::getenv("LUMENFOLD_TRAP_SPRUNG"), nullptr) << text;
   }
 }
 
 TEST_F(Safety, NoStatementLoadsALibrary) {
-  const std::string file = "Provider=SQLite;Data Source=" + write("empty.db", "");
+  const std::string file = "Provider=SQLite;Data Source=" + folder_.write("empty.db", "");
   for (const std::string call : {"load_extension('%')", "{fn load_extension('%')}", "\"LOAD_extension\"('%')",
                                  "[load_extension]('%', 'sqlite3_extension_init')"}) {
     EXPECT_THAT(outcome(file, "SELECT " + basic::Replace(call, "%", Trap) + " AS Found"),
@@ -101,7 +92,7 @@ TEST_F(Safety, NoConnectionStringWritesAFile) {
            tds + "PWD={x};DumpFile=" + target, tds + "PWD={x}};DumpFile=" + target + ";y}",
            tds + "PWD=\"x};DumpFile=" + target + ";y\"",
            "Driver={PostgreSQL Unicode};Servername=127.0.0.1;Port=1;Debug=1;CommLog=1;Logdir=" +
-               folder_.string()}) {
+               folder_.path().string()}) {
     EXPECT_NE(outcome(text, "SELECT 'connected' AS Found"), "connected") << text;
     EXPECT_THAT(files(), testing::IsEmpty()) << text;
   }
@@ -111,9 +102,9 @@ TEST_F(Safety, FilesAndSourcesWithBlanksInTheirNamesAreRead) {
   const std::string file = path("a (b) {c} 'd'.db");
   const std::string sample = sqlite().connectionString();
   std::filesystem::copy_file(sample.substr(sample.rfind('=') + 1), file);
-  const std::string sources = write("odbc.ini", "[my shop]\nDriver=SQLite3\nDatabase=" + file + "\n");
-  const std::string fileSource =
-      write("file source.dsn", "[ODBC]\n; comment\nDRIVER = {SQLite3}\nDatabase=" + file + "\nPWD=s3cret\n");
+  const std::string sources = folder_.write("odbc.ini", "[my shop]\nDriver=SQLite3\nDatabase=" + file + "\n");
+  const std::string fileSource = folder_.write(
+      "file source.dsn", "[ODBC]\n; comment\nDRIVER = {SQLite3}\nDatabase=" + file + "\nPWD=s3cret\n");
   ::setenv("ODBCINI", sources.c_str(), 1);
   for (const std::string& text : std::vector<std::string>{
            "Provider=SQLite;Data Source=" + file, "Driver={SQLite3};Database=" + file, "DSN=my shop",
