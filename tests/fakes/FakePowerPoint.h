@@ -9,6 +9,7 @@
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "host/addin.h"
 #include "host/powerpoint.h"
 
 /// A presentation host in memory: objects with public state, so that a test sets
@@ -201,6 +202,39 @@ class Slide final : public PowerPoint::Slide,
     shapes.push_back(std::make_shared<fakes::Shape>(std::move(name)));
     return *shapes.back();
   }
+  /// A text or, by its type 3, a picture that shows a value of a connection.
+  fakes::Shape& AddField(std::string name, int row, const std::string& connection = "001",
+                         const std::string& column = "Price", int sourceType = 2) {
+    fakes::Shape& shape = Add(std::move(name));
+    shape.hasTextFrame = sourceType == 2;
+    shape.type = shape.hasTextFrame ? PowerPoint::ShapeType::TextBox : PowerPoint::ShapeType::Picture;
+    shape.tags->items = {{"CORVANE COLUMN TYPE", std::to_string(sourceType)},
+                         {"CORVANE COLUMN TAG", connection},
+                         {"CORVANE COLUMN COLUMNNAME", column},
+                         {"CORVANE COLUMN ROW", std::to_string(row)}};
+    return shape;
+  }
+  fakes::Shape& AddClock(const std::string& format) {
+    fakes::Shape& shape = Add("clock");
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "1"}, {"CORVANE COLUMN DATE FORMAT", format}};
+    return shape;
+  }
+  fakes::Chart& AddChart(const std::string& name, const std::string& connection = "001") {
+    fakes::Shape& shape = Add(name);
+    shape.hasTextFrame = false;
+    shape.chart = std::make_shared<fakes::Chart>();
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", connection}};
+    return *shape.chart;
+  }
+  /// An object that is linked to a file.
+  fakes::Shape& AddLinked(std::string source,
+                          PowerPoint::ShapeType type = PowerPoint::ShapeType::LinkedOLEObject) {
+    fakes::Shape& shape = Add("linked to " + source);
+    shape.hasTextFrame = false;
+    shape.type = type;
+    shape.linkSource = std::move(source);
+    return shape;
+  }
 
   std::int32_t index = 1;
   bool isDeleted = false;
@@ -297,6 +331,15 @@ class Application final : public PowerPoint::Application,
   std::string version = "9.0.2716";
   std::int32_t openCount = 1;
   PowerPoint::ApplicationEvents* sink = nullptr;
+};
+
+/// The add-in's entry in its host.
+class AddIn final : public AddInDesigner::AddIn {
+ public:
+  basic::Variant Property(std::string_view name) const override {
+    if (name != "ProgId") Fail("no such property");
+    return std::string("LF2000.Connect");
+  }
 };
 
 }  // namespace fakes

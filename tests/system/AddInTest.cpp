@@ -15,19 +15,14 @@
 namespace LF2000 {
 namespace {
 
-struct Entry final : AddInDesigner::AddIn {
-  basic::Variant Property(std::string_view name) const override {
-    if (name != "ProgId") fakes::Fail("no such property");
-    return std::string("LF2000.Connect");
-  }
-};
-
 struct AddInTest : testing::Test {
   fakes::Machine machine;
   std::shared_ptr<fakes::Application> host = std::make_shared<fakes::Application>();
   Connect connect;
 
-  void Load() { connect.OnConnection(host, AddInDesigner::ConnectMode::Startup, std::make_shared<Entry>()); }
+  void Load() {
+    connect.OnConnection(host, AddInDesigner::ConnectMode::Startup, std::make_shared<fakes::AddIn>());
+  }
   std::string DebugLog() { return machine.files.files["/addin/lumenfold.dbg"].content; }
 
   /// A deck with one slide that shows the price of tea.
@@ -37,12 +32,7 @@ struct AddInTest : testing::Test {
     deck->tags->items = {{"CORVANE VERSION", "1"},
                          {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"},
                          {"CORVANE DISPLAYTYPE", "1"}};
-    fakes::Shape& shape = deck->Add().Add("p");
-    shape.text = "x";
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "2"},
-                         {"CORVANE COLUMN TAG", "001"},
-                         {"CORVANE COLUMN COLUMNNAME", "Price"},
-                         {"CORVANE COLUMN ROW", "1"}};
+    deck->Add().AddField("p", 1).text = "x";
     return deck;
   }
 };

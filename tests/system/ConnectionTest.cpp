@@ -92,16 +92,6 @@ TEST_F(ConnectionTest, MarkersShowAtDesignTimeOnly) {
   EXPECT_EQ(Value(3, "Price", false), "");
 }
 
-TEST_F(ConnectionTest, OtherDisplayTypesNameTheLink) {
-  OpenSales();
-  const std::pair<std::int16_t, const char*> cases[] = {
-      {2, "Sales"}, {3, "Price"}, {4, "2"}, {5, "Price 2"}, {6, "Sales Price"}, {7, ""}, {0, ""}};
-  for (const auto& [type, expected] : cases) {
-    EXPECT_EQ(connection.GetValueDatabase(2, "Price", type, true, noValue), expected);
-    EXPECT_TRUE(noValue);
-  }
-}
-
 TEST_F(ConnectionTest, ObjectNamesJoinFolderValueAndExtension) {
   OpenSales("File\nphoto\n");
   const auto name = [&](const char* folder, const char* extension) {

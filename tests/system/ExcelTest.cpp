@@ -161,11 +161,8 @@ TEST_F(ExcelTest, TheSystemKeepsOneExcelAndQuitsItUnlessItIsVisible) {
     excel.quits = 0;
     excel.created = 0;
     Connect connect;
-    struct Entry final : AddInDesigner::AddIn {
-      basic::Variant Property(std::string_view) const override { return std::string("LF2000.Connect"); }
-    };
     connect.OnConnection(std::make_shared<fakes::Application>(), AddInDesigner::ConnectMode::Startup,
-                         std::make_shared<Entry>());
+                         std::make_shared<fakes::AddIn>());
     Open();
     Open();
     EXPECT_EQ(excel.created, 2);  // one to look, one to keep

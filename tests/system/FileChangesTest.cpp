@@ -37,10 +37,10 @@ TEST_F(FileChangesTest, AChangeIsOnTheSlideSoon) {
     window->position = 1;
     fakes::Slide& slide = deck->Add();
     if (scrolls) slide.tags->Add("CORVANE SCROLLSTEP9", "True\t1\t30000");
-    fakes::Shape& shape = Field(slide, "p", 1);
+    fakes::Shape& shape = slide.AddField("p", 1);
     deck->Add();
     fakes::Slide& last = deck->Add();
-    Field(last, "far", 1, "002");
+    last.AddField("far", 1, "002");
     clsRuntime each;
     each.ActivePresentation(deck);
     each.StartTimers(window);
@@ -64,8 +64,8 @@ TEST_F(FileChangesTest, AFileThatNeverRestsCostsNoMoreThanTheInterval) {
   machine.files.Write("/decks/calm.txt", "Price\n7\n");
   deck->tags->Add("CORVANE CONNECTION002", "0\tCalm\tcalm.txt\t-1\t");
   fakes::Slide& slide = deck->Add();
-  Field(slide, "p", 1);
-  fakes::Shape& calm = Field(slide, "calm", 1, "002");
+  slide.AddField("p", 1);
+  fakes::Shape& calm = slide.AddField("calm", 1, "002");
   Start();
   const int before = machine.files.opens;
   for (int i = 0; i < 500; ++i) {
@@ -87,8 +87,8 @@ TEST_F(FileChangesTest, EarlyLooksTakeNothingFromADatabasesRate) {
   machine.UseAdo(&database);
   deck->tags->Add("CORVANE CONNECTION002", "1\tStock\tDSN=x\tt\t\t1000\t");
   fakes::Slide& slide = deck->Add();
-  Field(slide, "p", 1);
-  Field(slide, "stock", 1, "002");
+  slide.AddField("p", 1);
+  slide.AddField("stock", 1, "002");
   machine.loop.onDoEvents = [&] { database.Progress(); };
   Start();
   for (int i = 0; i < 60; ++i) {
@@ -105,8 +105,8 @@ TEST_F(FileChangesTest, AChangeWhileADatabaseIsWaitedForIsReadAfterwards) {
   machine.UseAdo(&database);
   deck->tags->Add("CORVANE CONNECTION002", "1\tStock\tDSN=x\tt\t\t1000\t");
   fakes::Slide& slide = deck->Add();
-  fakes::Shape& shape = Field(slide, "p", 1);
-  Field(slide, "stock", 1, "002");
+  fakes::Shape& shape = slide.AddField("p", 1);
+  slide.AddField("stock", 1, "002");
   Start();
   database.ticksPerRequery = 25;
   machine.loop.onDoEvents = [&] {
@@ -124,7 +124,7 @@ TEST_F(FileChangesTest, AChangeWhileADatabaseIsWaitedForIsReadAfterwards) {
 }
 
 TEST_F(FileChangesTest, TheShowMayEndWhileFilesAreWatched) {
-  Field(deck->Add(), "p", 1);
+  deck->Add().AddField("p", 1);
   for (const bool onSlideChange : {false, true}) {
     Start();
     watcher.onFiles = [&] { runtime.UnSetLinkedObjects(); };
@@ -142,10 +142,7 @@ TEST_F(FileChangesTest, TheShowMayEndWhileFilesAreWatched) {
 
 TEST_F(FileChangesTest, ALinkedFileThatChangesTwiceInASecondIsRefreshedTwice) {
   machine.files.Write("/srv/a.xls", "");
-  fakes::Shape& object = deck->Add().Add("object");
-  object.type = PowerPoint::ShapeType::LinkedOLEObject;
-  object.hasTextFrame = false;
-  object.linkSource = "/srv/a.xls!Sheet1";
+  deck->Add().AddLinked("/srv/a.xls!Sheet1");
   Start();
   for (int change = 1; change <= 2; ++change) {
     machine.files.files["/srv/a.xls"].date += 0.2 / 86400;

@@ -64,13 +64,10 @@ TEST_F(ModelTest, ScrollEntriesAreBoundedAndFilledInOrder) {
 }
 
 std::shared_ptr<fakes::Shape> LinkedShape() {
-  auto shape = std::make_shared<fakes::Shape>("Price");
-  shape->tags->items = {{"OTHER", "kept"},
-                        {"CORVANE COLUMN TYPE", "2"},
-                        {"CORVANE COLUMN TAG", "004"},
-                        {"CORVANE COLUMN COLUMNNAME", "Price"},
-                        {"CORVANE COLUMN ROW", "3"}};
-  return shape;
+  fakes::Slide slide;
+  slide.AddField("Price", 3, "004")
+      .tags->items.insert(slide.shapes[0]->tags->items.begin(), {"OTHER", "kept"});
+  return slide.shapes[0];
 }
 
 TEST_F(ModelTest, AShapeReadsItsTagsAndIsResetByEveryAttachment) {
@@ -152,11 +149,6 @@ TEST_F(ModelTest, EverySourceTypeWritesItsOwnFields) {
   clsShape link;
   link.ShapeItem(shape);
   link.SourceType(3);
-  link.NewObjectFolder("-2");
-  link.NewObjectExtension("-2");
-  link.SetShapeTags();
-  EXPECT_EQ(shape->tags->Count(), 1);
-
   shape->tags->failOnAdd = true;
   link.SetShapeTags();
   ASSERT_EQ(machine.messageBox.shown.size(), 1U);

@@ -25,17 +25,8 @@ struct PresentationTest : testing::Test {
   }
   fakes::Shape& AddField(fakes::Slide& slide, const std::string& name, const std::string& column, int row,
                          const std::string& connection = "001") {
-    fakes::Shape& shape = slide.Add(name);
+    fakes::Shape& shape = slide.AddField(name, row, connection, column);
     shape.text = "sample";
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "2"},
-                         {"CORVANE COLUMN TAG", connection},
-                         {"CORVANE COLUMN COLUMNNAME", column},
-                         {"CORVANE COLUMN ROW", std::to_string(row)}};
-    return shape;
-  }
-  fakes::Shape& AddClock(fakes::Slide& slide, const std::string& format) {
-    fakes::Shape& shape = slide.Add("clock");
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "1"}, {"CORVANE COLUMN DATE FORMAT", format}};
     return shape;
   }
 };
@@ -53,7 +44,7 @@ TEST_F(PresentationTest, FillsByDisplayType) {
     Link(c.type);
     fakes::Slide& slide = host->Add();
     fakes::Shape& field = AddField(slide, "p", "Price", 1);
-    fakes::Shape& clock = AddClock(slide, "hh:nn");
+    fakes::Shape& clock = slide.AddClock("hh:nn");
     presentation.ActivePresentation(host);
     EXPECT_EQ(field.text, c.field) << c.type;
     EXPECT_EQ(clock.text, c.clock) << c.type;
@@ -88,7 +79,7 @@ TEST_F(PresentationTest, WithoutTheVersionTagNothingIsLoaded) {
   host->tags->items.erase(host->tags->items.begin());
   fakes::Slide& slide = host->Add();
   fakes::Shape& field = AddField(slide, "p", "Price", 1);
-  fakes::Shape& clock = AddClock(slide, "hh:nn");
+  fakes::Shape& clock = slide.AddClock("hh:nn");
   clock.text = "sample";
   presentation.ActivePresentation(host);
   EXPECT_TRUE(presentation.Connections().empty());
@@ -201,18 +192,11 @@ TEST_F(PresentationTest, SavingBlanksLinkedTextsOnly) {
 }
 
 TEST_F(PresentationTest, ChartsTakeAllRowsWhileValuesAreOnDisplay) {
-  const auto addChart = [](fakes::Slide& slide, const std::string& connection) -> fakes::Chart& {
-    fakes::Shape& shape = slide.Add("chart " + connection);
-    shape.hasTextFrame = false;
-    shape.chart = std::make_shared<fakes::Chart>();
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", connection}};
-    return *shape.chart;
-  };
   Link(3);
   fakes::Slide& slide = host->Add();
-  fakes::Chart& broken = addChart(slide, "001");
-  fakes::Chart& chart = addChart(slide, "001");
-  fakes::Chart& unknown = addChart(slide, "002");
+  fakes::Chart& broken = slide.AddChart("broken");
+  fakes::Chart& chart = slide.AddChart("chart");
+  fakes::Chart& unknown = slide.AddChart("unknown", "002");
   broken.fails = true;
   presentation.ActivePresentation(host);
   EXPECT_EQ(chart.fills, 0);

@@ -27,20 +27,6 @@ struct RuntimeShow : testing::Test {
     deck->tags->items = {{"CORVANE VERSION", "1"}, {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"}};
     modErrors::SlideShowRunning = true;
   }
-  fakes::Shape& Field(fakes::Slide& slide, const std::string& name, int row,
-                      const std::string& connection = "001", const std::string& column = "Price") {
-    fakes::Shape& shape = slide.Add(name);
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "2"},
-                         {"CORVANE COLUMN TAG", connection},
-                         {"CORVANE COLUMN COLUMNNAME", column},
-                         {"CORVANE COLUMN ROW", std::to_string(row)}};
-    return shape;
-  }
-  fakes::Shape& Clock(fakes::Slide& slide, const std::string& format) {
-    fakes::Shape& shape = slide.Add("clock");
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "1"}, {"CORVANE COLUMN DATE FORMAT", format}};
-    return shape;
-  }
   void Start() {
     runtime.ActivePresentation(deck);
     runtime.StartTimers(window);
@@ -49,9 +35,9 @@ struct RuntimeShow : testing::Test {
     window->position = slide;
     runtime.SlideShowNextSlide(window);
   }
+  const std::string& ErrorLog() { return machine.files.files["/addin/errors.txt"].content; }
   std::size_t LoggedErrors() {
-    const std::string& log = machine.files.files["/addin/errors.txt"].content;
-    return static_cast<std::size_t>(std::count(log.begin(), log.end(), '\n'));
+    return static_cast<std::size_t>(std::count(ErrorLog().begin(), ErrorLog().end(), '\n'));
   }
 };
 

@@ -10,8 +10,8 @@ using RuntimeTimersTest = RuntimeShow;
 
 TEST_F(RuntimeTimersTest, ClocksAreRewrittenWhenTheirTextChanges) {
   fakes::Slide& first = deck->Add();
-  fakes::Shape& seconds = Clock(first, "hh:nn:ss");
-  fakes::Shape& minutes = Clock(deck->Add(), "hh:nn");
+  fakes::Shape& seconds = first.AddClock("hh:nn:ss");
+  fakes::Shape& minutes = deck->Add().AddClock("hh:nn");
   Start();
   EXPECT_EQ(seconds.text, "12:00:00");
   EXPECT_EQ(minutes.text, "12:00");
@@ -95,7 +95,7 @@ TEST_F(RuntimeTimersTest, ADatabaseIsRequeriedAtItsRate) {
         deck->tags->Add("CORVANE CONNECTION001", "1\tStock\tDSN=x\tt\t\t" + std::to_string(rate) + "\t");
         fakes::Slide& slide = deck->Add();
         if (scrolls) slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t400");
-        Field(slide, "p", 1);
+        slide.AddField("p", 1);
         window = std::make_shared<fakes::Window>(deck);
         clsRuntime each;
         each.ActivePresentation(deck);
@@ -110,12 +110,9 @@ TEST_F(RuntimeTimersTest, ADatabaseIsRequeriedAtItsRate) {
 }
 
 TEST_F(RuntimeTimersTest, AFileWhoseDateGoesBackIsReadAgain) {
-  fakes::Shape& shape = Field(deck->Add(), "p", 1);
+  fakes::Shape& shape = deck->Add().AddField("p", 1);
   machine.files.Write("/srv/a.xls", "");
-  fakes::Shape& object = deck->slides[0]->Add("object");
-  object.type = PowerPoint::ShapeType::LinkedOLEObject;
-  object.hasTextFrame = false;
-  object.linkSource = "/srv/a.xls!Sheet1";
+  deck->slides[0]->AddLinked("/srv/a.xls!Sheet1");
   Start();
   machine.files.files[Prices] = {"Item\tPrice\nTea\t2\n", 45000.0};
   machine.files.files["/srv/a.xls"].date = 45000.0;
@@ -127,7 +124,7 @@ TEST_F(RuntimeTimersTest, AFileWhoseDateGoesBackIsReadAgain) {
 TEST_F(RuntimeTimersTest, AScrollingShowRequeriesFromTheConnectionsTimer) {
   fakes::Slide& slide = deck->Add();
   slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t100");
-  fakes::Shape& shape = Field(slide, "p", 1);
+  fakes::Shape& shape = slide.AddField("p", 1);
   Start();
   machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
   machine.loop.Advance(900);
@@ -137,8 +134,8 @@ TEST_F(RuntimeTimersTest, AScrollingShowRequeriesFromTheConnectionsTimer) {
 }
 
 TEST_F(RuntimeTimersTest, AChangeOfSlideRestoresTheTimersAsTheyWere) {
-  Field(deck->Add(), "p", 1);
-  Field(deck->Add(), "p", 1);
+  deck->Add().AddField("p", 1);
+  deck->Add().AddField("p", 1);
   Start();
   FrmRuntimeTimer& form = *runtime.Form();
   form.EnableTimer();
@@ -166,10 +163,7 @@ TEST_F(RuntimeTimersTest, ChangedSourcesOfLinkedObjectsUpdateTheLinksOnce) {
   machine.files.Write("/srv/c.xls", "");
   fakes::Slide& slide = deck->Add();
   for (const char* source : {"/srv/a.xls!Sheet1!R1C1:R5C5", "/srv/b.xls!Sheet1", "/srv/c.xls"}) {
-    fakes::Shape& shape = slide.Add(source);
-    shape.type = PowerPoint::ShapeType::LinkedOLEObject;
-    shape.hasTextFrame = false;
-    shape.linkSource = source;
+    slide.AddLinked(source);
   }
   Start();
   machine.loop.Advance(10'000);
@@ -186,7 +180,7 @@ TEST_F(RuntimeTimersTest, ChangedSourcesOfLinkedObjectsUpdateTheLinksOnce) {
 }
 
 TEST_F(RuntimeTimersTest, TheShowMayEndInsideATick) {
-  Field(deck->Add(), "p", 1);
+  deck->Add().AddField("p", 1);
   Start();
   machine.loop.onDoEvents = [&] { runtime.UnSetLinkedObjects(); };
   machine.loop.Advance(3000);

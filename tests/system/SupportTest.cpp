@@ -190,11 +190,6 @@ TEST_F(SupportTest, ConnectionStringsResolveAgainstThePresentation) {
 }
 
 TEST_F(SupportTest, SmallHelpersFollowTheirRules) {
-  EXPECT_EQ(modGlobalFunctions::PreviewValue("hh:nn", 1), "12:00");
-  EXPECT_EQ(modGlobalFunctions::PreviewValue("hh:nn", 3), "hh:nn");
-  for (const int kind : {2, 4, 5, 6}) EXPECT_EQ(modGlobalFunctions::PreviewValue("x", kind), "[n/a]");
-  for (const int kind : {0, 7}) EXPECT_EQ(modGlobalFunctions::PreviewValue("x", kind), "");
-
   std::string prefix;
   EXPECT_EQ(modGlobalFunctions::MakeTempFileName(prefix), "/tmp/TMP1.tmp");
   EXPECT_EQ(prefix, "TMP");
