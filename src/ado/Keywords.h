@@ -7,7 +7,7 @@ namespace ado {
 
 // A connection string comes with a deck, so it may say what is read, where and as
 // whom, and nothing else: drivers know settings that load libraries, write files and
-// run statements. docs/connections.md lists what is known.
+// run statements. docs/linking/databases.md lists what is known.
 
 /// Keeps the settings that the driver may be given, spelt as it spells them, and
 /// takes out what only other systems heed. Any other is an error that names it, and

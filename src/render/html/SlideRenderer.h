@@ -17,7 +17,7 @@
 #include "render/svg/HtmlOut.h"
 
 // Slides as HTML with inline SVG, at their natural size in CSS px; whoever shows
-// them scales the whole with a transform. docs/rendering.md says what is drawn.
+// them scales the whole with a transform. docs/linking/what-is-drawn.md says what is drawn.
 
 namespace render {
 

@@ -13,7 +13,7 @@ struct Rule {
   std::string_view what;
 };
 
-/// What docs/rendering.md has as "nearly" and "no", as far as it can be seen on a slide.
+/// What docs/linking/what-is-drawn.md has as "nearly" and "no", as far as it can be seen on a slide.
 constexpr Rule Rules[] = {
     {".//a:prstTxWarp[@prst != 'textNoShape' and @prst != 'textPlain']", true,
      "text bent as WordArt, drawn as outlines of this machine's font"},

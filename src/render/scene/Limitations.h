@@ -18,7 +18,7 @@ struct Limitation {
   std::string_view what;
 };
 
-/// What of docs/rendering.md's "nearly" and "no" is on a slide, each once per shape.
+/// What of docs/linking/what-is-drawn.md's "nearly" and "no" is on a slide, each once per shape.
 std::vector<Limitation> findLimitations(const presentationml::ShapeIndex& shapes);
 
 }  // namespace render
