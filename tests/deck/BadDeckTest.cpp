@@ -15,6 +15,7 @@
 namespace deck::test {
 namespace {
 
+using support::compoundFile;
 using support::DeckBuilder;
 using support::errorOf;
 using support::TemporaryFolder;
@@ -28,14 +29,6 @@ DeckBuilder oneSlide() {
   DeckBuilder deck;
   deck.addSlide(textShape(2, "Price", "12.50"));
   return deck;
-}
-
-/// An OLE compound file as far as a look at its directory goes.
-std::string compoundFile(const std::string& streamName) {
-  std::string bytes(512 + 3 * 128, '\0');
-  bytes.replace(0, 8, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
-  for (std::size_t i = 0; i < streamName.size(); ++i) bytes[512 + 2 * 128 + 2 * i] = streamName[i];
-  return bytes;
 }
 
 std::string withPart(const std::string& name, const std::string& content) {

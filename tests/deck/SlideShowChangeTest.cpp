@@ -23,9 +23,12 @@ TEST_F(SlideShowTest, GoesOnWhereAnotherShowStands) {
   show_->blank(Blank::None);
   loop_.Advance(1000);
   SlideShowOptions next;
+  const auto goOn = [&](const char* slides) {
+    deck_ = DeckBuilder();
+    begin(slides, next);
+  };
   next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("v3vh", next);
+  goOn("v3vh");
   EXPECT_EQ(show_->position(), 2);
   loop_.Advance(1999);
   EXPECT_EQ(show_->position(), 2);
@@ -34,30 +37,25 @@ TEST_F(SlideShowTest, GoesOnWhereAnotherShowStands) {
 
   show_->blank(Blank::White);
   next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("vvvh", next);
+  goOn("vvvh");
   EXPECT_EQ(show_->position(), 3);
   EXPECT_EQ(show_->blank(), Blank::White);
 
   show_->goTo(4);
   next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("vvvh", next);
+  goOn("vvvh");
   EXPECT_EQ(show_->position(), 4) << "chosen by number, hidden as it is";
   next.place->isChosen = false;
-  deck_ = DeckBuilder();
-  begin("vvvh", next);
+  goOn("vvvh");
   EXPECT_EQ(show_->position(), 4) << "with nothing behind it, the show stays";
   next.place->slide = 1;
-  deck_ = DeckBuilder();
-  begin("hvv", next);
+  goOn("hvv");
   EXPECT_EQ(show_->position(), 2) << "the author has hidden it meanwhile";
 
   show_->last();
   show_->next();
   next.place = show_->place();
-  deck_ = DeckBuilder();
-  begin("vvv", next);
+  goOn("vvv");
   EXPECT_TRUE(show_->isAtEnd());
   show_->previous();
   EXPECT_EQ(show_->position(), 3);

@@ -73,63 +73,44 @@ class Database final : public ADODB::Factory {
     bool open_ = false;
   };
 
-  class Rows final : public ADODB::Recordset {
+  class Rows final : public fakes::Recordset {
    public:
     explicit Rows(Database& database) : database_(database) {}
-    void CursorLocation(ADODB::CursorLocation location) override { rows_->CursorLocation(location); }
-    void CursorType(ADODB::CursorType type) override { rows_->CursorType(type); }
-    void LockType(ADODB::LockType type) override { rows_->LockType(type); }
     void ActiveConnection(const std::shared_ptr<ADODB::Connection>& connection) override {
       if (!connection) {
         database_.log.emplace_back("detach");
-      } else if (filled_) {
+      } else if (Count() != 0) {
         database_.log.emplace_back("attach");
       }
     }
+    using fakes::Recordset::Open;
     void Open(std::string_view source, ADODB::CursorType, ADODB::LockType, std::int32_t options) override {
       database_.log.push_back("recordset " + std::string(source) + " " + std::to_string(options));
+      Append("Name", ADODB::adVarChar, 50);
+      Append("Price", ADODB::adVarChar, 50);
       Fill();
     }
-    void Open() override { rows_->Open(); }
-    void Open(host::TextTable table) override { rows_->Open(std::move(table)); }
     void Requery(std::int32_t options) override {
       database_.log.push_back("requery " + std::to_string(options));
       if (database_.tableIsGone) throw basic::Error(basic::AdapterError, "fake database", "no such table");
       database_.ticksToFetch = database_.ticksPerRequery;
       Fill();
     }
-    void Close() override { rows_->Close(); }
     std::int32_t State() override {
-      return database_.ticksToFetch > 0 ? ADODB::adStateFetching : rows_->State();
+      return database_.ticksToFetch > 0 ? ADODB::adStateFetching : fakes::Recordset::State();
     }
-    std::int64_t RecordCount() const override { return rows_->RecordCount(); }
-    std::int64_t AbsolutePosition() const override { return rows_->AbsolutePosition(); }
-    void MoveFirst() override { rows_->MoveFirst(); }
-    void MoveLast() override { rows_->MoveLast(); }
-    void MovePrevious() override { rows_->MovePrevious(); }
-    void Move(std::int32_t records) override { rows_->Move(records); }
-    void AddNew() override { rows_->AddNew(); }
-    void Update() override { rows_->Update(); }
-    void Delete() override { rows_->Delete(); }
-    ADODB::Fields& Fields() override { return rows_->Fields(); }
 
    private:
     void Fill() {
-      if (filled_) rows_ = std::make_unique<fakes::Recordset>();
-      filled_ = true;
-      Fields().Append("Name", ADODB::adVarChar, 50);
-      Fields().Append("Price", ADODB::adVarChar, 50);
-      rows_->Open();
+      Close();
+      Open();
       for (const auto& [name, price] : database_.rows) {
-        rows_->AddNew();
-        Fields().Item("Name").Value(basic::Variant(name));
-        Fields().Item("Price").Value(basic::Variant(price));
-        rows_->Update();
+        AddNew();
+        Item("Name").Value(basic::Variant(name));
+        Item("Price").Value(basic::Variant(price));
       }
     }
     Database& database_;
-    std::unique_ptr<fakes::Recordset> rows_ = std::make_unique<fakes::Recordset>();
-    bool filled_ = false;
   };
 
   bool isOpening_ = false;

@@ -65,30 +65,6 @@ class Tags final : public PowerPoint::Tags {
   }
 };
 
-class Shape;
-
-class TextRange final : public PowerPoint::TextRange {
- public:
-  explicit TextRange(Shape& shape) : shape_(shape) {}
-  std::string Text() const override;
-  void Text(std::string_view text) override;
-
- private:
-  Shape& shape_;
-};
-
-class TextFrame final : public PowerPoint::TextFrame {
- public:
-  explicit TextFrame(Shape& shape) : shape_(shape) {}
-  bool HasText() const override;
-  std::shared_ptr<PowerPoint::TextRange> TextRange() override {
-    return std::make_shared<fakes::TextRange>(shape_);
-  }
-
- private:
-  Shape& shape_;
-};
-
 /// A chart whose datasheet is one table; all of it in one object.
 class Chart final : public PowerPoint::OLEFormat,
                     public MSGraph::Chart,
@@ -114,7 +90,11 @@ class Chart final : public PowerPoint::OLEFormat,
   int restored = 0;
 };
 
-class Shape final : public PowerPoint::Shape {
+/// A shape, which is its own frame of text.
+class Shape final : public PowerPoint::Shape,
+                    public PowerPoint::TextFrame,
+                    public PowerPoint::TextRange,
+                    public std::enable_shared_from_this<Shape> {
  public:
   explicit Shape(std::string shapeName) : name(std::move(shapeName)) {}
   std::string Name() const override { return name; }
@@ -122,7 +102,14 @@ class Shape final : public PowerPoint::Shape {
   bool HasTextFrame() const override { return hasTextFrame; }
   std::shared_ptr<PowerPoint::TextFrame> TextFrame() override {
     if (!hasTextFrame) Fail("shape " + name + " has no text frame");
-    return std::make_shared<fakes::TextFrame>(*this);
+    return shared_from_this();
+  }
+  bool HasText() const override { return !text.empty(); }
+  std::shared_ptr<PowerPoint::TextRange> TextRange() override { return shared_from_this(); }
+  std::string Text() const override { return text; }
+  void Text(std::string_view value) override {
+    text = value;
+    ++writes;
   }
   std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
   std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() override {
@@ -157,13 +144,6 @@ class Shape final : public PowerPoint::Shape {
   std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
   std::shared_ptr<fakes::Chart> chart;
 };
-
-inline std::string TextRange::Text() const { return shape_.text; }
-inline void TextRange::Text(std::string_view text) {
-  shape_.text = text;
-  ++shape_.writes;
-}
-inline bool TextFrame::HasText() const { return !shape_.text.empty(); }
 
 class Transition final : public PowerPoint::SlideShowTransition {
  public:

@@ -13,7 +13,7 @@
 namespace fakes {
 
 /// A recordset in memory: fields that were appended or those of a table of text, records behind a cursor.
-class Recordset final : public ADODB::Recordset, public ADODB::Fields {
+class Recordset : public ADODB::Recordset, public ADODB::Fields {
  public:
   void CursorLocation(ADODB::CursorLocation) override {}
   void CursorType(ADODB::CursorType) override {}

@@ -4,6 +4,7 @@
 #include <zlib.h>
 
 #include "pictures/PackedPicture.h"
+#include "support/ZipFile.h"
 
 namespace pictures::test {
 namespace {
@@ -61,19 +62,7 @@ TEST(ImageInfo, HeadersTellKindAndSize) {
   }
 }
 
-std::string packed(const std::string& content) {
-  z_stream stream{};
-  deflateInit2(&stream, 9, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
-  std::string out(deflateBound(&stream, content.size()) + 64, '\0');
-  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(content.data()));
-  stream.avail_in = static_cast<uInt>(content.size());
-  stream.next_out = reinterpret_cast<Bytef*>(out.data());
-  stream.avail_out = static_cast<uInt>(out.size());
-  deflate(&stream, Z_FINISH);
-  out.resize(stream.total_out);
-  deflateEnd(&stream);
-  return out;
-}
+std::string packed(const std::string& content) { return support::deflated(content, 16 + MAX_WBITS); }
 
 TEST(ImageInfo, PackedMetafilesAreUnpackedUpToABound) {
   const auto file = packed("metafile");

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <thread>
 
-#include "platform/Module.h"
-#include "platform/Registry.h"
 #include "platform/Sandbox.h"
 #include "platform/Shell.h"
 #include "platform/SystemClock.h"
@@ -26,13 +24,6 @@ TEST_F(SystemTest, ClockFollowsTheTimeZone) {
   const double now = parts.hour * 3600 + parts.minute * 60 + parts.second;
   const double apart = std::abs(clock.Timer() - now);
   EXPECT_TRUE(apart < 2 || apart > 86398) << apart;
-}
-
-TEST_F(SystemTest, ModuleNamesItself) {
-  const Module module;
-  EXPECT_EQ(module.Title(), "Corvane Lumenfold 2000");
-  EXPECT_EQ(module.EXEName(), "lumenfold");
-  EXPECT_EQ(module.Path(), std::filesystem::read_symlink("/proc/self/exe").parent_path().string());
 }
 
 TEST_F(SystemTest, ShellStartsWhatThePathHas) {
@@ -58,12 +49,6 @@ TEST_F(SystemTest, ShellStartsWhatThePathHas) {
   EXPECT_EQ(argumentFor("--help"), "./--help");
   EXPECT_FALSE(shell.ShellExecute("open", "C:\\nowhere.txt", 5));
   EXPECT_FALSE(Shell(settings, /*opensFiles=*/false).ShellExecute("open", "/tmp/errors.txt", 5));
-}
-
-TEST_F(SystemTest, HasNoRegistry) {
-  Registry registry;
-  host::Registry::Key key = 0;
-  EXPECT_EQ(registry.OpenKey(1, "Software", 1, key), 120);
 }
 
 }  // namespace

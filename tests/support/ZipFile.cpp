@@ -22,9 +22,17 @@ Integer get(const std::string& bytes, std::size_t at) {
   return static_cast<Integer>(value);
 }
 
-std::string deflated(const std::string& content) {
+std::size_t endRecord(const std::string& zip) {
+  const std::size_t at = zip.rfind("PK\x05\x06");
+  if (at == std::string::npos) throw std::runtime_error("no end of central directory");
+  return at;
+}
+
+}  // namespace
+
+std::string deflated(const std::string& content, int windowBits) {
   z_stream stream{};
-  if (deflateInit2(&stream, 6, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY) != Z_OK)
+  if (deflateInit2(&stream, 6, Z_DEFLATED, windowBits, 8, Z_DEFAULT_STRATEGY) != Z_OK)
     throw std::runtime_error("zlib");
   std::string result(deflateBound(&stream, static_cast<uLong>(content.size())), '\0');
   stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(content.data()));
@@ -36,14 +44,6 @@ std::string deflated(const std::string& content) {
   deflateEnd(&stream);
   return result;
 }
-
-std::size_t endRecord(const std::string& zip) {
-  const std::size_t at = zip.rfind("PK\x05\x06");
-  if (at == std::string::npos) throw std::runtime_error("no end of central directory");
-  return at;
-}
-
-}  // namespace
 
 std::string zipOf(const std::vector<ZipEntry>& entries, const std::string& comment) {
   std::string zip;
@@ -103,6 +103,13 @@ std::vector<StoredEntry> storedEntries(const std::string& zip) {
     at += 46U + nameSize + get<std::uint16_t>(zip, at + 30) + get<std::uint16_t>(zip, at + 32);
   }
   return entries;
+}
+
+std::string compoundFile(const std::string& entry) {
+  std::string bytes("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
+  bytes.resize(1024);
+  for (std::size_t i = 0; i < entry.size(); ++i) bytes[512 + 2 * i] = entry[i];
+  return bytes;
 }
 
 std::string commentOf(const std::string& zip) { return zip.substr(endRecord(zip) + 22); }

@@ -17,6 +17,9 @@ struct ZipEntry {
   std::uint32_t claimedSize = 0;
 };
 
+/// As zlib packs it; `windowBits` chooses the wrapping (deflateInit2), none by default.
+std::string deflated(const std::string& content, int windowBits = -15);
+
 /// A ZIP archive of exactly these entries, which may be ones that no proper
 /// program would write.
 std::string zipOf(const std::vector<ZipEntry>& entries, const std::string& comment = {});
@@ -31,6 +34,8 @@ struct StoredEntry {
   friend bool operator==(const StoredEntry&, const StoredEntry&) = default;
 };
 std::vector<StoredEntry> storedEntries(const std::string& zip);
+/// An OLE compound file as far as a look at its directory goes: one entry of this name.
+std::string compoundFile(const std::string& entry);
 std::string commentOf(const std::string& zip);
 
 }  // namespace support

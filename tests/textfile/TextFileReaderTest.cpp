@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "basic/Error.h"
+#include "support/ErrorOf.h"
 #include "textfile/ReadTextFile.h"
 
 using namespace std::string_literals;
@@ -117,11 +117,7 @@ INSTANTIATE_TEST_SUITE_P(
     NameOf);
 
 std::string ErrorOf(std::string_view text) {
-  try {
-    return "no error: " + Read(text, true);
-  } catch (const basic::Error& error) {
-    return error.description;
-  }
+  return support::errorOf([&] { (void)Read(text, true); });
 }
 
 TEST(TextFileNames, ThatDoNotNameAColumnAreErrors) {

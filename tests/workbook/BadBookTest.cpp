@@ -14,13 +14,7 @@
 namespace workbook::test {
 namespace {
 
-/// A compound file that has one entry of this name.
-std::string compoundFile(const std::string& entry) {
-  std::string bytes = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
-  bytes.resize(1024);
-  for (std::size_t i = 0; i < entry.size(); ++i) bytes[512 + 2 * i] = entry[i];
-  return bytes;
-}
+using support::compoundFile;
 
 std::string bookWith(const std::string& part, const std::string& content, std::uint32_t claimedSize = 0) {
   BookBuilder book;
@@ -156,9 +150,7 @@ TEST(BadBook, OrNoneAtAll) {
 }
 
 TEST(BookThatIsBeingSaved, IsReadWhenItIsThere) {
-  BookBuilder book;
-  book.rows = "<row><c><v>1</v></c></row>";
-  const std::string bytes = book.bytes();
+  const std::string bytes = oneNumber().bytes();
   for (const std::size_t half : {std::size_t{0}, bytes.size() / 2}) {
     const TemporaryFolder folder;
     const std::string path = folder.write("book.xlsx", bytes.substr(0, half));
@@ -172,10 +164,8 @@ TEST(BookThatIsBeingSaved, IsReadWhenItIsThere) {
 }
 
 TEST(BookThatIsBeingSaved, StaysReadableWhereItWasOpened) {
-  BookBuilder book;
-  book.rows = "<row><c><v>1</v></c></row>";
   const TemporaryFolder folder;
-  const std::string path = folder.write("book.xlsx", book.bytes());
+  const std::string path = folder.write("book.xlsx", oneNumber().bytes());
   Desk desk;
   const auto opened = desk.open(path);
   static_cast<void>(folder.write("book.xlsx", "PK"));  // saved in place, just begun
@@ -183,10 +173,8 @@ TEST(BookThatIsBeingSaved, StaysReadableWhereItWasOpened) {
 }
 
 TEST(BookThatIsOpenElsewhere, OpensAllTheSame) {
-  BookBuilder book;
-  book.rows = "<row><c><v>1</v></c></row>";
   const TemporaryFolder folder;
-  const std::string path = folder.write("book.xlsx", book.bytes());
+  const std::string path = folder.write("book.xlsx", oneNumber().bytes());
   const int other = ::open(path.c_str(), O_RDWR);
   ASSERT_EQ(::flock(other, LOCK_EX), 0);
   struct flock all {};

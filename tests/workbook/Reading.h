@@ -63,6 +63,13 @@ class Desk {
   Factory factory_;
 };
 
+/// A workbook of the number 1.
+inline BookBuilder oneNumber() {
+  BookBuilder book;
+  book.rows = "<row><c><v>1</v></c></row>";
+  return book;
+}
+
 /// Sheet1 of a workbook made for the test.
 inline std::string textsOf(const BookBuilder& book, std::string_view range) {
   const TemporaryFolder folder;

@@ -222,15 +222,6 @@ TEST(Results, OfSeveralStatementsTheFirstIsRead) {
   EXPECT_EQ(value(*recordset, "x"), "one");
 }
 
-TEST(Results, OfTwoThousandColumns) {
-  std::string wide;
-  for (int i = 0; i < 2000; ++i)
-    wide += (i == 0 ? "" : ",") + ("'" + std::to_string(i) + "' AS c" + std::to_string(i));
-  EXPECT_EQ(value(*sqlite().opened("SELECT " + wide), "c1999"), "1999");
-  EXPECT_EQ(value(*maria().opened("SELECT " + wide), "c1999"), "1999");
-  EXPECT_THAT(errorOf([&] { (void)postgres().opened("SELECT " + wide); }), HasSubstr("1664"));
-}
-
 TEST(Results, OfSchemas) {
   postgres().execute("DROP SCHEMA IF EXISTS \"My shop\" CASCADE");
   postgres().execute("CREATE SCHEMA \"My shop\"");

@@ -46,12 +46,6 @@ std::string driverPath(const std::string& library, const std::string& package) {
        ".");
 }
 
-std::filesystem::path newFolder() {
-  std::string path = (std::filesystem::temp_directory_path() / "lumenfold.XXXXXX").string();
-  if (::mkdtemp(path.data()) == nullptr) fail("No folder can be made: " + path);
-  return path;
-}
-
 template <typename Object>
 int waitWhileState(Object& object, std::int32_t state) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(120);
@@ -67,6 +61,10 @@ int waitWhileState(Object& object, std::int32_t state) {
 
 int waitWhile(ADODB::Connection& connection, std::int32_t state) { return waitWhileState(connection, state); }
 int waitWhile(ADODB::Recordset& recordset, std::int32_t state) { return waitWhileState(recordset, state); }
+
+std::string TestServer::quoted(std::string_view name) const {
+  return quote_ + basic::Replace(name, quote_, quote_ + quote_) + quote_;
+}
 
 void TestServer::execute(const std::string& sql) const {
   SQLHENV environment = nullptr;
@@ -116,17 +114,13 @@ std::shared_ptr<ADODB::Recordset> TestServer::opened(std::string_view source, st
   return recordset;
 }
 
-ProcessServer::ProcessServer() : folder_(newFolder()) {
+ProcessServer::ProcessServer(std::string_view quote) : TestServer(quote) {
   if (::geteuid() != 0) return;
   const passwd* const nobody = ::getpwnam("nobody");
   if (::chown(folder_.c_str(), nobody->pw_uid, nobody->pw_gid) != 0) fail("chown " + folder_.string());
 }
 
-ProcessServer::~ProcessServer() {
-  stop();
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
-}
+ProcessServer::~ProcessServer() { stop(); }
 
 void ProcessServer::stop() {
   if (process_ < 0) return;
@@ -190,26 +184,17 @@ namespace {
 
 class Sqlite final : public TestServer {
  public:
-  Sqlite() : driver_(driverPath("libsqlite3odbc.so", "libsqliteodbc")), folder_(newFolder()) {
-    execute("CREATE TABLE Made (x)");
-  }
-  ~Sqlite() override {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
+  Sqlite() : driver_(driverPath("libsqlite3odbc.so", "libsqliteodbc")) { execute("CREATE TABLE Made (x)"); }
   [[nodiscard]] std::string connectionString() const override {
     return "Provider=SQLite;Data Source=" + file();
-  }
-  [[nodiscard]] std::string quoted(std::string_view name) const override {
-    return "\"" + basic::Replace(name, "\"", "\"\"") + "\"";
   }
 
  private:
   [[nodiscard]] std::string odbcText() const override { return "Driver=" + driver_ + ";Database=" + file(); }
-  [[nodiscard]] std::string file() const { return (folder_ / "stock.db").string(); }
+  [[nodiscard]] std::string file() const { return (folder_.path() / "stock.db").string(); }
 
   std::string driver_;
-  std::filesystem::path folder_;
+  support::TemporaryFolder folder_;
 };
 
 class Postgres final : public ProcessServer {
@@ -234,9 +219,6 @@ class Postgres final : public ProcessServer {
            ";Initial Catalog=postgres;User ID=lumen;Password=\"" +
            basic::Replace(PostgresPassword, "\"", "\"\"") + "\"";
   }
-  [[nodiscard]] std::string quoted(std::string_view name) const override {
-    return "\"" + basic::Replace(name, "\"", "\"\"") + "\"";
-  }
 
  private:
   [[nodiscard]] std::string odbcText() const override {
@@ -251,7 +233,7 @@ class Postgres final : public ProcessServer {
 
 class Maria final : public ProcessServer {
  public:
-  Maria() : driver_(driverPath("libmaodbc.so", "odbc-mariadb")) {
+  Maria() : ProcessServer("`"), driver_(driverPath("libmaodbc.so", "odbc-mariadb")) {
     requireFile("/usr/sbin/mariadbd", "mariadb-server-core");
     std::filesystem::create_directory(folder_ / "data");
     std::filesystem::permissions(folder_ / "data", std::filesystem::perms::all);
@@ -270,9 +252,6 @@ class Maria final : public ProcessServer {
   [[nodiscard]] std::string connectionString() const override {
     return "Provider=MariaDB;Socket=" + (folder_ / "s").string() + ";Initial Catalog=" + database_ +
            ";User ID=root";
-  }
-  [[nodiscard]] std::string quoted(std::string_view name) const override {
-    return "`" + basic::Replace(name, "`", "``") + "`";
   }
 
  private:

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/adodb.h"
+#include "support/TemporaryFolder.h"
 
 namespace ado::test {
 
@@ -16,13 +17,14 @@ namespace ado::test {
 class TestServer {
  public:
   virtual ~TestServer() = default;
-  TestServer() = default;
+  explicit TestServer(std::string_view quote = "\"") : quote_(quote) {}
   TestServer(const TestServer&) = delete;
   TestServer& operator=(const TestServer&) = delete;
 
   /// As an author writes it, with password.
   [[nodiscard]] virtual std::string connectionString() const = 0;
-  [[nodiscard]] virtual std::string quoted(std::string_view name) const = 0;
+  /// A name of the database's own, as its statements have it.
+  [[nodiscard]] std::string quoted(std::string_view name) const;
   /// For preparing tests: by the driver manager itself. Throws on failure.
   void execute(const std::string& sql) const;
 
@@ -34,10 +36,11 @@ class TestServer {
  private:
   /// As the driver manager takes it.
   [[nodiscard]] virtual std::string odbcText() const = 0;
+  std::string quote_;
 };
 
 /// Waits, as the system does, until the state is no more that one; throws after
-/// 20 seconds. Returns how often it looked.
+/// two minutes. Returns how often it looked.
 int waitWhile(ADODB::Connection& connection, std::int32_t state);
 int waitWhile(ADODB::Recordset& recordset, std::int32_t state);
 
@@ -48,7 +51,7 @@ class ProcessServer : public TestServer {
   void stop();
 
  protected:
-  ProcessServer();
+  explicit ProcessServer(std::string_view quote = "\"");
   ~ProcessServer() override;
   /// Runs a program as an account that is not root, its output in the log.
   void launch(std::vector<std::string> arguments);
@@ -56,8 +59,13 @@ class ProcessServer : public TestServer {
   /// Until statements are answered; throws with the log.
   void waitForAnswers() const;
 
-  std::filesystem::path folder_;
   int stopSignal_ = 15;
+
+ private:
+  support::TemporaryFolder temporary_;
+
+ protected:
+  const std::filesystem::path& folder_ = temporary_.path();
 
  private:
   [[nodiscard]] pid_t spawn(std::vector<std::string> arguments) const;

@@ -75,9 +75,10 @@ const std::string LongUnicode = [] {
   return text;
 }();
 
+const std::string LongLiteral = "'" + Long + "'";
+const std::string UnicodeLiteral = "'" + LongUnicode + "'";
+
 TEST(Types, OfSqlite) {
-  const std::string longLiteral = "'" + Long + "'";
-  const std::string unicodeLiteral = "'" + LongUnicode + "'";
   expectValues(sqlite(), {
                              {"INTEGER", "2147483647", std::int32_t{2147483647}},
                              {"INTEGER", "-9223372036854775808", INT64_MIN},
@@ -89,8 +90,8 @@ TEST(Types, OfSqlite) {
                              {"DATETIME", "'2024-02-29T12:34:56'", Noon2024},
                              {"TIME", "'23:59:58'", Time},
                              {"VARCHAR(3)", "'longer than three ä€😀'", Text("longer than three ä€😀")},
-                             {"TEXT", longLiteral.c_str(), Long},
-                             {"TEXT", unicodeLiteral.c_str(), LongUnicode},
+                             {"TEXT", LongLiteral.c_str(), Long},
+                             {"TEXT", UnicodeLiteral.c_str(), LongUnicode},
                              {"TEXT", "''", Text()},
                              {"BLOB", "x'00FF10'", Binary{0, 0xFF, 0x10}},
                              // Any column holds anything.
@@ -102,8 +103,6 @@ TEST(Types, OfSqlite) {
 }
 
 TEST(Types, OfPostgres) {
-  const std::string longLiteral = "'" + Long + "'";
-  const std::string unicodeLiteral = "'" + LongUnicode + "'";
   expectValues(
       postgres(),
       {
@@ -121,8 +120,8 @@ TEST(Types, OfPostgres) {
           {"timestamp", "'2024-02-29 12:34:56.789'", Noon2024},
           {"time", "'23:59:58'", Time},
           {"varchar(20)", "'ä€😀'", Text("ä€😀")},
-          {"varchar", longLiteral.c_str(), Long},
-          {"text", unicodeLiteral.c_str(), LongUnicode},
+          {"varchar", LongLiteral.c_str(), Long},
+          {"text", UnicodeLiteral.c_str(), LongUnicode},
           {"text", "''", Text()},
           {"char(4)", "'ab'", Text("ab  ")},
           {"bytea", "'\\x00ff10'", Binary{0, 0xFF, 0x10}},
@@ -133,8 +132,6 @@ TEST(Types, OfPostgres) {
 }
 
 TEST(Types, OfMaria) {
-  const std::string longLiteral = "'" + Long + "'";
-  const std::string unicodeLiteral = "'" + LongUnicode + "'";
   expectValues(maria(), {
                             {"tinyint", "-128", std::int32_t{-128}},
                             {"int", "2147483647", std::int32_t{2147483647}},
@@ -150,8 +147,8 @@ TEST(Types, OfMaria) {
                             {"datetime", "'2024-02-29 12:34:56'", Noon2024},
                             {"time", "'23:59:58'", Time},
                             {"varchar(20)", "'ä€😀'", Text("ä€😀")},
-                            {"longtext", longLiteral.c_str(), Long},
-                            {"longtext", unicodeLiteral.c_str(), LongUnicode},
+                            {"longtext", LongLiteral.c_str(), Long},
+                            {"longtext", UnicodeLiteral.c_str(), LongUnicode},
                             {"text", "''", Text()},
                             {"varbinary(10)", "x'00FF10'", Binary{0, 0xFF, 0x10}},
                             {"blob", "x'00FF10'", Binary{0, 0xFF, 0x10}},
