@@ -6,6 +6,7 @@
 #include "app/ShowTest.h"
 #include "app/inspect/CollectedErrors.h"
 #include "app/inspect/LinkCheck.h"
+#include "app/inspect/Standstill.h"
 
 namespace app::test {
 namespace {
@@ -59,6 +60,32 @@ TEST_F(InspectTest, FindsLinksThatLeadNowhere) {
 
 TEST_F(InspectTest, SaysNothingOfColumnsWhereTheSourceItselfIsMissing) {
   EXPECT_THAT(check(linked({{"001", "Cost", "9"}})), ElementsAre(HasSubstr("prices.txt")));
+}
+
+TEST_F(InspectTest, TellsWhereALoopStandsStill) {
+  // A letter for each slide: "t" has a timing, "h" is hidden, "v" neither.
+  const auto standstill = [](const std::string& slides, bool loops, std::optional<double> seconds) {
+    support::DeckBuilder deck;
+    for (const char kind : slides) {
+      const int slide = deck.addSlide();
+      if (kind == 't') deck.afterCommonData(slide, "<p:transition advTm=\"5000\"/>");
+      if (kind == 'h') deck.slideAttributes(slide, "show=\"0\"");
+    }
+    deck::SlideShowOptions options;
+    options.loop = loops;
+    options.seconds = seconds;
+    const auto text = standstillOf(deck::ShowCourse(deck.presentation(), options)).value_or("");
+    return text.substr(0, text.find(" until"));
+  };
+  const std::string begin = "The show loops, but ";
+  EXPECT_EQ(standstill("vv", true, {}), begin + "no slide goes on by itself, so it stays on its first one");
+  EXPECT_EQ(standstill("tvhv", true, {}),
+            begin + "slides 2 and 4 do not go on by themselves, so it stays there");
+  EXPECT_EQ(standstill("tv", true, {}), begin + "slide 2 does not go on by itself, so it stays there");
+  EXPECT_EQ(standstill("tv", true, 8), "");
+  EXPECT_EQ(standstill("tht", true, {}), "");
+  EXPECT_EQ(standstill("vh", true, {}), "") << "one slide is enough";
+  EXPECT_EQ(standstill("vv", false, {}), "") << "somebody steers it";
 }
 
 TEST_F(InspectTest, ErrorsAreCollectedBesideTheLog) {

@@ -137,6 +137,25 @@ TEST_F(SlideShowTest, FollowsTheSlidesTimings) {
   EXPECT_EQ(show_->position(), 3) << "a slide without a timing waits";
 }
 
+TEST_F(SlideShowTest, SlidesWithoutATimingTakeTheOneGivenForThem) {
+  SlideShowOptions kiosk;
+  kiosk.kiosk = true;
+  kiosk.seconds = 1.5;
+  begin("3vv", kiosk);
+  loop_.Advance(2999);
+  EXPECT_EQ(show_->position(), 1) << "its own goes before";
+  loop_.Advance(1 + 1500);
+  EXPECT_EQ(show_->position(), 3);
+  loop_.Advance(1500);
+  EXPECT_EQ(show_->position(), 1);
+
+  deck_ = DeckBuilder();
+  kiosk.useTimings = false;
+  begin("3v", kiosk);
+  loop_.Advance(1500);
+  EXPECT_EQ(show_->position(), 2) << "a show that does without timings has none";
+}
+
 TEST_F(SlideShowTest, TimingsStopWhenBlankOrUnwantedOrOver) {
   begin("22");
   show_->blank(Blank::Black);

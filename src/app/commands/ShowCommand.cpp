@@ -8,6 +8,7 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "app/commands/Commands.h"
+#include "app/inspect/Standstill.h"
 #include "app/show/Stage.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
@@ -30,6 +31,7 @@ struct ShowOptions {
   std::optional<std::int32_t> whenEmpty;
   std::string stale;
   std::optional<std::size_t> perAddress;
+  std::optional<double> seconds;
   bool kiosk = false;
   bool loop = false;
   bool open = false;
@@ -71,7 +73,8 @@ class ShowRun {
         stage_(host_, environment.loop(), host_.open(options.deck, deck::Application::Damaged::Repaired),
                {{staleData(options), options.whenEmpty, {}},
                 options.kiosk ? std::optional(true) : std::nullopt,
-                options.loop ? std::optional(true) : std::nullopt}) {}
+                options.loop ? std::optional(true) : std::nullopt,
+                options.seconds}) {}
 
   void run() {
     const Token token = obtainToken(options_.tokenFile);
@@ -106,6 +109,9 @@ class ShowRun {
   void beginShow() {
     requireSlide(options_.slide);
     requireSlide(options_.whenEmpty);
+    // Before slides hide that have no data yet.
+    const auto standstill = standstillOf(deck::ShowCourse(stage_.deck(), stage_.showOptions()));
+    if (standstill) std::cerr << "lumenfold: " << *standstill << '\n';
     stage_.begin(options_.slide, [this] {
       watch_.reset();
       constexpr std::int32_t TimeToTell = 200;
@@ -204,6 +210,8 @@ void show(const ShowOptions& options, Environment& environment) {
 }  // namespace
 
 void addShowCommand(CLI::App& program, Environment& environment) {
+  constexpr double ShortestStay = 0.1;
+  constexpr double LongestStay = 86'400;
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = program.add_subcommand("show", "Show a deck with live data on screens");
   verb->add_option("DECK", options->deck, "The deck")->required();
@@ -214,6 +222,9 @@ void addShowCommand(CLI::App& program, Environment& environment) {
   verb->add_option("--token-file", options->tokenFile,
                    "File with the token that steering the show takes (else LUMENFOLD_TOKEN, else a new one)");
   verb->add_option("--slide", options->slide, "Slide to begin with");
+  verb->add_option("--seconds", options->seconds,
+                   "How long slides without a timing of their own stay; the deck is not changed")
+      ->check(CLI::Range(ShortestStay, LongestStay));
   verb->add_option("--when-empty", options->whenEmpty,
                    "Slide to show while every slide is hidden (else the deck's background)");
   verb->add_option("--stale", options->stale,

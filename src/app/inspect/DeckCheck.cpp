@@ -11,6 +11,7 @@
 #include "app/inspect/FilledDeck.h"
 #include "app/inspect/LinkCheck.h"
 #include "app/inspect/OverflowCheck.h"
+#include "app/inspect/Standstill.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "deck/objects/Application.h"
@@ -35,6 +36,18 @@ Findings checkHidden(const std::vector<bool>& hiddenByAuthor, FilledDeck& filled
     }
   }
   return findings;
+}
+
+/// How the deck would be shown as it is, and as a kiosk.
+Findings checkCourse(const std::shared_ptr<deck::Presentation>& deck) {
+  const auto standstill = [&deck](const deck::SlideShowOptions& options) {
+    return standstillOf(deck::ShowCourse(deck, options));
+  };
+  if (const auto why = standstill({})) return {{Finding::Gravity::Note, 0, "", *why}};
+  deck::SlideShowOptions kiosk;
+  kiosk.kiosk = true;
+  if (const auto why = standstill(kiosk)) return {{Finding::Gravity::Note, 0, "", "With --kiosk: " + *why}};
+  return {};
 }
 
 /// One for each typeface that this machine lacks, as they are missing on many slides.
@@ -97,6 +110,7 @@ Findings checkDeck(const std::string& path, platform::EventLoop& loop) {
       hiddenByAuthor.push_back(deck->isHidden(slide));
     }
     append(findings, checkLinks(*deck));
+    append(findings, checkCourse(deck));
   }
   const CollectedErrors errors;
   FilledDeck filled(path, loop);

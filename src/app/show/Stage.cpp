@@ -65,6 +65,7 @@ deck::SlideShowOptions Stage::showOptions() const {
   deck::SlideShowOptions show;
   show.kiosk = options_.kiosk;
   show.loop = options_.loop;
+  show.seconds = options_.seconds;
   return show;
 }
 

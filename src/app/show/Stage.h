@@ -27,6 +27,8 @@ class Stage final : public web::Show {
     LiveShowOptions live;
     std::optional<bool> kiosk;
     std::optional<bool> loop;
+    /// Of slides without a timing.
+    std::optional<double> seconds;
   };
 
   /// The host and the loop outlive it.
@@ -38,6 +40,8 @@ class Stage final : public web::Show {
   Stage& operator=(const Stage&) = delete;
 
   [[nodiscard]] const std::shared_ptr<deck::Presentation>& deck() const { return act_->deck; }
+  /// How its shows are begun, wherever they begin.
+  [[nodiscard]] deck::SlideShowOptions showOptions() const;
 
   /// Begins the show of the first deck. `onEnd` is called once when the last show is over, however it ended.
   void begin(std::optional<std::int32_t> startSlide, std::function<void()> onEnd);
@@ -85,7 +89,6 @@ class Stage final : public web::Show {
   void changeTo(std::unique_ptr<Act> next);
   void beginAct(Act& act, const deck::SlideShowOptions& options);
   void forget(std::unique_ptr<Act> act);
-  [[nodiscard]] deck::SlideShowOptions showOptions() const;
   web::Outcome command(Command command);
 
   AddInHost& host_;

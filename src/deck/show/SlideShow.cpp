@@ -8,8 +8,6 @@
 #include <utility>
 
 #include "deck/Failure.h"
-#include "deck/objects/Slide.h"
-#include "deck/objects/SlideShowSettings.h"
 
 namespace deck {
 namespace {
@@ -39,18 +37,6 @@ std::int64_t tickCount() {
   return clock != nullptr ? clock->TickCount() : 0;
 }
 
-std::vector<std::int32_t> chosenRange(const SlideShowOptions& options, std::int32_t count) {
-  const std::int32_t first = options.firstSlide.value_or(1);
-  const std::int32_t last = options.lastSlide.value_or(count);
-  if (first < 1 || last > count || first > last) {
-    fail("There are no slides " + std::to_string(first) + " to " + std::to_string(last) +
-         " to show: the presentation has " + std::to_string(count) + ".");
-  }
-  std::vector<std::int32_t> slides;
-  for (std::int32_t slide = first; slide <= last; ++slide) slides.push_back(slide);
-  return slides;
-}
-
 }  // namespace
 
 std::shared_ptr<SlideShow> SlideShow::begin(Application& application,
@@ -65,16 +51,10 @@ std::shared_ptr<SlideShow> SlideShow::begin(Application& application,
 
 SlideShow::SlideShow(Application& application, std::shared_ptr<deck::Presentation> presentation,
                      host::Loop& loop, const SlideShowOptions& options, SlideShowListener* listener)
-    : application_(application), presentation_(std::move(presentation)), listener_(listener) {
-  if (presentation_->slideCount() == 0) {
-    fail(basic::InQuotes(presentation_->FullName()) + " has no slide to show.");
-  }
-  const deck::SlideShowSettings settings(*presentation_);
-  const bool hasRange = options.firstSlide || options.lastSlide;
-  order_ = hasRange ? chosenRange(options, presentation_->slideCount()) : settings.slides();
-  isKiosk_ = options.kiosk.value_or(settings.ShowType() == PowerPoint::SlideShowType::Kiosk);
-  loops_ = isKiosk_ || options.loop.value_or(settings.loops());
-  usesTimings_ = options.useTimings.value_or(settings.usesTimings());
+    : application_(application),
+      presentation_(std::move(presentation)),
+      listener_(listener),
+      course_(presentation_, options) {
   timing_ = loop.CreateTimer([this] {
     timing_->Enabled(false);
     next();
@@ -104,14 +84,14 @@ void SlideShow::start(const SlideShowOptions& options) {
   } else if (!isVisible(0)) {
     place_ = visibleAfter(0).value_or(0);
   }
-  position_ = startSlide.value_or(order_[place_]);
+  position_ = startSlide.value_or(order()[place_]);
   application_.raise<PowerPoint::SlideShowWindow>(&ApplicationEvents::SlideShowBegin, shared_from_this());
   if (!isRunning_) return;
   presentation_->addListener(*this);
   // What listens to the beginning may have hidden slides that have no data.
   if (!wasChosen_ && !isVisible(place_)) {
     place_ = visibleAfter(place_).value_or(place_);
-    position_ = order_[place_];
+    position_ = order()[place_];
   }
   changeTo(position_);
   if (options.place) resume(*options.place);
@@ -130,7 +110,7 @@ void SlideShow::resume(const ShowPlace& place) {
 
 ShowPlace SlideShow::place() const {
   ShowPlace place;
-  place.slide = isAtEnd() ? order_[place_] : position_;
+  place.slide = isAtEnd() ? order()[place_] : position_;
   place.isChosen = wasChosen_;
   place.isAtEnd = isAtEnd();
   place.builtSteps = builtSteps_;
@@ -139,11 +119,11 @@ ShowPlace SlideShow::place() const {
   return place;
 }
 
-bool SlideShow::isVisible(std::size_t place) const { return !presentation_->isHidden(order_[place]); }
+bool SlideShow::isVisible(std::size_t place) const { return !presentation_->isHidden(order()[place]); }
 
 std::optional<std::size_t> SlideShow::visibleAfter(std::size_t place) const {
-  const std::size_t count = order_.size();
-  const std::size_t last = loops_ ? place + count : count;
+  const std::size_t count = order().size();
+  const std::size_t last = loops() ? place + count : count;
   for (std::size_t candidate = place + 1; candidate < last; ++candidate) {
     if (isVisible(candidate % count)) return candidate % count;
   }
@@ -158,9 +138,9 @@ std::optional<std::size_t> SlideShow::visibleBefore(std::size_t place) const {
 }
 
 std::optional<std::size_t> SlideShow::placeOf(std::int32_t slideIndex) const {
-  const auto found = std::find(order_.begin(), order_.end(), slideIndex);
-  if (found == order_.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - order_.begin());
+  const auto found = std::find(order().begin(), order().end(), slideIndex);
+  if (found == order().end()) return std::nullopt;
+  return static_cast<std::size_t>(found - order().begin());
 }
 
 bool SlideShow::isEmpty() const {
@@ -171,16 +151,16 @@ bool SlideShow::isEmpty() const {
 PowerPoint::SlidesAhead SlideShow::ahead() const {
   PowerPoint::SlidesAhead ahead;
   if (!isRunning_ || isAtEnd()) return ahead;
-  const std::size_t count = order_.size();
+  const std::size_t count = order().size();
   const std::optional<std::size_t> next = visibleAfter(place_);
-  if (next) ahead.Next = order_[*next];
-  std::size_t end = loops_ ? place_ + count : count;
+  if (next) ahead.Next = order()[*next];
+  std::size_t end = loops() ? place_ + count : count;
   if (next) end = *next > place_ ? *next : *next + count;
   for (std::size_t place = place_ + 1; place < end; ++place)
-    ahead.PassedOver.push_back(order_[place % count]);
-  if (next || loops_) return ahead;
+    ahead.PassedOver.push_back(order()[place % count]);
+  if (next || loops()) return ahead;
   for (std::size_t place = place_; place > 0; --place) {
-    if (!isVisible(place - 1)) ahead.PassedOver.push_back(order_[place - 1]);
+    if (!isVisible(place - 1)) ahead.PassedOver.push_back(order()[place - 1]);
   }
   return ahead;
 }
@@ -191,7 +171,7 @@ void SlideShow::next() {
   if (builtSteps_ < builds_.steps()) return build(builtSteps_ + 1);
   if (const auto place = visibleAfter(place_)) return show(*place);
   const bool anyVisible = isVisible(place_) || visibleBefore(place_);
-  if (!loops_ && anyVisible) return showEnd();
+  if (!loops() && anyVisible) return showEnd();
   startTiming();
 }
 
@@ -204,14 +184,14 @@ void SlideShow::previous() {
 
 void SlideShow::first() {
   if (!isRunning_) return;
-  for (std::size_t place = 0; place < order_.size(); ++place) {
+  for (std::size_t place = 0; place < order().size(); ++place) {
     if (isVisible(place)) return show(place);
   }
 }
 
 void SlideShow::last() {
   if (!isRunning_) return;
-  if (const auto place = visibleBefore(order_.size())) show(*place);
+  if (const auto place = visibleBefore(order().size())) show(*place);
 }
 
 void SlideShow::goTo(std::int32_t slideIndex) {
@@ -225,7 +205,7 @@ void SlideShow::goTo(std::int32_t slideIndex) {
 void SlideShow::show(std::size_t place, Built built) {
   place_ = place;
   wasChosen_ = false;
-  changeTo(order_[place], built);
+  changeTo(order()[place], built);
 }
 
 void SlideShow::build(std::size_t steps) {
@@ -233,13 +213,9 @@ void SlideShow::build(std::size_t steps) {
   if (listener_ != nullptr) listener_->buildChanged();
 }
 
-bool SlideShow::goesOnByItself() const {
-  return usesTimings_ && SlideShowTransition(presentation_, position_).AdvanceOnTime();
-}
-
 void SlideShow::changeTo(std::int32_t position, Built built) {
   position_ = position;
-  builds_ = isKiosk_ || goesOnByItself() ? Builds() : Builds(presentation_->slidePart(position));
+  builds_ = isKiosk() || goesOnByItself() ? Builds() : Builds(presentation_->slidePart(position));
   builtSteps_ = built == Built::Everything ? builds_.steps() : 0;
   blank(Blank::None);
   startTiming();
@@ -290,11 +266,11 @@ void SlideShow::leaveHiddenSlide() {
 void SlideShow::startTiming(std::int64_t elapsedMilliseconds) {
   timing_->Enabled(false);
   timingBegan_ = tickCount() - elapsedMilliseconds;
-  if (isAtEnd() || blank_ != Blank::None || !goesOnByItself()) return;
-  const SlideShowTransition transition(presentation_, position_);
+  if (isAtEnd() || blank_ != Blank::None) return;
+  const std::optional<double> stay = course_.stay(position_);
+  if (!stay) return;
   constexpr double Longest = std::numeric_limits<std::int32_t>::max();
-  const double remaining =
-      std::round(transition.AdvanceTime() * 1000.0) - static_cast<double>(elapsedMilliseconds);
+  const double remaining = std::round(*stay) - static_cast<double>(elapsedMilliseconds);
   const double milliseconds = std::clamp(remaining, 1.0, Longest);
   timing_->Interval(static_cast<std::int32_t>(milliseconds));
   timing_->Enabled(true);

@@ -9,6 +9,8 @@
 #include "deck/objects/Application.h"
 #include "deck/objects/Presentation.h"
 #include "deck/show/Builds.h"
+#include "deck/show/ShowCourse.h"
+#include "deck/show/SlideShowOptions.h"
 #include "host/services.h"
 
 namespace deck {
@@ -23,37 +25,6 @@ class SlideShowListener {
   /// The slide on show has been built up further, or back.
   virtual void buildChanged() = 0;
   virtual void ended() = 0;
-};
-
-enum class Blank { None, Black, White };
-
-/// Where a show stands, for another one that takes its place.
-struct ShowPlace {
-  /// Index in the presentation.
-  std::int32_t slide = 1;
-  /// Gone to by number, and shown though it may be hidden.
-  bool isChosen = false;
-  /// On the black end slide, behind `slide`.
-  bool isAtEnd = false;
-  std::size_t builtSteps = 0;
-  /// Of the slide's own timing.
-  std::int64_t elapsedMilliseconds = 0;
-  Blank blank = Blank::None;
-};
-
-/// What overrides the settings that the author stored in the deck.
-struct SlideShowOptions {
-  /// Index in the presentation; may be a hidden slide.
-  std::optional<std::int32_t> startSlide;
-  /// Goes before startSlide. What it asks for and the deck does not have is left out; a slide out of range is
-  /// an error.
-  std::optional<ShowPlace> place;
-  std::optional<bool> kiosk;
-  std::optional<bool> loop;
-  std::optional<bool> useTimings;
-  /// First and last slide, instead of the stored range or custom show.
-  std::optional<std::int32_t> firstSlide;
-  std::optional<std::int32_t> lastSlide;
 };
 
 /// A running slide show: what it shows and in which order, its timings and its
@@ -86,8 +57,8 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   /// Whether there is nothing to show: every slide is hidden and none was asked for by
   /// number. The show goes on, and shows the first slide that comes back.
   [[nodiscard]] bool isEmpty() const;
-  [[nodiscard]] bool isKiosk() const { return isKiosk_; }
-  [[nodiscard]] bool loops() const { return loops_; }
+  [[nodiscard]] bool isKiosk() const { return course_.isKiosk(); }
+  [[nodiscard]] bool loops() const { return course_.loops(); }
   [[nodiscard]] Blank blank() const { return blank_; }
   [[nodiscard]] ShowPlace place() const;
   [[nodiscard]] PowerPoint::SlideShowPointerType pointer() const { return pointer_; }
@@ -136,7 +107,8 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   void show(std::size_t place, Built built = Built::Nothing);
   void changeTo(std::int32_t position, Built built = Built::Nothing);
   void build(std::size_t steps);
-  [[nodiscard]] bool goesOnByItself() const;
+  [[nodiscard]] bool goesOnByItself() const { return course_.stay(position_).has_value(); }
+  [[nodiscard]] const std::vector<std::int32_t>& order() const { return course_.slides(); }
   void showEnd();
   void leaveHiddenSlide();
   void startTiming(std::int64_t elapsedMilliseconds = 0);
@@ -144,16 +116,13 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   Application& application_;
   std::shared_ptr<deck::Presentation> presentation_;
   SlideShowListener* listener_;
-  std::vector<std::int32_t> order_;  // slide indices in the order of the show
-  std::size_t place_ = 0;            // in order_, of the slide on show or the one shown before it
+  ShowCourse course_;
+  std::size_t place_ = 0;  // in the course, of the slide on show or the one shown before it
   std::int32_t position_ = 1;
   Builds builds_;
   std::size_t builtSteps_ = 0;
   bool wasChosen_ = false;  // by number, hidden or not
   bool isRunning_ = true;
-  bool isKiosk_ = false;
-  bool loops_ = false;
-  bool usesTimings_ = true;
   Blank blank_ = Blank::None;
   PowerPoint::SlideShowPointerType pointer_ = PowerPoint::SlideShowPointerType::AutoArrow;
   std::unique_ptr<host::Timer> timing_;  // the slide's own

@@ -20,7 +20,10 @@ test("what is broken in a deck is told, with its place", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
   assert.equal(sandbox.run("check", deck).code, 0);
-  assert.deepEqual(findings(sandbox, deck), []);
+  const still = /^note 0 : With --kiosk: The show loops, but no slide goes on by itself/;
+  const [first, ...others] = findings(sandbox, deck);
+  assert.match(first, still);
+  assert.deepEqual(others, []);
 
   sandbox.write("shop/values.txt", [["Value"], ["eggs ".repeat(200)], ["milk"]]);
   sandbox.done("link", deck, "--slide", 1, "--shape", "p4 Item", "--clock", "hh:nn");
@@ -36,6 +39,7 @@ test("what is broken in a deck is told, with its place", (t) => {
   assert.equal(sandbox.run("check", deck).code, 1);
   const patterns = [
     /^broken 0 : Connection 002 \(Gone\): .*gone\.txt' cannot be opened/,
+    still,
     /^broken 1 p3 Item: Connection 001 \(Values\) has no row 3; it has 2 today\.$/,
     /^broken 1 p1 Item: Today's text is larger than the shape, by \d+ px/,
     /^note 2 : The slide is hidden in the deck\.$/,

@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { setTimings } from "../support/deck.mjs";
+import { holdStill, setTimings } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { at, makeValueDeck, setValues } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
@@ -111,14 +111,24 @@ test("only who has the token steers, and only pages of the show's own name ask",
   }
 });
 
-test("slides move on by their timings, and a looping show begins anew", async (t) => {
+test("slides move on by their timings or the one given for all, and a looping show begins anew", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = sandbox.sample("shop");
+  const moves = async (...options) => {
+    const show = await sandbox.show(deck, ...options);
+    const events = show.events();
+    const positions = () => events.all.filter(({ event }) => event === "position").map(({ data }) => data.position);
+    await until("five slides", () => positions().length >= 5);
+    const seen = positions().slice(0, 5);
+    assert.deepEqual(seen, seen.map((_, i) => ((seen[0] - 1 + i) % 3) + 1));
+    await show.stop();
+    assert.equal(show.error, "");
+  };
   setTimings(deck, 600);
-  const show = await sandbox.show(deck);
-  const events = show.events();
-  const positions = () => events.all.filter(({ event }) => event === "position").map(({ data }) => data.position);
-  await until("five slides", () => positions().length >= 5);
-  const seen = positions().slice(0, 5);
-  assert.deepEqual(seen, seen.map((_, i) => ((seen[0] - 1 + i) % 3) + 1));
+  await moves();
+  holdStill(deck);
+  await moves("--kiosk", "--seconds", 0.6);
+  const still = await sandbox.show(deck, "--kiosk");
+  await still.stop();
+  assert.match(still.error, /^lumenfold: The show loops, but no slide goes on by itself, so it stays on its first one/);
 });
