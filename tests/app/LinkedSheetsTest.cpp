@@ -12,7 +12,7 @@ using LinkedSheetsTest = ShowTest;
 TEST_F(LinkedSheetsTest, AreReadAgainWhateverHappenedBefore) {
   int reads = 0;
   const auto deck = open(deckWithSheet());
-  files.onLocalPath = [&](std::string_view) {
+  machine.files.onLocalPath = [&](std::string_view) {
     ++reads;
     throw std::runtime_error("out of threads");
   };
@@ -29,7 +29,7 @@ TEST_F(LinkedSheetsTest, AreReadAgainWhateverHappenedBefore) {
 TEST_F(LinkedSheetsTest, AreNotReadWithinTheirOwnReading) {
   int reads = 0;
   const auto deck = open(deckWithSheet());
-  files.onLocalPath = [&](std::string_view) {
+  machine.files.onLocalPath = [&](std::string_view) {
     ++reads;
     deck->UpdateLinks();
   };

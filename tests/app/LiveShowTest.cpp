@@ -37,14 +37,15 @@ TEST_F(LiveShowTest, AShapeThatCannotBeDrawnAloneIsAnEmptyView) {
   support::DeckBuilder deck;
   const int slide = deck.addSlide();
   const std::string ink = deck.relate(slide, "customXml", "../ink/ink1.xml");
-  deck.shapes(slide,
-              "<p:contentPart r:id=\"" + ink +
-                  "\"><p:nvContentPartPr><p:cNvPr id=\"7\" name=\"Ink\"/><p:cNvContentPartPr/><p:nvPr/>"
-                  "</p:nvContentPartPr></p:contentPart>" +
-                  support::textShape(2, "Text", "drawn"));
+  deck.shapes(
+      slide,
+      "<p:contentPart r:id=\"" + ink +
+          "\"><p:nvContentPartPr><p:cNvPr id=\"4294967295\" name=\"Ink\"/><p:cNvContentPartPr/><p:nvPr/>"
+          "</p:nvContentPartPr></p:contentPart>" +
+          support::textShape(2, "Text", "drawn"));
   const auto live = show(deck);
   const web::View view = live->view(std::nullopt, "Ink");
-  EXPECT_EQ(view.elementId, "s1-sh7");
+  EXPECT_EQ(view.elementId, "s1-sh4294967295");
   EXPECT_FALSE(live->state(view).current.has_value());
   EXPECT_NE(errorLog(), "");
 

@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "app/wiring/AddInHost.h"
 #include "fakes/FakeServices.h"
@@ -16,51 +12,12 @@
 
 namespace app::test {
 
-/// The fake machine's files, behind a hook that sees every path that is looked up.
-class HookedFiles final : public host::Files {
- public:
-  explicit HookedFiles(fakes::Files& files) : files_(files) {}
-  /// May throw, and may run the loop as a slow drive does.
-  std::function<void(std::string_view)> onLocalPath = [](std::string_view) {};
-
-  std::unique_ptr<host::InputFile> OpenForInput(std::string_view path) override {
-    return files_.OpenForInput(path);
-  }
-  void Append(std::string_view path, std::string_view text) override { files_.Append(path, text); }
-  void Kill(std::string_view path) override { files_.Kill(path); }
-  void Name(std::string_view path, std::string_view newPath) override { files_.Name(path, newPath); }
-  [[nodiscard]] basic::Date FileDateTime(std::string_view path) const override {
-    return files_.FileDateTime(path);
-  }
-  [[nodiscard]] std::string LocalPath(std::string_view path) const override {
-    onLocalPath(path);
-    return files_.LocalPath(path);
-  }
-  [[nodiscard]] std::string FileWithin(std::string_view folder, std::string_view name) const override {
-    return files_.FileWithin(folder, name);
-  }
-  [[nodiscard]] std::string TempPath() const override { return files_.TempPath(); }
-  [[nodiscard]] std::string TempFileName(std::string_view folder, std::string_view prefix) override {
-    return files_.TempFileName(folder, prefix);
-  }
-
- private:
-  fakes::Files& files_;
-};
-
 /// The add-in in its host on a machine in memory. The show's own loop is a real one, and moves when a test
 /// lets it.
 struct ShowTest : testing::Test {
   fakes::Machine machine;
-  HookedFiles files{machine.files};
   platform::EventLoop loop;
   AddInHost host;
-
-  ShowTest() {
-    host::Services services = host::Current();
-    services.files = &files;
-    host::Use(services);
-  }
 
   std::shared_ptr<deck::Presentation> open(const support::DeckBuilder& deck) {
     return host.application().open(deck.package(), {});

@@ -23,7 +23,7 @@ TEST_F(StageTest, AShowIsThereAsLongAsSomethingOfItWaits) {
   const std::weak_ptr<deck::Presentation> first = stage->deck();
   // A slow drive: while the first deck's cells are read, two versions come one after the other.
   int waits = 0;
-  files.onLocalPath = [&](std::string_view) {
+  machine.files.onLocalPath = [&](std::string_view) {
     if (++waits > 1) return;
     stage->change(version(deckWithSheet()));
     stage->change(version(deckWithSheet()));

@@ -166,7 +166,10 @@ class Files final : public host::Files {
   basic::Date FileDateTime(std::string_view path) const override {
     return {const_cast<Files*>(this)->Get(path).date};
   }
-  std::string LocalPath(std::string_view path) const override { return std::string(path); }
+  std::string LocalPath(std::string_view path) const override {
+    onLocalPath(path);
+    return std::string(path);
+  }
   std::string FileWithin(std::string_view folder, std::string_view name) const override {
     if (basic::StartsWith(name, "..") || basic::StartsWith(name, "/")) {
       throw basic::Error(70, "fake files", std::string(name) + " leads out of " + std::string(folder));
@@ -191,6 +194,8 @@ class Files final : public host::Files {
 
   std::map<std::string, File> files;
   int opens = 0;
+  /// Sees every path that is looked up. May throw, and may run the loop as a slow drive does.
+  std::function<void(std::string_view)> onLocalPath = [](std::string_view) {};
 
  private:
   File& Get(std::string_view path) {

@@ -98,33 +98,6 @@ test("the sample decks are drawn whole, with every picture and value", async (t)
   }
 });
 
-test("a slide without data is skipped, and returns with its data", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("departures");
-  holdStill(deck);
-  const header = "Time\tFlight\tDestination\tNotice\tDetail\n";
-  const show = await sandbox.show(deck);
-  const page = await openScreen(t, show.url);
-  const isHidden = (hidden) =>
-    until(`slide 2 hidden: ${hidden}`, async () => (await show.state()).slides[1].hidden === hidden, refresh);
-
-  sandbox.write("departures/alerts.txt", header);
-  await isHidden(true);
-  await show.command("next");
-  await waitForSlide(page, 3);
-  sandbox.write("departures/alerts.txt", header + "10:00\tXX 1\tNowhere\tLate\tby an hour\n");
-  await isHidden(false);
-  await show.command("previous");
-  await waitForSlide(page, 2);
-  assert.equal(await shownText(page, elementId(deck, 2, "a1 Notice")), "Late");
-
-  // When its data go while it is on show, it makes way.
-  sandbox.write("departures/alerts.txt", header);
-  await waitForSlide(page, 3, refresh);
-  assert.ok(await isUntouched(page));
-  assert.deepEqual(page.faults, []);
-});
-
 test("a screen opened late shows the present state at once, even before its scripts run", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "old", "old");
