@@ -12,14 +12,13 @@ namespace ado::test {
 namespace {
 
 /// What every recordset does whose records can be changed.
-class ChangeableRecordset
-    : public testing::TestWithParam<std::shared_ptr<ADODB::Recordset> (*)(const Rows&)> {
+class ChangeableRecordset : public testing::TestWithParam<std::string> {
  protected:
-  std::shared_ptr<ADODB::Recordset> recordset_ =
-      GetParam()({{"Apple", "1"}, {"Pear", nullptr}, {"", "3"}, {"Plum", "4"}});
+  std::shared_ptr<ADODB::Recordset> recordset_ = (GetParam() == "Table" ? overTable : inMemory)(
+      {{"Apple", "1"}, {"Pear", nullptr}, {"", "3"}, {"Plum", "4"}});
 };
-INSTANTIATE_TEST_SUITE_P(Sources, ChangeableRecordset, testing::Values(&overTable, &inMemory),
-                         [](const auto& source) { return source.index == 0 ? "Table" : "Memory"; });
+INSTANTIATE_TEST_SUITE_P(Sources, ChangeableRecordset, testing::Values("Table", "Memory"),
+                         [](const auto& source) { return source.param; });
 
 TEST_P(ChangeableRecordset, DeletesTheCurrentRecord) {
   recordset_->Move(1);

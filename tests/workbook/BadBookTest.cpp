@@ -34,6 +34,8 @@ struct Case {
   const char* error;
 };
 
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+
 class BadBooks : public ::testing::TestWithParam<Case> {};
 
 TEST_P(BadBooks, AreRefusedWithTheReason) {

@@ -12,9 +12,8 @@ struct Case {
   const char* texts;
 };
 
-class CellTexts : public ::testing::TestWithParam<Case> {};
-
-TEST_P(CellTexts, AreShown) {
+/// A book whose styles and shared strings the cells below use.
+BookBuilder styled() {
   BookBuilder book;
   book.formats =
       R"(<numFmt numFmtId="164" formatCode="0.00&quot; kg&quot;"/><numFmt numFmtId="165" formatCode="&quot;never closed"/>)"
@@ -29,53 +28,60 @@ TEST_P(CellTexts, AreShown) {
       R"(<si><t> trimmed </t></si><si><t xml:space="preserve"> kept </t></si><si><t xml:space="preserve"> </t></si>)"
       R"(<si/><si><t>a_x000D_b_x005F_x000D_c_xZZZZ__xD83D__xDE00__xD83D_</t></si>)"
       R"(<si><t>p<!-- </si> -->q<![CDATA[<r>&amp;</si>]]></t></si>)";
-  book.rows = "<row r=\"1\">" + std::string(GetParam().cells) + "</row>";
-  EXPECT_EQ(textsOf(book, "A1:C1"), GetParam().texts);
+  return book;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    SharedStrings, CellTexts,
-    ::testing::Values(
-        Case{R"(<c r="A1" t="s"><v>0</v></c><c r="B1" t="s"><v>1</v></c><c r="C1" t="s"><v>2</v></c>)",
-             "plain|rich text|東京"},
-        Case{R"(<c r="A1" t="s"><v>3</v></c><c r="B1" t="s"><v>4</v></c><c r="C1" t="s"><v>5</v></c>)",
-             "trimmed| kept | "},
-        Case{R"(<c r="A1" t="s"><v>6</v></c><c r="B1" t="s"><v>7</v></c><c r="C1" t="s"><v>8</v></c>)",
-             "|a\rb_x000D_c_xZZZZ_\U0001F600\uFFFD|pq<r>&amp;</si>"},
-        // Beyond the texts there are, or no number: a display goes on.
-        Case{R"(<c r="A1" t="s"><v>9</v></c><c r="B1" t="s"><v>-1</v></c><c r="C1" t="s"><v>0</v></c>)",
-             "||plain"}));
+void expectShown(const std::vector<Case>& cases) {
+  BookBuilder book = styled();
+  for (const Case& c : cases) {
+    book.rows = "<row r=\"1\">" + std::string(c.cells) + "</row>";
+    EXPECT_EQ(textsOf(book, "A1:C1"), c.texts);
+  }
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Values, CellTexts,
-    ::testing::Values(
-        Case{R"(<c r="A1"><v>1.5</v></c><c r="B1" t="n"><v>-2E-3</v></c><c r="C1" t="b"><v>1</v></c>)",
-             "1.5|-0.002|TRUE"},
-        Case{
-            R"(<c r="A1" t="e"><v>#N/A</v></c><c r="B1" t="str"><v> s_x000D_&amp; </v></c><c r="C1" t="inlineStr"><is><r><t>in</t></r><r><t>line</t></r></is></c>)",
-            "#N/A| s\r& |inline"},
-        // Formulas: the last result counts; never calculated, they show nothing.
-        Case{R"(<c r="A1"><f>1+1</f><v>2</v></c><c r="B1"><f>NOW()</f></c><c r="C1"><f>NOW()</f><v></v></c>)",
-             "2||"},
-        Case{R"(<c r="A1"><v>word</v></c><c r="B1"><v>inf</v></c><c r="C1"><v>1e999</v></c>)",
-             "word|inf|1e999"},
-        // Places: none given, in any order, twice.
-        Case{R"(<c><v>1</v></c><c r="C1"><v>3</v></c><c r="B1"><v>2</v></c><c><v>4</v></c>)", "1|2|4"}));
+TEST(CellText, IsOfTheSharedStrings) {
+  expectShown({
 
-INSTANTIATE_TEST_SUITE_P(
-    Formats, CellTexts,
-    ::testing::Values(
-        Case{R"(<c r="A1" s="1"><v>2.5</v></c><c r="B1" s="2"><v>7</v></c><c r="C1" s="3"><v>7</v></c>)",
-             "2.50 kg|never closed|"},
-        Case{
-            R"(<c r="A1" s="4" t="str"><v>x</v></c><c r="B1" s="6"><v>7</v></c><c r="C1" s="999"><v>7</v></c>)",
-            "[x]|7|7"},
-        Case{
-            R"(<c r="A1" s="5" t="d"><v>2026-02-03T20:30:45.250Z</v></c><c r="B1" s="5" t="d"><v>1900-01-02</v></c><c r="C1" t="d"><v>12:00</v></c>)",
-            "2026-02-03 20:30:45|1900-01-02 00:00:00|0.5"},
-        Case{
-            R"(<c r="A1" s="5"><v>1e9</v></c><c r="B1" s="5" t="d"><v>2026-02-30</v></c><c r="C1" s="7"><v>0.5</v></c>)",
-            "#####|2026-02-30|50.00%"}));
+      {R"(<c r="A1" t="s"><v>0</v></c><c r="B1" t="s"><v>1</v></c><c r="C1" t="s"><v>2</v></c>)",
+       "plain|rich text|東京"},
+      {R"(<c r="A1" t="s"><v>3</v></c><c r="B1" t="s"><v>4</v></c><c r="C1" t="s"><v>5</v></c>)",
+       "trimmed| kept | "},
+      {R"(<c r="A1" t="s"><v>6</v></c><c r="B1" t="s"><v>7</v></c><c r="C1" t="s"><v>8</v></c>)",
+       "|a\rb_x000D_c_xZZZZ_\U0001F600\uFFFD|pq<r>&amp;</si>"},
+      // Beyond the texts there are, or no number: a display goes on.
+      {R"(<c r="A1" t="s"><v>9</v></c><c r="B1" t="s"><v>-1</v></c><c r="C1" t="s"><v>0</v></c>)", "||plain"},
+  });
+}
+
+TEST(CellText, IsThatOfItsValue) {
+  expectShown({
+
+      {R"(<c r="A1"><v>1.5</v></c><c r="B1" t="n"><v>-2E-3</v></c><c r="C1" t="b"><v>1</v></c>)",
+       "1.5|-0.002|TRUE"},
+      {R"(<c r="A1" t="e"><v>#N/A</v></c><c r="B1" t="str"><v> s_x000D_&amp; </v></c><c r="C1" t="inlineStr"><is><r><t>in</t></r><r><t>line</t></r></is></c>)",
+       "#N/A| s\r& |inline"},
+      // Formulas: the last result counts; never calculated, they show nothing.
+      {R"(<c r="A1"><f>1+1</f><v>2</v></c><c r="B1"><f>NOW()</f></c><c r="C1"><f>NOW()</f><v></v></c>)",
+       "2||"},
+      {R"(<c r="A1"><v>word</v></c><c r="B1"><v>inf</v></c><c r="C1"><v>1e999</v></c>)", "word|inf|1e999"},
+      // Places: none given, in any order, twice.
+      {R"(<c><v>1</v></c><c r="C1"><v>3</v></c><c r="B1"><v>2</v></c><c><v>4</v></c>)", "1|2|4"},
+  });
+}
+
+TEST(CellText, FollowsItsFormat) {
+  expectShown({
+
+      {R"(<c r="A1" s="1"><v>2.5</v></c><c r="B1" s="2"><v>7</v></c><c r="C1" s="3"><v>7</v></c>)",
+       "2.50 kg|never closed|"},
+      {R"(<c r="A1" s="4" t="str"><v>x</v></c><c r="B1" s="6"><v>7</v></c><c r="C1" s="999"><v>7</v></c>)",
+       "[x]|7|7"},
+      {R"(<c r="A1" s="5" t="d"><v>2026-02-03T20:30:45.250Z</v></c><c r="B1" s="5" t="d"><v>1900-01-02</v></c><c r="C1" t="d"><v>12:00</v></c>)",
+       "2026-02-03 20:30:45|1900-01-02 00:00:00|0.5"},
+      {R"(<c r="A1" s="5"><v>1e9</v></c><c r="B1" s="5" t="d"><v>2026-02-30</v></c><c r="C1" s="7"><v>0.5</v></c>)",
+       "#####|2026-02-30|50.00%"},
+  });
+}
 
 TEST(CellText, CountsDaysFrom1904) {
   BookBuilder book;
