@@ -286,7 +286,8 @@ TEST_F(ServerTest, HearsTheOperatorAndTheWatchdogWhenItIsFull) {
   EXPECT_EQ("", silent[0].receiveAll()) << "the first guest makes room";
   EXPECT_EQ(503, connect().post("/api/v1/next", "Bearer guess").status);
   EXPECT_EQ(503, open("/screen/events").answer().status);
-  for (const char* path : {"/healthz", "http://localhost/healthz", "/readyz?probe"}) {
+  for (const char* path :
+       {"/healthz", "http://localhost/healthz", "/readyz?probe", "/status", "/api/v1/status"}) {
     Client watchdog = connect();
     EXPECT_EQ(200, watchdog.get(path).status) << path;
     EXPECT_EQ("", watchdog.receiveAll()) << "one request a guest";

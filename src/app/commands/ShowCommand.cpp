@@ -162,6 +162,7 @@ class ShowRun {
     if (const auto name = networkName()) {
       std::cout << "Network:  http://" << *name << ':' << server.port() << "/\n";
     }
+    std::cout << "Status:   " << server.url() << "status\n";
     if (token.isNew) {
       std::cout << "Operator: " << server.url() << "#token=" << token.value << '\n'
                 << "Remote:   " << server.url() << "remote#token=" << token.value << '\n';

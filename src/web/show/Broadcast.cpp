@@ -150,9 +150,13 @@ void Broadcast::shapesChanged(const std::vector<ShapeChange>& changes, Time chan
 Broadcast::Reported Broadcast::painted(std::string_view screen, const PaintReport& report) {
   Screens::Screen* const known = book_.find(screen);
   if (known == nullptr) return Reported::UnknownScreen;
-  const auto channel = views_.find(known->view);
-  const auto changed = channel == views_.end() ? std::nullopt : channel->second.changedAt(report.sequence);
+  const auto changed = changedAt(known->view, report.sequence);
   return book_.painted(*known, report, changed) ? Reported::Done : Reported::TooOften;
+}
+
+std::optional<Broadcast::Time> Broadcast::changedAt(const View& view, std::uint64_t sequence) const {
+  const auto channel = views_.find(view);
+  return channel == views_.end() ? std::nullopt : channel->second.changedAt(sequence);
 }
 
 std::uint64_t Broadcast::newest(const View& view) const {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -56,6 +57,8 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   [[nodiscard]] const Screens& screenBook() const { return book_; }
   /// The number of the newest event of a view; 0 when nobody looks at it.
   [[nodiscard]] std::uint64_t newest(const View& view) const;
+  /// When the cause of an event of a view happened; nothing when that is too long ago to be known.
+  [[nodiscard]] std::optional<Time> changedAt(const View& view, std::uint64_t sequence) const;
 
  private:
   void openOn(const View& view, Connection connection, const std::optional<std::string>& screen);

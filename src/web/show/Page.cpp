@@ -60,6 +60,8 @@ std::string filled(std::string_view file, const ScreenState& state) {
 
 std::string screenPage(const ScreenState& state) { return filled("screen/screen.html", state); }
 
+std::string statusPage(const ScreenState& state) { return filled("status/status.html", state); }
+
 std::string remotePage(const ScreenState& state) { return filled("remote/remote.html", state); }
 
 }  // namespace web

@@ -12,5 +12,7 @@ namespace web {
 std::string screenPage(const ScreenState& state);
 /// The page for phones, client/remote/remote.html; the slides come with the stream.
 std::string remotePage(const ScreenState& state);
+/// The page that tells people how the show does, client/status/status.html; it asks for what it says.
+std::string statusPage(const ScreenState& state);
 
 }  // namespace web

@@ -11,6 +11,7 @@
 #include "web/show/ClientFiles.h"
 #include "web/show/Page.h"
 #include "web/show/Reports.h"
+#include "web/show/Status.h"
 
 namespace web {
 namespace {
@@ -142,8 +143,10 @@ Response Routes::answerGuest(const Request& request) {
 /// The page that steers asks for the token, so it comes before the token.
 bool Routes::mustGetIn(const Request& request) const {
   const std::string_view path = request.path;
-  return path == "/healthz" || path == "/readyz" || path == "/remote" || path.starts_with(clientPrefix) ||
-         guard_.mayChange(request) || guard_.hasPass(request);
+  static constexpr std::string_view always[] = {"/healthz", "/readyz", "/status", "/api/v1/status",
+                                                "/remote"};
+  return std::find(std::begin(always), std::end(always), path) != std::end(always) ||
+         path.starts_with(clientPrefix) || guard_.mayChange(request) || guard_.hasPass(request);
 }
 
 Response Routes::dispatch(const Request& request) {
@@ -190,6 +193,7 @@ Response Routes::built(const Request& request) {
   const std::string_view path = request.path;
   if (path == "/") return page(screenPage(show_.state(viewOf(request))));
   if (path == "/remote") return page(remotePage(show_.state(View{})));
+  if (path == "/status") return page(statusPage(show_.state(View{})));
   if (path == "/healthz") return json(R"({"status":"ok"})");
   if (path == "/readyz") return readyAnswer();
   if (path == "/metrics") {
@@ -198,6 +202,7 @@ Response Routes::built(const Request& request) {
   }
   if (path == "/api/v1/state") return json(show_.stateJson());
   if (path == "/api/v1/health") return json(healthJson(show_.health(), broadcast_));
+  if (path == "/api/v1/status") return json(statusJson(show_.health(), show_.state(View{}), broadcast_));
   if (path.starts_with(slidePrefix)) return slideAnswer(path.substr(slidePrefix.size()));
   if (path.starts_with(clientPrefix)) return clientAnswer(path.substr(clientPrefix.size()));
   return notFound();

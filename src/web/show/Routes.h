@@ -20,7 +20,8 @@ class Broadcast;
 ///   GET  /                        the screen's page; "?slide=N" keeps to a slide,
 ///                                 "?shape=NAME" (with "&slide=N") to one shape
 ///   GET  /remote                  the page for phones that steers
-///   GET  /client/VERSION/FILE     scripts and styles of both
+///   GET  /status                  the page that tells people how the show does
+///   GET  /client/VERSION/FILE     scripts and styles of the pages
 ///   GET  /assets/NAME             what the slides refer to, or a range of its bytes
 ///   GET  /slides/N                a slide as it is now, a piece of HTML
 ///   GET  /screen/events           event stream for screens, with the page's query
@@ -28,6 +29,7 @@ class Broadcast;
 ///   GET  /api/v1/events           event stream for programs
 ///   GET  /api/v1/state            the state, JSON
 ///   GET  /api/v1/health           how connections and screens do, JSON
+///   GET  /api/v1/status           the same judged, for /status: without folders, JSON
 ///   GET  /healthz                 {"status":"ok"}: the program's loop turns
 ///   GET  /readyz                  {"status":"ready"}, or 503 before and after the show
 ///   GET  /metrics                 for Prometheus
@@ -47,8 +49,8 @@ class Routes : public Handler {
 
   /// A failure of the show is counted, reported and answered with 500.
   [[nodiscard]] Response answer(const Request& request) override;
-  /// Only what watches over the program (/healthz, /readyz), who holds the token or a pass, and the page
-  /// that asks for the token are heard, others get 503.
+  /// Only what watches over the program (/healthz, /readyz, /status), who holds the token or a pass, and the
+  /// page that asks for the token are heard, others get 503.
   [[nodiscard]] Response answerGuest(const Request& request) override;
 
  private:

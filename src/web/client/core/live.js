@@ -2,6 +2,7 @@
 // order, and a page that is older than the server's gives way to the newer one.
 
 import { isAwake } from "./awake.js";
+import { renewFor } from "./renewal.js";
 import { changeShapes, showState } from "./slides.js";
 import { openStream } from "./stream.js";
 
@@ -22,7 +23,7 @@ export function followShow(url, { before, hello, state, changed }) {
     before,
     hello,
     picture: inTurn(async (fresh, isNext) => {
-      if (fresh.version !== page.dataset.version) reloadFor(fresh.version);
+      renewFor(fresh.version);
       if (document.title !== fresh.title) document.title = fresh.title;
       await showState(fresh, isNext && isAwake());
       page.toggleAttribute("data-ended", fresh.ended);
@@ -31,15 +32,4 @@ export function followShow(url, { before, hello, state, changed }) {
     }),
     shapes: inTurn((changes) => changeShapes(changes, isAwake())),
   });
-}
-
-// The server has newer scripts than this page. It reloads once the new page can
-// be had, and once only: should a cache still answer with the old page, the old
-// page goes on as it is.
-async function reloadFor(version) {
-  if (sessionStorage.getItem("reloaded-for") === version) return;
-  const answer = await fetch(location.pathname, { cache: "no-store" }).catch(() => null);
-  if (!answer?.ok) return;
-  sessionStorage.setItem("reloaded-for", version);
-  location.reload();
 }

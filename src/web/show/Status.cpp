@@ -1,0 +1,216 @@
+// Judges how the show, its connections and its screens do, for people.
+#include "web/show/Status.h"
+
+#include <algorithm>
+#include <cctype>
+#include <chrono>
+#include <cmath>
+
+#include "json/Json.h"
+#include "web/show/Broadcast.h"
+#include "web/show/ClientFiles.h"
+
+namespace web {
+namespace {
+
+using json::Json;
+using Clock = Screens::Clock;
+
+const char* nameOf(Level level) {
+  switch (level) {
+    case Level::Good:
+      return "good";
+    case Level::Warning:
+      return "warning";
+    case Level::Bad:
+      return "bad";
+    case Level::Idle:
+      break;
+  }
+  return "idle";
+}
+
+/// To the tenth of a second.
+template <typename Time>
+double secondsBetween(Time earlier, Time later) {
+  return std::round(std::max(0.0, std::chrono::duration<double>(later - earlier).count()) * 10) / 10;
+}
+
+double secondsSince(std::chrono::system_clock::time_point time) {
+  return secondsBetween(time, std::chrono::system_clock::now());
+}
+
+bool hasFailedLast(const ConnectionHealth& connection) {
+  return connection.lastErrorTime &&
+         (!connection.lastSuccess || *connection.lastErrorTime >= *connection.lastSuccess);
+}
+
+/// Notes the judgements, the worst of which is that of the whole.
+class Judges {
+ public:
+  void add(Json& json, const Judgement& judgement) {
+    json["level"] = nameOf(judgement.level);
+    json["state"] = judgement.state;
+    worst_ = std::max(worst_, judgement.level);
+  }
+  void add(Level level) { worst_ = std::max(worst_, level); }
+  [[nodiscard]] const char* worst() const { return nameOf(worst_); }
+
+ private:
+  Level worst_ = Level::Good;
+};
+
+Json showJson(const ScreenState& state, int position) {
+  Json json = {{"slide", position}, {"slideCount", state.slideCount}, {"running", nullptr}};
+  if (state.began) json["running"] = secondsSince(*state.began);
+  return json;
+}
+
+Json connectionJson(const ConnectionHealth& connection) {
+  Json json = {{"connection", connection.number},
+               {"description", connection.description},
+               {"rows", connection.rows},
+               {"interval", connection.interval},
+               {"age", nullptr},
+               {"error", nullptr}};
+  if (connection.age) json["age"] = *connection.age;
+  if (connection.lastErrorTime) {
+    json["error"] = {{"age", secondsSince(*connection.lastErrorTime)},
+                     {"text", withoutFolders(connection.lastError)}};
+  }
+  return json;
+}
+
+Json viewJson(const View& view) {
+  switch (view.kind) {
+    case View::Kind::Show:
+      break;
+    case View::Kind::Slide:
+      return {{"kind", "slide"}, {"slide", view.slide}};
+    case View::Kind::Shape:
+      return {{"kind", "shape"}, {"slide", view.slide}};
+  }
+  return {{"kind", "show"}};
+}
+
+Json screenJson(const Screens::Screen& screen, Clock::time_point now) {
+  Json json = {{"screen", screen.number},
+               {"view", viewJson(screen.view)},
+               {"connected", secondsBetween(screen.opened, now)},
+               {"painted", nullptr}};
+  if (screen.painted) {
+    Json& painted = json["painted"];
+    painted = {{"slide", screen.painted->slide},
+               {"age", secondsBetween(screen.painted->at, now)},
+               {"delay", nullptr}};
+    if (screen.painted->delay) painted["delay"] = *screen.painted->delay;
+  }
+  return json;
+}
+
+/// Whether a path begins there: "/x", "C:\", "C:/", "\\server", "./", "../", "~/".
+bool isPathAt(std::string_view text) {
+  const auto at = [&text](std::size_t i) { return i < text.size() ? text[i] : ' '; };
+  const auto isSlash = [](char c) { return c == '/' || c == '\\'; };
+  if (text.starts_with('/')) return std::isspace(static_cast<unsigned char>(at(1))) == 0;
+  if (text.starts_with("\\\\")) return true;
+  if (std::isalpha(static_cast<unsigned char>(at(0))) != 0) return at(1) == ':' && isSlash(at(2));
+  while (text.starts_with('.')) text.remove_prefix(1);
+  return (at(0) == '/' && text.size() > 1) || text.starts_with("~/");
+}
+
+std::string_view lastName(std::string_view path) {
+  while (!path.empty() && (path.back() == '/' || path.back() == '\\')) path.remove_suffix(1);
+  return path.substr(path.find_last_of("/\\") + 1);
+}
+
+}  // namespace
+
+Judgement judged(const ConnectionHealth& connection) {
+  if (connection.isStale) return {Level::Bad, "stale"};
+  if (hasFailedLast(connection)) return {Level::Warning, "failing"};
+  if (!connection.isUsed) return {Level::Idle, "resting"};
+  if (!connection.age) return {Level::Warning, "waiting"};
+  return {Level::Good, "fresh"};
+}
+
+Judgement judged(const ScreenState& state) {
+  if (state.progress) return {Level::Warning, "opening"};
+  if (state.ended) return {Level::Bad, "ended"};
+  if (state.blank == Blank::Black) return {Level::Warning, "black"};
+  if (state.blank == Blank::White) return {Level::Warning, "white"};
+  if (!state.current) return {Level::Warning, "opening"};
+  if (state.current->index == 0) return {Level::Warning, "empty"};
+  return {Level::Good, "running"};
+}
+
+Judgement judged(const Screens::Screen& screen, std::uint64_t newest, std::optional<Clock::time_point> waits,
+                 Clock::time_point now) {
+  // A screen reports every five seconds or six.
+  constexpr std::chrono::seconds Patience{15};
+  constexpr std::chrono::seconds LongestPatience{60};
+  const auto isOver = [&](Clock::time_point since, std::chrono::seconds time) { return now - since > time; };
+  if (!screen.painted) {
+    if (isOver(screen.opened, LongestPatience)) return {Level::Bad, "silent"};
+    if (isOver(screen.opened, Patience)) return {Level::Warning, "silent"};
+    return {Level::Idle, "new"};
+  }
+  if (screen.painted->sequence >= newest) return {Level::Good, "current"};
+  if (!waits || isOver(*waits, LongestPatience)) return {Level::Bad, "behind"};
+  if (isOver(*waits, Patience)) return {Level::Warning, "behind"};
+  return {Level::Good, "current"};
+}
+
+std::string withoutFolders(std::string_view text) {
+  constexpr std::string_view Ends = " \t\r\n,;()'\"";
+  std::string told;
+  while (!text.empty()) {
+    const char before = told.empty() ? ' ' : told.back();
+    if (Ends.find(before) == std::string_view::npos || !isPathAt(text)) {
+      told += text.front();
+      text.remove_prefix(1);
+      continue;
+    }
+    // Within quotation marks a path may hold blanks.
+    const bool isQuoted = before == '\'' || before == '"';
+    const std::size_t close = isQuoted ? text.find(before) : std::string_view::npos;
+    const std::size_t end =
+        std::min(close != std::string_view::npos ? close : text.find_first_of(Ends), text.size());
+    std::string_view path = text.substr(0, end);
+    // "…/flights.txt: there is no such file"
+    while (!isQuoted && !path.empty() && (path.back() == ':' || path.back() == '.')) path.remove_suffix(1);
+    told += lastName(path);
+    text.remove_prefix(std::max<std::size_t>(path.size(), 1));
+  }
+  return told;
+}
+
+std::string statusJson(const Health& health, const ScreenState& state, const Broadcast& broadcast) {
+  Judges judges;
+  Json show = showJson(state, health.position);
+  judges.add(show, judged(state));
+  Json connections = Json::array();
+  for (const ConnectionHealth& connection : health.connections) {
+    connections.push_back(connectionJson(connection));
+    judges.add(connections.back(), judged(connection));
+  }
+  Json screens = Json::array();
+  const auto now = Clock::now();
+  for (const auto& [id, screen] : broadcast.screenBook().all()) {
+    const auto waits =
+        screen.painted ? broadcast.changedAt(screen.view, screen.painted->sequence + 1) : std::nullopt;
+    screens.push_back(screenJson(screen, now));
+    judges.add(screens.back(), judged(screen, broadcast.newest(screen.view), waits, now));
+  }
+  // By their secret names they would stand in a different order each time they come.
+  std::sort(screens.begin(), screens.end(),
+            [](const Json& a, const Json& b) { return a["screen"] < b["screen"]; });
+  // Nobody sees this show.
+  if (screens.empty()) judges.add(Level::Warning);
+  const Json json = {{"version", clientVersion()}, {"title", state.title},
+                     {"level", judges.worst()},    {"show", show},
+                     {"connections", connections}, {"screens", screens}};
+  return json::textOf(json);
+}
+
+}  // namespace web

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "web/show/Screens.h"
+#include "web/show/Show.h"
+
+namespace web {
+
+class Broadcast;
+
+/// How well something does, from what says nothing about the show to what is wrong.
+enum class Level { Idle, Good, Warning, Bad };
+
+struct Judgement {
+  Level level = Level::Good;
+  /// The word for it in the JSON; docs/operating.md explains them.
+  std::string_view state;
+};
+
+Judgement judged(const ConnectionHealth& connection);
+/// What the screens that follow the show are given.
+Judgement judged(const ScreenState& state);
+/// `newest` is the number of the newest event for the screen's view. `waits` is since when the oldest event
+/// waits that it has not painted; nothing when that was too long ago to be known.
+Judgement judged(const Screens::Screen& screen, std::uint64_t newest,
+                 std::optional<Screens::Clock::time_point> waits, Screens::Clock::time_point now);
+
+/// A message without the folders of the files that it names.
+std::string withoutFolders(std::string_view text);
+
+/// The answer of /api/v1/status: how the show, its connections and its screens do, each with a judgement, for
+/// the page that people look at. It names no folders.
+std::string statusJson(const Health& health, const ScreenState& state, const Broadcast& broadcast);
+
+}  // namespace web

@@ -1,0 +1,141 @@
+// How the show is judged for people, and what they are told.
+
+#include "web/show/Status.h"
+
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+
+#include "web/ServerFixture.h"
+
+namespace web::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::Not;
+using Json = nlohmann::json;
+
+std::string told(const Judgement& judgement) {
+  static constexpr const char* levels[] = {"idle ", "good ", "warning ", "bad "};
+  return levels[static_cast<int>(judgement.level)] + std::string(judgement.state);
+}
+
+ConnectionHealth fresh() {
+  ConnectionHealth connection;
+  connection.number = "001";
+  connection.description = "Departures";
+  connection.age = 0.5;
+  connection.isUsed = true;
+  connection.lastSuccess = std::chrono::system_clock::now();
+  return connection;
+}
+
+TEST(Status, JudgesConnections) {
+  EXPECT_EQ(told(judged(fresh())), "good fresh");
+  ConnectionHealth recovered = fresh();
+  recovered.lastErrorTime = *recovered.lastSuccess - 1s;
+  EXPECT_EQ(told(judged(recovered)), "good fresh");
+  ConnectionHealth failing = fresh();
+  failing.lastErrorTime = failing.lastSuccess;
+  EXPECT_EQ(told(judged(failing)), "warning failing") << "both within one look";
+  failing.isStale = true;
+  EXPECT_EQ(told(judged(failing)), "bad stale");
+  ConnectionHealth resting = fresh();
+  resting.isUsed = false;
+  EXPECT_EQ(told(judged(resting)), "idle resting");
+  resting.lastErrorTime = *resting.lastSuccess + 1s;
+  EXPECT_EQ(told(judged(resting)), "warning failing") << "it will be needed again";
+  ConnectionHealth waiting = fresh();
+  waiting.age.reset();
+  EXPECT_EQ(told(judged(waiting)), "warning waiting");
+}
+
+TEST(Status, JudgesTheShow) {
+  ScreenState state = FakeShow().shown;
+  EXPECT_EQ(told(judged(state)), "good running");
+  state.blank = Blank::White;
+  EXPECT_EQ(told(judged(state)), "warning white");
+  state.blank = Blank::None;
+  state.current->index = 0;
+  EXPECT_EQ(told(judged(state)), "warning empty");
+  state.current.reset();
+  EXPECT_EQ(told(judged(state)), "warning opening");
+  state.ended = true;
+  EXPECT_EQ(told(judged(state)), "bad ended");
+}
+
+TEST(Status, JudgesScreensByWhatTheyHaveNotPainted) {
+  const auto now = Screens::Clock::now();
+  Screens::Screen screen;
+  screen.opened = now - 14s;
+  EXPECT_EQ(told(judged(screen, 3, {}, now)), "idle new");
+  screen.opened = now - 16s;
+  EXPECT_EQ(told(judged(screen, 3, {}, now)), "warning silent");
+  screen.opened = now - 61s;
+  EXPECT_EQ(told(judged(screen, 3, {}, now)), "bad silent");
+  screen.painted = Screens::Paint{1, 3, now - 2h, {}};
+  EXPECT_EQ(told(judged(screen, 3, {}, now)), "good current") << "nothing has changed for two hours";
+  EXPECT_EQ(told(judged(screen, 4, now - 14s, now)), "good current") << "its next report may tell";
+  EXPECT_EQ(told(judged(screen, 4, now - 16s, now)), "warning behind");
+  EXPECT_EQ(told(judged(screen, 4, now - 61s, now)), "bad behind");
+  EXPECT_EQ(told(judged(screen, 999, {}, now)), "bad behind");
+}
+
+TEST(Status, LeavesOutTheFoldersOfFiles) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"'/srv/my data/flights.txt' cannot be opened: there is no such file.",
+       "'flights.txt' cannot be opened: there is no such file."},
+      {"Error in /srv/a/b.txt: Input/output error", "Error in b.txt: Input/output error"},
+      {R"(File "C:\data\week 4\p.xlsx" (\\server\share\q.txt), ~/z.db.)", R"(File "p.xlsx" (q.txt), z.db.)"},
+      {"../data/x.csv and ./y.csv", "x.csv and y.csv"},
+      {"TCP/IP to http://host/path on 4/5, and /", "TCP/IP to http://host/path on 4/5, and /"},
+      {"The table 'a/b' has no column 'Nach'", "The table 'a/b' has no column 'Nach'"},
+      {"not closed '/a/b", "not closed 'b"},
+      {"/a/", "a"},
+      {"", ""},
+  };
+  for (const auto& [text, without] : cases) EXPECT_EQ(withoutFolders(text), without);
+}
+
+class StatusPageTest : public ServerFixture {
+ protected:
+  Json status() { return Json::parse(connect().get("/api/v1/status").body); }
+};
+
+TEST_F(StatusPageTest, TellsTheWorstOfAllWithoutSecretsOrFolders) {
+  EXPECT_EQ(status()["level"], "warning") << "nobody sees the show";
+  Client screen = open("/screen/events");
+  screen.event();
+  const std::string name = Json::parse(screen.hello())["screen"];
+  show.condition.connections = {fresh()};
+  Json well = status();
+  EXPECT_EQ(well["level"], "good");
+  EXPECT_EQ(well["screens"][0]["state"], "new");
+  EXPECT_EQ(well["title"], "Board");
+
+  ConnectionHealth stale = fresh();
+  stale.isStale = true;
+  stale.lastErrorTime = std::chrono::system_clock::now() - 10s;
+  stale.lastError = "'/srv/boards/x.txt' cannot be read.";
+  show.condition.connections.push_back(stale);
+  const std::string body = connect().get("/api/v1/status").body;
+  const Json bad = Json::parse(body);
+  EXPECT_EQ(bad["level"], "bad");
+  EXPECT_EQ(bad["connections"][0]["level"], "good");
+  EXPECT_EQ(bad["connections"][1]["error"]["text"], "'x.txt' cannot be read.");
+  EXPECT_NEAR(bad["connections"][1]["error"]["age"].get<double>(), 10, 5);
+  EXPECT_THAT(body, Not(HasSubstr(name))) << "who knows it reports in the screen's name";
+}
+
+TEST_F(StatusPageTest, IsAPageOfItsOwn) {
+  show.shown.title = "<Board>";
+  const Answer page = connect().get("/status");
+  EXPECT_EQ(page.status, 200);
+  EXPECT_THAT(page.body, HasSubstr("&lt;Board&gt;"));
+  EXPECT_THAT(page.body, HasSubstr("/status/status.js"));
+  EXPECT_THAT(page.body, Not(HasSubstr("{{")));
+}
+
+}  // namespace
+}  // namespace web::test
