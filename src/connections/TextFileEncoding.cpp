@@ -1,5 +1,7 @@
 #include "connections/TextFileEncoding.h"
 
+#include <algorithm>
+#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -70,17 +72,42 @@ TextFileContent Decoded(std::string_view bytes, void (*decode)(std::string_view,
   return content;
 }
 
+constexpr std::string_view Mark = "\xEF\xBB\xBF";
+
+/// Files that were put together have marks in their midst.
+void RemoveMarks(host::Bytes& bytes, std::size_t begin) {
+  const std::string_view text(bytes.data.get(), bytes.size);
+  std::size_t mark = text.find(Mark, begin);
+  if (mark == std::string_view::npos) return;
+  std::size_t out = mark;
+  while (mark != std::string_view::npos) {
+    const std::size_t from = mark + Mark.size();
+    mark = text.find(Mark, from);
+    const std::size_t size = std::min(mark, text.size()) - from;
+    std::memmove(bytes.data.get() + out, bytes.data.get() + from, size);
+    out += size;
+  }
+  bytes.size = out;
+}
+
+TextFileContent WithoutMarks(TextFileContent content) {
+  RemoveMarks(content.Bytes, content.Begin);
+  return content;
+}
+
 }  // namespace
 
 TextFileContent DecodeTextFile(host::Bytes bytes) {
   using namespace std::string_view_literals;
-  const std::string_view text(bytes.data.get(), bytes.size);
-  if (text.starts_with("\xFF\xFE"sv)) return Decoded(text.substr(2), DecodeUtf16<false>);
-  if (text.starts_with("\xFE\xFF"sv)) return Decoded(text.substr(2), DecodeUtf16<true>);
+  const std::string_view start(bytes.data.get(), bytes.size);
+  if (start.starts_with("\xFF\xFE"sv)) return WithoutMarks(Decoded(start.substr(2), DecodeUtf16<false>));
+  if (start.starts_with("\xFE\xFF"sv)) return WithoutMarks(Decoded(start.substr(2), DecodeUtf16<true>));
 
-  const bool marked = text.starts_with("\xEF\xBB\xBF"sv);
-  if (basic::IsValidUtf8(text)) return {std::move(bytes), marked ? std::size_t{3} : 0};
-  return marked ? Decoded(text.substr(3), MendUtf8) : Decoded(text, DecodeWindows1252);
+  const std::size_t begin = start.starts_with(Mark) ? Mark.size() : 0;
+  RemoveMarks(bytes, begin);
+  const std::string_view text(bytes.data.get(), bytes.size);
+  if (basic::IsValidUtf8(text)) return {std::move(bytes), begin};
+  return begin != 0 ? Decoded(text.substr(begin), MendUtf8) : Decoded(text, DecodeWindows1252);
 }
 
 }  // namespace LF2000

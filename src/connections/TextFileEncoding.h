@@ -18,7 +18,8 @@ struct TextFileContent {
 /// UTF-16 little-endian and UTF-16 big-endian; without one the file is UTF-8 if
 /// it is well-formed as such and Windows-1252 otherwise. Malformed pieces after
 /// a mark become U+FFFD each; the five bytes that Windows-1252 leaves undefined
-/// become the control characters of their numbers. UTF-8 is taken over as it is.
+/// become the control characters of their numbers. UTF-8 is taken over as it is,
+/// but for byte-order marks in its midst, which are left out.
 TextFileContent DecodeTextFile(host::Bytes bytes);
 
 }  // namespace LF2000

@@ -48,16 +48,21 @@ void Unquote(char* text, std::size_t opening, const TextFileField& field) {
 
 class RecordReader {
  public:
-  explicit RecordReader(TextFileContent content)
+  RecordReader(TextFileContent content, bool firstRowFieldNames)
       : content_(std::move(content)),
         text_(content_.Bytes.data.get()),
-        at_(content_.Begin),
-        scanner_({text_, content_.Bytes.size}, FindDelimiter({text_ + at_, content_.Bytes.size - at_})) {
+        firstRowFieldNames_(firstRowFieldNames),
+        dialect_(
+            FindDialect({text_ + content_.Begin, content_.Bytes.size - content_.Begin}, firstRowFieldNames)),
+        at_(content_.Begin + dialect_.Begin),
+        scanner_({text_, content_.Bytes.size}, dialect_.Delimiter) {
     NextRecord();
   }
 
-  host::TextTable Read(bool firstRowFieldNames, const std::function<void(std::string_view)>& report) {
-    std::vector<std::string> columns = firstRowFieldNames ? ReadNames() : GenerateNames();
+  host::TextTable Read(const std::function<void(std::string_view)>& report) {
+    if (dialect_.HasTitles && report) report(TitlesPassedOver());
+    if (!dialect_.Doubt.empty() && report) report(dialect_.Doubt);
+    std::vector<std::string> columns = firstRowFieldNames_ ? ReadNames() : GenerateNames();
     columnCount_ = columns.size();
     const std::size_t size = content_.Bytes.size;
     TextTableBuilder builder(std::move(columns), std::move(content_.Bytes));
@@ -67,7 +72,12 @@ class RecordReader {
   }
 
  private:
-  void NextRecord() { at_ = scanner_.SkipLineEnds(at_); }
+  void NextRecord() { at_ = scanner_.NextRecord(at_); }
+
+  [[nodiscard]] std::string TitlesPassedOver() const {
+    return "The column names are on line " + std::to_string(CountLineEnds({text_, at_}) + 1) +
+           "; what stands above them is passed over as titles.";
+  }
 
   std::vector<std::string> ReadNames() {
     if (at_ == content_.Bytes.size) {
@@ -83,6 +93,8 @@ class RecordReader {
       names.push_back(std::move(name));
       if (more) ++at_;
     }
+    // Lines often end with a delimiter, or are filled up with them.
+    while (names.size() > 1 && names.back().empty()) names.pop_back();
     CheckColumnNames(names);
     NextRecord();
     return names;
@@ -97,16 +109,27 @@ class RecordReader {
     const std::size_t lineEndsCutBefore = lineEndsCut_;
     builder.BeginRow(row);
     std::size_t fields = 0;
+    std::size_t dropped = 0;
     for (bool more = true; more; ++fields) {
+      const std::size_t begin = at_;
       more = ReadField();
-      if (fields < columnCount_) builder.AddField(at_);
+      if (fields < columnCount_) {
+        builder.AddField(at_);
+      } else if (HoldsText(begin)) {
+        ++dropped;
+      }
       if (more) ++at_;
     }
     builder.EndRow();
-    if (fields > columnCount_) {
+    if (dropped > 0) {
       if (dropped_ == 0) firstDroppedLine_ = CountLineEnds({text_, row}) + lineEndsCutBefore + 1;
-      dropped_ += fields - columnCount_;
+      dropped_ += dropped;
     }
+  }
+
+  /// Whether the field from `begin` to `at_` does.
+  [[nodiscard]] bool HoldsText(std::size_t begin) const {
+    return std::any_of(text_ + begin, text_ + at_, [](char c) { return c != TextTableBuilder::Filler; });
   }
 
   [[nodiscard]] std::string DroppedFields() const {
@@ -136,6 +159,8 @@ class RecordReader {
 
   TextFileContent content_;
   char* text_;
+  bool firstRowFieldNames_;
+  TextFileDialect dialect_;
   std::size_t at_;
   TextFileScanner scanner_;
   std::size_t columnCount_ = 0;
@@ -148,7 +173,7 @@ class RecordReader {
 
 host::TextTable ReadTextFile(host::Bytes bytes, bool firstRowFieldNames,
                              const std::function<void(std::string_view)>& report) {
-  return RecordReader(DecodeTextFile(std::move(bytes))).Read(firstRowFieldNames, report);
+  return RecordReader(DecodeTextFile(std::move(bytes)), firstRowFieldNames).Read(report);
 }
 
 }  // namespace LF2000

@@ -52,6 +52,12 @@ std::size_t TextFileScanner::NextQuoteBlock(std::size_t at) {
   return Search(quotes_, at, [](char c) { return c == '"'; });
 }
 
+std::size_t TextFileScanner::BehindBlanks(std::size_t at) const {
+  std::size_t behind = at;
+  while (behind != text_.size() && IsBlank(text_[behind])) ++behind;
+  return IsRecordEnd(behind) ? behind : at;
+}
+
 /// When no quote closes this one, all later runs of quotes have an even length,
 /// so a later field that begins with one is closed within its run: in one pass
 /// over a text this runs to the end of the text in vain at most once.

@@ -51,10 +51,16 @@ class TextFileScanner {
   /// Whether a field that ends at `at` is the last of its record.
   [[nodiscard]] bool IsRecordEnd(std::size_t at) const { return at == text_.size() || IsLineEnd(text_[at]); }
 
-  /// Where the next record begins: behind line ends and empty lines.
-  [[nodiscard]] std::size_t SkipLineEnds(std::size_t at) const {
-    while (at != text_.size() && IsLineEnd(text_[at])) ++at;
-    return at;
+  /// Where the next record begins: behind line ends and lines that hold nothing, or blanks alone where the
+  /// text has a delimiter.
+  [[nodiscard]] std::size_t NextRecord(std::size_t at) const {
+    for (;;) {
+      while (at != text_.size() && IsLineEnd(text_[at])) ++at;
+      if (at == text_.size() || !IsBlank(text_[at])) return at;
+      const std::size_t behind = BehindBlanks(at);
+      if (behind == at) return at;
+      at = behind;
+    }
   }
 
  private:
@@ -73,6 +79,12 @@ class TextFileScanner {
     }
   };
 
+  /// Nothing to see, and no delimiter.
+  [[nodiscard]] bool IsBlank(char c) const {
+    return (c == ' ' || c == '\t') && c != delimiter_ && delimiter_ != NoDelimiter;
+  }
+  /// The end of a line that holds blanks alone from `at` on; `at` itself when there is more in it.
+  [[nodiscard]] std::size_t BehindBlanks(std::size_t at) const;
   std::size_t NextSeparator(std::size_t at) {
     const std::size_t distance = separators_.DistanceFrom(at);
     return distance != Block::Size ? at + distance : NextSeparatorBlock(at);

@@ -117,6 +117,8 @@ class clsConnection {
     std::string LastError;
   };
   [[nodiscard]] const ReadingRecord& Readings() const { return readings_; }
+  /// What the last reading of a text file noticed in it, a sentence each: titles passed over, text dropped.
+  [[nodiscard]] const std::vector<std::string>& Remarks() const { return remarks_; }
   /// Whoever catches the failure of a reading says so.
   void NoteFailure(std::string_view description);
 
@@ -186,6 +188,7 @@ class clsConnection {
   std::int64_t dataVersion_ = 0;
   float lastRequeryTime_ = 0;
   ReadingRecord readings_;
+  std::vector<std::string> remarks_;
 };
 
 /// A column number as worksheets letter it, of two letters at most: 1 is A, 27 is

@@ -167,9 +167,13 @@ void clsConnection::OpenDataFile() try {
   if (!file_) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
   // Reading may let the loop run, which may open the file anew.
   const std::shared_ptr<host::InputFile> file = file_;
-  host::TextTable table = ReadTextFile(
-      file->ReadAll(), connectionFirstRowFieldNames_,
-      [](std::string_view remark) { Log(DebugKind::Information, "OpenDataFile:" + std::string(remark)); });
+  host::Bytes bytes = file->ReadAll();
+  remarks_.clear();
+  host::TextTable table =
+      ReadTextFile(std::move(bytes), connectionFirstRowFieldNames_, [this](std::string_view remark) {
+        remarks_.emplace_back(remark);
+        Log(DebugKind::Information, "OpenDataFile:" + remarks_.back());
+      });
   auto recordset = host::Current().ado->CreateRecordset();
   recordset->Open(std::move(table));
   recordset_ = std::move(recordset);

@@ -64,6 +64,56 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"ShortLineKeepsIt", "A;B;C\n1\n1;2\n4;5;6\n", "A|B|C/1|~|~/1|2|~/4|5|6"}),
     NameOf);
 
+INSTANTIATE_TEST_SUITE_P(
+    Exports, WithNames,
+    testing::Values(Case{"DelimiterBehindTheNames", "A;B;C;\n1,5;2;3;\n4,5;5;6;\n", "A|B|C/1,5|2|3/4,5|5|6"},
+                    Case{"DelimiterBehindTheNamesAlone", "A;B;;\n1,5;2\n4,5;5\n", "A|B/1,5|2/4,5|5"},
+                    Case{"DelimiterBehindTheRowsAlone", "A;B,C\n1,5;2;\n4,5;;\n", "A|B,C/1,5|2/4,5|"},
+                    Case{"QuotedNothingBehindTheNames", "\"A\";\"B\";\"\"\n\"1\";\"2\";\"\"\n", "A|B/1|2"},
+                    Case{"DeclaredDelimiter", "sep=;\nA,a;B\n1,5;2\n", "A,a|B/1,5|2"},
+                    Case{"DeclaredQuotedInCapitals", "\xEF\xBB\xBF\"SEP=^\"\r\nA^B\r\n1^2\r\n", "A|B/1|2"},
+                    Case{"DeclaredAloneIsAColumn", "sep=\nx\n", "sep=/x"},
+                    Case{"DeclaredWithTitles", "sep=,\nPrices\nA,B\n1;2,3\n", "A|B/1;2|3"},
+                    Case{"MarksInTheMidst",
+                         "\xEF\xBB\xBF\xEF\xBB\xBF"
+                         "A;B\n1;2\n\xEF\xBB\xBF\"3\";4\n5;\xEF\xBB\xBF",
+                         "A|B/1|2/3|4/5|"},
+                    Case{"MarkBeforeWindows1252", "A\n\xEF\xBB\xBF\xE4\n", "A/ä"},
+                    Case{"MarksOfUtf16",
+                         "\xFF\xFE"
+                         "A\0\n\0\xFF\xFE"
+                         "b\0"s,
+                         "A/b"},
+                    Case{"BlankLines", "  \nA;B\n \t \n1;2\n\t\n;\n3;4\n   ", "A|B/1|2/|/3|4"},
+                    Case{"BlankLinesOfOneColumn", "A\n  \nx\n", "A/  /x"},
+                    Case{"TabsAreNoBlanksWhereTheySplit", "A\tB\n\t\n1\t2\n", "A|B/|/1|2"}),
+    NameOf);
+
+INSTANTIATE_TEST_SUITE_P(
+    Titles, WithNames,
+    testing::Values(
+        Case{"ArePassedOver",
+             "Departures, today\nAs of: 04:15\n\nTime;Train;To\n08:00;IC 1;Calder\n9:00;IC 2;Oulu\n",
+             "Time|Train|To/08:00|IC 1|Calder/9:00|IC 2|Oulu"},
+        Case{"FilledUpWithDelimiters", "Prices;;\nMay;;\nItem;Size;Price\nRye;1;4,80\nTart;;3,20\n",
+             "Item|Size|Price/Rye|1|4,80/Tart||3,20"},
+        Case{"WithoutRows", "Departures, today\nTime;Train;To\n", "Time|Train|To"},
+        Case{"WithOneRow", "Departures\nTime\tTo\n8:00\tCalder\n", "Time|To/8:00|Calder"},
+        Case{"WithDecimalCommas", "Prices, May\nItem;Price\nRye;4,80\nTart;3,20\n",
+             "Item|Price/Rye|4,80/Tart|3,20"},
+        Case{"OverUnevenRows", "Departures\nTime;Train;To\n8;IC\n9;IC;Oulu\n9;IC;Calder;late\n9;IC;Oulu\n",
+             "Time|Train|To/8|IC|~/9|IC|Oulu/9|IC|Calder/9|IC|Oulu"},
+        Case{"AreNotARowOfNumbers", "Name\n1;2\n3;4\n", "Name/1;2/3;4"},
+        Case{"AreNotWhatIsHalfAsWide", "A;B;C\nx;y;z;u\nv;w;x;y\n", "A|B|C/x|y|z/v|w|x"},
+        Case{"AreNotAHeaderOfDoubledNames", "Name\nx;x\ny;z\n", "Name/x;x/y;z"},
+        Case{"AreNotFoundInProse", "Notice\nClosed, sorry\nLate, too\n", "Notice/Closed, sorry/Late, too"},
+        Case{"AreNotFoundAboveTwoWords", "Notice\nred;white\n", "Notice/red;white"}),
+    NameOf);
+
+TEST(TextFileTitles, AreForFilesWithNamesAlone) {
+  EXPECT_EQ(Read("Departures\nTime;To\n8:00;Calder\n"), "Column1/Departures/Time;To/8:00;Calder");
+}
+
 TEST(TextFileDialect, IsThatOfTheFirstTwentyRecords) {
   std::string text = "A,B\n";
   for (int i = 0; i < 19; ++i) text += "1,2\n";
@@ -147,12 +197,24 @@ TEST(TextFileValues, OfRowsLongerThanSixteenBits) {
             "A|B|C/" + cut + "|2|3/1|2|3/1|" + cut + "|3/1|2|" + cut + "/1|2|3");
 }
 
+std::string Reported(std::string_view text) {
+  std::string reports;
+  (void)ReadTextFile(BytesOf(text), true, [&](std::string_view report) { reports += report; });
+  return reports;
+}
+
+TEST(TextFileReports, TellWhereTheNamesAreAndWhatIsUnlikely) {
+  EXPECT_EQ(Reported("Departures\r\n\r\nTime;To\r\n8:00;Calder\r\n"),
+            "The column names are on line 3; what stands above them is passed over as titles.");
+  EXPECT_EQ(Reported("Time,Train,To\n8:00;IC;Oulu\n9:00;IC;Calder\n9:30;IC;Oulu\n"),
+            "The first line has one column, but the lines below have 3, separated by ';': the first line is "
+            "separated by something else, or is no header.");
+  EXPECT_EQ(Reported("Notice\nClosed, sorry\nLate, too\n"), "");
+  EXPECT_EQ(Reported("A;B;\n1;2;\n3;4;\"\"\n"), "");
+}
+
 TEST(TextFileDroppedFields, AreReportedOnce) {
-  const auto reported = [](std::string_view text) {
-    std::string reports;
-    (void)ReadTextFile(BytesOf(text), true, [&](std::string_view report) { reports += report; });
-    return reports;
-  };
+  const auto reported = Reported;
   EXPECT_EQ(reported("A,B\n1,2\n3\n"), "");
   EXPECT_EQ(reported("A,B\n\n\"1\r\n\r\n\",2\r\n3,4,5\n6,7\n8,9,10,11\n"),
             "3 fields beyond the 2 columns were dropped, the first of them on line 6.");

@@ -66,6 +66,9 @@ class LinkCheck {
       source.columns = connection.Columns();
       source.columns.erase(source.columns.begin());
       source.rowCount = connection.RecordCount();
+      for (const std::string& remark : connection.Remarks()) {
+        findings_.push_back({Finding::Gravity::Note, 0, "", "Connection " + source.name + ": " + remark});
+      }
     } catch (const basic::Error& error) {
       findings_.push_back({Finding::Gravity::Broken, 0, "",
                            "Connection " + source.name + ": " + joinedLines(error.description)});
