@@ -2,11 +2,11 @@
 // ConnectionDataCommand.cpp.
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <iostream>
 #include <optional>
 
 #include "app/commands/Commands.h"
+#include "app/commands/ConnectionSource.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
@@ -77,10 +77,37 @@ void list(const ConnectionOptions& options) {
   }
 }
 
-ConnectionKind kindOf(const std::string& type) {
-  if (type == "text") return ConnectionKind::TextFile;
-  if (type == "database") return ConnectionKind::Database;
-  return ConnectionKind::Excel;
+/// What the options say of the kind; `before` is that of a connection that is changed.
+ConnectionKind kindOf(const ConnectionOptions& options, std::optional<ConnectionKind> before) {
+  if (options.type) return kindOfType(*options.type);
+  if (before) return *before;
+  if (options.connectionString || options.sql) return ConnectionKind::Database;
+  if (!options.file) throw UsageError("connection add: give the data with --file or --connection-string.");
+  const auto told = kindOfFile(*options.file);
+  if (!told) {
+    throw UsageError("connection add: the name '" + *options.file +
+                     "' does not tell what it is; give --type text, database or excel.");
+  }
+  return *told;
+}
+
+/// The file of a database is its connection string.
+void settleDatabase(ConnectionOptions& options) {
+  if (options.file) {
+    if (options.connectionString) {
+      throw UsageError("connection: a database takes --file or --connection-string, not both.");
+    }
+    const bool isSqlite = options.type == "sqlite";
+    options.connectionString = isSqlite ? sqliteString(*options.file) : databaseString(*options.file);
+    if (*options.connectionString == *options.file) {
+      throw UsageError(
+          "connection: the name '" + *options.file +
+          "' does not tell the kind of the database; give --type sqlite or --connection-string.");
+    }
+    options.file.reset();
+  } else if (options.connectionString) {
+    options.connectionString = databaseString(*options.connectionString);
+  }
 }
 
 /// What each type of connection takes, and what one that becomes of this type
@@ -97,7 +124,6 @@ void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool 
   refuse(!isDatabase && options.refresh, "--refresh", "database");
   refuse(!isExcel && options.sheet, "--sheet", "excel");
   refuse(!isExcel && options.range, "--range", "excel");
-  refuse(isDatabase && options.file, "--file", "text or excel");
   refuse(isDatabase && (options.header || options.noHeader), "--header", "text or excel");
   const auto refuseEmpty = [](const std::optional<std::string>& value, const char* option) {
     if (value && value->find_first_not_of(" \r\n") == std::string::npos) {
@@ -110,7 +136,7 @@ void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool 
   refuseEmpty(options.sql, "--sql");
   if (!becomes) return;
   if (isDatabase && (!options.connectionString || !options.sql)) {
-    throw UsageError("connection: a database takes --connection-string and --sql.");
+    throw UsageError("connection: a database takes --connection-string and --sql (or --file, for SQLite).");
   }
   if (!isDatabase && !options.file) throw UsageError("connection: give the data with --file.");
 }
@@ -156,10 +182,10 @@ void apply(const ConnectionOptions& options, clsConnection& connection) {
   }
 }
 
-void add(const ConnectionOptions& options) {
-  if (!options.type) throw UsageError("connection add: give --type text, database or excel.");
+void add(ConnectionOptions options) {
   if (!options.description) throw UsageError("connection add: give it a name with --description.");
-  const ConnectionKind kind = kindOf(*options.type);
+  const ConnectionKind kind = kindOf(options, std::nullopt);
+  if (kind == ConnectionKind::Database) settleDatabase(options);
   requireFitting(options, kind, /*becomes=*/true);
   auto connection = std::make_shared<clsConnection>();
   become(kind, *connection);
@@ -185,15 +211,17 @@ void add(const ConnectionOptions& options) {
   std::cout << number << '\n';
 }
 
-void set(const ConnectionOptions& options) {
+void set(ConnectionOptions options) {
   AddInHost host;
   const auto deck = host.open(options.deck);
   clsPresentation& linked = host.linked(deck);
   requireAllUnderstood(*deck, "");
-  const auto connection = linked.FindConnection(options.number);
-  if (!connection) failUnknownConnection(options.deck, options.number);
+  const std::string number = connectionNumber(*deck, options.number);
+  const auto connection = linked.FindConnection(number);
+  if (!connection) failUnknownConnection(options.deck, number);
   const auto before = static_cast<ConnectionKind>(connection->ConnectionType());
-  const ConnectionKind kind = options.type ? kindOf(*options.type) : before;
+  const ConnectionKind kind = kindOf(options, before);
+  if (kind == ConnectionKind::Database) settleDatabase(options);
   requireFitting(options, kind, kind != before);
   if (kind != before) become(kind, *connection);
   apply(options, *connection);
@@ -205,13 +233,10 @@ void remove(const ConnectionOptions& options) {
   AddInHost host;
   const auto deck = host.open(options.deck);
   clsPresentation& linked = host.linked(deck);
-  requireAllUnderstood(*deck, options.number);
-  const auto all = storedConnections(*deck);
-  if (std::none_of(all.begin(), all.end(), [&](const auto& each) { return each.number == options.number; })) {
-    failUnknownConnection(options.deck, options.number);
-  }
+  const std::string number = connectionNumber(*deck, options.number);
+  requireAllUnderstood(*deck, number);
   std::erase_if(linked.Connections(),
-                [&](const auto& each) { return each->ConnectionTagNumber() == options.number; });
+                [&](const auto& each) { return each->ConnectionTagNumber() == number; });
   linked.SetConnectionTags();
   deck->Save();
 }
@@ -226,23 +251,23 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
   verb->require_subcommand(1);
 
   const auto describeWith = [&](CLI::App* action) {
-    action->add_option("--type", options->type, "Kind of source")
-        ->check(CLI::IsMember({"text", "database", "excel"}));
+    action->add_option("--type", options->type, "Kind of source; mostly the file's name tells it")
+        ->check(CLI::IsMember(typeWords()));
     action->add_option("--description", options->description, "Name of the connection");
     action->add_option("--file", options->file,
-                       "Text file or workbook, relative to the deck's folder or absolute");
+                       "Text file, workbook or SQLite file, relative to the deck's folder or absolute");
     action->add_flag("--header", options->header, "The first line or row holds the column names");
     action->add_option("--sheet", options->sheet, "Worksheet; the first one when none is named");
     action->add_option("--range", options->range, "Cells: A1:I10, A:C or a defined name");
     action->add_option("--connection-string", options->connectionString,
-                       "Driver, server and account of a database");
+                       "Driver, server and account of a database; or an SQLite file alone");
     action->add_option("--sql", options->sql, "SELECT statement, or name of a table");
     action->add_option("--columns", options->columns, "Choice of columns, kept with the statement");
     action->add_option("--refresh", options->refresh, "Milliseconds between two requeries of a database")
         ->check(CLI::NonNegativeNumber);
   };
   const auto number = [&](CLI::App* action) {
-    action->add_option("NNN", options->number, "Number of the connection")->required();
+    action->add_option("NNN", options->number, "Number of the connection, or its description")->required();
   };
 
   CLI::App* action = verb->add_subcommand("list", "List the connections");

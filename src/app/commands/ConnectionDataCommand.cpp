@@ -39,7 +39,8 @@ struct DataOptions {
 /// The deck stays open as long as its connection is used.
 struct OpenedDeck {
   explicit OpenedDeck(const DataOptions& options)
-      : deck(application->open(*options.deck)), connection(storedConnection(*deck, options.number)) {}
+      : deck(application->open(*options.deck)),
+        connection(storedConnection(*deck, connectionNumber(*deck, options.number))) {}
 
   std::shared_ptr<deck::Application> application = std::make_shared<deck::Application>();
   std::shared_ptr<deck::Presentation> deck;
@@ -53,11 +54,14 @@ struct OpenedDeck {
 };
 
 struct Reading {
+  std::string number;
   std::vector<std::string> columns;
   /// Nothing where the data hold Null.
   std::vector<std::vector<std::optional<std::string>>> rows;
   std::int64_t rowCount = 0;
   double milliseconds = 0;
+  /// What the author should know of the source, a sentence each.
+  std::vector<std::string> remarks;
 };
 
 Reading read(const DataOptions& options) {
@@ -69,12 +73,15 @@ Reading read(const DataOptions& options) {
     connection.OpenRecordset();
     connection.CloseConnection();
   } catch (const basic::Error& error) {
-    fail(opened.deck->FullName() + ": connection " + options.number + ": " + error.description);
+    fail(opened.deck->FullName() + ": connection " + connection.ConnectionTagNumber() + ": " +
+         error.description);
   }
   const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
 
   Reading reading;
+  reading.number = connection.ConnectionTagNumber();
   reading.milliseconds = took.count();
+  reading.remarks = connection.Remarks();
   reading.columns = connection.Columns();
   reading.columns.erase(reading.columns.begin());
   reading.rowCount = static_cast<std::int64_t>(connection.RecordCount());
@@ -129,14 +136,16 @@ Json rowsOf(const Reading& reading) {
 void test(const DataOptions& options) {
   const Reading reading = read(options);
   if (options.json) {
-    printJson(std::cout, {{"number", options.number},
+    printJson(std::cout, {{"number", reading.number},
                           {"columns", reading.columns},
                           {"rowCount", reading.rowCount},
                           {"milliseconds", reading.milliseconds},
+                          {"remarks", reading.remarks},
                           {"rows", rowsOf(reading)}});
     return;
   }
   printRows(reading);
+  for (const std::string& remark : reading.remarks) std::cout << oneLine(remark) << '\n';
   std::cout << reading.rowCount << " rows, " << reading.columns.size() << " columns, read in "
             << std::llround(reading.milliseconds) << " ms\n";
 }
@@ -201,7 +210,7 @@ void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environme
   options->deck = &deck;
   const auto action = [&](const char* name, const char* description) {
     CLI::App* each = verb.add_subcommand(name, description);
-    each->add_option("NNN", options->number, "Number of the connection")->required();
+    each->add_option("NNN", options->number, "Number of the connection, or its description")->required();
     each->add_flag("--json", options->json, "Print as JSON");
     return each;
   };

@@ -10,6 +10,7 @@
 #include "app/commands/Commands.h"
 #include "app/commands/Editing.h"
 #include "app/wiring/Failure.h"
+#include "app/wiring/StoredConnections.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "connections/clsConnection.h"
@@ -116,12 +117,10 @@ void link(const LinkOptions& options) {
     target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Clock));
     target.NewDateFormat(*options.clock);
   } else {
-    const auto connection = editing.linked.FindConnection(options.connection);
-    if (!connection) {
-      fail(options.deck + ": there is no connection " + options.connection + "; 'lumenfold connection " +
-           options.deck + " list' shows those there are.");
-    }
-    target.NewConnectionTagNumber(options.connection);
+    const std::string number = connectionNumber(*editing.deck, options.connection);
+    const auto connection = editing.linked.FindConnection(number);
+    if (!connection) failUnknownConnection(options.deck, number);
+    target.NewConnectionTagNumber(number);
     if (options.chart) {
       target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Graph));
     } else {
@@ -149,7 +148,7 @@ void addLinkCommand(CLI::App& program, Environment&) {
   verb->add_option("DECK", options->deck, "The deck")->required();
   verb->add_option("--slide", options->slide, "Number of the slide")->required();
   verb->add_option("--shape", options->shape, "Name of the shape")->required();
-  verb->add_option("--connection", options->connection, "Number of the connection (001)");
+  verb->add_option("--connection", options->connection, "Number of the connection, or its description");
   verb->add_option("--column", options->column, "Column of the data");
   verb->add_option("--row", options->row, "Row of the data, from 1");
   verb->add_flag("--chart", options->chart,

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "addin/support/modGlobalFunctions.h"
 #include "app/wiring/Failure.h"
 #include "basic/ConnectionString.h"
 #include "basic/Error.h"
+#include "basic/Strings.h"
 #include "model/modTags.h"
 
 namespace app {
@@ -24,6 +26,37 @@ std::vector<StoredConnection> storedConnections(deck::Presentation& deck) {
         all.push_back(std::move(stored));
       });
   return all;
+}
+
+namespace {
+
+/// "001" for "1"; any other text as it is.
+std::string threeDigits(const std::string& meant) {
+  constexpr std::size_t MostDigits = 3;
+  const bool isNumber = !meant.empty() && meant.size() <= MostDigits &&
+                        meant.find_first_not_of("0123456789") == std::string::npos;
+  return isNumber ? LF2000::modGlobalFunctions::Format000(std::stoi(meant)) : meant;
+}
+
+}  // namespace
+
+std::string connectionNumber(deck::Presentation& deck, const std::string& meant) {
+  const auto all = storedConnections(deck);
+  const std::string number = threeDigits(meant);
+  std::string described;
+  std::string numbers;
+  for (const StoredConnection& each : all) {
+    if (each.number == number) return number;
+    if (!basic::EqualsIgnoreCase(each.connection->ConnectionDescription(), meant)) continue;
+    described = each.number;
+    numbers += (numbers.empty() ? "" : ", ") + each.number;
+  }
+  if (described.empty()) failUnknownConnection(deck.FullName(), meant);
+  if (described != numbers) {
+    fail(deck.FullName() + ": several connections are described as '" + meant + "': " + numbers +
+         ". Give the number.");
+  }
+  return described;
 }
 
 std::shared_ptr<LF2000::clsConnection> storedConnection(deck::Presentation& deck, const std::string& number) {

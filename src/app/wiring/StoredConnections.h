@@ -20,6 +20,10 @@ struct StoredConnection {
 /// All of a deck, in the order of their tags.
 std::vector<StoredConnection> storedConnections(deck::Presentation& deck);
 
+/// The number of the connection that an author means: by its number, with or without zeros in front, or by
+/// its description in any case of letters. Throws when the deck has none such, or several.
+std::string connectionNumber(deck::Presentation& deck, const std::string& meant);
+
 /// The one of that number; throws when there is none or it cannot be read.
 std::shared_ptr<LF2000::clsConnection> storedConnection(deck::Presentation& deck, const std::string& number);
 

@@ -118,6 +118,60 @@ test("a deck with a broken connection can be looked at and mended", (t) => {
   assert.equal(textInFile(sandbox.path("filled.pptx"), 1, "p1 Item"), "forty-two");
 });
 
+test("the file tells what a connection reads, and a database's file is its connection string", (t) => {
+  const { sandbox, deck, list } = emptyDeck(t);
+  const add = (...line) => sandbox.done("connection", deck, "add", "--description", "x", ...line).trim();
+  const sql = ["--sql", "stock"];
+  add("--file", "Prices.CSV");
+  add("--file", "data.d/prices.xlsx");
+  add("--file", "stock.db", ...sql);
+  add("--connection-string", "old;stock.MDB", ...sql);
+  add("--type", "sqlite", "--file", "a=b.cache", ...sql);
+  add("--type", "csv", "--file", "table.xls");
+  add("--type", "xlsx", "--file", "book.dat");
+  add("--connection-string", "DSN=stock.db", ...sql);
+  assert.deepEqual(list().map(({ type, source }) => `${type} ${source}`), [
+    "text Prices.CSV",
+    "excel A1:I10 of the first sheet in data.d/prices.xlsx",
+    "database Provider=SQLite;Data Source=stock.db: stock",
+    'database Provider=Microsoft.Jet.OLEDB.4.0;Data Source="old;stock.MDB": stock',
+    "database Provider=SQLite;Data Source=a=b.cache: stock",
+    "text table.xls",
+    "excel A1:I10 of the first sheet in book.dat",
+    "database DSN=stock.db: stock",
+  ]);
+  for (const [line, text] of [
+    [["--file", "folder.csv/departures"], /'folder.csv\/departures' does not tell what it is/],
+    [["--file", "stock.db"], /--sql/],
+    [["--type", "database", "--file", "stock.csv", ...sql], /--type sqlite/],
+    [["--file", "stock.db", "--connection-string", "x=y", ...sql], /not both/],
+    [["--sql", "stock"], /--connection-string/],
+  ]) {
+    const { code, error } = sandbox.run("connection", deck, "add", "--description", "x", ...line);
+    assert.match(error, text, line.join(" "));
+    assert.equal(code, 2);
+  }
+  assert.equal(list().length, 8);
+});
+
+test("a connection goes by its number, with zeros or without, and by its description", (t) => {
+  const { sandbox, deck, add, list } = emptyDeck(t);
+  sandbox.write("shop/values.txt", [["Value"], ["forty-two"]]);
+  for (const description of ["Prices", "2", "Offer", "offer"]) add(description, "values.txt");
+  const tested = (meant) => JSON.parse(sandbox.done("connection", deck, "test", meant, "--json")).number;
+  assert.deepEqual(["1", "001", "prices", "2"].map(tested), ["001", "001", "001", "002"]);
+  assert.match(sandbox.run("connection", deck, "test", "Offer").error, /described as 'Offer': 003, 004/);
+  for (const meant of ["7", "0001", "", "-1", "99999999999"]) {
+    assert.match(sandbox.run("connection", deck, "test", meant).error, /no connection/, meant);
+  }
+  sandbox.done("link", deck, ...at(1, "p1 Item"), ...value(1, "Value", "PRICES"));
+  const { slides } = JSON.parse(sandbox.done("info", deck, "--json"));
+  assert.deepEqual(slides.flatMap(({ links }) => links).map(({ connection }) => connection), ["001"]);
+  sandbox.done("connection", deck, "set", "prices", "--description", "Dear");
+  sandbox.done("connection", deck, "remove", "4");
+  assert.deepEqual(list().map(({ description }) => description), ["Dear", "2", "Offer"]);
+});
+
 test("a database is described, tested and listed", (t) => {
   const { sandbox, deck, list } = emptyDeck(t);
   execFileSync("sqlite3", [
