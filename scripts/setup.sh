@@ -9,7 +9,7 @@ set -euo pipefail
 build=(
   g++:g++ cmake:cmake ninja-build:ninja pkg-config:pkg-config
   libpugixml-dev libzip-dev zlib1g-dev libboost-dev libfreetype-dev libfontconfig-dev unixodbc-dev
-  libsqlite3-dev
+  libsqlite3-dev libicu-dev
   nlohmann-json3-dev libcli11-dev libgtest-dev libgmock-dev
 )
 fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
@@ -20,7 +20,7 @@ sources=(libsqliteodbc)
 # Of LLVM by its number, as the opinions of clang-format and clang-tidy differ from one to the next.
 tests=(
   clang:clang++ libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14
-  nodejs:node npm:npm libbenchmark-dev locales chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
+  nodejs:node npm:npm libbenchmark-dev chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
   libreoffice-calc libreoffice-draw libreoffice-impress poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
 

@@ -1,86 +1,90 @@
-// Patterns of strftime become pictures of basic::Format.
+// Patterns of Unicode's locale data become pictures of basic::Format.
 
 #include "platform/DatePicture.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <utility>
+
+#include "basic/Strings.h"
 
 namespace platform {
 namespace {
 
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-std::string symbolFor(char conversion) {
-  switch (conversion) {
+/// What stands for a letter that is repeated so often.
+std::string symbolFor(char letter, std::size_t count) {
+  const auto oneOrTwo = [count](char symbol) { return std::string(std::min<std::size_t>(count, 2), symbol); };
+  switch (letter) {
     case 'd':
-      return "dd";
-    case 'e':
-      return "d";
-    case 'm':
-      return "mm";
-    case 'B':
-      return "mmmm";
-    case 'b':
-    case 'h':
-      return "mmm";
-    case 'A':
-      return "dddd";
-    case 'a':
-      return "ddd";
-    case 'Y':
-      return "yyyy";
-    case 'y':
-      return "yy";
-    case 'H':
-    case 'I':
-      return "hh";
-    case 'k':
-    case 'l':
-      return "h";
+      return oneOrTwo('d');
     case 'M':
-      return "nn";
-    case 'S':
-      return "ss";
-    case 'p':
-    case 'P':
+    case 'L':
+      return std::string(std::min<std::size_t>(count, 4), 'm');
+    case 'y':
+    case 'u':
+      return "yyyy";
+    case 'E':
+    case 'c':
+      return count < 4 ? "ddd" : "dddd";
+    case 'H':
+    case 'h':
+    case 'K':
+    case 'k':
+      return oneOrTwo('h');
+    case 'm':
+      return oneOrTwo('n');
+    case 's':
+      return oneOrTwo('s');
+    case 'a':
+    case 'b':
+    case 'B':
       return "AMPM";
-    case 'D':
-      return picture("%m/%d/%y");
-    case 'F':
-      return picture("%Y-%m-%d");
-    case 'R':
-      return picture("%H:%M");
-    case 'T':
-      return picture("%H:%M:%S");
-    case 'r':
-      return picture("%I:%M:%S %p");
-    case '%':
-      return "%";
     default:
       return {};
   }
 }
 
+/// Spaces of all widths as blanks; without marks of writing direction.
+std::string withPlainSpaces(std::string_view pattern) {
+  constexpr std::array<std::pair<const char*, const char*>, 4> Plain = {
+      {{"\u00A0", " "}, {"\u202F", " "}, {"\u200E", ""}, {"\u200F", ""}}};
+  std::string text(pattern);
+  for (const auto& [special, plain] : Plain) text = basic::Replace(text, special, plain);
+  return text;
+}
+
 }  // namespace
 
-std::string picture(std::string_view pattern) {
+std::string picture(std::string_view original) {
+  const std::string pattern = withPlainSpaces(original);
   std::string result;
-  for (std::size_t i = 0; i < pattern.size(); ++i) {
+  const auto addLiteral = [&result](char c) {
+    if (isLetter(c) || c == '"' || c == '\\') result += '\\';
+    result += c;
+  };
+  bool isQuoted = false;
+  for (std::size_t i = 0; i < pattern.size();) {
     const char c = pattern[i];
-    if (c != '%') {
-      if (isLetter(c) || c == '"' || c == '\\') result += '\\';
-      result += c;
-      continue;
+    if (c == '\'') {
+      // Doubled it stands for itself, in quotes or not.
+      const bool isDoubled = i + 1 < pattern.size() && pattern[i + 1] == '\'';
+      if (isDoubled) addLiteral(c);
+      isQuoted = isQuoted != !isDoubled;
+      i += isDoubled ? 2 : 1;
+    } else if (isQuoted || !isLetter(c)) {
+      addLiteral(c);
+      ++i;
+    } else {
+      const std::size_t end = std::min(pattern.find_first_not_of(c, i), pattern.size());
+      const std::string symbol = symbolFor(c, end - i);
+      result += symbol;
+      i = end;
+      // One blank is enough where something is left out between two.
+      if (symbol.empty() && result.ends_with(' ') && i < pattern.size() && pattern[i] == ' ') ++i;
     }
-    // Flags for padding, and E and O for a locale's other calendar and digits.
-    bool unpadded = false;
-    while (++i < pattern.size() && std::string_view("-_0^#EO").find(pattern[i]) != std::string_view::npos) {
-      unpadded = unpadded || pattern[i] == '-';
-    }
-    if (i == pattern.size()) break;
-    std::string symbol = symbolFor(pattern[i]);
-    if (unpadded && symbol.size() == 2) symbol.pop_back();
-    result += symbol;
   }
   const std::size_t first = result.find_first_not_of(' ');
   if (first == std::string::npos) return {};
@@ -93,24 +97,6 @@ std::string separatorOf(std::string_view picture, std::string_view otherwise) {
   const auto end = std::find_if(begin, picture.end(), isLetter);
   if (begin == end || end == picture.end()) return std::string(otherwise);
   return {begin, end};
-}
-
-std::string withoutSeconds(std::string picture) {
-  const std::size_t seconds = picture.find("ss");
-  if (seconds == std::string::npos) return picture;
-  if (seconds > 0 && (picture[seconds - 1] == ':' || picture[seconds - 1] == '.')) {
-    return picture.erase(seconds - 1, 3);
-  }
-  // The unit follows the number ("12 h 30 min 15 s").
-  return picture.erase(seconds, std::min(picture.find(' ', seconds), picture.size()) - seconds);
-}
-
-std::string longDateFor(std::string_view shortDate) {
-  const std::size_t day = shortDate.find('d');
-  const std::size_t month = shortDate.find('m');
-  const std::size_t year = shortDate.find('y');
-  if (year < month) return "yyyy mmmm d, dddd";
-  return month < day ? "dddd, mmmm d, yyyy" : "dddd, d mmmm yyyy";
 }
 
 }  // namespace platform

@@ -1,115 +1,141 @@
-// The locale's names, separators and pictures, as the C library tells them.
+// The locale's names, separators and pictures, as ICU has them.
 
 #include "platform/UserLocale.h"
 
-#include <iconv.h>
-#include <langinfo.h>
-#include <clocale>
+#include <unicode/dcfmtsym.h>
+#include <unicode/dtfmtsym.h>
+#include <unicode/locid.h>
+#include <unicode/smpdtfmt.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <initializer_list>
-#include <string>
+#include <memory>
+#include <optional>
 #include <string_view>
 
-#include "basic/Strings.h"
 #include "platform/DatePicture.h"
 
 namespace platform {
 namespace {
 
-/// By the precedence of POSIX; empty for none.
+/// By the precedence of POSIX; empty for none, and for the locales of no language.
 std::string localeName(const char* category) {
   for (const char* variable : {"LC_ALL", category, "LANG"}) {
-    if (const char* const name = std::getenv(variable); name != nullptr && *name != '\0') return name;
+    const char* const value = std::getenv(variable);
+    if (value == nullptr || *value == '\0') continue;
+    const std::string_view name = value;
+    const bool isNeutral = name == "C" || name == "POSIX" || name.starts_with("C.");
+    return isNeutral ? std::string() : std::string(name);
   }
   return {};
 }
 
-bool isNeutral(std::string_view name) {
-  return name.empty() || name == "C" || name == "POSIX" || name.starts_with("C.");
+/// "de_DE.UTF-8@euro" is "de_DE", and "sr_RS@latin" is "sr_Latn_RS".
+std::string withoutCodeset(std::string_view name) {
+  std::string plain(name.substr(0, name.find_first_of(".@")));
+  const std::size_t modifier = name.find('@');
+  const std::string_view script = modifier == std::string_view::npos ? "" : name.substr(modifier + 1);
+  const std::size_t country = std::min(plain.find('_'), plain.size());
+  if (script == "latin") plain.insert(country, "_Latn");
+  if (script == "cyrillic") plain.insert(country, "_Cyrl");
+  return plain;
 }
 
-/// A locale of the system, if there is one of that name; its texts as UTF-8.
-class SystemLocale {
- public:
-  explicit SystemLocale(const std::string& name)
-      : locale_(isNeutral(name) ? locale_t{} : newlocale(LC_ALL_MASK, name.c_str(), locale_t{})) {}
-  ~SystemLocale() {
-    if (locale_ != locale_t{}) freelocale(locale_);
-  }
-  SystemLocale(const SystemLocale&) = delete;
-  SystemLocale& operator=(const SystemLocale&) = delete;
-
-  explicit operator bool() const { return locale_ != locale_t{}; }
-
-  [[nodiscard]] std::string text(nl_item item) const {
-    const std::string original = nl_langinfo_l(item, locale_);
-    return basic::IsValidUtf8(original) ? original : fromCodeset(original);
-  }
-
-  /// The text, unless the locale leaves it empty.
-  void replace(std::string& value, nl_item item) const {
-    if (std::string found = text(item); !found.empty()) value = std::move(found);
-  }
-
- private:
-  [[nodiscard]] std::string fromCodeset(std::string text) const {
-    const iconv_t converter = iconv_open("UTF-8", nl_langinfo_l(CODESET, locale_));
-    if (converter == reinterpret_cast<iconv_t>(-1)) return {};
-    std::string converted(text.size() * 4, '\0');
-    char* from = text.data();
-    char* to = converted.data();
-    std::size_t fromLeft = text.size();
-    std::size_t toLeft = converted.size();
-    const bool failed = iconv(converter, &from, &fromLeft, &to, &toLeft) == static_cast<std::size_t>(-1);
-    iconv_close(converter);
-    converted.resize(failed ? 0 : converted.size() - toLeft);
-    return converted;
-  }
-
-  locale_t locale_;
-};
-
-void readNumbers(const SystemLocale& system, basic::Locale& locale) {
-  system.replace(locale.decimalSeparator, RADIXCHAR);
-  // A locale may do without one, and must not keep another's.
-  locale.thousandsSeparator = system.text(THOUSEP);
+/// Nothing for a language that is not known.
+std::optional<icu::Locale> knownLocale(const std::string& name) {
+  if (name.empty()) return std::nullopt;
+  icu::Locale wanted = icu::Locale::createCanonical(withoutCodeset(name).c_str());
+  std::int32_t count = 0;
+  const icu::Locale* const all = icu::Locale::getAvailableLocales(count);
+  const bool isKnown = std::any_of(all, all + count, [&](const icu::Locale& each) {
+    return std::string_view(each.getLanguage()) == wanted.getLanguage();
+  });
+  if (!isKnown) return std::nullopt;
+  UErrorCode status = U_ZERO_ERROR;
+  wanted.setKeywordValue("calendar", "gregorian", status);
+  wanted.setKeywordValue("numbers", "latn", status);
+  return wanted;
 }
 
-void readDates(const SystemLocale& system, basic::Locale& locale) {
-  const std::string date = picture(system.text(D_FMT));
-  if (date.find('d') != std::string::npos && date.find('m') != std::string::npos &&
-      date.find('y') != std::string::npos) {
-    locale.shortDate = date;
-    locale.longDate = longDateFor(date);
-    locale.dateSeparator = separatorOf(date, locale.dateSeparator);
+std::string utf8(const icu::UnicodeString& text) {
+  std::string bytes;
+  text.toUTF8String(bytes);
+  return bytes;
+}
+
+void readNumbers(const icu::Locale& wanted, basic::Locale& locale) {
+  using Symbols = icu::DecimalFormatSymbols;
+  UErrorCode status = U_ZERO_ERROR;
+  const Symbols symbols(wanted, status);
+  if (U_FAILURE(status)) return;
+  locale.decimalSeparator = utf8(symbols.getConstSymbol(Symbols::kDecimalSeparatorSymbol));
+  locale.thousandsSeparator = utf8(symbols.getConstSymbol(Symbols::kGroupingSeparatorSymbol));
+}
+
+/// Empty where the locale's format has no pattern.
+std::string pictureOf(icu::DateFormat* format) {
+  const std::unique_ptr<icu::DateFormat> owned(format);
+  const auto* const simple = dynamic_cast<const icu::SimpleDateFormat*>(format);
+  if (simple == nullptr) return {};
+  icu::UnicodeString pattern;
+  return picture(utf8(simple->toPattern(pattern)));
+}
+
+template <std::size_t Size>
+void readNames(std::array<std::string, Size>& names, const icu::UnicodeString* from, std::int32_t count) {
+  if (count != static_cast<std::int32_t>(Size)) return;
+  for (std::size_t i = 0; i < Size; ++i) names[i] = utf8(from[i]);
+}
+
+void readDates(const icu::Locale& wanted, basic::Locale& locale) {
+  using icu::DateFormat;
+  const auto replace = [](std::string& value, std::string found) {
+    if (!found.empty()) value = std::move(found);
+  };
+  replace(locale.shortDate, pictureOf(DateFormat::createDateInstance(DateFormat::kShort, wanted)));
+  replace(locale.longDate, pictureOf(DateFormat::createDateInstance(DateFormat::kFull, wanted)));
+  replace(locale.longTime, pictureOf(DateFormat::createTimeInstance(DateFormat::kMedium, wanted)));
+  replace(locale.shortTime, pictureOf(DateFormat::createTimeInstance(DateFormat::kShort, wanted)));
+  locale.dateSeparator = separatorOf(locale.shortDate, locale.dateSeparator);
+  locale.timeSeparator = separatorOf(locale.longTime, locale.timeSeparator);
+
+  using Symbols = icu::DateFormatSymbols;
+  UErrorCode status = U_ZERO_ERROR;
+  const Symbols symbols(wanted, status);
+  if (U_FAILURE(status)) return;
+  std::int32_t count = 0;
+  if (const icu::UnicodeString* halves = symbols.getAmPmStrings(count); count == 2) {
+    locale.am = utf8(halves[0]);
+    locale.pm = utf8(halves[1]);
   }
-  const std::string time = picture(system.text(T_FMT));
-  if (time.find('h') != std::string::npos) {
-    locale.longTime = time;
-    locale.shortTime = withoutSeconds(time);
-    locale.timeSeparator = separatorOf(time, locale.timeSeparator);
-  }
-  system.replace(locale.am, AM_STR);
-  system.replace(locale.pm, PM_STR);
-  // The items of each kind have consecutive numbers.
-  for (int i = 0; i < 12; ++i) {
-    system.replace(locale.months[static_cast<std::size_t>(i)], MON_1 + i);
-    system.replace(locale.shortMonths[static_cast<std::size_t>(i)], ABMON_1 + i);
-  }
-  for (int i = 0; i < 7; ++i) {
-    system.replace(locale.days[static_cast<std::size_t>(i)], DAY_1 + i);
-    system.replace(locale.shortDays[static_cast<std::size_t>(i)], ABDAY_1 + i);
-  }
+  // Months as they stand behind a day ("2. marta"); short ones and weekdays as they stand alone.
+  const icu::UnicodeString* names = symbols.getMonths(count, Symbols::FORMAT, Symbols::WIDE);
+  readNames(locale.months, names, count);
+  names = symbols.getMonths(count, Symbols::STANDALONE, Symbols::ABBREVIATED);
+  readNames(locale.shortMonths, names, count);
+  // In front of Sunday is an empty one.
+  names = symbols.getWeekdays(count, Symbols::STANDALONE, Symbols::WIDE);
+  readNames(locale.days, names + 1, count - 1);
+  names = symbols.getWeekdays(count, Symbols::STANDALONE, Symbols::ABBREVIATED);
+  readNames(locale.shortDays, names + 1, count - 1);
 }
 
 }  // namespace
 
 basic::Locale readUserLocale() {
   basic::Locale locale;
-  if (const SystemLocale numbers(localeName("LC_NUMERIC")); numbers) readNumbers(numbers, locale);
-  if (const SystemLocale dates(localeName("LC_TIME")); dates) readDates(dates, locale);
+  if (const auto numbers = knownLocale(localeName("LC_NUMERIC"))) readNumbers(*numbers, locale);
+  if (const auto dates = knownLocale(localeName("LC_TIME"))) readDates(*dates, locale);
   return locale;
+}
+
+std::string unknownLocaleName() {
+  for (const char* category : {"LC_NUMERIC", "LC_TIME"}) {
+    std::string name = localeName(category);
+    if (!name.empty() && !knownLocale(name)) return name;
+  }
+  return {};
 }
 
 }  // namespace platform

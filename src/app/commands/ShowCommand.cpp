@@ -13,7 +13,9 @@
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
+#include "app/wiring/Language.h"
 #include "app/wiring/Token.h"
+#include "platform/Console.h"
 #include "platform/Descriptors.h"
 #include "web/show/Server.h"
 
@@ -112,6 +114,8 @@ class ShowRun {
     // Before slides hide that have no data yet.
     const auto standstill = standstillOf(deck::ShowCourse(stage_.deck(), stage_.showOptions()));
     if (standstill) std::cerr << "lumenfold: " << *standstill << '\n';
+    const std::string language = unknownLanguage();
+    if (!language.empty()) std::cerr << "lumenfold: " << platform::forTerminal(language) << '\n';
     stage_.begin(options_.slide, [this] {
       watch_.reset();
       constexpr std::int32_t TimeToTell = 200;

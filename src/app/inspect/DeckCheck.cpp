@@ -12,6 +12,7 @@
 #include "app/inspect/LinkCheck.h"
 #include "app/inspect/OverflowCheck.h"
 #include "app/inspect/Standstill.h"
+#include "app/wiring/Language.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "deck/objects/Application.h"
@@ -111,6 +112,9 @@ Findings checkDeck(const std::string& path, platform::EventLoop& loop) {
     }
     append(findings, checkLinks(*deck));
     append(findings, checkCourse(deck));
+  }
+  if (std::string language = unknownLanguage(); !language.empty()) {
+    findings.push_back({Finding::Gravity::Different, 0, "", std::move(language)});
   }
   const CollectedErrors errors;
   FilledDeck filled(path, loop);

@@ -53,3 +53,14 @@ test("what is broken in a deck is told, with its place", (t) => {
   );
   assert.deepEqual(sandbox.errorLog(), []);
 });
+
+test("a language that is not known is told", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "eggs");
+  const told = (language) => {
+    sandbox.environment.LC_ALL = language;
+    return findings(sandbox, deck).filter((each) => /English/.test(each));
+  };
+  assert.deepEqual(told("de_DE.UTF-8"), []);
+  assert.match(told("xx_XX").join(), /^different 0 : Numbers and days are shown as in English: the language 'xx_XX'/);
+});

@@ -201,6 +201,17 @@ test("a database is described, tested and listed", (t) => {
   assert.equal(told, "Provider=SQLite;Data Source=stock.db: SELECT Item AS a, Price AS A FROM [two words]");
 });
 
+test("numbers of a database are written in the language of the environment, whatever locales there are", (t) => {
+  const { sandbox, deck } = emptyDeck(t);
+  execFileSync("sqlite3", [sandbox.path("shop/stock.db"), "CREATE TABLE stock (Price REAL); INSERT INTO stock VALUES (4.8)"]);
+  sandbox.done("connection", deck, "add", "--description", "Stock", "--file", "stock.db", "--sql", "stock");
+  const price = (language) => {
+    sandbox.environment.LC_ALL = language;
+    return JSON.parse(sandbox.done("connection", deck, "preview", "1", "--json")).rows[0][0];
+  };
+  assert.deepEqual(["de_DE.UTF-8", "en_GB.UTF-8", "C", "xx_XX"].map(price), ["4,8", "4.8", "4.8", "4.8"]);
+});
+
 test("a workbook takes the place of a text file, is tested and listed", (t) => {
   const { sandbox, deck, add, list } = emptyDeck(t);
   const verb = (...line) => sandbox.done("connection", deck, ...line);
