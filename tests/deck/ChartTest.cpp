@@ -221,6 +221,9 @@ TEST(ChartTest, EachKindTakesItsColumns) {
     std::string series;
   } cases[] = {
       {group("pieChart", one), "m|a/x|1/y|2", "a@Sheet1!$B$1: x 1, y 2"},
+      {group("barChart", one), "m|a|b|c|d/x|4,80|1,234|4,80|1.234,5/y|-1,234|12|1,234.5|2",
+       "a@Sheet1!$B$1: x 4.8, y -1.234; b@Sheet1!$C$1: x 1234, y 12; c@Sheet1!$D$1: x 480, y 1234.5; "
+       "d@Sheet1!$E$1: x 1234.5, y 2"},
       {group("barChart", levelled(one, "</c:multiLvlStrCache>")), "m|a/Jan|1/Feb|2",
        "a@Sheet1!$B$1: Jan 1, Feb 2"},
       {group("barChart", numeric(one, "General")), "m|a/2024|1/2025|2", "a@Sheet1!$B$1: 2024 1, 2025 2"},

@@ -28,9 +28,9 @@ std::string textOf(const basic::Variant& cell) {
   return basic::CStr(cell);
 }
 
-std::optional<double> numberIn(std::string_view text) {
+std::optional<double> numberIn(std::string_view text, const basic::Locale& locale) {
   try {
-    const auto number = basic::ParseNumber(text, basic::UserLocale(), basic::Grouping::Allowed);
+    const auto number = basic::ParseNumber(text, locale, basic::Grouping::Allowed);
     return number && std::isfinite(*number) ? number : std::nullopt;
   } catch (const basic::Error&) {
     return std::nullopt;  // beyond every number
@@ -61,8 +61,8 @@ std::optional<double> typedNumber(const basic::Variant& cell) {
   return std::nullopt;
 }
 
-std::optional<double> numberOf(const basic::Variant& cell) {
-  if (const auto* text = std::get_if<std::string>(&cell)) return numberIn(*text);
+std::optional<double> numberOf(const basic::Variant& cell, const basic::Locale& locale) {
+  if (const auto* text = std::get_if<std::string>(&cell)) return numberIn(*text, locale);
   if (const auto* date = std::get_if<basic::Date>(&cell)) return date->serial;
   return typedNumber(cell);
 }
@@ -73,9 +73,42 @@ bool isBlank(const basic::Variant& cell) {
                          : basic::IsNull(cell) || std::holds_alternative<basic::Empty>(cell);
 }
 
-Category categoryOf(const basic::Variant& cell, CategoryKind kind) {
+/// Whether a number can only be meant so: one decimal sign, behind all groups of thousands, and what follows
+/// it is no such group itself.
+bool isWrittenWith(char decimal, char grouping, std::string_view text) {
+  constexpr std::size_t Group = 3;
+  text = basic::WithoutWhite(text);
+  const std::size_t at = text.find(decimal);
+  const std::size_t grouped = text.rfind(grouping);
+  if (at == std::string_view::npos || at != text.rfind(decimal)) return false;
+  const bool hasGroups = grouped != std::string_view::npos;
+  if (hasGroups ? grouped > at : at + 1 + Group == text.size()) return false;
+  return text.find_first_not_of("+-.,0123456789") == std::string_view::npos;
+}
+
+/// The user's settings; with comma and point changed where the numbers of a column tell that they were
+/// written by others: "4,80" is no 480.
+basic::Locale settingsOf(const MSGraph::Table& table, std::size_t column) {
+  basic::Locale locale = basic::UserLocale();
+  const char own = locale.decimalSeparator == "," ? ',' : '.';
+  const char other = own == ',' ? '.' : ',';
+  bool isOthers = false;
+  for (std::size_t row = 1; row < table.rows(); ++row) {
+    const auto* text = std::get_if<std::string>(&table.cell(row, column));
+    if (text == nullptr) continue;
+    if (isWrittenWith(own, other, *text)) return locale;
+    isOthers = isOthers || isWrittenWith(other, own, *text);
+  }
+  if (isOthers) {
+    locale.decimalSeparator = other;
+    locale.thousandsSeparator = own;
+  }
+  return locale;
+}
+
+Category categoryOf(const basic::Variant& cell, CategoryKind kind, const basic::Locale& locale) {
   if (isBlank(cell)) return {};
-  std::optional<double> number = kind == CategoryKind::Text ? typedNumber(cell) : numberOf(cell);
+  std::optional<double> number = kind == CategoryKind::Text ? typedNumber(cell) : numberOf(cell, locale);
   if (const auto* text = std::get_if<std::string>(&cell); kind == CategoryKind::Date && text && !number) {
     number = dateIn(*text);
   }
@@ -99,12 +132,12 @@ void requireRoom(const MSGraph::Table& table) {
 std::string nameOf(const MSGraph::Table& table, std::size_t column) { return textOf(table.cell(0, column)); }
 
 /// Text among numbers is a gap; nothing but text is the wrong column.
-void requireNumbers(const MSGraph::Table& table, std::size_t column) {
+void requireNumbers(const MSGraph::Table& table, std::size_t column, const basic::Locale& locale) {
   std::size_t textRow = 0;
   for (std::size_t row = 1; row < table.rows(); ++row) {
     const basic::Variant& cell = table.cell(row, column);
     if (isBlank(cell)) continue;
-    if (numberOf(cell)) return;
+    if (numberOf(cell, locale)) return;
     if (textRow == 0) textRow = row;
   }
   if (textRow == 0) return;
@@ -115,11 +148,12 @@ void requireNumbers(const MSGraph::Table& table, std::size_t column) {
 }
 
 ChartData::Column columnOf(const MSGraph::Table& table, std::size_t column) {
-  requireNumbers(table, column);
+  const basic::Locale locale = settingsOf(table, column);
+  requireNumbers(table, column, locale);
   ChartData::Column result{nameOf(table, column), {}};
   result.values.reserve(table.rows() - 1);
   for (std::size_t row = 1; row < table.rows(); ++row) {
-    result.values.push_back(numberOf(table.cell(row, column)).value_or(Gap));
+    result.values.push_back(numberOf(table.cell(row, column), locale).value_or(Gap));
   }
   return result;
 }
@@ -162,12 +196,13 @@ MSGraph::Table ChartData::table() const {
 
 ChartData chartData(const MSGraph::Table& table, CategoryKind categories) {
   requireRoom(table);
-  if (categories == CategoryKind::XValues) requireNumbers(table, 0);
+  const basic::Locale locale = settingsOf(table, 0);
+  if (categories == CategoryKind::XValues) requireNumbers(table, 0, locale);
   ChartData data;
   data.corner = textOf(table.cell(0, 0));
   data.categories.reserve(table.rows() - 1);
   for (std::size_t row = 1; row < table.rows(); ++row) {
-    data.categories.push_back(categoryOf(table.cell(row, 0), categories));
+    data.categories.push_back(categoryOf(table.cell(row, 0), categories, locale));
   }
   for (std::size_t column = 1; column < table.columns(); ++column) {
     data.columns.push_back(columnOf(table, column));

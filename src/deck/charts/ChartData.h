@@ -37,7 +37,8 @@ struct ChartData {
 };
 
 /// The cells as a chart takes them. Text that reads as a number by the user's
-/// settings is a number in the columns of values, and among categories that are
+/// settings, or by those with comma and point changed where a column's numbers
+/// cannot be meant otherwise, is a number in the columns of values, and among categories that are
 /// numbers; dates likewise. Other text among values and X values is a gap. Throws basic::Error
 /// when there is no column of values, or more columns or rows than a worksheet
 /// has room for, or when a column holds text and not one number.
