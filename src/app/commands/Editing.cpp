@@ -1,5 +1,6 @@
 #include "app/commands/Editing.h"
 
+#include "app/commands/DeckBackup.h"
 #include "app/wiring/Failure.h"
 #include "basic/Strings.h"
 #include "model/modTags.h"
@@ -13,6 +14,11 @@ void Editing::becomeLinked() {
   if (LF2000::modTags::HasVersionTag(*deck)) return;
   linked.SetVersionTag();
   linked.DisplayType(ShowsValues);
+}
+
+void Editing::save() {
+  if (keepsBackup) keepBackup(deck->FullName());
+  deck->Save();
 }
 
 std::shared_ptr<PowerPoint::Slide> slideOf(deck::Presentation& deck, std::int32_t number) {

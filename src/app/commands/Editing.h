@@ -18,11 +18,13 @@ struct Editing {
   /// Marks the deck as linked, with the values on display, if it is not yet.
   void becomeLinked();
   /// Throws basic::Error when the file cannot be written, or another program has changed it meanwhile.
-  void save() { deck->Save(); }
+  void save();
 
   AddInHost host;
   std::shared_ptr<deck::Presentation> deck;
   LF2000::clsPresentation& linked;
+  /// Whether the file is kept as it is before it is written; see keepBackup().
+  bool keepsBackup = false;
 };
 
 /// The slide of that number, from 1. Throws basic::Error when the deck has none such, saying how many it has.

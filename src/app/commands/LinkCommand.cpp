@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "app/commands/ClockFormat.h"
 #include "app/commands/Commands.h"
+#include "app/commands/DeckBackup.h"
 #include "app/commands/Editing.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/StoredConnections.h"
@@ -32,6 +34,7 @@ struct LinkOptions {
   bool chart = false;
   std::optional<std::string> folder;
   std::optional<std::string> extension;
+  bool backup = false;
 };
 
 /// Element 0 is empty; none at all when the source cannot be read now.
@@ -104,7 +107,9 @@ void link(const LinkOptions& options) {
     throw UsageError("link: --folder and --extension are for pictures.");
   }
   if (options.row && *options.row < 1) throw UsageError("link: --row counts from 1.");
+  if (options.clock) requireClockFormat(*options.clock);
   Editing editing(options.deck);
+  editing.keepsBackup = options.backup;
   const auto shape = shapeOf(*editing.deck, options.slide, options.shape);
   if (options.chart && !LF2000::modGraph::IsGraph(*shape)) {
     fail(options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide) +
@@ -158,6 +163,7 @@ void addLinkCommand(CLI::App& program, Environment&) {
   verb->add_option("--extension", options->extension, "Of a picture: what is put behind the names (jpg)");
   verb->add_option("--clock", options->clock,
                    "Show date or time in this format (\"hh:nn:ss\", \"dddd d mmmm\")");
+  verb->add_flag("--backup", options->backup, BackupHelp);
   verb->callback([options] { link(*options); });
 }
 

@@ -1,16 +1,62 @@
 // The verb unlink: takes a link off a shape, or everything off a deck.
 
 #include <CLI/CLI.hpp>
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "app/commands/Commands.h"
 #include "app/commands/Editing.h"
 #include "app/wiring/Failure.h"
+#include "app/wiring/LinkedShapes.h"
+#include "app/wiring/Output.h"
+#include "basic/Strings.h"
 #include "model/clsShape.h"
 
 namespace app {
+
+namespace {
+
+/// A shape keeps what it shows when its link goes.
+void tellUnlinked(deck::Presentation& deck, std::int32_t slide, const std::string& name) {
+  const auto shape = deck.Slides()->Item(slide)->Shapes()->Item(std::string_view(name));
+  std::cout << "slide " << slide << ", " << oneLine(name) << ": no longer linked";
+  if (shape->HasTextFrame()) {
+    const std::string text(basic::Trim(shape->TextFrame()->TextRange()->Text()));
+    std::cout << (text.empty() ? "; it is empty now" : "; its text is now \"" + oneLine(text) + '"');
+  }
+  std::cout << '\n';
+}
+
+void unlinkAll(Editing& editing) {
+  std::vector<std::pair<std::int32_t, std::string>> shapes;
+  for (std::int32_t slide = 1; slide <= editing.deck->slideCount(); ++slide) {
+    for (const LinkedShape& shape : linkedShapes(*editing.deck, slide))
+      shapes.emplace_back(slide, shape.name);
+  }
+  editing.linked.RemoveLumenfold();
+  // The add-in would put the display type back as the deck is saved.
+  editing.host.unload();
+  editing.save();
+  for (const auto& [slide, name] : shapes) tellUnlinked(*editing.deck, slide, name);
+}
+
+void unlinkShape(Editing& editing, std::int32_t slide, const std::string& name) {
+  LF2000::clsShape target;
+  target.ShapeItem(shapeOf(*editing.deck, slide, name));
+  if (!target.LumenfoldEnabled()) {
+    fail(editing.deck->FullName() + ": shape '" + name + "' on slide " + std::to_string(slide) +
+         " is not linked.");
+  }
+  target.RemoveLumenfold();
+  editing.save();
+  tellUnlinked(*editing.deck, slide, name);
+}
+
+}  // namespace
 
 void addUnlinkCommand(CLI::App& program, Environment&) {
   struct UnlinkOptions {
@@ -32,19 +78,10 @@ void addUnlinkCommand(CLI::App& program, Environment&) {
     }
     Editing editing(options->deck);
     if (options->all) {
-      editing.linked.RemoveLumenfold();
-      // The add-in would put the display type back as the deck is saved.
-      editing.host.unload();
+      unlinkAll(editing);
     } else {
-      LF2000::clsShape target;
-      target.ShapeItem(shapeOf(*editing.deck, *options->slide, options->shape));
-      if (!target.LumenfoldEnabled()) {
-        fail(options->deck + ": shape '" + options->shape + "' on slide " + std::to_string(*options->slide) +
-             " is not linked.");
-      }
-      target.RemoveLumenfold();
+      unlinkShape(editing, *options->slide, options->shape);
     }
-    editing.save();
   });
 }
 

@@ -3,27 +3,10 @@
 #include <algorithm>
 
 #include "addin/support/modErrors.h"
+#include "app/wiring/LogLine.h"
 #include "app/wiring/Output.h"
 
 namespace app {
-
-namespace {
-
-/// A line of a log is date and time, ".", three digits, a blank and the text.
-std::string_view withoutTime(std::string_view line) {
-  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-  for (std::size_t i = 0; i + 4 < line.size(); ++i) {
-    if (line[i] == '.' && isDigit(line[i + 1]) && isDigit(line[i + 2]) && isDigit(line[i + 3]) &&
-        line[i + 4] == ' ') {
-      line.remove_prefix(i + 5);
-      break;
-    }
-  }
-  while (line.ends_with('\n') || line.ends_with('\r')) line.remove_suffix(1);
-  return line;
-}
-
-}  // namespace
 
 CollectedErrors::CollectedErrors() : usual_(host::Current()), files_(*usual_.files) {
   host::Services aside = usual_;
@@ -39,7 +22,7 @@ void CollectedErrors::LogAside::Append(std::string_view path, std::string_view t
     files_.Append(path, text);
     return;
   }
-  std::string said = joinedLines(std::string(withoutTime(text)));
+  std::string said = joinedLines(std::string(LogLine(text).text));
   if (std::find(texts.begin(), texts.end(), said) == texts.end()) texts.push_back(std::move(said));
 }
 

@@ -17,7 +17,7 @@ class CollectedErrors {
   CollectedErrors(const CollectedErrors&) = delete;
   CollectedErrors& operator=(const CollectedErrors&) = delete;
 
-  /// As the log would have them, without time, each once.
+  /// As the log would have them, without time and number, each once.
   [[nodiscard]] const std::vector<std::string>& texts() const { return files_.texts; }
 
  private:

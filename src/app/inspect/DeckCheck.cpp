@@ -88,9 +88,7 @@ Findings checkDrawing(FilledDeck& filled) {
 /// What the show would log, unless it was found before.
 Findings checkFilling(const std::vector<std::string>& logged, const Findings& known) {
   Findings findings;
-  for (const std::string& line : logged) {
-    // Number and source of the error stand at the end.
-    const std::string text = line.substr(0, line.rfind(" ("));
+  for (const std::string& text : logged) {
     const bool isKnown = std::any_of(known.begin(), known.end(), [&](const Finding& finding) {
       return finding.text.find(text) != std::string::npos;
     });

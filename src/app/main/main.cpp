@@ -26,7 +26,19 @@ int complain(const std::string& text, int exitCode) {
   return exitCode;
 }
 
-int complainOfUsage(const std::string& text) { return complain(text + "\nTry 'lumenfold --help'.", Usage); }
+/// "lumenfold connection DECK add --help", as far as the command line got.
+std::string helpOf(const CLI::App& program) {
+  std::string line = program.get_name();
+  for (const CLI::App* verb : program.get_subcommands()) {
+    line += ' ' + verb->get_name();
+    for (const CLI::App* action : verb->get_subcommands()) line += " DECK " + action->get_name();
+  }
+  return line + " --help";
+}
+
+int complainOfUsage(const CLI::App& program, const std::string& text) {
+  return complain(text + "\nTry '" + helpOf(program) + "'.", Usage);
+}
 
 /// An answer that did not get through is no success.
 int finishOutput() {
@@ -81,9 +93,9 @@ int run(int argc, char** argv) {
     program.exit(help);
     return finishOutput();
   } catch (const CLI::ParseError& error) {
-    return complainOfUsage(explain(program, error));
+    return complainOfUsage(program, explain(program, error));
   } catch (const app::UsageError& error) {
-    return complainOfUsage(error.what());
+    return complainOfUsage(program, error.what());
   } catch (const basic::Error& error) {
     // What a message box has told already is not told again.
     return error.description == environment.lastShown() ? Failed : complain(error.description, Failed);

@@ -1,6 +1,7 @@
 // The verbs link, unlink, slide, display and info.
 
 import assert from "node:assert/strict";
+import { existsSync, rmSync } from "node:fs";
 import { test } from "node:test";
 import { digest, renameShape, textInFile } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
@@ -25,13 +26,31 @@ test("shapes are linked to values and clocks, and unlinked one by one or all", (
   ];
   assert.deepEqual(links(sandbox, deck), [values, [["Clock", "hh:nn:ss"]], []]);
 
-  sandbox.done("unlink", deck, ...at(1, "p2 Item"));
+  const told = sandbox.done("unlink", deck, ...at(1, "p2 Item"));
+  assert.equal(told, 'slide 1, p2 Item: no longer linked; its text is now "b"\n');
+  assert.equal(textInFile(deck, 1, "p2 Item"), "b");
   assert.deepEqual(links(sandbox, deck), [[values[0], values[2]], [["Clock", "hh:nn:ss"]], []]);
   assert.match(sandbox.run("unlink", deck, ...at(1, "p2 Item")).error, /'p2 Item'.*not linked/);
 
-  sandbox.done("unlink", deck, "--all");
+  assert.match(sandbox.done("unlink", deck, "--all"), /^slide 1, p1 Item: .*"a"\nslide 1, p3 Item: .*"c"\nslide 2, Clock: /);
   assert.deepEqual(links(sandbox, deck), [[], [], []]);
   assert.match(sandbox.done("info", deck), /not linked/);
+});
+
+test("a deck is kept as it was before its first link, where that is wanted", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "a");
+  const copy = deck.replace(".pptx", ".backup.pptx");
+  const before = digest(deck);
+  const link = (shape) => sandbox.done("link", deck, ...at(1, shape), ...value(1), "--backup");
+  assert.ok(link("p5 Item").includes(copy));
+  assert.equal(digest(copy), before);
+  assert.equal(link("p6 Item"), "");
+  assert.equal(digest(copy), before, "the older one stays");
+  const fails = ["link", deck, ...at(1, "Nix"), ...value(1), "--backup"];
+  rmSync(copy);
+  sandbox.run(...fails);
+  assert.ok(!existsSync(copy), "nothing has changed");
 });
 
 test("a link is changed by linking anew, also from a value to a clock", (t) => {
@@ -97,6 +116,8 @@ test("links that cannot be are told, and the deck stays as it was", (t) => {
     [link(first), 2, /--clock/],
     [link(first, "--clock", "hh", ...value(1)), 2, /--clock/],
     [link(first, "--clock", ""), 2, /--clock/],
+    [link(first, "--clock", '"hh" :'), 2, /holds no sign[^]*hh +hour[^]*Try 'lumenfold link --help'\.\n$/],
+    [["connection", deck, "add", "--never"], 2, /Try 'lumenfold connection DECK add --help'/],
     [link(first, ...value(1), "--folder", "photos"), 1, /'p1 Item'.*neither a picture nor/],
     [["link", sandbox.sample("plant"), ...at(2, "Site"), "--clock", "hh"], 1, /'Site'.*no text/],
     [["unlink", deck], 2, /--all/],
@@ -112,7 +133,7 @@ test("links that cannot be are told, and the deck stays as it was", (t) => {
     [["show", deck, "--port", 0, "--bind", "nonsense"], 1, /nonsense/],
     [["show", deck, "--port", 0, "--token-file", "nowhere"], 1, /nowhere: the token file cannot be read: No such/],
     [["show", deck, "--stale", "hide"], 1, /--stale must be keep, mark or blank, not "hide"/],
-    [["juggle", deck], 2, /juggle/],
+    [["juggle", deck], 2, /juggle[^]*Try 'lumenfold --help'/],
     [[], 2, /subcommand/],
   ];
   for (const [line, code, text] of cases) {
