@@ -7,6 +7,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/commands/ConnectionSource.h"
+#include "app/commands/DeckBackup.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
@@ -40,6 +41,7 @@ struct ConnectionOptions {
   bool header = false;
   bool noHeader = false;
   bool json = false;
+  bool backup = false;
 };
 
 /// Writing the connections back drops every one that was not understood.
@@ -207,6 +209,7 @@ void add(ConnectionOptions options) {
   if (!LF2000::modTags::HasVersionTag(*deck)) linked.DisplayType(1);
   linked.Connections().push_back(std::move(connection));
   linked.SetConnectionTags();
+  if (options.backup) keepBackup(deck->FullName());
   deck->Save();
   std::cout << number << '\n';
 }
@@ -276,6 +279,7 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
 
   action = verb->add_subcommand("add", "Add a connection and print its number");
   describeWith(action);
+  action->add_flag("--backup", options->backup, BackupHelp);
   action->callback([options] { add(*options); });
 
   action = verb->add_subcommand("set", "Change a connection");

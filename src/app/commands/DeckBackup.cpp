@@ -14,7 +14,7 @@ void keepBackup(const std::string& deck) {
   if (std::filesystem::exists(std::filesystem::symlink_status(copy))) return;
   const auto state = opc::stateOfFile(deck);
   opc::replaceFile(copy.string(), opc::readFile(deck, state ? state->size : 0).bytes);
-  std::cout << "The deck as it was is kept in " << platform::forTerminal(copy.string()) << '\n';
+  std::cerr << "lumenfold: the deck as it was is kept in " << platform::forTerminal(copy.string()) << '\n';
 }
 
 }  // namespace app

@@ -5,7 +5,7 @@ import { existsSync, rmSync } from "node:fs";
 import { test } from "node:test";
 import { digest, renameShape, textInFile } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { at, makeValueDeck, value } from "../support/value_deck.mjs";
+import { at, makeValueDeck, textSource, value } from "../support/value_deck.mjs";
 
 function links(sandbox, deck) {
   return JSON.parse(sandbox.done("info", deck, "--json")).slides.map((slide) =>
@@ -42,7 +42,7 @@ test("a deck is kept as it was before its first link, where that is wanted", (t)
   const deck = makeValueDeck(sandbox, "a");
   const copy = deck.replace(".pptx", ".backup.pptx");
   const before = digest(deck);
-  const link = (shape) => sandbox.done("link", deck, ...at(1, shape), ...value(1), "--backup");
+  const link = (shape) => sandbox.run("link", deck, ...at(1, shape), ...value(1), "--backup").error;
   assert.ok(link("p5 Item").includes(copy));
   assert.equal(digest(copy), before);
   assert.equal(link("p6 Item"), "");
@@ -51,6 +51,8 @@ test("a deck is kept as it was before its first link, where that is wanted", (t)
   rmSync(copy);
   sandbox.run(...fails);
   assert.ok(!existsSync(copy), "nothing has changed");
+  assert.equal(sandbox.done("connection", deck, "add", ...textSource("More", "values.txt"), "--backup"), "002\n");
+  assert.ok(existsSync(copy));
 });
 
 test("a link is changed by linking anew, also from a value to a clock", (t) => {
