@@ -4,11 +4,12 @@
 
 #include <algorithm>
 #include <optional>
-#include <unordered_set>
 #include <vector>
 
 #include "basic/Strings.h"
+#include "connections/HeaderRow.h"
 #include "connections/TextFileScanner.h"
+#include "host/text_table.h"
 
 namespace LF2000 {
 namespace {
@@ -16,91 +17,50 @@ namespace {
 constexpr std::string_view Delimiters = "\t;,|";
 constexpr std::size_t SampleRecords = 20;
 
-struct SampleRecord {
-  std::size_t begin = 0;
-  std::size_t fields = 0;
-  /// Without empty ones at the end: spreadsheet programs fill up all lines to the same length.
-  std::size_t filled = 0;
+/// The first records as they are split by a delimiter, without the doubling of quotes.
+struct Sample {
+  std::vector<std::size_t> begins;
+  std::vector<RecordFields> records;
 };
-using Sample = std::vector<SampleRecord>;
-
-/// Visits the fields of a record with their content, but for doubled quotes in it.
-template <class Visit>
-std::size_t ForEachField(TextFileScanner& scanner, std::string_view text, std::size_t at, Visit visit) {
-  for (;;) {
-    const TextFileField field = scanner.Field(at);
-    visit(field.Quoted ? text.substr(at + 1, field.ClosingQuote - at - 1) : text.substr(at, field.End - at));
-    if (scanner.IsRecordEnd(field.End)) return field.End;
-    at = field.End + 1;
-  }
-}
 
 Sample SampleOf(std::string_view text, std::size_t begin, char delimiter) {
   Sample sample;
   TextFileScanner scanner(text, delimiter);
   std::size_t at = scanner.NextRecord(begin);
-  while (at != text.size() && sample.size() < SampleRecords) {
-    SampleRecord& record = sample.emplace_back(SampleRecord{at});
-    const std::size_t end = ForEachField(scanner, text, at, [&](std::string_view field) {
-      ++record.fields;
-      if (!field.empty()) record.filled = record.fields;
-    });
-    at = scanner.NextRecord(end);
+  while (at != text.size() && sample.records.size() < SampleRecords) {
+    sample.begins.push_back(at);
+    RecordFields& fields = sample.records.emplace_back();
+    for (bool more = true; more;) {
+      const TextFileField field = scanner.Field(at);
+      // More are an error, whatever they hold.
+      if (fields.size() <= host::TextTableBuilder::MaxColumns) {
+        fields.push_back(field.Quoted ? text.substr(at + 1, field.ClosingQuote - at - 1)
+                                      : text.substr(at, field.End - at));
+      }
+      more = !scanner.IsRecordEnd(field.End);
+      at = field.End + (more ? 1 : 0);
+    }
+    at = scanner.NextRecord(at);
   }
   return sample;
 }
 
-bool LooksLikeNames(std::string_view text, const SampleRecord& record, char delimiter) {
-  std::unordered_set<std::string> names;
-  bool looks = true;
-  std::size_t position = 0;
-  TextFileScanner scanner(text, delimiter);
-  ForEachField(scanner, text, record.begin, [&](std::string_view field) {
-    if (++position > record.filled) return;
-    const std::size_t first = field.find_first_not_of("+-.");
-    looks = looks && first != std::string_view::npos && field.front() != ' ' &&
-            (field[first] < '0' || field[first] > '9') && names.insert(basic::UCase(field)).second;
-  });
-  return looks;
-}
-
-/// Which record holds the names.
-std::size_t HeaderOf(std::string_view text, const Sample& sample, char delimiter) {
-  std::size_t header = 0;
-  const auto isAsWideAsMost = [&](std::size_t index) {
-    const auto behind = sample.begin() + static_cast<std::ptrdiff_t>(index) + 1;
-    const auto fitting = std::count_if(behind, sample.end(),
-                                       [&](const auto& each) { return each.filled <= sample[index].filled; });
-    return behind == sample.end() || 2 * fitting > sample.end() - behind;
-  };
-  while (header < sample.size() && !isAsWideAsMost(header)) ++header;
-  if (header == 0 || header == sample.size()) return 0;
-
-  const std::size_t width = sample[header].filled;
-  const bool isAlone = header + 1 == sample.size();
-  // Two words behind a line are as likely a sentence with a comma in it.
-  if (width < (isAlone ? std::size_t{3} : std::size_t{2})) return 0;
-  const auto end = sample.begin() + static_cast<std::ptrdiff_t>(header);
-  const bool areTitles =
-      std::all_of(sample.begin(), end, [&](const auto& each) { return 2 * each.filled <= width; });
-  return areTitles && LooksLikeNames(text, sample[header], delimiter) ? header : 0;
-}
-
 /// How many records from the header on are split as it is. One empty field behind the last does not count.
 std::size_t CountFitting(const Sample& sample, std::size_t header) {
-  const SampleRecord& first = sample[header];
-  const std::size_t width = first.fields - (first.filled < first.fields ? 1 : 0);
-  return static_cast<std::size_t>(std::count_if(
-      sample.begin() + static_cast<std::ptrdiff_t>(header), sample.end(), [&](const auto& each) {
-        return each.fields == first.fields || each.fields == width ||
-               (each.fields == width + 1 && each.filled <= width);
-      }));
+  const RecordFields& first = sample.records[header];
+  const std::size_t width = first.size() - (FilledFields(first) < first.size() ? 1 : 0);
+  return static_cast<std::size_t>(std::count_if(sample.records.begin() + static_cast<std::ptrdiff_t>(header),
+                                                sample.records.end(), [&](const RecordFields& each) {
+                                                  return each.size() == first.size() ||
+                                                         each.size() == width ||
+                                                         (each.size() == width + 1 && each.back().empty());
+                                                }));
 }
 
 bool SplitsMostly(const Sample& sample) {
-  const auto split =
-      std::count_if(sample.begin(), sample.end(), [](const auto& each) { return each.fields > 1; });
-  return 2 * static_cast<std::size_t>(split) >= sample.size();
+  const auto split = std::count_if(sample.records.begin(), sample.records.end(),
+                                   [](const RecordFields& each) { return each.size() > 1; });
+  return 2 * static_cast<std::size_t>(split) >= sample.records.size();
 }
 
 struct Declared {
@@ -126,15 +86,16 @@ std::optional<Declared> DeclaredDelimiter(std::string_view text) {
 }
 
 TextFileDialect At(const Sample& sample, std::size_t header, char delimiter) {
-  return {delimiter, sample[header].begin, header > 0, {}};
+  return {delimiter, sample.begins[header], header > 0, {}};
 }
 
 /// Where the first line has one field and all others have the same number, over one, under a delimiter.
 std::string DoubtOf(const Sample& sample, char delimiter) {
-  if (sample.size() < 2 || sample[0].fields != 1) return {};
-  const std::size_t fields = sample[1].fields;
-  const bool areAlike =
-      std::all_of(sample.begin() + 1, sample.end(), [&](const auto& each) { return each.fields == fields; });
+  const std::vector<RecordFields>& records = sample.records;
+  if (records.size() < 2 || records[0].size() != 1) return {};
+  const std::size_t fields = records[1].size();
+  const bool areAlike = std::all_of(records.begin() + 1, records.end(),
+                                    [&](const RecordFields& each) { return each.size() == fields; });
   // Sentences have a comma each quite often.
   if (!areAlike || fields < (delimiter == ',' ? std::size_t{3} : std::size_t{2})) return {};
   const std::string sign = delimiter == '\t' ? "TABs" : std::string("'") + delimiter + "'";
@@ -147,20 +108,19 @@ std::string DoubtOf(const Sample& sample, char delimiter) {
 TextFileDialect FindDialect(std::string_view text, bool firstRowFieldNames) {
   if (const auto declared = DeclaredDelimiter(text)) {
     const Sample sample = SampleOf(text, declared->behind, declared->delimiter);
-    if (sample.empty()) return {declared->delimiter, text.size(), false, {}};
-    return At(sample, firstRowFieldNames ? HeaderOf(text, sample, declared->delimiter) : 0,
-              declared->delimiter);
+    if (sample.records.empty()) return {declared->delimiter, text.size(), false, {}};
+    return At(sample, firstRowFieldNames ? HeaderRow(sample.records) : 0, declared->delimiter);
   }
   std::optional<TextFileDialect> behindTitles;
   std::optional<TextFileDialect> fallback;
   std::string doubt;
   for (const char delimiter : Delimiters) {
     const Sample sample = SampleOf(text, 0, delimiter);
-    if (sample.empty()) continue;
-    const std::size_t header = firstRowFieldNames ? HeaderOf(text, sample, delimiter) : 0;
+    if (sample.records.empty()) continue;
+    const std::size_t header = firstRowFieldNames ? HeaderRow(sample.records) : 0;
     if (doubt.empty()) doubt = DoubtOf(sample, delimiter);
-    if (sample[header].fields == 1) continue;
-    const std::size_t records = sample.size() - header;
+    if (sample.records[header].size() == 1) continue;
+    const std::size_t records = sample.records.size() - header;
     const std::size_t fitting = CountFitting(sample, header);
     if (header == 0) {
       if (fitting == records) return At(sample, 0, delimiter);

@@ -27,9 +27,7 @@ struct TextFileDialect {
 /// - the one that splits the first record and at least half of them at all (a line is short, or has a field
 ///   too many).
 ///
-/// Titles are looked for with `firstRowFieldNames` alone. They stand above the first record that has as many
-/// fields as most that follow it or more, have at most half as many themselves, and what follows them looks
-/// like names: none is empty, doubled, or begins with a digit or a blank.
+/// Titles (HeaderRow.h) are looked for with `firstRowFieldNames` alone.
 TextFileDialect FindDialect(std::string_view text, bool firstRowFieldNames);
 
 }  // namespace LF2000

@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"ArePassedOver",
              "Departures, today\nAs of: 04:15\n\nTime;Train;To\n08:00;IC 1;Calder\n9:00;IC 2;Oulu\n",
              "Time|Train|To/08:00|IC 1|Calder/9:00|IC 2|Oulu"},
-        Case{"FilledUpWithDelimiters", "Prices;;\nMay;;\nItem;Size;Price\nRye;1;4,80\nTart;;3,20\n",
+        Case{"FilledUpWithDelimiters", "Prices;;\nAs of:;May;\nItem;Size;Price\nRye;1;4,80\nTart;;3,20\n",
              "Item|Size|Price/Rye|1|4,80/Tart||3,20"},
         Case{"WithoutRows", "Departures, today\nTime;Train;To\n", "Time|Train|To"},
         Case{"WithOneRow", "Departures\nTime\tTo\n8:00\tCalder\n", "Time|To/8:00|Calder"},

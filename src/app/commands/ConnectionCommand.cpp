@@ -16,6 +16,7 @@
 #include "json/Json.h"
 #include "model/clsPresentation.h"
 #include "model/modTags.h"
+#include "platform/Console.h"
 
 namespace app {
 
@@ -137,6 +138,11 @@ void requireFitting(const ConnectionOptions& options, ConnectionKind kind, bool 
   refuseEmpty(options.connectionString, "--connection-string");
   refuseEmpty(options.sql, "--sql");
   if (!becomes) return;
+  if (isDatabase && options.connectionString && !options.sql) {
+    throw UsageError(
+        "connection: say what to read of the database with --sql: a SELECT statement, or the name of a "
+        "table.");
+  }
   if (isDatabase && (!options.connectionString || !options.sql)) {
     throw UsageError("connection: a database takes --connection-string and --sql (or --file, for SQLite).");
   }
@@ -184,6 +190,11 @@ void apply(const ConnectionOptions& options, clsConnection& connection) {
   }
 }
 
+/// A range is the author's word; without it the sheet says what there is.
+void tellRange(clsConnection& connection) {
+  std::cerr << platform::forTerminal(joinedLines(takeWholeSheet(connection))) << '\n';
+}
+
 void add(ConnectionOptions options) {
   if (!options.description) throw UsageError("connection add: give it a name with --description.");
   const ConnectionKind kind = kindOf(options, std::nullopt);
@@ -206,6 +217,7 @@ void add(ConnectionOptions options) {
   connection->ConnectionTagNumber(number);
   connection->ActivePresentationName(deck->FullName());
   connection->DesignMode(true);
+  if (kind == ConnectionKind::Excel && !options.range) tellRange(*connection);
   if (!LF2000::modTags::HasVersionTag(*deck)) linked.DisplayType(1);
   linked.Connections().push_back(std::move(connection));
   linked.SetConnectionTags();
@@ -228,6 +240,9 @@ void set(ConnectionOptions options) {
   requireFitting(options, kind, kind != before);
   if (kind != before) become(kind, *connection);
   apply(options, *connection);
+  if (kind == ConnectionKind::Excel && !options.range && (kind != before || options.file || options.sheet)) {
+    tellRange(*connection);
+  }
   linked.SetConnectionTags();
   deck->Save();
 }
@@ -261,7 +276,8 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
                        "Text file, workbook or SQLite file, relative to the deck's folder or absolute");
     action->add_flag("--header", options->header, "The first line or row holds the column names");
     action->add_option("--sheet", options->sheet, "Worksheet; the first one when none is named");
-    action->add_option("--range", options->range, "Cells: A1:I10, A:C or a defined name");
+    action->add_option("--range", options->range,
+                       "Cells: A1:I10, A:C or a defined name; all that the sheet holds when none are given");
     action->add_option("--connection-string", options->connectionString,
                        "Driver, server and account of a database; or an SQLite file alone");
     action->add_option("--sql", options->sql, "SELECT statement, or name of a table");

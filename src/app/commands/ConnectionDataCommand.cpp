@@ -11,6 +11,7 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "ado/Catalog.h"
 #include "app/commands/Commands.h"
+#include "app/inspect/SheetUse.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
@@ -19,6 +20,7 @@
 #include "basic/Strings.h"
 #include "deck/objects/Application.h"
 #include "json/Json.h"
+#include "platform/Console.h"
 #include "workbook/sheet/Describe.h"
 
 namespace app {
@@ -81,9 +83,8 @@ Reading read(const DataOptions& options) {
   Reading reading;
   reading.number = connection.ConnectionTagNumber();
   reading.milliseconds = took.count();
-  reading.remarks = connection.Remarks();
-  reading.columns = connection.Columns();
-  reading.columns.erase(reading.columns.begin());
+  reading.remarks = remarksOn(connection);
+  reading.columns = offeredColumns(connection);
   reading.rowCount = static_cast<std::int64_t>(connection.RecordCount());
   const auto shown = std::min<std::int64_t>(reading.rowCount, options.rows);
   for (std::int64_t row = 1; row <= shown; ++row) {
@@ -145,7 +146,8 @@ void test(const DataOptions& options) {
     return;
   }
   printRows(reading);
-  for (const std::string& remark : reading.remarks) std::cout << oneLine(remark) << '\n';
+  for (const std::string& remark : reading.remarks)
+    std::cout << platform::forTerminal(joinedLines(remark)) << '\n';
   std::cout << reading.rowCount << " rows, " << reading.columns.size() << " columns, read in "
             << std::llround(reading.milliseconds) << " ms\n";
 }

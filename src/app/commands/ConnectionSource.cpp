@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "app/inspect/SheetUse.h"
 #include "basic/ConnectionString.h"
+#include "basic/Error.h"
 #include "basic/Strings.h"
 
 namespace app {
@@ -73,6 +75,21 @@ std::string databaseString(std::string_view text) {
   if (ending == "MDB") return fileString("Microsoft.Jet.OLEDB.4.0", text);
   if (ending == "ACCDB") return fileString("Microsoft.ACE.OLEDB.12.0", text);
   return sqliteString(text);
+}
+
+std::string takeWholeSheet(LF2000::clsConnection& connection) {
+  const std::string kept = "The range is " + connection.ConnectionRange() + ": ";
+  std::optional<SheetTable> table;
+  try {
+    table = findTable(connection);
+  } catch (const basic::Error& error) {
+    return kept + "the sheet cannot be read now (" + error.description + "). Give another with --range.";
+  }
+  if (!table) return kept + "the sheet is empty. Give another with --range.";
+  connection.ConnectionRange(growingRange(table->area));
+  return "The range is " + connection.ConnectionRange() + ", where the sheet has " +
+         basic::AreaText(table->area) + " in use" + (table->hasTitles ? " below its titles" : "") +
+         "; rows to come are read as well.";
 }
 
 }  // namespace app

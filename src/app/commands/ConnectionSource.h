@@ -26,4 +26,8 @@ std::string sqliteString(std::string_view path);
 /// ("plant.db"); any other text as it is.
 std::string databaseString(std::string_view text);
 
+/// Has a workbook's connection read what its sheet holds, rows to come included, and says so in a sentence.
+/// Where the workbook cannot be read the range stays, and the sentence says why. The loop runs meanwhile.
+std::string takeWholeSheet(LF2000::clsConnection& connection);
+
 }  // namespace app

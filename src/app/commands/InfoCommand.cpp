@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "app/commands/Commands.h"
+#include "app/inspect/SheetUse.h"
 #include "app/wiring/LinkedShapes.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/ScrollInfo.h"
@@ -47,9 +48,7 @@ Json connectionInfo(const StoredConnection& stored) {
     connection.CloseConnection();
     info["state"] = "ready";
     info["rowCount"] = static_cast<std::int64_t>(connection.RecordCount());
-    std::vector<std::string> columns = connection.Columns();
-    columns.erase(columns.begin());
-    info["columns"] = columns;
+    info["columns"] = offeredColumns(connection);
   } catch (const basic::Error& error) {
     info["state"] = basic::Replace(error.description, "\r\n", " ");
   }

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "addin/support/modGlobalFunctions.h"
+#include "app/inspect/SheetUse.h"
 #include "app/wiring/LinkedShapes.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
@@ -66,7 +67,7 @@ class LinkCheck {
       source.columns = connection.Columns();
       source.columns.erase(source.columns.begin());
       source.rowCount = connection.RecordCount();
-      for (const std::string& remark : connection.Remarks()) {
+      for (const std::string& remark : remarksOn(connection)) {
         findings_.push_back({Finding::Gravity::Note, 0, "", "Connection " + source.name + ": " + remark});
       }
     } catch (const basic::Error& error) {

@@ -201,6 +201,24 @@ test("a database is described, tested and listed", (t) => {
   assert.equal(told, "Provider=SQLite;Data Source=stock.db: SELECT Item AS a, Price AS A FROM [two words]");
 });
 
+test("a workbook is read as a whole, unless a range says otherwise", (t) => {
+  const { sandbox, deck, list } = emptyDeck(t);
+  const verb = (...line) => sandbox.run("connection", deck, ...line);
+  const book = ["--file", "prices.xlsx", "--header"];
+  const added = verb("add", "--description", "Offer", ...book, "--sheet", "Offer");
+  assert.match(added.error, /The range is A:G, where the sheet has A1:G2 in use; rows to come are read as well\.\n$/);
+  assert.equal(added.out, "001\n");
+  assert.equal(verb("add", "--description", "Items", ...book, "--range", "A1:B2").error, "");
+  const sources = () => list().map(({ source }) => source);
+  assert.deepEqual(sources(), ["A:G of Offer in prices.xlsx", "A1:B2 of the first sheet in prices.xlsx"]);
+  const remarks = (number) => JSON.parse(sandbox.done("connection", deck, "test", number, "--json")).remarks;
+  assert.deepEqual(remarks(1), []);
+  assert.match(remarks(2).join(), /^The range A1:B2 leaves out data: rows 3 to \d+, columns C to \w\. --range A:\w takes/);
+  assert.equal(verb("set", "2", "--description", "Few").error, "");
+  assert.match(verb("set", "2", "--sheet", "Offer").error, /A:G/);
+  assert.deepEqual(sources()[1], "A:G of Offer in prices.xlsx");
+});
+
 test("numbers of a database are written in the language of the environment, whatever locales there are", (t) => {
   const { sandbox, deck } = emptyDeck(t);
   execFileSync("sqlite3", [sandbox.path("shop/stock.db"), "CREATE TABLE stock (Price REAL); INSERT INTO stock VALUES (4.8)"]);
