@@ -1,11 +1,7 @@
 // The verb snapshot: slides as they would be shown now, as pages, pictures or lists of what is drawn.
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cmath>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
 
@@ -13,6 +9,7 @@
 #include "app/inspect/CollectedErrors.h"
 #include "app/inspect/FilledDeck.h"
 #include "app/inspect/HeadlessBrowser.h"
+#include "app/inspect/SlideFiles.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "platform/Console.h"
@@ -32,21 +29,7 @@ struct SnapshotOptions {
   int width = 960;
 };
 
-void writeFile(const fs::path& path, std::string_view content) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file.write(content.data(), static_cast<std::streamsize>(content.size()));
-  file.close();
-  if (!file) fail(path.string() + ": cannot be written: " + std::strerror(errno) + ".");
-}
-
 void complain(const std::string& text) { std::cerr << "lumenfold: " << platform::forTerminal(text) << '\n'; }
-
-/// slide-001, slide-002, ...
-std::string nameOf(int slide) {
-  constexpr std::size_t Digits = 3;
-  const std::string number = std::to_string(slide);
-  return "slide-" + std::string(number.size() < Digits ? Digits - number.size() : 0, '0') + number;
-}
 
 struct Range {
   int first;
@@ -69,26 +52,18 @@ void printScenes(FilledDeck& filled, Range slides) {
 
 void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options, HeadlessBrowser* browser) {
   const fs::path folder = options.folder;
-  const render::SlideSize size = filled.size();
-  const HeadlessBrowser::View view{static_cast<int>(std::lround(size.width)),
-                                   static_cast<int>(std::lround(size.height)), options.width / size.width};
+  const HeadlessBrowser::View view = slideView(filled.size(), options.width);
   for (int slide = slides.first; slide <= slides.last; ++slide) {
-    const FilledDeck::Page page = filled.page(slide);
+    const DeckPage page = filled.page(slide);
     for (const std::string& problem : page.problems) complain(problem);
-    const fs::path file = folder / (nameOf(slide) + ".html");
+    const fs::path file = folder / (slideFileName(slide) + ".html");
     writeFile(file, page.html);
     if (browser == nullptr) continue;
     browser->open(file, view);
-    writeFile(folder / (nameOf(slide) + ".png"), browser->photograph());
+    writeFile(folder / (slideFileName(slide) + ".png"), browser->photograph());
   }
   const int count = slides.last - slides.first + 1;
   std::cout << count << (count == 1 ? " slide" : " slides") << " written to " << options.folder << '\n';
-}
-
-void makeFolder(const std::string& folder) {
-  std::error_code error;
-  fs::create_directories(folder, error);
-  if (error) fail(folder + ": the folder cannot be made: " + error.message() + ".");
 }
 
 void snapshot(const SnapshotOptions& options, Environment& environment) {

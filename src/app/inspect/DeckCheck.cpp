@@ -67,7 +67,7 @@ Findings checkDrawing(FilledDeck& filled) {
   }
   std::map<std::string, std::string> standIns;
   for (int slide = 1; slide <= filled.slideCount(); ++slide) {
-    FilledDeck::Page page = filled.page(slide);
+    DeckPage page = filled.page(slide);
     for (std::string& problem : page.problems) {
       findings.push_back({Finding::Gravity::Broken, slide, "", std::move(problem)});
     }

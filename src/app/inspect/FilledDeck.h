@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/inspect/DeckPage.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/DrawnDeck.h"
 #include "app/wiring/LinkedSheets.h"
@@ -33,21 +34,11 @@ class FilledDeck {
     return drawn_.linkedShapes(slide);
   }
 
-  struct Page {
-    /// Needs nothing beside it; see StandalonePage.
-    std::string html;
-    // See render::SlidePage.
-    std::vector<std::string> problems;
-    std::vector<render::UsedFont> fonts;
-  };
-  Page page(int slide);
+  DeckPage page(int slide) { return drawPage(*deck_, drawn_, slide); }
   /// What the page draws, as text; see render::SceneDump.
   std::string scene(int slide);
 
  private:
-  /// Whether pictures were missing that are there now.
-  bool finishConversions();
-
   AddInHost host_;
   std::shared_ptr<deck::Presentation> deck_;
   LinkedSheets sheets_;
