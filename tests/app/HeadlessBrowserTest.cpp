@@ -41,11 +41,12 @@ struct HeadlessBrowserTest : testing::Test {
 constexpr const char* Useful =
     R"("result":{"targetId":"t","sessionId":"s","data":"UE5H","result":{"value":{"out":3}}})";
 
-TEST_F(HeadlessBrowserTest, OpensMeasuresAndPhotographs) {
+TEST_F(HeadlessBrowserTest, OpensMeasuresPhotographsAndPrints) {
   install("google-chrome", answering(Useful));
   HeadlessBrowser browser;
   browser.open("/some where/slide.html", {});
   EXPECT_EQ(browser.photograph(), "PNG");
+  EXPECT_EQ(browser.print(), "PNG") << "whatever it made";
   EXPECT_EQ(browser.evaluate("measure"), R"({"out":3})");
 }
 

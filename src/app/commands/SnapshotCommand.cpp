@@ -1,9 +1,11 @@
-// The verb snapshot: slides as they would be shown now, as pages, pictures or lists of what is drawn.
+// The verb snapshot: slides as they would be shown now, as pages, pictures, a PDF or lists of what is drawn.
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "app/commands/Commands.h"
 #include "app/inspect/CollectedErrors.h"
@@ -13,6 +15,7 @@
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "platform/Console.h"
+#include "process/TemporaryFolder.h"
 
 namespace app {
 
@@ -23,6 +26,7 @@ namespace fs = std::filesystem;
 struct SnapshotOptions {
   std::string deck;
   std::string folder;
+  std::string pdf;
   bool scene = false;
   int slide = 0;  // 0 is every one
   bool png = false;
@@ -66,10 +70,33 @@ void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options
   std::cout << count << (count == 1 ? " slide" : " slides") << " written to " << options.folder << '\n';
 }
 
+/// As in a show: a hidden slide is there for who asks for it.
+std::vector<int> printedSlides(FilledDeck& filled, Range slides, const SnapshotOptions& options) {
+  std::vector<int> printed;
+  for (int slide = slides.first; slide <= slides.last; ++slide) {
+    if (options.slide > 0 || !filled.deck().isHidden(slide)) printed.push_back(slide);
+  }
+  if (printed.empty()) fail(options.deck + ": every slide is hidden; --slide N writes one all the same.");
+  return printed;
+}
+
+void writePdf(FilledDeck& filled, Range slides, const SnapshotOptions& options, HeadlessBrowser& browser) {
+  const std::vector<int> printed = printedSlides(filled, slides, options);
+  const DeckPage sheets = filled.sheets(printed);
+  for (const std::string& problem : sheets.problems) complain(problem);
+  const process::TemporaryFolder folder;
+  const fs::path file = folder.path() / "slides.html";
+  writeFile(file, sheets.html);
+  browser.open(file, slideView(filled.size(), options.width));
+  writeFile(options.pdf, browser.print());
+  std::cout << printed.size() << (printed.size() == 1 ? " slide" : " slides") << " written to " << options.pdf
+            << '\n';
+}
+
 void snapshot(const SnapshotOptions& options, Environment& environment) {
   std::unique_ptr<HeadlessBrowser> browser;
-  if (options.png) browser = std::make_unique<HeadlessBrowser>();
-  if (!options.scene) makeFolder(options.folder);
+  if (options.png || !options.pdf.empty()) browser = std::make_unique<HeadlessBrowser>();
+  if (!options.folder.empty()) makeFolder(options.folder);
 
   const CollectedErrors errors;
   FilledDeck filled(options.deck, environment.loop());
@@ -78,6 +105,8 @@ void snapshot(const SnapshotOptions& options, Environment& environment) {
   const Range slides = slidesOf(filled, options);
   if (options.scene) {
     printScenes(filled, slides);
+  } else if (!options.pdf.empty()) {
+    writePdf(filled, slides, options, *browser);
   } else {
     writePages(filled, slides, options, browser.get());
   }
@@ -92,11 +121,13 @@ void addSnapshotCommand(CLI::App& program, Environment& environment) {
   constexpr int WidestPicture = 16384;
   auto options = std::make_shared<SnapshotOptions>();
   CLI::App* verb = program.add_subcommand(
-      "snapshot", "Write every slide, filled, as a page or a picture, or print what is drawn of it");
+      "snapshot", "Write every slide, filled, as a page or a picture, all as a PDF, or print what is drawn");
   verb->add_option("DECK", options->deck, "The deck")->required();
   CLI::Option_group* what = verb->add_option_group("What to make");
   CLI::Option* folder =
       what->add_option("-o,--output", options->folder, "Folder for the pages; made when it is not there");
+  what->add_option("--pdf", options->pdf,
+                   "PDF file with a page for each slide that is not hidden (takes Chromium)");
   what->add_flag("--scene", options->scene,
                  "Print what is drawn, as text: shapes with places, fills, lines, effects and texts");
   what->require_option(1);

@@ -35,6 +35,7 @@ class FilledDeck {
   }
 
   DeckPage page(int slide) { return drawPage(*deck_, drawn_, slide); }
+  DeckPage sheets(const std::vector<int>& slides) { return drawSheets(*deck_, drawn_, slides); }
   /// What the page draws, as text; see render::SceneDump.
   std::string scene(int slide);
 

@@ -28,6 +28,7 @@ using json::Json;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds LongestAnswer{30};
+constexpr std::chrono::minutes LongestPrint{5};
 
 /// Both ends lie above the numbers that the child gives its own.
 void connectPair(process::Descriptor& ours, process::Descriptor& childs) {
@@ -58,6 +59,12 @@ std::string fileUrl(const std::filesystem::path& path) {
   return url;
 }
 
+std::string dataOf(const Json& answer) {
+  auto bytes = basic::fromBase64(answer.at("data").get<std::string>());
+  if (!bytes) fail("what the browser made cannot be read.");
+  return std::move(*bytes);
+}
+
 }  // namespace
 
 /// The DevTools protocol as --remote-debugging-pipe speaks it: JSON texts, each
@@ -70,13 +77,14 @@ class HeadlessBrowser::Pipe {
     start(childs.get());
   }
 
-  Json call(const std::string& method, const Json& parameters, const std::string& session = {}) {
+  Json call(const std::string& method, const Json& parameters, const std::string& session = {},
+            std::chrono::seconds patience = LongestAnswer) {
     const int id = ++calls_;
     Json message = {{"id", id}, {"method", method}, {"params", parameters}};
     if (!session.empty()) message["sessionId"] = session;
     send(json::textOf(message));
     while (true) {
-      Json answer = receive();
+      Json answer = receive(patience);
       if (answer.value("id", 0) != id) continue;
       if (answer.contains("error")) {
         fail("the browser refused " + method + ": " + answer["error"].value("message", "") + ".");
@@ -86,7 +94,7 @@ class HeadlessBrowser::Pipe {
   }
 
   void waitFor(const std::string& event) {
-    while (receive().value("method", "") != event) {
+    while (receive(LongestAnswer).value("method", "") != event) {
     }
   }
 
@@ -128,8 +136,8 @@ class HeadlessBrowser::Pipe {
     }
   }
 
-  Json receive() {
-    const Clock::time_point latest = Clock::now() + LongestAnswer;
+  Json receive(std::chrono::seconds patience) {
+    const Clock::time_point latest = Clock::now() + patience;
     while (true) {
       if (const std::size_t end = received_.find('\0', searched_); end != std::string::npos) {
         Json message = Json::parse(received_.substr(0, end), nullptr, false);
@@ -188,11 +196,14 @@ void HeadlessBrowser::open(const std::filesystem::path& page, const View& view) 
 }
 
 std::string HeadlessBrowser::photograph() {
-  const Json picture =
-      pipe_->call("Page.captureScreenshot", {{"format", "png"}, {"captureBeyondViewport", false}}, session_);
-  auto bytes = basic::fromBase64(picture.at("data").get<std::string>());
-  if (!bytes) fail("the browser's picture cannot be read.");
-  return std::move(*bytes);
+  return dataOf(
+      pipe_->call("Page.captureScreenshot", {{"format", "png"}, {"captureBeyondViewport", false}}, session_));
+}
+
+std::string HeadlessBrowser::print() {
+  const Json options = {{"printBackground", true}, {"preferCSSPageSize", true}, {"marginTop", 0},
+                        {"marginRight", 0},        {"marginBottom", 0},         {"marginLeft", 0}};
+  return dataOf(pipe_->call("Page.printToPDF", options, session_, LongestPrint));
 }
 
 std::string HeadlessBrowser::evaluate(const std::string& expression) {

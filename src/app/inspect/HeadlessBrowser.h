@@ -31,6 +31,9 @@ class HeadlessBrowser {
   void open(const std::filesystem::path& page, const View& view);
   /// The upper left corner of the open page, as large as the view (PNG).
   std::string photograph();
+  /// The open page as it is printed (PDF), on sheets of the size that its styles ask for, without margins.
+  /// It has five minutes.
+  std::string print();
   /// What an expression of JavaScript gives on the open page, as JSON.
   std::string evaluate(const std::string& expression);
 

@@ -33,6 +33,29 @@ test("every slide is written, filled, hidden ones too", (t) => {
   assert.deepEqual(pngSize(`${folder}/slide-002.png`), [480, 270]);
 });
 
+// The media boxes of a PDF's pages, [width, height] in points.
+const sheets = (file) =>
+  [...readFileSync(file, "latin1").matchAll(/\/MediaBox ?\[0 0 ([\d.]+) ([\d.]+)\]/g)].map(([, ...size]) => size.map(Number));
+
+test("the slides of a show are the pages of a PDF, as large as they are", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("plant");
+  const file = sandbox.path("plant & more.pdf");
+  assert.equal(sandbox.done("snapshot", deck, "--pdf", file), `3 slides written to ${file}\n`);
+  assert.match(readFileSync(file, "latin1"), /^%PDF-/);
+  assert.deepEqual(sheets(file), Array(3).fill([960, 540]));
+
+  editPart(deck, "ppt/slides/slide2.xml", (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
+  // 4:3 with fractions of a pixel.
+  editPart(deck, "ppt/presentation.xml", (xml) => xml.replace(/<p:sldSz [^>]*>/, '<p:sldSz cx="9140001" cy="6855003"/>'));
+  sandbox.done("snapshot", deck, "--pdf", file);
+  assert.equal(sheets(file).length, 2, "hidden slides are for who asks for them");
+  const [[width, height]] = sheets(file);
+  assert.ok(Math.abs(width - 719.7) < 1 && Math.abs(height - 539.8) < 1, `${width} × ${height}`);
+  sandbox.done("snapshot", deck, "--pdf", file, "--slide", 2);
+  assert.equal(sheets(file).length, 1);
+});
+
 test("what is drawn can be read, slide by slide", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
