@@ -104,6 +104,12 @@ class clsConnection {
   [[nodiscard]] bool GetValueGraph(MSGraph::Table& table);
   /// Another number after every reading of the data; 0 before the first.
   [[nodiscard]] std::int64_t DataVersion() const { return dataVersion_; }
+  /// The columns that data without which are incomplete: a reading that lacks one of them, in any case
+  /// of letters, is no delivery, and Requery raises why. What was read is held all the same, for who
+  /// uses other columns.
+  void UsedColumns(std::vector<std::string> columns) { usedColumns_ = std::move(columns); }
+  /// Raises which of them the last reading lacks.
+  void RequireUsedColumns() const;
   /// The field names from index 1; element 0 is empty.
   [[nodiscard]] std::vector<std::string> Columns() const;
 
@@ -113,6 +119,8 @@ class clsConnection {
     /// it was read then: what is held is what there is.
     std::uint64_t Deliveries = 0;
     std::uint64_t Failures = 0;
+    /// No delivery since the last failure.
+    bool IsFailing = false;
     /// Of the last failure, without passwords.
     std::string LastError;
   };
@@ -183,7 +191,10 @@ class clsConnection {
   std::shared_ptr<host::InputFile> file_;
   basic::Date lastFileDate_;
   bool dataOpen_ = false;
-  /// What was opened last has been read as well.
+  std::vector<std::string> usedColumns_;
+  /// Of the used ones.
+  std::vector<std::string> missingColumns_;
+  /// What was opened last has been read as well, with all that is used of it.
   bool isCurrent_ = false;
   std::int64_t dataVersion_ = 0;
   float lastRequeryTime_ = 0;

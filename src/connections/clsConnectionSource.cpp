@@ -1,5 +1,6 @@
 // How a connection opens its source, obtains its recordset, closes and reloads.
 
+#include <algorithm>
 #include <cmath>
 
 #include "addin/support/modErrors.h"
@@ -17,16 +18,17 @@ using modDebug::DebugKind;
 
 namespace {
 
+std::int32_t CodeFor(ConnectionKind kind, std::int32_t file, std::int32_t database, std::int32_t excel) {
+  return kind == ConnectionKind::Database ? database : kind == ConnectionKind::Excel ? excel : file;
+}
+
 /// In a handler: raises the operation's error for a connection of that kind,
 /// around the description of the error being handled.
 [[noreturn]] void RaiseFor(ConnectionKind kind, const std::string& description, std::int32_t fileCode,
                            std::int32_t databaseCode, std::int32_t excelCode) {
   modErrors::SetLastError();
   const std::string underlying = modErrors::LastError.Description;
-  const std::int32_t code = kind == ConnectionKind::Database ? databaseCode
-                            : kind == ConnectionKind::Excel  ? excelCode
-                                                             : fileCode;
-  modErrors::RaiseError(code, description, underlying);
+  modErrors::RaiseError(CodeFor(kind, fileCode, databaseCode, excelCode), description, underlying);
 }
 
 }  // namespace
@@ -251,8 +253,11 @@ bool clsConnection::Requery(bool forced) try {
     Log(DebugKind::Information, "Requery " + connectionTagNumber_);
     Log(DebugKind::Variable, "Forced:" + basic::CStr(forced));
   }
-  if (Kind() == ConnectionKind::Database) return RequeryDatabase(forced);
-  return IsFile() && RequeryFile(forced);
+  const std::int64_t before = dataVersion_;
+  const bool isCurrent =
+      Kind() == ConnectionKind::Database ? RequeryDatabase(forced) : IsFile() && RequeryFile(forced);
+  if (dataVersion_ != before) RequireUsedColumns();
+  return isCurrent;
 } catch (...) {
   RaiseFor(Kind(), connectionDescription_, modErrors::RequeryingFile, modErrors::RequeryingDatabase,
            modErrors::RequeryingExcelFile);
@@ -328,17 +333,38 @@ bool clsConnection::RequeryFile(bool forced) {
 }
 
 void clsConnection::NoteReading() {
-  isCurrent_ = true;
   ++dataVersion_;
+  missingColumns_.clear();
+  const std::vector<std::string> columns = usedColumns_.empty() ? usedColumns_ : Columns();
+  for (const std::string& used : usedColumns_) {
+    const bool isThere = std::any_of(columns.begin(), columns.end(), [&](const std::string& column) {
+      return basic::EqualsIgnoreCase(column, used);
+    });
+    if (!isThere) missingColumns_.push_back(used);
+  }
+  isCurrent_ = missingColumns_.empty();
+  if (!isCurrent_) return;
   ++readings_.Deliveries;
+  readings_.IsFailing = false;
+}
+
+void clsConnection::RequireUsedColumns() const {
+  if (missingColumns_.empty()) return;
+  std::string names;
+  for (const std::string& column : missingColumns_) {
+    names += (names.empty() ? "'" : ", '") + column + "'";
+  }
+  modErrors::RaiseError(
+      CodeFor(Kind(), modErrors::ReadingFile, modErrors::ReadingDatabase, modErrors::ReadingExcelFile),
+      connectionDescription_,
+      "The data have no " + std::string(missingColumns_.size() == 1 ? "column " : "columns ") + names +
+          ", which the show uses.");
 }
 
 void clsConnection::NoteFailure(std::string_view description) {
   ++readings_.Failures;
-  // Anybody who sees the screens may ask for this text.
-  readings_.LastError = basic::MayHoldSecret(description)
-                            ? "The source's message could hold a password; see the errors log."
-                            : std::string(description);
+  readings_.IsFailing = true;
+  readings_.LastError = modErrors::ForEverybody(description);
 }
 
 }  // namespace LF2000

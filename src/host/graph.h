@@ -50,6 +50,9 @@ class DataSheet {
   /// shows already change nothing. Throws, and leaves the chart as it was, when
   /// the chart cannot take the data.
   virtual void Cells(const Table& table) = 0;
+  /// Throws when the chart cannot take the data, and changes nothing: a service of the host, so that
+  /// several shapes take what is new together or not at all.
+  virtual void Check(const Table& table) const = 0;
   /// Puts back the author's own data, which the first replacing put aside: a
   /// service of the host, the object model has no such member. A datasheet that
   /// was never replaced stays.

@@ -1,5 +1,7 @@
 #include "model/modGraph.h"
 
+#include <utility>
+
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Strings.h"
 
@@ -19,10 +21,15 @@ bool IsGraph(PowerPoint::Shape& shape) {
   return basic::StartsWith(progId, "MSGraph.Chart") && DataSheetOf(shape) != nullptr;
 }
 
-void FillGraph(PowerPoint::Shape& shape, clsConnection& connection) {
+std::function<void()> PrepareGraph(PowerPoint::Shape& shape, clsConnection& connection) {
   MSGraph::Table table;
-  if (connection.GetValueGraph(table)) DataSheetOf(shape)->Cells(table);
+  if (!connection.GetValueGraph(table)) return [] {};
+  auto sheet = DataSheetOf(shape);
+  sheet->Check(table);
+  return [sheet = std::move(sheet), table = std::move(table)] { sheet->Cells(table); };
 }
+
+void FillGraph(PowerPoint::Shape& shape, clsConnection& connection) { PrepareGraph(shape, connection)(); }
 
 void RestoreGraph(PowerPoint::Shape& shape) {
   modGlobalFunctions::IgnoreErrors([&] { DataSheetOf(shape)->Restore(); });

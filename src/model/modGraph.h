@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "connections/clsConnection.h"
 #include "host/powerpoint.h"
 
@@ -8,6 +10,10 @@ namespace LF2000::modGraph {
 /// Whether the shape is a chart with a datasheet. Raises why when it is a chart
 /// that cannot be refilled.
 [[nodiscard]] bool IsGraph(PowerPoint::Shape& shape);
+
+/// Reads all rows of the connection for the chart, which may then be filled with them. Without a row
+/// the chart stays as it is. Raises what keeps the chart from taking them.
+[[nodiscard]] std::function<void()> PrepareGraph(PowerPoint::Shape& shape, clsConnection& connection);
 
 /// Refills the chart's datasheet with all rows of the connection; without a row
 /// the chart stays as it is. Raises what keeps the chart from taking them.

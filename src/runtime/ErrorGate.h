@@ -18,11 +18,13 @@ class ErrorGate {
     return true;
   }
 
-  /// `what` succeeded: its next failure is news again.
-  void Clear(std::string_view what) {
-    if (reported_.empty()) return;
+  /// `what` succeeded: its next failure is news again. Whether it had failed.
+  [[nodiscard]] bool Clear(std::string_view what) {
+    if (reported_.empty()) return false;
     const auto known = reported_.find(what);
-    if (known != reported_.end()) reported_.erase(known);
+    if (known == reported_.end()) return false;
+    reported_.erase(known);
+    return true;
   }
 
  private:

@@ -107,7 +107,7 @@ void FrmRuntimeTimer::tmrData_Timer() try {
   for (const std::int32_t slide : WatchedBesides(static_cast<std::int32_t>(currentSlide_), next)) {
     RefreshSlideAt(slide);
   }
-  errors_.Clear("tmrData");
+  NoteSuccess("tmrData");
   host::Current().loop->DoEvents();
 } catch (...) {
   Report("tmrData", "tmrData_Timer");
@@ -127,7 +127,7 @@ void FrmRuntimeTimer::tmrClock_Timer() try {
     }
   }
   lastClockUpdate_ = now;
-  errors_.Clear("tmrClock");
+  NoteSuccess("tmrClock");
 } catch (...) {
   Report("tmrClock", "tmrClock_Timer");
 }
@@ -141,9 +141,13 @@ void FrmRuntimeTimer::tmrConnections_Timer() try {
   for (std::int32_t slide = 1; slide <= static_cast<std::int32_t>(slideCount_); ++slide) {
     if (IsHidden(slide)) RefreshSlideAt(slide);
   }
-  errors_.Clear("tmrConnections");
+  NoteSuccess("tmrConnections");
 } catch (...) {
   Report("tmrConnections", "tmrConnections_Timer");
+}
+
+void FrmRuntimeTimer::NoteSuccess(std::string_view what) {
+  if (errors_.Clear(what)) modErrors::WriteErrorLog("Recovered: " + std::string(what) + ".");
 }
 
 void FrmRuntimeTimer::Report(std::string_view what, std::string_view procedure,

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "addin/support/modDebug.h"
 #include "basic/Date.h"
@@ -27,8 +30,9 @@ namespace LF2000 {
 /// Beside their intervals, where the host watches files, a change of one that the slides in
 /// sight show brings the next look at the data forward (EarlyLooks.h).
 ///
-/// An error ends the tick or the refresh in which it happens and is reported;
-/// the same error is not reported again until its source has recovered.
+/// An error ends the tick or the refresh in which it happens and is reported; a slide then stands
+/// as it is, as a whole. The same error is not reported again until its source has recovered, which
+/// is a line in the errors log as well.
 class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
  public:
   /// A form with its four timers. A running tick keeps the form alive.
@@ -62,6 +66,17 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] bool Scrolls(std::int32_t slide, std::string_view shapeName) const;
   /// False for a text that is blank because its data hold no value: Null, or no such row.
   [[nodiscard]] bool HasValue(std::int32_t slide, std::string_view shapeName) const;
+  /// A slide whose last refresh failed: it shows what it showed before.
+  struct StandingSlide {
+    /// Milliseconds of the clock's TickCount.
+    std::int64_t Since = 0;
+    /// Without passwords.
+    std::string Error;
+  };
+  /// By their indices.
+  [[nodiscard]] const std::map<std::int32_t, StandingSlide>& StandingSlides() const { return standing_; }
+  /// Milliseconds between two rounds of looks at connections.
+  [[nodiscard]] double RequeryInterval() const;
   /// Milliseconds between two looks at a connection.
   [[nodiscard]] double RequeryInterval(const clsConnection& connection) const;
 
@@ -99,6 +114,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
 
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);
+  static std::string SlideSource(std::int32_t slide);
   static void LogValue(const clsRTShapeInfo& shape, double row, const std::string& value);
 
   /// Work that an early look has to wait for, under way as long as this lives.
@@ -115,6 +131,15 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
    private:
     FrmRuntimeTimer& form_;
     bool& flag_;
+  };
+
+  /// What one shape is about to show.
+  struct Reading {
+    bool NoValue = true;
+    /// False where the source says nothing about its data.
+    bool IsJudged = true;
+    /// Empty where the shape shows it already.
+    std::function<void()> Write = {};
   };
 
   FrmRuntimeTimer() = default;
@@ -149,15 +174,20 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] const clsRTShapeInfo* Find(std::int32_t slide, std::string_view shapeName) const;
   /// The row that the shape shows now.
   [[nodiscard]] double RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const;
-  // Each answers whether the data held a value.
-  [[nodiscard]] bool RefreshValue(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
-  [[nodiscard]] bool RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
-  [[nodiscard]] bool RefreshGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
-  [[nodiscard]] bool RefreshObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+  /// Of all shapes, before the first is written. The slide stands as it is when one of them fails.
+  [[nodiscard]] std::vector<Reading> ReadShapes(PowerPoint::Slide& slide,
+                                                std::vector<clsRTShapeInfo>& shapes);
+  [[nodiscard]] Reading ReadShape(PowerPoint::Slide& slide, clsRTShapeInfo& shape);
+  [[nodiscard]] Reading ReadText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
+  [[nodiscard]] Reading ReadGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
+  [[nodiscard]] Reading ReadObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
                                    clsConnection& connection);
-  void ShowObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape, double row, const std::string& name);
+  template <typename Step>
+  void KeepPicture(const std::string& source, const Step& step);
   void RefreshNext(std::int32_t next);
   [[nodiscard]] clsConnection& Connection(std::string_view key) const;
+  /// Ends the repetitions of what was reported of `what`, with a line in the errors log.
+  void NoteSuccess(std::string_view what);
   /// In a handler: reports the error being handled unless it is a repetition.
   void Report(std::string_view what, std::string_view procedure, std::optional<std::int32_t> code = {});
 
@@ -181,6 +211,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   double slideCount_ = 0;
   basic::Date lastClockUpdate_;
   ErrorGate errors_;
+  std::map<std::int32_t, StandingSlide> standing_;
   EarlyLooks earlyLooks_;
   bool isEarlyLookPutOff_ = false;
   /// Null where the host watches none.

@@ -55,11 +55,14 @@ std::vector<std::int32_t> FrmRuntimeTimer::WatchedBesides(std::int32_t current, 
   return slides;
 }
 
+double FrmRuntimeTimer::RequeryInterval() const {
+  return scrolling_ ? tmrConnections_->Interval() : tmrData_->Interval();
+}
+
 double FrmRuntimeTimer::RequeryInterval(const clsConnection& connection) const {
-  const host::Timer& paces = scrolling_ ? *tmrConnections_ : *tmrData_;
   const bool isDatabase = connection.ConnectionType() == static_cast<std::int32_t>(ConnectionKind::Database);
   const double own = isDatabase ? std::abs(connection.RecordsetRefreshRate()) : 0;
-  return std::max<double>(paces.Interval(), own);
+  return std::max(RequeryInterval(), own);
 }
 
 clsConnection& FrmRuntimeTimer::Connection(std::string_view key) const {
@@ -75,7 +78,14 @@ clsConnection& FrmRuntimeTimer::Connection(std::string_view key) const {
 void FrmRuntimeTimer::RequeryConnection(std::size_t number) {
   const std::string key = modGlobalFunctions::Format000(static_cast<std::int32_t>(number));
   try {
-    if (Connection(key).Requery(false)) errors_.Clear(key);
+    clsConnection& connection = Connection(key);
+    const bool wasFailing = connection.Readings().IsFailing;
+    if (!connection.Requery(false)) return;
+    static_cast<void>(errors_.Clear(key));
+    if (wasFailing) {
+      modErrors::WriteErrorLog("Recovered: connection " + key + " (" + connection.ConnectionDescription() +
+                               ").");
+    }
   } catch (...) {
     // The end of the show breaks off what is being read.
     if (unloaded_) return;

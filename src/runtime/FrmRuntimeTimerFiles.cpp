@@ -77,7 +77,7 @@ void FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer() try {
       std::string present = path + "\t" + basic::CStr(host::Current().files->FileDateTime(path));
       if (present != entry) changed = present;
       entry = std::move(present);
-      errors_.Clear(path);
+      NoteSuccess(path);
     } catch (...) {
       Report(path, "tmrRefreshLinkedObjects_Timer");
     }
@@ -88,7 +88,7 @@ void FrmRuntimeTimer::tmrRefreshLinkedObjects_Timer() try {
     presentation_->UpdateLinks();
   }
   Log(DebugKind::Information, "Stop refresh linked objects");
-  errors_.Clear("tmrRefreshLinkedObjects");
+  NoteSuccess("tmrRefreshLinkedObjects");
 } catch (...) {
   Report("tmrRefreshLinkedObjects", "tmrRefreshLinkedObjects_Timer");
 }

@@ -8,25 +8,12 @@
 #include "basic/Error.h"
 #include "basic/Format.h"
 #include "model/clsShape.h"
-#include "model/modGraph.h"
-#include "model/modLinkedFiles.h"
 #include "runtime/FrmRuntimeTimer.h"
 #include "runtime/ScrollIndexes.h"
 
 namespace LF2000 {
 
 using modDebug::DebugKind;
-
-namespace {
-
-std::string SlideSource(std::int32_t slide) { return "slide " + std::to_string(slide); }
-
-}  // namespace
-
-void FrmRuntimeTimer::LogValue(const clsRTShapeInfo& shape, double row, const std::string& value) {
-  if (!modDebug::DebugOn) return;
-  Log(DebugKind::Variable, "Column:" + shape.ColumnName + ":Rownbr:" + basic::CStr(row) + ":Value:" + value);
-}
 
 void FrmRuntimeTimer::RefreshSlideAt(std::int32_t index) {
   constexpr std::int32_t Last = std::numeric_limits<std::int16_t>::max();
@@ -43,38 +30,38 @@ void FrmRuntimeTimer::RefreshSlide(std::int16_t slide) try {
   if (unloaded_) return;
   if (modDebug::DebugOn) Log(DebugKind::Information, "RefreshSlide:" + std::to_string(slide));
   RefreshShapes(slide);
-  errors_.Clear(SlideSource(slide));
+  standing_.erase(slide);
+  NoteSuccess(SlideSource(slide));
 } catch (...) {
   Report(SlideSource(slide), "RefreshSlide", modErrors::RefreshingSlide);
+  if (unloaded_) return;
+  const auto [place, isNew] = standing_.try_emplace(slide);
+  if (isNew) place->second.Since = host::Current().clock->TickCount();
+  place->second.Error = modErrors::ForEverybody(modErrors::LastError.Description);
 }
 
 void FrmRuntimeTimer::RefreshShapes(std::int32_t slide) {
   const auto index = static_cast<std::size_t>(slide);
-  const auto slideObject = slides_->Item(slide);
-  if (!slideInfo_[index].Scrolls.empty()) CalcScrollIndexes(slide);
+  clsRTSlideInfo& info = slideInfo_[index];
+  const std::vector<clsRTScrollInfo> scrolls = info.Scrolls;
+  if (!info.Scrolls.empty()) CalcScrollIndexes(slide);
+  std::vector<Reading> readings;
+  try {
+    readings = ReadShapes(*slides_->Item(slide), shapes_[index]);
+  } catch (...) {
+    // The slide stands as it is, its rows as well.
+    info.Scrolls = scrolls;
+    throw;
+  }
   bool noData = true;
   bool judged = true;
-  for (clsRTShapeInfo& shape : shapes_[index]) {
-    clsConnection& connection = Connection(shape.ConnectionKey);
-    switch (static_cast<SourceType>(shape.SourceType)) {
-      case SourceType::DataField:
-      case SourceType::LinkedObject:
-      case SourceType::Graph:
-        if (connection.RecordsetReady()) {
-          if (RefreshValue(*slideObject, shape, connection)) noData = false;
-        } else {
-          // A source that fails leaves its last values standing, and its slide in the show.
-          judged = false;
-        }
-        break;
-      case SourceType::Clock:
-      case SourceType::NotLinked:
-        break;
-    }
+  for (const Reading& reading : readings) {
     if (unloaded_) return;
+    if (!reading.IsJudged) judged = false;
+    if (!reading.NoValue) noData = false;
+    if (reading.Write) reading.Write();
   }
-  clsRTSlideInfo& info = slideInfo_[index];
-  if (judged && info.HideWhenNoData && noData != info.NoData) {
+  if (!unloaded_ && judged && info.HideWhenNoData && noData != info.NoData) {
     info.NoData = noData;
     HideUnhideSlides(slide);
   }
@@ -119,83 +106,6 @@ double FrmRuntimeTimer::RowOf(std::int32_t slide, const clsRTShapeInfo& shape) c
   return shape.Row + slideInfo_[static_cast<std::size_t>(slide)].Scrolls[*shape.Scroll].RowOffset();
 }
 
-bool FrmRuntimeTimer::RefreshValue(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
-                                   clsConnection& connection) {
-  switch (static_cast<SourceType>(shape.SourceType)) {
-    case SourceType::LinkedObject:
-      return RefreshObject(slide, shape, connection);
-    case SourceType::Graph:
-      return RefreshGraph(slide, shape, connection);
-    default:
-      return RefreshText(slide, shape, connection);
-  }
-}
-
-bool FrmRuntimeTimer::RefreshText(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
-                                  clsConnection& connection) {
-  bool noValue = true;
-  const double row = RowOf(slide.SlideIndex(), shape);
-  std::string value = connection.GetValueDatabase(row, shape.ColumnName, /*displayType=*/1,
-                                                  /*showMarkers=*/false, noValue);
-  if (value.empty()) value = " ";
-  if (value != shape.Text) {
-    LogValue(shape, row, value);
-    slide.Shapes()->Item(shape.Name)->TextFrame()->TextRange()->Text(value);
-    shape.Text = std::move(value);
-  }
-  shape.HasValue = !noValue || !connection.IsNull(row, shape.ColumnName);
-  return !noValue;
-}
-
-bool FrmRuntimeTimer::RefreshGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
-                                   clsConnection& connection) {
-  const std::int64_t version = connection.DataVersion();
-  if (version != shape.DataVersion) {
-    if (modDebug::DebugOn) {
-      Log(DebugKind::Variable, "Graph:" + shape.Name + ":Rows:" + basic::CStr(connection.RecordCount()));
-    }
-    modGraph::FillGraph(*slide.Shapes()->Item(shape.Name), connection);
-    shape.DataVersion = version;
-  }
-  return connection.RecordCount() > 0;
-}
-
-bool FrmRuntimeTimer::RefreshObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
-                                    clsConnection& connection) {
-  bool noValue = true;
-  const double row = RowOf(slide.SlideIndex(), shape);
-  const std::string name =
-      connection.GetValueObject(row, shape.ColumnName, shape.ObjectFolder, shape.ObjectExtension,
-                                /*displayType=*/1, /*showMarkers=*/false, noValue);
-  const std::string source = SlideSource(slide.SlideIndex()) + ", shape " + shape.Name;
-  try {
-    if (!noValue) {
-      ShowObject(slide, shape, row, name);
-    } else if (shape.Text != "") {
-      // Beside texts that have gone blank, the picture of what is no more would lie.
-      modLinkedFiles::ShowOwnContent(*slide.Shapes()->Item(shape.Name));
-      shape.Text = "";
-    }
-    errors_.Clear(source);
-  } catch (...) {
-    // The last picture stands, and the other shapes are refreshed.
-    Report(source, "RefreshSlide", modErrors::RefreshingSlide);
-  }
-  return !noValue;
-}
-
-void FrmRuntimeTimer::ShowObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape, double row,
-                                 const std::string& name) {
-  std::string path = modLinkedFiles::FindFile(name, shape.ObjectFolder, presentation_->FullName());
-  const basic::Date date = host::Current().files->FileDateTime(path);
-  // Looking at the file may let the loop run, which may end the show.
-  if (unloaded_ || (path == shape.Text && date == shape.FileDate)) return;
-  LogValue(shape, row, path);
-  modLinkedFiles::ShowFile(*slide.Shapes()->Item(shape.Name), path);
-  shape.Text = std::move(path);
-  shape.FileDate = date;
-}
-
 void FrmRuntimeTimer::OLD_RefreshCurrentScreen() { RefreshSlideAt(static_cast<std::int32_t>(currentSlide_)); }
 
 void FrmRuntimeTimer::RefreshRange(std::int32_t slide) {
@@ -221,7 +131,7 @@ void FrmRuntimeTimer::RefreshClocks(PowerPoint::Slide& slide, std::int32_t index
       if (modDebug::DebugOn) Log(DebugKind::Variable, "RefreshClocks:" + text);
       range->Text(text);
     }
-    errors_.Clear(source);
+    NoteSuccess(source);
   } catch (...) {
     Report(source, "RefreshClocks");
   }

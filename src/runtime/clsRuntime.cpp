@@ -77,6 +77,7 @@ void clsRuntime::BuildModel() {
   shapes_.assign(places, {});
   clocks_.assign(places, {});
   usedConnections_.assign(places, {});
+  usedColumns_.clear();
   linkedObjects_.clear();
   linkedFiles_.clear();
   for (std::int32_t slide = 1; slide <= slideCount_ && !ended_; ++slide) ReadSlide(slide);
@@ -208,6 +209,9 @@ void clsRuntime::AddDataShape(std::int32_t slide, const clsShape& link) {
   info.DateFormat = link.DateFormat();
   info.ObjectFolder = link.ObjectFolder();
   info.ObjectExtension = link.ObjectExtension();
+  if (static_cast<SourceType>(info.SourceType) != SourceType::Graph) {
+    usedColumns_[info.ConnectionKey].insert(info.ColumnName);
+  }
   shapes_[index].push_back(std::move(info));
   usedConnections_[index].set(static_cast<std::size_t>(number));
 }
@@ -243,7 +247,10 @@ void clsRuntime::OpenConnection(const std::string& suffix, const std::string& va
   connection->ConnectionTagNumber(suffix);
   connection->TagString(value);
   NoteRefreshInterval(*connection);
-  connections_[modGlobalFunctions::Format000(number)] = connection;
+  const std::string key = modGlobalFunctions::Format000(number);
+  const auto& used = usedColumns_[key];
+  connection->UsedColumns({used.begin(), used.end()});
+  connections_[key] = connection;
   connectionFlags_.set(static_cast<std::size_t>(number));
   if (showMeter_) {
     host::Current().progressMeter->Text(
@@ -253,6 +260,7 @@ void clsRuntime::OpenConnection(const std::string& suffix, const std::string& va
     connection->OpenConnection();
     connection->OpenRecordset();
     connection->CloseConnection();
+    connection->RequireUsedColumns();
   } catch (...) {
     modErrors::SetLastError();
     connection->NoteFailure(modErrors::LastError.Description);

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -84,6 +86,8 @@ class clsRuntime {
   SlideShapesTable shapes_;
   SlideClocksTable clocks_;
   UsedConnectionsTable usedConnections_;
+  /// Per connection, the columns that its shapes name.
+  std::map<std::string, std::set<std::string>> usedColumns_;
   ConnectionFlags connectionFlags_;
   ConnectionTable connections_;
   LinkedObjectsTable linkedObjects_;

@@ -73,6 +73,21 @@ TEST_F(FreshnessTest, AFileThatCannotBeReadIsNotDelivered) {
   EXPECT_EQ(Health().deliveries, deliveries + 1);
 }
 
+TEST_F(FreshnessTest, ASlideThatStandsIsStaleWhateverItsConnectionsDeliver) {
+  deck->Add().AddField("lost", 1, "009");
+  Start("0\tPrices\tprices.txt\t-1\t");
+  EXPECT_FALSE(Pass(3'000));
+  EXPECT_TRUE(Pass(1'000));
+  EXPECT_TRUE(freshness.isStale(1));
+  EXPECT_FALSE(freshness.isStale(2));
+  EXPECT_FALSE(Health().isStale);
+  const std::vector<web::StandingSlide> standing = freshness.standingSlides();
+  ASSERT_EQ(standing.size(), 1U);
+  EXPECT_EQ(standing[0].slide, 1);
+  EXPECT_GT(standing[0].age, 3);
+  EXPECT_NE(standing[0].error.find("Connection 009"), std::string::npos) << standing[0].error;
+}
+
 TEST_F(FreshnessTest, WhatWasBrokenFromTheStartHasNeverBeenDelivered) {
   machine.files.Write(Prices, Broken);
   Start("0\tPrices\tprices.txt\t-1\t");

@@ -78,9 +78,12 @@ class Chart final : public PowerPoint::OLEFormat,
   std::shared_ptr<MSGraph::DataSheet> DataSheet() override { return shared_from_this(); }
   MSGraph::Table Cells() const override { return cells; }
   void Cells(const MSGraph::Table& table) override {
-    if (fails) Fail("the chart takes no data");
+    Check(table);
     cells = table;
     ++fills;
+  }
+  void Check(const MSGraph::Table&) const override {
+    if (fails) Fail("the chart takes no data");
   }
   void Restore() override { ++restored; }
 

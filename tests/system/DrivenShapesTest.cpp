@@ -48,6 +48,17 @@ TEST_F(DrivenShapesTest, RowsScrollThroughTheDataAndStartAgain) {
   EXPECT_EQ(Texts(slide), "salad|fish");
 }
 
+TEST_F(DrivenShapesTest, RowsOfASlideThatStandsDoNotMoveOn) {
+  fakes::Slide& slide = SlideOfRows(1, "1", "True\t1\t500");
+  slide.AddField("price", 1);
+  Start();
+  machine.loop.Advance(1000);
+  EXPECT_EQ(Texts(slide), "") << "a column is missing";
+  machine.files.Write(Menu, "Dish\tPrice\nsoup\t3\nstew\t4\nroast\t5\ntart\t6\ncake\t7\n");
+  machine.loop.Advance(1500);
+  EXPECT_EQ(Texts(slide), "stew|4") << "one step after it was read";
+}
+
 TEST_F(DrivenShapesTest, AnEntryIsItsNamesakesOrElseItsConnections) {
   fakes::Slide& slide = SlideOfRows(1, "1", "True\t1\t500");
   slide.tags->Add("CORVANE SCROLLSTEP7", "True\t2\t500");

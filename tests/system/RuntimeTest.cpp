@@ -119,9 +119,10 @@ TEST_F(RuntimeTest, AFailingSourceLeavesItsValuesIsLoggedOnceAndRecovers) {
   machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
   machine.loop.Advance(1000);
   EXPECT_EQ(shape.text, "4");
+  EXPECT_EQ(LoggedErrors(), 3U) << "the recovery is a line as well";
   machine.files.files.erase(Prices);
   machine.loop.Advance(5000);
-  EXPECT_EQ(LoggedErrors(), 4U);
+  EXPECT_EQ(LoggedErrors(), 5U);
   EXPECT_TRUE(machine.messageBox.shown.empty());
 }
 
@@ -178,20 +179,71 @@ TEST_F(RuntimeTest, NullHasNoValueAndAnEmptyTextHas) {
   EXPECT_TRUE(slide.transition->hidden) << "nothing to see is no data";
 }
 
-TEST_F(RuntimeTest, AnErrorOnOneShapeEndsItsSlideForTheTick) {
-  fakes::Slide& slide = deck->Add();
-  fakes::Shape& before = slide.AddField("before", 1);
-  slide.AddField("missing", 1, "001", "Colour");
-  fakes::Shape& after = slide.AddField("after", 1);
+TEST_F(RuntimeTest, AnErrorOnOneShapeLeavesItsSlideAsItWas) {
+  fakes::Slide& board = deck->Add();
+  fakes::Shape& price = board.AddField("price", 1);
+  fakes::Shape& item = board.AddField("item", 1, "001", "Item");
+  fakes::Shape& chart = board.AddField("chart", 0, "001", "", 4);
+  chart.chart = std::make_shared<fakes::Chart>();
+  const fakes::Shape& elsewhere = deck->Add().AddField("price", 1);
   Start();
-  EXPECT_EQ(before.text, "3");
-  EXPECT_EQ(after.text, "");
+  const auto texts = [&] { return price.text + " " + item.text + " " + elsewhere.text; };
+  EXPECT_EQ(texts(), "3 Tea 3");
+
+  machine.files.Write(Prices, "Goods\tPrice\nMilk\t4\n");
   machine.loop.Advance(10'000);
-  const std::string& log = ErrorLog();
-  EXPECT_EQ(log.find("column Colour"), log.rfind("column Colour"));
-  machine.files.Write(Prices, "Item\tPrice\tColour\nTea\t3\tgreen\n");
+  EXPECT_EQ(texts(), "3 Tea 4");
+  EXPECT_EQ(chart.chart->fills, 1);
+  ASSERT_EQ(runtime.Form()->StandingSlides().size(), 1U);
+  EXPECT_NE(runtime.Form()->StandingSlides().at(1).Error.find("column Item"), std::string::npos);
+  const clsConnection& connection = *runtime.Form()->Connections().at("001");
+  EXPECT_TRUE(connection.Readings().IsFailing);
+  EXPECT_NE(connection.Readings().LastError.find("no column 'Item'"), std::string::npos);
+  for (const char* line : {"no column 'Item'", "column Item of row"}) {
+    EXPECT_NE(ErrorLog().find(line), std::string::npos) << line;
+    EXPECT_EQ(ErrorLog().find(line), ErrorLog().rfind(line)) << line;
+  }
+
+  machine.files.Write(Prices, "item\tPrice\nMilk\t4\n");
   machine.loop.Advance(1000);
-  EXPECT_EQ(after.text, "3");
+  EXPECT_EQ(texts(), "4 Milk 4");
+  EXPECT_EQ(chart.chart->fills, 2);
+  EXPECT_TRUE(runtime.Form()->StandingSlides().empty());
+  for (const char* line : {"Recovered: slide 1.", "Recovered: connection 001 (Prices)."}) {
+    EXPECT_NE(ErrorLog().find(line), std::string::npos) << line;
+  }
+  const std::size_t lines = LoggedErrors();
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(LoggedErrors(), lines);
+}
+
+TEST_F(RuntimeTest, AChartThatRefusesItsDataLeavesItsSlideAsItWas) {
+  fakes::Slide& slide = deck->Add();
+  fakes::Shape& price = slide.AddField("price", 1);
+  fakes::Shape& shape = slide.AddField("chart", 0, "001", "", 4);
+  shape.chart = std::make_shared<fakes::Chart>();
+  Start();
+  shape.chart->fails = true;
+  machine.files.Write(Prices, "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(price.text, "3");
+  shape.chart->fails = false;
+  machine.loop.Advance(1000);
+  EXPECT_EQ(price.text, "4");
+}
+
+TEST_F(RuntimeTest, AColumnThatIsMissingFromTheStartKeepsItsSlideAlone) {
+  const fakes::Shape& good = deck->Add().AddField("good", 1);
+  const fakes::Shape& bad = deck->Add().AddField("bad", 1, "001", "Colour");
+  Start();
+  machine.loop.Advance(3000);
+  EXPECT_EQ(good.text, "3");
+  EXPECT_EQ(bad.text, "");
+  EXPECT_EQ(runtime.Form()->Connections().at("001")->Readings().Deliveries, 0U);
+  machine.files.Write(Prices, "Price\tColour\n3\tgreen\n");
+  machine.loop.Advance(1000);
+  EXPECT_EQ(bad.text, "green");
+  EXPECT_NE(ErrorLog().find("Recovered: connection 001"), std::string::npos);
 }
 
 TEST_F(RuntimeTest, AChartFollowsItsDatabase) {

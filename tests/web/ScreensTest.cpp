@@ -144,9 +144,10 @@ TEST_F(ScreensTest, TellsHowConnectionsDoToPeopleAndPrometheus) {
   bad.lastError = "gone";
   good.lastSuccess = ConnectionHealth::Time(std::chrono::seconds(86400));
   bad.lastErrorTime = good.lastSuccess;
-  bad.isStale = true;
+  bad.isStale = bad.isFailing = true;
   bad.failures = 3;
   show.condition.connections = {good, bad};
+  show.condition.standing = {{3, 12.5, "no column"}};
 
   EXPECT_EQ(200, client.get("/readyz").status);
   const Json connections = health()["connections"];
@@ -156,10 +157,13 @@ TEST_F(ScreensTest, TellsHowConnectionsDoToPeopleAndPrometheus) {
   EXPECT_EQ("gone", connections[1]["lastError"]["text"]);
   EXPECT_TRUE(connections[1]["age"].is_null());
   EXPECT_TRUE(connections[1]["stale"]);
+  EXPECT_FALSE(connections[0]["failing"]);
+  EXPECT_TRUE(connections[1]["failing"]);
+  EXPECT_EQ(Json({{"slide", 3}, {"age", 12.5}, {"error", "no column"}}), health()["standing"][0]);
 
   const Answer metrics = client.get("/metrics");
   EXPECT_EQ("text/plain; version=0.0.4; charset=utf-8", metrics.headers.at("Content-Type"));
-  for (const char* line : {"lumenfold_ready 1\n", "lumenfold_slide 2\n",
+  for (const char* line : {"lumenfold_ready 1\n", "lumenfold_slide 2\n", "lumenfold_standing_slides 1\n",
                            "lumenfold_connection_age_seconds{connection=\"001\"} 0.5\n",
                            "lumenfold_connection_stale{connection=\"002\"} 1\n",
                            "# TYPE lumenfold_connection_failures_total counter\n",

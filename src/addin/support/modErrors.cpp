@@ -6,6 +6,7 @@
 #include <exception>
 
 #include "addin/support/modGlobalFunctions.h"
+#include "basic/ConnectionString.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Format.h"
@@ -123,6 +124,11 @@ void ReportError() {
   } else {
     LogLastError(basic::CStr(LastError.Number));
   }
+}
+
+std::string ForEverybody(std::string_view description) {
+  return basic::MayHoldSecret(description) ? "The source's message could hold a password; see the errors log."
+                                           : std::string(description);
 }
 
 std::string ErrorLogFile() {

@@ -91,6 +91,10 @@ host::MsgBoxResult ReportError(std::int32_t code);
 /// Reports LastError with its own description and number.
 void ReportError();
 
+/// A description for those who see the screens, whoever they are: one that could hold a password is
+/// withheld.
+[[nodiscard]] std::string ForEverybody(std::string_view description);
+
 /// Appends a line to the errors log, which each process starts afresh.
 void WriteErrorLog(std::string_view text);
 /// The errors log's path.

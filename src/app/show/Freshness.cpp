@@ -19,10 +19,25 @@ std::size_t numberOf(const std::string& key) { return std::strtoul(key.c_str(), 
 bool Freshness::look() {
   const LF2000::FrmRuntimeTimer* form = form_();
   if (form == nullptr) return false;
+  std::set<std::string> stale = findStale(*form);
+  const std::int64_t now = host::Current().clock->TickCount();
+  std::set<int> staleSlides;
+  for (const auto& [slide, standing] : form->StandingSlides()) {
+    if (static_cast<double>(now - standing.Since) > IntervalsOfPatience * form->RequeryInterval()) {
+      staleSlides.insert(slide);
+    }
+  }
+  if (stale == stale_ && staleSlides == staleSlides_) return false;
+  stale_ = std::move(stale);
+  staleSlides_ = std::move(staleSlides);
+  return true;
+}
+
+std::set<std::string> Freshness::findStale(const LF2000::FrmRuntimeTimer& form) {
   const std::int64_t now = host::Current().clock->TickCount();
   const auto today = std::chrono::system_clock::now();
   std::set<std::string> stale;
-  for (const auto& [key, connection] : form->Connections()) {
+  for (const auto& [key, connection] : form.Connections()) {
     const auto& readings = connection->Readings();
     const auto [place, isNew] = seen_.try_emplace(key);
     Seen& seen = place->second;
@@ -36,14 +51,12 @@ bool Freshness::look() {
       seen.failures = readings.Failures;
       seen.lastError = today;
     }
-    seen.isUsed = form->Requeries(numberOf(key));
+    seen.isUsed = form.Requeries(numberOf(key));
     if (!seen.isUsed) seen.waitsSince = now;
     const auto waited = static_cast<double>(now - seen.waitsSince);
-    if (waited > IntervalsOfPatience * form->RequeryInterval(*connection)) stale.insert(key);
+    if (waited > IntervalsOfPatience * form.RequeryInterval(*connection)) stale.insert(key);
   }
-  if (stale == stale_) return false;
-  stale_ = std::move(stale);
-  return true;
+  return stale;
 }
 
 std::vector<web::ConnectionHealth> Freshness::connections() const {
@@ -60,6 +73,7 @@ std::vector<web::ConnectionHealth> Freshness::connections() const {
     health.deliveries = connection->Readings().Deliveries;
     health.failures = connection->Readings().Failures;
     health.lastError = connection->Readings().LastError;
+    health.isFailing = connection->Readings().IsFailing;
     health.isStale = isStale(key);
     if (const auto found = seen_.find(key); found != seen_.end()) {
       const Seen& seen = found->second;
@@ -69,6 +83,17 @@ std::vector<web::ConnectionHealth> Freshness::connections() const {
       health.isUsed = seen.isUsed;
     }
     all.push_back(std::move(health));
+  }
+  return all;
+}
+
+std::vector<web::StandingSlide> Freshness::standingSlides() const {
+  std::vector<web::StandingSlide> all;
+  const LF2000::FrmRuntimeTimer* form = form_();
+  if (form == nullptr) return all;
+  const std::int64_t now = host::Current().clock->TickCount();
+  for (const auto& [slide, standing] : form->StandingSlides()) {
+    all.push_back({slide, static_cast<double>(now - standing.Since) / 1000, standing.Error});
   }
   return all;
 }

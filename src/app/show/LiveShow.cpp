@@ -220,7 +220,8 @@ web::Health LiveShow::health() const {
   web::Health health;
   health.isReady = isOn() && pages_.hasDrawn();
   health.position = currentSlide().value_or(0);
-  health.connections = stale_.connections();
+  health.connections = stale_.freshness().connections();
+  health.standing = stale_.freshness().standingSlides();
   return health;
 }
 

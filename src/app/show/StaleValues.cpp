@@ -27,7 +27,8 @@ void StaleValues::addTo(web::ScreenState& state, int slide, const std::vector<Li
   if (policy_ == StaleData::Keep) return;
   for (const LinkedShape& shape : linked) {
     const auto type = static_cast<LF2000::SourceType>(shape.sourceType);
-    if (!showsData(type) || !freshness_.isStale(shape.connectionKey())) continue;
+    if (!showsData(type)) continue;
+    if (!freshness_.isStale(slide) && !freshness_.isStale(shape.connectionKey())) continue;
     auto& elements = policy_ == StaleData::Mark              ? state.marked
                      : type == LF2000::SourceType::DataField ? state.blanked
                                                              : state.hidden;

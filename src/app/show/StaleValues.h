@@ -28,7 +28,7 @@ class StaleValues {
   bool look();
   /// Adds the elements of a slide's stale shapes to those that are marked, blanked or hidden.
   void addTo(web::ScreenState& state, int slide, const std::vector<LinkedShape>& linked) const;
-  [[nodiscard]] std::vector<web::ConnectionHealth> connections() const { return freshness_.connections(); }
+  [[nodiscard]] const Freshness& freshness() const { return freshness_; }
 
  private:
   StaleData policy_;

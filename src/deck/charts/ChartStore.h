@@ -26,6 +26,8 @@ class RefillableChart {
   [[nodiscard]] bool sharesBookWith(const RefillableChart& other) const {
     return book_ != nullptr && book_ == other.book_;
   }
+  /// Throws basic::Error with the reason when the chart cannot take the data.
+  void check(const MSGraph::Table& table) const { static_cast<void>(chartData(table, categories_)); }
   /// Answer whether anything changed.
   bool fill(const MSGraph::Table& table);
   bool restore();

@@ -32,6 +32,10 @@ void Chart::Cells(const MSGraph::Table& table) {
   if (explain([&] { return chart().fill(table); })) presentation_->noteChartChange(slideIndex_, frame_);
 }
 
+void Chart::Check(const MSGraph::Table& table) const {
+  explain([&] { chart().check(table); });
+}
+
 void Chart::Restore() {
   if (explain([this] { return chart().restore(); })) presentation_->noteChartChange(slideIndex_, frame_);
 }

@@ -25,6 +25,7 @@ class Chart final : public PowerPoint::OLEFormat,
   [[nodiscard]] std::shared_ptr<MSGraph::DataSheet> DataSheet() override;
   [[nodiscard]] MSGraph::Table Cells() const override;
   void Cells(const MSGraph::Table& table) override;
+  void Check(const MSGraph::Table& table) const override;
   void Restore() override;
 
  private:

@@ -39,6 +39,7 @@ Json connectionJson(const ConnectionHealth& connection) {
                {"age", nullptr},
                {"interval", connection.interval},
                {"used", connection.isUsed},
+               {"failing", connection.isFailing},
                {"stale", connection.isStale},
                {"deliveries", connection.deliveries},
                {"failures", connection.failures}};
@@ -146,6 +147,10 @@ std::string healthJson(const Health& health, const Broadcast& broadcast) {
   for (const ConnectionHealth& connection : health.connections) {
     connections.push_back(connectionJson(connection));
   }
+  Json standing = Json::array();
+  for (const StandingSlide& slide : health.standing) {
+    standing.push_back({{"slide", slide.slide}, {"age", rounded(slide.age)}, {"error", slide.error}});
+  }
   Json screens = Json::array();
   for (const auto& [id, screen] : broadcast.screenBook().all()) {
     screens.push_back(screenJson(screen, broadcast.newest(screen.view)));
@@ -153,6 +158,7 @@ std::string healthJson(const Health& health, const Broadcast& broadcast) {
   const Json json = {{"ready", health.isReady},
                      {"position", health.position},
                      {"connections", connections},
+                     {"standing", standing},
                      {"screens", screens}};
   return json::textOf(json);
 }
@@ -168,6 +174,8 @@ std::string metricsText(const Health& health, const Broadcast& broadcast, std::u
              static_cast<double>(broadcast.programs()));
   out.single("lumenfold_request_failures_total", "counter", "Requests that the show could not answer.",
              static_cast<double>(failedRequests));
+  out.single("lumenfold_standing_slides", "gauge", "Slides that could not be refreshed.",
+             static_cast<double>(health.standing.size()));
   writeConnections(out, health.connections);
   writeDelays(out, broadcast.screenBook().delays());
   return out.take();

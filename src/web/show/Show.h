@@ -177,10 +177,21 @@ struct ConnectionHealth {
   std::string lastError;
   /// A slide on show, or the next one, needs it, so that it is being read.
   bool isUsed = false;
+  /// Reading it failed last.
+  bool isFailing = false;
   /// In use, and without delivery for longer than three intervals.
   bool isStale = false;
   std::uint64_t deliveries = 0;
   std::uint64_t failures = 0;
+};
+
+/// A slide that could not be refreshed: all of it shows what it showed before.
+struct StandingSlide {
+  int slide = 0;
+  /// Seconds since the first of its refreshes that failed.
+  double age = 0;
+  /// Without passwords.
+  std::string error;
 };
 
 struct Health {
@@ -189,6 +200,7 @@ struct Health {
   /// 0 when no slide is on show.
   int position = 0;
   std::vector<ConnectionHealth> connections;
+  std::vector<StandingSlide> standing;
 };
 
 /// The running show, as the server sees it. The program implements it.
