@@ -122,7 +122,7 @@ class HeadlessBrowser::Pipe {
         fail(std::string(name) + " cannot be started: " + std::strerror(process_->startError()) + ".");
       }
     }
-    fail("pictures take Chromium, which is not installed (apt install chromium).");
+    fail("pictures and PDF files take Chromium, which is not installed (apt install chromium).");
   }
 
   void send(std::string message) {
