@@ -33,22 +33,24 @@ ConnectionHealth fresh() {
 
 TEST(Status, JudgesConnections) {
   EXPECT_EQ(told(judged(fresh())), "good fresh");
-  ConnectionHealth recovered = fresh();
-  recovered.lastErrorTime = *recovered.lastSuccess - 1s;
-  EXPECT_EQ(told(judged(recovered)), "good fresh");
   ConnectionHealth failing = fresh();
-  failing.lastErrorTime = failing.lastSuccess;
-  EXPECT_EQ(told(judged(failing)), "warning failing") << "both within one look";
+  failing.isFailing = true;
+  EXPECT_EQ(told(judged(failing)), "warning failing");
   failing.isStale = true;
   EXPECT_EQ(told(judged(failing)), "bad stale");
   ConnectionHealth resting = fresh();
   resting.isUsed = false;
   EXPECT_EQ(told(judged(resting)), "idle resting");
-  resting.lastErrorTime = *resting.lastSuccess + 1s;
+  resting.isFailing = true;
   EXPECT_EQ(told(judged(resting)), "warning failing") << "it will be needed again";
   ConnectionHealth waiting = fresh();
   waiting.age.reset();
   EXPECT_EQ(told(judged(waiting)), "warning waiting");
+}
+
+TEST(Status, JudgesSlidesThatStand) {
+  EXPECT_EQ(told(judged(StandingSlide{2, 15, ""})), "warning standing");
+  EXPECT_EQ(told(judged(StandingSlide{2, 16, ""})), "bad standing");
 }
 
 TEST(Status, JudgesTheShow) {
@@ -119,12 +121,14 @@ TEST_F(StatusPageTest, TellsTheWorstOfAllWithoutSecretsOrFolders) {
   stale.lastErrorTime = std::chrono::system_clock::now() - 10s;
   stale.lastError = "'/srv/boards/x.txt' cannot be read.";
   show.condition.connections.push_back(stale);
+  show.condition.standing = {{3, 12.5, "No column 'To' in '/srv/boards/x.txt'."}};
   const std::string body = connect().get("/api/v1/status").body;
   const Json bad = Json::parse(body);
   EXPECT_EQ(bad["level"], "bad");
   EXPECT_EQ(bad["connections"][0]["level"], "good");
   EXPECT_EQ(bad["connections"][1]["error"]["text"], "'x.txt' cannot be read.");
   EXPECT_NEAR(bad["connections"][1]["error"]["age"].get<double>(), 10, 5);
+  EXPECT_EQ(bad["slides"][0]["error"], "No column 'To' in 'x.txt'.");
   EXPECT_THAT(body, Not(HasSubstr(name))) << "who knows it reports in the screen's name";
 }
 

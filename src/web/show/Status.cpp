@@ -40,11 +40,6 @@ double secondsSince(std::chrono::system_clock::time_point time) {
   return secondsBetween(time, std::chrono::system_clock::now());
 }
 
-bool hasFailedLast(const ConnectionHealth& connection) {
-  return connection.lastErrorTime &&
-         (!connection.lastSuccess || *connection.lastErrorTime >= *connection.lastSuccess);
-}
-
 /// Notes the judgements, the worst of which is that of the whole.
 class Judges {
  public:
@@ -128,10 +123,15 @@ std::string_view lastName(std::string_view path) {
 
 Judgement judged(const ConnectionHealth& connection) {
   if (connection.isStale) return {Level::Bad, "stale"};
-  if (hasFailedLast(connection)) return {Level::Warning, "failing"};
+  if (connection.isFailing) return {Level::Warning, "failing"};
   if (!connection.isUsed) return {Level::Idle, "resting"};
   if (!connection.age) return {Level::Warning, "waiting"};
   return {Level::Good, "fresh"};
+}
+
+Judgement judged(const StandingSlide& slide) {
+  constexpr double Patience = 15;  // s
+  return {slide.age > Patience ? Level::Bad : Level::Warning, "standing"};
 }
 
 Judgement judged(const ScreenState& state) {
@@ -194,6 +194,11 @@ std::string statusJson(const Health& health, const ScreenState& state, const Bro
     connections.push_back(connectionJson(connection));
     judges.add(connections.back(), judged(connection));
   }
+  Json slides = Json::array();
+  for (const StandingSlide& slide : health.standing) {
+    slides.push_back({{"slide", slide.slide}, {"age", slide.age}, {"error", withoutFolders(slide.error)}});
+    judges.add(slides.back(), judged(slide));
+  }
   Json screens = Json::array();
   const auto now = Clock::now();
   for (const auto& [id, screen] : broadcast.screenBook().all()) {
@@ -207,9 +212,9 @@ std::string statusJson(const Health& health, const ScreenState& state, const Bro
             [](const Json& a, const Json& b) { return a["screen"] < b["screen"]; });
   // Nobody sees this show.
   if (screens.empty()) judges.add(Level::Warning);
-  const Json json = {{"version", clientVersion()}, {"title", state.title},
-                     {"level", judges.worst()},    {"show", show},
-                     {"connections", connections}, {"screens", screens}};
+  const Json json = {
+      {"version", clientVersion()}, {"title", state.title}, {"level", judges.worst()}, {"show", show},
+      {"connections", connections}, {"slides", slides},     {"screens", screens}};
   return json::textOf(json);
 }
 

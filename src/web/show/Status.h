@@ -21,6 +21,8 @@ struct Judgement {
 };
 
 Judgement judged(const ConnectionHealth& connection);
+/// One that stands is wrong when it does for a while: data may have been read half written.
+Judgement judged(const StandingSlide& slide);
 /// What the screens that follow the show are given.
 Judgement judged(const ScreenState& state);
 /// `newest` is the number of the newest event for the screen's view. `waits` is since when the oldest event
@@ -31,8 +33,8 @@ Judgement judged(const Screens::Screen& screen, std::uint64_t newest,
 /// A message without the folders of the files that it names.
 std::string withoutFolders(std::string_view text);
 
-/// The answer of /api/v1/status: how the show, its connections and its screens do, each with a judgement, for
-/// the page that people look at. It names no folders.
+/// The answer of /api/v1/status: how the show, its connections, slides that stand and its screens do, each
+/// with a judgement, for the page that people look at. It names no folders.
 std::string statusJson(const Health& health, const ScreenState& state, const Broadcast& broadcast);
 
 }  // namespace web

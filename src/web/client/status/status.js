@@ -49,6 +49,17 @@ function connectionRow({ connection, description, level, state, rows, interval, 
   };
 }
 
+function slideRow({ slide, level, age, error }) {
+  return {
+    level,
+    name: `Slide ${slide}`,
+    state: "shows old values",
+    details: "all of it, until it can be refreshed as a whole",
+    age: `for ${lasting(age)}`,
+    problem: error,
+  };
+}
+
 function viewName({ kind, slide }) {
   if (kind === "slide") return `keeps to slide ${slide}`;
   if (kind === "shape") return `one shape of slide ${slide}`;
@@ -71,7 +82,7 @@ function screenRow({ screen, level, state, view, connected, painted }) {
   };
 }
 
-function fill(list, rows, none) {
+function fill(list, rows, none = "") {
   const items = rows.map(({ level, ...texts }) => {
     const item = element("row").content.firstElementChild.cloneNode(true);
     item.dataset.level = level;
@@ -86,12 +97,13 @@ function fill(list, rows, none) {
   list.replaceChildren(...items);
 }
 
-function verdict({ show, connections, screens }) {
+function verdict({ show, connections, slides, screens }) {
   const troubled = (list) => list.filter(({ level }) => level === "warning" || level === "bad").length;
   const [sources, viewers] = [troubled(connections), troubled(screens)];
   const parts = [
     showWords[show.state],
     sources > 0 && several(sources, "connection needs", "connections need") + " a look",
+    slides.length > 0 && several(slides.length, "slide shows", "slides show") + " old values",
     viewers > 0 && several(viewers, "screen needs", "screens need") + " a look",
     screens.length === 0 && show.state !== "ended" && "No screen is connected",
   ];
@@ -99,7 +111,7 @@ function verdict({ show, connections, screens }) {
 }
 
 function showStatus(status) {
-  const { show, connections, screens } = status;
+  const { show, connections, slides, screens } = status;
   renewFor(status.version);
   document.title = `${status.title} – status`;
   document.documentElement.removeAttribute("data-lost");
@@ -111,6 +123,8 @@ function showStatus(status) {
     show.running !== null && `running for ${lasting(show.running)}`,
   );
   fill(element("connections"), connections.map(connectionRow), "The deck has no connections.");
+  element("standing").hidden = slides.length === 0;
+  fill(element("slides"), slides.map(slideRow));
   fill(element("screens"), screens.map(screenRow), "No screen is connected.");
 }
 
