@@ -13,6 +13,7 @@
 #include "connections/TextFileColumns.h"
 #include "connections/TextFileDialect.h"
 #include "connections/TextFileEncoding.h"
+#include "connections/TextFileKind.h"
 #include "connections/TextFileScanner.h"
 
 namespace LF2000 {
@@ -169,11 +170,26 @@ class RecordReader {
   std::size_t firstDroppedLine_ = 0;
 };
 
+/// A second line of names under the first would be shown as values.
+void RequireOneHeader(const host::TextTable& table) {
+  const std::vector<std::string>& names = table.columns();
+  // One column may well hold its own name.
+  if (names.size() < 2 || table.rowCount() == 0) return;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (table.field(0, i) != std::string_view(names[i])) return;
+  }
+  throw basic::Error(basic::AdapterError, basic::DefaultSource,
+                     "The line of the column names stands twice, one below the other.");
+}
+
 }  // namespace
 
 host::TextTable ReadTextFile(host::Bytes bytes, bool firstRowFieldNames,
                              const std::function<void(std::string_view)>& report) {
-  return RecordReader(DecodeTextFile(std::move(bytes)), firstRowFieldNames).Read(report);
+  RequireText({bytes.data.get(), bytes.size});
+  host::TextTable table = RecordReader(DecodeTextFile(std::move(bytes)), firstRowFieldNames).Read(report);
+  if (firstRowFieldNames) RequireOneHeader(table);
+  return table;
 }
 
 }  // namespace LF2000

@@ -27,6 +27,8 @@ namespace LF2000 {
 /// `report` (if any) is told what an author should know, a sentence each: that
 /// titles were passed over, that one column is unlikely, that text was dropped.
 ///
+/// A file that is plainly no delimited text (TextFileKind.h), and one whose column names stand in two lines
+/// one below the other, is an error.
 /// A column name that is empty or that another column has in any case is an
 /// error, and so is a file without any record when names are expected of it;
 /// otherwise such a file is a table of Column1 without rows. A file of 4 GB or

@@ -44,14 +44,10 @@ std::shared_ptr<clsConnection> DescribedConnection(const std::string& presentati
 
 void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
   Log(DebugKind::Event, "Opening presentation");
-  presentation_ = presentation;
-  connections_.clear();
-  displayType_ = 0;
-  distributionStart_ = distributionStop_ = {};
-  distributionList_.clear();
+  Attach(presentation);
   if (!modTags::HasVersionTag(*presentation_)) return;
 
-  const bool loaded = LoadConnections();
+  const bool loaded = LoadConnections(/*opens=*/true);
   LoadSettings();
   if (loaded) {
     Log(DebugKind::Event, "Start fill values");
@@ -64,11 +60,28 @@ void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Prese
   CatchError(modErrors::OpeningPresentation);
 }
 
-bool clsPresentation::LoadConnections() {
+void clsPresentation::Describe(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
+  Attach(presentation);
+  if (!modTags::HasVersionTag(*presentation_)) return;
+  LoadConnections(/*opens=*/false);
+  LoadSettings();
+} catch (...) {
+  CatchError(modErrors::OpeningPresentation);
+}
+
+void clsPresentation::Attach(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+  presentation_ = presentation;
+  connections_.clear();
+  displayType_ = 0;
+  distributionStart_ = distributionStop_ = {};
+  distributionList_.clear();
+}
+
+bool clsPresentation::LoadConnections(bool opens) {
   const auto tags = presentation_->Tags();
   const std::int32_t connectionCount = modTags::CountTags(*tags, modTags::Connection);
   const std::int32_t slideCount = presentation_->Slides()->Count();
-  if (slideCount >= 2 || connectionCount >= 2) {
+  if (opens && (slideCount >= 2 || connectionCount >= 2)) {
     host::Current().progressMeter->Show("Opening presentation", slideCount + connectionCount);
     meterShown_ = true;
   }
@@ -81,9 +94,9 @@ bool clsPresentation::LoadConnections() {
       connections_.push_back(connection);
       // After a failure nothing more is opened, but every description is taken
       // up, so that writing the connections back loses none.
-      if (loaded) OpenConnection(*connection);
+      if (opens && loaded) OpenConnection(*connection);
     } catch (...) {
-      if (loaded) CatchError(modErrors::OpeningPresentation);
+      if (opens && loaded) CatchError(modErrors::OpeningPresentation);
       loaded = false;
     }
   });

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "addin/support/modDebug.h"
@@ -28,6 +30,10 @@ class clsPresentation {
   /// display type and distribution settings; then fills the linked shapes.
   void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation);
 
+  /// Takes up what the tags describe, and neither opens a connection nor fills a shape: for who changes
+  /// the description. Connections whose tag cannot be read are left out.
+  void Describe(const std::shared_ptr<PowerPoint::Presentation>& presentation);
+
   /// Codes 1 to 7, see modGlobalFunctions::CurrentDisplayType; 0 before any was set.
   [[nodiscard]] std::int32_t DisplayType() const { return displayType_; }
   void DisplayType(std::int32_t code);
@@ -49,7 +55,8 @@ class clsPresentation {
   void SetDistributionListTags(basic::Date start, basic::Date stop, std::vector<std::string> computers);
 
   /// Fills all linked shapes of a linked presentation, after a requery of every
-  /// connection when asked.
+  /// connection when asked. A shape that cannot be filled keeps no other from it; of the failures of one
+  /// column the first is reported.
   void FillValues(bool requery);
   /// Blanks the live texts and gives pictures and charts what their author put
   /// into them, so that a save stores no live value.
@@ -69,12 +76,14 @@ class clsPresentation {
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);
 
+  void Attach(const std::shared_ptr<PowerPoint::Presentation>& presentation);
   /// False when one could not be opened; the rest is described, not opened.
-  bool LoadConnections();
+  bool LoadConnections(bool opens);
   void OpenConnection(clsConnection& connection);
   void LoadSettings();
   void CloseMeter();
   void FillShape(PowerPoint::Slide& slide, const clsShape& link);
+  void FillField(PowerPoint::Slide& slide, const clsShape& link, std::int32_t displayType);
   void FillGraph(const clsShape& link);
   void FillObject(const clsShape& link, std::int32_t displayType);
   void RequireVersionTag();
@@ -87,6 +96,8 @@ class clsPresentation {
   std::vector<std::string> distributionList_;
   bool meterShown_ = false;
   bool objectFailureTold_ = false;
+  /// Connection and column of the values that could not be read.
+  std::set<std::pair<std::string, std::string>> toldColumns_;
 };
 
 }  // namespace LF2000

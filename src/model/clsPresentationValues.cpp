@@ -25,6 +25,7 @@ constexpr std::int32_t ShowsValues = 1;
 void clsPresentation::FillValues(bool requery) try {
   if (!modTags::HasVersionTag(*presentation_)) return;
   objectFailureTold_ = false;
+  toldColumns_.clear();
   if (requery) {
     // The list may change while a source is waited for.
     const ConnectionList connections = connections_;
@@ -68,19 +69,9 @@ void clsPresentation::FillShape(PowerPoint::Slide& slide, const clsShape& link) 
     case SourceType::Clock:
       shape.TextFrame()->TextRange()->Text(modGlobalFunctions::PreviewValue(link.DateFormat(), displayType));
       return;
-    case SourceType::DataField: {
-      const auto connection = FindConnection(link.ConnectionTagNumber());
-      if (!connection || !connection->ConnectionReady()) return;
-      bool noValue = true;
-      // What scrolls shows its first row, and runs past the end of the data in every show: that is no news.
-      std::string text =
-          connection->GetValueDatabase(link.Row(), link.ColumnName(), static_cast<std::int16_t>(displayType),
-                                       /*showMarkers=*/!Scrolls(slide, shape), noValue);
-      if (text.empty()) text = " ";
-      const auto range = shape.TextFrame()->TextRange();
-      if (range->Text() != text) range->Text(text);
+    case SourceType::DataField:
+      FillField(slide, link, displayType);
       return;
-    }
     case SourceType::LinkedObject:
       FillObject(link, displayType);
       return;
@@ -89,6 +80,27 @@ void clsPresentation::FillShape(PowerPoint::Slide& slide, const clsShape& link) 
       return;
     case SourceType::NotLinked:
       return;
+  }
+}
+
+void clsPresentation::FillField(PowerPoint::Slide& slide, const clsShape& link,
+                                std::int32_t displayType) try {
+  PowerPoint::Shape& shape = *link.ShapeItem();
+  const auto connection = FindConnection(link.ConnectionTagNumber());
+  if (!connection || !connection->ConnectionReady()) return;
+  bool noValue = true;
+  // What scrolls shows its first row, and runs past the end of the data in every show: that is no news.
+  std::string text =
+      connection->GetValueDatabase(link.Row(), link.ColumnName(), static_cast<std::int16_t>(displayType),
+                                   /*showMarkers=*/!Scrolls(slide, shape), noValue);
+  if (text.empty()) text = " ";
+  const auto range = shape.TextFrame()->TextRange();
+  if (range->Text() != text) range->Text(text);
+} catch (...) {
+  modErrors::SetLastError();
+  Log(DebugKind::Error, link.ShapeItem()->Name() + ":" + modErrors::LastError.Description);
+  if (toldColumns_.emplace(link.ConnectionTagNumber(), link.ColumnName()).second) {
+    modErrors::ReportError(modErrors::FillingValues);
   }
 }
 

@@ -38,8 +38,8 @@ struct InspectTest : ShowTest {
   static std::vector<std::string> check(const support::DeckBuilder& deck) {
     std::vector<std::string> texts;
     for (const Finding& finding : checkLinks(*deck.presentation())) {
-      EXPECT_EQ(finding.gravity, Finding::Gravity::Broken);
-      texts.push_back(finding.shape + ": " + finding.text);
+      const bool isBroken = finding.gravity == Finding::Gravity::Broken;
+      texts.push_back((isBroken ? finding.shape : "note") + ": " + finding.text);
     }
     return texts;
   }
@@ -53,9 +53,20 @@ TEST_F(InspectTest, FindsLinksThatLeadNowhere) {
                             {"001", "Item", "0"},
                             {"002", "Item", "1"}})),
               ElementsAre("p2: Connection 001 (Prices) has no column 'Cost'.",
-                          "p3: Connection 001 (Prices) has no row 2; it has 1 today.",
-                          "p4: Connection 001 (Prices) has no row 0; it has 1 today.",
-                          "p5: It is linked to connection 002, which the deck does not have."));
+                          "p4: Row 0 is none: rows count from 1.",
+                          "p5: It is linked to connection 002, which the deck does not have.",
+                          "note: Connection 001 (Prices) has 1 row today; what shows row 2 of it is blank."));
+}
+
+TEST_F(InspectTest, NotesRowsThatAreNotShownToday) {
+  const auto deck = linked({{"001", "Price", "1"}, {"001", "Price", "2"}});
+  machine.files.Write("/decks/prices.txt", "Price\n1\n2\n3\n");
+  EXPECT_THAT(
+      check(deck),
+      ElementsAre("note: Connection 001 (Prices) has 3 rows today; the deck shows none below row 2."));
+  machine.files.Write("/decks/prices.txt", "Price\n");
+  EXPECT_THAT(check(deck), ElementsAre("note: Connection 001 (Prices) has 0 rows today; what shows rows 1 to "
+                                       "2 of it is blank."));
 }
 
 TEST_F(InspectTest, SaysNothingOfColumnsWhereTheSourceItselfIsMissing) {

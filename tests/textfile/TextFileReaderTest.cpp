@@ -223,6 +223,34 @@ TEST(TextFileDroppedFields, AreReportedOnce) {
             "1 field beyond the 2 columns was dropped, on line 5003.");
 }
 
+TEST(TextFileReader, RefusesWhatIsPlainlySomethingElse) {
+  using namespace std::string_view_literals;
+  const std::pair<std::string_view, const char*> files[] = {
+      {"<!DOCTYPE html><html>"sv, "web page"},
+      {"\xEF\xBB\xBF\r\n <Html lang='en'>\n502;Bad Gateway\n"sv, "web page"},
+      {"<?xml version=\"1.0\"?><Error/>"sv, "XML"},
+      {"PK\x03\x04\x14\0\0\0"sv, "ZIP"},
+      {"\x89PNG\r\n\x1A\n\0\0\0\rIHDR"sv, "PNG"},
+      {"\xFF\xD8\xFF\xE0\0\x10JFIF"sv, "JPEG"},
+      {"%PDF-1.7\n"sv, "PDF"},
+  };
+  for (const auto& [bytes, name] : files) {
+    EXPECT_NE(ErrorOf(bytes).find(name), std::string::npos) << name << ": " << ErrorOf(bytes);
+  }
+  for (const char* text : {"<b>Gate;Time\n1;2\n", "PK;Name\n1;2\n", "html;xml\n<html>;<?xml\n"}) {
+    EXPECT_EQ(ReadTextFile(BytesOf(text), true, {}).rowCount(), 1U) << text;
+  }
+}
+
+TEST(TextFileReader, RefusesASecondLineOfNames) {
+  EXPECT_EQ(ErrorOf("Gate;Time\n\"Gate\";Time\n1;2\n"),
+            "The line of the column names stands twice, one below the other.");
+  for (const char* text : {"Gate\nGate\n", "Gate;Time\nGate;time\n", "Gate;Time\nGate\n"}) {
+    EXPECT_EQ(ReadTextFile(BytesOf(text), true, {}).rowCount(), 1U) << text;
+  }
+  EXPECT_EQ(ReadTextFile(BytesOf("a;b\na;b\n"), false, {}).rowCount(), 2U);
+}
+
 TEST(TextFileReader, FindsEveryFieldOfManyBlocks) {
   std::string text = "A\tB\tC\n";
   for (int row = 0; row < 200000; ++row) {

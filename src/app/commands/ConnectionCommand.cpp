@@ -8,7 +8,8 @@
 #include "app/commands/Commands.h"
 #include "app/commands/ConnectionSource.h"
 #include "app/commands/DeckBackup.h"
-#include "app/wiring/AddInHost.h"
+#include "app/commands/Editing.h"
+#include "app/inspect/SourceLook.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
@@ -39,6 +40,7 @@ struct ConnectionOptions {
   std::optional<std::string> sql;
   std::optional<std::string> columns;
   std::optional<double> refresh;
+  bool isStrict = false;
   bool header = false;
   bool noHeader = false;
   bool json = false;
@@ -195,6 +197,20 @@ void tellRange(clsConnection& connection) {
   std::cerr << platform::forTerminal(joinedLines(takeWholeSheet(connection))) << '\n';
 }
 
+/// What the connection finds now. Standard output is the number's alone, for scripts.
+void tellSource(const ConnectionOptions& options, clsConnection& connection) {
+  const SourceLook look = lookInto(connection);
+  const std::string which = options.deck + ": connection " + connection.ConnectionTagNumber() + ": ";
+  if (look.isReadable()) {
+    std::cerr << platform::forTerminal(sizeOf(look)) << '\n';
+    for (const std::string& remark : look.remarks) std::cerr << platform::forTerminal(remark) << '\n';
+    return;
+  }
+  if (options.isStrict) fail(which + look.failure + " Nothing was stored.");
+  std::cerr << "lumenfold: " << platform::forTerminal(which + look.failure)
+            << " It is stored all the same.\n";
+}
+
 void add(ConnectionOptions options) {
   if (!options.description) throw UsageError("connection add: give it a name with --description.");
   const ConnectionKind kind = kindOf(options, std::nullopt);
@@ -204,35 +220,32 @@ void add(ConnectionOptions options) {
   become(kind, *connection);
   apply(options, *connection);
 
-  AddInHost host;
-  const auto deck = host.open(options.deck);
-  clsPresentation& linked = host.linked(deck);
-  requireAllUnderstood(*deck, "");
-  const std::string number = linked.NewConnectionTagNumber();
+  Editing editing(options.deck);
+  editing.keepsBackup = options.backup;
+  requireAllUnderstood(*editing.deck, "");
+  const std::string number = editing.linked.NewConnectionTagNumber();
   if (number.empty()) fail(options.deck + ": there is no number for the connection; it was not added.");
   if (number.size() > 3) {
     fail(options.deck +
          ": connection numbers end at 999, and that one is taken; new numbers follow the largest.");
   }
   connection->ConnectionTagNumber(number);
-  connection->ActivePresentationName(deck->FullName());
+  connection->ActivePresentationName(editing.deck->FullName());
   connection->DesignMode(true);
   if (kind == ConnectionKind::Excel && !options.range) tellRange(*connection);
-  if (!LF2000::modTags::HasVersionTag(*deck)) linked.DisplayType(1);
-  linked.Connections().push_back(std::move(connection));
-  linked.SetConnectionTags();
-  if (options.backup) keepBackup(deck->FullName());
-  deck->Save();
+  tellSource(options, *connection);
+  editing.becomeLinked();
+  editing.linked.Connections().push_back(std::move(connection));
+  editing.linked.SetConnectionTags();
+  editing.save();
   std::cout << number << '\n';
 }
 
 void set(ConnectionOptions options) {
-  AddInHost host;
-  const auto deck = host.open(options.deck);
-  clsPresentation& linked = host.linked(deck);
-  requireAllUnderstood(*deck, "");
-  const std::string number = connectionNumber(*deck, options.number);
-  const auto connection = linked.FindConnection(number);
+  Editing editing(options.deck);
+  requireAllUnderstood(*editing.deck, "");
+  const std::string number = connectionNumber(*editing.deck, options.number);
+  const auto connection = editing.linked.FindConnection(number);
   if (!connection) failUnknownConnection(options.deck, number);
   const auto before = static_cast<ConnectionKind>(connection->ConnectionType());
   const ConnectionKind kind = kindOf(options, before);
@@ -243,20 +256,19 @@ void set(ConnectionOptions options) {
   if (kind == ConnectionKind::Excel && !options.range && (kind != before || options.file || options.sheet)) {
     tellRange(*connection);
   }
-  linked.SetConnectionTags();
-  deck->Save();
+  tellSource(options, *connection);
+  editing.linked.SetConnectionTags();
+  editing.save();
 }
 
 void remove(const ConnectionOptions& options) {
-  AddInHost host;
-  const auto deck = host.open(options.deck);
-  clsPresentation& linked = host.linked(deck);
-  const std::string number = connectionNumber(*deck, options.number);
-  requireAllUnderstood(*deck, number);
-  std::erase_if(linked.Connections(),
+  Editing editing(options.deck);
+  const std::string number = connectionNumber(*editing.deck, options.number);
+  requireAllUnderstood(*editing.deck, number);
+  std::erase_if(editing.linked.Connections(),
                 [&](const auto& each) { return each->ConnectionTagNumber() == number; });
-  linked.SetConnectionTags();
-  deck->Save();
+  editing.linked.SetConnectionTags();
+  editing.save();
 }
 
 }  // namespace
@@ -284,6 +296,7 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
     action->add_option("--columns", options->columns, "Choice of columns, kept with the statement");
     action->add_option("--refresh", options->refresh, "Milliseconds between two requeries of a database")
         ->check(CLI::NonNegativeNumber);
+    action->add_flag("--strict", options->isStrict, "Store nothing when the source cannot be read now");
   };
   const auto number = [&](CLI::App* action) {
     action->add_option("NNN", options->number, "Number of the connection, or its description")->required();

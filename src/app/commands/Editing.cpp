@@ -1,13 +1,23 @@
 #include "app/commands/Editing.h"
 
 #include "app/commands/DeckBackup.h"
+#include "app/inspect/CollectedErrors.h"
+#include "app/inspect/SourceLook.h"
 #include "app/wiring/Failure.h"
 #include "basic/Strings.h"
 #include "model/modTags.h"
 
 namespace app {
 
-Editing::Editing(const std::string& path) : deck(host.open(path)), linked(host.linked(deck)) {}
+Editing::Editing(const std::string& path) : deck(application->open(path)) { linked.Describe(deck); }
+
+void Editing::fill(const std::optional<std::string>& connection) {
+  const CollectedErrors passedOver;
+  for (const auto& each : linked.Connections()) {
+    if (!connection || each->ConnectionTagNumber() == *connection) static_cast<void>(lookInto(*each));
+  }
+  linked.FillValues(false);
+}
 
 void Editing::becomeLinked() {
   constexpr std::int32_t ShowsValues = 1;
@@ -17,6 +27,11 @@ void Editing::becomeLinked() {
 }
 
 void Editing::save() {
+  if (LF2000::modTags::HasVersionTag(*deck)) {
+    linked.SetDisplayType();
+    // The file holds no live values.
+    linked.PrepareSave();
+  }
   if (keepsBackup) keepBackup(deck->FullName());
   deck->Save();
 }

@@ -2,27 +2,32 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "app/wiring/AddInHost.h"
+#include "deck/objects/Application.h"
 #include "deck/objects/Presentation.h"
 #include "model/clsPresentation.h"
 
 namespace app {
 
-/// A deck opened to be changed, with the add-in's object for it, for as long as this object lives.
+/// A deck opened to be changed, with the system's object for it, for as long as this object lives. No
+/// connection is opened, so that none stands in the way.
 struct Editing {
   /// Throws basic::Error when the deck cannot be opened.
   explicit Editing(const std::string& path);
 
+  /// The linked shapes show their values, of that connection or of all, as far as they can be read. What
+  /// cannot be read is passed over.
+  void fill(const std::optional<std::string>& connection = {});
   /// Marks the deck as linked, with the values on display, if it is not yet.
   void becomeLinked();
   /// Throws basic::Error when the file cannot be written, or another program has changed it meanwhile.
   void save();
 
-  AddInHost host;
+  std::shared_ptr<deck::Application> application = std::make_shared<deck::Application>();
   std::shared_ptr<deck::Presentation> deck;
-  LF2000::clsPresentation& linked;
+  LF2000::clsPresentation linked;
   /// Whether the file is kept as it is before it is written; see keepBackup().
   bool keepsBackup = false;
 };

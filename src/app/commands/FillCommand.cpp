@@ -2,15 +2,70 @@
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
+#include <iostream>
 #include <memory>
 #include <string>
 
+#include "addin/support/modGlobalFunctions.h"
 #include "app/commands/Commands.h"
+#include "app/inspect/SourceLook.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
+#include "app/wiring/StoredConnections.h"
+#include "model/clsPresentation.h"
+#include "platform/Console.h"
 
 namespace app {
+
+namespace {
+
+/// Says what cannot be read, and fills the deck with the rest.
+bool fill(deck::Presentation& deck, LF2000::clsPresentation& linked, const Environment& environment) {
+  bool isWhole = true;
+  const auto complain = [&](const std::string& text) {
+    isWhole = false;
+    std::cerr << "lumenfold: " << platform::forTerminal(text) << '\n';
+  };
+  for (const StoredConnection& stored : storedConnections(deck)) {
+    if (!stored.failure.empty()) complain("Connection " + stored.number + ": " + stored.failure);
+  }
+  for (const auto& connection : linked.Connections()) {
+    const SourceLook look = lookInto(*connection);
+    if (look.isReadable()) continue;
+    complain("Connection " + connection->ConnectionTagNumber() + " (" + connection->ConnectionDescription() +
+             "): " + look.failure);
+  }
+  const int before = environment.errorsShown();
+  linked.FillValues(false);
+  return isWhole && environment.errorsShown() == before;
+}
+
+/// The add-in makes way for the copy, as it fills nothing once a source has failed.
+std::shared_ptr<deck::Presentation> openBesideAddIn(AddInHost& host, const std::string& path) {
+  using LF2000::modGlobalFunctions::OfflineGenerationActive;
+  OfflineGenerationActive = true;
+  try {
+    auto deck = host.open(path);
+    OfflineGenerationActive = false;
+    return deck;
+  } catch (...) {
+    OfflineGenerationActive = false;
+    throw;
+  }
+}
+
+void fillCopy(const std::string& path, const std::string& copy, const Environment& environment) {
+  AddInHost host;
+  const auto deck = openBesideAddIn(host, path);
+  LF2000::clsPresentation linked;
+  linked.Describe(deck);
+  const bool isWhole = fill(*deck, linked, environment);
+  deck->SaveCopyAs(copy);
+  if (!isWhole) fail(copy + ": written without what could not be read (see above).");
+}
+
+}  // namespace
 
 void addFillCommand(CLI::App& program, Environment& environment) {
   struct FillOptions {
@@ -28,13 +83,7 @@ void addFillCommand(CLI::App& program, Environment& environment) {
       fail(options->out + ": this is the deck " + options->deck +
            " itself; write the filled copy under another name.");
     }
-    AddInHost host;
-    const auto deck = host.open(options->deck);
-    if (environment.errorsShown() > 0) {
-      fail(options->deck + ": the deck could not be filled (see above); " + options->out +
-           " was not written.");
-    }
-    deck->SaveCopyAs(options->out);
+    fillCopy(options->deck, options->out, environment);
   });
 }
 

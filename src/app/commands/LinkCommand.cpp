@@ -11,6 +11,7 @@
 #include "app/commands/Commands.h"
 #include "app/commands/DeckBackup.h"
 #include "app/commands/Editing.h"
+#include "app/inspect/SourceLook.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/StoredConnections.h"
 #include "basic/Error.h"
@@ -37,31 +38,15 @@ struct LinkOptions {
   bool backup = false;
 };
 
-/// Element 0 is empty; none at all when the source cannot be read now.
-std::vector<std::string> columnsOf(const LF2000::clsConnection& connection) {
-  if (connection.RecordsetReady()) return connection.Columns();
-  // Loading stops at the first source that fails; this may be one behind it.
-  try {
-    LF2000::clsConnection own;
-    own.ActivePresentationName(connection.ActivePresentationName());
-    own.TagString(connection.TagString());
-    own.OpenConnection();
-    own.OpenRecordset();
-    return own.RecordsetReady() ? own.Columns() : std::vector<std::string>();
-  } catch (const basic::Error&) {
-    return {};
-  }
-}
-
-void requireColumn(const deck::Presentation& deck, const LF2000::clsConnection& connection,
+void requireColumn(const deck::Presentation& deck, LF2000::clsConnection& connection,
                    const std::string& column) {
+  const SourceLook look = lookInto(connection);
   // A source that is not there today says nothing about its columns.
-  const std::vector<std::string> columns = columnsOf(connection);
-  if (columns.empty()) return;
+  if (!look.isReadable()) return;
   std::string names;
-  for (std::size_t i = 1; i < columns.size(); ++i) {
-    if (basic::EqualsIgnoreCase(columns[i], column)) return;
-    names += (names.empty() ? "" : ", ") + columns[i];
+  for (const std::string& each : look.columns) {
+    if (basic::EqualsIgnoreCase(each, column)) return;
+    names += (names.empty() ? "" : ", ") + each;
   }
   fail(deck.FullName() + ": connection " + connection.ConnectionTagNumber() + " (" +
        connection.ConnectionDescription() + ") has no column '" + column + "'. It has: " + names + ".");

@@ -37,9 +37,8 @@ void unlinkAll(Editing& editing) {
     for (const LinkedShape& shape : linkedShapes(*editing.deck, slide))
       shapes.emplace_back(slide, shape.name);
   }
+  editing.fill();
   editing.linked.RemoveLumenfold();
-  // The add-in would put the display type back as the deck is saved.
-  editing.host.unload();
   editing.save();
   for (const auto& [slide, name] : shapes) tellUnlinked(*editing.deck, slide, name);
 }
@@ -51,6 +50,7 @@ void unlinkShape(Editing& editing, std::int32_t slide, const std::string& name) 
     fail(editing.deck->FullName() + ": shape '" + name + "' on slide " + std::to_string(slide) +
          " is not linked.");
   }
+  editing.fill(target.ConnectionTagNumber());
   target.RemoveLumenfold();
   editing.save();
   tellUnlinked(*editing.deck, slide, name);

@@ -85,12 +85,30 @@ Findings checkDrawing(FilledDeck& filled) {
   return findings;
 }
 
+/// Of a line of the log, what a finding may say as well.
+std::string_view cause(std::string_view logged) {
+  constexpr std::string_view Frame = "Error while opening presentation. ";
+  return logged.starts_with(Frame) ? logged.substr(Frame.size()) : logged;
+}
+
+/// Whether the line is about a column of which the finding says that it is missing.
+bool isAboutColumn(std::string_view logged, std::string_view finding) {
+  constexpr std::string_view Missing = " has no column '";
+  const std::size_t at = finding.find(Missing);
+  if (at == std::string_view::npos) return false;
+  const std::string_view rest = finding.substr(at + Missing.size());
+  const std::string column(rest.substr(0, rest.rfind('\'')));
+  return logged.find(" of column " + column + " of row ") != std::string_view::npos ||
+         (logged.find("The data have no column") != std::string_view::npos &&
+          logged.find('\'' + column + '\'') != std::string_view::npos);
+}
+
 /// What the show would log, unless it was found before.
 Findings checkFilling(const std::vector<std::string>& logged, const Findings& known) {
   Findings findings;
   for (const std::string& text : logged) {
     const bool isKnown = std::any_of(known.begin(), known.end(), [&](const Finding& finding) {
-      return finding.text.find(text) != std::string::npos;
+      return finding.text.find(cause(text)) != std::string::npos || isAboutColumn(text, finding.text);
     });
     if (!isKnown) findings.push_back({Finding::Gravity::Broken, 0, "", text});
   }

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <vector>
 
 #include "addin/support/modGlobalFunctions.h"
-#include "app/inspect/SheetUse.h"
+#include "app/inspect/SourceLook.h"
 #include "app/wiring/LinkedShapes.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
@@ -32,6 +33,12 @@ struct Source {
   std::string name;
   std::vector<std::string> columns;
   double rowCount = 0;
+  /// A chart or a scrolling slide goes through them.
+  bool showsAllRows = false;
+  /// By slide, the rows of shapes that the data do not have today.
+  std::map<int, std::vector<double>> blankRows;
+  /// The largest that a shape shows.
+  double lastRow = 0;
 };
 
 class LinkCheck {
@@ -46,6 +53,9 @@ class LinkCheck {
       checkScrolling(slide, shapes);
       checkFiles(slide);
     }
+    for (const auto& [number, source] : sources_) {
+      if (source.isReadable) noteRows(source);
+    }
     return std::move(findings_);
   }
 
@@ -59,20 +69,17 @@ class LinkCheck {
           {Finding::Gravity::Broken, 0, "", "Connection " + stored.number + ": " + stored.failure});
       return;
     }
-    try {
-      connection.OpenConnection();
-      connection.OpenRecordset();
-      connection.CloseConnection();
-      source.isReadable = connection.RecordsetReady();
-      source.columns = connection.Columns();
-      source.columns.erase(source.columns.begin());
-      source.rowCount = connection.RecordCount();
-      for (const std::string& remark : remarksOn(connection)) {
-        findings_.push_back({Finding::Gravity::Note, 0, "", "Connection " + source.name + ": " + remark});
-      }
-    } catch (const basic::Error& error) {
-      findings_.push_back({Finding::Gravity::Broken, 0, "",
-                           "Connection " + source.name + ": " + joinedLines(error.description)});
+    const SourceLook look = lookInto(connection);
+    if (!look.isReadable()) {
+      findings_.push_back(
+          {Finding::Gravity::Broken, 0, "", "Connection " + source.name + ": " + look.failure});
+      return;
+    }
+    source.isReadable = true;
+    source.columns = look.columns;
+    source.rowCount = static_cast<double>(look.rowCount);
+    for (const std::string& remark : look.remarks) {
+      findings_.push_back({Finding::Gravity::Note, 0, "", "Connection " + source.name + ": " + remark});
     }
   }
 
@@ -87,16 +94,38 @@ class LinkCheck {
       complain("It is linked to connection " + shape.connection + ", which the deck does not have.");
       return;
     }
-    const Source& source = found->second;
+    Source& source = found->second;
+    if (type == SourceType::Graph) source.showsAllRows = true;
     if (!source.isReadable || type == SourceType::Graph) return;
     const bool hasColumn = std::any_of(source.columns.begin(), source.columns.end(), [&](const auto& column) {
       return basic::EqualsIgnoreCase(column, shape.column);
     });
     if (!hasColumn) {
       complain("Connection " + source.name + " has no column '" + shape.column + "'.");
-    } else if (shape.row < 1 || shape.row > source.rowCount) {
-      complain("Connection " + source.name + " has no row " + basic::CStr(shape.row) + "; it has " +
-               basic::CStr(source.rowCount) + " today.");
+    } else if (shape.row < 1) {
+      complain("Row " + basic::CStr(shape.row) + " is none: rows count from 1.");
+    } else if (shape.row > source.rowCount) {
+      source.blankRows[slide].push_back(shape.row);
+    }
+    source.lastRow = std::max(source.lastRow, shape.row);
+  }
+
+  /// Rows come and go with the data: blank is what the shapes then are meant to be.
+  void noteRows(const Source& source) {
+    const std::string today = "Connection " + source.name + " has " + basic::CStr(source.rowCount) +
+                              (source.rowCount == 1 ? " row today" : " rows today");
+    if (source.showsAllRows) return;
+    for (const auto& [slide, rows] : source.blankRows) {
+      const auto [first, last] = std::minmax_element(rows.begin(), rows.end());
+      const std::string which = *first == *last ? "row " + basic::CStr(*first)
+                                                : "rows " + basic::CStr(*first) + " to " + basic::CStr(*last);
+      findings_.push_back(
+          {Finding::Gravity::Note, slide, "", today + "; what shows " + which + " of it is blank."});
+    }
+    // Whoever shows the first row alone wants no more.
+    if (source.lastRow > 1 && source.rowCount > source.lastRow) {
+      findings_.push_back({Finding::Gravity::Note, 0, "",
+                           today + "; the deck shows none below row " + basic::CStr(source.lastRow) + "."});
     }
   }
 
@@ -109,6 +138,7 @@ class LinkCheck {
     for (const std::int32_t number : properties.ScrollEntryNumbers()) {
       const std::string name = std::to_string(number);
       const std::string connection = LF2000::modGlobalFunctions::Format000(number);
+      if (properties.ScrollEnabled(name)) noteScrolled(shapes, name, connection);
       const bool moves = std::any_of(shapes.begin(), shapes.end(), [&](const LinkedShape& shape) {
         return shape.name == name || shape.connection == connection;
       });
@@ -116,6 +146,15 @@ class LinkCheck {
       findings_.push_back({Finding::Gravity::Broken, slide, "",
                            "Scroll entry " + name + " moves nothing: no linked shape is named " + name +
                                " or shows connection " + connection + "."});
+    }
+  }
+
+  void noteScrolled(const std::vector<LinkedShape>& shapes, const std::string& name,
+                    const std::string& connection) {
+    for (const LinkedShape& shape : shapes) {
+      if (shape.name != name && shape.connection != connection) continue;
+      const auto found = sources_.find(shape.connection);
+      if (found != sources_.end()) found->second.showsAllRows = true;
     }
   }
 

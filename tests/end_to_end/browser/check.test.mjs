@@ -40,7 +40,7 @@ test("what is broken in a deck is told, with its place", (t) => {
   const patterns = [
     /^broken 0 : Connection 002 \(Gone\): .*gone\.txt' cannot be opened/,
     still,
-    /^broken 1 p3 Item: Connection 001 \(Values\) has no row 3; it has 2 today\.$/,
+    /^note 1 : Connection 001 \(Values\) has 2 rows today; what shows row 3 of it is blank\.$/,
     /^broken 1 p1 Item: Today's text is larger than the shape, by \d+ px/,
     /^note 2 : The slide is hidden in the deck\.$/,
     /^broken 3 : Scroll entry 77 moves nothing/,

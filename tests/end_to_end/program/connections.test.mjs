@@ -2,6 +2,7 @@
 
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
+import { writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { digest, textInFile } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
@@ -172,6 +173,39 @@ test("a connection goes by its number, with zeros or without, and by its descrip
   assert.deepEqual(list().map(({ description }) => description), ["Dear", "2", "Offer"]);
 });
 
+test("what is added or changed is opened, and nothing else", (t) => {
+  const { sandbox, deck, list } = emptyDeck(t);
+  const connection = (...line) => sandbox.run("connection", deck, ...line);
+  sandbox.write("shop/values.txt", [["Value", "Unit"], ["forty-two", "t"]]);
+  const gone = connection("add", ...textSource("Gone", "gone.txt"));
+  assert.deepEqual([gone.code, gone.out], [0, "001\n"]);
+  assert.match(gone.error, /connection 001: .*gone\.txt' cannot be opened.* It is stored all the same\.\n$/);
+  const silent = (result, error) => assert.deepEqual([result.code, result.error], [0, error]);
+  silent(connection("add", ...textSource("Values", "values.txt")), "1 row, 2 columns: Value, Unit\n");
+  silent(connection("set", "002", "--no-header"), "2 rows, 2 columns: Column1, Column2\n");
+  silent(connection("set", "002", "--header"), "1 row, 2 columns: Value, Unit\n");
+  const link = ["link", deck, ...at(1, "p1 Item"), ...value(1, "Value", "002")];
+  silent(sandbox.run(...link), "");
+  silent(sandbox.run("unlink", deck, ...at(1, "p1 Item")), "");
+  silent(sandbox.run(...link), "");
+
+  const before = digest(deck);
+  writeFileSync(sandbox.path("shop/page.csv"), "<!doctype html><title>502 Bad Gateway</title>");
+  for (const line of [["add", ...textSource("Page", "page.csv")], ["set", "002", "--file", "page.csv"]]) {
+    const { code, error } = connection(...line, "--strict");
+    assert.equal(code, 1);
+    assert.match(error, /a web page \(HTML\).* Nothing was stored\.$/m);
+    assert.equal(digest(deck), before);
+  }
+  assert.equal(list().length, 2);
+
+  const copy = sandbox.path("filled.pptx");
+  const { code, error } = sandbox.run("fill", deck, "-o", copy);
+  assert.equal(code, 1);
+  assert.match(error, /Connection 001 \(Gone\): .*\n.*written without what could not be read/);
+  assert.equal(textInFile(copy, 1, "p1 Item"), "forty-two");
+});
+
 test("a database is described, tested and listed", (t) => {
   const { sandbox, deck, list } = emptyDeck(t);
   execFileSync("sqlite3", [
@@ -206,15 +240,16 @@ test("a workbook is read as a whole, unless a range says otherwise", (t) => {
   const verb = (...line) => sandbox.run("connection", deck, ...line);
   const book = ["--file", "prices.xlsx", "--header"];
   const added = verb("add", "--description", "Offer", ...book, "--sheet", "Offer");
-  assert.match(added.error, /The range is A:G, where the sheet has A1:G2 in use; rows to come are read as well\.\n$/);
+  assert.match(added.error, /The range is A:G, where the sheet has A1:G2 in use; rows to come are read as well\.\n1 row, 7 columns: Item, /);
   assert.equal(added.out, "001\n");
-  assert.equal(verb("add", "--description", "Items", ...book, "--range", "A1:B2").error, "");
+  const ranged = /^1 row, 2 columns: Section, Item\nThe range A1:B2 leaves out data/;
+  assert.match(verb("add", "--description", "Items", ...book, "--range", "A1:B2").error, ranged);
   const sources = () => list().map(({ source }) => source);
   assert.deepEqual(sources(), ["A:G of Offer in prices.xlsx", "A1:B2 of the first sheet in prices.xlsx"]);
   const remarks = (number) => JSON.parse(sandbox.done("connection", deck, "test", number, "--json")).remarks;
   assert.deepEqual(remarks(1), []);
   assert.match(remarks(2).join(), /^The range A1:B2 leaves out data: rows 3 to \d+, columns C to \w\. --range A:\w takes/);
-  assert.equal(verb("set", "2", "--description", "Few").error, "");
+  assert.match(verb("set", "2", "--description", "Few").error, ranged);
   assert.match(verb("set", "2", "--sheet", "Offer").error, /A:G/);
   assert.deepEqual(sources()[1], "A:G of Offer in prices.xlsx");
 });

@@ -71,25 +71,63 @@ describe("a show", { concurrency: 4 }, () => {
     const damages = [
       () => {},
       () => sandbox.write("shop/values.txt", "Value\tvalue\nbad\tbad\n"),
+      () => sandbox.write("shop/values.txt", "<html><body>Bad gateway</body></html>\n"),
       () => mkdirSync(file),
       () => execFileSync("mkfifo", [file]),
     ];
     for (const [i, damage] of damages.entries()) {
       rmSync(file);
       damage();
-      await until("the line in the log", () => sandbox.errorLog().length > i, refresh);
+      await until("the line in the log", () => sandbox.errorLog().length > 2 * i, refresh);
       assert.match(sandbox.errorLog().at(-1), /Error requerying file Values/);
       assert.equal(await show.text(1, "p1 Item"), i === 0 ? "good" : `good ${i - 1}`);
       rmSync(file, { recursive: true, force: true });
       setValues(sandbox, `good ${i}`);
       await isShown(show, 1, "p1 Item", `good ${i}`);
-      assert.equal(sandbox.errorLog().length, i + 1, sandbox.errorLog().join("\n"));
+      assert.equal(sandbox.errorLog().length, 2 * i + 2, sandbox.errorLog().join("\n"));
+      assert.match(sandbox.errorLog().at(-1), /Recovered: connection 001 \(Values\)\./);
     }
     assert.deepEqual(await show.stop(), { code: 0, signal: null });
     assert.match(show.error, /errors during the show.*errors\.txt/);
     const log = sandbox.done("log");
     assert.match(log, /^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d Error requerying file Values\. .*values\.txt/m);
     assert.doesNotMatch(log, /LF2000|\d\/\d+\/\d/);
+  });
+
+  it("health, the log and check name a column that is gone, and the slide that stands", async (t) => {
+    const sandbox = new Sandbox(t);
+    const deck = makeValueDeck(sandbox, "a", "b", "c");
+    const show = await sandbox.show(deck);
+    const health = async () => JSON.parse((await show.get("/api/v1/health")).text);
+    const [{ failing, deliveries }] = (await health()).connections;
+    assert.equal(failing, false);
+    assert.ok(deliveries > 0);
+
+    sandbox.write("shop/values.txt", "Other\nd\ne\nf\n");
+    const sick = await until("the slide that stands", async () => {
+      const now = await health();
+      return now.standing.length > 0 && now.connections[0].stale && now;
+    });
+    assert.equal(sick.standing[0].slide, 1);
+    assert.match(sick.standing[0].error, /column Value of row 1/);
+    assert.equal(sick.connections[0].failing, true);
+    assert.match(sick.connections[0].lastError.text, /no column 'Value'/);
+    assert.equal(await show.text(1, "p1 Item"), "a");
+    const lines = sandbox.errorLog();
+    assert.equal(lines.filter((line) => /no column 'Value'/.test(line)).length, 1, lines.join("\n"));
+    const checked = sandbox.run("check", deck);
+    assert.equal(checked.code, 1);
+    const broken = checked.out.split("\n").filter((line) => line.startsWith("broken"));
+    assert.equal(broken.length, 3, checked.out);
+    for (const line of broken) assert.match(line, /^broken: slide 1, p\d Item: .* has no column 'Value'\.$/);
+
+    setValues(sandbox, "g", "h", "i");
+    await isShown(show, 1, "p1 Item", "g");
+    await until("the recovery", () => sandbox.errorLog().some((line) => /Recovered: connection 001 \(Values\)/.test(line)));
+    await until("health to be good again", async () => {
+      const { standing, connections } = await health();
+      return standing.length === 0 && !connections[0].failing && !connections[0].stale;
+    });
   });
 
   it("a source that is missing at the beginning is taken up later, and its error opens nothing", async (t) => {

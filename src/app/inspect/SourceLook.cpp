@@ -1,0 +1,41 @@
+#include "app/inspect/SourceLook.h"
+
+#include "app/inspect/SheetUse.h"
+#include "app/wiring/Output.h"
+#include "basic/Error.h"
+
+namespace app {
+
+SourceLook lookInto(LF2000::clsConnection& connection) {
+  SourceLook look;
+  try {
+    connection.OpenConnection();
+    connection.OpenRecordset();
+    connection.CloseConnection();
+    if (!connection.RecordsetReady()) {
+      look.failure = "There is nothing here that can read it.";
+      return look;
+    }
+    look.columns = connection.Columns();
+    look.columns.erase(look.columns.begin());
+    look.rowCount = static_cast<std::int64_t>(connection.RecordCount());
+    look.remarks = remarksOn(connection);
+  } catch (const basic::Error& error) {
+    look.failure = joinedLines(error.description);
+  }
+  return look;
+}
+
+std::string sizeOf(const SourceLook& look) {
+  std::string text = std::to_string(look.rowCount) + (look.rowCount == 1 ? " row, " : " rows, ") +
+                     std::to_string(look.columns.size()) +
+                     (look.columns.size() == 1 ? " column" : " columns");
+  constexpr std::size_t MostNames = 20;
+  for (std::size_t i = 0; i < look.columns.size(); ++i) {
+    if (i == MostNames) return text + ", \u2026";
+    text += (i == 0 ? ": " : ", ") + look.columns[i];
+  }
+  return text;
+}
+
+}  // namespace app
