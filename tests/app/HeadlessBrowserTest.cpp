@@ -53,7 +53,8 @@ TEST_F(HeadlessBrowserTest, OpensMeasuresPhotographsAndPrints) {
 TEST_F(HeadlessBrowserTest, SaysWhatIsWrongWithIt) {
   const auto begin = [] { const HeadlessBrowser browser; };
   ::setenv("PATH", folder.path().c_str(), 1);
-  EXPECT_EQ(errorOf(begin), "pictures and PDF files take Chromium, which is not installed (apt install chromium).");
+  EXPECT_EQ(errorOf(begin),
+            "pictures and PDF files take Chromium, which is not installed (apt install chromium).");
   install("chromium", "read -r -d '' call <&3\n");
   EXPECT_EQ(errorOf(begin), "the browser has ended.");
   install("chromium", answering(R"("error":{"message":"not today"})"));

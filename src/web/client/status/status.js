@@ -54,7 +54,7 @@ function slideRow({ slide, level, age, error }) {
     level,
     name: `Slide ${slide}`,
     state: "shows old values",
-    details: "all of it, until it can be refreshed as a whole",
+    details: "cannot be refreshed",
     age: `for ${lasting(age)}`,
     problem: error,
   };
