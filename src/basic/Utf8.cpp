@@ -53,20 +53,29 @@ std::ptrdiff_t sequenceLength(const unsigned char* at, const unsigned char* end)
 
 }  // namespace
 
-bool IsValidUtf8(std::string_view bytes) {
-  const auto* at = reinterpret_cast<const unsigned char*>(bytes.data());
+Utf8Check CheckUtf8(std::string_view bytes) {
+  const auto* const begin = reinterpret_cast<const unsigned char*>(bytes.data());
+  const auto* at = begin;
   const unsigned char* const end = at + bytes.size();
+  Utf8Check check;
   while (at != end) {
     if (*at < 0x80) {
       at = skipAscii(at, end);
       continue;
     }
     const std::ptrdiff_t length = sequenceLength(at, end);
-    if (length == 0) return false;
+    if (length == 0) {
+      check.isValid = false;
+      return check;
+    }
+    const bool isMark = length == 3 && at[0] == 0xEF && at[1] == 0xBB && at[2] == 0xBF;
+    if (isMark && check.mark == std::string_view::npos) check.mark = static_cast<std::size_t>(at - begin);
     at += length;
   }
-  return true;
+  return check;
 }
+
+bool IsValidUtf8(std::string_view bytes) { return CheckUtf8(bytes).isValid; }
 
 char32_t DecodeUtf8(std::string_view text, std::size_t& at) {
   const auto* const first = reinterpret_cast<const unsigned char*>(text.data()) + at;

@@ -14,6 +14,17 @@ inline constexpr char32_t ReplacementCharacter = 0xFFFD;
 /// Whether a number is that of a character: not beyond U+10FFFF, no half of a surrogate pair.
 constexpr bool IsCharacter(char32_t c) { return c < 0xD800 || (c >= 0xE000 && c <= 0x10FFFF); }
 
+/// The byte-order mark, U+FEFF.
+inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
+struct Utf8Check {
+  bool isValid = true;
+  /// Where the first byte-order mark is; npos for none, and after malformed pieces.
+  std::size_t mark = std::string_view::npos;
+};
+/// IsValidUtf8, and what else is seen in one pass.
+Utf8Check CheckUtf8(std::string_view bytes);
+
 /// The character that begins at `at` (less than the text's size); moves `at` behind it. What is no
 /// well-formed sequence gives one ReplacementCharacter for its first byte and those of the bytes behind it
 /// that continue it.

@@ -72,17 +72,14 @@ TextFileContent Decoded(std::string_view bytes, void (*decode)(std::string_view,
   return content;
 }
 
-constexpr std::string_view Mark = "\xEF\xBB\xBF";
-
-/// Files that were put together have marks in their midst.
-void RemoveMarks(host::Bytes& bytes, std::size_t begin) {
-  const std::string_view text(bytes.data.get(), bytes.size);
-  std::size_t mark = text.find(Mark, begin);
+/// Files that were put together have marks in their midst. `mark` is where the first one is, npos for none.
+void RemoveMarks(host::Bytes& bytes, std::size_t mark) {
   if (mark == std::string_view::npos) return;
+  const std::string_view text(bytes.data.get(), bytes.size);
   std::size_t out = mark;
   while (mark != std::string_view::npos) {
-    const std::size_t from = mark + Mark.size();
-    mark = text.find(Mark, from);
+    const std::size_t from = mark + basic::Utf8Mark.size();
+    mark = text.find(basic::Utf8Mark, from);
     const std::size_t size = std::min(mark, text.size()) - from;
     std::memmove(bytes.data.get() + out, bytes.data.get() + from, size);
     out += size;
@@ -90,8 +87,10 @@ void RemoveMarks(host::Bytes& bytes, std::size_t begin) {
   bytes.size = out;
 }
 
+std::string_view TextOf(const host::Bytes& bytes) { return {bytes.data.get(), bytes.size}; }
+
 TextFileContent WithoutMarks(TextFileContent content) {
-  RemoveMarks(content.Bytes, content.Begin);
+  RemoveMarks(content.Bytes, TextOf(content.Bytes).find(basic::Utf8Mark));
   return content;
 }
 
@@ -99,15 +98,19 @@ TextFileContent WithoutMarks(TextFileContent content) {
 
 TextFileContent DecodeTextFile(host::Bytes bytes) {
   using namespace std::string_view_literals;
-  const std::string_view start(bytes.data.get(), bytes.size);
-  if (start.starts_with("\xFF\xFE"sv)) return WithoutMarks(Decoded(start.substr(2), DecodeUtf16<false>));
-  if (start.starts_with("\xFE\xFF"sv)) return WithoutMarks(Decoded(start.substr(2), DecodeUtf16<true>));
+  const std::string_view text = TextOf(bytes);
+  if (text.starts_with("\xFF\xFE"sv)) return WithoutMarks(Decoded(text.substr(2), DecodeUtf16<false>));
+  if (text.starts_with("\xFE\xFF"sv)) return WithoutMarks(Decoded(text.substr(2), DecodeUtf16<true>));
 
-  const std::size_t begin = start.starts_with(Mark) ? Mark.size() : 0;
-  RemoveMarks(bytes, begin);
-  const std::string_view text(bytes.data.get(), bytes.size);
-  if (basic::IsValidUtf8(text)) return {std::move(bytes), begin};
-  return begin != 0 ? Decoded(text.substr(begin), MendUtf8) : Decoded(text, DecodeWindows1252);
+  const std::size_t begin = text.starts_with(basic::Utf8Mark) ? basic::Utf8Mark.size() : 0;
+  const basic::Utf8Check check = basic::CheckUtf8(text.substr(begin));
+  if (check.isValid) {
+    if (check.mark != std::string_view::npos) RemoveMarks(bytes, begin + check.mark);
+    return {std::move(bytes), begin};
+  }
+  RemoveMarks(bytes, text.find(basic::Utf8Mark, begin));
+  const std::string_view rest = TextOf(bytes).substr(begin);
+  return begin != 0 ? Decoded(rest, MendUtf8) : Decoded(rest, DecodeWindows1252);
 }
 
 }  // namespace LF2000
