@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/graph.h"
+#include "host/table.h"
 
 // The part of the PowerPoint object model that the system uses. Names, numbers
 // and behaviour follow the object model's own reference (PowerPoint Visual Basic
@@ -122,6 +123,9 @@ class Shape {
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() = 0;
   /// An error on a shape that is neither object nor chart.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() = 0;
+  [[nodiscard]] virtual bool HasTable() const = 0;
+  /// An error on a shape that is no table.
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Table> Table() = 0;
 };
 
 /// The top-level shapes of a slide in drawing order; a group is one shape.

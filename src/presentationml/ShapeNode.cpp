@@ -111,6 +111,8 @@ pugi::xml_node chartReference(pugi::xml_node shape) {
   return contentOf(shape) == "chart" ? childByLocalName(graphicData(shape), "chart") : pugi::xml_node();
 }
 
+pugi::xml_node table(pugi::xml_node shape) { return graphicData(shape).child("a:tbl"); }
+
 pugi::xml_node oleObject(pugi::xml_node shape) {
   pugi::xml_node found;
   opc::xml::forEachPreferred(graphicData(shape), [&](pugi::xml_node node) {

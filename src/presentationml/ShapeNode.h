@@ -49,6 +49,9 @@ bool isChart(pugi::xml_node shape);
 /// the newer kind (chartex).
 pugi::xml_node chartReference(pugi::xml_node shape);
 
+/// a:tbl of a frame with a table, be it in a placeholder; null without one.
+pugi::xml_node table(pugi::xml_node shape);
+
 /// p:oleObj of an embedded or linked object, else null.
 pugi::xml_node oleObject(pugi::xml_node shape);
 

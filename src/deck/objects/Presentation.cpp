@@ -252,6 +252,14 @@ void Presentation::tellOfShape(std::int32_t slideIndex, pugi::xml_node shape) {
       [&](ChangeListener& listener) { listener.shapeChanged(slideIndex, presentationml::shapeId(shape)); });
 }
 
+void Presentation::noteCellChange(std::int32_t slideIndex, pugi::xml_node frame, std::int32_t row,
+                                  std::int32_t column) {
+  noteChange(slidePart(slideIndex));
+  notify([&](ChangeListener& listener) {
+    listener.cellChanged(slideIndex, presentationml::shapeId(frame), row, column);
+  });
+}
+
 void Presentation::noteChartChange(std::int32_t slideIndex, pugi::xml_node frame) {
   saved_ = false;
   notify(

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "deck/charts/ChartStore.h"
+#include "deck/objects/AuthorsCells.h"
 #include "deck/objects/Repair.h"
 #include "deck/objects/TagStore.h"
 #include "deck/pictures/LivePictures.h"
@@ -26,6 +27,11 @@ class ChangeListener {
  public:
   virtual ~ChangeListener() = default;
   virtual void shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) = 0;
+  /// Of a table no more than the text of one cell; rows and columns count from 1.
+  virtual void cellChanged(std::int32_t slideIndex, std::uint32_t shapeId, std::int32_t /*row*/,
+                           std::int32_t /*column*/) {
+    shapeChanged(slideIndex, shapeId);
+  }
   virtual void slideHiddenChanged(std::int32_t slideIndex) = 0;
   virtual void linksUpdated() = 0;
 };
@@ -71,6 +77,7 @@ class Presentation final : public PowerPoint::Presentation,
   [[nodiscard]] std::optional<std::int32_t> slideByRelationship(std::string_view id) const;
   [[nodiscard]] TagStore& tagStore() { return tags_; }
   [[nodiscard]] ChartStore& charts() { return charts_; }
+  [[nodiscard]] AuthorsCells& authorsCells() { return authorsCells_; }
 
   /// The shape shows this picture in place of its own. One without a place for a
   /// picture is an error.
@@ -93,6 +100,7 @@ class Presentation final : public PowerPoint::Presentation,
   /// What the proxies report: the node was changed in the part.
   void noteChange(opc::Part& part);
   void noteShapeChange(std::int32_t slideIndex, pugi::xml_node shape);
+  void noteCellChange(std::int32_t slideIndex, pugi::xml_node frame, std::int32_t row, std::int32_t column);
   /// What a chart shows has changed, in parts of its own.
   void noteChartChange(std::int32_t slideIndex, pugi::xml_node frame);
   void noteHiddenChange(std::int32_t slideIndex);
@@ -127,6 +135,7 @@ class Presentation final : public PowerPoint::Presentation,
   std::vector<SlideEntry> slides_;
   TagStore tags_;
   ChartStore charts_;
+  AuthorsCells authorsCells_;
   LivePictures pictures_;
   std::vector<ChangeListener*> listeners_;
   Application* application_ = nullptr;

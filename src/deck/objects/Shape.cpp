@@ -3,6 +3,7 @@
 #include "deck/Failure.h"
 #include "deck/objects/Chart.h"
 #include "deck/objects/Links.h"
+#include "deck/objects/Table.h"
 #include "deck/objects/Tags.h"
 #include "deck/objects/TextBody.h"
 
@@ -57,6 +58,13 @@ std::shared_ptr<PowerPoint::OLEFormat> Shape::OLEFormat() {
   const pugi::xml_node object = presentationml::oleObject(node_);
   if (!object) failFor("is neither a chart nor an embedded or linked object");
   return std::make_shared<deck::OLEFormat>(object.attribute("progId").value());
+}
+
+bool Shape::HasTable() const { return static_cast<bool>(presentationml::table(node_)); }
+
+std::shared_ptr<PowerPoint::Table> Shape::Table() {
+  if (!HasTable()) failFor("is no table");
+  return std::make_shared<deck::Table>(presentation_, slideIndex_, node_);
 }
 
 std::string ShapeText::Text() const { return textOf(shape_.child("p:txBody")); }

@@ -37,6 +37,8 @@ class Shape final : public PowerPoint::Shape {
   [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override;
+  [[nodiscard]] bool HasTable() const override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::Table> Table() override;
 
   /// The shape's element in the slide's part.
   [[nodiscard]] pugi::xml_node node() const { return node_; }

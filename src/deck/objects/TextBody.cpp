@@ -121,6 +121,13 @@ std::string normalized(std::string_view text) {
   return basic::Replace(result, "\n", "\r");
 }
 
+pugi::xml_node withParagraph(pugi::xml_node body) {
+  body.append_child("a:bodyPr");
+  body.append_child("a:lstStyle");
+  body.append_child("a:p");
+  return body;
+}
+
 }  // namespace
 
 std::string textOf(pugi::xml_node body) {
@@ -158,10 +165,9 @@ pugi::xml_node addTextBody(pugi::xml_node shape) {
   if (!before) before = shape.child("p:spPr");
   pugi::xml_node body = shape.insert_child_after("p:txBody", before);
   if (!body) body = shape.append_child("p:txBody");
-  body.append_child("a:bodyPr");
-  body.append_child("a:lstStyle");
-  body.append_child("a:p");
-  return body;
+  return withParagraph(body);
 }
+
+pugi::xml_node addCellText(pugi::xml_node cell) { return withParagraph(cell.prepend_child("a:txBody")); }
 
 }  // namespace deck

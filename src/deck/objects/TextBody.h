@@ -18,5 +18,7 @@ bool setText(pugi::xml_node body, std::string_view text);
 
 /// Gives a p:sp an empty p:txBody where the schema wants it, and returns it.
 pugi::xml_node addTextBody(pugi::xml_node shape);
+/// The same for an a:tc.
+pugi::xml_node addCellText(pugi::xml_node cell);
 
 }  // namespace deck
