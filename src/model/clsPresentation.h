@@ -85,6 +85,7 @@ class clsPresentation {
   void FillShape(PowerPoint::Slide& slide, const clsShape& link);
   void FillField(PowerPoint::Slide& slide, const clsShape& link, std::int32_t displayType);
   void FillGraph(const clsShape& link);
+  void FillTable(const clsShape& link, std::int32_t displayType);
   void FillObject(const clsShape& link, std::int32_t displayType);
   void RequireVersionTag();
 

@@ -10,6 +10,7 @@
 #include "model/modGraph.h"
 #include "model/modLinkedFiles.h"
 #include "model/modSlides.h"
+#include "model/modTable.h"
 #include "model/modTags.h"
 
 namespace LF2000 {
@@ -76,7 +77,11 @@ void clsPresentation::FillShape(PowerPoint::Slide& slide, const clsShape& link) 
       FillObject(link, displayType);
       return;
     case SourceType::Graph:
-      if (displayType == ShowsValues) FillGraph(link);
+      if (shape.HasTable()) {
+        FillTable(link, displayType);
+      } else if (displayType == ShowsValues) {
+        FillGraph(link);
+      }
       return;
     case SourceType::NotLinked:
       return;
@@ -113,6 +118,18 @@ void clsPresentation::FillGraph(const clsShape& link) try {
   modErrors::ReportError(modErrors::FillingValues);
 }
 
+/// As a chart.
+void clsPresentation::FillTable(const clsShape& link, std::int32_t displayType) try {
+  const auto connection = FindConnection(link.ConnectionTagNumber());
+  if (!connection || !connection->ConnectionReady()) return;
+  PowerPoint::Shape& shape = *link.ShapeItem();
+  modTable::WriteCells(
+      shape, modTable::ReadCells(shape, *connection, /*firstRow=*/1, static_cast<std::int16_t>(displayType)));
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::ReportError(modErrors::FillingValues);
+}
+
 void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType) try {
   PowerPoint::Shape& shape = *link.ShapeItem();
   if (displayType != ShowsValues) {
@@ -143,7 +160,10 @@ void clsPresentation::PrepareSave() try {
     modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
       link.ShapeItem(shape);
       if (!link.LumenfoldEnabled()) return;
-      if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) modGraph::RestoreGraph(*shape);
+      if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) {
+        modGraph::RestoreGraph(*shape);
+        modTable::RestoreTable(*shape);
+      }
       bool isDone = false;
       if (link.SourceType() == static_cast<std::int32_t>(SourceType::LinkedObject)) {
         modGlobalFunctions::IgnoreErrors([&] {

@@ -12,7 +12,7 @@ namespace LF2000 {
 
 class clsPresentation;
 
-/// What feeds a linked shape.
+/// What feeds a linked shape. A Graph is a chart or a table: what takes a connection as a whole.
 enum class SourceType : std::int32_t { NotLinked = 0, Clock = 1, DataField = 2, LinkedObject = 3, Graph = 4 };
 
 /// One shape as a linked shape: a short-lived wrapper, attached to a host shape

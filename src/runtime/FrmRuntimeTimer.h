@@ -180,6 +180,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   [[nodiscard]] Reading ReadShape(PowerPoint::Slide& slide, clsRTShapeInfo& shape);
   [[nodiscard]] Reading ReadText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
   [[nodiscard]] Reading ReadGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
+  [[nodiscard]] Reading ReadTable(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
   [[nodiscard]] Reading ReadObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
                                    clsConnection& connection);
   template <typename Step>

@@ -8,6 +8,7 @@
 #include "model/clsShape.h"
 #include "model/modGraph.h"
 #include "model/modLinkedFiles.h"
+#include "model/modTable.h"
 #include "runtime/FrmRuntimeTimer.h"
 
 namespace LF2000 {
@@ -40,7 +41,7 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadShape(PowerPoint::Slide& slide, cl
     case SourceType::LinkedObject:
       return ReadObject(slide, shape, connection);
     case SourceType::Graph:
-      return ReadGraph(slide, shape, connection);
+      return shape.TableRows ? ReadTable(slide, shape, connection) : ReadGraph(slide, shape, connection);
     default:
       return ReadText(slide, shape, connection);
   }
@@ -82,6 +83,28 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadGraph(PowerPoint::Slide& slide, cl
     }
     fill();
     shape.DataVersion = version;
+  };
+  return reading;
+}
+
+FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadTable(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+                                                    clsConnection& connection) {
+  Reading reading;
+  const double rows = connection.RecordCount();
+  reading.NoValue = rows <= 0;
+  const std::int64_t version = connection.DataVersion();
+  const double row = RowOf(slide.SlideIndex(), shape);
+  if (version == shape.DataVersion && row == shape.TableRow) return reading;
+  const auto table = slide.Shapes()->Item(shape.Name);
+  auto cells = modTable::ReadCells(*table, connection, row, /*displayType=*/1);
+  reading.Write = [&shape, version, row, rows, table, cells = std::move(cells)] {
+    if (modDebug::DebugOn) {
+      Log(DebugKind::Variable,
+          "Table:" + shape.Name + ":Rownbr:" + basic::CStr(row) + ":Rows:" + basic::CStr(rows));
+    }
+    modTable::WriteCells(*table, cells);
+    shape.DataVersion = version;
+    shape.TableRow = row;
   };
   return reading;
 }

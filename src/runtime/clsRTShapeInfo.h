@@ -27,8 +27,12 @@ struct clsRTShapeInfo {
   std::optional<std::string> Text;
   /// Whether the data held a value for the text, were it an empty one, when they were last looked at.
   bool HasValue = true;
-  /// The connection's data (its DataVersion) that the chart was last filled with.
+  /// The connection's data (its DataVersion) that the chart or table was last filled with.
   std::int64_t DataVersion = 0;
+  /// How many rows a table shows; nothing of any other shape.
+  std::optional<std::int32_t> TableRows;
+  /// The row in the table's first one when it was last filled.
+  double TableRow = 0;
   /// When the file that it shows had last been changed.
   basic::Date FileDate;
   /// The place of the shape's entry in the slide's Scrolls.

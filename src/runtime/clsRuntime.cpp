@@ -13,6 +13,7 @@
 #include "basic/Strings.h"
 #include "host/services.h"
 #include "model/clsSlide.h"
+#include "model/modTable.h"
 #include "model/modTags.h"
 
 namespace LF2000 {
@@ -135,7 +136,11 @@ std::int32_t EntryOfName(const clsRTShapeInfo& shape) {
 }
 
 bool ShowsRows(const clsRTShapeInfo& shape) {
-  return shape.SourceType != static_cast<std::int32_t>(SourceType::Graph);
+  return shape.TableRows || shape.SourceType != static_cast<std::int32_t>(SourceType::Graph);
+}
+
+double LastRow(const clsRTShapeInfo& shape) {
+  return shape.Row + std::max(0, shape.TableRows.value_or(1) - 1);
 }
 
 }  // namespace
@@ -152,7 +157,8 @@ void clsRuntime::NoteScrolling(std::int32_t slide, const clsSlide& properties) {
       if (!ShowsRows(shape) || shape.Scroll || !isMeant(shape)) continue;
       shape.Scroll = scrolls.size();
       scroll.FirstRow = scroll.ConnectionKey.empty() ? shape.Row : std::min(scroll.FirstRow, shape.Row);
-      scroll.LastRow = scroll.ConnectionKey.empty() ? shape.Row : std::max(scroll.LastRow, shape.Row);
+      const double last = LastRow(shape);
+      scroll.LastRow = scroll.ConnectionKey.empty() ? last : std::max(scroll.LastRow, last);
       scroll.ConnectionKey = shape.ConnectionKey;
     }
     if (scroll.ConnectionKey.empty()) return false;
@@ -211,6 +217,13 @@ void clsRuntime::AddDataShape(std::int32_t slide, const clsShape& link) {
   info.ObjectExtension = link.ObjectExtension();
   if (static_cast<SourceType>(info.SourceType) != SourceType::Graph) {
     usedColumns_[info.ConnectionKey].insert(info.ColumnName);
+  } else if (link.ShapeItem()->HasTable()) {
+    const auto table = link.ShapeItem()->Table();
+    info.Row = 1;
+    info.TableRows = modTable::BodyRows(*table);
+    for (std::string& column : modTable::HeaderTexts(*table)) {
+      if (!column.empty()) usedColumns_[info.ConnectionKey].insert(std::move(column));
+    }
   }
   shapes_[index].push_back(std::move(info));
   usedConnections_[index].set(static_cast<std::size_t>(number));

@@ -9,6 +9,7 @@
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "fakes/FakeTable.h"
 #include "host/addin.h"
 #include "host/powerpoint.h"
 
@@ -136,6 +137,12 @@ class Shape final : public PowerPoint::Shape,
     return chart;
   }
 
+  bool HasTable() const override { return table != nullptr; }
+  std::shared_ptr<PowerPoint::Table> Table() override {
+    if (!table) Fail("shape " + name + " is no table");
+    return table;
+  }
+
   std::string name;
   std::string text;
   std::string linkSource;
@@ -146,6 +153,7 @@ class Shape final : public PowerPoint::Shape,
   int writes = 0;
   std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
   std::shared_ptr<fakes::Chart> chart;
+  std::shared_ptr<fakes::Table> table;
 };
 
 class Transition final : public PowerPoint::SlideShowTransition {
@@ -208,6 +216,14 @@ class Slide final : public PowerPoint::Slide,
     shape.chart = std::make_shared<fakes::Chart>();
     shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", connection}};
     return *shape.chart;
+  }
+  fakes::Table& AddTable(const std::string& name, const std::string& cells,
+                         const std::string& connection = "001") {
+    fakes::Shape& shape = Add(name);
+    shape.hasTextFrame = false;
+    shape.table = std::make_shared<fakes::Table>(cells);
+    shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", connection}};
+    return *shape.table;
   }
   /// An object that is linked to a file.
   fakes::Shape& AddLinked(std::string source,

@@ -58,6 +58,7 @@ Json connectionInfo(const StoredConnection& stored) {
 Json linkInfo(const LinkedShape& shape) {
   return {{"shape", shape.name},
           {"sourceType", shape.sourceType},
+          {"isTable", shape.isTable},
           {"connection", shape.connection},
           {"column", shape.column},
           {"row", shape.row},
@@ -112,15 +113,15 @@ void printLinks(const Json& slides) {
   for (const Json& slide : slides) {
     for (const Json& link : slide["links"]) {
       const bool isClock = link["sourceType"] == 1;
-      const bool isChart = link["sourceType"] == 4;
+      const bool takesAll = link["sourceType"] == 4;
       rows.push_back({slide["index"].dump(), text(link["shape"]),
                       isClock ? "clock" : text(link["connection"]),
-                      isClock   ? text(link["format"])
-                      : isChart ? "chart, all columns"
-                                : columnText(link),
-                      isClock   ? ""
-                      : isChart ? "all"
-                                : basic::CStr(link["row"].get<double>())});
+                      isClock    ? text(link["format"])
+                      : takesAll ? (link["isTable"] == true ? "table, all its columns" : "chart, all columns")
+                                 : columnText(link),
+                      isClock    ? ""
+                      : takesAll ? "all"
+                                 : basic::CStr(link["row"].get<double>())});
     }
   }
   if (rows.empty()) return;

@@ -1,4 +1,4 @@
-// The verb link: a shape shows a value, a picture, a chart or the time.
+// The verb link: a shape shows a value, a picture, a chart, a table or the time.
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -19,6 +19,7 @@
 #include "connections/clsConnection.h"
 #include "model/clsShape.h"
 #include "model/modGraph.h"
+#include "model/modTable.h"
 
 namespace app {
 
@@ -33,10 +34,25 @@ struct LinkOptions {
   std::string connection;
   std::optional<std::string> clock;
   bool chart = false;
+  bool table = false;
   std::optional<std::string> folder;
   std::optional<std::string> extension;
   bool backup = false;
+
+  /// Whether the shape takes the connection as a whole.
+  [[nodiscard]] bool takesAll() const { return chart || table; }
 };
+
+void requireColumns(const deck::Presentation& deck, LF2000::clsConnection& connection,
+                    PowerPoint::Shape& shape) {
+  SourceLook look = lookInto(connection);
+  if (!look.isReadable()) return;
+  look.columns.insert(look.columns.begin(), "");
+  static_cast<void>(LF2000::modTable::ColumnsOf(*shape.Table(), look.columns,
+                                                deck.FullName() + ": connection " +
+                                                    connection.ConnectionTagNumber() + " (" +
+                                                    connection.ConnectionDescription() + ")"));
+}
 
 void requireColumn(const deck::Presentation& deck, LF2000::clsConnection& connection,
                    const std::string& column) {
@@ -55,10 +71,11 @@ void requireColumn(const deck::Presentation& deck, LF2000::clsConnection& connec
 bool isComplete(const LinkOptions& options) {
   const bool hasField = !options.column.empty() || options.row;
   if (options.clock) {
-    return !options.clock->empty() && options.connection.empty() && !hasField && !options.chart;
+    return !options.clock->empty() && options.connection.empty() && !hasField && !options.takesAll();
   }
   if (options.connection.empty()) return false;
-  return options.chart ? !hasField : !options.column.empty() && options.row;
+  if (options.chart && options.table) return false;
+  return options.takesAll() ? !hasField : !options.column.empty() && options.row;
 }
 
 /// "jpg", however it was given: the dot comes of itself.
@@ -74,6 +91,7 @@ bool isFileLink(const LinkOptions& options, PowerPoint::Shape& shape) {
   const std::string which =
       options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide);
   if (options.clock) fail(which + " holds no text, so it cannot show the time.");
+  if (shape.HasTable()) fail(which + " is a table, which takes a connection as a whole: --table.");
   try {
     static_cast<void>(shape.LinkFormat());
   } catch (const basic::Error&) {
@@ -86,9 +104,10 @@ bool isFileLink(const LinkOptions& options, PowerPoint::Shape& shape) {
 void link(const LinkOptions& options) {
   if (!isComplete(options)) {
     throw UsageError(
-        "link: give --clock FORMAT, or --connection with --column and --row, or --connection with --chart.");
+        "link: give --clock FORMAT, or --connection with --column and --row, or --connection with --chart or "
+        "--table.");
   }
-  if ((options.clock || options.chart) && (options.folder || options.extension)) {
+  if ((options.clock || options.takesAll()) && (options.folder || options.extension)) {
     throw UsageError("link: --folder and --extension are for pictures.");
   }
   if (options.row && *options.row < 1) throw UsageError("link: --row counts from 1.");
@@ -100,7 +119,11 @@ void link(const LinkOptions& options) {
     fail(options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide) +
          " is no chart.");
   }
-  const bool showsFile = !options.chart && isFileLink(options, *shape);
+  if (options.table && !shape->HasTable()) {
+    fail(options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide) +
+         " is no table.");
+  }
+  const bool showsFile = !options.takesAll() && isFileLink(options, *shape);
   LF2000::clsShape target;
   target.ShapeItem(shape);
   if (options.clock) {
@@ -111,7 +134,8 @@ void link(const LinkOptions& options) {
     const auto connection = editing.linked.FindConnection(number);
     if (!connection) failUnknownConnection(options.deck, number);
     target.NewConnectionTagNumber(number);
-    if (options.chart) {
+    if (options.table) requireColumns(*editing.deck, *connection, *shape);
+    if (options.takesAll()) {
       target.SourceType(static_cast<std::int32_t>(LF2000::SourceType::Graph));
     } else {
       requireColumn(*editing.deck, *connection, options.column);
@@ -143,6 +167,8 @@ void addLinkCommand(CLI::App& program, Environment&) {
   verb->add_option("--row", options->row, "Row of the data, from 1");
   verb->add_flag("--chart", options->chart,
                  "Fill the chart with all rows: categories in the first column, a series in each other");
+  verb->add_flag("--table", options->table,
+                 "Fill the table with the rows: columns by the texts of its header row, else by position");
   verb->add_option("--folder", options->folder,
                    "Of a picture: the folder of the files that the column names (else the deck's)");
   verb->add_option("--extension", options->extension, "Of a picture: what is put behind the names (jpg)");

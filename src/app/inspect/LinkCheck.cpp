@@ -19,6 +19,7 @@
 #include "host/services.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
+#include "model/modTable.h"
 
 namespace app {
 
@@ -96,7 +97,11 @@ class LinkCheck {
     }
     Source& source = found->second;
     if (type == SourceType::Graph) source.showsAllRows = true;
-    if (!source.isReadable || type == SourceType::Graph) return;
+    if (!source.isReadable) return;
+    if (type == SourceType::Graph) {
+      if (shape.isTable) checkTable(slide, shape, source);
+      return;
+    }
     const bool hasColumn = std::any_of(source.columns.begin(), source.columns.end(), [&](const auto& column) {
       return basic::EqualsIgnoreCase(column, shape.column);
     });
@@ -127,6 +132,34 @@ class LinkCheck {
       findings_.push_back({Finding::Gravity::Note, 0, "",
                            today + "; the deck shows none below row " + basic::CStr(source.lastRow) + "."});
     }
+  }
+
+  void checkTable(int slide, const LinkedShape& shape, const Source& source) {
+    const auto table = deck_.Slides()->Item(slide)->Shapes()->Item(std::string_view(shape.name))->Table();
+    std::vector<std::string> columns = source.columns;
+    columns.insert(columns.begin(), "");
+    try {
+      static_cast<void>(LF2000::modTable::ColumnsOf(*table, columns, "Connection " + source.name));
+    } catch (const basic::Error& error) {
+      findings_.push_back({Finding::Gravity::Broken, slide, shape.name, error.description});
+    }
+    const std::int32_t rows = LF2000::modTable::BodyRows(*table);
+    if (source.rowCount <= rows || scrolls(slide, shape)) return;
+    findings_.push_back({Finding::Gravity::Note, slide, shape.name,
+                         "Connection " + source.name + " has " + basic::CStr(source.rowCount) +
+                             " rows today, the table room for " + std::to_string(rows) +
+                             "; 'lumenfold slide' makes them scroll."});
+  }
+
+  bool scrolls(int slide, const LinkedShape& shape) {
+    LF2000::clsSlide properties;
+    static_cast<void>(properties.ReadTags(*deck_.Slides()->Item(slide)->Tags()));
+    const std::vector<std::int32_t> numbers = properties.ScrollEntryNumbers();
+    return std::any_of(numbers.begin(), numbers.end(), [&](std::int32_t number) {
+      const std::string name = std::to_string(number);
+      return properties.ScrollEnabled(name) && properties.ScrollStep(name) != 0 &&
+             (shape.name == name || shape.connectionKey() == LF2000::modGlobalFunctions::Format000(number));
+    });
   }
 
   /// An entry moves the shape of its name, or else those of its connection.

@@ -24,7 +24,7 @@ std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int
     if (!link.LumenfoldEnabled()) continue;
     linked.push_back({presentationml::shapeId(static_cast<const deck::Shape&>(*shape).node()), shape->Name(),
                       link.SourceType(), link.ConnectionTagNumber(), link.ColumnName(), link.Row(),
-                      link.DateFormat(), link.ObjectFolder(), link.ObjectExtension()});
+                      link.DateFormat(), link.ObjectFolder(), link.ObjectExtension(), shape->HasTable()});
   }
   return linked;
 }

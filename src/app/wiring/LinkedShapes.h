@@ -20,6 +20,8 @@ struct LinkedShape {
   /// Of a picture or a linked object.
   std::string objectFolder;
   std::string objectExtension;
+  /// Takes a connection as a whole, as a chart does.
+  bool isTable = false;
 
   /// What the runtime calls the connection, "007"; empty when the tag holds no number.
   [[nodiscard]] std::string connectionKey() const;
