@@ -12,4 +12,10 @@ std::string linkedDeck(int slides, int shapesPerSlide);
 /// The data for it: a row per shape; `round` is part of the first `changing` prices.
 std::string linkedData(int rows, int changing, int round);
 
+/// A deck of one slide with a linked table, a header above so many rows, on the same connection.
+std::string tableDeck(int rows, int columns);
+
+/// The data for it; `round` is part of the first `changing` cells.
+std::string tableData(int rows, int columns, int changing, int round);
+
 }  // namespace bench

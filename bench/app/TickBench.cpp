@@ -1,4 +1,4 @@
-// Ticks of a running show of two slides with 100 linked shapes each, on a real
+// Ticks of a running show of two slides with 100 linked shapes each, or of a table, on a real
 // deck and a real file, with a screen attached over loopback.
 //
 // The limits: a tick without a change asks the file's date once (one system call,
@@ -30,10 +30,11 @@ constexpr int Shapes = 100;
 
 class RunningShow {
  public:
-  RunningShow() : folder_(std::filesystem::temp_directory_path() / "lumenfold-tick-bench") {
+  RunningShow(const std::string& deck, const std::string& data)
+      : folder_(std::filesystem::temp_directory_path() / "lumenfold-tick-bench") {
     std::filesystem::create_directories(folder_);
-    std::ofstream(folder_ / "deck.pptx", std::ios::binary) << bench::linkedDeck(2, Shapes);
-    writeData(0, 0);
+    std::ofstream(folder_ / "deck.pptx", std::ios::binary) << deck;
+    writeData(data);
     stage_.emplace(host_, environment_.loop(), host_.open((folder_ / "deck.pptx").string()),
                    app::Stage::Options{});
     web::Options options;
@@ -52,13 +53,10 @@ class RunningShow {
     std::filesystem::remove_all(folder_);
   }
 
-  void writeData(int changing, int round) {
-    std::ofstream(folder_ / "data.txt", std::ios::binary) << bench::linkedData(2 * Shapes, changing, round);
-  }
-  void tick() {
+  void writeData(const std::string& data) { std::ofstream(folder_ / "data.txt", std::ios::binary) << data; }
+  void tick(std::int16_t slides) {
     form().RefreshData();
-    form().RefreshSlide(1);
-    form().RefreshSlide(2);
+    for (std::int16_t slide = 1; slide <= slides; ++slide) form().RefreshSlide(slide);
   }
   /// Until everything is on the sockets.
   void deliver() {
@@ -84,22 +82,23 @@ class RunningShow {
 };
 
 void TickWithoutChange(benchmark::State& state) {
-  RunningShow show;
-  for (auto _ : state) show.tick();
+  RunningShow show(bench::linkedDeck(2, Shapes), bench::linkedData(2 * Shapes, 0, 0));
+  for (auto _ : state) show.tick(2);
 }
 BENCHMARK(TickWithoutChange)->Unit(benchmark::kMicrosecond);
 
-void TickWithChangedShapes(benchmark::State& state) {
-  RunningShow show;
+/// `dataOf(round)` is what the file holds.
+template <typename Data>
+void changingTicks(benchmark::State& state, RunningShow& show, std::int16_t slides, const Data& dataOf) {
   show.deliver();
   show.drain();
   int round = 0;
   std::size_t bytes = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    show.writeData(static_cast<int>(state.range(0)), ++round);
+    show.writeData(dataOf(++round));
     state.ResumeTiming();
-    show.tick();
+    show.tick(slides);
     show.deliver();
     state.PauseTiming();
     bytes += show.drain();
@@ -107,6 +106,24 @@ void TickWithChangedShapes(benchmark::State& state) {
   }
   state.counters["bytes"] = static_cast<double>(bytes) / static_cast<double>(state.iterations());
 }
+
+void TickWithChangedShapes(benchmark::State& state) {
+  RunningShow show(bench::linkedDeck(2, Shapes), bench::linkedData(2 * Shapes, 0, 0));
+  changingTicks(state, show, 2, [&](int round) {
+    return bench::linkedData(2 * Shapes, static_cast<int>(state.range(0)), round);
+  });
+}
 BENCHMARK(TickWithChangedShapes)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMicrosecond);
+
+/// A table of 20 x 8 of which so many cells change.
+void TickWithChangedTable(benchmark::State& state) {
+  constexpr int Rows = 20;
+  constexpr int Columns = 8;
+  RunningShow show(bench::tableDeck(Rows, Columns), bench::tableData(Rows, Columns, 0, 0));
+  changingTicks(state, show, 1, [&](int round) {
+    return bench::tableData(Rows, Columns, static_cast<int>(state.range(0)), round);
+  });
+}
+BENCHMARK(TickWithChangedTable)->Arg(1)->Arg(8)->Arg(160)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

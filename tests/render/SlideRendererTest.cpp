@@ -6,6 +6,7 @@
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "support/DeckBuilder.h"
+#include "support/TableShape.h"
 
 namespace render {
 namespace {
@@ -52,6 +53,27 @@ TEST(SlideRenderer, AShapeAloneIsTheSameAsInItsSlide) {
   part.markChanged();
   EXPECT_THAT(renderer.shape(1, 3), HasSubstr("&lt;3rd&gt;"));
   EXPECT_THAT(renderer.slide(1).html, HasSubstr("&lt;3rd&gt;"));
+}
+
+TEST(SlideRenderer, ACellAloneIsTheSameAsInItsTable) {
+  const auto cell = [](const std::string& text, const std::string& attributes = {}) {
+    return "<a:tc" + attributes + "><a:txBody><a:bodyPr/><a:p><a:r><a:t>" + text +
+           "</a:t></a:r></a:p></a:txBody><a:tcPr/></a:tc>";
+  };
+  DeckBuilder builder;
+  builder.addSlide(textShape(2, "A", "no table") +
+                   support::tableShape(3, "T", 2,
+                                       "<a:tr h=\"9\">" + cell("wide", " gridSpan=\"2\"") +
+                                           cell("covered", " hMerge=\"1\"") + "</a:tr><a:tr h=\"9\">" +
+                                           cell("one") + cell("two") + "</a:tr>"));
+  const auto package = builder.package();
+  SlideRenderer renderer(*package);
+  const auto cells = renderer.cells(1, 3, {{1, 2}, {2, 1}, {2, 2}, {7, 7}});
+  ASSERT_EQ(cells.size(), 2U) << "a covered cell is not drawn";
+  EXPECT_EQ(cells[0].index, 1U);
+  EXPECT_THAT(cells[0].html, HasSubstr("one"));
+  EXPECT_THAT(renderer.shape(1, 3), HasSubstr(cells[0].html + cells[1].html + "</tr>"));
+  EXPECT_TRUE(renderer.cells(1, 2, {{1, 1}}).empty());
 }
 
 TEST(SlideRenderer, TheSlideIsReadAnewEachTime) {

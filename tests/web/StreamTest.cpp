@@ -35,6 +35,12 @@ TEST_F(StreamTest, GivesScreensThePictureAndThenWhatChanges) {
   EXPECT_EQ(*first.id + 1, shapes.id);
   EXPECT_EQ(R"([{"slide":1,"id":"s1-sh2","html":"<p id=\"s1-sh2\">Gate 8</p>"}])", shapes.data);
 
+  ShapeChange table = {1, "s1-sh5", "", "Table", {}};
+  table.cells = {{3, "<td>a</td>"}, {7, "<td>b</td>"}};
+  server().shapesChanged({table});
+  EXPECT_EQ(R"([{"slide":1,"id":"s1-sh5","cells":[[3,"<td>a</td>"],[7,"<td>b</td>"]]}])",
+            screen.event().data);
+
   // Nothing that a screen holds: no event, and no gap in the numbers.
   server().shapesChanged({{3, "s3-sh1", "", "Far", "away"}});
   show.shown.current = std::exchange(show.shown.next, std::nullopt);
@@ -42,7 +48,7 @@ TEST_F(StreamTest, GivesScreensThePictureAndThenWhatChanges) {
   server().slideChanged();
   const Event second = screen.event();
   EXPECT_EQ("picture", second.name);
-  EXPECT_EQ(*shapes.id + 1, second.id);
+  EXPECT_EQ(*shapes.id + 2, second.id);
   EXPECT_EQ(2, Json::parse(second.data)["current"]["index"]);
   EXPECT_TRUE(Json::parse(second.data)["next"].is_null());
   EXPECT_EQ("black", Json::parse(second.data)["blank"]);

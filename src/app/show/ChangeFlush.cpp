@@ -9,7 +9,13 @@ ChangeFlush::~ChangeFlush() { *self_ = nullptr; }
 
 void ChangeFlush::shape(int slide, std::uint32_t id) {
   request();
-  changes_.shapes.emplace(slide, id);
+  changes_.shapes[{slide, id}] = std::nullopt;
+}
+
+void ChangeFlush::cell(int slide, std::uint32_t id, int row, int column) {
+  request();
+  const auto shape = changes_.shapes.try_emplace({slide, id}, render::CellPlaces()).first;
+  if (shape->second) shape->second->insert({row, column});
 }
 
 void ChangeFlush::slideOnShow() {

@@ -3,11 +3,13 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
-#include <set>
+#include <optional>
 #include <utility>
 
 #include "platform/EventLoop.h"
+#include "render/html/SlideRenderer.h"
 
 namespace app {
 
@@ -15,8 +17,8 @@ namespace app {
 class ChangeFlush {
  public:
   struct Changes {
-    /// By slide, from 1, and id.
-    std::set<std::pair<int, std::uint32_t>> shapes;
+    /// By slide, from 1, and id; of a table the cells, where no more of it has changed.
+    std::map<std::pair<int, std::uint32_t>, std::optional<render::CellPlaces>> shapes;
     /// What the screens that follow the show draw, and what all of them draw.
     bool slideOnShow = false;
     bool everything = false;
@@ -31,6 +33,7 @@ class ChangeFlush {
   ChangeFlush& operator=(const ChangeFlush&) = delete;
 
   void shape(int slide, std::uint32_t id);
+  void cell(int slide, std::uint32_t id, int row, int column);
   void slideOnShow();
   void everything();
 

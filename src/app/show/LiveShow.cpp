@@ -230,6 +230,12 @@ void LiveShow::shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) {
   changes_.shape(slideIndex, shapeId);
 }
 
+void LiveShow::cellChanged(std::int32_t slideIndex, std::uint32_t shapeId, std::int32_t row,
+                           std::int32_t column) {
+  pages_.forget(slideIndex);
+  changes_.cell(slideIndex, shapeId, row, column);
+}
+
 void LiveShow::slideHiddenChanged(std::int32_t) { changes_.slideOnShow(); }
 
 void LiveShow::linksUpdated() {
@@ -274,12 +280,14 @@ void LiveShow::sendShapes(const ChangeFlush::Changes& changes) {
   if (changes.shapes.empty()) return;
   const LF2000::FrmRuntimeTimer* form = form_();
   std::vector<web::ShapeChange> sent;
-  for (const auto& [slide, id] : changes.shapes) {
+  for (const auto& [place, cells] : changes.shapes) {
+    const auto [slide, id] = place;
     web::ShapeChange change;
     change.slide = slide;
     change.elementId = shapeElement(slide, id);
     change.isMirrored = isMirrored(slide);
-    if (isHeld(slide)) change.html = pages_.shape(slide, id);
+    if (isHeld(slide) && cells) change.cells = pages_.cells(slide, id, *cells);
+    if (isHeld(slide) && !cells) change.html = pages_.shape(slide, id);
     if (const LinkedShape* shape = pages_.drawn().linkedShape(slide, id)) {
       change.glides = form != nullptr && form->Scrolls(slide, shape->name);
       change.name = shape->name;

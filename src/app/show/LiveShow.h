@@ -78,6 +78,8 @@ class LiveShow final : private deck::ChangeListener, private deck::SlideShowList
 
  private:
   void shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) override;
+  void cellChanged(std::int32_t slideIndex, std::uint32_t shapeId, std::int32_t row,
+                   std::int32_t column) override;
   void slideHiddenChanged(std::int32_t slideIndex) override;
   void linksUpdated() override;
   void slideChanged() override;

@@ -89,6 +89,18 @@ std::string SlidePages::shape(int slide, std::uint32_t id) {
   }
 }
 
+std::vector<web::CellChange> SlidePages::cells(int slide, std::uint32_t id,
+                                               const render::CellPlaces& places) try {
+  std::vector<web::CellChange> cells;
+  for (render::DrawnCell& cell : drawn_.renderer().cells(slide, id, places)) {
+    cells.push_back({cell.index, std::move(cell.html)});
+  }
+  return cells;
+} catch (const std::exception& error) {
+  problems_.tell(error.what());
+  return {};
+}
+
 void SlidePages::showAlone(const web::View& view, web::ScreenState& state) try {
   // Only whole pages tell whether they show the time.
   page(view.slide);

@@ -39,6 +39,8 @@ class SlidePages {
   web::SlideView backdrop();
   /// The element of a shape; empty when it cannot be drawn: screens keep the one that they have.
   std::string shape(int slide, std::uint32_t id);
+  /// The same for cells of a table.
+  std::vector<web::CellChange> cells(int slide, std::uint32_t id, const render::CellPlaces& places);
   /// Makes the state show one shape alone, at its own size; nothing when it cannot be drawn.
   void showAlone(const web::View& view, web::ScreenState& state);
 

@@ -20,6 +20,8 @@ class BoxWriter {
   void write(const Box& box, const std::string& elementId, bool isLive);
   /// Without an id of its own; names of parts start with `idPrefix`.
   void writeAnonymous(const Box& box, const std::string& idPrefix);
+  /// A cell of a table as it stands in the table's box.
+  void cell(const TableCell& cell);
   void background(const Fill& fill, const std::string& idPrefix, double width, double height);
 
  private:
@@ -28,7 +30,6 @@ class BoxWriter {
   void media(const Media& media);
   void table(const Table& table);
   void chart(const Box& box, const std::string& id);
-  void cell(const TableCell& cell);
 
   HtmlOut& out_;
   std::string_view assetPrefix_;

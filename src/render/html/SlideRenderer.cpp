@@ -325,6 +325,24 @@ std::string SlideRenderer::shape(int slideIndex, std::uint32_t shapeId) {
   return out.take();
 }
 
+std::vector<DrawnCell> SlideRenderer::cells(int slideIndex, std::uint32_t shapeId, const CellPlaces& places) {
+  const Box box = find(prepare(slideIndex), shapeId);
+  std::vector<DrawnCell> drawn;
+  if (!box.table) return drawn;
+  std::size_t index = 0;
+  for (std::size_t row = 0; row < box.table->rows.size(); ++row) {
+    for (const TableCell& cell : box.table->rows[row].cells) {
+      if (places.contains({static_cast<int>(row) + 1, cell.column + 1})) {
+        HtmlOut out;
+        BoxWriter(out, options_.assetPrefix).cell(cell);
+        drawn.push_back({index, out.take()});
+      }
+      ++index;
+    }
+  }
+  return drawn;
+}
+
 Rect SlideRenderer::area(int slideIndex, std::uint32_t shapeId) {
   const Box box = find(prepare(slideIndex), shapeId);
   const double angle = box.rotation * std::acos(-1.0) / 180;

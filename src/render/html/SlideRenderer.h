@@ -5,8 +5,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "basic/Date.h"
@@ -48,6 +50,16 @@ struct SlidePage {
   TimeShown timeShown = TimeShown::None;
 };
 
+/// Where a cell of a table stands: row and column, from 1.
+using CellPlaces = std::set<std::pair<int, int>>;
+
+/// A cell as it stands in its table's element.
+struct DrawnCell {
+  /// Among the td elements, from 0.
+  std::size_t index = 0;
+  std::string html;
+};
+
 /// Renders the slides of one package, which must outlive it. Reads the package's
 /// present state at every call; only what layouts, masters, themes and pictures
 /// give is kept (see forget()). One thread.
@@ -84,6 +96,10 @@ class SlideRenderer {
   /// The element of one top-level shape, byte for byte as it stands in the slide.
   /// An unknown id is an error.
   std::string shape(int slideIndex, std::uint32_t shapeId);
+
+  /// The cells of a table at these places, byte for byte as they stand in its element. Those that others
+  /// cover are left out. Errors as above.
+  std::vector<DrawnCell> cells(int slideIndex, std::uint32_t shapeId, const CellPlaces& places);
 
   /// What the shape's frame covers of its slide, turned as it is, in CSS px. As above.
   Rect area(int slideIndex, std::uint32_t shapeId);

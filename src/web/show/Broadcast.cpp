@@ -15,7 +15,7 @@ using boost::system::error_code;
 namespace {
 
 bool isSeen(const ShapeChange& change, const View& view) {
-  if (change.html.empty()) return false;
+  if (change.html.empty() && change.cells.empty()) return false;
   switch (view.kind) {
     case View::Kind::Show:
       return change.isMirrored;

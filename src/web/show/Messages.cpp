@@ -46,6 +46,12 @@ Json progressJson(const std::optional<Progress>& progress) {
           {"maximum", progress->maximum}};
 }
 
+Json cellsJson(const std::vector<CellChange>& cells) {
+  Json json = Json::array();
+  for (const CellChange& cell : cells) json.push_back({cell.index, cell.html});
+  return json;
+}
+
 /// One rule for all elements, with `part` behind each selector.
 void addRule(std::string& rules, const std::vector<std::string>& ids, std::string_view part,
              std::string_view declarations) {
@@ -96,7 +102,12 @@ SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChang
   Json json = Json::array();
   for (const ShapeChange& change : changes) {
     if (!isShown(change)) continue;
-    json.push_back({{"slide", change.slide}, {"id", change.elementId}, {"html", change.html}});
+    json.push_back({{"slide", change.slide}, {"id", change.elementId}});
+    if (change.cells.empty()) {
+      json.back()["html"] = change.html;
+    } else {
+      json.back()["cells"] = cellsJson(change.cells);
+    }
     if (change.glides) json.back()["glides"] = true;
   }
   return event("shapes", sequence, textOf(json));

@@ -29,7 +29,8 @@ SharedMessage greetingMessage(const std::optional<std::string>& screen);
 SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& state, std::string_view version,
                                  std::chrono::milliseconds heartbeat);
 /// `shapes`: [{slide, id, html}] of those changes that `isShown` picks; with
-/// "glides": true where ShapeChange::glides.
+/// "glides": true where ShapeChange::glides, and with "cells": [[index, html]] in place of "html" where
+/// there are ShapeChange::cells.
 SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
                             const std::function<bool(const ShapeChange&)>& isShown);
 

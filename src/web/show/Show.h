@@ -116,6 +116,14 @@ struct ScreenState {
   std::optional<std::chrono::system_clock::time_point> began;
 };
 
+/// A cell of a table that screens hold.
+struct CellChange {
+  /// Among the table's td elements, from 0.
+  std::size_t index = 0;
+  /// The whole element, escaped like SlideView::html.
+  std::string html;
+};
+
 /// One shape after a change.
 struct ShapeChange {
   /// Position of its slide in the show, from 1.
@@ -134,6 +142,8 @@ struct ShapeChange {
   bool isMirrored = true;
   /// The shape scrolls through rows: screens may let the new text glide in.
   bool glides = false;
+  /// Of a table of which no more than these cells have changed; `html` is empty then.
+  std::vector<CellChange> cells = {};
 };
 
 /// A file that pages refer to.

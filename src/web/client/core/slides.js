@@ -51,12 +51,20 @@ function patch(old, fresh) {
   }
 }
 
+// Of a table no more than what has changed, each cell by its index.
+function changeCells(shape, cells) {
+  if (!stage.contains(shape)) return;
+  const places = shape.querySelectorAll("td");
+  for (const [index, html] of cells) places[index]?.replaceWith(parse(html));
+}
+
 // `isAnimated` lets the texts glide in of the shapes that may.
 export function changeShapes(changes, isAnimated) {
   const gliding = [];
-  for (const { id, html, glides } of changes) {
+  for (const { id, html, cells, glides } of changes) {
     const old = document.getElementById(id);
-    const fresh = old && stage.contains(old) && parse(html, isInsideSvg(old));
+    if (cells) changeCells(old, cells);
+    const fresh = !cells && old && stage.contains(old) && parse(html, isInsideSvg(old));
     if (!fresh) continue;
     finishGlide(id);
     patch(old, fresh);
