@@ -18,6 +18,7 @@ SourceLook lookInto(LF2000::clsConnection& connection) {
     }
     look.columns = connection.Columns();
     look.columns.erase(look.columns.begin());
+    look.offered = offeredColumns(connection);
     look.rowCount = static_cast<std::int64_t>(connection.RecordCount());
     look.remarks = remarksOn(connection);
   } catch (const basic::Error& error) {
@@ -28,12 +29,12 @@ SourceLook lookInto(LF2000::clsConnection& connection) {
 
 std::string sizeOf(const SourceLook& look) {
   std::string text = std::to_string(look.rowCount) + (look.rowCount == 1 ? " row, " : " rows, ") +
-                     std::to_string(look.columns.size()) +
-                     (look.columns.size() == 1 ? " column" : " columns");
+                     std::to_string(look.offered.size()) +
+                     (look.offered.size() == 1 ? " column" : " columns");
   constexpr std::size_t MostNames = 20;
-  for (std::size_t i = 0; i < look.columns.size(); ++i) {
+  for (std::size_t i = 0; i < look.offered.size(); ++i) {
     if (i == MostNames) return text + ", \u2026";
-    text += (i == 0 ? ": " : ", ") + look.columns[i];
+    text += (i == 0 ? ": " : ", ") + look.offered[i];
   }
   return text;
 }

@@ -12,6 +12,8 @@ namespace app {
 struct SourceLook {
   /// In their order.
   std::vector<std::string> columns;
+  /// Those that there is something to link to; see offeredColumns().
+  std::vector<std::string> offered;
   std::int64_t rowCount = 0;
   /// What an author should know of it; see remarksOn().
   std::vector<std::string> remarks;

@@ -250,6 +250,8 @@ test("a workbook is read as a whole, unless a range says otherwise", (t) => {
   assert.deepEqual(remarks(1), []);
   assert.match(remarks(2).join(), /^The range A1:B2 leaves out data: rows 3 to \d+, columns C to \w\. --range A:\w takes/);
   assert.match(verb("set", "2", "--description", "Few").error, ranged);
+  const blank = verb("set", "1", "--range", "A1:I10");
+  assert.match(blank.error, /^1 row, 7 columns: Item, [^:]+, Picture\n$/, "no H and I, which hold nothing");
   assert.match(verb("set", "2", "--sheet", "Offer").error, /A:G/);
   assert.deepEqual(sources()[1], "A:G of Offer in prices.xlsx");
 });
