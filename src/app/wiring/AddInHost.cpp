@@ -32,12 +32,9 @@ AddInHost::AddInHost() : application_(std::make_shared<deck::Application>()) {
 AddInHost::~AddInHost() {
   const auto open = application_->openPresentations();
   for (const auto& presentation : open) application_->close(presentation);
-  if (connect_.Application()) connect_.OnBeginShutdown();
-  unload();
-}
-
-void AddInHost::unload() {
-  if (connect_.Application()) connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
+  if (!connect_.Application()) return;
+  connect_.OnBeginShutdown();
+  connect_.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
 }
 
 std::shared_ptr<deck::Presentation> AddInHost::open(const std::string& path,
@@ -49,15 +46,6 @@ LF2000::FrmRuntimeTimer* AddInHost::runtimeTimer() const {
   const auto& application = connect_.Application();
   const LF2000::clsRuntime* runtime = application ? application->Runtime() : nullptr;
   return runtime != nullptr ? runtime->Form() : nullptr;
-}
-
-LF2000::clsPresentation& AddInHost::linked(const std::shared_ptr<deck::Presentation>& presentation) {
-  const auto found = connect_.Application()->Find(presentation);
-  if (!found) {
-    throw basic::Error(basic::AdapterError, "lumenfold",
-                       presentation->FullName() + ": the add-in could not take up the presentation.");
-  }
-  return *found;
 }
 
 }  // namespace app

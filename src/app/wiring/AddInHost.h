@@ -23,12 +23,8 @@ class AddInHost {
   /// Opens a deck; the add-in loads its connections and fills its shapes.
   std::shared_ptr<deck::Presentation> open(
       const std::string& path, deck::Application::Damaged damaged = deck::Application::Damaged::Refused);
-  /// Unloads the add-in; its handlers take no part in what happens afterwards.
-  void unload();
   /// What drives the running show; null without one.
   [[nodiscard]] LF2000::FrmRuntimeTimer* runtimeTimer() const;
-  /// The add-in's object for an open deck.
-  [[nodiscard]] LF2000::clsPresentation& linked(const std::shared_ptr<deck::Presentation>& presentation);
 
  private:
   std::shared_ptr<deck::Application> application_;
