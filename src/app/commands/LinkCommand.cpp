@@ -47,8 +47,19 @@ void requireColumns(const deck::Presentation& deck, LF2000::clsConnection& conne
                     PowerPoint::Shape& shape) {
   SourceLook look = lookInto(connection);
   if (!look.isReadable()) return;
+  const auto table = shape.Table();
+  for (std::int32_t column = 1; !table->FirstRow() && column <= table->ColumnCount(); ++column) {
+    const std::string first = table->Text(1, column);
+    const bool isName = std::any_of(look.columns.begin(), look.columns.end(), [&](const std::string& name) {
+      return basic::EqualsIgnoreCase(name, first);
+    });
+    if (!isName) continue;
+    fail(deck.FullName() + ": the first row of the table names columns ('" + first +
+         "'), but is no header row and would show data; switch it on in PowerPoint (Table Design, Header "
+         "Row).");
+  }
   look.columns.insert(look.columns.begin(), "");
-  static_cast<void>(LF2000::modTable::ColumnsOf(*shape.Table(), look.columns,
+  static_cast<void>(LF2000::modTable::ColumnsOf(*table, look.columns,
                                                 deck.FullName() + ": connection " +
                                                     connection.ConnectionTagNumber() + " (" +
                                                     connection.ConnectionDescription() + ")"));

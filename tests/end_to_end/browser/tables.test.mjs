@@ -3,6 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { isUntouched, openScreen, useBrowser } from "../support/browser.mjs";
+import { editPart } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeLinkedTable, makeTableDeck, setTrains, tableInFile, tableShape } from "../support/table_deck.mjs";
 import { until } from "../support/wait.mjs";
@@ -84,6 +85,9 @@ test("the deck's file keeps the author's cells, a filled copy the data", async (
   sandbox.done("connection", deck, "add", "--type", "text", "--description", "Trains", "--file", "trains.txt", "--header");
   const link = ["link", deck, "--slide", 1, "--shape", "Departures", "--connection", "001"];
   assert.match(sandbox.run(...link, "--column", "Zeit", "--row", 1).error, /is a table.*--table/);
+  editPart(deck, "ppt/slides/slide1.xml", (xml) => xml.replace('firstRow="1"', 'firstRow="0"'));
+  assert.match(sandbox.run(...link, "--table").error, /the first row.*'Nach'.*Header Row/);
+  editPart(deck, "ppt/slides/slide1.xml", (xml) => xml.replace('firstRow="0"', 'firstRow="1"'));
   sandbox.done(...link, "--table");
   assert.equal(tableInFile(deck), typed);
   sandbox.done("slide", deck, 1, "--hide-when-no-data", "on");
