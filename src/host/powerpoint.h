@@ -109,12 +109,20 @@ class OLEFormat {
   [[nodiscard]] virtual std::shared_ptr<MSGraph::Chart> Object() = 0;
 };
 
+class GroupShapes;
+
 class Shape {
  public:
   virtual ~Shape() = default;
   /// Another shape of the slide may have the same.
   [[nodiscard]] virtual std::string Name() const = 0;
   [[nodiscard]] virtual ShapeType Type() const = 0;
+  /// The frame on the slide as it is before the shape is rotated, in points from the slide's upper
+  /// left corner.
+  [[nodiscard]] virtual double Left() const = 0;
+  [[nodiscard]] virtual double Top() const = 0;
+  [[nodiscard]] virtual double Width() const = 0;
+  [[nodiscard]] virtual double Height() const = 0;
   [[nodiscard]] virtual bool HasTextFrame() const = 0;
   /// An error on a shape without a text frame.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::TextFrame> TextFrame() = 0;
@@ -126,6 +134,16 @@ class Shape {
   [[nodiscard]] virtual bool HasTable() const = 0;
   /// An error on a shape that is no table.
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Table> Table() = 0;
+  /// An error on a shape that is no group.
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::GroupShapes> GroupItems() = 0;
+};
+
+/// The shapes of a group and of the groups within it, which are none of its items, in drawing order.
+class GroupShapes {
+ public:
+  virtual ~GroupShapes() = default;
+  [[nodiscard]] virtual std::int32_t Count() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<Shape> Item(std::int32_t index) = 0;
 };
 
 /// The top-level shapes of a slide in drawing order; a group is one shape.

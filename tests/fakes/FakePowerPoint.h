@@ -103,6 +103,10 @@ class Shape final : public PowerPoint::Shape,
   explicit Shape(std::string shapeName) : name(std::move(shapeName)) {}
   std::string Name() const override { return name; }
   PowerPoint::ShapeType Type() const override { return type; }
+  double Left() const override { return left; }
+  double Top() const override { return top; }
+  double Width() const override { return width; }
+  double Height() const override { return height; }
   bool HasTextFrame() const override { return hasTextFrame; }
   std::shared_ptr<PowerPoint::TextFrame> TextFrame() override {
     if (!hasTextFrame) Fail("shape " + name + " has no text frame");
@@ -136,6 +140,18 @@ class Shape final : public PowerPoint::Shape,
     if (!chart) Fail("no object");
     return chart;
   }
+  std::shared_ptr<PowerPoint::GroupShapes> GroupItems() override {
+    struct Items final : PowerPoint::GroupShapes {
+      explicit Items(std::vector<std::shared_ptr<Shape>> shapes) : items(std::move(shapes)) {}
+      std::int32_t Count() const override { return static_cast<std::int32_t>(items.size()); }
+      std::shared_ptr<PowerPoint::Shape> Item(std::int32_t index) override {
+        return items[static_cast<std::size_t>(index) - 1];
+      }
+      std::vector<std::shared_ptr<Shape>> items;
+    };
+    if (type != PowerPoint::ShapeType::Group) Fail("shape " + name + " is no group");
+    return std::make_shared<Items>(grouped);
+  }
 
   bool HasTable() const override { return table != nullptr; }
   std::shared_ptr<PowerPoint::Table> Table() override {
@@ -150,6 +166,13 @@ class Shape final : public PowerPoint::Shape,
   std::string shownFile;
   PowerPoint::ShapeType type = PowerPoint::ShapeType::TextBox;
   bool hasTextFrame = true;
+  // Points.
+  double left = 0;
+  double top = 0;
+  double width = 100;
+  double height = 20;
+  /// Of a group.
+  std::vector<std::shared_ptr<Shape>> grouped;
   int writes = 0;
   std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
   std::shared_ptr<fakes::Chart> chart;

@@ -6,6 +6,7 @@
 #include "deck/objects/Table.h"
 #include "deck/objects/Tags.h"
 #include "deck/objects/TextBody.h"
+#include "opc/Xml.h"
 
 namespace deck {
 
@@ -65,6 +66,35 @@ bool Shape::HasTable() const { return static_cast<bool>(presentationml::table(no
 std::shared_ptr<PowerPoint::Table> Shape::Table() {
   if (!HasTable()) failFor("is no table");
   return std::make_shared<deck::Table>(presentation_, slideIndex_, node_);
+}
+
+std::shared_ptr<PowerPoint::GroupShapes> Shape::GroupItems() {
+  if (Type() != PowerPoint::ShapeType::Group) failFor("is no group");
+  return std::make_shared<GroupShapes>(presentation_, slideIndex_, node_);
+}
+
+GroupShapes::GroupShapes(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex,
+                         pugi::xml_node group)
+    : presentation_(std::move(presentation)), slideIndex_(slideIndex) {
+  collect(group);
+}
+
+void GroupShapes::collect(pugi::xml_node group) {
+  opc::xml::forEachPreferred(group, [this](pugi::xml_node node) {
+    if (std::string_view(node.name()) == "p:grpSp") {
+      collect(node);
+    } else if (presentationml::isShape(node)) {
+      items_.push_back(node);
+    }
+  });
+}
+
+std::shared_ptr<PowerPoint::Shape> GroupShapes::Item(std::int32_t index) {
+  if (index < 1 || index > Count()) {
+    fail("There is no shape " + std::to_string(index) + " in a group on slide " +
+         std::to_string(slideIndex_) + ", which has " + std::to_string(Count()) + ".");
+  }
+  return std::make_shared<Shape>(presentation_, slideIndex_, items_[static_cast<std::size_t>(index - 1)]);
 }
 
 std::string ShapeText::Text() const { return textOf(shape_.child("p:txBody")); }

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
+#include "basic/Measure.h"
 #include "deck/objects/Presentation.h"
+#include "presentationml/Frame.h"
 
 namespace deck {
 
@@ -32,6 +35,10 @@ class Shape final : public PowerPoint::Shape {
 
   [[nodiscard]] std::string Name() const override { return std::string(presentationml::shapeName(node_)); }
   [[nodiscard]] PowerPoint::ShapeType Type() const override { return presentationml::shapeType(node_); }
+  [[nodiscard]] double Left() const override { return points(frame().left); }
+  [[nodiscard]] double Top() const override { return points(frame().top); }
+  [[nodiscard]] double Width() const override { return points(frame().width); }
+  [[nodiscard]] double Height() const override { return points(frame().height); }
   [[nodiscard]] bool HasTextFrame() const override;
   [[nodiscard]] std::shared_ptr<PowerPoint::TextFrame> TextFrame() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
@@ -39,16 +46,35 @@ class Shape final : public PowerPoint::Shape {
   [[nodiscard]] std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override;
   [[nodiscard]] bool HasTable() const override;
   [[nodiscard]] std::shared_ptr<PowerPoint::Table> Table() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::GroupShapes> GroupItems() override;
 
   /// The shape's element in the slide's part.
   [[nodiscard]] pugi::xml_node node() const { return node_; }
 
  private:
+  [[nodiscard]] presentationml::Frame frame() const {
+    return presentationml::frameOf(node_, presentation_->slidePart(slideIndex_));
+  }
+  [[nodiscard]] static double points(double emu) { return emu / basic::EmuPerPoint; }
   [[noreturn]] void failFor(const char* what) const;
 
   std::shared_ptr<Presentation> presentation_;
   std::int32_t slideIndex_;
   pugi::xml_node node_;
+};
+
+class GroupShapes final : public PowerPoint::GroupShapes {
+ public:
+  GroupShapes(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex, pugi::xml_node group);
+  [[nodiscard]] std::int32_t Count() const override { return static_cast<std::int32_t>(items_.size()); }
+  [[nodiscard]] std::shared_ptr<PowerPoint::Shape> Item(std::int32_t index) override;
+
+ private:
+  void collect(pugi::xml_node group);
+
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t slideIndex_;
+  std::vector<pugi::xml_node> items_;
 };
 
 /// A shape's frame and its text in one, for the frame has nothing else to offer.

@@ -1,5 +1,6 @@
 #include "render/scene/Inheritance.h"
 
+#include "presentationml/Placeholders.h"
 #include "presentationml/ShapeNode.h"
 #include "render/scene/TableStyles.h"
 
@@ -9,50 +10,8 @@ namespace render {
 
 namespace {
 
-/// The placeholder types of a master that stand for those of layouts and slides.
-std::string_view masterType(std::string_view type) {
-  if (type == "title" || type == "ctrTitle") return "title";
-  if (type == "dt" || type == "ftr" || type == "sldNum" || type == "hdr") return type;
-  return "body";
-}
-
-std::string_view typeOf(pugi::xml_node ph) {
-  const std::string_view type = ph.attribute("type").value();
-  return type.empty() ? "obj" : type;
-}
-
 pugi::xml_node shapesOf(opc::Part* part) {
   return part == nullptr ? pugi::xml_node() : presentationml::shapeTree(part->xml().document_element());
-}
-
-/// By index; types that a layout has once are found by type, whatever their index.
-pugi::xml_node layoutCounterpart(pugi::xml_node tree, pugi::xml_node ph) {
-  const auto wanted = masterType(typeOf(ph));
-  const std::string_view index = ph.attribute("idx").value();
-  pugi::xml_node byType;
-  for (const auto shape : tree.children()) {
-    const auto candidate = presentationml::placeholder(shape);
-    if (!candidate) continue;
-    const bool sameType = masterType(typeOf(candidate)) == wanted;
-    const std::string_view candidateIndex = candidate.attribute("idx").value();
-    if (wanted == "body") {
-      if (sameType && (candidateIndex.empty() ? "0" : candidateIndex) == (index.empty() ? "0" : index))
-        return shape;
-      if (!byType && typeOf(candidate) == typeOf(ph) && index.empty()) byType = shape;
-    } else if (sameType) {
-      if (candidateIndex == index) return shape;
-      if (!byType) byType = shape;
-    }
-  }
-  return byType;
-}
-
-pugi::xml_node masterCounterpart(pugi::xml_node tree, std::string_view wanted) {
-  for (const auto shape : tree.children()) {
-    const auto candidate = presentationml::placeholder(shape);
-    if (candidate && masterType(typeOf(candidate)) == wanted) return shape;
-  }
-  return {};
 }
 
 pugi::xml_node overrideOf(opc::Part* part) {
@@ -93,7 +52,7 @@ PaintContext Inheritance::paint(opc::Part* part) const {
 const Inherited& Inheritance::of(pugi::xml_node ph) {
   std::string key;
   if (ph) {
-    key = typeOf(ph);
+    key = presentationml::placeholderType(ph);
     key += '/';
     key += ph.attribute("idx").value();
   }
@@ -107,7 +66,7 @@ const Inherited& Inheritance::of(pugi::xml_node ph) {
     level.run.latin = theme_.typeface("+mn-lt");
     level.run.fill = theme_.colors()[static_cast<std::size_t>(*colorMap_.resolve("tx1"))];
   }
-  const auto type = ph ? masterType(typeOf(ph)) : std::string_view();
+  const auto type = ph ? presentationml::masterType(ph) : std::string_view();
   const bool isTitleOrBody = type == "title" || type == "body";
   pugi::xml_node masterStyle;
   if (ph && master_ != nullptr) {
@@ -119,10 +78,11 @@ const Inherited& Inheritance::of(pugi::xml_node ph) {
     list.apply(presentation_->xml().document_element().child("p:defaultTextStyle"), paint(presentation_));
   if (masterStyle) list.apply(masterStyle, paint(master_));
   if (ph) {
-    made->layoutShape = layoutCounterpart(shapesOf(layout_), ph);
+    made->layoutShape = presentationml::layoutCounterpart(shapesOf(layout_), ph);
     // The layout knows the type of a placeholder that the slide names by index alone.
     const auto layoutPh = presentationml::placeholder(made->layoutShape);
-    made->masterShape = masterCounterpart(shapesOf(master_), masterType(typeOf(layoutPh ? layoutPh : ph)));
+    made->masterShape = presentationml::masterCounterpart(
+        shapesOf(master_), presentationml::masterType(layoutPh ? layoutPh : ph));
     for (const auto& [shape, part] :
          {std::pair{made->masterShape, master_}, std::pair{made->layoutShape, layout_}}) {
       const auto text = shape.child("p:txBody");
