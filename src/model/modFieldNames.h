@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+/// Columns and rows of a connection as authors name them, in the names of shapes and in their texts.
+namespace LF2000::modFieldNames {
+
+/// A value of a connection's data.
+struct Field {
+  std::string Column;
+  std::int32_t Row = 0;
+};
+
+/// The columns of a connection, in any case of letters.
+class ColumnNames {
+ public:
+  /// As clsConnection::Columns gives them: from index 1.
+  explicit ColumnNames(const std::vector<std::string>& columns);
+  /// The column's own spelling; null without one of that name.
+  [[nodiscard]] const std::string* Find(std::string_view name) const;
+  /// All of them, for messages: "Time, Train".
+  [[nodiscard]] std::string List() const;
+
+ private:
+  std::vector<std::string> columns_;
+  std::unordered_map<std::string, std::size_t> byName_;  // keys in upper case
+};
+
+/// The field that a shape's name means: a column and a row number, in either order, which anything but
+/// letters and digits may part ("Item 1", "Item1", "1.Item", "Item_01"); a word may introduce the number
+/// ("p1 Item", "Item row 1"). Nothing when it means none. Of columns that fit, the longest.
+[[nodiscard]] std::optional<Field> FromShapeName(std::string_view name, const ColumnNames& columns);
+
+/// A mark that an author has typed into a shape: {{Column.Row}} or {{Connection.Column.Row}}, as
+/// {{Item.1}} and {{001.Item.1}}. Blanks within do not count.
+struct Mark {
+  /// Three digits; empty where the mark names none.
+  std::string Connection;
+  Field Value;
+  /// Why it cannot be read; empty when it can.
+  std::string Problem;
+};
+
+/// Nothing where the text holds no mark.
+[[nodiscard]] std::optional<Mark> FromText(std::string_view text);
+
+}  // namespace LF2000::modFieldNames
