@@ -17,6 +17,7 @@ void addShowCommand(CLI::App& program, Environment& environment);
 /// Adds to the verb connection what reads the data; `deck` is its deck.
 void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environment& environment);
 void addInfoCommand(CLI::App& program, Environment& environment);
+void addShapesCommand(CLI::App& program, Environment& environment);
 void addConnectionCommand(CLI::App& program, Environment& environment);
 void addLinkCommand(CLI::App& program, Environment& environment);
 void addUnlinkCommand(CLI::App& program, Environment& environment);

@@ -76,6 +76,7 @@ int run(int argc, char** argv) {
   app::Environment environment;
   app::addShowCommand(program, environment);
   app::addInfoCommand(program, environment);
+  app::addShapesCommand(program, environment);
   app::addConnectionCommand(program, environment);
   app::addLinkCommand(program, environment);
   app::addUnlinkCommand(program, environment);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +28,12 @@ struct LinkedShape {
   /// What the runtime calls the connection, "007"; empty when the tag holds no number.
   [[nodiscard]] std::string connectionKey() const;
 };
+
+/// In few words: "001 Price 2", "001 photos\Photo.jpg 2", "clock hh:nn", "001, all of it".
+std::string linkText(const LinkedShape& link);
+
+/// Of a shape of a deck; nothing when it is not linked.
+std::optional<LinkedShape> linkOf(const std::shared_ptr<PowerPoint::Shape>& shape);
 
 /// The linked shapes of one slide, in drawing order.
 std::vector<LinkedShape> linkedShapes(deck::Presentation& presentation, std::int32_t slideIndex);
