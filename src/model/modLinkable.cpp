@@ -25,8 +25,6 @@ std::string WhyNothing(PowerPoint::ShapeType type) {
       return "is a line, which holds no text";
     case ShapeType::Media:
       return "plays a film or sound";
-    case ShapeType::Table:
-      return "is a table, whose cells are no shapes; draw text boxes instead";
     case ShapeType::Diagram:
       return "is a diagram, whose shapes cannot be linked; convert it to shapes and ungroup them";
     case ShapeType::EmbeddedOLEObject:
@@ -43,6 +41,7 @@ Answer Examine(PowerPoint::Shape& shape) {
   const PowerPoint::ShapeType type = shape.Type();
   if (type == PowerPoint::ShapeType::Group) return {Shows::Nothing, WhyNothing(type)};
   if (shape.HasTextFrame()) return {Shows::Text, {}};
+  if (shape.HasTable()) return {Shows::Table, {}};
   try {
     if (modGraph::IsGraph(shape)) return {Shows::Graph, {}};
   } catch (const basic::Error& error) {

@@ -10,7 +10,7 @@
 namespace LF2000::modLinkable {
 
 /// What a link makes a shape show.
-enum class Shows : std::uint8_t { Nothing, Text, File, Graph };
+enum class Shows : std::uint8_t { Nothing, Text, File, Graph, Table };
 
 struct Answer {
   Shows What = Shows::Nothing;

@@ -35,6 +35,9 @@ class SlidePlan {
     if (linkable.What == Shows::Graph) {
       return HinderShape(*shape, "is a chart, which takes a connection as a whole");
     }
+    if (linkable.What == Shows::Table) {
+      return HinderShape(*shape, "is a table, which takes a connection as a whole");
+    }
     if (const std::string why = names_.WhyNotByName(*shape); !why.empty()) return HinderShape(*shape, why);
     if (source.Columns) {
       const std::string* column = source.Columns->Find(value.Column);

@@ -11,6 +11,7 @@
 #include "app/commands/Commands.h"
 #include "app/commands/DeckBackup.h"
 #include "app/commands/Editing.h"
+#include "app/commands/LinkMany.h"
 #include "app/inspect/SourceLook.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/StoredConnections.h"
@@ -38,6 +39,7 @@ struct LinkOptions {
   std::optional<std::string> folder;
   std::optional<std::string> extension;
   bool backup = false;
+  LinkManyOptions many;
 
   /// Whether the shape takes the connection as a whole.
   [[nodiscard]] bool takesAll() const { return chart || table; }
@@ -165,28 +167,79 @@ void link(const LinkOptions& options) {
   editing.save();
 }
 
+/// What is asked for many shapes shares its options with one.
+LinkManyOptions manyOf(const LinkOptions& options, bool isOneSlide) {
+  if (options.row && *options.row < 1) throw UsageError("link: --row counts from 1.");
+  LinkManyOptions many = options.many;
+  many.deck = options.deck;
+  if (isOneSlide) many.slide = options.slide;
+  many.connection = options.connection;
+  many.firstRow = options.row.value_or(1);
+  many.backup = options.backup;
+  many.folder = options.folder.value_or("");
+  many.extension = withoutDot(options.extension.value_or(""));
+  return many;
+}
+
 }  // namespace
 
 void addLinkCommand(CLI::App& program, Environment&) {
   auto options = std::make_shared<LinkOptions>();
-  CLI::App* verb = program.add_subcommand("link", "Link a shape to a connection, or make it a clock");
+  CLI::App* verb = program.add_subcommand("link", "Link shapes to a connection, or make one a clock");
   verb->add_option("DECK", options->deck, "The deck")->required();
-  verb->add_option("--slide", options->slide, "Number of the slide")->required();
-  verb->add_option("--shape", options->shape, "Name of the shape")->required();
+  CLI::Option* slide = verb->add_option("--slide", options->slide, "Number of the slide");
+  CLI::Option_group* which = verb->add_option_group("Which shapes");
+  CLI::Option* shape = which->add_option("--shape", options->shape, "Name of the shape")->needs(slide);
+  CLI::Option* grid =
+      which
+          ->add_option("--grid", options->many.grid,
+                       "Those that stand as a table does; the name of the one at the upper left")
+          ->needs(slide);
+  CLI::Option* names = which->add_flag(
+      "--names", options->many.byNames,
+      "Those whose names are a column and a row (\"p1 Price\", \"Price 1\"), on all slides without --slide");
+  CLI::Option* texts =
+      which->add_flag("--from-texts", options->many.byTexts,
+                      "Those that hold {{Price.1}} or {{001.Price.1}}, on all slides without --slide");
+  which->require_option(1);
   verb->add_option("--connection", options->connection, "Number of the connection, or its description");
-  verb->add_option("--column", options->column, "Column of the data");
-  verb->add_option("--row", options->row, "Row of the data, from 1");
+  verb->add_option("--column", options->column, "Column of the data")->needs(shape);
+  verb->add_option("--row", options->row, "Row of the data, from 1; of a grid the first")
+      ->excludes(names)
+      ->excludes(texts);
   verb->add_flag("--chart", options->chart,
-                 "Fill the chart with all rows: categories in the first column, a series in each other");
+                 "Fill the chart with all rows: categories in the first column, a series in each other")
+      ->needs(shape);
   verb->add_flag("--table", options->table,
-                 "Fill the table with the rows: columns by the texts of its header row, else by position");
+                 "Fill the table with the rows: columns by the texts of its header row, else by position")
+      ->needs(shape);
   verb->add_option("--folder", options->folder,
-                   "Of a picture: the folder of the files that the column names (else the deck's)");
-  verb->add_option("--extension", options->extension, "Of a picture: what is put behind the names (jpg)");
+                   "Of pictures: the folder of the files that the column names (else the deck's)")
+      ->excludes(grid);
+  verb->add_option("--extension", options->extension, "Of pictures: what is put behind the names (jpg)")
+      ->excludes(grid);
   verb->add_option("--clock", options->clock,
-                   "Show date or time in this format (\"hh:nn:ss\", \"dddd d mmmm\")");
+                   "Show date or time in this format (\"hh:nn:ss\", \"dddd d mmmm\")")
+      ->needs(shape);
+  CLI::Option* columns =
+      verb->add_option("--columns", options->many.columns,
+                       "Of a grid: its columns from left to right (Time,Train,To); shapes under an empty "
+                       "one are left alone (Time,,To)")
+          ->needs(grid);
+  CLI::Option* rows = verb->add_option("--rows", options->many.rows, "Of a grid: how many rows it has")
+                          ->needs(grid)
+                          ->check(CLI::PositiveNumber);
+  grid->needs(columns)->needs(rows);
+  verb->add_flag("--dry-run", options->many.isDryRun, "Of many shapes: print what would be linked to what")
+      ->excludes(shape);
   verb->add_flag("--backup", options->backup, BackupHelp);
-  verb->callback([options] { link(*options); });
+  verb->callback([options, slide] {
+    if (options->many.isAsked()) {
+      linkMany(manyOf(*options, slide->count() > 0));
+    } else {
+      link(*options);
+    }
+  });
 }
 
 }  // namespace app

@@ -55,6 +55,8 @@ std::string nameOf(Shows shows) {
       return "picture";
     case Shows::Graph:
       return "chart";
+    case Shows::Table:
+      return "table";
     case Shows::Nothing:
       break;
   }

@@ -25,7 +25,7 @@ struct ListedShape {
   double height = 0;
   /// The name of the group that it stands in; empty outside of groups.
   std::string group;
-  /// What a link can make it show: "text", "picture", "chart"; empty for nothing.
+  /// What a link can make it show: "text", "picture", "chart", "table"; empty for nothing.
   std::string shows;
   /// Why it cannot be linked, to follow its name; empty when it can.
   std::string whyNot;
