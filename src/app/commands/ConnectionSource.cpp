@@ -50,6 +50,7 @@ std::string fileString(std::string_view provider, std::string_view path) {
 
 std::vector<std::string> typeWords() {
   std::vector<std::string> words;
+  words.reserve(std::size(Types));
   for (const Word& type : Types) words.emplace_back(type.word);
   return words;
 }
