@@ -30,6 +30,7 @@ std::size_t FilledFields(const RecordFields& fields) {
 
 std::size_t HeaderRow(const std::vector<RecordFields>& records) {
   std::vector<std::size_t> widths;
+  widths.reserve(records.size());
   for (const RecordFields& fields : records) widths.push_back(FilledFields(fields));
   const auto isAsWideAsMost = [&](std::vector<std::size_t>::const_iterator width) {
     const auto fitting =

@@ -12,8 +12,8 @@ namespace {
 using namespace std::string_view_literals;
 
 struct Kind {
-  std::string_view Beginning;
-  std::string_view Name;
+  std::string_view beginning;
+  std::string_view name;
 };
 
 constexpr Kind Binary[] = {
@@ -39,21 +39,21 @@ constexpr Kind Markup[] = {
 
 [[noreturn]] void Refuse(const Kind& kind) {
   throw basic::Error(basic::AdapterError, basic::DefaultSource,
-                     "It is no text with columns, but " + std::string(kind.Name) + ".");
+                     "It is no text with columns, but " + std::string(kind.name) + ".");
 }
 
 }  // namespace
 
 void RequireText(std::string_view bytes) {
   for (const Kind& kind : Binary) {
-    if (bytes.starts_with(kind.Beginning)) Refuse(kind);
+    if (bytes.starts_with(kind.beginning)) Refuse(kind);
   }
   constexpr std::size_t LongestBeginning = 16;
   if (bytes.starts_with("\xEF\xBB\xBF"sv)) bytes.remove_prefix(3);
   bytes.remove_prefix(std::min(bytes.find_first_not_of(" \t\r\n"), bytes.size()));
   const std::string beginning = basic::UCase(bytes.substr(0, LongestBeginning));
   for (const Kind& kind : Markup) {
-    if (beginning.starts_with(kind.Beginning)) Refuse(kind);
+    if (beginning.starts_with(kind.beginning)) Refuse(kind);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Strings.h"
@@ -130,7 +131,7 @@ Mark ReadMark(std::string_view inner) {
 
 }  // namespace
 
-ColumnNames::ColumnNames(const std::vector<std::string>& columns) : columns_(columns) {
+ColumnNames::ColumnNames(std::vector<std::string> columns) : columns_(std::move(columns)) {
   for (std::size_t i = 1; i < columns_.size(); ++i) {
     if (!columns_[i].empty()) byName_.emplace(basic::UCase(columns_[i]), i);
   }
@@ -161,7 +162,9 @@ std::optional<Mark> FromText(std::string_view text) {
   const bool isAlone = text.starts_with(Open) && text.ends_with(Close) &&
                        text.find(Open, Open.size()) == std::string_view::npos;
   if (!isAlone) {
-    return Mark{{}, {}, "does not stand alone: a linked shape shows the value and nothing else"};
+    Mark mark;
+    mark.Problem = "does not stand alone: a linked shape shows the value and nothing else";
+    return mark;
   }
   text.remove_prefix(Open.size());
   text.remove_suffix(Close.size());

@@ -20,7 +20,7 @@ struct Field {
 class ColumnNames {
  public:
   /// As clsConnection::Columns gives them: from index 1.
-  explicit ColumnNames(const std::vector<std::string>& columns);
+  explicit ColumnNames(std::vector<std::string> columns);
   /// The column's own spelling; null without one of that name.
   [[nodiscard]] const std::string* Find(std::string_view name) const;
   /// All of them, for messages: "Time, Train".

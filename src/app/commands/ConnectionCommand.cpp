@@ -15,7 +15,6 @@
 #include "app/wiring/StoredConnections.h"
 #include "basic/Strings.h"
 #include "json/Json.h"
-#include "model/clsPresentation.h"
 #include "model/modTags.h"
 #include "platform/Console.h"
 
@@ -25,7 +24,6 @@ namespace {
 
 using json::Json;
 using LF2000::clsConnection;
-using LF2000::clsPresentation;
 using LF2000::ConnectionKind;
 
 struct ConnectionOptions {

@@ -81,7 +81,7 @@ std::string placeOf(const ListedShape& shape) {
 }
 
 std::string remarkOf(const ListedShape& shape) {
-  const std::string link = shape.link ? oneLine(linkText(*shape.link)) : "";
+  std::string link = shape.link ? oneLine(linkText(*shape.link)) : "";
   if (shape.whyNot.empty()) return link;
   return link + (link.empty() ? "" : "; ") + "cannot be linked: " + shape.whyNot;
 }
