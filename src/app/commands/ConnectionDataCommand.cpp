@@ -148,8 +148,8 @@ void test(const DataOptions& options) {
   printRows(reading);
   for (const std::string& remark : reading.remarks)
     std::cout << platform::forTerminal(joinedLines(remark)) << '\n';
-  std::cout << reading.rowCount << " rows, " << reading.columns.size() << " columns, read in "
-            << std::llround(reading.milliseconds) << " ms\n";
+  std::cout << counted(reading.rowCount, "row") << ", " << counted(reading.columns.size(), "column")
+            << ", read in " << std::llround(reading.milliseconds) << " ms\n";
 }
 
 void preview(const DataOptions& options) {

@@ -163,7 +163,7 @@ void print(const Json& info) {
       std::cout << "not ready: " << platform::forTerminal(connection["state"].get<std::string>()) << '\n';
       continue;
     }
-    std::cout << "ready, " << connection["rowCount"] << " rows: ";
+    std::cout << "ready, " << counted(connection["rowCount"].get<std::int64_t>(), "row") << ": ";
     std::string columns;
     for (const Json& column : connection["columns"]) columns += (columns.empty() ? "" : ", ") + text(column);
     std::cout << columns << '\n';

@@ -134,7 +134,7 @@ void linkMany(LinkManyOptions options) {
       options.grid.empty() ? planSlides(options, editing, sources) : planGrid(options, editing, sources);
   requireUnhindered(options, plan);
   const std::size_t count = plan.Links.size();
-  const std::string shapes = std::to_string(count) + (count == 1 ? " shape" : " shapes");
+  const std::string shapes = counted(count, "shape");
   if (options.isDryRun) {
     print(plan);
     std::cout << shapes << " would be linked; nothing is written.\n";

@@ -14,6 +14,7 @@
 #include "app/inspect/SlideFiles.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
+#include "app/wiring/Output.h"
 #include "platform/Console.h"
 #include "process/TemporaryFolder.h"
 
@@ -67,7 +68,7 @@ void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options
     writeFile(folder / (slideFileName(slide) + ".png"), browser->photograph());
   }
   const int count = slides.last - slides.first + 1;
-  std::cout << count << (count == 1 ? " slide" : " slides") << " written to " << options.folder << '\n';
+  std::cout << counted(count, "slide") << " written to " << options.folder << '\n';
 }
 
 /// As in a show: a hidden slide is there for who asks for it.
@@ -89,8 +90,7 @@ void writePdf(FilledDeck& filled, Range slides, const SnapshotOptions& options, 
   writeFile(file, sheets.html);
   browser.open(file, slideView(filled.size(), options.width));
   writeFile(options.pdf, browser.print());
-  std::cout << printed.size() << (printed.size() == 1 ? " slide" : " slides") << " written to " << options.pdf
-            << '\n';
+  std::cout << counted(printed.size(), "slide") << " written to " << options.pdf << '\n';
 }
 
 void snapshot(const SnapshotOptions& options, Environment& environment) {

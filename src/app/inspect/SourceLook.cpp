@@ -28,9 +28,7 @@ SourceLook lookInto(LF2000::clsConnection& connection) {
 }
 
 std::string sizeOf(const SourceLook& look) {
-  std::string text = std::to_string(look.rowCount) + (look.rowCount == 1 ? " row, " : " rows, ") +
-                     std::to_string(look.offered.size()) +
-                     (look.offered.size() == 1 ? " column" : " columns");
+  std::string text = counted(look.rowCount, "row") + ", " + counted(look.offered.size(), "column");
   constexpr std::size_t MostNames = 20;
   for (std::size_t i = 0; i < look.offered.size(); ++i) {
     if (i == MostNames) return text + ", \u2026";
