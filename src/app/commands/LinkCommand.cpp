@@ -72,11 +72,12 @@ void requireColumn(const deck::Presentation& deck, LF2000::clsConnection& connec
   const SourceLook look = lookInto(connection);
   // A source that is not there today says nothing about its columns.
   if (!look.isReadable()) return;
+  const bool isThere = std::any_of(look.columns.begin(), look.columns.end(), [&](const std::string& each) {
+    return basic::EqualsIgnoreCase(each, column);
+  });
+  if (isThere) return;
   std::string names;
-  for (const std::string& each : look.columns) {
-    if (basic::EqualsIgnoreCase(each, column)) return;
-    names += (names.empty() ? "" : ", ") + each;
-  }
+  for (const std::string& each : look.offered) names += (names.empty() ? "" : ", ") + each;
   fail(deck.FullName() + ": connection " + connection.ConnectionTagNumber() + " (" +
        connection.ConnectionDescription() + ") has no column '" + column + "'. It has: " + names + ".");
 }
