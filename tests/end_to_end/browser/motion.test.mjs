@@ -74,6 +74,8 @@ test("what was hidden on a slide stays so while the slide leaves", async (t) => 
   const show = await sandbox.show(deck);
   const page = await openScreen(t, show.url, { isClockHeld: true });
   const id = elementId(deck, 1, "p1 Item");
+  // The first state brings rules of its own.
+  await waitForSlide(page, 1);
   await page.evaluate((name) => {
     document.getElementById("rules").textContent = `#${name}{visibility:hidden}`;
     window.seen = [];

@@ -40,7 +40,7 @@ test("a slide's shapes are listed as people read them, with what can be linked",
   assert.equal(index, 1);
   const named = (name) => shapes.find((shape) => shape.name === name);
   const places = ["p1 Item", "p1 Price", "p2 Item", "p2 Price"].map((name) => shapes.indexOf(named(name)));
-  assert.deepEqual(places, places.toSorted((a, b) => a - b));
+  assert.deepEqual(places, [...places].sort((a, b) => a - b));
   assert.ok(named("p1 Item").top < named("p2 Item").top && named("p1 Item").width > 0);
   assert.deepEqual([named("p1 Item").shows, named("p1 Item").whyNot], ["text", ""]);
   assert.match(named("p6 Note").whyNot, /shares its name with 1 other/);
