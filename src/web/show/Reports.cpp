@@ -8,6 +8,7 @@
 
 #include "json/Json.h"
 #include "web/show/Broadcast.h"
+#include "web/show/ViewJson.h"
 
 namespace web {
 namespace {
@@ -48,18 +49,6 @@ Json connectionJson(const ConnectionHealth& connection) {
     json["lastError"] = {{"time", timeJson(connection.lastErrorTime)}, {"text", connection.lastError}};
   }
   return json;
-}
-
-Json viewJson(const View& view) {
-  switch (view.kind) {
-    case View::Kind::Show:
-      break;
-    case View::Kind::Slide:
-      return {{"kind", "slide"}, {"slide", view.slide}};
-    case View::Kind::Shape:
-      return {{"kind", "shape"}, {"slide", view.slide}, {"element", view.elementId}};
-  }
-  return {{"kind", "show"}};
 }
 
 Json screenJson(const Screens::Screen& screen, std::uint64_t newest) {

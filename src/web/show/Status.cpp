@@ -9,6 +9,7 @@
 #include "json/Json.h"
 #include "web/show/Broadcast.h"
 #include "web/show/ClientFiles.h"
+#include "web/show/ViewJson.h"
 
 namespace web {
 namespace {
@@ -55,13 +56,13 @@ class Judges {
   Level worst_ = Level::Good;
 };
 
-Json showJson(const ScreenState& state, int position) {
+Json showStatus(const ScreenState& state, int position) {
   Json json = {{"slide", position}, {"slideCount", state.slideCount}, {"running", nullptr}};
   if (state.began) json["running"] = secondsSince(*state.began);
   return json;
 }
 
-Json connectionJson(const ConnectionHealth& connection) {
+Json connectionStatus(const ConnectionHealth& connection) {
   Json json = {{"connection", connection.number},
                {"description", connection.description},
                {"rows", connection.rows},
@@ -76,19 +77,7 @@ Json connectionJson(const ConnectionHealth& connection) {
   return json;
 }
 
-Json viewJson(const View& view) {
-  switch (view.kind) {
-    case View::Kind::Show:
-      break;
-    case View::Kind::Slide:
-      return {{"kind", "slide"}, {"slide", view.slide}};
-    case View::Kind::Shape:
-      return {{"kind", "shape"}, {"slide", view.slide}};
-  }
-  return {{"kind", "show"}};
-}
-
-Json screenJson(const Screens::Screen& screen, Clock::time_point now) {
+Json screenStatus(const Screens::Screen& screen, Clock::time_point now) {
   Json json = {{"screen", screen.number},
                {"view", viewJson(screen.view)},
                {"connected", secondsBetween(screen.opened, now)},
@@ -187,11 +176,11 @@ std::string withoutFolders(std::string_view text) {
 
 std::string statusJson(const Health& health, const ScreenState& state, const Broadcast& broadcast) {
   Judges judges;
-  Json show = showJson(state, health.position);
+  Json show = showStatus(state, health.position);
   judges.add(show, judged(state));
   Json connections = Json::array();
   for (const ConnectionHealth& connection : health.connections) {
-    connections.push_back(connectionJson(connection));
+    connections.push_back(connectionStatus(connection));
     judges.add(connections.back(), judged(connection));
   }
   Json slides = Json::array();
@@ -204,7 +193,7 @@ std::string statusJson(const Health& health, const ScreenState& state, const Bro
   for (const auto& [id, screen] : broadcast.screenBook().all()) {
     const auto waits =
         screen.painted ? broadcast.changedAt(screen.view, screen.painted->sequence + 1) : std::nullopt;
-    screens.push_back(screenJson(screen, now));
+    screens.push_back(screenStatus(screen, now));
     judges.add(screens.back(), judged(screen, broadcast.newest(screen.view), waits, now));
   }
   // By their secret names they would stand in a different order each time they come.

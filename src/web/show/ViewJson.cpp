@@ -1,0 +1,17 @@
+#include "web/show/ViewJson.h"
+
+namespace web {
+
+json::Json viewJson(const View& view) {
+  switch (view.kind) {
+    case View::Kind::Show:
+      break;
+    case View::Kind::Slide:
+      return {{"kind", "slide"}, {"slide", view.slide}};
+    case View::Kind::Shape:
+      return {{"kind", "shape"}, {"slide", view.slide}, {"element", view.elementId}};
+  }
+  return {{"kind", "show"}};
+}
+
+}  // namespace web
