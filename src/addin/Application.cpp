@@ -25,6 +25,7 @@ void CatchError() {
 
 Application::~Application() {
   if (gppApp) gppApp->Advise(nullptr);
+  modGlobalFunctions::HostApplication = nullptr;
 }
 
 void Application::InitHandler(const std::shared_ptr<PowerPoint::Application>& hostApplication,
@@ -32,6 +33,7 @@ void Application::InitHandler(const std::shared_ptr<PowerPoint::Application>& ho
   Log(DebugKind::Information, "InitHandler");
   gppApp = hostApplication;
   gppApp->Advise(this);
+  modGlobalFunctions::HostApplication = gppApp;
   progId_ = progId;
   if (!modVersionSpecific::InstallationOK(*gppApp)) return;
   Log(DebugKind::Information, "Opening menu");
@@ -157,6 +159,19 @@ void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& 
 } catch (...) {
   runtime_.reset();
   CatchError();
+}
+
+void Application::WindowSelectionChange(const std::shared_ptr<PowerPoint::Selection>&) {
+  Log(DebugKind::Event, "gppApp_WindowSelectionChange");
+}
+
+void Application::WindowActivate(const std::shared_ptr<PowerPoint::Presentation>&,
+                                 const std::shared_ptr<PowerPoint::DocumentWindow>&) {
+  Log(DebugKind::Event, "gppApp_WindowActivate");
+}
+
+void Application::PresentationPrint(const std::shared_ptr<PowerPoint::Presentation>&) {
+  Log(DebugKind::Event, "gppApp_PresentationPrint");
 }
 
 void Application::Log(modDebug::DebugKind kind, std::string_view text) {

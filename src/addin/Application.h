@@ -40,6 +40,10 @@ class Application final : public PowerPoint::ApplicationEvents {
   void SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) override;
   void SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) override;
   void SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
+  void WindowSelectionChange(const std::shared_ptr<PowerPoint::Selection>& selection) override;
+  void WindowActivate(const std::shared_ptr<PowerPoint::Presentation>& presentation,
+                      const std::shared_ptr<PowerPoint::DocumentWindow>& window) override;
+  void PresentationPrint(const std::shared_ptr<PowerPoint::Presentation>& presentation) override;
 
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);

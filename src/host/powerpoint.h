@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/graph.h"
+#include "host/office.h"
 #include "host/table.h"
 
 // The part of the PowerPoint object model that the system uses. Names, numbers
@@ -114,8 +115,12 @@ class GroupShapes;
 class Shape {
  public:
   virtual ~Shape() = default;
+  /// Names the shape on its slide for as long as it stands there.
+  [[nodiscard]] virtual std::int32_t Id() const = 0;
   /// Another shape of the slide may have the same.
   [[nodiscard]] virtual std::string Name() const = 0;
+  /// An error for one that another shape of the slide has, in any case of letters, and for the empty one.
+  virtual void Name(std::string_view name) = 0;
   [[nodiscard]] virtual ShapeType Type() const = 0;
   /// The frame on the slide as it is before the shape is rotated, in points from the slide's upper
   /// left corner.
@@ -174,6 +179,8 @@ class Slide {
   virtual ~Slide() = default;
   /// Its place in the presentation, from 1.
   [[nodiscard]] virtual std::int32_t SlideIndex() const = 0;
+  /// Names it in the presentation wherever it stands.
+  [[nodiscard]] virtual std::int32_t SlideID() const = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Shapes> Shapes() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() = 0;
@@ -247,6 +254,30 @@ class SlideShowWindow {
   [[nodiscard]] virtual std::shared_ptr<SlideShowView> View() = 0;
 };
 
+/// PpSelectionType.
+enum class SelectionType : std::int32_t { None = 0, Slides = 1, Shapes = 2, Text = 3 };
+
+/// What is selected in a document window.
+class Selection {
+ public:
+  virtual ~Selection() = default;
+  /// Text: the cursor stands in the text of the one shape that is selected.
+  [[nodiscard]] virtual SelectionType Type() const = 0;
+  /// The selected shapes (ShapeRange) in the order in which they were selected; none of any other type.
+  [[nodiscard]] virtual std::vector<std::shared_ptr<Shape>> ShapeRange() = 0;
+  /// The slides that they stand on, or those that are selected themselves (SlideRange); without a selection
+  /// the slide that is being edited, if there is one.
+  [[nodiscard]] virtual std::vector<std::shared_ptr<Slide>> SlideRange() = 0;
+};
+
+/// A window in which a presentation is edited.
+class DocumentWindow {
+ public:
+  virtual ~DocumentWindow() = default;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Presentation> Presentation() = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::Selection> Selection() = 0;
+};
+
 class Presentations {
  public:
   virtual ~Presentations() = default;
@@ -272,6 +303,13 @@ class ApplicationEvents {
   virtual void SlideShowNextSlide(const std::shared_ptr<SlideShowWindow>& window) = 0;
   /// The show has ended. It may come while a handler of the other events waits (Loop::DoEvents).
   virtual void SlideShowEnd(const std::shared_ptr<Presentation>& presentation) = 0;
+  /// Another selection, or another slide is being edited.
+  virtual void WindowSelectionChange(const std::shared_ptr<Selection>& selection) = 0;
+  /// The user goes on in this window.
+  virtual void WindowActivate(const std::shared_ptr<Presentation>& presentation,
+                              const std::shared_ptr<DocumentWindow>& window) = 0;
+  /// It is about to be printed.
+  virtual void PresentationPrint(const std::shared_ptr<Presentation>& presentation) = 0;
 };
 
 class Application {
@@ -280,6 +318,13 @@ class Application {
   /// "9.0" and what follows it: the major version stands before the first point.
   [[nodiscard]] virtual std::string Version() const = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Presentations> Presentations() = 0;
+  /// The window in which the user is at work; null without one (the object model raises an error then).
+  [[nodiscard]] virtual std::shared_ptr<DocumentWindow> ActiveWindow() = 0;
+  [[nodiscard]] virtual std::shared_ptr<Office::CommandBars> CommandBars() = 0;
+  /// What is changed from here to the end of the handler can be undone as one step that bears this label
+  /// ("Link Price"). Steps in a row with the same `run`, unless it is empty, are one. (The object model has
+  /// this without label and run.)
+  virtual void StartNewUndoEntry(std::string_view label, std::string_view run = {}) = 0;
   /// Subscribes to the events; the sink must outlive its subscription. A null
   /// sink ends it. One sink at a time.
   virtual void Advise(ApplicationEvents* sink) = 0;

@@ -15,6 +15,10 @@
 #include "host/bytes.h"
 #include "host/excel.h"
 
+namespace Forms {
+class View;
+}
+
 // What the system asks of the machine it runs on: time, timers, files,
 // settings, message boxes, the shell, the registry. Hosts supply them through
 // host::Services; tests supply fakes. Everything is called on one thread. A
@@ -200,6 +204,7 @@ class Registry {
 
 class Drives;
 class FileWatcher;
+class Jobs;
 
 /// Everything a host supplies. The host keeps the objects alive for as long as
 /// the system runs.
@@ -220,6 +225,10 @@ struct Services {
   Drives* drives = nullptr;
   /// Null where nobody tells of changes (host/file_watch.h).
   FileWatcher* fileWatcher = nullptr;
+  /// Null where what may wait is done at once, in the handler that asks for it (host/jobs.h).
+  Jobs* jobs = nullptr;
+  /// Null where no form can be shown (host/forms.h).
+  Forms::View* forms = nullptr;
 };
 
 /// The services in force, set once by the program (or anew by each test).

@@ -275,6 +275,19 @@ void clsPresentation::SetDistributionListTags(basic::Date start, basic::Date sto
   CatchError(modErrors::SavingDistributionList);
 }
 
+void clsPresentation::ShowPage(modPropertyPages::Page page) try {
+  modPropertyPages::Open(page, shared_from_this());
+} catch (...) {
+  CatchError();
+}
+
+void clsPresentation::ShowSlideShowProperties() { ShowPage(modPropertyPages::Page::SlideShow); }
+void clsPresentation::ShowSlideProperties() { ShowPage(modPropertyPages::Page::Slide); }
+void clsPresentation::ShowClockProperties() { ShowPage(modPropertyPages::Page::Clock); }
+void clsPresentation::ShowDataFieldProperties() { ShowPage(modPropertyPages::Page::DataField); }
+void clsPresentation::ShowDataObjectProperties() { ShowPage(modPropertyPages::Page::DataObject); }
+void clsPresentation::ShowGraphProperties() { ShowPage(modPropertyPages::Page::Graph); }
+
 bool clsPresentation::SlideHasConnections(PowerPoint::Slide& slide) const try {
   bool found = false;
   clsShape link;

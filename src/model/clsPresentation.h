@@ -14,12 +14,13 @@
 #include "host/powerpoint.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
+#include "model/modPropertyPages.h"
 
 namespace LF2000 {
 
 /// One presentation open in the host, with everything that its tags describe.
 /// Errors are reported by every operation itself, not raised.
-class clsPresentation {
+class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
  public:
   using ConnectionList = std::vector<std::shared_ptr<clsConnection>>;
 
@@ -53,6 +54,15 @@ class clsPresentation {
   void SetConnectionTags();
   void SetSlideTags(const clsSlide& slide, std::int32_t slideIndex);
   void SetDistributionListTags(basic::Date start, basic::Date stop, std::vector<std::string> computers);
+
+  // Open the property page of the presentation, of the slide or of the shapes that are selected in the active
+  // window (modPropertyPages).
+  void ShowSlideShowProperties();
+  void ShowSlideProperties();
+  void ShowClockProperties();
+  void ShowDataFieldProperties();
+  void ShowDataObjectProperties();
+  void ShowGraphProperties();
 
   /// Fills all linked shapes of a linked presentation, after a requery of every
   /// connection when asked. A shape that cannot be filled keeps no other from it; of the failures of one
@@ -88,6 +98,7 @@ class clsPresentation {
   void FillTable(const clsShape& link, std::int32_t displayType);
   void FillObject(const clsShape& link, std::int32_t displayType);
   void RequireVersionTag();
+  void ShowPage(modPropertyPages::Page page);
 
   std::shared_ptr<PowerPoint::Presentation> presentation_;
   ConnectionList connections_;

@@ -101,7 +101,9 @@ class Shape final : public PowerPoint::Shape,
                     public std::enable_shared_from_this<Shape> {
  public:
   explicit Shape(std::string shapeName) : name(std::move(shapeName)) {}
+  std::int32_t Id() const override { return id; }
   std::string Name() const override { return name; }
+  void Name(std::string_view value) override { name = value; }
   PowerPoint::ShapeType Type() const override { return type; }
   double Left() const override { return left; }
   double Top() const override { return top; }
@@ -159,6 +161,7 @@ class Shape final : public PowerPoint::Shape,
     return table;
   }
 
+  std::int32_t id = 0;
   std::string name;
   std::string text;
   std::string linkSource;
@@ -193,6 +196,7 @@ class Slide final : public PowerPoint::Slide,
                     public std::enable_shared_from_this<Slide> {
  public:
   std::int32_t SlideIndex() const override { return index; }
+  std::int32_t SlideID() const override { return 255 + index; }
   std::shared_ptr<PowerPoint::Shapes> Shapes() override { return shared_from_this(); }
   std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
   std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() override { return transition; }
@@ -214,6 +218,7 @@ class Slide final : public PowerPoint::Slide,
 
   fakes::Shape& Add(std::string name) {
     shapes.push_back(std::make_shared<fakes::Shape>(std::move(name)));
+    shapes.back()->id = Count() + 1;
     return *shapes.back();
   }
   /// A text or, by its type 3, a picture that shows a value of a connection.
@@ -349,7 +354,16 @@ class Application final : public PowerPoint::Application,
   std::shared_ptr<PowerPoint::Presentations> Presentations() override { return shared_from_this(); }
   void Advise(PowerPoint::ApplicationEvents* events) override { sink = events; }
   std::int32_t Count() const override { return openCount; }
+  std::shared_ptr<PowerPoint::DocumentWindow> ActiveWindow() override { return window; }
+  std::shared_ptr<Office::CommandBars> CommandBars() override { return commandBars; }
+  void StartNewUndoEntry(std::string_view label, std::string_view run) override {
+    undoEntries.emplace_back(label, run);
+  }
 
+  /// Null without one.
+  std::shared_ptr<PowerPoint::DocumentWindow> window;
+  std::shared_ptr<Office::CommandBars> commandBars;
+  std::vector<std::pair<std::string, std::string>> undoEntries;
   std::string version = "9.0.2716";
   std::int32_t openCount = 1;
   PowerPoint::ApplicationEvents* sink = nullptr;

@@ -34,6 +34,14 @@ class RecordedEvents final : public PowerPoint::ApplicationEvents {
     if (onEnd) onEnd();
   }
 
+  void WindowSelectionChange(const std::shared_ptr<PowerPoint::Selection>&) override {
+    log.emplace_back("selection");
+  }
+  void WindowActivate(const Presentation&, const std::shared_ptr<PowerPoint::DocumentWindow>&) override {
+    log.emplace_back("activate");
+  }
+  void PresentationPrint(const Presentation&) override { log.emplace_back("print"); }
+
   /// What was written since the last call.
   std::vector<std::string> take() { return std::exchange(log, {}); }
 

@@ -22,6 +22,7 @@ void Reset() {
   SavedBeforeShow = 0;
   CurrentExcelState = ExcelState::Unknown;
   SystemExcel.reset();
+  HostApplication.reset();
 }
 
 namespace {
@@ -46,6 +47,7 @@ void ShutDownExcel() {
     if (!SystemExcel->Visible()) SystemExcel->Quit();
   });
   SystemExcel.reset();
+  HostApplication.reset();
   CurrentExcelState = ExcelState::Unknown;
 }
 

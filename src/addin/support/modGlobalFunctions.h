@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "host/excel.h"
+#include "host/powerpoint.h"
 
 namespace LF2000 {
 
@@ -22,6 +23,8 @@ inline std::int32_t CurrentDisplayType = 0;
 /// resolve against OfflineGenerationBase, which the generating runtime sets.
 inline bool OfflineGenerationActive = false;
 inline std::string OfflineGenerationBase;
+/// The application that the add-in is connected to; null while it is not.
+inline std::shared_ptr<PowerPoint::Application> HostApplication;
 /// The presentation's Saved flag as it was when the slide show began.
 inline std::int32_t SavedBeforeShow = 0;
 

@@ -69,6 +69,19 @@ std::shared_ptr<Presentation> Application::keep(std::shared_ptr<Presentation> pr
   return open_.emplace_back(std::move(presentation));
 }
 
+void Application::activate(const std::shared_ptr<DocumentWindow>& window) {
+  if (window_ == window) return;
+  window_ = window;
+  if (window_ && sink_ != nullptr) sink_->WindowActivate(window_->Presentation(), window_);
+}
+
+void Application::select(DocumentWindow& window, std::int32_t slide, std::vector<std::uint32_t> shapes) {
+  const std::pair before(window.slide(), window.shapes());
+  window.select(slide, std::move(shapes));
+  if (before == std::pair(window.slide(), window.shapes())) return;
+  raise<PowerPoint::Selection>(&PowerPoint::ApplicationEvents::WindowSelectionChange, window.Selection());
+}
+
 void Application::close(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   const auto find = [&] { return std::find(open_.begin(), open_.end(), presentation); };
   if (find() == open_.end()) return;

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "deck/bars/CommandBars.h"
+#include "deck/objects/DocumentWindow.h"
 #include "deck/objects/Presentation.h"
 
 namespace deck {
@@ -16,6 +21,11 @@ class Application final : public PowerPoint::Application, public std::enable_sha
   /// Version of the object model that the system is written against.
   [[nodiscard]] std::string Version() const override { return "9.0.2716"; }
   [[nodiscard]] std::shared_ptr<PowerPoint::Presentations> Presentations() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::DocumentWindow> ActiveWindow() override { return window_; }
+  [[nodiscard]] std::shared_ptr<Office::CommandBars> CommandBars() override { return bars_; }
+  void StartNewUndoEntry(std::string_view label, std::string_view run) override {
+    if (undoEntryStarted_) undoEntryStarted_(label, run);
+  }
   void Advise(PowerPoint::ApplicationEvents* sink) override { sink_ = sink; }
 
   /// What becomes of a deck that is not whole: Repaired shows what can be read of it (see repair()), and the
@@ -36,6 +46,19 @@ class Application final : public PowerPoint::Application, public std::enable_sha
   void close(const std::shared_ptr<PowerPoint::Presentation>& presentation);
   [[nodiscard]] const std::vector<std::shared_ptr<Presentation>>& openPresentations() const { return open_; }
 
+  /// What shows the bars reads them here.
+  [[nodiscard]] deck::CommandBars& bars() { return *bars_; }
+  /// Who keeps the steps that can be undone hears where one begins.
+  void onUndoEntry(std::function<void(std::string_view label, std::string_view run)> started) {
+    undoEntryStarted_ = std::move(started);
+  }
+  /// The author goes on in this window; null when the last one has been closed. Raises WindowActivate when it
+  /// was another one before.
+  void activate(const std::shared_ptr<DocumentWindow>& window);
+  /// Selects in a window (see DocumentWindow::select), and raises WindowSelectionChange when that is another
+  /// selection than before.
+  void select(DocumentWindow& window, std::int32_t slide, std::vector<std::uint32_t> shapes);
+
   /// Raises an event, if somebody listens.
   template <typename Argument>
   void raise(void (PowerPoint::ApplicationEvents::*event)(const std::shared_ptr<Argument>&),
@@ -49,6 +72,9 @@ class Application final : public PowerPoint::Application, public std::enable_sha
 
   std::vector<std::shared_ptr<Presentation>> open_;
   PowerPoint::ApplicationEvents* sink_ = nullptr;
+  std::shared_ptr<DocumentWindow> window_;
+  std::shared_ptr<deck::CommandBars> bars_ = deck::CommandBars::create();
+  std::function<void(std::string_view, std::string_view)> undoEntryStarted_;
 };
 
 }  // namespace deck

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "basic/Strings.h"
 #include "deck/Failure.h"
 #include "deck/objects/Application.h"
 #include "deck/objects/Links.h"
@@ -12,11 +13,16 @@
 #include "deck/objects/SlideShowSettings.h"
 #include "deck/objects/Tags.h"
 #include "host/services.h"
+#include "opc/Xml.h"
 
 namespace deck {
 namespace {
 
 std::string_view rootName(opc::Part& part) { return part.xml().document_element().name(); }
+
+presentationml::ShapeIndex indexOf(opc::Part& slide) {
+  return presentationml::ShapeIndex(presentationml::shapeTree(slide.xml().document_element()));
+}
 
 }  // namespace
 
@@ -51,7 +57,7 @@ void Presentation::loadSlides() {
     if (target == nullptr) fail(which + ": its part " + relationship->target + " is missing");
     const pugi::xml_node root = target->xml().document_element();
     if (std::string_view(root.name()) != "p:sld") fail(which + ": " + target->name() + " holds no slide");
-    auto shapes = std::make_unique<presentationml::ShapeIndex>(root.child("p:cSld").child("p:spTree"));
+    auto shapes = std::make_unique<presentationml::ShapeIndex>(indexOf(*target));
     slides_.push_back({target, node.attribute("id").as_uint(), id, std::move(shapes)});
   }
 }
@@ -199,6 +205,27 @@ void Presentation::showOwnPicture(std::int32_t slideIndex, pugi::xml_node shape)
   if (!pictures_.shows(shape, LivePictures::Reason::Data) || !pictures_.showOwn(shape)) return;
   loadLink(slideIndex, shape);
   noteShapeChange(slideIndex, shape);
+}
+
+void Presentation::renameShape(std::int32_t slideIndex, pugi::xml_node shape, std::string_view name) {
+  const std::string legal = opc::xml::legalText(name);
+  if (legal.empty()) fail("A shape needs a name.");
+  const auto& all = shapesOf(slideIndex).all();
+  const bool isTaken = std::any_of(all.begin(), all.end(), [&](pugi::xml_node other) {
+    return other != shape && basic::EqualsIgnoreCase(presentationml::shapeName(other), legal);
+  });
+  if (isTaken)
+    fail("Another shape on slide " + std::to_string(slideIndex) + " is named " + basic::InQuotes(legal) +
+         ".");
+  pugi::xml_node properties = presentationml::shapeProperties(shape);
+  if (legal == properties.attribute("name").value()) return;
+  pugi::xml_attribute stored = properties.attribute("name");
+  if (!stored) stored = properties.append_attribute("name");
+  stored = legal.c_str();
+  SlideEntry& entry = slides_[static_cast<std::size_t>(slideIndex - 1)];
+  *entry.shapes = indexOf(*entry.part);
+  noteShapeChange(slideIndex, shape);
+  Saved(false);
 }
 
 std::int32_t Presentation::slideCount() const { return static_cast<std::int32_t>(slides_.size()); }

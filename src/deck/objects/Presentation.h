@@ -75,6 +75,9 @@ class Presentation final : public PowerPoint::Presentation,
   /// The index of the slide that the presentation part refers to by this
   /// relationship; nothing when none does.
   [[nodiscard]] std::optional<std::int32_t> slideByRelationship(std::string_view id) const;
+  /// Gives a top-level shape another name; an error when another shape of the slide has it, in any case of
+  /// letters, and when it is empty.
+  void renameShape(std::int32_t slideIndex, pugi::xml_node shape, std::string_view name);
   [[nodiscard]] TagStore& tagStore() { return tags_; }
   [[nodiscard]] ChartStore& charts() { return charts_; }
   [[nodiscard]] AuthorsCells& authorsCells() { return authorsCells_; }

@@ -35,6 +35,8 @@ void Shape::failFor(const char* what) const {
        ".");
 }
 
+void Shape::Name(std::string_view name) { presentation_->renameShape(slideIndex_, node_, name); }
+
 bool Shape::HasTextFrame() const { return std::string_view(node_.name()) == "p:sp"; }
 
 std::shared_ptr<PowerPoint::TextFrame> Shape::TextFrame() {

@@ -33,7 +33,11 @@ class Shape final : public PowerPoint::Shape {
   Shape(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex, pugi::xml_node node)
       : presentation_(std::move(presentation)), slideIndex_(slideIndex), node_(node) {}
 
+  [[nodiscard]] std::int32_t Id() const override {
+    return static_cast<std::int32_t>(presentationml::shapeId(node_));
+  }
   [[nodiscard]] std::string Name() const override { return std::string(presentationml::shapeName(node_)); }
+  void Name(std::string_view name) override;
   [[nodiscard]] PowerPoint::ShapeType Type() const override { return presentationml::shapeType(node_); }
   [[nodiscard]] double Left() const override { return points(frame().left); }
   [[nodiscard]] double Top() const override { return points(frame().top); }

@@ -25,6 +25,9 @@ class Slide final : public PowerPoint::Slide {
       : presentation_(std::move(presentation)), index_(index) {}
 
   [[nodiscard]] std::int32_t SlideIndex() const override { return index_; }
+  [[nodiscard]] std::int32_t SlideID() const override {
+    return static_cast<std::int32_t>(presentation_->slideId(index_));
+  }
   [[nodiscard]] std::shared_ptr<PowerPoint::Shapes> Shapes() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() override;
