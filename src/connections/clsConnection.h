@@ -8,6 +8,7 @@
 
 #include "addin/support/modDebug.h"
 #include "basic/Date.h"
+#include "connections/DataPreview.h"
 #include "host/adodb.h"
 #include "host/excel.h"
 #include "host/graph.h"
@@ -96,6 +97,10 @@ class clsConnection {
   [[nodiscard]] std::string GetValueObject(double row, std::string_view column, std::string_view folder,
                                            std::string_view extension, std::int16_t displayType,
                                            bool showMarkers, bool& noValue);
+  /// What shapes see from now on in place of the data; RecordCount and the others go by it as well. Holds
+  /// over requeries, and ends when the connection is opened anew. Nothing while the data is not open.
+  void Preview(DataPreview preview);
+  [[nodiscard]] DataPreview Preview() const { return preview_; }
   /// Whether the data hold nothing there: Null, or no such row. What is empty to
   /// GetValueDatabase may be an empty text.
   [[nodiscard]] bool IsNull(double row, std::string_view column);
@@ -155,6 +160,7 @@ class clsConnection {
   void DefineExcelFields(Excel::Range& range, ADODB::Recordset& recordset) const;
   [[nodiscard]] std::int64_t FillExcelRecords(Excel::Range& range, ADODB::Recordset& recordset) const;
   void OpenDatabaseRecordset();
+  bool RequeryData(bool forced);
   bool RequeryDatabase(bool forced);
   bool RequeryFile(bool forced);
   void NoteReading();
@@ -185,6 +191,9 @@ class clsConnection {
   /// Never assigned, so that a source that is not ready counts as timed out at once.
   basic::Date connectionStartTime_;
   std::shared_ptr<ADODB::Recordset> recordset_;
+  DataPreview preview_ = DataPreview::AsTheyAre;
+  /// The data, while what stands in for them lies in their place.
+  std::shared_ptr<ADODB::Recordset> previewed_;
   basic::Date recordsetStartTime_;
   std::shared_ptr<Excel::Workbook> workbook_;
   std::shared_ptr<Excel::Worksheet> worksheet_;

@@ -45,6 +45,8 @@ std::string clsConnection::ResolvedFile() const {
 void clsConnection::OpenConnection() try {
   dataOpen_ = false;
   isCurrent_ = false;
+  preview_ = DataPreview::AsTheyAre;
+  previewed_.reset();
   switch (Kind()) {
     case ConnectionKind::TextFile:
       OpenTextFile();
@@ -253,14 +255,27 @@ bool clsConnection::Requery(bool forced) try {
     Log(DebugKind::Information, "Requery " + connectionTagNumber_);
     Log(DebugKind::Variable, "Forced:" + basic::CStr(forced));
   }
+  const DataPreview preview = preview_;
+  Preview(DataPreview::AsTheyAre);
+  try {
+    const bool isCurrent = RequeryData(forced);
+    Preview(preview);
+    return isCurrent;
+  } catch (...) {
+    Preview(preview);
+    throw;
+  }
+} catch (...) {
+  RaiseFor(Kind(), connectionDescription_, modErrors::RequeryingFile, modErrors::RequeryingDatabase,
+           modErrors::RequeryingExcelFile);
+}
+
+bool clsConnection::RequeryData(bool forced) {
   const std::int64_t before = dataVersion_;
   const bool isCurrent =
       Kind() == ConnectionKind::Database ? RequeryDatabase(forced) : IsFile() && RequeryFile(forced);
   if (dataVersion_ != before) RequireUsedColumns();
   return isCurrent;
-} catch (...) {
-  RaiseFor(Kind(), connectionDescription_, modErrors::RequeryingFile, modErrors::RequeryingDatabase,
-           modErrors::RequeryingExcelFile);
 }
 
 bool clsConnection::RequeryDatabase(bool forced) {

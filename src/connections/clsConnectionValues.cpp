@@ -1,5 +1,7 @@
 // What a connection answers to the shapes that show its data.
 
+#include <utility>
+
 #include "addin/support/modErrors.h"
 #include "basic/Conversion.h"
 #include "basic/Strings.h"
@@ -86,6 +88,15 @@ std::string clsConnection::GetValueObject(double row, std::string_view column, s
   }
   if (!extension.empty()) text.append(".").append(extension);
   return text;
+}
+
+void clsConnection::Preview(DataPreview preview) {
+  if (preview == preview_ || !recordset_) return;
+  WaitForRows();
+  if (!previewed_) previewed_ = recordset_;
+  const bool isData = preview == DataPreview::AsTheyAre;
+  recordset_ = isData ? std::exchange(previewed_, nullptr) : StandInFor(*previewed_, preview);
+  preview_ = preview;
 }
 
 bool clsConnection::GetValueGraph(MSGraph::Table& table) {

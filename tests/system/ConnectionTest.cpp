@@ -81,6 +81,30 @@ TEST_F(ConnectionTest, ValuesAreReadByRowAndColumn) {
             "17 Error while retrieving value of column Colour of row 1.\r\n");
 }
 
+TEST_F(ConnectionTest, OtherRowsStandInForTheDataUntilItIsOpenedAnew) {
+  OpenSales("Name\tPrice\nTea\t3,50\nCr\u00e8me\t4\nMilk\t12,50\n");
+  connection.Preview(DataPreview::LongestTexts);
+  EXPECT_EQ(Value(1, "Name"), "Cr\u00e8me");
+  EXPECT_EQ(Value(3, "Price"), "12,50");
+  EXPECT_EQ(connection.RecordCount(), 3);
+  connection.Preview(DataPreview::NoRows);
+  EXPECT_EQ(Value(1, "Name"), "");
+  EXPECT_EQ(connection.RecordCount(), 0);
+  EXPECT_EQ(connection.Columns(), (std::vector<std::string>{"", "Name", "Price"}));
+
+  machine.files.Write("/decks/sales.txt", "Name\nSugar\n");
+  EXPECT_TRUE(connection.Requery(false));
+  EXPECT_EQ(connection.RecordCount(), 0);
+  EXPECT_EQ(connection.Columns(), (std::vector<std::string>{"", "Name"}));
+  connection.Preview(DataPreview::AsTheyAre);
+  EXPECT_EQ(Value(1, "Name"), "Sugar");
+
+  connection.Preview(DataPreview::NoRows);
+  connection.OpenConnection();
+  connection.OpenRecordset();
+  EXPECT_EQ(Value(1, "Name"), "Sugar");
+}
+
 TEST_F(ConnectionTest, MarkersShowAtDesignTimeOnly) {
   OpenSales();
   EXPECT_EQ(Value(9, "Name", true), "");
