@@ -10,6 +10,7 @@
 #include "fakes/FakeServices.h"
 #include "model/modManyLinks.h"
 #include "model/modPlaces.h"
+#include "model/modRelink.h"
 #include "model/modShapeGrid.h"
 
 namespace LF2000 {
@@ -291,6 +292,43 @@ TEST_F(ManyLinksTest, EverythingThatHindersIsToldAtOnce) {
                           HasSubstr("'d' holds a mark that names no row")));
   ASSERT_EQ(texts.Links.size(), 1U) << "what is linked already shows data, no marks";
   EXPECT_EQ(texts.Links[0].Value.Column, "Time");
+}
+
+TEST(RelinkTest, LeadsThoseOfOneColumnToAnother) {
+  fakes::Machine machine;
+  const auto presentation = std::make_shared<fakes::Presentation>();
+  fakes::Presentation& deck = *presentation;
+  deck.Add().AddField("a", 1, "001", "Preis");
+  fakes::Slide& second = deck.Add();
+  second.AddField("b", 2, "001", "PREIS", /*sourceType=*/3)
+      .tags->Add("CORVANE COLUMN OBJECT FOLDER", "photos");
+  second.AddField("c", 3, "001", "Name");
+  second.AddField("d", 4, "002", "Preis");
+  second.AddChart("e");
+
+  const auto links = modRelink::FindLinks(deck, "001", "preis");
+  EXPECT_THAT(modRelink::ColumnsOf(modRelink::FindLinks(deck, "001")), ElementsAre("Preis", "Name"));
+  modRelink::Relink(links, "001", "Price");
+  EXPECT_EQ((*deck.slides[0]->shapes[0]->tags)["CORVANE COLUMN COLUMNNAME"], "Price");
+  const fakes::Tags& picture = *second.shapes[0]->tags;
+  EXPECT_EQ(picture["CORVANE COLUMN COLUMNNAME"], "Price");
+  EXPECT_EQ(picture["CORVANE COLUMN ROW"], "2");
+  EXPECT_EQ(picture["CORVANE COLUMN OBJECT FOLDER"], "photos");
+  EXPECT_EQ(picture["CORVANE COLUMN OBJECT EXTESION"], "(none)");
+  EXPECT_EQ((*second.shapes[1]->tags)["CORVANE COLUMN COLUMNNAME"], "Name");
+  EXPECT_EQ((*second.shapes[2]->tags)["CORVANE COLUMN COLUMNNAME"], "Preis");
+
+  modRelink::Relink(modRelink::FindLinks(deck, "001"), "003");
+  EXPECT_EQ((*second.shapes[1]->tags)["CORVANE COLUMN TAG"], "003");
+  EXPECT_EQ((*second.shapes[3]->tags)["CORVANE COLUMN TAG"], "003");
+  EXPECT_EQ((*second.shapes[3]->tags)["CORVANE COLUMN COLUMNNAME"], "(none)");
+}
+
+TEST(RelinkTest, TheLikestColumnComesFirst) {
+  const std::vector<std::string> columns{"", "Item", "Unit price", "Price", "", "Gate"};
+  EXPECT_THAT(modRelink::ByLikeness("Preis", columns), ElementsAre("Price", "Item", "Gate", "Unit price"));
+  EXPECT_EQ(modRelink::ByLikeness("PRICE €", columns).front(), "Price");
+  EXPECT_THAT(modRelink::ByLikeness("", {""}), IsEmpty());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,12 @@ struct Finding {
   std::string shape;
   /// One sentence.
   std::string text;
+  /// Of the shape; 0 where there is none.
+  std::uint32_t shapeId = 0;
+  /// What a link asks for that is not there: a connection, or a column of one that is there. Empty where the
+  /// finding is about something else.
+  std::string connection = {};
+  std::string column = {};
 };
 
 using Findings = std::vector<Finding>;

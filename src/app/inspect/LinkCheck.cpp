@@ -25,7 +25,6 @@ namespace app {
 
 namespace {
 
-using LF2000::clsConnection;
 using LF2000::SourceType;
 
 /// What a link can ask of a connection.
@@ -46,8 +45,8 @@ class LinkCheck {
  public:
   explicit LinkCheck(deck::Presentation& deck) : deck_(deck) {}
 
-  Findings run() {
-    for (const StoredConnection& stored : storedConnections(deck_)) open(stored);
+  Findings run(const std::vector<CheckedSource>& sources) {
+    for (const CheckedSource& source : sources) note(source);
     for (std::int32_t slide = 1; slide <= deck_.slideCount(); ++slide) {
       const std::vector<LinkedShape> shapes = linkedShapes(deck_, slide);
       for (const LinkedShape& shape : shapes) check(slide, shape);
@@ -61,25 +60,20 @@ class LinkCheck {
   }
 
  private:
-  void open(const StoredConnection& stored) {
-    clsConnection& connection = *stored.connection;
-    Source& source = sources_[stored.number];
-    source.name = stored.number + " (" + connection.ConnectionDescription() + ")";
-    if (!stored.failure.empty()) {
+  void note(const CheckedSource& checked) {
+    Source& source = sources_[checked.number];
+    source.name = checked.number;
+    if (!checked.description.empty()) source.name += " (" + checked.description + ")";
+    if (checked.isUnknown) return;
+    if (!checked.look.isReadable()) {
       findings_.push_back(
-          {Finding::Gravity::Broken, 0, "", "Connection " + stored.number + ": " + stored.failure});
-      return;
-    }
-    const SourceLook look = lookInto(connection);
-    if (!look.isReadable()) {
-      findings_.push_back(
-          {Finding::Gravity::Broken, 0, "", "Connection " + source.name + ": " + look.failure});
+          {Finding::Gravity::Broken, 0, "", "Connection " + source.name + ": " + checked.look.failure});
       return;
     }
     source.isReadable = true;
-    source.columns = look.columns;
-    source.rowCount = static_cast<double>(look.rowCount);
-    for (const std::string& remark : look.remarks) {
+    source.columns = checked.look.columns;
+    source.rowCount = static_cast<double>(checked.look.rowCount);
+    for (const std::string& remark : checked.look.remarks) {
       findings_.push_back({Finding::Gravity::Note, 0, "", "Connection " + source.name + ": " + remark});
     }
   }
@@ -87,8 +81,9 @@ class LinkCheck {
   void check(int slide, const LinkedShape& shape) {
     const auto type = static_cast<SourceType>(shape.sourceType);
     if (type == SourceType::Clock) return;
-    const auto complain = [&](const std::string& text) {
-      findings_.push_back({Finding::Gravity::Broken, slide, shape.name, text});
+    const auto complain = [&](const std::string& text, const std::string& column = {}) {
+      findings_.push_back(
+          {Finding::Gravity::Broken, slide, shape.name, text, shape.id, shape.connection, column});
     };
     const auto found = sources_.find(shape.connection);
     if (found == sources_.end()) {
@@ -106,9 +101,10 @@ class LinkCheck {
       return basic::EqualsIgnoreCase(column, shape.column);
     });
     if (!hasColumn) {
-      complain("Connection " + source.name + " has no column '" + shape.column + "'.");
+      complain("Connection " + source.name + " has no column '" + shape.column + "'.", shape.column);
     } else if (shape.row < 1) {
-      complain("Row " + basic::CStr(shape.row) + " is none: rows count from 1.");
+      findings_.push_back({Finding::Gravity::Broken, slide, shape.name,
+                           "Row " + basic::CStr(shape.row) + " is none: rows count from 1.", shape.id});
     } else if (shape.row > source.rowCount) {
       source.blankRows[slide].push_back(shape.row);
     }
@@ -141,7 +137,7 @@ class LinkCheck {
     try {
       static_cast<void>(LF2000::modTable::ColumnsOf(*table, columns, "Connection " + source.name));
     } catch (const basic::Error& error) {
-      findings_.push_back({Finding::Gravity::Broken, slide, shape.name, error.description});
+      findings_.push_back({Finding::Gravity::Broken, slide, shape.name, error.description, shape.id});
     }
     const std::int32_t rows = LF2000::modTable::BodyRows(*table);
     if (source.rowCount <= rows || scrolls(slide, shape)) return;
@@ -212,6 +208,24 @@ class LinkCheck {
 
 }  // namespace
 
-Findings checkLinks(deck::Presentation& deck) { return LinkCheck(deck).run(); }
+Findings checkLinks(deck::Presentation& deck) {
+  std::vector<CheckedSource> sources;
+  for (const StoredConnection& stored : storedConnections(deck)) {
+    CheckedSource source;
+    source.number = stored.number;
+    if (stored.failure.empty()) {
+      source.description = stored.connection->ConnectionDescription();
+      source.look = lookInto(*stored.connection);
+    } else {
+      source.look.failure = stored.failure;
+    }
+    sources.push_back(std::move(source));
+  }
+  return checkLinks(deck, sources);
+}
+
+Findings checkLinks(deck::Presentation& deck, const std::vector<CheckedSource>& sources) {
+  return LinkCheck(deck).run(sources);
+}
 
 }  // namespace app
