@@ -23,13 +23,17 @@ struct Job {
   std::string Caption;
   /// Does it. It may let the loop run while it waits (Loop::DoEvents), and throws when it fails.
   std::function<void()> Work;
-  /// Makes the work end early, by an error; called from the loop while it waits.
+  /// Makes the work end early, by an error; called from the loop while it waits, and again when that did not
+  /// help. Null where it cannot be ended.
   std::function<void()> Cancel;
   /// Milliseconds after which it is cancelled; 0: it is waited for as long as it takes.
   std::int32_t Deadline = 0;
   /// How it ended; null when nobody is to hear.
   std::function<void(const JobEnd&)> Done;
 };
+
+/// Does the job's work here and now: Done, or Failed with what it threw.
+[[nodiscard]] JobEnd DoWork(const Job& job);
 
 /// A job that waits its turn or is under way.
 class RunningJob {
