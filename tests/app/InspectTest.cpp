@@ -6,7 +6,9 @@
 #include "app/ShowTest.h"
 #include "app/inspect/CollectedErrors.h"
 #include "app/inspect/LinkCheck.h"
+#include "app/inspect/LinkRepair.h"
 #include "app/inspect/Standstill.h"
+#include "app/wiring/LinkedShapes.h"
 
 namespace app::test {
 namespace {
@@ -56,6 +58,24 @@ TEST_F(InspectTest, FindsLinksThatLeadNowhere) {
                           "p4: Row 0 is none: rows count from 1.",
                           "p5: It is linked to connection 002, which the deck does not have.",
                           "note: Connection 001 (Prices) has 1 row today; what shows row 2 of it is blank."));
+}
+
+TEST_F(InspectTest, MendsLinksThatMissTheSameTogether) {
+  const auto deck =
+      linked({{"001", "Preis", "1"}, {"001", "PREIS", "2"}, {"003", "Item", "1"}, {"001", "Item", "1"}})
+          .presentation();
+  const std::vector<CheckedSource> sources{{"001", "Prices", {{"Item", "Price"}, {}, 2, {}, {}}}};
+  const std::vector<LinkRepair> repairs = repairsFor(checkLinks(*deck, sources), sources);
+  ASSERT_EQ(repairs.size(), 2U);
+  EXPECT_EQ(repairs[0].text(), "Column 'Preis' is gone from 001. 2 shapes use it.");
+  EXPECT_THAT(repairs[0].choices, ElementsAre("Price", "Item"));
+  EXPECT_EQ(repairs[1].text(), "The deck has no connection 003. 1 shape uses it.");
+
+  repair(*deck, repairs[0], "Price");
+  repair(*deck, repairs[1], repairs[1].choices.front());
+  EXPECT_THAT(repairsFor(checkLinks(*deck, sources), sources), testing::IsEmpty());
+  EXPECT_EQ(linkedShapes(*deck, 1)[1].column, "Price");
+  EXPECT_EQ(linkedShapes(*deck, 1)[2].connection, "001");
 }
 
 TEST_F(InspectTest, NotesRowsThatAreNotShownToday) {
