@@ -42,12 +42,13 @@ UpDown::UpDown(Form& form, std::string name, TextBox& buddy, std::int64_t minimu
   Set("Maximum", maximum);
 }
 
-/// A text that is no number counts as what lies before the first step.
+/// A text that is no number counts as what lies before the first step, a number out of bounds as what lies
+/// behind the last one.
 void UpDown::Step(std::int64_t steps) {
   const std::string& text = buddy_.Text();
   std::int64_t number = steps > 0 ? minimum_ - 1 : minimum_ + 1;
   std::from_chars(text.data(), text.data() + text.size(), number);
-  number = std::clamp(number, minimum_ - 1, maximum_);
+  number = std::clamp(number, minimum_ - 1, maximum_ + 1);
   steps = std::clamp(steps, minimum_ - maximum_, maximum_ - minimum_);
   buddy_.Text(std::to_string(std::clamp(number + steps, minimum_, maximum_)));
 }
@@ -322,7 +323,7 @@ void Form::Tell() {
 }
 
 void Form::Complain(Control& control, std::string_view text) {
-  control.Set("Problem", std::string(text));
+  if (control.Problem() != text) control.Set("Problem", std::string(text));
   if (isShown_ && !text.empty()) view_->Complain(*this, control);
 }
 

@@ -39,7 +39,7 @@ enum class Kind : std::uint8_t {
 struct Item {
   std::string Text;
   /// Said beside it in a lighter voice.
-  std::string Note;
+  std::string Note = {};
   bool Enabled = true;
   /// Of a list with columns: the cells behind Text.
   std::vector<std::string> Cells = {};

@@ -9,13 +9,6 @@ namespace LF2000::modLinkable {
 
 namespace {
 
-bool HasPicture(PowerPoint::Shape& shape) try {
-  static_cast<void>(shape.LinkFormat());
-  return true;
-} catch (const basic::Error&) {
-  return false;
-}
-
 std::string WhyNothing(PowerPoint::ShapeType type) {
   using PowerPoint::ShapeType;
   switch (type) {
@@ -37,6 +30,13 @@ std::string WhyNothing(PowerPoint::ShapeType type) {
 
 }  // namespace
 
+bool HasPicture(PowerPoint::Shape& shape) try {
+  static_cast<void>(shape.LinkFormat());
+  return true;
+} catch (const basic::Error&) {
+  return false;
+}
+
 Answer Examine(PowerPoint::Shape& shape) {
   const PowerPoint::ShapeType type = shape.Type();
   if (type == PowerPoint::ShapeType::Group) return {Shows::Nothing, WhyNothing(type)};
@@ -49,6 +49,41 @@ Answer Examine(PowerPoint::Shape& shape) {
   }
   if (HasPicture(shape)) return {Shows::File, {}};
   return {Shows::Nothing, WhyNothing(type)};
+}
+
+std::string KindName(PowerPoint::ShapeType type) {
+  using PowerPoint::ShapeType;
+  switch (type) {
+    case ShapeType::AutoShape:
+      return "shape";
+    case ShapeType::Chart:
+      return "chart";
+    case ShapeType::Freeform:
+      return "freeform";
+    case ShapeType::Group:
+      return "group";
+    case ShapeType::EmbeddedOLEObject:
+      return "object";
+    case ShapeType::Line:
+      return "line";
+    case ShapeType::LinkedOLEObject:
+      return "linked object";
+    case ShapeType::LinkedPicture:
+      return "linked picture";
+    case ShapeType::Picture:
+      return "picture";
+    case ShapeType::Placeholder:
+      return "placeholder";
+    case ShapeType::Media:
+      return "film or sound";
+    case ShapeType::TextBox:
+      return "text box";
+    case ShapeType::Table:
+      return "table";
+    case ShapeType::Diagram:
+      return "diagram";
+  }
+  return "shape";
 }
 
 NameCounts::NameCounts(PowerPoint::Slide& slide) {

@@ -20,6 +20,12 @@ struct Answer {
 
 [[nodiscard]] Answer Examine(PowerPoint::Shape& shape);
 
+/// Whether a file may be shown in the place of the shape's own picture, which may fill a shape with text.
+[[nodiscard]] bool HasPicture(PowerPoint::Shape& shape);
+
+/// What kind of shape it is, for people: "text box", "picture".
+[[nodiscard]] std::string KindName(PowerPoint::ShapeType type);
+
 /// How often each name occurs on a slide: links reach the first shape of a name alone.
 class NameCounts {
  public:

@@ -7,13 +7,15 @@
 
 namespace LF2000::modPlaces {
 
+Placed PlaceOf(const std::shared_ptr<PowerPoint::Shape>& shape) {
+  const double left = shape->Left();
+  const double top = shape->Top();
+  return {shape, {left, left + shape->Width()}, {top, top + shape->Height()}};
+}
+
 std::vector<Placed> PlacesOf(PowerPoint::Slide& slide) {
   std::vector<Placed> places;
-  modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
-    const double left = shape->Left();
-    const double top = shape->Top();
-    places.push_back({shape, {left, left + shape->Width()}, {top, top + shape->Height()}});
-  });
+  modSlides::ForEachShape(slide, [&](const auto& shape) { places.push_back(PlaceOf(shape)); });
   return places;
 }
 

@@ -24,6 +24,7 @@ struct Placed {
   Span Down;
 };
 
+[[nodiscard]] Placed PlaceOf(const std::shared_ptr<PowerPoint::Shape>& shape);
 /// The slide's shapes in drawing order.
 [[nodiscard]] std::vector<Placed> PlacesOf(PowerPoint::Slide& slide);
 

@@ -35,4 +35,9 @@ void Machine::UseFileWatcher(host::FileWatcher* watcher) {
   host::Use(services_);
 }
 
+void Machine::UseForms(Forms::View* view) {
+  services_.forms = view;
+  host::Use(services_);
+}
+
 }  // namespace fakes

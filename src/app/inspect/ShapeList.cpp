@@ -12,41 +12,6 @@ namespace {
 
 using LF2000::modLinkable::Shows;
 
-std::string kindOf(PowerPoint::ShapeType type) {
-  using PowerPoint::ShapeType;
-  switch (type) {
-    case ShapeType::AutoShape:
-      return "shape";
-    case ShapeType::Chart:
-      return "chart";
-    case ShapeType::Freeform:
-      return "freeform";
-    case ShapeType::Group:
-      return "group";
-    case ShapeType::EmbeddedOLEObject:
-      return "object";
-    case ShapeType::Line:
-      return "line";
-    case ShapeType::LinkedOLEObject:
-      return "linked object";
-    case ShapeType::LinkedPicture:
-      return "linked picture";
-    case ShapeType::Picture:
-      return "picture";
-    case ShapeType::Placeholder:
-      return "placeholder";
-    case ShapeType::Media:
-      return "film or sound";
-    case ShapeType::TextBox:
-      return "text box";
-    case ShapeType::Table:
-      return "table";
-    case ShapeType::Diagram:
-      return "diagram";
-  }
-  return "shape";
-}
-
 std::string nameOf(Shows shows) {
   switch (shows) {
     case Shows::Text:
@@ -67,7 +32,7 @@ ListedShape describe(PowerPoint::Shape& shape) {
   ListedShape listed;
   listed.id = presentationml::shapeId(static_cast<const deck::Shape&>(shape).node());
   listed.name = shape.Name();
-  listed.kind = kindOf(shape.Type());
+  listed.kind = LF2000::modLinkable::KindName(shape.Type());
   if (shape.HasTextFrame()) listed.text = shape.TextFrame()->TextRange()->Text();
   listed.left = shape.Left();
   listed.top = shape.Top();

@@ -1,0 +1,40 @@
+#include "pages/frmPage.h"
+
+#include <utility>
+
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
+
+namespace LF2000 {
+
+frmPage::frmPage(std::string name, std::string caption, Forms::Placement placement,
+                 std::shared_ptr<clsPresentation> presentation, Forms::Width width)
+    : Form(std::move(name), std::move(caption), width),
+      where_(placement),
+      presentation_(std::move(presentation)) {}
+
+void frmPage::AddOKCancel() {
+  if (IsDocked()) return;
+  auto& cmdOK = Add<Forms::CommandButton>("cmdOK", "OK");
+  auto& cmdCancel = Add<Forms::CommandButton>("cmdCancel", "Cancel");
+  cmdOK.Click = [this] {
+    if (Apply()) Close(Forms::Result::OK);
+  };
+  cmdCancel.Click = [this] { Close(Forms::Result::Cancel); };
+  AddButtons({&cmdOK, &cmdCancel});
+  DefaultButton(cmdOK);
+  CancelButton(cmdCancel);
+}
+
+void frmPage::BeginEdit(std::string_view label, std::string_view run) {
+  if (const auto& application = modGlobalFunctions::HostApplication) {
+    application->StartNewUndoEntry(label, run);
+  }
+}
+
+void frmPage::CatchError() {
+  modErrors::SetLastError();
+  modErrors::ReportError();
+}
+
+}  // namespace LF2000

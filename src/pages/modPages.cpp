@@ -1,0 +1,83 @@
+// Which page is shown for what is selected, and which pages stand docked in which window.
+
+#include "pages/modPages.h"
+
+#include <map>
+#include <string>
+
+#include "addin/support/modGlobalFunctions.h"
+#include "basic/Error.h"
+#include "host/services.h"
+#include "pages/frmNotLinkable.h"
+#include "pages/modSelected.h"
+
+namespace LF2000::modPages {
+
+namespace {
+
+using modPropertyPages::Page;
+using modSelected::Kind;
+using modSelected::Selected;
+
+struct Docked {
+  std::string Key;
+  std::weak_ptr<frmPage> Form;
+};
+/// By window, which is named by its address alone.
+std::map<const PowerPoint::DocumentWindow*, Docked> docked;
+
+/// Null where the kind has no page.
+std::shared_ptr<frmPage> PageFor(const std::shared_ptr<clsPresentation>& presentation,
+                                 const Selected& selected) {
+  switch (selected.Page) {
+    case Kind::NotLinkable:
+      return std::make_shared<frmNotLinkable>(presentation, selected);
+    default:
+      return nullptr;
+  }
+}
+
+void BringUpToDate(frmPage& page) {
+  page.Update([&page] { page.Reload(); });
+}
+
+}  // namespace
+
+void Install() { modPropertyPages::OpenWith(Open); }
+
+void Open(Page, const std::shared_ptr<clsPresentation>&) {
+  throw basic::Error(basic::AdapterError, "modPages", "This page is not there yet.");
+}
+
+void Dock(const std::shared_ptr<clsPresentation>& presentation) {
+  const auto& application = modGlobalFunctions::HostApplication;
+  const auto window = application ? application->ActiveWindow() : nullptr;
+  const Forms::View* view = host::Current().forms;
+  if (!window || view == nullptr || !view->Docks()) return;
+  const Selected selected = modSelected::Look(presentation->ActivePresentation());
+  if (!selected.Slide) return;
+  std::erase_if(docked, [](const auto& entry) { return entry.second.Form.expired(); });
+  Docked& place = docked[window.get()];
+  const std::string key = selected.Key();
+  const auto standing = place.Form.lock();
+  if (standing && standing->IsShown() && standing->Presentation() == presentation && place.Key == key) {
+    return BringUpToDate(*standing);
+  }
+  const auto page = PageFor(presentation, selected);
+  if (!page) return;
+  place = {key, page};
+  page->Open();
+}
+
+void Refresh(const std::shared_ptr<clsPresentation>& presentation) {
+  // A page that is brought up to date may run the loop.
+  const auto all = docked;
+  for (const auto& entry : all) {
+    const auto page = entry.second.Form.lock();
+    if (page && page->IsShown() && page->Presentation() == presentation) BringUpToDate(*page);
+  }
+}
+
+void Reset() { docked.clear(); }
+
+}  // namespace LF2000::modPages

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+
+#include "model/clsPresentation.h"
+#include "model/modPropertyPages.h"
+
+/// The property pages: which one is shown for what is selected.
+namespace LF2000::modPages {
+
+/// Enters the pages where presentations look for them (modPropertyPages).
+void Install();
+
+/// Shows a page as a dialog, for what is selected in the active window. Raises why there is nothing that it
+/// could be about.
+void Open(modPropertyPages::Page page, const std::shared_ptr<clsPresentation>& presentation);
+
+/// Shows the page that fits what is selected in the active window in its panel. One that is there already for
+/// the same shapes stays, and is brought up to date.
+void Dock(const std::shared_ptr<clsPresentation>& presentation);
+
+/// The presentation or its data have changed: brings the docked pages of all windows up to date.
+void Refresh(const std::shared_ptr<clsPresentation>& presentation);
+
+/// Forgets which pages are docked, for a test.
+void Reset();
+
+}  // namespace LF2000::modPages
