@@ -4,6 +4,7 @@
 
 #include "ado/Errors.h"
 #include "ado/Providers.h"
+#include "ado/Recordset.h"
 
 namespace ado {
 
@@ -46,6 +47,13 @@ std::int32_t Connection::State() {
       break;
   }
   return ADODB::adStateClosed;
+}
+
+std::shared_ptr<ADODB::Recordset> Connection::OpenSchema(ADODB::Schema schema, std::string_view table) {
+  auto recordset = std::make_shared<Recordset>();
+  recordset->ActiveConnection(shared_from_this());
+  recordset->OpenSchema(schema, table);
+  return recordset;
 }
 
 std::shared_ptr<Session> Connection::openSession() {

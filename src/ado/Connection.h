@@ -41,6 +41,9 @@ class Connection final : public ADODB::Connection, public std::enable_shared_fro
   [[nodiscard]] std::int32_t ConnectionTimeout() const override { return connectionTimeout_; }
   [[nodiscard]] std::int32_t CommandTimeout() const override { return commandTimeout_; }
 
+  [[nodiscard]] std::shared_ptr<ADODB::Recordset> OpenSchema(ADODB::Schema schema,
+                                                             std::string_view table) override;
+
   /// Where recordsets read; an error unless it is open.
   [[nodiscard]] std::shared_ptr<Session> openSession();
 

@@ -6,7 +6,9 @@
 #include <sqlext.h>
 
 #include <array>
+#include <span>
 #include <utility>
+#include <variant>
 
 #include "ado/Diagnostics.h"
 #include "ado/Drivers.h"
@@ -14,6 +16,7 @@
 #include "ado/ResultReader.h"
 #include "ado/SqliteGuard.h"
 #include "ado/TableName.h"
+#include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 
@@ -84,7 +87,77 @@ std::string shortened(const std::string& text) {
   return start.size() == text.size() ? text : std::string(start) + "...";
 }
 
+bool isSchema(const Source& source) {
+  return source.kind == Source::Kind::Tables || source.kind == Source::Kind::Columns;
+}
+
+/// A column of what the driver lists, and its name in a schema recordset.
+struct SchemaColumn {
+  std::size_t place;
+  const char* name;
+};
+// The places of both lists are those of ODBC's reference, SQLTables and SQLColumns.
+constexpr std::array TablesSchema = {SchemaColumn{1, "TABLE_SCHEMA"}, SchemaColumn{2, "TABLE_NAME"},
+                                     SchemaColumn{3, "TABLE_TYPE"}};
+constexpr std::array ColumnsSchema = {SchemaColumn{1, "TABLE_SCHEMA"}, SchemaColumn{2, "TABLE_NAME"},
+                                      SchemaColumn{3, "COLUMN_NAME"}, SchemaColumn{16, "ORDINAL_POSITION"}};
+
+/// In a pattern of names "_" and "%" stand for others.
+std::string asPattern(const std::string& name, const std::string& escape) {
+  std::string pattern;
+  for (const char c : name) {
+    if (c == '_' || c == '%' || escape == std::string(1, c)) pattern += escape;
+    pattern += c;
+  }
+  return pattern;
+}
+
+void list(const Statement& statement, const Source& source, const std::string& escape) {
+  std::string table = asPattern(source.text, escape);
+  SQLCHAR* const named = table.empty() ? nullptr : characters(table);
+  const SQLSMALLINT length = table.empty() ? 0 : SQL_NTS;
+  std::string types = "TABLE,VIEW";
+  const SQLRETURN result =
+      source.kind == Source::Kind::Tables
+          ? SQLTables(statement.handle(), nullptr, 0, nullptr, 0, named, length, characters(types), SQL_NTS)
+          : SQLColumns(statement.handle(), nullptr, 0, nullptr, 0, named, length, nullptr, 0);
+  if (SQL_SUCCEEDED(result)) return;
+  throw basic::Error(basic::AdapterError, "ADODB.Connection",
+                     diagnosisOf(HandleKind::Statement, statement.handle()).words);
+}
+
+/// Drivers name the columns of their lists as they like, and leave some out.
+ResultTable schemaTable(const ResultTable& listed, const Source& source) {
+  const std::span<const SchemaColumn> schema = source.kind == Source::Kind::Tables
+                                                   ? std::span<const SchemaColumn>(TablesSchema)
+                                                   : std::span<const SchemaColumn>(ColumnsSchema);
+  std::vector<std::string> names;
+  for (const SchemaColumn& column : schema) names.emplace_back(column.name);
+  ResultTableBuilder builder(std::move(names));
+  for (std::size_t row = 0; row < listed.rowCount(); ++row) {
+    for (const SchemaColumn& column : schema) {
+      const basic::Variant value = column.place < listed.columns().size() ? listed.value(row, column.place)
+                                                                          : basic::Variant(basic::Null{});
+      const std::string text =
+          std::holds_alternative<basic::Null>(value) ? std::string() : basic::CStr(value);
+      if (text.empty()) {
+        builder.addNull();
+      } else {
+        builder.addText(text);
+      }
+    }
+    builder.endRow();
+  }
+  return builder.finish();
+}
+
 }  // namespace
+
+std::string shownSource(const Source& source) {
+  if (source.kind == Source::Kind::Tables) return "the list of the tables";
+  if (source.kind == Source::Kind::Columns) return "the list of the columns";
+  return (isTable(source) ? "the table '" : "'") + shortened(source.text) + "'";
+}
 
 Database::Database(Target target) : target_(std::move(target)) {
   guardSqlite();
@@ -136,26 +209,18 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
     if (dialect_.interruptible) shown.emplace(statement, slot);
     // Who stopped it before the statement was shown could not interrupt it.
     leaveIfStopped();
-    execute(statement, source, dialect_.quote);
+    if (isSchema(source)) {
+      list(statement, source, infoText(SQL_SEARCH_PATTERN_ESCAPE));
+    } else {
+      execute(statement, source, dialect_.quote);
+    }
   }
   leaveIfStopped();
-  return readResult(statement.handle(), dialect_, slot);
+  ResultTable result = readResult(statement.handle(), dialect_, slot);
+  return isSchema(source) ? schemaTable(result, source) : std::move(result);
 } catch (const basic::Error& error) {
-  fail((isTable(source) ? "read the table '" : "read '") + shortened(source.text) + "'", error.description);
-}
-
-ResultTable Database::tables() try {
-  StatementSlot slot;
-  const Statement statement(connection_);
-  std::string types = "TABLE,VIEW";
-  if (!SQL_SUCCEEDED(
-          SQLTables(statement.handle(), nullptr, 0, nullptr, 0, nullptr, 0, characters(types), SQL_NTS))) {
-    throw basic::Error(basic::AdapterError, "ADODB.Connection",
-                       diagnosisOf(HandleKind::Statement, statement.handle()).words);
-  }
-  return readResult(statement.handle(), dialect_, slot);
-} catch (const basic::Error& error) {
-  fail("list the tables of '" + target_.shown + "'", error.description);
+  const std::string of = isSchema(source) ? " of '" + target_.shown + "'" : std::string();
+  fail("read " + shownSource(source) + of, error.description);
 }
 
 void Database::fail(const std::string& what, const std::string& words) const {

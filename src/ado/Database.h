@@ -30,10 +30,14 @@ struct Dialect {
 
 /// What a recordset is opened on.
 struct Source {
-  enum class Kind { Statement, Table, Either };
+  enum class Kind { Statement, Table, Either, Tables, Columns };
+  /// Of Tables and Columns: the table that is asked for, or none for all.
   std::string text;
   Kind kind = Kind::Either;
 };
+
+/// The source in words, for messages.
+[[nodiscard]] std::string shownSource(const Source& source);
 
 /// An open connection of the driver manager. Every call blocks. Failures are
 /// errors with SQLSTATE, native code and the driver's own words, secrets masked.
@@ -46,10 +50,9 @@ class Database {
   Database& operator=(const Database&) = delete;
 
   /// Executes the source and reads its first result that has columns; a source
-  /// without one is an error. Stops early, with any error, when the slot says so.
+  /// without one is an error. Tables and views and their columns have the fields of
+  /// ADODB::Schema. Stops early, with any error, when the slot says so.
   [[nodiscard]] ResultTable read(const Source& source, StatementSlot& slot);
-  /// Tables and views as SQLTables gives them: catalog, schema, name, type, remarks.
-  [[nodiscard]] ResultTable tables();
 
  private:
   [[noreturn]] void fail(const std::string& what, const std::string& words) const;

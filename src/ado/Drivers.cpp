@@ -47,14 +47,20 @@ std::string lettersAndDigits(std::string_view text) {
   return plain;
 }
 
-/// Names end with a zero each, the last with two.
-std::vector<std::string> registered() {
-  std::array<char, 16384> names{};
-  WORD length = 0;
-  if (SQLGetInstalledDrivers(names.data(), static_cast<WORD>(names.size() - 2), &length) == 0) return {};
+/// Names that end with a zero each, the last with two.
+using Names = std::array<char, 16384>;
+
+std::vector<std::string> listed(const Names& names) {
   std::vector<std::string> all;
   for (const char* name = names.data(); *name != '\0'; name += all.back().size() + 1) all.emplace_back(name);
   return all;
+}
+
+std::vector<std::string> registered() {
+  Names names{};
+  WORD length = 0;
+  if (SQLGetInstalledDrivers(names.data(), static_cast<WORD>(names.size() - 2), &length) == 0) return {};
+  return listed(names);
 }
 
 /// An entry of odbcinst.ini or odbc.ini; empty when there is none.
@@ -88,7 +94,10 @@ const KnownDriver* knownDriver(std::string_view name) {
   return nullptr;
 }
 
-std::string installedDriver(const KnownDriver& driver, std::string_view wanted) {
+namespace {
+
+/// Empty when there is none.
+std::string nameOf(const KnownDriver& driver) {
   const std::vector<std::string> all = registered();
   for (const std::string& name : all) {
     if (libraryOf(name) == driver.library) return name;
@@ -97,6 +106,25 @@ std::string installedDriver(const KnownDriver& driver, std::string_view wanted) 
   for (const std::string& name : all) {
     if (knownDriver(name) == &driver) return name;
   }
+  return {};
+}
+
+}  // namespace
+
+bool isInstalled(const KnownDriver& driver) { return !nameOf(driver).empty(); }
+
+std::vector<std::string> dataSources() {
+  Names names{};
+  SQLGetPrivateProfileString(nullptr, nullptr, "", names.data(), static_cast<int>(names.size() - 2),
+                             "odbc.ini");
+  std::vector<std::string> all = listed(names);
+  // A section of the driver manager's own.
+  std::erase(all, "ODBC Data Sources");
+  return all;
+}
+
+std::string installedDriver(const KnownDriver& driver, std::string_view wanted) {
+  if (std::string name = nameOf(driver); !name.empty()) return name;
   requireDescriptors();
   throw basic::Error(basic::AdapterError, "ADODB.Connection",
                      std::string(wanted) + " needs the ODBC driver for " + std::string(driver.database) +

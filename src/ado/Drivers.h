@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ado {
 
@@ -36,6 +37,12 @@ extern const KnownDriver MdbDriver;
 /// The registered driver of exactly that name (in any case of letters), as it is
 /// registered; else empty.
 [[nodiscard]] std::string registeredDriver(std::string_view name);
+
+/// Whether some registered driver serves the database.
+[[nodiscard]] bool isInstalled(const KnownDriver& driver);
+
+/// The data sources (DSN) that odbc.ini of this machine names.
+[[nodiscard]] std::vector<std::string> dataSources();
 
 /// Throws when no file can be opened any more, so that a driver that cannot be found is
 /// not called missing.

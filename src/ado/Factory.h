@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "ado/Drivers.h"
 #include "ado/Providers.h"
 #include "host/adodb.h"
 
@@ -23,6 +24,8 @@ class Factory final : public ADODB::Factory {
   Factory(const Factory&) = delete;
   Factory& operator=(const Factory&) = delete;
 
+  [[nodiscard]] std::vector<ADODB::Provider> Providers() const override;
+  [[nodiscard]] std::vector<std::string> DataSources() const override { return dataSources(); }
   [[nodiscard]] std::shared_ptr<ADODB::Connection> CreateConnection() override;
   [[nodiscard]] std::shared_ptr<ADODB::Recordset> CreateRecordset() override;
 

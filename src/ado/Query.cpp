@@ -15,8 +15,9 @@ void Query::run(Database& database) {
   } catch (const basic::Error& error) {
     finish(std::nullopt, error);
   } catch (const std::bad_alloc&) {
-    finish(std::nullopt, basic::Error(basic::AdapterError, "ADODB.Recordset",
-                                      "Cannot read '" + source_.text + "': the memory does not suffice."));
+    finish(std::nullopt,
+           basic::Error(basic::AdapterError, "ADODB.Recordset",
+                        "Cannot read " + shownSource(source_) + ": the memory does not suffice."));
   }
 }
 

@@ -33,6 +33,15 @@ void Recordset::Open(std::string_view source, ADODB::CursorType, ADODB::LockType
   startReading();
 }
 
+void Recordset::OpenSchema(ADODB::Schema schema, std::string_view table) {
+  requireClosed();
+  if (!connection_) failNoConnection();
+  source_ = Source{std::string(table),
+                   schema == ADODB::Schema::adSchemaTables ? Source::Kind::Tables : Source::Kind::Columns};
+  requerying_ = false;
+  startReading();
+}
+
 void Recordset::Open() {
   requireClosed();
   if (fields_.Count() == 0) failNoConnection();
@@ -101,7 +110,7 @@ void Recordset::takeRecords() {
   if (!query_) return;
   if (!query_->finished()) {
     if (timeout_.count() == 0 || std::chrono::steady_clock::now() - started_ <= timeout_) return;
-    Query::abandon(query_, "Cannot read '" + source_->text + "': it was not complete within the " +
+    Query::abandon(query_, "Cannot read " + shownSource(*source_) + ": it was not complete within the " +
                                std::to_string(timeout_.count()) + " seconds of the command time-out.");
   }
   const std::shared_ptr<Query> query = std::exchange(query_, nullptr);

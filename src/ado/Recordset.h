@@ -54,6 +54,8 @@ class Recordset final : public ADODB::Recordset {
   void Open(std::string_view source, ADODB::CursorType cursorType, ADODB::LockType lockType,
             std::int32_t options) override;
   void Open() override;
+  /// For Connection::OpenSchema, over the active connection.
+  void OpenSchema(ADODB::Schema schema, std::string_view table);
   void Open(host::TextTable table) override;
   /// Reads the source again over the active connection, also after the opening
   /// of it has failed.

@@ -37,6 +37,15 @@ enum LockType : std::int32_t { adLockUnspecified = -1, adLockReadOnly = 1, adLoc
 enum Options : std::int32_t { adOptionUnspecified = -1, adAsyncExecute = 16, adCmdTableDirect = 512 };
 /// Types of fields that are appended: text.
 enum DataType : std::int32_t { adVarChar = 200 };
+/// SchemaEnum, as far as used: what OpenSchema lists.
+enum class Schema : std::int32_t {
+  /// TABLE_SCHEMA, TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION.
+  adSchemaColumns = 4,
+  /// TABLE_SCHEMA, TABLE_NAME, TABLE_TYPE ("TABLE", "VIEW").
+  adSchemaTables = 20
+};
+
+class Recordset;
 
 /// A connection to a database. Opening may go on in the background: State tells. Destroying it closes it.
 class Connection {
@@ -55,6 +64,11 @@ class Connection {
   /// Seconds; 0 waits for ever.
   [[nodiscard]] virtual std::int32_t ConnectionTimeout() const = 0;
   [[nodiscard]] virtual std::int32_t CommandTimeout() const = 0;
+  /// What the connection's account can see of the database, a record each, with the fields that stand
+  /// beside the schema; TABLE_SCHEMA is Null where the database has none. With a table's name what belongs
+  /// to that table alone. The recordset is being filled as one that was opened with adAsyncExecute; an
+  /// error while the connection is not open.
+  [[nodiscard]] virtual std::shared_ptr<Recordset> OpenSchema(Schema schema, std::string_view table = {}) = 0;
 };
 
 /// One column of a recordset, as the current record has it. The recordset owns it.
@@ -127,11 +141,27 @@ class Recordset {
   [[nodiscard]] virtual ADODB::Fields& Fields() = 0;
 };
 
+/// A component that opens databases.
+struct Provider {
+  /// As connection strings have it behind "Provider=".
+  std::string Name;
+  /// What it opens: "PostgreSQL".
+  std::string Description;
+  /// Its databases are files, which "Data Source" names; others are on servers.
+  bool IsFile = false;
+  /// A sentence on why it cannot be used on this machine; empty when it can.
+  std::string Missing = {};
+};
+
 /// Creates the objects, as CreateObject("ADODB.…") does; throws where the
 /// component is not there.
 class Factory {
  public:
   virtual ~Factory() = default;
+  /// The providers that are known, those first that can be used.
+  [[nodiscard]] virtual std::vector<Provider> Providers() const = 0;
+  /// The data sources (DSN) that were set up on this machine.
+  [[nodiscard]] virtual std::vector<std::string> DataSources() const = 0;
   [[nodiscard]] virtual std::shared_ptr<Connection> CreateConnection() = 0;
   [[nodiscard]] virtual std::shared_ptr<Recordset> CreateRecordset() = 0;
 };

@@ -16,6 +16,8 @@ namespace fakes {
 /// turns of the message loop, can be down, and writes down what is asked of it.
 class Database final : public ADODB::Factory {
  public:
+  std::vector<ADODB::Provider> Providers() const override { return providers; }
+  std::vector<std::string> DataSources() const override { return dataSources; }
   std::shared_ptr<ADODB::Connection> CreateConnection() override { return std::make_shared<Link>(*this); }
   std::shared_ptr<ADODB::Recordset> CreateRecordset() override;
 
@@ -32,6 +34,12 @@ class Database final : public ADODB::Factory {
   /// Turns of the loop that each requery takes.
   int ticksPerRequery = 0;
   std::vector<std::pair<std::string, std::string>> rows;
+  /// What OpenSchema lists, all of it tables without a schema: names with their columns.
+  std::vector<std::pair<std::string, std::vector<std::string>>> tables;
+  std::vector<ADODB::Provider> providers = {{"SQLite", "SQLite", true},
+                                            {"PostgreSQL", "PostgreSQL"},
+                                            {"MariaDB", "MariaDB and MySQL", false, "It is not installed."}};
+  std::vector<std::string> dataSources;
   std::vector<std::string> log;
   /// Runs within Open of a connection.
   std::function<void()> onOpen;
@@ -66,6 +74,11 @@ class Database final : public ADODB::Factory {
     }
     std::int32_t ConnectionTimeout() const override { return 15; }
     std::int32_t CommandTimeout() const override { return 30; }
+    std::shared_ptr<ADODB::Recordset> OpenSchema(ADODB::Schema schema, std::string_view table) override {
+      database_.log.push_back("schema " + std::to_string(static_cast<int>(schema)) + " " +
+                              std::string(table));
+      return database_.List(schema, table);
+    }
 
    private:
     Database& database_;
@@ -112,6 +125,40 @@ class Database final : public ADODB::Factory {
     }
     Database& database_;
   };
+
+  class Listing final : public fakes::Recordset {
+   public:
+    explicit Listing(const Database& database) : database_(database) {}
+    std::int32_t State() override {
+      return database_.ticksToFetch > 0 ? ADODB::adStateFetching : fakes::Recordset::State();
+    }
+
+   private:
+    const Database& database_;
+  };
+
+  std::shared_ptr<ADODB::Recordset> List(ADODB::Schema schema, std::string_view table) const {
+    const auto list = std::make_shared<Listing>(*this);
+    const bool areTables = schema == ADODB::Schema::adSchemaTables;
+    for (const char* field : {"TABLE_SCHEMA", "TABLE_NAME", areTables ? "TABLE_TYPE" : "COLUMN_NAME"}) {
+      list->Append(field, ADODB::adVarChar, 50);
+    }
+    const auto add = [&](const std::string& name, const std::string& third) {
+      list->AddNew();
+      list->Item("TABLE_NAME").Value(basic::Variant(name));
+      list->Item(2).Value(basic::Variant(third));
+    };
+    list->Open();
+    for (const auto& [name, columns] : tables) {
+      if (!table.empty() && table != name) continue;
+      if (areTables) add(name, "TABLE");
+      for (const std::string& column : columns) {
+        if (!areTables) add(name, column);
+      }
+    }
+    if (list->RecordCount() > 0) list->MoveFirst();
+    return list;
+  }
 
   bool isOpening_ = false;
 };

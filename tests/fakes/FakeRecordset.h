@@ -105,6 +105,8 @@ class Recordset : public ADODB::Recordset, public ADODB::Fields {
 /// Data components without databases.
 class DataObjects final : public ADODB::Factory {
  public:
+  std::vector<ADODB::Provider> Providers() const override { return {}; }
+  std::vector<std::string> DataSources() const override { return {}; }
   std::shared_ptr<ADODB::Connection> CreateConnection() override {
     throw basic::Error(basic::AdapterError, "fake data objects", "there are no databases");
   }

@@ -97,6 +97,8 @@ TEST_F(AddInTest, StaysInertInAnotherHost) {
 
 TEST_F(AddInTest, SaysThatDataObjectsAreMissing) {
   struct NoAdo final : ADODB::Factory {
+    std::vector<ADODB::Provider> Providers() const override { return {}; }
+    std::vector<std::string> DataSources() const override { return {}; }
     std::shared_ptr<ADODB::Connection> CreateConnection() override { fakes::Fail("no ADO"); }
     std::shared_ptr<ADODB::Recordset> CreateRecordset() override { fakes::Fail("no ADO"); }
   } none;

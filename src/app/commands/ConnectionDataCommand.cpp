@@ -9,7 +9,6 @@
 #include <unordered_set>
 
 #include "addin/support/modGlobalFunctions.h"
-#include "ado/Catalog.h"
 #include "app/commands/Commands.h"
 #include "app/inspect/SheetUse.h"
 #include "app/wiring/Environment.h"
@@ -18,6 +17,7 @@
 #include "app/wiring/StoredConnections.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "connections/DatabaseCatalog.h"
 #include "deck/objects/Application.h"
 #include "json/Json.h"
 #include "platform/Console.h"
@@ -161,17 +161,16 @@ void preview(const DataOptions& options) {
   }
 }
 
-void tables(const DataOptions& options, const Environment& environment) {
+void tables(const DataOptions& options) {
   const OpenedDeck opened(options);
   opened.require(ConnectionKind::Database, "databases have tables.");
   const std::string resolved = LF2000::modGlobalFunctions::ResolveConnectionString(
       opened.connection->ConnectionString(), opened.deck->FullName());
-  const auto translate = [&environment](std::string_view path) { return environment.localPath(path); };
   Json json = Json::array();
   std::vector<std::vector<std::string>> rows;
-  for (const ado::TableInfo& table : ado::listTables(resolved, translate)) {
-    json.push_back({{"schema", table.schema}, {"name", table.name}, {"type", table.type}});
-    rows.push_back({oneLine(table.schema), oneLine(table.name), oneLine(table.type)});
+  for (const LF2000::DatabaseTable& table : LF2000::DatabaseCatalog(resolved).Tables()) {
+    json.push_back({{"schema", table.Schema}, {"name", table.Name}, {"type", table.Type}});
+    rows.push_back({oneLine(table.Schema), oneLine(table.Name), oneLine(table.Type)});
   }
   if (options.json) {
     printJson(std::cout, json);
@@ -227,7 +226,7 @@ void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environme
   rows(each);
   each->callback([options] { preview(*options); });
   each = action("tables", "List the tables and views of a database");
-  each->callback([options, &environment] { tables(*options, environment); });
+  each->callback([options] { tables(*options); });
   each = action("sheets", "List the sheets and defined names of a workbook");
   each->callback([options, &environment] { sheets(*options, environment); });
 }
