@@ -74,6 +74,20 @@ void clsShape::ReadTag(std::string_view name, std::string value) {
   }
 }
 
+/// What is empty stays at its sentinel, and unwritten.
+void clsShape::KeepCurrent() {
+  const auto keep = [](const std::string& current, std::string& pending) {
+    if (!current.empty()) pending = current;
+  };
+  newSourceType_ = sourceType_;
+  keep(connectionTagNumber_, newConnectionTagNumber_);
+  keep(columnName_, newColumnName_);
+  newRow_ = row_;
+  keep(dateFormat_, newDateFormat_);
+  keep(objectFolder_, newObjectFolder_);
+  keep(objectExtension_, newObjectExtension_);
+}
+
 void clsShape::SetShapeTags() try {
   if (newSourceType_ == -1) sourceType_ = 0;
   if (newConnectionTagNumber_ == NonePending) connectionTagNumber_.clear();

@@ -50,6 +50,9 @@ class clsShape {
   void NewObjectFolder(std::string value) { newObjectFolder_ = std::move(value); }
   void NewObjectExtension(std::string value) { newObjectExtension_ = std::move(value); }
 
+  /// Makes the current values pending, for who changes some and keeps the others.
+  void KeepCurrent();
+
   /// Writes the tags from the pending values, which become current.
   void SetShapeTags();
 

@@ -37,22 +37,30 @@ std::int32_t RowIn(std::string_view digits) {
   return error == std::errc{} && end == digits.data() + digits.size() && row > 0 ? row : 0;
 }
 
+std::string Loose(std::string_view name) {
+  std::string key = basic::UCase(name);
+  std::erase_if(key, [](char c) { return c == ' ' || c == '_' || c == '-'; });
+  return key;
+}
+
 /// Looks the text up, with ever fewer of the separators at its beginning.
 const std::string* FindBehind(std::string_view text, const ColumnNames& columns) {
+  const std::string_view whole = text;
   for (std::size_t left = CountLeading(text, IsSeparator) + 1; left > 0; --left, text.remove_prefix(1)) {
     if (const std::string* column = columns.Find(text)) return column;
     if (text.empty()) break;
   }
-  return nullptr;
+  return columns.FindLoosely(whole);
 }
 
 /// Looks the text up, with ever fewer of the separators at its end.
 const std::string* FindBefore(std::string_view text, const ColumnNames& columns) {
+  const std::string_view whole = text;
   for (std::size_t left = CountTrailing(text, IsSeparator) + 1; left > 0; --left, text.remove_suffix(1)) {
     if (const std::string* column = columns.Find(text)) return column;
     if (text.empty()) break;
   }
-  return nullptr;
+  return columns.FindLoosely(whole);
 }
 
 /// "Item 1", "Item row 1", "Item (1)".
@@ -133,13 +141,21 @@ Mark ReadMark(std::string_view inner) {
 
 ColumnNames::ColumnNames(std::vector<std::string> columns) : columns_(std::move(columns)) {
   for (std::size_t i = 1; i < columns_.size(); ++i) {
-    if (!columns_[i].empty()) byName_.emplace(basic::UCase(columns_[i]), i);
+    if (columns_[i].empty()) continue;
+    byName_.emplace(basic::UCase(columns_[i]), i);
+    byLooseName_.emplace(Loose(columns_[i]), i);
   }
 }
 
 const std::string* ColumnNames::Find(std::string_view name) const {
   const auto found = byName_.find(basic::UCase(name));
   return found == byName_.end() ? nullptr : &columns_[found->second];
+}
+
+const std::string* ColumnNames::FindLoosely(std::string_view name) const {
+  const std::string key = Loose(name);
+  const auto found = byLooseName_.find(key);
+  return key.empty() || found == byLooseName_.end() ? nullptr : &columns_[found->second];
 }
 
 std::string ColumnNames::List() const {
@@ -153,6 +169,16 @@ std::optional<Field> FromShapeName(std::string_view name, const ColumnNames& col
   const std::optional<Field> behind = NumberBehind(name, columns);
   if (before && behind) return before->Column.size() > behind->Column.size() ? before : behind;
   return before ? before : behind;
+}
+
+std::optional<Field> Suggest(std::string_view name, const ColumnNames& columns) {
+  if (auto field = FromShapeName(name, columns)) return field;
+  while (!name.empty()) {
+    if (const std::string* column = columns.FindLoosely(name)) return Field{*column, 0};
+    name.remove_prefix(CountLeading(name, [](char c) { return !IsSeparator(c); }));
+    name.remove_prefix(CountLeading(name, IsSeparator));
+  }
+  return {};
 }
 
 std::optional<Mark> FromText(std::string_view text) {

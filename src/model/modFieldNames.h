@@ -23,18 +23,26 @@ class ColumnNames {
   explicit ColumnNames(std::vector<std::string> columns);
   /// The column's own spelling; null without one of that name.
   [[nodiscard]] const std::string* Find(std::string_view name) const;
+  /// The same, whatever blanks, "_" and "-" the name has more or less.
+  [[nodiscard]] const std::string* FindLoosely(std::string_view name) const;
   /// All of them, for messages: "Time, Train".
   [[nodiscard]] std::string List() const;
 
  private:
   std::vector<std::string> columns_;
-  std::unordered_map<std::string, std::size_t> byName_;  // keys in upper case
+  std::unordered_map<std::string, std::size_t> byName_;       // keys in upper case
+  std::unordered_map<std::string, std::size_t> byLooseName_;  // the same without blanks, "_" and "-"
 };
 
 /// The field that a shape's name means: a column and a row number, in either order, which anything but
 /// letters and digits may part ("Item 1", "Item1", "1.Item", "Item_01"); a word may introduce the number
-/// ("p1 Item", "Item row 1"). Nothing when it means none. Of columns that fit, the longest.
+/// ("p1 Item", "Item row 1"). Blanks, "_" and "-" within the column do not count. Nothing when it means none.
+/// Of columns that fit, the longest.
 [[nodiscard]] std::optional<Field> FromShapeName(std::string_view name, const ColumnNames& columns);
+
+/// What the name suggests where an author looks it over: FromShapeName, else a column alone ("Price", "Offer
+/// price") with the row 0.
+[[nodiscard]] std::optional<Field> Suggest(std::string_view name, const ColumnNames& columns);
 
 /// A mark that an author has typed into a shape: {{Column.Row}} or {{Connection.Column.Row}}, as
 /// {{Item.1}} and {{001.Item.1}}. Blanks within do not count.

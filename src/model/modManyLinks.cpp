@@ -48,6 +48,9 @@ class SlidePlan {
       }
       value.Column = *column;
     }
+    if (value.Column.find(modTags::FieldSeparator) != std::string::npos) {
+      return HinderShape(*shape, "is for a column whose name holds a tab, which no link can store");
+    }
     plan_.Links.push_back({index_, shape, linkable.What, source.Connection, std::move(value)});
   }
 
@@ -72,6 +75,13 @@ void ForEachShapeAndItem(PowerPoint::Slide& slide, const Visit& visit) {
 }
 
 }  // namespace
+
+void AddShapes(Plan& plan, PowerPoint::Slide& slide,
+               const std::vector<std::pair<std::shared_ptr<PowerPoint::Shape>, Field>>& values,
+               const Source& source) {
+  SlidePlan own(plan, slide);
+  for (const auto& [shape, value] : values) own.Link(shape, value, source);
+}
 
 void AddGrid(Plan& plan, PowerPoint::Slide& slide, const GridWish& wish, const Source& source) {
   SlidePlan own(plan, slide);
@@ -121,19 +131,20 @@ void AddTexts(Plan& plan, PowerPoint::Slide& slide, const FindSource& find) {
   });
 }
 
-void Write(const Plan& plan, const std::string& objectFolder, const std::string& objectExtension) {
+void Write(const Plan& plan, const std::optional<Files>& files) {
   clsShape target;
   for (const PlannedLink& link : plan.Links) {
     const bool showsFile = link.Shows == Shows::File;
     target.ShapeItem(link.Shape);
+    target.KeepCurrent();
     target.SourceType(
         static_cast<std::int32_t>(showsFile ? SourceType::LinkedObject : SourceType::DataField));
     target.NewConnectionTagNumber(link.Connection);
     target.NewColumnName(link.Value.Column);
     target.NewRow(link.Value.Row);
-    if (showsFile) {
-      target.NewObjectFolder(objectFolder);
-      target.NewObjectExtension(objectExtension);
+    if (files) {
+      target.NewObjectFolder(files->Folder);
+      target.NewObjectExtension(files->Extension);
     }
     target.SetShapeTags();
   }

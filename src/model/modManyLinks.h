@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/powerpoint.h"
@@ -15,6 +16,9 @@
 /// Links for many shapes at once, planned before anything is written: whoever plans shows the plan, and
 /// writes it when nothing hinders.
 namespace LF2000::modManyLinks {
+
+/// The last row that authors may ask for; more than a screen can show.
+inline constexpr std::int32_t MostRows = 1'000'000;
 
 struct PlannedLink {
   std::int32_t SlideIndex = 0;
@@ -38,6 +42,11 @@ struct Source {
   std::optional<modFieldNames::ColumnNames> Columns;
 };
 
+/// Shapes with what each is to show.
+void AddShapes(Plan& plan, PowerPoint::Slide& slide,
+               const std::vector<std::pair<std::shared_ptr<PowerPoint::Shape>, modFieldNames::Field>>& values,
+               const Source& source);
+
 /// Shapes that stand as a table does (modShapeGrid).
 struct GridWish {
   /// The shape at the upper left.
@@ -60,8 +69,13 @@ using FindSource = std::function<const Source*(std::string_view connection)>;
 /// Shapes whose texts are marks (modFieldNames::FromText). Others are left alone, and those that are linked.
 void AddTexts(Plan& plan, PowerPoint::Slide& slide, const FindSource& find);
 
-/// Writes the links of a plan that nothing hinders. Pictures take their files from the folder, with the
-/// extension behind their names; see clsShape.
-void Write(const Plan& plan, const std::string& objectFolder, const std::string& objectExtension);
+/// Where pictures take their files from; see clsShape.
+struct Files {
+  std::string Folder;
+  /// Put behind the names.
+  std::string Extension;
+};
+/// Writes the links of a plan. Without `files` a picture keeps the ones that it has.
+void Write(const Plan& plan, const std::optional<Files>& files = {});
 
 }  // namespace LF2000::modManyLinks

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "model/modSlides.h"
 
@@ -24,18 +26,38 @@ double Tolerance(const Span& a, const Span& b) {
   return std::max(std::min(a.Length(), b.Length()) / 2, Least);
 }
 
-std::vector<Placed> InReadingOrder(std::vector<Placed> shapes) {
+bool AreAligned(const Span& a, const Span& b) {
+  const double nearest =
+      std::min({std::abs(a.Low - b.Low), std::abs(a.Middle() - b.Middle()), std::abs(a.High - b.High)});
+  return nearest < Tolerance(a, b);
+}
+
+std::vector<std::vector<Placed>> RowsOf(std::vector<Placed> shapes) {
   std::stable_sort(shapes.begin(), shapes.end(),
                    [](const Placed& a, const Placed& b) { return a.Down.Middle() < b.Down.Middle(); });
-  for (auto row = shapes.begin(); row != shapes.end();) {
-    const Span first = row->Down;
-    const auto end = std::find_if(row, shapes.end(), [&](const Placed& each) {
-      return each.Down.Middle() - first.Middle() >= Tolerance(first, each.Down);
-    });
-    std::stable_sort(row, end, [](const Placed& a, const Placed& b) { return a.Across.Low < b.Across.Low; });
-    row = end;
+  std::vector<std::vector<Placed>> rows;
+  const auto beginsRow = [&rows](const Placed& each) {
+    if (rows.empty()) return true;
+    const Span& first = rows.back().front().Down;
+    return each.Down.Middle() - first.Middle() >= Tolerance(first, each.Down);
+  };
+  for (Placed& each : shapes) {
+    if (beginsRow(each)) rows.emplace_back();
+    rows.back().push_back(std::move(each));
   }
-  return shapes;
+  for (std::vector<Placed>& row : rows) {
+    std::stable_sort(row.begin(), row.end(),
+                     [](const Placed& a, const Placed& b) { return a.Across.Low < b.Across.Low; });
+  }
+  return rows;
+}
+
+std::vector<Placed> InReadingOrder(std::vector<Placed> shapes) {
+  std::vector<Placed> all;
+  for (std::vector<Placed>& row : RowsOf(std::move(shapes))) {
+    std::move(row.begin(), row.end(), std::back_inserter(all));
+  }
+  return all;
 }
 
 }  // namespace LF2000::modPlaces

@@ -31,8 +31,13 @@ struct Placed {
 /// What is nearer than this counts as one line: half of the smaller length, but no less than 3 points.
 [[nodiscard]] double Tolerance(const Span& a, const Span& b);
 
+/// Whether they share an edge or the middle, within the tolerance.
+[[nodiscard]] bool AreAligned(const Span& a, const Span& b);
+
 /// As people read: rows from top to bottom, each from left to right. Shapes whose vertical middles lie
 /// within the tolerance of its first are in one row; where places are equal, drawing order decides.
 [[nodiscard]] std::vector<Placed> InReadingOrder(std::vector<Placed> shapes);
+/// The same, row by row.
+[[nodiscard]] std::vector<std::vector<Placed>> RowsOf(std::vector<Placed> shapes);
 
 }  // namespace LF2000::modPlaces

@@ -40,12 +40,9 @@ void Relink(const std::vector<Linked>& links, const std::string& connection, con
   clsShape link;
   for (const Linked& each : links) {
     link.ShapeItem(each.Shape);
-    link.SourceType(link.SourceType());
+    link.KeepCurrent();
     link.NewConnectionTagNumber(connection);
-    link.NewColumnName(column.empty() || link.ColumnName().empty() ? link.ColumnName() : column);
-    link.NewRow(link.Row());
-    if (!link.ObjectFolder().empty()) link.NewObjectFolder(link.ObjectFolder());
-    if (!link.ObjectExtension().empty()) link.NewObjectExtension(link.ObjectExtension());
+    if (!column.empty() && !link.ColumnName().empty()) link.NewColumnName(column);
     link.SetShapeTags();
   }
 }

@@ -23,12 +23,6 @@ std::string Counted(std::size_t count, const std::string& noun) {
   return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
-bool Aligned(const Span& a, const Span& b) {
-  const double nearest =
-      std::min({std::abs(a.Low - b.Low), std::abs(a.Middle() - b.Middle()), std::abs(a.High - b.High)});
-  return nearest < modPlaces::Tolerance(a, b);
-}
-
 /// The shapes that may be cells: of the start's kind, able to hold text, about as high. Panels behind
 /// the cells are higher.
 std::vector<Placed> CandidatesFor(const Placed& start, const std::vector<Placed>& shapes) {
@@ -56,7 +50,7 @@ std::optional<std::size_t> HeadOf(const Span& span, const std::vector<Placed>& h
   if (behind == heads.end() || (behind != heads.begin() && distance(behind - 1) < distance(behind))) {
     --nearest;
   }
-  if (!Aligned((*nearest).*along, span)) return {};
+  if (!modPlaces::AreAligned((*nearest).*along, span)) return {};
   return static_cast<std::size_t>(nearest - heads.begin());
 }
 
@@ -80,7 +74,7 @@ class Search {
   Search(const Placed& start, const std::vector<Placed>& shapes, std::int32_t rows, std::int32_t columns)
       : candidates_(CandidatesFor(start, shapes)),
         columns_(HeadsFrom(start, candidates_, &Placed::Across, columns,
-                           [&](const Placed& each) { return Aligned(each.Down, start.Down); })),
+                           [&](const Placed& each) { return modPlaces::AreAligned(each.Down, start.Down); })),
         rows_(HeadsFrom(start, candidates_, &Placed::Down, rows, [&](const Placed& each) {
           return HeadOf(each.Across, columns_, &Placed::Across) == std::size_t{0};
         })) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "basic/Strings.h"
+#include "model/modLinkEdits.h"
 #include "model/modLinkable.h"
 #include "model/modSlides.h"
 
@@ -30,7 +31,7 @@ frmNotLinkable::frmNotLinkable(std::shared_ptr<clsPresentation> presentation, mo
       lblWhy_(Add<Forms::Label>("lblWhy")),
       txtName_(Add<Forms::TextBox>("txtName")),
       cmdRename_(Add<Forms::CommandButton>("cmdRename", "&Rename")) {
-  Subject(modSelected::NameOf(selected_.Shapes));
+  Subject(modLinkEdits::NameOf(selected_.Shapes));
   cmdRename_.Click = [this] { Rename(); };
   AddRow("", {&lblWhy_});
   AddRow("&New name", {&txtName_, &cmdRename_});

@@ -178,8 +178,4 @@ std::string WhyNot(const modLinkable::NameCounts& names, PowerPoint::Shape& shap
   return names.WhyNotByName(shape);
 }
 
-std::string NameOf(const Shapes& shapes) {
-  return shapes.size() == 1 ? shapes.front()->Name() : std::to_string(shapes.size()) + " shapes";
-}
-
 }  // namespace LF2000::modSelected

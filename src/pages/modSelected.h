@@ -41,7 +41,4 @@ struct Selected {
 /// Why a shape of the slide that the names are of cannot be linked, to follow its name; empty when it can.
 [[nodiscard]] std::string WhyNot(const modLinkable::NameCounts& names, PowerPoint::Shape& shape);
 
-/// "Price", or "3 shapes", for labels.
-[[nodiscard]] std::string NameOf(const std::vector<std::shared_ptr<PowerPoint::Shape>>& shapes);
-
 }  // namespace LF2000::modSelected

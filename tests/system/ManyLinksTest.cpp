@@ -170,6 +170,8 @@ TEST_F(ManyLinksTest, NamesMeanAColumnAndARow) {
       {"Rate (%) 1", "Rate (%) 1"},
       {"p1 Rate (%)", "Rate (%) 1"},
       {"Über 9", "Über 9"},
+      {"p2 item_price", "Item Price 2"},
+      {"ItemPrice-3", "Item Price 3"},
       {"Gate12", "-"},
       {"Item", "-"},
       {"Item 0", "-"},
@@ -187,6 +189,10 @@ TEST_F(ManyLinksTest, NamesMeanAColumnAndARow) {
     const auto field = modFieldNames::FromShapeName(c.name, columns);
     EXPECT_EQ(field ? field->Column + " " + std::to_string(field->Row) : "-", c.field) << c.name;
   }
+  const auto suggested = modFieldNames::Suggest("Offer item-price", columns);
+  ASSERT_TRUE(suggested.has_value());
+  EXPECT_EQ(suggested->Column + std::to_string(suggested->Row), "Item Price0");
+  EXPECT_FALSE(modFieldNames::Suggest("Title", columns).has_value());
 }
 
 TEST_F(ManyLinksTest, MarksMeanAConnectionAColumnAndARow) {
@@ -245,7 +251,7 @@ TEST_F(ManyLinksTest, NamedShapesAreLinkedAsWhatTheyAre) {
   modManyLinks::AddNames(plan, *slide, departures);
   ASSERT_THAT(Told(plan), ElementsAre("p1 Time: 001 Time 1", "p1 Train: 001 Train 1"));
 
-  modManyLinks::Write(plan, "photos", "jpg");
+  modManyLinks::Write(plan, modManyLinks::Files{"photos", "jpg"});
   EXPECT_EQ((*Named("p1 Time").tags)["CORVANE COLUMN TYPE"], "2");
   EXPECT_EQ((*Named("p1 Time").tags)["CORVANE COLUMN ROW"], "1");
   EXPECT_EQ((*Named("p1 Time").tags)["CORVANE COLUMN OBJECT FOLDER"], "(none)");

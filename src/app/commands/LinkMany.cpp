@@ -142,7 +142,7 @@ void linkMany(LinkManyOptions options) {
   }
   editing.keepsBackup = options.backup;
   editing.becomeLinked();
-  LF2000::modManyLinks::Write(plan, options.folder, options.extension);
+  LF2000::modManyLinks::Write(plan, LF2000::modManyLinks::Files{options.folder, options.extension});
   editing.save();
   std::cout << shapes << " linked.\n";
 }
