@@ -1,55 +1,12 @@
-// The slides on the stage: the current one in front, the next one loaded behind
-// it. An element is touched only when it has changed.
+// The slides on the stage: the current one in front, the next one loaded behind it.
 
 import { loadChartsFor } from "./chart_loader.js";
 import { finishGlide, finishGlides, glide } from "./glides.js";
+import { isInsideSvg, parse, patch } from "./patch.js";
 import { finishTransition, playBuild, playTransition } from "./transitions.js";
 
 const longestLoad = 10000;
 const stage = document.getElementById("stage");
-
-// The element that `html` describes; inside of an SVG picture it is an SVG element.
-function parse(html, isSvg) {
-  const template = document.createElement("template");
-  template.innerHTML = isSvg ? `<svg>${html}</svg>` : html;
-  const element = template.content.firstElementChild;
-  return isSvg ? element?.firstElementChild : element;
-}
-
-function isInsideSvg(element) {
-  return element.namespaceURI === "http://www.w3.org/2000/svg" && element.localName !== "svg";
-}
-
-// A chart draws itself anew when its description changes.
-const isChart = (node) => node.localName === "deck-chart";
-const holdsChart = (node) => isChart(node) || Boolean(node.querySelector?.("deck-chart"));
-
-// Whether both are the same element around children that stay as they are or have
-// the same ids, so that they can be compared one by one.
-function haveSameFrame(old, fresh) {
-  const isSame = (node, other) =>
-    node.isEqualNode(other) ||
-    (node.nodeType === Node.ELEMENT_NODE && node.id === other.id && (node.id || holdsChart(node)));
-  return (
-    old.childNodes.length === fresh.childNodes.length &&
-    old.cloneNode(false).isEqualNode(fresh.cloneNode(false)) &&
-    [...old.childNodes].every((node, i) => isSame(node, fresh.childNodes[i]))
-  );
-}
-
-function patch(old, fresh) {
-  if (old.isEqualNode(fresh)) return;
-  if (isChart(old) && isChart(fresh)) {
-    for (const { name, value } of fresh.attributes) {
-      if (old.getAttribute(name) !== value) old.setAttribute(name, value);
-    }
-  } else if (old.childNodes.length > 0 && haveSameFrame(old, fresh)) {
-    const freshChildren = [...fresh.childNodes];
-    [...old.childNodes].forEach((child, i) => patch(child, freshChildren[i]));
-  } else {
-    old.replaceWith(fresh);
-  }
-}
 
 // Of a table no more than what has changed, each cell by its index.
 function changeCells(shape, cells) {

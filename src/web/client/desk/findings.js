@@ -1,0 +1,49 @@
+// What the last check found, slide by slide, with what mends it.
+
+import { h, place } from "./dom.js";
+import { icon } from "./icons.js";
+
+const gravities = { broken: "Broken", different: "Different", note: "Note" };
+
+export function createFindings(desk) {
+  const { state, watch } = desk;
+  const element = h("div", { class: "findings" });
+
+  function goTo({ slide, shape }) {
+    if (!slide) return;
+    desk.selection.on(slide, shape ? [shape] : []);
+    desk.goTo(shape ? "properties" : "stage");
+  }
+
+  function repairFor({ id, caption, choices, count }) {
+    const choice = choices?.length > 0 ? h("select", { "aria-label": caption }, choices.map((each) => h("option", { text: each, value: each }))) : null;
+    const run = h("button", { type: "button", class: "outlined", onclick: () => desk.act(`repairs/${id}`, { choice: choice?.value ?? "" }) }, choice ? `Repair ${count}` : caption);
+    return h("span", { class: "repair" }, choice ? h("span", { text: caption }) : null, choice, run);
+  }
+
+  function lineFor(finding) {
+    const shape = finding.slide === state.slide?.id && state.slide.shapes.find(({ id }) => id === finding.shape);
+    const text = h("span", { class: "text", text: finding.text });
+    const what = finding.slide
+      ? h("button", { type: "button", class: "where", onclick: () => goTo(finding) }, text)
+      : text;
+    return h("li", { "data-gravity": finding.gravity }, icon(finding.gravity === "broken" ? "warning" : "check"), h("span", { class: "gravity", text: gravities[finding.gravity] }), what, shape ? h("span", { class: "shape", text: shape.name }) : null, finding.repair ? repairFor(finding.repair) : null);
+  }
+
+  let drawn = "";
+  watch(["findings", "slides"], () => {
+    const { findings } = state;
+    const text = JSON.stringify(findings);
+    if (!findings || text === drawn) return;
+    drawn = text;
+    if (findings.length === 0) return place(element, h("p", { class: "note", text: "All links, data and texts are well." }));
+    const groups = new Map();
+    for (const finding of findings) groups.set(finding.slide, [...(groups.get(finding.slide) ?? []), finding]);
+    const named = (id) => {
+      const index = state.slides?.find((slide) => slide.id === id)?.index;
+      return index ? `Slide ${index}` : "The deck";
+    };
+    place(element, [...groups].map(([slide, list]) => h("section", {}, h("h3", { text: named(slide) }), h("ul", {}, list.map(lineFor)))));
+  });
+  return { element };
+}

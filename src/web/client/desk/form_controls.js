@@ -1,0 +1,229 @@
+// The controls of forms, one function for each kind: {element, draw(properties), focus(), labelled: the id that a label
+// names, isField, press()}.
+
+import { createCombobox } from "./combobox.js";
+import { accessKey, enable, fill, freshId, h, isUsable, mnemonic, set, withoutKey } from "./dom.js";
+import { createList, createPreview } from "./form_lists.js";
+
+const severities = ["plain", "ok", "warning", "error"];
+
+// What stands below a field: a hint, and what is wrong with it.
+function withNotes(field, input, id) {
+  const hint = h("p", { class: "hint", id: `${id}-hint` });
+  const problem = h("p", { class: "problem", id: `${id}-problem` });
+  const element = h("div", { class: "control" }, field, hint, problem);
+  const drawNotes = ({ Hint = "", Problem = "", Enabled, Reason = "", Visible }) => {
+    set(element, { hidden: !Visible });
+    set(hint, { text: Enabled ? Hint : Reason || Hint, hidden: !(Enabled ? Hint : Reason || Hint) });
+    set(problem, { text: Problem, hidden: !Problem });
+    const notes = [Problem && problem.id, !hint.hidden && hint.id].filter(Boolean).join(" ");
+    set(input, {
+      "aria-invalid": Problem ? "true" : null,
+      "aria-describedby": notes || null,
+      "aria-disabled": Enabled ? null : "true",
+    });
+  };
+  return { element, drawNotes };
+}
+
+function label(name) {
+  const element = h("output", { class: "label-of" });
+  return {
+    element,
+    draw({ Text = "", Severity = 0, Visible, Hint = "" }) {
+      set(element, { hidden: !Visible || (!Text && !Hint), "data-severity": severities[Severity] ?? "plain", "data-control": name });
+      fill(element, [Text, Hint].filter(Boolean), (_, i) => i, () => h("span"), (span, text) => set(span, { text }));
+    },
+    focus() {},
+  };
+}
+
+function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
+  const id = freshId(name);
+  const properties = session.form.controls[name];
+  const input = (properties.Lines ?? 1) > 1 ? h("textarea", { id, rows: properties.Lines, spellcheck: "false" }) : h("input", { id, type: "text", spellcheck: "false" });
+  const unit = h("span", { class: "unit" });
+  const stepper = updown && stepButtons(updown, session, input);
+  const field = h("div", { class: "field" }, input, unit, stepper);
+  const { element, drawNotes } = withNotes(field, input, id);
+  if (!isFirst) set(input, { "aria-label": rowLabel });
+  input.addEventListener("input", () => session.type(name, input.value));
+  input.addEventListener("blur", () => session.leave(name));
+  if (updown) {
+    input.addEventListener("keydown", (event) => {
+      const step = { ArrowUp: 1, ArrowDown: -1, PageUp: 10, PageDown: -10 }[event.key];
+      if (!step || event.altKey || event.ctrlKey) return;
+      event.preventDefault();
+      session.raise(updown, "step", step);
+    });
+  }
+  return {
+    element,
+    isField: true,
+    labelled: id,
+    draw(state) {
+      drawNotes(state);
+      set(input, { placeholder: state.Placeholder || null, readonly: !state.Enabled });
+      if (input.localName === "input") set(input, { type: state.Secret ? "password" : "text", inputmode: updown ? "numeric" : null });
+      set(input, { value: session.get(name, "Text") ?? "" });
+      set(unit, { text: state.Unit ?? "", hidden: !state.Unit });
+    },
+    focus() {
+      input.focus();
+      input.select();
+    },
+  };
+}
+
+function stepButtons(name, session, input) {
+  const button = (step, text, title) =>
+    h("button", { type: "button", tabindex: "-1", "aria-label": title, onclick: () => isUsable(input) && session.raise(name, "step", step) }, text);
+  return h("span", { class: "steps" }, button(1, "▴", "One more"), button(-1, "▾", "One less"));
+}
+
+function comboBox(name, context, { label: rowLabel, isFirst }) {
+  const { session } = context;
+  const properties = session.form.controls[name];
+  if (properties.IsEditable) {
+    const combobox = createCombobox(freshId(name), {
+      typed: (text) => session.type(name, text),
+      chosen: (text) => session.raise(name, "change", text),
+      left: () => session.leave(name),
+      opened: () => session.raise(name, "dropdown"),
+    });
+    const { element, drawNotes } = withNotes(combobox.element, combobox.input, combobox.input.id);
+    if (!isFirst) set(combobox.input, { "aria-label": rowLabel });
+    return {
+      element,
+      isField: true,
+      labelled: combobox.input.id,
+      draw(state) {
+        drawNotes(state);
+        set(combobox.input, { readonly: !state.Enabled, placeholder: state.Placeholder || null });
+        combobox.draw(state.Items ?? [], session.get(name, "Text") ?? "", state.ListState ?? 0, state.ListProblem ?? "");
+      },
+      focus: () => combobox.input.focus(),
+    };
+  }
+  const id = freshId(name);
+  const select = h("select", { id });
+  const field = h("div", { class: "field" }, select);
+  const { element, drawNotes } = withNotes(field, select, id);
+  if (!isFirst) set(select, { "aria-label": rowLabel });
+  select.addEventListener("change", () => session.raise(name, "change", select.value));
+  const open = () => session.raise(name, "dropdown");
+  select.addEventListener("pointerdown", open);
+  select.addEventListener("keydown", (event) => (event.key === " " || event.key === "Enter" || event.altKey) && open());
+  return {
+    element,
+    isField: true,
+    labelled: id,
+    draw(state) {
+      drawNotes(state);
+      const text = session.get(name, "Text") ?? "";
+      const items = [...(state.Items ?? [])];
+      // A text that is no item stays, as one that is missing.
+      const isMissing = !items.some((item) => item.text === text);
+      if (isMissing) items.unshift({ text, note: text && !text.startsWith("(") && state.ListState !== 1 ? "missing" : "", enabled: true });
+      fill(select, items, ({ text: each }, i) => `${i} ${each}`, () => h("option"), (option, item) => {
+        set(option, { value: item.text, text: item.note ? `${item.text} (${item.note})` : item.text, disabled: item.enabled === false, hidden: isMissing && item.text === text && !text });
+      });
+      if (select.value !== text) select.value = text;
+      set(select, { disabled: !state.Enabled, "data-missing": isMissing && Boolean(text), "aria-busy": state.ListState === 1 ? "true" : null });
+      set(element, { "data-failed": state.ListState === 2, title: state.ListState === 2 ? state.ListProblem : null });
+    },
+    focus: () => select.focus(),
+  };
+}
+
+function tick(type, name, { session }) {
+  const id = freshId(name);
+  const input = h("input", { id, type, name: type === "radio" ? `${session.form.id}-${session.form.controls[name].Group}` : null });
+  const text = h("span");
+  const field = h("label", { class: "tick" }, input, text);
+  const { element, drawNotes } = withNotes(field, input, id);
+  input.addEventListener("click", (event) => {
+    if (!isUsable(input)) event.preventDefault();
+    else session.raise(name, "change", input.checked);
+  });
+  return {
+    element,
+    isField: true,
+    draw(state) {
+      drawNotes(state);
+      text.replaceChildren(...mnemonic(state.Caption ?? ""));
+      set(input, { checked: Boolean(session.get(name, "Value")), "data-key": accessKey(state.Caption ?? "") || null });
+      input.indeterminate = Boolean(state.Mixed);
+    },
+    focus: () => input.focus(),
+  };
+}
+
+function commandButton(name, { session }) {
+  const { form } = session;
+  const button = h("button", { type: "button", class: name === form.default ? "primary" : "outlined" });
+  const press = () => isUsable(button) && session.raise(name, "click");
+  button.addEventListener("click", press);
+  return {
+    element: button,
+    draw(state) {
+      set(button, { hidden: !state.Visible, "data-key": accessKey(state.Caption ?? "") || null, "aria-label": withoutKey(state.Caption ?? "") === "…" ? state.Hint || "More" : null });
+      button.replaceChildren(h("span", {}, mnemonic(state.Caption ?? "")));
+      enable(button, state.Enabled, state.Reason);
+      if (state.Enabled && state.Hint) set(button, { title: state.Hint });
+    },
+    focus: () => button.focus(),
+    press,
+  };
+}
+
+function picture() {
+  const image = h("img", { alt: "" });
+  const element = h("figure", { class: "picture" }, image);
+  return {
+    element,
+    draw({ File = "", Visible, Hint = "" }) {
+      set(element, { hidden: !Visible || !File });
+      set(image, { alt: Hint || "The picture as it is found" });
+      const address = File && (File.startsWith("/") ? File : `/${File}`);
+      if (address && image.getAttribute("src") !== address) image.src = address;
+    },
+    focus() {},
+  };
+}
+
+function progressBar(name) {
+  const bar = h("progress");
+  const text = h("span");
+  const element = h("div", { class: "progress", role: "group", "aria-label": "Progress" }, bar, text);
+  return {
+    element,
+    draw({ Step = 0, Maximum = 0, Text = "", Visible }) {
+      set(element, { hidden: !Visible, "data-control": name });
+      set(bar, { max: Maximum || null, "aria-label": Text || "Progress" });
+      if (Maximum) bar.value = Step;
+      else bar.removeAttribute("value");
+      set(text, { text: Text });
+    },
+    focus() {},
+  };
+}
+
+const kinds = {
+  Label: label,
+  TextBox: textBox,
+  ComboBox: comboBox,
+  CheckBox: (...given) => tick("checkbox", ...given),
+  OptionButton: (...given) => tick("radio", ...given),
+  ListBox: createList,
+  Grid: createPreview,
+  CommandButton: commandButton,
+  Picture: picture,
+  ProgressBar: progressBar,
+};
+
+// Of a kind that this page does not know nothing is drawn.
+export function controlFor(name, context, row) {
+  const make = kinds[context.session.form.controls[name]?.kind];
+  return make ? make(name, context, row) : { element: h("span"), draw() {}, focus() {} };
+}

@@ -1,0 +1,48 @@
+// The page of what is selected, at the right of the slide.
+
+import { h, place, set } from "./dom.js";
+import { FormView } from "./form_view.js";
+
+export function createProperties(desk) {
+  const { state, watch } = desk;
+  const region = document.getElementById("properties");
+  const title = h("h2", {}, h("span", { class: "name" }), h("span", { class: "subject" }));
+  const body = h("div", { class: "body" });
+  const none = h("p", { class: "note", text: "Select a shape to see what it is linked to." });
+  region.append(title, body);
+  let view = null;
+  let orphan = null; // the page of a server that has gone
+
+  function draw() {
+    const form = state.forms?.find(({ placement }) => placement === "docked");
+    if (!form) {
+      if (view && state.lost) return; // what stands there stays
+      view?.close();
+      view = null;
+    } else if (view?.id === form.id && view.form.name === form.name) view.takeWhole(form);
+    else {
+      const held = region.contains(document.activeElement);
+      const old = orphan ?? null;
+      view?.close();
+      view = new FormView(desk, form);
+      if (old?.form.name === form.name && old.form.subject === form.subject) view.session.recover(old.session, false);
+      orphan = null;
+      place(body, view.element);
+      if (held) view.focusFirst();
+    }
+    set(title.firstElementChild, { text: view?.form.caption ?? "Properties" });
+    set(title.lastElementChild, { text: view?.form.subject ?? "" });
+    if (!view) place(body, none);
+  }
+  watch(["forms"], draw);
+
+  return {
+    find: (id) => (view?.id === id ? view : null),
+    // The server has begun anew: the page that it makes takes over what was typed here.
+    outlive() {
+      orphan = view;
+    },
+    isTyping: () => Boolean(view?.session.isTyping),
+    focus: () => view?.focusFirst(),
+  };
+}
