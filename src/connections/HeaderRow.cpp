@@ -20,7 +20,64 @@ bool LooksLikeNames(const RecordFields& fields) {
                      });
 }
 
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+/// A number, a date, a time, an amount: more digits than letters.
+bool LooksLikeValue(std::string_view field) {
+  return std::count_if(field.begin(), field.end(), IsDigit) >
+         std::count_if(field.begin(), field.end(), IsLetter);
+}
+
+bool IsCapitals(std::string_view field) {
+  return std::any_of(field.begin(), field.end(), IsLetter) && basic::UCase(field) == field;
+}
+
+bool HoldsBlank(std::string_view field) { return basic::Trim(field).find(' ') != std::string_view::npos; }
+
+/// Whether what stands below a name is of another kind than the name.
+bool IsUnlike(std::string_view name, const std::vector<std::string_view>& below) {
+  const auto most = [&](auto&& is) {
+    return 2 * std::count_if(below.begin(), below.end(), is) > static_cast<std::ptrdiff_t>(below.size());
+  };
+  if (most(LooksLikeValue)) return true;
+  // A few texts may look alike by chance.
+  constexpr std::size_t Enough = 2;
+  if (below.size() < Enough) return false;
+  const auto all = [&](auto&& is) { return std::all_of(below.begin(), below.end(), is); };
+  if (!IsCapitals(name) && all(IsCapitals)) return true;
+  if (!HoldsBlank(name) && most(HoldsBlank)) return true;
+  const auto length = static_cast<std::size_t>(basic::Len(below.front()));
+  const auto hasLength = [&](std::string_view field) {
+    return static_cast<std::size_t>(basic::Len(field)) == length;
+  };
+  return below.size() > Enough && all(hasLength) && !hasLength(name);
+}
+
 }  // namespace
+
+bool LooksLikeHeader(const std::vector<RecordFields>& records) {
+  if (records.empty()) return false;
+  const RecordFields& names = records.front();
+  const std::size_t width = FilledFields(names);
+  if (width == 0 || !LooksLikeNames(names) ||
+      std::any_of(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(width), LooksLikeValue)) {
+    return false;
+  }
+  // Words side by side with nothing below are names sooner than data.
+  if (records.size() == 1) return width > 1;
+  bool isUnlike = false;
+  for (std::size_t column = 0; column < width; ++column) {
+    std::vector<std::string_view> below;
+    for (auto record = records.begin() + 1; record != records.end(); ++record) {
+      if (column >= record->size() || (*record)[column].empty()) continue;
+      below.push_back((*record)[column]);
+      if (basic::EqualsIgnoreCase(below.back(), names[column])) return false;
+    }
+    isUnlike = isUnlike || IsUnlike(names[column], below);
+  }
+  return isUnlike;
+}
 
 std::size_t FilledFields(const RecordFields& fields) {
   const auto last =

@@ -21,4 +21,9 @@ std::size_t FilledFields(const RecordFields& fields);
 /// three at least: two words behind a line are as likely a sentence with a comma in it.
 std::size_t HeaderRow(const std::vector<RecordFields>& records);
 
+/// Whether the first record is likely to hold the column names: it looks like names, none of them stands
+/// below again in its column, and some column is of another kind below: numbers, dates, times, codes of one
+/// length or in capitals. A guess, for an author to look at.
+bool LooksLikeHeader(const std::vector<RecordFields>& records);
+
 }  // namespace LF2000

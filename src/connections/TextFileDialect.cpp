@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "basic/Strings.h"
-#include "connections/HeaderRow.h"
 #include "connections/TextFileScanner.h"
 #include "host/text_table.h"
 
@@ -132,6 +131,10 @@ TextFileDialect FindDialect(std::string_view text, bool firstRowFieldNames) {
   if (behindTitles) return *behindTitles;
   if (fallback) return *fallback;
   return {NoDelimiter, 0, false, std::move(doubt)};
+}
+
+std::vector<RecordFields> FirstRecords(std::string_view text, const TextFileDialect& dialect) {
+  return SampleOf(text, dialect.Begin, dialect.Delimiter).records;
 }
 
 }  // namespace LF2000

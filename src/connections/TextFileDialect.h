@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "connections/HeaderRow.h"
 
 namespace LF2000 {
 
@@ -29,5 +32,8 @@ struct TextFileDialect {
 ///
 /// Titles (HeaderRow.h) are looked for with `firstRowFieldNames` alone.
 TextFileDialect FindDialect(std::string_view text, bool firstRowFieldNames);
+
+/// The first 20 records as they are split so, without the doubling of quotes.
+std::vector<RecordFields> FirstRecords(std::string_view text, const TextFileDialect& dialect);
 
 }  // namespace LF2000

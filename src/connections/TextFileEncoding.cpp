@@ -61,10 +61,12 @@ void MendUtf8(std::string_view bytes, Utf8Writer& writer) {
 }
 
 /// Decodes twice: once to know the size, then into a buffer of that size.
-TextFileContent Decoded(std::string_view bytes, void (*decode)(std::string_view, Utf8Writer&)) {
+TextFileContent Decoded(std::string_view encoding, std::string_view bytes,
+                        void (*decode)(std::string_view, Utf8Writer&)) {
   Utf8Writer measure;
   decode(bytes, measure);
   TextFileContent content;
+  content.Encoding = encoding;
   content.Bytes.data = std::make_unique_for_overwrite<char[]>(measure.size);
   content.Bytes.size = measure.size;
   Utf8Writer writer{content.Bytes.data.get()};
@@ -99,8 +101,10 @@ TextFileContent WithoutMarks(TextFileContent content) {
 TextFileContent DecodeTextFile(host::Bytes bytes) {
   using namespace std::string_view_literals;
   const std::string_view text = TextOf(bytes);
-  if (text.starts_with("\xFF\xFE"sv)) return WithoutMarks(Decoded(text.substr(2), DecodeUtf16<false>));
-  if (text.starts_with("\xFE\xFF"sv)) return WithoutMarks(Decoded(text.substr(2), DecodeUtf16<true>));
+  if (text.starts_with("\xFF\xFE"sv))
+    return WithoutMarks(Decoded("UTF-16", text.substr(2), DecodeUtf16<false>));
+  if (text.starts_with("\xFE\xFF"sv))
+    return WithoutMarks(Decoded("UTF-16", text.substr(2), DecodeUtf16<true>));
 
   const std::size_t begin = text.starts_with(basic::Utf8Mark) ? basic::Utf8Mark.size() : 0;
   const basic::Utf8Check check = basic::CheckUtf8(text.substr(begin));
@@ -110,7 +114,7 @@ TextFileContent DecodeTextFile(host::Bytes bytes) {
   }
   RemoveMarks(bytes, text.find(basic::Utf8Mark, begin));
   const std::string_view rest = TextOf(bytes).substr(begin);
-  return begin != 0 ? Decoded(rest, MendUtf8) : Decoded(rest, DecodeWindows1252);
+  return begin != 0 ? Decoded("UTF-8", rest, MendUtf8) : Decoded("Windows-1252", rest, DecodeWindows1252);
 }
 
 }  // namespace LF2000

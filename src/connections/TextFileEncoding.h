@@ -12,6 +12,8 @@ struct TextFileContent {
   host::Bytes Bytes;
   /// Where the text begins in them: behind a byte-order mark.
   std::size_t Begin = 0;
+  /// What it was encoded in: "UTF-8", "UTF-16", "Windows-1252".
+  std::string_view Encoding = "UTF-8";
 };
 
 /// Decodes what was read from a text file. A byte-order mark tells UTF-8,

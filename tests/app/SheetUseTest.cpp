@@ -5,7 +5,9 @@
 #include <gmock/gmock.h>
 
 #include "app/ShowTest.h"
+#include "basic/CellReference.h"
 #include "basic/Strings.h"
+#include "connections/SheetTable.h"
 #include "support/BookBuilder.h"
 #include "support/TemporaryFolder.h"
 #include "workbook/sheet/Factory.h"
@@ -46,9 +48,10 @@ struct SheetUseTest : ShowTest {
 
   std::string wholeRange(const std::string& texts, bool header = true) {
     read(texts, "A1", header);
-    const auto table = findTable(connection);
+    const auto table = LF2000::FindSheetTable(connection);
     if (!table) return "empty";
-    return growingRange(table->area) + (table->hasTitles ? " below titles" : "");
+    return LF2000::GrowingRange(table->Cells(header)) + (table->HasTitles(header) ? " below titles" : "") +
+           (table->HasNames ? " with names" : "");
   }
   std::string leftOut(const std::string& texts, const std::string& range) {
     read(texts, range);
@@ -59,11 +62,12 @@ struct SheetUseTest : ShowTest {
 };
 
 TEST_F(SheetUseTest, ARangeTakesInAllThatShowsAndRowsToCome) {
-  EXPECT_EQ(wholeRange("Item|Price/Rye|4.80/Tart|3.20"), "A:B");
-  EXPECT_EQ(wholeRange("Item|Price|~/Rye|4.80|~/~|~"), "A:B");
-  EXPECT_EQ(wholeRange("/|Item|Price/|Rye|4.80/|Tart|3.20||note"), "B2:E1048576");
-  EXPECT_EQ(wholeRange("Prices of May//Item|Size|Price/Rye|1|4.80/Tart|2|3.20"), "A3:C1048576 below titles");
-  EXPECT_EQ(wholeRange("Prices of May//Item|Size|Price/Rye|1|4.80/Tart|2|3.20", false), "A:C");
+  EXPECT_EQ(wholeRange("Item|Price/Rye|4.80/Tart|3.20"), "A:B with names");
+  EXPECT_EQ(wholeRange("Item|Price|~/Rye|4.80|~/~|~"), "A:B with names");
+  EXPECT_EQ(wholeRange("/|Item|Price/|Rye|4.80/|Tart|3.20||note"), "B2:E1048576 with names");
+  EXPECT_EQ(wholeRange("Prices of May//Item|Size|Price/Rye|1|4.80/Tart|2|3.20"),
+            "A3:C1048576 below titles with names");
+  EXPECT_EQ(wholeRange("Prices of May//Item|Size|Price/Rye|1|4.80/Tart|2|3.20", false), "A:C with names");
   EXPECT_EQ(wholeRange("~|~"), "empty");
 }
 

@@ -171,6 +171,14 @@ std::string ResolvePath(std::string_view path, std::string_view base) {
   return std::string(base.substr(0, end + 1)) + resolved;
 }
 
+std::string ShortenPath(std::string_view path, std::string_view base) {
+  const std::size_t end = base.find_last_of("/\\");
+  if (end == std::string_view::npos) return std::string(path);
+  const std::string_view folder = base.substr(0, end + 1);
+  const bool isWithin = path.size() > folder.size() && basic::StartsWith(path, folder);
+  return std::string(isWithin ? path.substr(folder.size()) : path);
+}
+
 namespace {
 
 bool NamesFileProvider(std::string_view connectionString) {

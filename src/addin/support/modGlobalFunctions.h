@@ -81,6 +81,10 @@ std::string MakeTempFileName(std::string& prefix);
 /// path is taken from the folder of `base`.
 [[nodiscard]] std::string ResolvePath(std::string_view path, std::string_view base);
 
+/// The path as it stands best in a presentation: without the folder of `base` where it begins with that, so
+/// that both can be moved together; ResolvePath leads back.
+[[nodiscard]] std::string ShortenPath(std::string_view path, std::string_view base);
+
 /// A connection string: the placeholder as above in every value, and the path of a database that
 /// is a file as ResolvePath does: after "Data Source=" of a provider that opens
 /// one (Jet, ACE, SQLite), after "Database=" and "DBQ=" of such an ODBC driver

@@ -14,6 +14,7 @@
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
 #include "basic/Strings.h"
+#include "connections/SourceKind.h"
 #include "json/Json.h"
 #include "model/modTags.h"
 #include "platform/Console.h"
@@ -86,7 +87,7 @@ ConnectionKind kindOf(const ConnectionOptions& options, std::optional<Connection
   if (before) return *before;
   if (options.connectionString || options.sql) return ConnectionKind::Database;
   if (!options.file) throw UsageError("connection add: give the data with --file or --connection-string.");
-  const auto told = kindOfFile(*options.file);
+  const auto told = LF2000::KindOfFile(*options.file);
   if (!told) {
     throw UsageError("connection add: the name '" + *options.file +
                      "' does not tell what it is; give --type text, database or excel.");
@@ -101,7 +102,8 @@ void settleDatabase(ConnectionOptions& options) {
       throw UsageError("connection: a database takes --file or --connection-string, not both.");
     }
     const bool isSqlite = options.type == "sqlite";
-    options.connectionString = isSqlite ? sqliteString(*options.file) : databaseString(*options.file);
+    options.connectionString =
+        isSqlite ? LF2000::SqliteString(*options.file) : LF2000::DatabaseString(*options.file);
     if (*options.connectionString == *options.file) {
       throw UsageError(
           "connection: the name '" + *options.file +
@@ -109,7 +111,7 @@ void settleDatabase(ConnectionOptions& options) {
     }
     options.file.reset();
   } else if (options.connectionString) {
-    options.connectionString = databaseString(*options.connectionString);
+    options.connectionString = LF2000::DatabaseString(*options.connectionString);
   }
 }
 

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "connections/clsConnection.h"
+
+namespace LF2000 {
+
+/// What the ending of a file's name tells, in any case of letters; nothing for an ending that may be
+/// anything.
+std::optional<ConnectionKind> KindOfFile(std::string_view path);
+
+/// The connection string of an SQLite file of any name.
+std::string SqliteString(std::string_view path);
+
+/// The connection string of a database that is one file, where the text is the name of such a file alone
+/// ("plant.db"); any other text as it is.
+std::string DatabaseString(std::string_view text);
+
+}  // namespace LF2000
