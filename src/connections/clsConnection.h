@@ -81,6 +81,9 @@ class clsConnection {
   void CloseConnection();
   void CloseRecordset();
   void CloseExcel();
+  /// Ends what waits for the source, if anything does, by an error; what is held stays. For who runs while
+  /// the loop is waited in.
+  void Cancel();
   /// Reloads the data when it is due or forced: a database when its refresh rate
   /// has passed, a file when its modification time changed. True when what is held is
   /// what the source holds now. False when nothing is known of that: the time of a
@@ -164,8 +167,11 @@ class clsConnection {
   bool RequeryDatabase(bool forced);
   bool RequeryFile(bool forced);
   void NoteReading();
+  void NoteDelivery();
   void ReloadDatabase();
   void FetchAgain();
+  /// One turn of the loop while something is waited for; Cancel ends it by an error.
+  void Wait();
   /// The loop runs while it is filled, and may put another in its place or none.
   void RequireStillHeld(const std::shared_ptr<ADODB::Recordset>& recordset) const;
   [[nodiscard]] bool HasRow(double row) const;
@@ -205,6 +211,7 @@ class clsConnection {
   std::vector<std::string> missingColumns_;
   /// What was opened last has been read as well, with all that is used of it.
   bool isCurrent_ = false;
+  bool isCancelled_ = false;
   std::int64_t dataVersion_ = 0;
   float lastRequeryTime_ = 0;
   ReadingRecord readings_;

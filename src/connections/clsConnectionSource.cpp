@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
@@ -80,7 +81,7 @@ void clsConnection::OpenDatabase() {
   opening->Open("", "", ADODB::adOptionUnspecified);
   requireStillOpening();
   while (opening->State() != ADODB::adStateOpen) {
-    host::Current().loop->DoEvents();
+    Wait();
     requireStillOpening();
   }
 }
@@ -216,12 +217,20 @@ void clsConnection::OpenDatabaseRecordset() {
   recordset->Open(recordsetSQL_, ADODB::adOpenUnspecified, ADODB::adLockUnspecified, options);
   RequireStillHeld(recordset);
   while (recordset->State() != ADODB::adStateOpen) {
-    host::Current().loop->DoEvents();
+    Wait();
     RequireStillHeld(recordset);
   }
   recordset->ActiveConnection(nullptr);
   NoteReading();
 }
+
+void clsConnection::Wait() {
+  host::Current().loop->DoEvents();
+  if (!std::exchange(isCancelled_, false)) return;
+  throw basic::Error(basic::AdapterError, basic::DefaultSource, "It was given up before an answer came.");
+}
+
+void clsConnection::Cancel() { isCancelled_ = true; }
 
 void clsConnection::RequireStillHeld(const std::shared_ptr<ADODB::Recordset>& recordset) const {
   if (recordset_ == recordset) return;
@@ -323,7 +332,7 @@ void clsConnection::FetchAgain() {
   recordset->Requery(ADODB::adOptionUnspecified);
   RequireStillHeld(recordset);
   while (recordset->State() == ADODB::adStateFetching) {
-    host::Current().loop->DoEvents();
+    Wait();
     RequireStillHeld(recordset);
   }
   recordset->ActiveConnection(nullptr);
@@ -334,7 +343,7 @@ bool clsConnection::RequeryFile(bool forced) {
   const basic::Date fileDate = host::Current().files->FileDateTime(ResolvedFile());
   // A file that could not be opened is tried again even when it comes back unchanged.
   if (fileDate == lastFileDate_ && dataOpen_ && !forced) {
-    if (isCurrent_) ++readings_.Deliveries;
+    if (isCurrent_) NoteDelivery();
     return isCurrent_;
   }
   OpenConnection();
@@ -358,7 +367,10 @@ void clsConnection::NoteReading() {
     if (!isThere) missingColumns_.push_back(used);
   }
   isCurrent_ = missingColumns_.empty();
-  if (!isCurrent_) return;
+  if (isCurrent_) NoteDelivery();
+}
+
+void clsConnection::NoteDelivery() {
   ++readings_.Deliveries;
   readings_.IsFailing = false;
 }

@@ -11,6 +11,7 @@
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "host/services.h"
+#include "model/modCommandState.h"
 #include "model/modSlides.h"
 #include "model/modTags.h"
 
@@ -30,22 +31,13 @@ void CatchError() {
   modErrors::ReportError();
 }
 
-std::shared_ptr<clsConnection> DescribedConnection(const std::string& presentationName,
-                                                   const std::string& number, const std::string& tagValue) {
-  auto connection = std::make_shared<clsConnection>();
-  connection->ActivePresentationName(presentationName);
-  connection->ConnectionTagNumber(number);
-  connection->TagString(tagValue);
-  connection->DesignMode(true);
-  return connection;
-}
-
 }  // namespace
 
 void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
   Log(DebugKind::Event, "Opening presentation");
   Attach(presentation);
   if (!modTags::HasVersionTag(*presentation_)) return;
+  if (host::Current().jobs) return LoadInBackground();
 
   const bool loaded = LoadConnections(/*opens=*/true);
   LoadSettings();
@@ -71,6 +63,7 @@ void clsPresentation::Describe(const std::shared_ptr<PowerPoint::Presentation>& 
 
 void clsPresentation::Attach(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   presentation_ = presentation;
+  DropReadings();
   connections_.clear();
   displayType_ = 0;
   distributionStart_ = distributionStop_ = {};
@@ -86,11 +79,10 @@ bool clsPresentation::LoadConnections(bool opens) {
     meterShown_ = true;
   }
 
-  const std::string presentationName = presentation_->FullName();
   bool loaded = true;
   modTags::ForEachTag(*tags, modTags::Connection, [&](const std::string& number, const std::string& value) {
     try {
-      auto connection = DescribedConnection(presentationName, number, value);
+      auto connection = DescribedConnection(number, value);
       connections_.push_back(connection);
       // After a failure nothing more is opened, but every description is taken
       // up, so that writing the connections back loses none.
@@ -101,6 +93,16 @@ bool clsPresentation::LoadConnections(bool opens) {
     }
   });
   return loaded;
+}
+
+std::shared_ptr<clsConnection> clsPresentation::DescribedConnection(const std::string& number,
+                                                                    const std::string& tagValue) const {
+  auto connection = std::make_shared<clsConnection>();
+  connection->ActivePresentationName(presentation_->FullName());
+  connection->ConnectionTagNumber(number);
+  connection->TagString(tagValue);
+  connection->DesignMode(true);
+  return connection;
 }
 
 void clsPresentation::OpenConnection(clsConnection& connection) {
@@ -120,10 +122,25 @@ void clsPresentation::CloseMeter() {
 }
 
 void clsPresentation::LoadSettings() {
-  const auto tags = presentation_->Tags();
   DisplayType(0);
-  modTags::ForEachTag(*tags, modTags::DisplayType,
-                      [&](const std::string&, const std::string& value) { DisplayType(basic::CLng(value)); });
+  LoadDisplayType();
+  LoadDistribution();
+}
+
+std::string clsPresentation::DisplayTypeTag() const {
+  std::string tag;
+  modTags::ForEachTag(*presentation_->Tags(), modTags::DisplayType,
+                      [&](const std::string&, const std::string& value) { tag = value; });
+  return tag;
+}
+
+void clsPresentation::LoadDisplayType() {
+  displayTypeTag_ = DisplayTypeTag();
+  if (!displayTypeTag_.empty()) DisplayType(basic::CLng(displayTypeTag_));
+}
+
+void clsPresentation::LoadDistribution() {
+  const auto tags = presentation_->Tags();
   modTags::ForEachTag(*tags, modTags::DistributionStart, [&](const std::string&, const std::string& value) {
     distributionStart_ = basic::CDate(value);
   });
@@ -139,6 +156,7 @@ void clsPresentation::LoadSettings() {
 
 void clsPresentation::DisplayType(std::int32_t code) {
   displayType_ = code;
+  modCommandState::TellDisplayType(code);
   modGlobalFunctions::CurrentDisplayType = code;
 }
 
@@ -202,7 +220,10 @@ std::string clsPresentation::LumenfoldVersion() const try {
 }
 
 void clsPresentation::RequireVersionTag() {
-  if (!modTags::HasVersionTag(*presentation_)) SetVersionTag();
+  constexpr std::int32_t ShowsValues = 1;
+  if (modTags::HasVersionTag(*presentation_)) return;
+  SetVersionTag();
+  if (displayType_ == 0) DisplayType(ShowsValues);
 }
 
 void clsPresentation::SetVersionTag() try {
@@ -216,7 +237,8 @@ void clsPresentation::SetVersionTag() try {
 void clsPresentation::SetDisplayType() try {
   const auto tags = presentation_->Tags();
   modTags::RemoveTags(*tags, modTags::DisplayType);
-  tags->Add(modTags::DisplayType, basic::CStr(displayType_));
+  displayTypeTag_ = basic::CStr(displayType_);
+  tags->Add(modTags::DisplayType, displayTypeTag_);
 } catch (...) {
   CatchError(modErrors::SavingConnectionTags);
 }
@@ -237,6 +259,7 @@ void clsPresentation::SetConnectionTags() try {
       }
     });
   });
+  modCommandState::TellChanged();
 } catch (...) {
   CatchError(modErrors::SavingConnectionTags);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -11,6 +13,7 @@
 #include "addin/support/modDebug.h"
 #include "basic/Date.h"
 #include "connections/clsConnection.h"
+#include "host/jobs.h"
 #include "host/powerpoint.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
@@ -22,13 +25,19 @@ namespace LF2000 {
 /// Errors are reported by every operation itself, not raised.
 class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
  public:
+  clsPresentation() = default;
+  ~clsPresentation();
+  clsPresentation(const clsPresentation&) = delete;
+  clsPresentation& operator=(const clsPresentation&) = delete;
+
   using ConnectionList = std::vector<std::shared_ptr<clsConnection>>;
 
   [[nodiscard]] const std::shared_ptr<PowerPoint::Presentation>& ActivePresentation() const {
     return presentation_;
   }
   /// Loads a linked presentation: its connections (each is opened once), its
-  /// display type and distribution settings; then fills the linked shapes.
+  /// display type and distribution settings; then fills the linked shapes. In a host with jobs the
+  /// connections are opened behind it, and the shapes of each are filled when it is open.
   void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation);
 
   /// Takes up what the tags describe, and neither opens a connection nor fills a shape: for who changes
@@ -49,6 +58,8 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// The version tag's value, empty when not linked.
   [[nodiscard]] std::string LumenfoldVersion() const;
   void SetVersionTag();
+  /// Makes a presentation a linked one that shows values, unless it is linked.
+  void RequireVersionTag();
   void SetDisplayType();
   /// Writes all connections, then unlinks the shapes that refer to none of them.
   void SetConnectionTags();
@@ -68,6 +79,36 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// connection when asked. A shape that cannot be filled keeps no other from it; of the failures of one
   /// column the first is reported.
   void FillValues(bool requery);
+  /// Fills one shape of a slide, if it is linked, from what is held now: nothing is opened or waited for.
+  void FillShape(PowerPoint::Slide& slide, const std::shared_ptr<PowerPoint::Shape>& shape);
+  /// The same for all shapes of a connection. What was saved stays so.
+  void FillConnection(std::string_view tagNumber);
+
+  // What follows is done by jobs (modJobs), for which the object must be held by a shared pointer; it gives
+  // up those that are left when it ends.
+
+  /// Hears how the opening of a connection ended; nothing when the connection or the presentation has gone
+  /// before, or another opening has come in its place.
+  using Opened = std::function<void(const host::JobEnd&)>;
+  /// Opens one of the connections, in place of an opening that has not ended, and fills its shapes. A failure
+  /// is reported and noted (clsConnection::Readings); an end by its user is noted.
+  void OpenInBackground(const std::shared_ptr<clsConnection>& connection, Opened opened = {});
+  /// Reads anew, for today's data while the presentation is edited, what may have changed: files whose date
+  /// has, databases whose refresh rate has passed but none oftener than every DatabaseInterval; or
+  /// everything, when forced. What could not be read is tried again after RetryInterval. Of a connection's
+  /// failures in a row the first is reported. Cheap when nothing is due.
+  void RequeryInBackground(bool forced);
+  static constexpr std::int64_t DatabaseInterval = 10'000;
+  static constexpr std::int64_t RetryInterval = 60'000;
+  /// The job that opens a connection or reads it anew, under way or waiting; null without one.
+  [[nodiscard]] std::shared_ptr<host::RunningJob> ReadingJob(const clsConnection& connection) const;
+
+  /// The tags were changed behind this object (an undo, a newer version): takes up what they describe now.
+  /// Connections that are described as before keep their object and data; others are opened in the
+  /// background; those that are gone are dropped. A display type that the tags had before does not come back.
+  /// Fills nothing else.
+  void TakeUpTags();
+
   /// Blanks the live texts and gives pictures and charts what their author put
   /// into them, so that a save stores no live value.
   void PrepareSave();
@@ -86,18 +127,56 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);
 
+  /// How a connection is being read.
+  struct Reading {
+    std::shared_ptr<host::RunningJob> Job;
+    /// Of the last job.
+    std::uint64_t Number = 0;
+    /// When it ended, by Clock::TickCount.
+    std::int64_t Ended = 0;
+    /// Of the file that it read.
+    basic::Date FileDate;
+  };
+  struct ReadingKind {
+    std::string_view Caption;
+    /// For what fails.
+    std::int32_t ErrorCode;
+    /// By somebody, who hears of every failure.
+    bool IsAsked;
+  };
+
   void Attach(const std::shared_ptr<PowerPoint::Presentation>& presentation);
   /// False when one could not be opened; the rest is described, not opened.
   bool LoadConnections(bool opens);
+  void LoadInBackground();
+  [[nodiscard]] std::shared_ptr<clsConnection> DescribedConnection(const std::string& number,
+                                                                   const std::string& tagValue) const;
+  /// What the tags describe. Those that cannot be read are left out, and the first of them is reported.
+  [[nodiscard]] ConnectionList DescribedConnections() const;
   void OpenConnection(clsConnection& connection);
   void LoadSettings();
+  void LoadDisplayType();
+  void LoadDistribution();
+  /// The tag's value, empty without one.
+  [[nodiscard]] std::string DisplayTypeTag() const;
   void CloseMeter();
-  void FillShape(PowerPoint::Slide& slide, const clsShape& link);
+  void FillLink(PowerPoint::Slide& slide, const clsShape& link);
+  /// The connection of that number, if its shapes can be filled; null without.
+  [[nodiscard]] std::shared_ptr<clsConnection> ReadyConnection(std::string_view tagNumber) const;
+  void OpenAllInBackground(ConnectionList connections);
+  void StartReading(const std::shared_ptr<clsConnection>& connection, const ReadingKind& kind,
+                    std::function<void()> work, Opened ended);
+  /// False for a job in whose place another has come, or whose connection has been dropped.
+  bool NoteReadingEnd(const clsConnection& connection, std::uint64_t number, basic::Date fileDate);
+  void TakeReading(clsConnection& connection, std::int64_t versionBefore, const ReadingKind& kind,
+                   const host::JobEnd& end);
+  void GiveUpReading(const clsConnection& connection);
+  void DropReadings();
+  [[nodiscard]] bool IsDue(const clsConnection& connection) const;
   void FillField(PowerPoint::Slide& slide, const clsShape& link, std::int32_t displayType);
   void FillGraph(const clsShape& link);
   void FillTable(const clsShape& link, std::int32_t displayType);
   void FillObject(const clsShape& link, std::int32_t displayType);
-  void RequireVersionTag();
   void ShowPage(modPropertyPages::Page page);
 
   std::shared_ptr<PowerPoint::Presentation> presentation_;
@@ -110,6 +189,10 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   bool objectFailureTold_ = false;
   /// Connection and column of the values that could not be read.
   std::set<std::pair<std::string, std::string>> toldColumns_;
+  std::map<const clsConnection*, Reading> readings_;
+  std::uint64_t lastReading_ = 0;
+  /// The display type as the tag has it, empty without one.
+  std::string displayTypeTag_;
 };
 
 }  // namespace LF2000

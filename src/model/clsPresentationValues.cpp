@@ -43,7 +43,7 @@ void clsPresentation::FillValues(bool requery) try {
     modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
       if (modDebug::DebugOn) Log(DebugKind::Event, "FillingValues:New shape:" + shape->Name());
       link.ShapeItem(shape);
-      if (link.LumenfoldEnabled()) FillShape(slide, link);
+      if (link.LumenfoldEnabled()) FillLink(slide, link);
     });
     if (meterShown_) host::Current().progressMeter->Step();
   });
@@ -63,7 +63,32 @@ bool Scrolls(PowerPoint::Slide& slide, PowerPoint::Shape& shape) {
 
 }  // namespace
 
-void clsPresentation::FillShape(PowerPoint::Slide& slide, const clsShape& link) {
+void clsPresentation::FillShape(PowerPoint::Slide& slide,
+                                const std::shared_ptr<PowerPoint::Shape>& shape) try {
+  clsShape link;
+  link.ShapeItem(shape);
+  if (link.LumenfoldEnabled()) FillLink(slide, link);
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::ReportError(modErrors::FillingValues);
+}
+
+void clsPresentation::FillConnection(std::string_view tagNumber) try {
+  const bool saved = presentation_->Saved();
+  modSlides::ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
+    clsShape link;
+    modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+      link.ShapeItem(shape);
+      if (link.LumenfoldEnabled() && link.ConnectionTagNumber() == tagNumber) FillLink(slide, link);
+    });
+  });
+  presentation_->Saved(saved);
+} catch (...) {
+  modErrors::SetLastError();
+  modErrors::ReportError(modErrors::FillingValues);
+}
+
+void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) {
   PowerPoint::Shape& shape = *link.ShapeItem();
   const std::int32_t displayType = modGlobalFunctions::CurrentDisplayType;
   switch (static_cast<SourceType>(link.SourceType())) {
@@ -88,11 +113,19 @@ void clsPresentation::FillShape(PowerPoint::Slide& slide, const clsShape& link) 
   }
 }
 
+std::shared_ptr<clsConnection> clsPresentation::ReadyConnection(std::string_view tagNumber) const {
+  auto connection = FindConnection(tagNumber);
+  if (!connection) return nullptr;
+  // Where jobs read, nobody waits for one under way, and until there are data the shapes stay as they are.
+  const bool isReady = host::Current().jobs ? connection->RecordsetReady() : connection->ConnectionReady();
+  return isReady ? connection : nullptr;
+}
+
 void clsPresentation::FillField(PowerPoint::Slide& slide, const clsShape& link,
                                 std::int32_t displayType) try {
   PowerPoint::Shape& shape = *link.ShapeItem();
-  const auto connection = FindConnection(link.ConnectionTagNumber());
-  if (!connection || !connection->ConnectionReady()) return;
+  const auto connection = ReadyConnection(link.ConnectionTagNumber());
+  if (!connection) return;
   bool noValue = true;
   // What scrolls shows its first row, and runs past the end of the data in every show: that is no news.
   std::string text =
@@ -111,8 +144,8 @@ void clsPresentation::FillField(PowerPoint::Slide& slide, const clsShape& link,
 
 /// A chart that cannot be refilled is reported and keeps no other shape from being filled.
 void clsPresentation::FillGraph(const clsShape& link) try {
-  const auto connection = FindConnection(link.ConnectionTagNumber());
-  if (connection && connection->ConnectionReady()) modGraph::FillGraph(*link.ShapeItem(), *connection);
+  const auto connection = ReadyConnection(link.ConnectionTagNumber());
+  if (connection) modGraph::FillGraph(*link.ShapeItem(), *connection);
 } catch (...) {
   modErrors::SetLastError();
   modErrors::ReportError(modErrors::FillingValues);
@@ -120,8 +153,8 @@ void clsPresentation::FillGraph(const clsShape& link) try {
 
 /// As a chart.
 void clsPresentation::FillTable(const clsShape& link, std::int32_t displayType) try {
-  const auto connection = FindConnection(link.ConnectionTagNumber());
-  if (!connection || !connection->ConnectionReady()) return;
+  const auto connection = ReadyConnection(link.ConnectionTagNumber());
+  if (!connection) return;
   PowerPoint::Shape& shape = *link.ShapeItem();
   modTable::WriteCells(
       shape, modTable::ReadCells(shape, *connection, /*firstRow=*/1, static_cast<std::int16_t>(displayType)));
@@ -137,8 +170,8 @@ void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType)
     modLinkedFiles::ShowOwnContent(shape);
     return;
   }
-  const auto connection = FindConnection(link.ConnectionTagNumber());
-  if (!connection || !connection->ConnectionReady()) return;
+  const auto connection = ReadyConnection(link.ConnectionTagNumber());
+  if (!connection) return;
   bool noValue = true;
   const std::string name =
       connection->GetValueObject(link.Row(), link.ColumnName(), link.ObjectFolder(), link.ObjectExtension(),

@@ -35,6 +35,11 @@ void Machine::UseFileWatcher(host::FileWatcher* watcher) {
   host::Use(services_);
 }
 
+void Machine::UseJobs(host::Jobs* jobs) {
+  services_.jobs = jobs;
+  host::Use(services_);
+}
+
 void Machine::UseForms(Forms::View* view) {
   services_.forms = view;
   host::Use(services_);

@@ -393,6 +393,8 @@ class Machine {
   void UseExcel(Excel::Factory* factory);
   /// A machine that tells of changes of files.
   void UseFileWatcher(host::FileWatcher* watcher);
+  /// One that queues what may wait.
+  void UseJobs(host::Jobs* jobs);
   /// One with somebody who looks at forms.
   void UseForms(Forms::View* view);
 
