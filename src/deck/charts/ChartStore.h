@@ -23,6 +23,8 @@ class RefillableChart {
   explicit RefillableChart(opc::Part& part);
 
   [[nodiscard]] const ChartData& data() const { return data_; }
+  /// Whether it holds other data than its author's.
+  [[nodiscard]] bool isFilled() const { return isFilled_; }
   [[nodiscard]] bool sharesBookWith(const RefillableChart& other) const {
     return book_ != nullptr && book_ == other.book_;
   }

@@ -41,6 +41,7 @@ Presentation::Presentation(std::unique_ptr<opc::Package> package, std::string pa
     fail(refused + "it is no presentation; its main part holds <" + std::string(rootName(*part_)) + ">");
   }
   loadSlides();
+  tags_.onChange([this](const TagList& list) { tellOfEdit(&EditListener::tagsWillChange, list.owner()); });
 }
 
 Presentation::~Presentation() = default;
@@ -217,11 +218,16 @@ void Presentation::renameShape(std::int32_t slideIndex, pugi::xml_node shape, st
   if (isTaken)
     fail("Another shape on slide " + std::to_string(slideIndex) + " is named " + basic::InQuotes(legal) +
          ".");
+  restoreName(slideIndex, shape, legal);
+}
+
+void Presentation::restoreName(std::int32_t slideIndex, pugi::xml_node shape, std::string_view name) {
   pugi::xml_node properties = presentationml::shapeProperties(shape);
-  if (legal == properties.attribute("name").value()) return;
+  if (name == properties.attribute("name").value()) return;
+  tellOfEdit(&EditListener::nameWillChange, shape);
   pugi::xml_attribute stored = properties.attribute("name");
   if (!stored) stored = properties.append_attribute("name");
-  stored = legal.c_str();
+  stored = std::string(name).c_str();
   SlideEntry& entry = slides_[static_cast<std::size_t>(slideIndex - 1)];
   *entry.shapes = indexOf(*entry.part);
   noteShapeChange(slideIndex, shape);
@@ -256,6 +262,19 @@ std::optional<std::int32_t> Presentation::slideByRelationship(std::string_view i
 
 void Presentation::addListener(ChangeListener& listener) { listeners_.push_back(&listener); }
 void Presentation::removeListener(ChangeListener& listener) { std::erase(listeners_, &listener); }
+void Presentation::addListener(EditListener& listener) { editListeners_.push_back(&listener); }
+void Presentation::removeListener(EditListener& listener) { std::erase(editListeners_, &listener); }
+
+const Owners& Presentation::owners() {
+  if (!owners_) owners_.emplace(*this);
+  return *owners_;
+}
+
+void Presentation::tellOfEdit(void (EditListener::*event)(const OwnerId&), pugi::xml_node owner) {
+  if (editListeners_.empty()) return;
+  const OwnerId id = owners().idOf(owner);
+  for (EditListener* listener : editListeners_) (listener->*event)(id);
+}
 
 template <typename Event>
 void Presentation::notify(const Event& event) {

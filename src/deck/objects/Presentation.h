@@ -9,6 +9,7 @@
 
 #include "deck/charts/ChartStore.h"
 #include "deck/objects/AuthorsCells.h"
+#include "deck/objects/Owners.h"
 #include "deck/objects/Repair.h"
 #include "deck/objects/TagStore.h"
 #include "deck/pictures/LivePictures.h"
@@ -78,7 +79,10 @@ class Presentation final : public PowerPoint::Presentation,
   /// Gives a top-level shape another name; an error when another shape of the slide has it, in any case of
   /// letters, and when it is empty.
   void renameShape(std::int32_t slideIndex, pugi::xml_node shape, std::string_view name);
+  /// Gives it a name that it had before, whoever else has it.
+  void restoreName(std::int32_t slideIndex, pugi::xml_node shape, std::string_view name);
   [[nodiscard]] TagStore& tagStore() { return tags_; }
+  [[nodiscard]] const Owners& owners();
   [[nodiscard]] ChartStore& charts() { return charts_; }
   [[nodiscard]] AuthorsCells& authorsCells() { return authorsCells_; }
 
@@ -99,6 +103,8 @@ class Presentation final : public PowerPoint::Presentation,
   /// A listener must outlive its subscription.
   void addListener(ChangeListener& listener);
   void removeListener(ChangeListener& listener);
+  void addListener(EditListener& listener);
+  void removeListener(EditListener& listener);
 
   /// What the proxies report: the node was changed in the part.
   void noteChange(opc::Part& part);
@@ -129,6 +135,7 @@ class Presentation final : public PowerPoint::Presentation,
   void tellOfShape(std::int32_t slideIndex, pugi::xml_node shape);
   template <typename Event>
   void notify(const Event& event);
+  void tellOfEdit(void (EditListener::*event)(const OwnerId&), pugi::xml_node owner);
 
   std::unique_ptr<opc::Package> package_;
   std::string path_;
@@ -140,7 +147,9 @@ class Presentation final : public PowerPoint::Presentation,
   ChartStore charts_;
   AuthorsCells authorsCells_;
   LivePictures pictures_;
+  std::optional<Owners> owners_;  // once asked for
   std::vector<ChangeListener*> listeners_;
+  std::vector<EditListener*> editListeners_;
   Application* application_ = nullptr;
   bool saved_ = true;
   bool isSaving_ = false;

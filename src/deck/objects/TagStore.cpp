@@ -60,14 +60,15 @@ void removeReference(pugi::xml_node customData, pugi::xml_node reference) {
 bool TagList::add(std::string_view name, std::string_view value) {
   const std::string key = basic::UCase(opc::xml::legalText(name));
   std::string legal = opc::xml::legalText(value);
-  const auto found =
-      std::find_if(tags_.begin(), tags_.end(), [&](const Tag& tag) { return tag.name == key; });
+  const auto isIt = [&](const Tag& tag) { return tag.name == key; };
+  const auto found = std::find_if(tags_.begin(), tags_.end(), isIt);
   if (found != tags_.end() && found->value == legal) return false;
-  keepStored();
+  beforeChange();
   if (found != tags_.end()) {
     found->value = std::move(legal);
   } else {
-    tags_.push_back({key, std::move(legal), 0});
+    const auto stored = std::find_if(stored_->begin(), stored_->end(), isIt);
+    tags_.push_back({key, std::move(legal), stored == stored_->end() ? defaultGroup() : stored->group});
   }
   return true;
 }
@@ -76,12 +77,20 @@ bool TagList::remove(std::string_view name) {
   const std::string key = basic::UCase(opc::xml::legalText(name));
   const auto isIt = [&](const Tag& tag) { return tag.name == key; };
   if (std::none_of(tags_.begin(), tags_.end(), isIt)) return false;
-  keepStored();
+  beforeChange();
   std::erase_if(tags_, isIt);
   return true;
 }
 
-void TagList::keepStored() {
+bool TagList::assign(std::vector<Tag> tags) {
+  if (tags == tags_) return false;
+  beforeChange();
+  tags_ = std::move(tags);
+  return true;
+}
+
+void TagList::beforeChange() {
+  if (store_->willChange_) store_->willChange_(*this);
   if (!stored_) stored_ = tags_;
 }
 
@@ -132,6 +141,7 @@ TagList& TagStore::of(opc::Part& source, pugi::xml_node owner) {
   TagList*& known = byOwner_[owner.internal_object()];
   if (known == nullptr) {
     auto list = std::make_unique<TagList>();
+    list->store_ = this;
     list->source_ = &source;
     list->owner_ = owner;
     read(*list);
@@ -150,7 +160,7 @@ void TagStore::read(TagList& list) {
            " cannot be read: the part of relationship " + basic::InQuotes(id) + " is missing.");
     }
     const std::size_t group = list.groups_.size();
-    list.groups_.push_back({id, part});
+    list.groups_.push_back({group, id, part});
     part->readXml([&](const pugi::xml_document& document) {
       for (pugi::xml_node tag : document.document_element().children("p:tag")) {
         list.tags_.push_back(
@@ -173,13 +183,13 @@ void TagStore::write() {
 }
 
 void TagStore::write(TagList& list, Uses& uses) {
-  if (list.groups_.empty()) addGroup(list);
+  for (const Tag& tag : list.tags_) addGroup(list, tag.group);
   // From the last, for a group without tags goes away.
   for (std::size_t group = list.groups_.size(); group-- > 0;) {
-    const auto ofGroup = [group](const std::vector<Tag>& tags) {
+    const auto ofGroup = [number = list.groups_[group].number](const std::vector<Tag>& tags) {
       std::vector<Tag> chosen;
       std::copy_if(tags.begin(), tags.end(), std::back_inserter(chosen),
-                   [group](const Tag& tag) { return tag.group == group; });
+                   [number](const Tag& tag) { return tag.group == number; });
       return chosen;
     };
     if (ofGroup(*list.stored_) != ofGroup(list.tags_)) writeGroup(list, group, uses);
@@ -189,7 +199,7 @@ void TagStore::write(TagList& list, Uses& uses) {
 void TagStore::writeGroup(TagList& list, std::size_t group, Uses& uses) {
   TagList::Group& target = list.groups_[group];
   opc::Part& source = *list.source_;
-  const auto isOfGroup = [group](const Tag& tag) { return tag.group == group; };
+  const auto isOfGroup = [number = target.number](const Tag& tag) { return tag.group == number; };
   pugi::xml_node customData = customDataParent(list.owner_).child("p:custDataLst");
   pugi::xml_node reference = findReference(customData, target.relationshipId);
 
@@ -198,16 +208,13 @@ void TagStore::writeGroup(TagList& list, std::size_t group, Uses& uses) {
     removeReference(customData, reference);
     source.markChanged();
     list.groups_.erase(list.groups_.begin() + static_cast<std::ptrdiff_t>(group));
-    for (Tag& tag : list.tags_) {
-      if (tag.group > group) --tag.group;
-    }
     return;
   }
   if (uses.isShared(source, target)) {
     uses.release(source, target);
     opc::Part& copy = package_.add(package_.freeName("ppt/tags/tag", ".xml"), ContentType,
                                    std::string(target.part->bytes()));
-    target = {package_.addRelationship(source, RelationshipType, copy), &copy};
+    target = {target.number, package_.addRelationship(source, RelationshipType, copy), &copy};
     reference.attribute("r:id") = target.relationshipId.c_str();
     source.markChanged();
   }
@@ -223,7 +230,10 @@ void TagStore::writeGroup(TagList& list, std::size_t group, Uses& uses) {
   target.part->markChanged();
 }
 
-void TagStore::addGroup(TagList& list) {
+void TagStore::addGroup(TagList& list, std::size_t number) {
+  const auto next = std::find_if(list.groups_.begin(), list.groups_.end(),
+                                 [number](const TagList::Group& group) { return group.number >= number; });
+  if (next != list.groups_.end() && next->number == number) return;
   pugi::xml_node parent = customDataParent(list.owner_);
   if (!parent) {
     fail("The shape " + basic::InQuotes(presentationml::shapeName(list.owner_)) + " in " +
@@ -233,9 +243,13 @@ void TagStore::addGroup(TagList& list) {
   const std::string id = package_.addRelationship(*list.source_, RelationshipType, part);
   pugi::xml_node customData = parent.child("p:custDataLst");
   if (!customData) customData = addCustomData(parent);
-  customData.append_child("p:tags").append_attribute("r:id") = id.c_str();
+  const pugi::xml_node follower =
+      next == list.groups_.end() ? pugi::xml_node() : findReference(customData, next->relationshipId);
+  pugi::xml_node reference =
+      follower ? customData.insert_child_before("p:tags", follower) : customData.append_child("p:tags");
+  reference.append_attribute("r:id") = id.c_str();
   list.source_->markChanged();
-  list.groups_.push_back({id, &part});
+  list.groups_.insert(next, {number, id, &part});
 }
 
 }  // namespace deck

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <pugixml.hpp>
@@ -17,31 +18,43 @@ namespace deck {
 struct Tag {
   std::string name;  // upper case
   std::string value;
-  std::size_t group = 0;  // which of the owner's tag parts holds it
+  std::size_t group = 0;  // which of the owner's tag parts holds it; the number stays while the deck is open
 
   friend bool operator==(const Tag&, const Tag&) = default;
 };
+
+class TagStore;
 
 /// The tags of one owner: a presentation, a slide or a shape.
 class TagList {
  public:
   [[nodiscard]] const std::vector<Tag>& all() const { return tags_; }
-  /// Replaces the value of a tag of that name in its place, or appends a tag.
+  /// Replaces the value of a tag of that name in its place, or appends a tag: in the part that holds one of
+  /// that name, else in the first.
   /// Answers whether anything changed.
   bool add(std::string_view name, std::string_view value);
   /// Answers whether there was such a tag.
   bool remove(std::string_view name);
+  /// Puts another list in place of this one, such as it was before. Answers whether anything changed.
+  bool assign(std::vector<Tag> tags);
+  /// What new tags are to have as their group.
+  [[nodiscard]] std::size_t defaultGroup() const { return groups_.empty() ? 0 : groups_.front().number; }
+
+  /// The root element of a presentation or slide, or the shape's.
+  [[nodiscard]] pugi::xml_node owner() const { return owner_; }
 
  private:
   friend class TagStore;
-  /// A p:tags reference of the owner.
+  /// A p:tags reference of the owner, in the order of their numbers.
   struct Group {
+    std::size_t number = 0;
     std::string relationshipId;
     opc::Part* part = nullptr;
   };
 
-  void keepStored();
+  void beforeChange();
 
+  const TagStore* store_ = nullptr;
   opc::Part* source_ = nullptr;
   pugi::xml_node owner_;
   std::vector<Group> groups_;
@@ -64,16 +77,22 @@ class TagStore {
   /// Writes the changed lists into the package.
   void write();
 
+  /// Told of a list before it changes.
+  void onChange(std::function<void(const TagList&)> willChange) { willChange_ = std::move(willChange); }
+
  private:
+  friend class TagList;
   class Uses;
   void read(TagList& list);
   void write(TagList& list, Uses& uses);
   void writeGroup(TagList& list, std::size_t group, Uses& uses);
-  void addGroup(TagList& list);
+  /// Unless the list has it.
+  void addGroup(TagList& list, std::size_t number);
 
   opc::Package& package_;
   std::vector<std::unique_ptr<TagList>> lists_;        // as they were asked for: new parts are numbered so
   std::unordered_map<const void*, TagList*> byOwner_;  // by element
+  std::function<void(const TagList&)> willChange_;
 };
 
 }  // namespace deck
