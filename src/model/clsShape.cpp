@@ -2,8 +2,6 @@
 
 #include "model/clsShape.h"
 
-#include <array>
-
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
@@ -14,22 +12,10 @@ namespace LF2000 {
 
 namespace {
 
-/// In the order in which a tag's name is tested.
-constexpr std::array ColumnKeys = {
-    modTags::ColumnType,       modTags::ColumnTag,          modTags::ColumnName,           modTags::ColumnRow,
-    modTags::ColumnDateFormat, modTags::ColumnObjectFolder, modTags::ColumnObjectExtension};
-
-bool IsColumnTag(std::string_view name) {
-  for (const std::string_view key : ColumnKeys) {
-    if (modTags::Matches(name, key)) return true;
-  }
-  return false;
-}
-
 void RemoveColumnTags(PowerPoint::Tags& tags) {
   for (std::int32_t i = tags.Count(); i >= 1; --i) {
     const std::string name = tags.Name(i);
-    if (IsColumnTag(name)) tags.Delete(name);
+    if (modTags::IsColumnTag(name)) tags.Delete(name);
   }
 }
 
@@ -47,7 +33,7 @@ void clsShape::ShapeItem(const std::shared_ptr<PowerPoint::Shape>& shape) try {
   const auto tags = shape_->Tags();
   for (std::int32_t i = 1; i <= tags->Count(); ++i) {
     const std::string name = tags->Name(i);
-    if (!IsColumnTag(name)) continue;
+    if (!modTags::IsColumnTag(name)) continue;
     enabled_ = true;
     ReadTag(name, tags->Value(i));
   }
@@ -161,7 +147,7 @@ void clsShape::RemoveLumenfold() {
     for (std::int32_t i = tags->Count(); i >= 1; --i) {
       modGlobalFunctions::IgnoreErrors([&] {
         const std::string name = tags->Name(i);
-        if (IsColumnTag(name)) tags->Delete(name);
+        if (modTags::IsColumnTag(name)) tags->Delete(name);
       });
     }
   });

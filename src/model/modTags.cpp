@@ -1,9 +1,18 @@
 #include "model/modTags.h"
 
+#include <algorithm>
+#include <array>
+
 #include "basic/Strings.h"
 #include "model/clsSlide.h"
 
 namespace LF2000::modTags {
+
+bool IsColumnTag(std::string_view name) {
+  static constexpr std::array Keys = {ColumnType,       ColumnTag,          ColumnName,           ColumnRow,
+                                      ColumnDateFormat, ColumnObjectFolder, ColumnObjectExtension};
+  return std::any_of(Keys.begin(), Keys.end(), [name](std::string_view key) { return Matches(name, key); });
+}
 
 bool Matches(std::string_view name, std::string_view key) { return basic::StartsWith(name, key); }
 

@@ -31,6 +31,12 @@ inline constexpr std::string_view ColumnObjectExtension = "CORVANE COLUMN OBJECT
 
 inline constexpr char FieldSeparator = '\t';
 
+/// What every tag of the system begins with.
+inline constexpr std::string_view Prefix = "CORVANE ";
+
+/// Whether `name` is one of the tags of a shape, which is linked while it has any of them.
+[[nodiscard]] bool IsColumnTag(std::string_view name);
+
 /// Whether `name` is a tag of the key.
 [[nodiscard]] bool Matches(std::string_view name, std::string_view key);
 

@@ -1,0 +1,111 @@
+// Steps made of what the log has heard, merged while they go on in one run.
+
+#include "app/desk/UndoStack.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace app {
+
+void UndoStack::begin(std::string_view label, std::string_view run) {
+  end();
+  label_ = label;
+  run_ = run;
+}
+
+bool UndoStack::end() {
+  const std::string label = std::exchange(label_, {});
+  const std::string run = std::exchange(run_, {});
+  if (!log_->isTouched()) return false;
+  OwnerChanges changes = log_->take();
+  if (changes.empty()) return false;
+  undone_.clear();
+  const bool goesOn = !isRunOver_ && !run.empty() && !done_.empty() && done_.back().run == run;
+  isRunOver_ = false;
+  if (goesOn) {
+    done_.back().label = label;
+    merge(std::move(changes));
+    return true;
+  }
+  done_.push_back({label.empty() ? "Edit" : label, run, std::move(changes)});
+  if (done_.size() > MaximumSteps) done_.pop_front();
+  return true;
+}
+
+void UndoStack::merge(OwnerChanges changes) {
+  OwnerChanges& merged = done_.back().changes;
+  for (OwnerChange& change : changes) {
+    const auto known = std::lower_bound(
+        merged.begin(), merged.end(), change.owner,
+        [](const OwnerChange& other, const deck::OwnerId& owner) { return other.owner < owner; });
+    if (known == merged.end() || known->owner != change.owner) {
+      merged.insert(known, std::move(change));
+    } else {
+      known->after = std::move(change.after);
+    }
+  }
+  std::erase_if(merged, [](const OwnerChange& change) { return isSame(*change.before, *change.after); });
+  if (!merged.empty()) return;
+  done_.pop_back();
+  endRun();
+}
+
+std::optional<std::string> UndoStack::undoLabel() const {
+  return done_.empty() ? std::nullopt : std::optional(done_.back().label);
+}
+
+std::optional<std::string> UndoStack::redoLabel() const {
+  return undone_.empty() ? std::nullopt : std::optional(undone_.back().label);
+}
+
+std::optional<StepEffect> UndoStack::undo() {
+  end();
+  if (done_.empty()) return std::nullopt;
+  StepEffect effect = apply(done_.back(), /*isUndo=*/true);
+  undone_.push_back(std::move(done_.back()));
+  done_.pop_back();
+  return effect;
+}
+
+std::optional<StepEffect> UndoStack::redo() {
+  end();
+  if (undone_.empty()) return std::nullopt;
+  StepEffect effect = apply(undone_.back(), /*isUndo=*/false);
+  done_.push_back(std::move(undone_.back()));
+  undone_.pop_back();
+  return effect;
+}
+
+void UndoStack::follow(EditLog& log, const Translate& translate) {
+  log_ = &log;
+  endRun();
+  const auto follows = [&](Step& step) {
+    for (OwnerChange& change : step.changes) {
+      change.before = translate(change.owner, change.before);
+      change.after = translate(change.owner, change.after);
+      if (!change.before || !change.after) return false;
+    }
+    return true;
+  };
+  for (std::deque<Step>* steps : {&done_, &undone_}) {
+    const auto last = std::find_if_not(steps->rbegin(), steps->rend(), follows);
+    steps->erase(steps->begin(), last.base());
+  }
+}
+
+StepEffect UndoStack::apply(const Step& step, bool isUndo) {
+  endRun();
+  StepEffect effect;
+  effect.label = step.label;
+  for (const OwnerChange& change : step.changes) {
+    log_->put(change.owner, isUndo ? change.before : change.after);
+    if (change.owner.isPresentation()) {
+      effect.presentation = true;
+    } else {
+      (change.owner.isSlide() ? effect.slides : effect.shapes).push_back(change.owner);
+    }
+  }
+  return effect;
+}
+
+}  // namespace app

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/desk/EditLog.h"
+
+namespace app {
+
+/// What undoing or redoing a step has touched: to be selected, filled and taken up anew.
+struct StepEffect {
+  std::string label;
+  /// Tags of the presentation itself: connections, distribution.
+  bool presentation = false;
+  std::vector<deck::OwnerId> slides;
+  /// In the order of their slides' ids.
+  std::vector<deck::OwnerId> shapes;
+};
+
+/// The steps that can be undone, and those undone that can be redone. A step is what the log has heard
+/// between its beginning and the end of the handler that began it; nobody writes inverses.
+///
+/// One gesture is one step: begin() where the system says that one starts, end() when the handler is over.
+/// Steps in which nothing has changed are none. Consecutive ones with the same run become one, unless
+/// something was undone, saved or begun without a run in between. Saving ends no history.
+class UndoStack {
+ public:
+  static constexpr std::size_t MaximumSteps = 500;
+
+  /// The log must outlive this object, or be replaced by follow().
+  explicit UndoStack(EditLog& log) : log_(&log) {}
+
+  /// What changes from now on is a step of that name ("Link Price"). What has changed before in this handler
+  /// is one of its own.
+  void begin(std::string_view label, std::string_view run);
+  /// Answers whether there is a new step, or more in the last one.
+  bool end();
+  /// The next step is one of its own.
+  void endRun() { isRunOver_ = true; }
+
+  /// The label of the step that would be undone or redone; nothing without one.
+  [[nodiscard]] std::optional<std::string> undoLabel() const;
+  [[nodiscard]] std::optional<std::string> redoLabel() const;
+  /// Nothing when there is no step. What has been begun is ended before.
+  std::optional<StepEffect> undo();
+  std::optional<StepEffect> redo();
+  [[nodiscard]] std::size_t steps() const { return done_.size(); }
+
+  /// What a state of one version of the deck is in another; null for an owner that is gone or was changed
+  /// there.
+  using Translate = std::function<std::shared_ptr<const OwnerState>(
+      const deck::OwnerId&, const std::shared_ptr<const OwnerState>&)>;
+  /// Another version of the deck, with this log, has taken the place of the one before. Steps whose owners
+  /// can all be translated stay. At the first other one, going back from the last, the history ends: what
+  /// lies before it was made of another deck. Likewise for what was undone.
+  void follow(EditLog& log, const Translate& translate);
+
+ private:
+  struct Step {
+    std::string label;
+    std::string run;
+    OwnerChanges changes;
+  };
+
+  void merge(OwnerChanges changes);
+  StepEffect apply(const Step& step, bool isUndo);
+
+  EditLog* log_;
+  std::string label_;
+  std::string run_;
+  std::deque<Step> done_;
+  std::deque<Step> undone_;  // the last is redone first
+  bool isRunOver_ = true;
+};
+
+}  // namespace app
