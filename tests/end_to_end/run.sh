@@ -21,4 +21,7 @@ case $1 in
     [ -x "${CHROMIUM:-/usr/bin/chromium}" ] || missing "${CHROMIUM:-/usr/bin/chromium}"
     ;;
 esac
+case $1 in
+  browser/desk*) [ -d node_modules/axe-core ] || missing tests/end_to_end/node_modules/axe-core ;;
+esac
 exec node --test --test-reporter=spec "$1"

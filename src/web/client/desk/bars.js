@@ -13,15 +13,20 @@ export const barNamed = (state, name) => state.bars?.find((bar) => bar.name === 
 
 // A command by its id, wherever it stands; undefined without it.
 export function commandOf(state, id) {
-  for (const bar of state.bars ?? []) for (const control of allControls(bar.controls)) if (control.id === id) return control;
+  for (const bar of state.bars ?? [])
+    for (const control of allControls(bar.controls)) if (control.id === id) return control;
   return undefined;
 }
 
 // The same by what it is called, without access key and points.
 export function commandNamed(state, caption) {
-  const plain = (text) => withoutKey(text ?? "").replace(/[.…]+$/, "").toLowerCase();
+  const plain = (text) =>
+    withoutKey(text ?? "")
+      .replace(/[.…]+$/, "")
+      .toLowerCase();
   for (const bar of state.bars ?? []) {
-    for (const control of allControls(bar.controls)) if (control.type === "button" && plain(control.caption) === plain(caption)) return control;
+    for (const control of allControls(bar.controls))
+      if (control.type === "button" && plain(control.caption) === plain(caption)) return control;
   }
   return undefined;
 }
@@ -31,10 +36,21 @@ export function menuItems(desk, controls, left = new Set()) {
   return (controls ?? [])
     .filter(({ id }) => !left.has(id))
     .map((control) => {
-      const item = { text: control.caption, group: control.group, enabled: control.enabled, reason: control.tip, keys: control.keys };
+      const item = {
+        text: control.caption,
+        group: control.group,
+        enabled: control.enabled,
+        reason: control.tip,
+        keys: control.keys,
+      };
       if (control.type === "popup") return { ...item, items: menuItems(desk, control.controls, left) };
       if (control.type === "combo") {
-        const choices = (control.items ?? []).map((text, i) => ({ text, checked: control.selected === i + 1, isRadio: true, run: () => desk.press(control.id, i + 1) }));
+        const choices = (control.items ?? []).map((text, i) => ({
+          text,
+          checked: control.selected === i + 1,
+          isRadio: true,
+          run: () => desk.press(control.id, i + 1),
+        }));
         return { ...item, items: choices };
       }
       return { ...item, checked: control.pressed ? true : undefined, run: () => desk.press(control.id) };

@@ -5,7 +5,15 @@ import { icon } from "./icons.js";
 
 export function createCombobox(id, { typed, chosen, left, opened }) {
   const listId = freshId("list");
-  const input = h("input", { id, type: "text", role: "combobox", spellcheck: "false", "aria-autocomplete": "list", "aria-expanded": "false", "aria-controls": listId });
+  const input = h("input", {
+    id,
+    type: "text",
+    role: "combobox",
+    spellcheck: "false",
+    "aria-autocomplete": "list",
+    "aria-expanded": "false",
+    "aria-controls": listId,
+  });
   const toggle = h("button", { type: "button", class: "toggle", tabindex: "-1", "aria-hidden": "true" }, icon("down"));
   const list = h("ul", { id: listId, class: "choices", role: "listbox", popover: "manual", "aria-label": "Choices" });
   const note = h("span", { class: "unit" });
@@ -51,11 +59,21 @@ export function createCombobox(id, { typed, chosen, left, opened }) {
     const part = input.value.toLowerCase();
     seen = isFiltered && part ? items.filter(({ text }) => text.toLowerCase().includes(part)) : items;
     at = Math.min(at, seen.length - 1);
-    fill(list, seen, ({ text }, i) => `${i} ${text}`, () => h("li", { role: "option", id: freshId("choice") }, h("span"), h("small")), (line, item, i) => {
-      set(line, { "aria-selected": String(i === at), "aria-disabled": item.enabled === false ? "true" : null, "data-place": i });
-      set(line.firstElementChild, { text: item.text });
-      set(line.lastElementChild, { text: item.note ?? "" });
-    });
+    fill(
+      list,
+      seen,
+      ({ text }, i) => `${i} ${text}`,
+      () => h("li", { role: "option", id: freshId("choice") }, h("span"), h("small")),
+      (line, item, i) => {
+        set(line, {
+          "aria-selected": String(i === at),
+          "aria-disabled": item.enabled === false ? "true" : null,
+          "data-place": i,
+        });
+        set(line.firstElementChild, { text: item.text });
+        set(line.lastElementChild, { text: item.note ?? "" });
+      },
+    );
     set(input, { "aria-activedescendant": list.children[at]?.id ?? null });
     list.children[at]?.scrollIntoView({ block: "nearest" });
     if (seen.length === 0) close();
@@ -112,8 +130,13 @@ export function createCombobox(id, { typed, chosen, left, opened }) {
     draw(fresh, text, listState, problem) {
       items = fresh;
       if (input.value !== text) input.value = text;
-      const isMissing = Boolean(text) && !text.startsWith("(") && items.length > 0 && !items.some((item) => item.text === text);
-      set(element, { "data-missing": isMissing, "data-failed": listState === 2, title: listState === 2 ? problem : null });
+      const isMissing =
+        Boolean(text) && !text.startsWith("(") && items.length > 0 && !items.some((item) => item.text === text);
+      set(element, {
+        "data-missing": isMissing,
+        "data-failed": listState === 2,
+        title: listState === 2 ? problem : null,
+      });
       set(input, { "aria-busy": listState === 1 ? "true" : null });
       set(note, { text: listState === 1 ? "…" : "", hidden: listState !== 1 });
       if (isOpen()) drawList();

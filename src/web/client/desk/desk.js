@@ -112,8 +112,13 @@ listenToKeys(desk);
 
 const isTyping = () => desk.properties.isTyping() || desk.dialogs.isOpen();
 
+// What the server has asked; it asks again whoever comes back.
+const choices = new Set();
 async function choose({ id, title, what, kinds }) {
+  if (choices.has(id)) return;
+  choices.add(id);
   const chosen = await chooseOnServer(desk, { title, what, kinds });
+  choices.delete(id);
   desk.act(`choices/${id}`, chosen ?? {});
 }
 
@@ -133,6 +138,10 @@ function takeState(fresh, isFirst) {
       desk.selection.tellAgain();
     }
     for (const [path, json] of origins) desk.act(path, json);
+  }
+  if (isFirst && !isNewServer) {
+    desk.properties.resume();
+    desk.dialogs.resume();
   }
   if (fresh.version && !isTyping()) renewFor(fresh.version);
 }

@@ -7,7 +7,12 @@ import { icon } from "./icons.js";
 function frame(caption, width, body) {
   const id = freshId("title");
   const close = h("button", { type: "button", class: "quiet square close", "aria-label": "Close" }, icon("close"));
-  const element = h("dialog", { class: width, "aria-labelledby": id }, h("header", {}, h("h2", { id, text: caption }), close), body);
+  const element = h(
+    "dialog",
+    { class: width, "aria-labelledby": id },
+    h("header", {}, h("h2", { id, text: caption }), close),
+    body,
+  );
   document.body.append(element);
   return { element, close };
 }
@@ -16,14 +21,28 @@ function frame(caption, width, body) {
 export function ask({ caption, text, body = [], buttons, width = "narrow" }) {
   return new Promise((resolve) => {
     const row = h("div", { class: "buttons" });
-    const { element, close } = frame(caption, width, h("div", { class: "form" }, text ? h("p", { text }) : null, body, row));
+    const { element, close } = frame(
+      caption,
+      width,
+      h("div", { class: "form" }, text ? h("p", { text }) : null, body, row),
+    );
     const end = (value) => {
       element.close();
       element.remove();
       resolve(value);
     };
     for (const { caption: name, value, isPrimary } of buttons) {
-      row.append(h("button", { type: "button", class: isPrimary ? "primary" : "outlined", onclick: () => end(typeof value === "function" ? value() : value) }, name));
+      row.append(
+        h(
+          "button",
+          {
+            type: "button",
+            class: isPrimary ? "primary" : "outlined",
+            onclick: () => end(typeof value === "function" ? value() : value),
+          },
+          name,
+        ),
+      );
     }
     close.addEventListener("click", () => end(null));
     element.addEventListener("cancel", (event) => {
@@ -50,7 +69,10 @@ export function createDialogs(desk) {
       const answer = await ask({
         caption: view.caption,
         text: "What was changed here is given up.",
-        buttons: [{ caption: "Give up", value: true }, { caption: "Go on editing", value: false, isPrimary: true }],
+        buttons: [
+          { caption: "Give up", value: true },
+          { caption: "Go on editing", value: false, isPrimary: true },
+        ],
       });
       if (!answer) return;
     }
@@ -117,6 +139,7 @@ export function createDialogs(desk) {
       open = [];
       return orphans.map(({ origin }) => origin).filter(Boolean);
     },
+    resume: () => open.forEach(({ view }) => view.session.flush()),
     isOpen: () => open.length + orphans.length > 0,
   };
 }

@@ -16,8 +16,19 @@ export function createFindings(desk) {
   }
 
   function repairFor({ id, caption, choices, count }) {
-    const choice = choices?.length > 0 ? h("select", { "aria-label": caption }, choices.map((each) => h("option", { text: each, value: each }))) : null;
-    const run = h("button", { type: "button", class: "outlined", onclick: () => desk.act(`repairs/${id}`, { choice: choice?.value ?? "" }) }, choice ? `Repair ${count}` : caption);
+    const choice =
+      choices?.length > 0
+        ? h(
+            "select",
+            { "aria-label": caption },
+            choices.map((each) => h("option", { text: each, value: each })),
+          )
+        : null;
+    const run = h(
+      "button",
+      { type: "button", class: "outlined", onclick: () => desk.act(`repairs/${id}`, { choice: choice?.value ?? "" }) },
+      choice ? `Repair ${count}` : caption,
+    );
     return h("span", { class: "repair" }, choice ? h("span", { text: caption }) : null, choice, run);
   }
 
@@ -27,7 +38,15 @@ export function createFindings(desk) {
     const what = finding.slide
       ? h("button", { type: "button", class: "where", onclick: () => goTo(finding) }, text)
       : text;
-    return h("li", { "data-gravity": finding.gravity }, icon(finding.gravity === "broken" ? "warning" : "check"), h("span", { class: "gravity", text: gravities[finding.gravity] }), what, shape ? h("span", { class: "shape", text: shape.name }) : null, finding.repair ? repairFor(finding.repair) : null);
+    return h(
+      "li",
+      { "data-gravity": finding.gravity },
+      icon(finding.gravity === "broken" ? "warning" : "check"),
+      h("span", { class: "gravity", text: gravities[finding.gravity] }),
+      what,
+      shape ? h("span", { class: "shape", text: shape.name }) : null,
+      finding.repair ? repairFor(finding.repair) : null,
+    );
   }
 
   let drawn = "";
@@ -36,14 +55,20 @@ export function createFindings(desk) {
     const text = JSON.stringify(findings);
     if (!findings || text === drawn) return;
     drawn = text;
-    if (findings.length === 0) return place(element, h("p", { class: "note", text: "All links, data and texts are well." }));
+    if (findings.length === 0)
+      return place(element, h("p", { class: "note", text: "All links, data and texts are well." }));
     const groups = new Map();
     for (const finding of findings) groups.set(finding.slide, [...(groups.get(finding.slide) ?? []), finding]);
     const named = (id) => {
       const index = state.slides?.find((slide) => slide.id === id)?.index;
       return index ? `Slide ${index}` : "The deck";
     };
-    place(element, [...groups].map(([slide, list]) => h("section", {}, h("h3", { text: named(slide) }), h("ul", {}, list.map(lineFor)))));
+    place(
+      element,
+      [...groups].map(([slide, list]) =>
+        h("section", {}, h("h3", { text: named(slide) }), h("ul", {}, list.map(lineFor))),
+      ),
+    );
   });
   return { element };
 }

@@ -31,8 +31,18 @@ function label(name) {
   return {
     element,
     draw({ Text = "", Severity = 0, Visible, Hint = "" }) {
-      set(element, { hidden: !Visible || (!Text && !Hint), "data-severity": severities[Severity] ?? "plain", "data-control": name });
-      fill(element, [Text, Hint].filter(Boolean), (_, i) => i, () => h("span"), (span, text) => set(span, { text }));
+      set(element, {
+        hidden: !Visible || (!Text && !Hint),
+        "data-severity": severities[Severity] ?? "plain",
+        "data-control": name,
+      });
+      fill(
+        element,
+        [Text, Hint].filter(Boolean),
+        (_, i) => i,
+        () => h("span"),
+        (span, text) => set(span, { text }),
+      );
     },
     focus() {},
   };
@@ -41,7 +51,10 @@ function label(name) {
 function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
   const id = freshId(name);
   const properties = session.form.controls[name];
-  const input = (properties.Lines ?? 1) > 1 ? h("textarea", { id, rows: properties.Lines, spellcheck: "false" }) : h("input", { id, type: "text", spellcheck: "false" });
+  const input =
+    (properties.Lines ?? 1) > 1
+      ? h("textarea", { id, rows: properties.Lines, spellcheck: "false" })
+      : h("input", { id, type: "text", spellcheck: "false" });
   const unit = h("span", { class: "unit" });
   const stepper = updown && stepButtons(updown, session, input);
   const field = h("div", { class: "field" }, input, unit, stepper);
@@ -64,7 +77,8 @@ function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
     draw(state) {
       drawNotes(state);
       set(input, { placeholder: state.Placeholder || null, readonly: !state.Enabled });
-      if (input.localName === "input") set(input, { type: state.Secret ? "password" : "text", inputmode: updown ? "numeric" : null });
+      if (input.localName === "input")
+        set(input, { type: state.Secret ? "password" : "text", inputmode: updown ? "numeric" : null });
       set(input, { value: session.get(name, "Text") ?? "" });
       set(unit, { text: state.Unit ?? "", hidden: !state.Unit });
     },
@@ -77,7 +91,16 @@ function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
 
 function stepButtons(name, session, input) {
   const button = (step, text, title) =>
-    h("button", { type: "button", tabindex: "-1", "aria-label": title, onclick: () => isUsable(input) && session.raise(name, "step", step) }, text);
+    h(
+      "button",
+      {
+        type: "button",
+        tabindex: "-1",
+        "aria-label": title,
+        onclick: () => isUsable(input) && session.raise(name, "step", step),
+      },
+      text,
+    );
   return h("span", { class: "steps" }, button(1, "▴", "One more"), button(-1, "▾", "One less"));
 }
 
@@ -100,7 +123,12 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
       draw(state) {
         drawNotes(state);
         set(combobox.input, { readonly: !state.Enabled, placeholder: state.Placeholder || null });
-        combobox.draw(state.Items ?? [], session.get(name, "Text") ?? "", state.ListState ?? 0, state.ListProblem ?? "");
+        combobox.draw(
+          state.Items ?? [],
+          session.get(name, "Text") ?? "",
+          state.ListState ?? 0,
+          state.ListProblem ?? "",
+        );
       },
       focus: () => combobox.input.focus(),
     };
@@ -124,12 +152,32 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
       const items = [...(state.Items ?? [])];
       // A text that is no item stays, as one that is missing.
       const isMissing = !items.some((item) => item.text === text);
-      if (isMissing) items.unshift({ text, note: text && !text.startsWith("(") && state.ListState !== 1 ? "missing" : "", enabled: true });
-      fill(select, items, ({ text: each }, i) => `${i} ${each}`, () => h("option"), (option, item) => {
-        set(option, { value: item.text, text: item.note ? `${item.text} (${item.note})` : item.text, disabled: item.enabled === false, hidden: isMissing && item.text === text && !text });
-      });
+      if (isMissing)
+        items.unshift({
+          text,
+          note: text && !text.startsWith("(") && state.ListState !== 1 ? "missing" : "",
+          enabled: true,
+        });
+      fill(
+        select,
+        items,
+        ({ text: each }, i) => `${i} ${each}`,
+        () => h("option"),
+        (option, item) => {
+          set(option, {
+            value: item.text,
+            text: item.note ? `${item.text} (${item.note})` : item.text,
+            disabled: item.enabled === false,
+            hidden: isMissing && item.text === text && !text,
+          });
+        },
+      );
       if (select.value !== text) select.value = text;
-      set(select, { disabled: !state.Enabled, "data-missing": isMissing && Boolean(text), "aria-busy": state.ListState === 1 ? "true" : null });
+      set(select, {
+        disabled: !state.Enabled,
+        "data-missing": isMissing && Boolean(text),
+        "aria-busy": state.ListState === 1 ? "true" : null,
+      });
       set(element, { "data-failed": state.ListState === 2, title: state.ListState === 2 ? state.ListProblem : null });
     },
     focus: () => select.focus(),
@@ -138,7 +186,11 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
 
 function tick(type, name, { session }) {
   const id = freshId(name);
-  const input = h("input", { id, type, name: type === "radio" ? `${session.form.id}-${session.form.controls[name].Group}` : null });
+  const input = h("input", {
+    id,
+    type,
+    name: type === "radio" ? `${session.form.id}-${session.form.controls[name].Group}` : null,
+  });
   const text = h("span");
   const field = h("label", { class: "tick" }, input, text);
   const { element, drawNotes } = withNotes(field, input, id);
@@ -167,7 +219,11 @@ function commandButton(name, { session }) {
   return {
     element: button,
     draw(state) {
-      set(button, { hidden: !state.Visible, "data-key": accessKey(state.Caption ?? "") || null, "aria-label": withoutKey(state.Caption ?? "") === "…" ? state.Hint || "More" : null });
+      set(button, {
+        hidden: !state.Visible,
+        "data-key": accessKey(state.Caption ?? "") || null,
+        "aria-label": withoutKey(state.Caption ?? "") === "…" ? state.Hint || "More" : null,
+      });
       button.replaceChildren(h("span", {}, mnemonic(state.Caption ?? "")));
       enable(button, state.Enabled, state.Reason);
       if (state.Enabled && state.Hint) set(button, { title: state.Hint });

@@ -25,7 +25,11 @@ export function createList(name, { session }) {
       for (let i = Math.min(lastChosen, place); i <= Math.max(lastChosen, place); ++i) all.add(i);
     } else if (!all.delete(place)) all.add(place);
     lastChosen = place;
-    session.raise(name, "change", [...all].sort((a, b) => a - b));
+    session.raise(
+      name,
+      "change",
+      [...all].sort((a, b) => a - b),
+    );
   }
   let lastChosen = -1;
 
@@ -48,7 +52,13 @@ export function createList(name, { session }) {
   });
 
   const cellsOf = ({ text, note, cells = [] }) => [text, ...cells, ...(cells.length === 0 && note ? [note] : [])];
-  const line = (item) => h("div", { class: "line", role: "option" }, IsMulti ? h("i", { class: "box", "aria-hidden": "true" }) : null, cellsOf(item).map(() => h("span")));
+  const line = (item) =>
+    h(
+      "div",
+      { class: "line", role: "option" },
+      IsMulti ? h("i", { class: "box", "aria-hidden": "true" }) : null,
+      cellsOf(item).map(() => h("span")),
+    );
 
   return {
     element,
@@ -57,15 +67,35 @@ export function createList(name, { session }) {
       const columns = Math.max(Columns.length, 1);
       element.style.setProperty("--columns", columns);
       set(element, { hidden: !Visible, "data-multi": IsMulti, "data-columns": Columns.length > 0 });
-      set(list, { "aria-disabled": Enabled ? null : "true", "aria-label": list.getAttribute("aria-labelledby") ? null : Columns[0]?.text || "List" });
-      set(headers, { hidden: Columns.length === 0 });
-      fill(headers, [...(IsMulti ? [{ text: "" }] : []), ...Columns], (_, i) => i, () => h("span"), (span, { text }) => set(span, { text }));
-      const all = new Set(chosen());
-      fill(list, Items, (item, i) => `${i} ${cellsOf(item).length}`, line, (element, item, i) => {
-        set(element, { "data-place": i, "aria-selected": String(all.has(i)), "aria-disabled": item.enabled === false ? "true" : null, title: item.cells?.length > 0 ? item.note || null : null });
-        const spans = [...element.children].slice(IsMulti ? 1 : 0);
-        cellsOf(item).forEach((text, place) => set(spans[place], { text }));
+      set(list, {
+        "aria-disabled": Enabled ? null : "true",
+        "aria-label": list.getAttribute("aria-labelledby") ? null : Columns[0]?.text || "List",
       });
+      set(headers, { hidden: Columns.length === 0 });
+      fill(
+        headers,
+        [...(IsMulti ? [{ text: "" }] : []), ...Columns],
+        (_, i) => i,
+        () => h("span"),
+        (span, { text }) => set(span, { text }),
+      );
+      const all = new Set(chosen());
+      fill(
+        list,
+        Items,
+        (item, i) => `${i} ${cellsOf(item).length}`,
+        line,
+        (element, item, i) => {
+          set(element, {
+            "data-place": i,
+            "aria-selected": String(all.has(i)),
+            "aria-disabled": item.enabled === false ? "true" : null,
+            title: item.cells?.length > 0 ? item.note || null : null,
+          });
+          const spans = [...element.children].slice(IsMulti ? 1 : 0);
+          cellsOf(item).forEach((text, place) => set(spans[place], { text }));
+        },
+      );
       at = Math.min(at, Math.max(0, Items.length - 1));
       rove(list.children, list.children[at]);
       set(hint, { text: Items.length === 0 ? Hint || "Nothing yet." : Hint, hidden: Items.length > 0 && !Hint });
@@ -81,15 +111,38 @@ export function createPreview(name) {
   const body = h("tbody");
   const table = h("table", { "aria-label": "Preview" }, h("thead", {}, headers), body);
   const note = h("p", { class: "hint" });
-  const element = h("div", { class: "control preview-of", "data-control": name }, h("div", { class: "scroller", tabindex: "0", role: "group", "aria-label": "Preview" }, table), note);
+  const element = h(
+    "div",
+    { class: "control preview-of", "data-control": name },
+    h("div", { class: "scroller", tabindex: "0", role: "group", "aria-label": "Preview" }, table),
+    note,
+  );
   return {
     element,
     draw({ Columns = [], Rows = { first: 1, cells: [] }, Total = 0, Visible, Hint = "" }) {
       set(element, { hidden: !Visible || Columns.length === 0 });
-      fill(headers, [{ text: "" }, ...Columns], (_, i) => i, () => h("th", { scope: "col" }), (cell, { text, note: kind }) => set(cell, { text, title: kind || null }));
-      fill(body, Rows.cells, (_, i) => i, () => h("tr"), (line, cells, i) => {
-        fill(line, [Rows.first + i, ...cells], (_, place) => place, () => h("td"), (cell, text) => set(cell, { text }));
-      });
+      fill(
+        headers,
+        [{ text: "" }, ...Columns],
+        (_, i) => i,
+        () => h("th", { scope: "col" }),
+        (cell, { text, note: kind }) => set(cell, { text, title: kind || null }),
+      );
+      fill(
+        body,
+        Rows.cells,
+        (_, i) => i,
+        () => h("tr"),
+        (line, cells, i) => {
+          fill(
+            line,
+            [Rows.first + i, ...cells],
+            (_, place) => place,
+            () => h("td"),
+            (cell, text) => set(cell, { text }),
+          );
+        },
+      );
       const more = Total - Rows.cells.length;
       set(note, { text: Hint || (more > 0 ? `${more.toLocaleString()} more rows` : ""), hidden: !Hint && more <= 0 });
     },

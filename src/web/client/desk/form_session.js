@@ -14,6 +14,7 @@ export class FormSession {
   #timer;
   #seq;
   #isSending = false;
+  #isClosed = false;
 
   // `send({seq, events})` resolves to {ack, patch}; `changed(names)` hears which controls to draw anew, `refused(error)`
   // why the server would not take something.
@@ -84,7 +85,7 @@ export class FormSession {
 
   async flush() {
     clearTimeout(this.#timer);
-    if (this.#isSending) return;
+    if (this.#isSending || this.#isClosed) return;
     this.#isSending = true;
     while (this.#queue.length > 0) {
       const events = this.#queue;
@@ -97,11 +98,12 @@ export class FormSession {
         const { ack, patch } = await this.#send({ seq, events });
         this.take(patch ?? {}, ack ?? seq);
       } catch (error) {
-        if (error.status === 0) {
-          this.#queue = [...events, ...this.#queue]; // until the server is back
+        // Until the server is back; one that has begun anew does not know the form, and makes it again.
+        if (error.status === 0 || error.status === 404) {
+          this.#queue = [...events, ...this.#queue];
           break;
         }
-        this.take({}, seq);
+        this.#settle({}, seq);
         this.#refused(error);
       }
     }
@@ -110,6 +112,14 @@ export class FormSession {
 
   // What the server has changed, once it had handled all up to the event `ack`.
   take(patch, ack) {
+    // What it took and did not change again is what the user put there.
+    for (const [name, { seq, value }] of this.#own) {
+      if (seq <= ack) this.form.controls[name][valueOf[this.form.controls[name].kind]] = value;
+    }
+    this.#settle(patch, ack);
+  }
+
+  #settle(patch, ack) {
     const names = new Set(Object.keys(patch));
     for (const [name, properties] of Object.entries(patch)) Object.assign(this.form.controls[name] ?? {}, properties);
     for (const [name, { seq }] of this.#own) {
@@ -125,7 +135,7 @@ export class FormSession {
     const isSameShape = JSON.stringify(form.rows) === JSON.stringify(this.form.rows);
     this.form = form;
     this.#seq = Math.max(this.#seq, form.ack ?? 0);
-    this.take({}, form.ack ?? 0);
+    this.#settle({}, form.ack ?? 0);
     if (isSameShape) this.#changed(Object.keys(form.controls));
     return isSameShape;
   }
@@ -134,7 +144,7 @@ export class FormSession {
   recover(other, isAll) {
     for (const [name, value] of other.#touched) {
       const control = this.form.controls[name];
-      if (!control || !(valueOf[control.kind] in control) && value === undefined) continue;
+      if (!control || (!(valueOf[control.kind] in control) && value === undefined)) continue;
       if (isAll || other.#own.has(name)) this.#put(name, "change", value);
     }
     this.flush();
@@ -142,6 +152,6 @@ export class FormSession {
 
   close() {
     clearTimeout(this.#timer);
-    this.#queue = [];
+    this.#isClosed = true;
   }
 }

@@ -58,7 +58,8 @@ export class FormView {
     this.#controls.clear();
     this.#rows = [];
     const buddies = new Map();
-    for (const [name, { kind, Buddy }] of Object.entries(form.controls)) if (kind === "UpDown") buddies.set(Buddy, name);
+    for (const [name, { kind, Buddy }] of Object.entries(form.controls))
+      if (kind === "UpDown") buddies.set(Buddy, name);
     const context = { session, desk: this.#desk, isWide: form.width === "wide" };
     const parts = [];
     let group = null;
@@ -84,13 +85,21 @@ export class FormView {
   #buildRow(row, context, buddies) {
     const names = row.controls.filter((name) => this.form.controls[name]?.kind !== "UpDown");
     const controls = names.map((name, i) => {
-      const control = controlFor(name, context, { updown: buddies.get(name), label: withoutKey(row.label ?? ""), isFirst: i === 0 });
+      const control = controlFor(name, context, {
+        updown: buddies.get(name),
+        label: withoutKey(row.label ?? ""),
+        isFirst: i === 0,
+      });
       this.#controls.set(name, control);
       return control;
     });
     if (controls.length === 0) return null;
     if (row.isButtons) {
-      const element = h("div", { class: "buttons" }, controls.map(({ element }) => element));
+      const element = h(
+        "div",
+        { class: "buttons" },
+        controls.map(({ element }) => element),
+      );
       this.#rows.push({ element, names });
       return element;
     }
@@ -98,11 +107,24 @@ export class FormView {
     const isTall = ["Grid", "ListBox"].includes(this.form.controls[names[0]].kind);
     const isField = first.labelled !== undefined;
     const label = row.label
-      ? h(isField ? "label" : "span", { class: "label", for: isField ? first.labelled : null, id: freshId("label") }, mnemonic(row.label))
+      ? h(
+          isField ? "label" : "span",
+          { class: "label", for: isField ? first.labelled : null, id: freshId("label") },
+          mnemonic(row.label),
+        )
       : null;
     if (label && !isField) first.element.setAttribute("aria-labelledby", label.id);
     if (label) label.dataset.key = accessKey(row.label);
-    const element = h("div", { class: "row", "data-tall": isTall, "data-bare": !label }, label, h("div", { class: "fields" }, controls.map((control) => control.element)));
+    const element = h(
+      "div",
+      { class: "row", "data-tall": isTall, "data-bare": !label },
+      label,
+      h(
+        "div",
+        { class: "fields" },
+        controls.map((control) => control.element),
+      ),
+    );
     this.#rows.push({ element, names });
     return element;
   }
@@ -127,7 +149,9 @@ export class FormView {
     else if (event.key === "Enter" && event.target.matches("input") && !form.default) session.flush();
     else if (event.altKey && !event.ctrlKey && event.key.length === 1) {
       const key = event.key.toLowerCase();
-      const label = [...this.element.querySelectorAll("[data-key]")].find((each) => each.dataset.key === key && each.offsetParent);
+      const label = [...this.element.querySelectorAll("[data-key]")].find(
+        (each) => each.dataset.key === key && each.offsetParent,
+      );
       if (!label) return;
       event.preventDefault();
       const control = label.matches("label") ? document.getElementById(label.htmlFor) : label;

@@ -39,34 +39,48 @@ export function createFrames({ state, watch }, { overlay }) {
   overlay.append(list, hint);
   let frames = new Map();
 
-  const make = () => h("div", { class: "frame-of", role: "option" }, h("em", { class: "badge", "aria-hidden": "true" }), h("span", { class: "preview", "aria-hidden": "true" }));
+  const make = () =>
+    h(
+      "div",
+      { class: "frame-of", role: "option" },
+      h("em", { class: "badge", "aria-hidden": "true" }),
+      h("span", { class: "preview", "aria-hidden": "true" }),
+    );
 
   function draw() {
     if (!state.slide) return;
     set(list, { "aria-label": `Slide ${state.slide.index}` });
-    frames = fill(list, shapesInReach(state), ({ id }) => id, make, (frame, shape, order) => {
-      set(frame, {
-        id: `shape-${shape.id}`,
-        "aria-label": shape.name,
-        "aria-description": description(shape, state),
-        "data-state": shape.link?.state ?? null,
-        "data-linked": Boolean(shape.link),
-        "data-why-not": Boolean(shape.whyNot),
-      });
-      const { style } = frame;
-      style.setProperty("--x", shape.left);
-      style.setProperty("--y", shape.top);
-      style.setProperty("--w", shape.width);
-      style.setProperty("--h", shape.height);
-      style.setProperty("--turn", `${shape.rotation ?? 0}deg`);
-      style.zIndex = order;
-      set(frame.firstElementChild, { text: linkText(shape), hidden: !shape.link });
-    });
+    frames = fill(
+      list,
+      shapesInReach(state),
+      ({ id }) => id,
+      make,
+      (frame, shape, order) => {
+        set(frame, {
+          id: `shape-${shape.id}`,
+          "aria-label": shape.name,
+          "aria-description": description(shape, state),
+          "data-state": shape.link?.state ?? null,
+          "data-linked": Boolean(shape.link),
+          "data-why-not": Boolean(shape.whyNot),
+        });
+        const { style } = frame;
+        style.setProperty("--x", shape.left);
+        style.setProperty("--y", shape.top);
+        style.setProperty("--w", shape.width);
+        style.setProperty("--h", shape.height);
+        style.setProperty("--turn", `${shape.rotation ?? 0}deg`);
+        style.zIndex = order;
+        set(frame.firstElementChild, { text: linkText(shape), hidden: !shape.link });
+      },
+    );
     mark();
   }
 
   function mark() {
-    const others = new Set(state.others?.filter(({ slide }) => slide === state.slide?.id).flatMap(({ shapes }) => shapes));
+    const others = new Set(
+      state.others?.filter(({ slide }) => slide === state.slide?.id).flatMap(({ shapes }) => shapes),
+    );
     const { held } = state;
     for (const [id, frame] of frames) {
       const isChosen = state.chosen.shapes.includes(id);

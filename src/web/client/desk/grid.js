@@ -73,7 +73,8 @@ export function createGrid(desk) {
   // Takes the column or cell into the hand, or puts it back.
   function toggle(column, row) {
     const { held } = state;
-    if (held?.connection === shown.number && held.column === shown.columns[column] && held.row === row) return desk.linking.drop();
+    if (held?.connection === shown.number && held.column === shown.columns[column] && held.row === row)
+      return desk.linking.drop();
     desk.linking.hold(what(column, row));
   }
 
@@ -82,22 +83,52 @@ export function createGrid(desk) {
   function draw() {
     set(table, { "aria-rowcount": shown.total + 1, "aria-colcount": shown.columns.length + 1 });
     const columns = shown.columns.map((name, column) => ({ name, column }));
-    fill(headers, [null, ...columns], (each) => each?.column ?? "row", (each) => (each ? makeHeader() : h("th", { role: "columnheader", class: "number", scope: "col", text: "row" })), (cell, each) => {
-      if (!each) return;
-      set(cell, { "data-column": each.column, "aria-colindex": each.column + 2 });
-      set(cell.lastElementChild, { text: each.name });
-    });
-    fill(body, shown.rows, (_, i) => i, makeRow, (line, cells, i) => {
-      set(line, { "data-row": i + 1, "aria-rowindex": i + 2 });
-      fill(line, [null, ...columns], (each) => each?.column ?? "row", (each) => (each ? makeCell() : h("th", { role: "rowheader", class: "number", scope: "row" })), (cell, each) => {
-        if (each) set(cell, { text: cells[each.column] ?? "", "data-column": each.column, "aria-colindex": each.column + 2 });
-        else set(cell, { text: i + 1 });
-      });
-    });
+    fill(
+      headers,
+      [null, ...columns],
+      (each) => each?.column ?? "row",
+      (each) => (each ? makeHeader() : h("th", { role: "columnheader", class: "number", scope: "col", text: "row" })),
+      (cell, each) => {
+        if (!each) return;
+        set(cell, { "data-column": each.column, "aria-colindex": each.column + 2 });
+        set(cell.lastElementChild, { text: each.name });
+      },
+    );
+    fill(
+      body,
+      shown.rows,
+      (_, i) => i,
+      makeRow,
+      (line, cells, i) => {
+        set(line, { "data-row": i + 1, "aria-rowindex": i + 2 });
+        fill(
+          line,
+          [null, ...columns],
+          (each) => each?.column ?? "row",
+          (each) => (each ? makeCell() : h("th", { role: "rowheader", class: "number", scope: "row" })),
+          (cell, each) => {
+            if (each)
+              set(cell, {
+                text: cells[each.column] ?? "",
+                "data-column": each.column,
+                "aria-colindex": each.column + 2,
+              });
+            else set(cell, { text: i + 1 });
+          },
+        );
+      },
+    );
     const connection = connectionOf(state, shown.number);
     const left = shown.total - shown.rows.length;
     set(note, {
-      text: left > 0 ? `${left.toLocaleString()} more rows` : shown.rows.length > 0 ? "" : connection?.state === "opening" ? "It is being opened …" : "No rows.",
+      text:
+        left > 0
+          ? `${left.toLocaleString()} more rows`
+          : shown.rows.length > 0
+            ? ""
+            : connection?.state === "opening"
+              ? "It is being opened …"
+              : "No rows.",
     });
     mark();
   }
@@ -109,10 +140,16 @@ export function createGrid(desk) {
     const used = state.used?.[shown.number] ?? {};
     const lit = new Set(state.lit.cells);
     const { held, cursor } = state;
-    const isHeld = (column, row) => held?.connection === shown.number && held.column === shown.columns[column] && held.row === row;
+    const isHeld = (column, row) =>
+      held?.connection === shown.number && held.column === shown.columns[column] && held.row === row;
     shown.columns.forEach((name, column) => {
       const header = headers.children[column + 1];
-      if (header) set(header, { "aria-selected": String(isHeld(column, null)), tabindex: place.row === 0 && place.column === column ? 0 : -1, "data-used": Boolean(used[name]) });
+      if (header)
+        set(header, {
+          "aria-selected": String(isHeld(column, null)),
+          tabindex: place.row === 0 && place.column === column ? 0 : -1,
+          "data-used": Boolean(used[name]),
+        });
     });
     shown.rows.forEach((_, i) => {
       const line = body.children[i];
@@ -133,7 +170,10 @@ export function createGrid(desk) {
   }
 
   function focusOn(row, column) {
-    place = { row: Math.max(0, Math.min(shown.rows.length, row)), column: Math.max(0, Math.min(shown.columns.length - 1, column)) };
+    place = {
+      row: Math.max(0, Math.min(shown.rows.length, row)),
+      column: Math.max(0, Math.min(shown.columns.length - 1, column)),
+    };
     if (place.row > 0) {
       const cursor = { connection: shown.number, row: place.row, column: shown.columns[place.column] };
       const isSame = ["connection", "row", "column"].every((name) => state.cursor?.[name] === cursor[name]);
@@ -170,7 +210,16 @@ export function createGrid(desk) {
   body.addEventListener("dblclick", (event) => event.target.closest("td") && choose());
 
   table.addEventListener("keydown", (event) => {
-    const steps = { ArrowUp: [-1, 0], ArrowDown: [1, 0], ArrowLeft: [0, -1], ArrowRight: [0, 1], Home: [0, -1e6], End: [0, 1e6], PageUp: [-10, 0], PageDown: [10, 0] };
+    const steps = {
+      ArrowUp: [-1, 0],
+      ArrowDown: [1, 0],
+      ArrowLeft: [0, -1],
+      ArrowRight: [0, 1],
+      Home: [0, -1e6],
+      End: [0, 1e6],
+      PageUp: [-10, 0],
+      PageDown: [10, 0],
+    };
     const step = !event.altKey && steps[event.key];
     if (step) focusOn(place.row + step[0], place.column + step[1]);
     else if (event.key === "Enter" || event.key === " ") choose();
@@ -193,9 +242,20 @@ export function createGrid(desk) {
       anchor: cell,
       point: event.clientX ? { x: event.clientX, y: event.clientY } : null,
       items: [
-        { text: count > 1 ? `Link to the ${count} selected shapes` : "Link to selection", keys: "Enter", enabled: count > 0, reason: without, run: () => desk.linking.toSelection(chosen) },
+        {
+          text: count > 1 ? `Link to the ${count} selected shapes` : "Link to selection",
+          keys: "Enter",
+          enabled: count > 0,
+          reason: without,
+          run: () => desk.linking.toSelection(chosen),
+        },
         { text: "Link by clicking a shape", run: () => desk.linking.hold(chosen) },
-        { text: `Fill the selection with rows from ${row ?? 1}`, enabled: count > 0, reason: without, run: () => desk.linking.fillFrom(chosen) },
+        {
+          text: `Fill the selection with rows from ${row ?? 1}`,
+          enabled: count > 0,
+          reason: without,
+          run: () => desk.linking.fillFrom(chosen),
+        },
       ],
     });
   });

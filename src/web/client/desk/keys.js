@@ -28,8 +28,15 @@ const table = [
 ];
 
 export function showKeys() {
-  const rows = table.map(([keys, what]) => h("tr", {}, h("th", { scope: "row" }, h("kbd", { text: keys })), h("td", { text: what })));
-  return ask({ caption: "Keys", body: h("table", { class: "keys" }, h("tbody", {}, rows)), buttons: [{ caption: "Close", value: null, isPrimary: true }], width: "wide" });
+  const rows = table.map(([keys, what]) =>
+    h("tr", {}, h("th", { scope: "row" }, h("kbd", { text: keys })), h("td", { text: what })),
+  );
+  return ask({
+    caption: "Keys",
+    body: h("table", { class: "keys" }, h("tbody", {}, rows)),
+    buttons: [{ caption: "Close", value: null, isPrimary: true }],
+    width: "wide",
+  });
 }
 
 const isText = (element) => element?.matches("input:not([type=checkbox], [type=radio]), textarea, [contenteditable]");
@@ -89,7 +96,8 @@ export function listenToKeys(desk) {
     const isOnSlides = activeElement?.closest("#slides");
     let action = everywhere[name];
     if (!action && !isText(activeElement)) action = (isOnShapes && onShapes[name]) || outsideOfText[name];
-    if (!action && isOnSlides && (name === "ContextMenu" || name === "Shift+F10")) action = () => desk.slides.openContext();
+    if (!action && isOnSlides && (name === "ContextMenu" || name === "Shift+F10"))
+      action = () => desk.slides.openContext();
     if (!action && name === "Escape") action = () => (state.held ? desk.linking.drop() : desk.goTo("stage"));
     if (!action) return;
     event.preventDefault();

@@ -17,7 +17,9 @@ export function createLinking(desk) {
     if (!shape) return [];
     const { shapes } = state.chosen;
     const several = shapes.length > 1 && shapes.includes(shape.id);
-    const all = several ? inReadingOrder(shapes.map((id) => shapeOf(state, id)).filter((each) => each && takesColumn(each))) : [shape];
+    const all = several
+      ? inReadingOrder(shapes.map((id) => shapeOf(state, id)).filter((each) => each && takesColumn(each)))
+      : [shape];
     const first = state.held.row ?? firstRow();
     return all.map(({ id }, i) => ({ id, row: first + i, text: state.held.valueAt(first + i) }));
   }
@@ -44,7 +46,8 @@ export function createLinking(desk) {
   // Takes hold of a column, or of a cell with its row. `valueAt` tells the text of a row.
   function hold(what, isDragged = false) {
     change({ held: { ...what, targets: [], isDragged } });
-    if (!isDragged) say(`${what.column}${what.row ? `, row ${what.row}` : ""} in hand. Choose a shape and press Enter, or click it.`);
+    if (!isDragged)
+      say(`${what.column}${what.row ? `, row ${what.row}` : ""} in hand. Choose a shape and press Enter, or click it.`);
   }
 
   function drop() {
@@ -53,7 +56,8 @@ export function createLinking(desk) {
 
   function aim(shape) {
     const targets = targetsFor(shape);
-    const isSame = targets.length === state.held.targets.length && targets.every(({ id }, i) => id === state.held.targets[i].id);
+    const isSame =
+      targets.length === state.held.targets.length && targets.every(({ id }, i) => id === state.held.targets[i].id);
     if (!isSame) change({ held: { ...state.held, targets } });
   }
 
@@ -65,7 +69,8 @@ export function createLinking(desk) {
   // Puts what is held on a shape, and on all others selected with it.
   async function put(shape) {
     const { held } = state;
-    if (!takesColumn(shape)) return desk.tell(`'${shape.name}' cannot be linked: ${shape.whyNot || "it takes no column."}`);
+    if (!takesColumn(shape))
+      return desk.tell(`'${shape.name}' cannot be linked: ${shape.whyNot || "it takes no column."}`);
     const ids = targetsFor(shape).map(({ id }) => id);
     drop();
     if (ids.length === 1) desk.selection.shapes(ids);
@@ -121,7 +126,10 @@ export function createLinking(desk) {
     chosenTargets,
     toSelection: (what) => {
       drop();
-      return link(what, chosenTargets().map(({ id }) => id));
+      return link(
+        what,
+        chosenTargets().map(({ id }) => id),
+      );
     },
     fillFrom: (what) =>
       act("fill", {

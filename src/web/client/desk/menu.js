@@ -33,7 +33,8 @@ function lay(menu, { x, y, box, isBeside }) {
   let left = box ? (isBeside ? box.right - 2 : box.left) : x;
   let top = box ? (isBeside ? box.top - 5 : box.bottom + 4) : y;
   if (left + width > innerWidth - 8) left = isBeside ? box.left - width + 2 : Math.max(8, (box?.right ?? x) - width);
-  if (top + height > innerHeight - 8) top = Math.max(8, box && !isBeside ? box.top - height - 4 : innerHeight - height - 8);
+  if (top + height > innerHeight - 8)
+    top = Math.max(8, box && !isBeside ? box.top - height - 4 : innerHeight - height - 8);
   menu.style.left = `${left}px`;
   menu.style.top = `${top}px`;
 }
@@ -52,7 +53,8 @@ function entry(item, menu, close) {
   const isCheck = item.checked !== undefined;
   const isEnabled = item.enabled !== false;
   const hint = !isEnabled && item.reason ? item.reason : "";
-  const button = h("button",
+  const button = h(
+    "button",
     {
       type: "button",
       role: isCheck ? (item.isRadio ? "menuitemradio" : "menuitemcheckbox") : "menuitem",
@@ -66,7 +68,8 @@ function entry(item, menu, close) {
     },
     h("span", { class: "mark", "aria-hidden": "true" }, item.checked ? icon("check") : null),
     h("span", { class: "text" }, mnemonic(item.text)),
-    h("span", { class: "keys" }, item.items ? icon("right") : (item.keys ?? "")));
+    h("span", { class: "keys" }, item.items ? icon("right") : (item.keys ?? "")),
+  );
   const wrapper = h("div", { class: "entry", role: "none", "data-group": Boolean(item.group) }, button);
   if (item.items) {
     const inner = build(item.items, item.text, close);
@@ -109,7 +112,8 @@ function key(event, menu) {
   } else if (event.key === "Tab") closeOpen?.();
   else if (event.key.length === 1 && event.key !== " " && !event.ctrlKey) {
     const wanted = event.key.toLowerCase();
-    const fits = (button) => button.dataset.key === wanted || button.querySelector(".text").textContent.toLowerCase().startsWith(wanted);
+    const fits = (button) =>
+      button.dataset.key === wanted || button.querySelector(".text").textContent.toLowerCase().startsWith(wanted);
     const found = [...all.slice(at + 1), ...all.slice(0, at + 1)].find(fits);
     if (!found) return;
     found.focus();

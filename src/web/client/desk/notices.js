@@ -10,7 +10,12 @@ const time = (seconds) => `${Math.floor(seconds / 60)}:${String(Math.floor(secon
 export function createNotices(desk) {
   const { state, watch, change } = desk;
   const region = document.getElementById("notices");
-  const lost = h("div", { class: "notice", "data-level": "error", hidden: true }, icon("warning"), h("span", { class: "text" }));
+  const lost = h(
+    "div",
+    { class: "notice", "data-level": "error", hidden: true },
+    icon("warning"),
+    h("span", { class: "text" }),
+  );
   const jobs = h("div", { class: "jobs" });
   const list = h("div", { class: "list" });
   region.append(lost, jobs, list);
@@ -39,22 +44,51 @@ export function createNotices(desk) {
   const make = (notice) => {
     const actions = h("span", { class: "actions" });
     const details = h("details", {}, h("summary", { text: "Details" }), h("pre"));
-    const close = h("button", { type: "button", class: "quiet square", "aria-label": "Put this notice away" }, icon("close"));
+    const close = h(
+      "button",
+      { type: "button", class: "quiet square", "aria-label": "Put this notice away" },
+      icon("close"),
+    );
     close.addEventListener("click", () => dismiss(notice));
     say(notice.text, notice.level === "error");
-    return h("div", { class: "notice" }, icon(notice.level === "info" ? "check" : "warning"), h("span", { class: "text" }), actions, details, close);
+    return h(
+      "div",
+      { class: "notice" },
+      icon(notice.level === "info" ? "check" : "warning"),
+      h("span", { class: "text" }),
+      actions,
+      details,
+      close,
+    );
   };
 
   function drawNotices() {
     const all = [...(state.notices ?? []), ...state.told].reverse();
-    fill(list, all, ({ id }) => id, make, (line, notice) => {
-      const [, text, actions, details] = line.children;
-      set(line, { "data-level": notice.level });
-      set(text, { text: notice.text });
-      set(details, { hidden: !notice.details });
-      set(details.lastElementChild, { text: notice.details ?? "" });
-      fill(actions, notice.actions ?? [], ({ id }) => id, (action) => h("button", { type: "button", class: "outlined", onclick: () => desk.act(`notices/${notice.id}/${action.id}`) }), (button, { caption }) => set(button, { text: caption }));
-    });
+    fill(
+      list,
+      all,
+      ({ id }) => id,
+      make,
+      (line, notice) => {
+        const [, text, actions, details] = line.children;
+        set(line, { "data-level": notice.level });
+        set(text, { text: notice.text });
+        set(details, { hidden: !notice.details });
+        set(details.lastElementChild, { text: notice.details ?? "" });
+        fill(
+          actions,
+          notice.actions ?? [],
+          ({ id }) => id,
+          (action) =>
+            h("button", {
+              type: "button",
+              class: "outlined",
+              onclick: () => desk.act(`notices/${notice.id}/${action.id}`),
+            }),
+          (button, { caption }) => set(button, { text: caption }),
+        );
+      },
+    );
   }
 
   // A job is shown once it has lasted a moment.
@@ -66,19 +100,38 @@ export function createNotices(desk) {
     for (const { id, seconds } of running) if (!seen.has(id)) seen.set(id, now - (seconds ?? 0) * 1000);
     const shown = running.filter(({ id }) => now - seen.get(id) >= slow);
     if (shown.length < running.length) setTimeout(drawJobs, slow);
-    fill(jobs, shown, ({ id }) => id, ({ id }) => {
-      const cancel = h("button", { type: "button", class: "outlined", onclick: () => desk.act(`jobs/${id}/cancel`) }, "Cancel");
-      return h("div", { class: "job" }, h("progress"), h("span", { class: "text" }), h("span", { class: "elapsed" }), cancel);
-    }, (line, job) => {
-      const [bar, text, elapsed, cancel] = line.children;
-      set(bar, { max: job.maximum || null, "aria-label": job.caption });
-      if (job.maximum > 0) bar.value = job.step;
-      else bar.removeAttribute("value");
-      set(text, { text: job.caption });
-      const spent = Math.max(job.seconds ?? 0, (now - seen.get(job.id)) / 1000);
-      set(elapsed, { text: spent < 1 ? "" : job.deadline ? `${time(spent)}, gives up at ${time(job.deadline)}` : time(spent) });
-      set(cancel, { hidden: !job.canCancel });
-    });
+    fill(
+      jobs,
+      shown,
+      ({ id }) => id,
+      ({ id }) => {
+        const cancel = h(
+          "button",
+          { type: "button", class: "outlined", onclick: () => desk.act(`jobs/${id}/cancel`) },
+          "Cancel",
+        );
+        return h(
+          "div",
+          { class: "job" },
+          h("progress"),
+          h("span", { class: "text" }),
+          h("span", { class: "elapsed" }),
+          cancel,
+        );
+      },
+      (line, job) => {
+        const [bar, text, elapsed, cancel] = line.children;
+        set(bar, { max: job.maximum || null, "aria-label": job.caption });
+        if (job.maximum > 0) bar.value = job.step;
+        else bar.removeAttribute("value");
+        set(text, { text: job.caption });
+        const spent = Math.max(job.seconds ?? 0, (now - seen.get(job.id)) / 1000);
+        set(elapsed, {
+          text: spent < 1 ? "" : job.deadline ? `${time(spent)}, gives up at ${time(job.deadline)}` : time(spent),
+        });
+        set(cancel, { hidden: !job.canCancel });
+      },
+    );
   }
   setInterval(() => (state.jobs?.length ?? 0) > 0 && drawJobs(), 1000);
 
@@ -86,7 +139,9 @@ export function createNotices(desk) {
     set(lost, { hidden: !state.lost });
     if (!state.lost) return;
     const since = new Date(state.lost).toLocaleTimeString([], { hour: "2-digit", minute: "2-digit" });
-    set(lost.lastElementChild, { text: `The desk does not answer since ${since}. What stands here stays, and goes on when it is back.` });
+    set(lost.lastElementChild, {
+      text: `The desk does not answer since ${since}. What stands here stays, and goes on when it is back.`,
+    });
   }
 
   watch(["notices", "told"], drawNotices);

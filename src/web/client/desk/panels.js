@@ -5,9 +5,36 @@ import { h, set } from "./dom.js";
 import { icon } from "./icons.js";
 
 const edges = [
-  { name: "left", label: "Width of the slides", panel: "slides", isAcross: true, sign: 1, smallest: 96, largest: 420, usual: 176 },
-  { name: "right", label: "Width of the properties", panel: "side", isAcross: true, sign: -1, smallest: 240, largest: 640, usual: 304 },
-  { name: "bottom", label: "Height of the data", panel: "tray", isAcross: false, sign: -1, smallest: 96, largest: 900, usual: innerHeight < 800 ? 204 : 236 },
+  {
+    name: "left",
+    label: "Width of the slides",
+    panel: "slides",
+    isAcross: true,
+    sign: 1,
+    smallest: 96,
+    largest: 420,
+    usual: 176,
+  },
+  {
+    name: "right",
+    label: "Width of the properties",
+    panel: "side",
+    isAcross: true,
+    sign: -1,
+    smallest: 240,
+    largest: 640,
+    usual: 304,
+  },
+  {
+    name: "bottom",
+    label: "Height of the data",
+    panel: "tray",
+    isAcross: false,
+    sign: -1,
+    smallest: 96,
+    largest: 900,
+    usual: innerHeight < 800 ? 204 : 236,
+  },
 ];
 
 export function createPanels(desk) {
@@ -15,7 +42,16 @@ export function createPanels(desk) {
   const kept = JSON.parse(localStorage.getItem("panels") ?? "{}");
 
   for (const { name, label, panel, isAcross, sign, smallest, largest, usual } of edges) {
-    const edge = h("div", { class: `edge ${name}`, role: "separator", tabindex: "0", "aria-label": label, "aria-controls": panel, "aria-orientation": isAcross ? "vertical" : "horizontal", "aria-valuemin": smallest, "aria-valuemax": largest });
+    const edge = h("div", {
+      class: `edge ${name}`,
+      role: "separator",
+      tabindex: "0",
+      "aria-label": label,
+      "aria-controls": panel,
+      "aria-orientation": isAcross ? "vertical" : "horizontal",
+      "aria-valuemin": smallest,
+      "aria-valuemax": largest,
+    });
     let size = usual;
     const apply = (wanted) => {
       size = Math.round(Math.max(smallest, Math.min(largest, wanted)));
@@ -31,13 +67,20 @@ export function createPanels(desk) {
       event.preventDefault();
       edge.setPointerCapture(event.pointerId);
       const place = (at) => (isAcross ? at.clientX : at.clientY);
-      const start = { at: place(event), size: document.getElementById(panel).getBoundingClientRect()[isAcross ? "width" : "height"] };
+      const start = {
+        at: place(event),
+        size: document.getElementById(panel).getBoundingClientRect()[isAcross ? "width" : "height"],
+      };
       const move = (to) => apply(start.size + sign * (place(to) - start.at));
       edge.addEventListener("pointermove", move);
-      edge.addEventListener("lostpointercapture", () => {
-        edge.removeEventListener("pointermove", move);
-        keep();
-      }, { once: true });
+      edge.addEventListener(
+        "lostpointercapture",
+        () => {
+          edge.removeEventListener("pointermove", move);
+          keep();
+        },
+        { once: true },
+      );
     });
     edge.addEventListener("keydown", (event) => {
       const steps = isAcross ? { ArrowRight: sign, ArrowLeft: -sign } : { ArrowDown: sign, ArrowUp: -sign };
@@ -53,7 +96,17 @@ export function createPanels(desk) {
     body.append(edge);
   }
 
-  const drawer = h("button", { type: "button", class: "outlined square drawer", "aria-label": "Properties and shapes", "aria-expanded": "false", "aria-controls": "side" }, icon("panel"));
+  const drawer = h(
+    "button",
+    {
+      type: "button",
+      class: "outlined square drawer",
+      "aria-label": "Properties and shapes",
+      "aria-expanded": "false",
+      "aria-controls": "side",
+    },
+    icon("panel"),
+  );
   const openDrawer = (isOpen) => {
     body.toggleAttribute("data-drawer", isOpen);
     set(drawer, { "aria-expanded": String(isOpen) });

@@ -52,7 +52,12 @@ export function createPicking(desk, stage, frames) {
       bottom: Math.max(press.from.y, to.y),
     };
     const { style } = frames.hint;
-    for (const [name, value] of [["--x", box.left], ["--y", box.top], ["--w", box.right - box.left], ["--h", box.bottom - box.top]]) {
+    for (const [name, value] of [
+      ["--x", box.left],
+      ["--y", box.top],
+      ["--w", box.right - box.left],
+      ["--h", box.bottom - box.top],
+    ]) {
       style.setProperty(name, value);
     }
     const takes = event.altKey ? touches : isInside;
@@ -64,11 +69,18 @@ export function createPicking(desk, stage, frames) {
   }
 
   viewport.addEventListener("pointerdown", (event) => {
-    if (event.button !== 0 || !state.slide || event.target === viewport && event.offsetX > viewport.clientWidth) return;
+    if (event.button !== 0 || !state.slide || (event.target === viewport && event.offsetX > viewport.clientWidth))
+      return;
     frames.list.focus({ preventScroll: true });
     event.preventDefault();
     isLeaving = false;
-    press = { id: event.pointerId, from: stage.pointOf(event), at: event, before: state.chosen.shapes, isMarquee: false };
+    press = {
+      id: event.pointerId,
+      from: stage.pointOf(event),
+      at: event,
+      before: state.chosen.shapes,
+      isMarquee: false,
+    };
     if (!state.held) viewport.setPointerCapture(event.pointerId);
   });
 
@@ -114,7 +126,8 @@ export function createPicking(desk, stage, frames) {
       desk.change({ lit: { shapes: id ? [id] : [], cells: top ? cellsOf(top) : [] } });
     }
   }
-  const cellsOf = ({ link }) => (link?.type === "field" || link?.type === "object" ? [`${link.connection}/${link.column}/${link.row}`] : []);
+  const cellsOf = ({ link }) =>
+    link?.type === "field" || link?.type === "object" ? [`${link.connection}/${link.column}/${link.row}`] : [];
   viewport.addEventListener("pointerleave", () => desk.change({ lit: { shapes: [], cells: [] } }));
 
   viewport.addEventListener("dblclick", () => state.chosen.shapes.length > 0 && desk.goTo("properties"));
@@ -164,6 +177,7 @@ export function createPicking(desk, stage, frames) {
     hover,
     targetAt,
     pileAt: (event) => pile(stage.pointOf(event)),
-    isOver: (event) => overlay.isConnected && document.elementFromPoint(event.clientX, event.clientY)?.closest(".viewport") === viewport,
+    isOver: (event) =>
+      overlay.isConnected && document.elementFromPoint(event.clientX, event.clientY)?.closest(".viewport") === viewport,
   };
 }

@@ -42,6 +42,8 @@ export function createProperties(desk) {
     outlive() {
       orphan = view;
     },
+    // The same server is back: what could not be sent is sent now.
+    resume: () => view?.session.flush(),
     isTyping: () => Boolean(view?.session.isTyping),
     focus: () => view?.focusFirst(),
   };

@@ -5,7 +5,9 @@ export function createSelection({ state, change, watch, act }) {
   let asked = 0;
 
   const isSame = (one, other) =>
-    one.slide === other.slide && one.shapes.length === other.shapes.length && one.shapes.every((id) => other.shapes.includes(id));
+    one.slide === other.slide &&
+    one.shapes.length === other.shapes.length &&
+    one.shapes.every((id) => other.shapes.includes(id));
 
   async function choose(slide, shapes) {
     const chosen = { slide, shapes: [...new Set(shapes)] };

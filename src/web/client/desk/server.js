@@ -15,7 +15,8 @@ export class Refusal extends Error {
 
 // The window's name is this tab's, and a copy of the tab gets another.
 async function windowName() {
-  const fresh = () => Array.from(crypto.getRandomValues(new Uint8Array(16)), (byte) => byte.toString(16).padStart(2, "0")).join("");
+  const fresh = () =>
+    Array.from(crypto.getRandomValues(new Uint8Array(16)), (byte) => byte.toString(16).padStart(2, "0")).join("");
   let name = sessionStorage.getItem("window") ?? fresh();
   const hold = (wanted) =>
     new Promise((resolve) => {
@@ -119,7 +120,8 @@ export async function createServer(token) {
           await listen();
         } catch (error) {
           if (error.status === 401) return denied();
-          if (!(error instanceof Refusal) && error.name !== "AbortError" && error.name !== "TypeError") reportError(error);
+          if (!(error instanceof Refusal) && error.name !== "AbortError" && error.name !== "TypeError")
+            reportError(error);
         }
         lost();
         const pause = Math.min(longestPause, firstPause * 2 ** failures++);

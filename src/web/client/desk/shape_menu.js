@@ -14,7 +14,10 @@ export function createShapeMenu(desk) {
       caption: `Rename ${shape.name}`,
       text: shape.isDouble ? "Two shapes of this slide have this name; links need names of their own." : "",
       body: input,
-      buttons: [{ caption: "Rename", value: () => input.value, isPrimary: true }, { caption: "Cancel", value: null }],
+      buttons: [
+        { caption: "Rename", value: () => input.value, isPrimary: true },
+        { caption: "Cancel", value: null },
+      ],
     });
     if (name !== null && name !== shape.name) act("rename", { slide: state.chosen.slide, shape: shape.id, name });
   }
@@ -23,10 +26,16 @@ export function createShapeMenu(desk) {
     const chosen = state.chosen.shapes.map((id) => shapeOf(state, id)).filter(Boolean);
     const all = menuItems(desk, barNamed(state, chosen.length > 0 ? "Shapes" : "Slides")?.controls);
     if (pile.length > 1) {
-      const under = pile.map((shape) => ({ text: shape.name.replaceAll("&", "&&"), checked: state.chosen.shapes.includes(shape.id), isRadio: true, run: () => selection.shapes([shape.id]) }));
+      const under = pile.map((shape) => ({
+        text: shape.name.replaceAll("&", "&&"),
+        checked: state.chosen.shapes.includes(shape.id),
+        isRadio: true,
+        run: () => selection.shapes([shape.id]),
+      }));
       all.push({ text: "Select under the pointer", group: true, items: under });
     }
-    if (chosen.length === 1) all.push({ text: "Rename the shape…", group: pile.length <= 1, run: () => rename(chosen[0]) });
+    if (chosen.length === 1)
+      all.push({ text: "Rename the shape…", group: pile.length <= 1, run: () => rename(chosen[0]) });
     return all;
   }
 

@@ -12,7 +12,8 @@ export function createShapes(desk) {
   let at = 0; // the id under the keyboard
   let from = 0; // where a range of lines begins
 
-  const why = ({ whyNot, isDouble, isHidden }) => (isDouble ? `${whyNot || "two have this name"}` : whyNot || (isHidden ? "hidden in PowerPoint" : ""));
+  const why = ({ whyNot, isDouble, isHidden }) =>
+    isDouble ? `${whyNot || "two have this name"}` : whyNot || (isHidden ? "hidden in PowerPoint" : "");
 
   function choose(id, event) {
     const ids = state.slide.shapes.map((shape) => shape.id);
@@ -54,21 +55,27 @@ export function createShapes(desk) {
     if (!shapes.some(({ id }) => id === at)) at = shapes[0]?.id ?? 0;
     const last = state.chosen.shapes.at(-1);
     if (last) at = last;
-    const lines = fill(list, shapes, ({ id }) => id, make, (line, shape) => {
-      const [name, note] = line.children;
-      set(name, { text: shape.name });
-      set(note, { text: linkText(shape) || why(shape) });
-      set(line, {
-        "aria-selected": String(state.chosen.shapes.includes(shape.id)),
-        "aria-label": shape.name,
-        "aria-description": [shape.kind, linkText(shape), shape.link?.message, why(shape)].filter(Boolean).join(", "),
-        "data-part": Boolean(shape.group),
-        "data-why-not": Boolean(shape.whyNot),
-        "data-state": shape.link?.state ?? null,
-        title: why(shape) || shape.link?.message || null,
-        tabindex: shape.id === at ? 0 : -1,
-      });
-    });
+    const lines = fill(
+      list,
+      shapes,
+      ({ id }) => id,
+      make,
+      (line, shape) => {
+        const [name, note] = line.children;
+        set(name, { text: shape.name });
+        set(note, { text: linkText(shape) || why(shape) });
+        set(line, {
+          "aria-selected": String(state.chosen.shapes.includes(shape.id)),
+          "aria-label": shape.name,
+          "aria-description": [shape.kind, linkText(shape), shape.link?.message, why(shape)].filter(Boolean).join(", "),
+          "data-part": Boolean(shape.group),
+          "data-why-not": Boolean(shape.whyNot),
+          "data-state": shape.link?.state ?? null,
+          title: why(shape) || shape.link?.message || null,
+          tabindex: shape.id === at ? 0 : -1,
+        });
+      },
+    );
     if (last && last !== revealed) lines.get(last)?.scrollIntoView({ block: "nearest" });
     revealed = last;
   }

@@ -64,7 +64,13 @@ export function createSlides(desk) {
   function make({ id }) {
     const picture = h("div", { class: "picture", inert: true });
     pictures.set(id, { element: picture });
-    const option = h("div", { class: "slide-of", role: "option", "data-id": id }, h("span", { class: "index", "aria-hidden": "true" }), h("div", { class: "sheet" }, picture), h("span", { class: "mark", "aria-hidden": "true" }));
+    const option = h(
+      "div",
+      { class: "slide-of", role: "option", "data-id": id },
+      h("span", { class: "index", "aria-hidden": "true" }),
+      h("div", { class: "sheet" }, picture),
+      h("span", { class: "mark", "aria-hidden": "true" }),
+    );
     option.addEventListener("click", () => {
       option.focus();
       selection.slide(id);
@@ -84,21 +90,27 @@ export function createSlides(desk) {
   }
 
   function draw() {
-    const all = fill(list, state.slides ?? [], ({ id }) => id, make, (option, slide) => {
-      const [index, , note] = option.children;
-      const isChosen = slide.id === state.chosen.slide;
-      set(index, { text: slide.index });
-      set(note, { text: mark(slide), hidden: !mark(slide), "data-problem": slide.problems > 0 });
-      set(option, {
-        "aria-label": nameOf(slide),
-        "aria-description": slide.hides ? `hides: ${slide.hides}` : null,
-        title: slide.hides ? `Hides: ${slide.hides}` : null,
-        "aria-selected": String(isChosen),
-        "data-dim": Boolean(slide.hides || slide.isHidden),
-        "data-other": Boolean(state.others?.some((other) => other.slide === slide.id)),
-        tabindex: isChosen ? 0 : -1,
-      });
-    });
+    const all = fill(
+      list,
+      state.slides ?? [],
+      ({ id }) => id,
+      make,
+      (option, slide) => {
+        const [index, , note] = option.children;
+        const isChosen = slide.id === state.chosen.slide;
+        set(index, { text: slide.index });
+        set(note, { text: mark(slide), hidden: !mark(slide), "data-problem": slide.problems > 0 });
+        set(option, {
+          "aria-label": nameOf(slide),
+          "aria-description": slide.hides ? `hides: ${slide.hides}` : null,
+          title: slide.hides ? `Hides: ${slide.hides}` : null,
+          "aria-selected": String(isChosen),
+          "data-dim": Boolean(slide.hides || slide.isHidden),
+          "data-other": Boolean(state.others?.some((other) => other.slide === slide.id)),
+          tabindex: isChosen ? 0 : -1,
+        });
+      },
+    );
     for (const id of pictures.keys()) if (!all.has(id)) pictures.delete(id);
     for (const id of inSight) if (all.has(id)) renew(id);
     if (shown !== state.chosen.slide) all.get(state.chosen.slide)?.scrollIntoView({ block: "nearest" });

@@ -33,14 +33,25 @@ export function createStage(desk) {
   const viewport = h("div", { class: "viewport" }, canvas);
   const percent = h("button", { class: "percent", title: "Actual size (100 %)", onclick: () => zoom(1) });
   const tool = (label, keys, run, ...inside) =>
-    h("button", { type: "button", "aria-label": label, title: keys ? `${label} (${keys})` : label, onclick: run }, ...inside);
-  const badges = tool("All badges", "", () => {
-    const isOn = badges.getAttribute("aria-pressed") !== "true";
-    badges.setAttribute("aria-pressed", isOn);
-    overlay.toggleAttribute("data-all-badges", isOn);
-  }, icon("badge"));
+    h(
+      "button",
+      { type: "button", "aria-label": label, title: keys ? `${label} (${keys})` : label, onclick: run },
+      ...inside,
+    );
+  const badges = tool(
+    "All badges",
+    "",
+    () => {
+      const isOn = badges.getAttribute("aria-pressed") !== "true";
+      badges.setAttribute("aria-pressed", isOn);
+      overlay.toggleAttribute("data-all-badges", isOn);
+    },
+    icon("badge"),
+  );
   badges.setAttribute("aria-pressed", "false");
-  const zooms = h("div", { class: "zoom floating", role: "group", "aria-label": "Zoom" },
+  const zooms = h(
+    "div",
+    { class: "zoom floating", role: "group", "aria-label": "Zoom" },
     badges,
     tool("Zoom out", "Ctrl+−", () => zoomBy(1 / 1.25), "−"),
     percent,

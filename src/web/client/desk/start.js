@@ -17,7 +17,11 @@ export function connectItems(desk) {
   const nearby = (desk.state.nearby ?? []).slice(0, 12);
   return [
     ...nearby.map(({ path, kind, note }) => ({ text: path, keys: note, run: () => connect(desk, kind, path) })),
-    ...kinds.map(({ kind, text }, i) => ({ text, group: i === 0 && nearby.length > 0, run: () => connect(desk, kind) })),
+    ...kinds.map(({ kind, text }, i) => ({
+      text,
+      group: i === 0 && nearby.length > 0,
+      run: () => connect(desk, kind),
+    })),
   ];
 }
 
@@ -27,14 +31,29 @@ export function createStart(desk) {
   const { state, watch } = desk;
   const files = h("div", { class: "files" });
   const lead = h("p", { class: "lead" });
-  const others = h("p", { class: "others" },
-    kinds.map(({ kind, text }) => h("button", { type: "button", class: "outlined", onclick: () => connect(desk, kind) }, icon(icons[kind]), text)));
-  const element = h("div", { class: "start" },
+  const others = h(
+    "p",
+    { class: "others" },
+    kinds.map(({ kind, text }) =>
+      h("button", { type: "button", class: "outlined", onclick: () => connect(desk, kind) }, icon(icons[kind]), text),
+    ),
+  );
+  const element = h(
+    "div",
+    { class: "start" },
     h("ol", { class: "order" }, step(1, "Choose data"), step(2, "Put a column on a shape"), step(3, "Save")),
-    lead, files, others);
+    lead,
+    files,
+    others,
+  );
 
   const make = ({ path, kind, note }) =>
-    h("button", { type: "button", class: "file", onclick: () => connect(desk, kind, path) }, icon(icons[kind]), h("span", {}, h("strong", { text: path }), h("small", { text: note })));
+    h(
+      "button",
+      { type: "button", class: "file", onclick: () => connect(desk, kind, path) },
+      icon(icons[kind]),
+      h("span", {}, h("strong", { text: path }), h("small", { text: note })),
+    );
 
   watch(["nearby", "deck"], () => {
     const nearby = state.nearby ?? [];

@@ -28,28 +28,46 @@ export function createToolbar(desk) {
   const undo = button("quiet", () => desk.command("undo"), icon("undo"), undoText);
   const redo = button("quiet square", () => desk.command("redo"), icon("redo"));
   const commands = onBar.map((id) => {
-    const element = set(button("quiet", () => desk.press(id)), { "data-id": id });
+    const element = set(
+      button("quiet", () => desk.press(id)),
+      { "data-id": id },
+    );
     return { id, element };
   });
-  const display = h("select", { "aria-label": "Display type", title: "What linked shapes show here; it is one for all windows." });
+  const display = h("select", {
+    "aria-label": "Display type",
+    title: "What linked shapes show here; it is one for all windows.",
+  });
   display.addEventListener("change", () => desk.press("cmbDisplayType", display.selectedIndex + 1));
-  const preview = h("select", { "aria-label": "Preview with" }, previews.map(([value, text]) => h("option", { value, text })));
+  const preview = h(
+    "select",
+    { "aria-label": "Preview with" },
+    previews.map(([value, text]) => h("option", { value, text })),
+  );
   preview.addEventListener("change", () => desk.act("preview", { with: preview.value }));
   const count = h("span", { class: "count" });
   const check = button("quiet", () => desk.check(), icon("check"), "Check", count);
   const show = button("outlined", () => desk.show(), icon("show"), "Show");
-  const more = button("quiet square", () => desk.openMenu({ label: "More commands", items: moreItems(), anchor: more }), icon("more"));
+  const more = button(
+    "quiet square",
+    () => desk.openMenu({ label: "More commands", items: moreItems(), anchor: more }),
+    icon("more"),
+  );
   set(more, { "aria-label": "More commands", title: "More commands", "aria-haspopup": "menu" });
 
   bar.append(
     h("div", { class: "deck" }, name, unsaved),
-    save, undo, redo,
+    save,
+    undo,
+    redo,
     h("span", { class: "line" }),
     ...commands.map(({ element }) => element),
     h("span", { class: "space" }),
     h("label", { class: "chooser" }, h("span", { text: "Shows", "aria-hidden": "true" }), display),
     h("label", { class: "chooser" }, h("span", { text: "With", "aria-hidden": "true" }), preview),
-    check, show, more,
+    check,
+    show,
+    more,
   );
 
   function moreItems() {
@@ -68,7 +86,14 @@ export function createToolbar(desk) {
     if (!deck) return;
     set(name, { text: deck.name, title: deck.folder });
     const isDirty = deck.unsaved > 0;
-    set(unsaved, { text: deck.isReadOnly ? "read-only" : isDirty ? `${deck.unsaved} unsaved ${deck.unsaved === 1 ? "change" : "changes"}` : "saved", title: deck.isReadOnly || null });
+    set(unsaved, {
+      text: deck.isReadOnly
+        ? "read-only"
+        : isDirty
+          ? `${deck.unsaved} unsaved ${deck.unsaved === 1 ? "change" : "changes"}`
+          : "saved",
+      title: deck.isReadOnly || null,
+    });
     document.title = `${isDirty ? "• " : ""}${deck.name} – Lumenfold`;
     const able = (element, key, text) => {
       const { enabled = true, reason = "" } = own[key] ?? {};
@@ -95,7 +120,8 @@ export function createToolbar(desk) {
     const list = commandOf(state, "cmbDisplayType");
     set(display.parentElement, { hidden: !list });
     if (list) {
-      if (display.options.length !== list.items.length) display.replaceChildren(...list.items.map((text) => h("option", { text })));
+      if (display.options.length !== list.items.length)
+        display.replaceChildren(...list.items.map((text) => h("option", { text })));
       display.selectedIndex = (list.selected ?? 1) - 1;
       set(display, { disabled: !list.enabled });
     }

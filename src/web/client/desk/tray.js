@@ -32,11 +32,22 @@ export function createTray(desk) {
   const { state, watch, change } = desk;
   const footer = document.getElementById("tray");
   const tabs = h("div", { class: "tabs", role: "tablist", "aria-label": "Connections" });
-  const connect = h("button", { type: "button", class: "connect", "aria-haspopup": "menu" }, icon("plus"), "Connect data");
-  connect.addEventListener("click", () => desk.openMenu({ label: "Connect data", items: connectItems(desk), anchor: connect }));
+  const connect = h(
+    "button",
+    { type: "button", class: "connect", "aria-haspopup": "menu" },
+    icon("plus"),
+    "Connect data",
+  );
+  connect.addEventListener("click", () =>
+    desk.openMenu({ label: "Connect data", items: connectItems(desk), anchor: connect }),
+  );
   const told = h("p", { class: "told" });
   const toSelection = h("button", { type: "button", class: "outlined", hidden: true });
-  const refresh = h("button", { type: "button", class: "quiet square", "aria-label": "Read this connection anew", title: "Read anew" }, icon("refresh"));
+  const refresh = h(
+    "button",
+    { type: "button", class: "quiet square", "aria-label": "Read this connection anew", title: "Read anew" },
+    icon("refresh"),
+  );
   refresh.addEventListener("click", () => desk.pressNamed("Refresh"));
   const panel = h("div", { class: "panel", role: "tabpanel" });
   footer.append(h("div", { class: "heading" }, tabs, connect, told, toSelection, refresh), panel);
@@ -52,7 +63,13 @@ export function createTray(desk) {
 
   const make = (each) => {
     const key = each.number ?? checkTab;
-    const tab = h("button", { type: "button", role: "tab", id: `tab-${key}` }, h("span", { class: "dot", "aria-hidden": "true" }), h("span", { class: "name" }), h("span", { class: "trouble" }));
+    const tab = h(
+      "button",
+      { type: "button", role: "tab", id: `tab-${key}` },
+      h("span", { class: "dot", "aria-hidden": "true" }),
+      h("span", { class: "name" }),
+      h("span", { class: "trouble" }),
+    );
     tab.addEventListener("click", () => change({ tab: key }));
     if (key !== checkTab) {
       tab.addEventListener("dblclick", () => desk.act("connect", { number: key }));
@@ -82,20 +99,30 @@ export function createTray(desk) {
     if (fresh) return change({ tab: fresh });
     if (!all.includes(state.tab) && state.tab !== (all[0] ?? "")) return change({ tab: all[0] ?? "" });
     const items = [...(state.connections ?? []), ...(state.findings ? [{ isCheck: true, state: "" }] : [])];
-    fill(tabs, items, ({ number }) => number ?? checkTab, make, (tab, each) => {
-      const isShown = (each.number ?? checkTab) === state.tab;
-      const count = state.findings?.filter(({ gravity }) => gravity !== "note").length ?? 0;
-      set(tab, {
-        "aria-selected": String(isShown),
-        "aria-controls": isShown ? "tray-panel" : null,
-        tabindex: isShown ? 0 : -1,
-        "data-state": each.isCheck ? (count > 0 ? "failing" : "fresh") : each.state,
-        title: each.isCheck ? null : [each.source, stateText(each)].filter(Boolean).join("\n"),
-      });
-      const [, name, note] = tab.children;
-      set(name, { text: each.isCheck ? `Check: ${count === 0 ? "all is well" : count === 1 ? "1 finding" : `${count} findings`}` : `${each.number} ${each.description}${each.isSample ? " (sample)" : ""}` });
-      set(note, { text: each.isCheck ? "" : trouble(each) });
-    });
+    fill(
+      tabs,
+      items,
+      ({ number }) => number ?? checkTab,
+      make,
+      (tab, each) => {
+        const isShown = (each.number ?? checkTab) === state.tab;
+        const count = state.findings?.filter(({ gravity }) => gravity !== "note").length ?? 0;
+        set(tab, {
+          "aria-selected": String(isShown),
+          "aria-controls": isShown ? "tray-panel" : null,
+          tabindex: isShown ? 0 : -1,
+          "data-state": each.isCheck ? (count > 0 ? "failing" : "fresh") : each.state,
+          title: each.isCheck ? null : [each.source, stateText(each)].filter(Boolean).join("\n"),
+        });
+        const [, name, note] = tab.children;
+        set(name, {
+          text: each.isCheck
+            ? `Check: ${count === 0 ? "all is well" : count === 1 ? "1 finding" : `${count} findings`}`
+            : `${each.number} ${each.description}${each.isSample ? " (sample)" : ""}`,
+        });
+        set(note, { text: each.isCheck ? "" : trouble(each) });
+      },
+    );
   }
   let known = null;
 
@@ -124,7 +151,10 @@ export function createTray(desk) {
   function drawOffer() {
     const { held } = state;
     const count = held && !held.isDragged ? desk.linking.chosenTargets().length : 0;
-    set(toSelection, { hidden: count === 0, text: held ? `Link ${held.column} to ${count === 1 ? "1 shape" : `${count} shapes`}` : "" });
+    set(toSelection, {
+      hidden: count === 0,
+      text: held ? `Link ${held.column} to ${count === 1 ? "1 shape" : `${count} shapes`}` : "",
+    });
   }
   toSelection.addEventListener("click", () => state.held && desk.linking.toSelection(state.held));
 

@@ -23,15 +23,29 @@ export function createWhy({ state, watch }, main) {
     if (!slide) return;
     const why = slide.why ?? [];
     const full = why.filter(({ ok }) => ok).length;
-    const shows = why.length === 0 ? "it has no links" : `${full} of ${why.length} ${why.length === 1 ? "connection has" : "connections have"} rows`;
+    const shows =
+      why.length === 0
+        ? "it has no links"
+        : `${full} of ${why.length} ${why.length === 1 ? "connection has" : "connections have"} rows`;
     set(element, { "data-hides": Boolean(slide.hides) });
-    set(text, { text: slide.hides ? `Slide ${slide.index} hides: ${slide.hides}` : `Slide ${slide.index} shows: ${shows}` });
-    set(button, { hidden: why.length === 0, "aria-label": slide.hides ? "Why is this slide hidden?" : "Why does this slide show?" });
-    set(more.firstElementChild, { text: slide.hides ? "Why this slide is hidden" : "Why this slide shows" });
-    fill(list, why, ({ connection }) => connection, () => h("li", {}, h("span", { class: "dot" }), h("span"), h("small")), (line, each) => {
-      set(line, { "data-ok": Boolean(each.ok) });
-      set(line.children[1], { text: `${each.connection} ${each.description}` });
-      set(line.children[2], { text: each.rows === 1 ? "1 row" : `${each.rows} rows` });
+    set(text, {
+      text: slide.hides ? `Slide ${slide.index} hides: ${slide.hides}` : `Slide ${slide.index} shows: ${shows}`,
     });
+    set(button, {
+      hidden: why.length === 0,
+      "aria-label": slide.hides ? "Why is this slide hidden?" : "Why does this slide show?",
+    });
+    set(more.firstElementChild, { text: slide.hides ? "Why this slide is hidden" : "Why this slide shows" });
+    fill(
+      list,
+      why,
+      ({ connection }) => connection,
+      () => h("li", {}, h("span", { class: "dot" }), h("span"), h("small")),
+      (line, each) => {
+        set(line, { "data-ok": Boolean(each.ok) });
+        set(line.children[1], { text: `${each.connection} ${each.description}` });
+        set(line.children[2], { text: each.rows === 1 ? "1 row" : `${each.rows} rows` });
+      },
+    );
   });
 }

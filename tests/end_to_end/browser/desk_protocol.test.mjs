@@ -1,0 +1,163 @@
+// The desk's page against a server that answers late, refuses, loses its events, goes and comes back.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { openScreen, useBrowser } from "../support/browser.mjs";
+import { control, docked, shape, StubDesk } from "../support/stub_desk.mjs";
+import { until } from "../support/wait.mjs";
+
+useBrowser();
+
+async function openDesk(t, state, options) {
+  const desk = new StubDesk(state);
+  const page = await openScreen(t, await desk.start(t), options);
+  await page.getByRole("button", { name: "Save" }).waitFor();
+  return { desk, page, row: page.getByLabel("Row", { exact: true }) };
+}
+
+// Answers of the form's events, given when the test says so.
+function holdAnswers(desk) {
+  const held = [];
+  desk.answers.push([/^forms\/\d+\/events$/, (body) => new Promise((resolve) => held.push({ body, resolve }))]);
+  return {
+    next: () => until("an event of the form", () => held.shift()),
+    isIdle: () => held.length === 0,
+  };
+}
+
+test("what is typed is sent after a pause, in order, and no older answer undoes it", async (t) => {
+  const { desk, page, row } = await openDesk(t, { forms: [docked(7)] }, { isClockHeld: true });
+  const answers = holdAnswers(desk);
+  await row.fill("1");
+  await page.clock.runFor(200);
+  assert.ok(answers.isIdle());
+  await page.clock.runFor(100);
+  const first = await answers.next();
+  assert.deepEqual(first.body, { seq: 1, events: [{ control: "txtRow", event: "change", value: "1" }] });
+
+  await row.pressSequentially("2");
+  desk.tell("form", { form: 7, ack: 0, patch: { txtRow: { Text: "9", Hint: "of 12 rows" } } });
+  await page.getByText("of 12 rows").waitFor();
+  assert.equal(await row.inputValue(), "12");
+  first.resolve({ ack: 1, patch: { txtRow: { Text: "1" }, cmdUnlink: { Caption: "Unlink Price" } } });
+  await page.getByRole("button", { name: "Unlink Price" }).waitFor();
+  assert.equal(await row.inputValue(), "12");
+
+  const second = await answers.next();
+  assert.deepEqual(second.body, { seq: 2, events: [{ control: "txtRow", event: "change", value: "12" }] });
+  second.resolve({ ack: 2, patch: {} });
+
+  // A press comes behind what was typed before it, in one request with it.
+  await row.pressSequentially("3");
+  await row.press("Enter");
+  const third = await answers.next();
+  assert.deepEqual(third.body, {
+    seq: 3,
+    events: [
+      { control: "txtRow", event: "change", value: "123" },
+      { control: "cmdUnlink", event: "click" },
+    ],
+  });
+  // The server has seen it all: what it makes of it counts, also where somebody types.
+  third.resolve({ ack: 3, patch: { txtRow: { Text: "11", Problem: "There are 11 rows." } } });
+  await page.getByText("There are 11 rows.").waitFor();
+  assert.equal(await row.inputValue(), "11");
+  assert.equal(await row.getAttribute("aria-invalid"), "true");
+  assert.deepEqual(page.faults, []);
+});
+
+test("what the server refuses goes back to what it was, and says why", async (t) => {
+  const { desk, page, row } = await openDesk(t, { forms: [docked(7)] });
+  desk.answers.push([/events$/, () => ({ status: 409, error: "Row is not to be used now." })]);
+  await row.fill("8");
+  await page.getByText("Row is not to be used now.").first().waitFor();
+  await until("the old row", async () => (await row.inputValue()) === "7");
+
+  // A button that is not to be used stays within reach, says why and asks for nothing.
+  desk.tell("form", { form: 7, ack: 9, patch: { cmdUnlink: { Enabled: false, Reason: "Nothing here is linked." } } });
+  const unlink = page.locator("#properties").getByRole("button", { name: "Unlink" });
+  await page.locator("#properties [aria-description='Nothing here is linked.']").waitFor();
+  await unlink.click({ force: true });
+  await page.getByRole("option", { name: "Slide 1" }).click();
+  await row.fill("5");
+  await until("what was typed", () => desk.asked.some(([, body]) => body?.events?.[0].value === "5"));
+  assert.ok(!desk.asked.some(([, body]) => body?.events?.some((event) => event.control === "cmdUnlink")));
+});
+
+test("an event that is missing makes the page ask for everything anew", async (t) => {
+  const { desk, page } = await openDesk(t);
+  desk.tell("say", { text: "one" });
+  await page.locator("#live", { hasText: "one" }).waitFor({ state: "attached" });
+  desk.state.deck = { ...desk.state.deck, name: "other.pptx" }; // told in an event that does not arrive
+  desk.skip();
+  desk.tell("say", { text: "three" });
+  await page.getByRole("heading", { name: "other.pptx" }).waitFor();
+  assert.deepEqual(page.faults, []);
+});
+
+test("a server that goes and comes back finds what was typed, in pages and in dialogs", async (t) => {
+  const dialog = (id) => ({
+    ...docked(id, { name: "frmTextConnection", caption: "Text file", placement: "dialog", width: "wide" }),
+    rows: [
+      { label: "&Description", controls: ["txtDescription"] },
+      { label: "", controls: ["cmdOK", "cmdCancel"], isButtons: true },
+    ],
+    default: "cmdOK",
+    cancel: "cmdCancel",
+    controls: {
+      txtDescription: control("TextBox", { Text: "", Lines: 1 }),
+      cmdOK: control("CommandButton", { Caption: "OK" }),
+      cmdCancel: control("CommandButton", { Caption: "Cancel" }),
+    },
+  });
+  const { desk, page, row } = await openDesk(t, {
+    forms: [docked(7)],
+    selection: { slide: 256, shapes: [3] },
+    slide: {
+      id: 256,
+      index: 1,
+      html: '<section class="slide" id="s1"></section>',
+      shapes: [shape(3, "Price", 10, 10)],
+      why: [],
+      hides: null,
+    },
+    nearby: [{ path: "today.txt", kind: "text", note: "2 columns" }],
+  });
+
+  await desk.stop();
+  await row.fill("12");
+  await page.getByText("The desk does not answer since").waitFor();
+  assert.equal(await row.inputValue(), "12");
+  await desk.startAnew({ selection: { slide: 256, shapes: [] }, forms: [] });
+  // What was selected is so again, and brings the page back; what was typed there goes into it.
+  const [, selection] = await desk.request(/^selection$/);
+  assert.deepEqual(selection, { slide: 256, shapes: [3] });
+  desk.tell("state", { selection, forms: [docked(1)] });
+  const [, { events }] = await desk.request(/^forms\/1\/events$/);
+  assert.deepEqual(events, [{ control: "txtRow", event: "change", value: "12" }]);
+  assert.equal(await page.getByText("The desk does not answer since").isVisible(), false);
+
+  await page.getByRole("button", { name: "Connect data" }).click();
+  await page.getByRole("menuitem", { name: "today.txt" }).click();
+  await desk.request(/^connect$/);
+  desk.tell("state", { forms: [docked(1), dialog(2)] });
+  const description = page.getByRole("dialog", { name: "Text file" }).getByLabel("Description");
+  await description.fill("Today's menu");
+  await desk.request(/^forms\/2\/events$/);
+  await desk.stop();
+  await page.getByText("The desk does not answer since").waitFor();
+  await desk.startAnew({ forms: [] });
+  assert.deepEqual(await desk.request(/^connect$/, 1), ["connect", { kind: "text", path: "today.txt" }]);
+  desk.tell("state", { forms: [dialog(5)] });
+  const [, again] = await desk.request(/^forms\/5\/events$/);
+  assert.deepEqual(again.events, [{ control: "txtDescription", event: "change", value: "Today's menu" }]);
+  assert.equal(await description.inputValue(), "Today's menu");
+  assert.equal(await page.getByRole("dialog").count(), 1);
+
+  // Esc asks before what was typed is given up, and clicks beside the dialog do nothing.
+  await page.mouse.click(5, 5);
+  await description.press("Escape");
+  await page.getByRole("button", { name: "Go on editing" }).click();
+  assert.equal(await description.inputValue(), "Today's menu");
+  assert.deepEqual(page.faults, []);
+});
