@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "web/http/Request.h"
 #include "web/http/Response.h"
 
@@ -13,6 +15,8 @@ class Handler {
   virtual Response answer(const Request& request) = 0;
   /// The same for a connection beyond those that there may be, which asks one thing and is closed.
   virtual Response answerGuest(const Request& request) = 0;
+  /// How many bytes the body of a request may have, whose headers have been read.
+  [[nodiscard]] virtual std::size_t bodyLimit(const Request& /*head*/) const { return 16 * 1024; }
 };
 
 }  // namespace web

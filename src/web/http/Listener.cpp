@@ -60,6 +60,17 @@ void Listener::bind() {
   if (failed) failToListen(options_, failed);
 }
 
+std::string Listener::url() const {
+  const auto address = asio::ip::make_address(options_.address);
+  std::string name = address.to_string();
+  if (address.is_unspecified()) {
+    name = "localhost";
+  } else if (address.is_v6()) {
+    name = '[' + name + ']';
+  }
+  return "http://" + name + ':' + std::to_string(endpoint().port()) + '/';
+}
+
 void Listener::start() { accept(); }
 
 void Listener::stop() {

@@ -6,6 +6,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <string>
 #include <unordered_map>
 
 #include "web/http/Options.h"
@@ -37,6 +38,8 @@ class Listener : public std::enable_shared_from_this<Listener>, private Session:
 
   /// Where it listens, with the port that was free.
   [[nodiscard]] boost::asio::ip::tcp::endpoint endpoint() const { return acceptor_.local_endpoint(); }
+  /// Where a browser on this machine finds it: "http://127.0.0.1:8080/".
+  [[nodiscard]] std::string url() const;
 
  private:
   void bind();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace web {
@@ -19,8 +20,10 @@ struct Request {
   std::string_view ifNoneMatch;
   std::string_view range;
   std::string_view ifRange;
-  /// At most 16 KiB.
+  /// At most Handler::bodyLimit().
   std::string_view body;
+  /// The same, to be moved from by who keeps a large one; then `body` is void. Null while there is none.
+  std::string* ownBody = nullptr;
   /// False for HTTP/1.0, which cannot carry an event stream.
   bool canStream = true;
   /// An empty Origin header is not a missing one.

@@ -8,6 +8,7 @@
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http.hpp>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -24,7 +25,8 @@ namespace http = beast::http;
 using beast::error_code;
 
 constexpr std::uint32_t headerLimit = 16 * 1024;
-constexpr std::uint64_t bodyLimit = std::uint64_t{16} * 1024;
+/// What lies in the buffer of a body on its way to its text, and what a guest's may have.
+constexpr std::size_t bodyBuffer = std::size_t{16} * 1024;
 constexpr std::chrono::seconds lingerTime{2};
 /// What is handed to the system at once; between two pieces everybody else has a turn.
 constexpr std::size_t pieceSize = std::size_t{64} * 1024;
@@ -100,7 +102,8 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
   void read(std::chrono::milliseconds patience) {
     parser_.emplace();
     parser_->header_limit(headerLimit);
-    parser_->body_limit(bodyLimit);
+    // What it may have is known when the headers are.
+    parser_->body_limit(std::numeric_limits<std::uint64_t>::max());
     stream_.expires_after(patience);
     http::async_read_header(
         stream_, buffer_, *parser_,
@@ -114,6 +117,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
       answering_ = true;
       return write(std::move(*response), parser_->get().version(), false, false);
     }
+    if (!allowBody()) return onRead(make_error_code(http::error::body_limit));
     if (!parser_->is_done() && wantsToContinue(parser_->get())) {
       asio::async_write(stream_, asio::buffer(goOn.data(), goOn.size()),
                         [self = shared_from_this()](error_code unsent, std::size_t) {
@@ -124,6 +128,38 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     } else {
       readBody();
     }
+  }
+
+  /// False when it is too long. A long one gets the time that it takes.
+  bool allowBody() {
+    const std::size_t limit = isGuest_ ? bodyBuffer : handler_.bodyLimit(requestOf(parser_->get()));
+    const auto length = parser_->content_length();
+    if (length && *length > limit) return false;
+    parser_->body_limit(limit);
+    if (length && *length > bodyBuffer) {
+      stream_.expires_after(options_.timeToWrite(static_cast<std::size_t>(*length)));
+    }
+    return true;
+  }
+
+  static Request requestOf(const Message& message) {
+    const auto field = [&](http::field name) { return view(message[name]); };
+    const Target target = targetOf(view(message.target()));
+    Request request;
+    request.method = view(message.method_string());
+    request.path = target.path;
+    request.query = target.query;
+    request.host = target.host.value_or(field(http::field::host));
+    request.hosts = static_cast<int>(message.count(http::field::host));
+    request.origin = field(http::field::origin);
+    request.hasOrigin = message.count(http::field::origin) > 0;
+    request.authorization = field(http::field::authorization);
+    request.cookie = field(http::field::cookie);
+    request.ifNoneMatch = field(http::field::if_none_match);
+    request.range = field(http::field::range);
+    request.ifRange = field(http::field::if_range);
+    request.canStream = message.version() >= 11;
+    return request;
   }
 
   void readBody() {
@@ -141,24 +177,10 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
   }
 
   void answer() {
-    const auto& message = parser_->get();
-    const auto field = [&](http::field name) { return view(message[name]); };
-    const Target target = targetOf(view(message.target()));
-    Request request;
-    request.method = view(message.method_string());
-    request.path = target.path;
-    request.query = target.query;
-    request.host = target.host.value_or(field(http::field::host));
-    request.hosts = static_cast<int>(message.count(http::field::host));
-    request.origin = field(http::field::origin);
-    request.hasOrigin = message.count(http::field::origin) > 0;
-    request.authorization = field(http::field::authorization);
-    request.cookie = field(http::field::cookie);
-    request.ifNoneMatch = field(http::field::if_none_match);
-    request.range = field(http::field::range);
-    request.ifRange = field(http::field::if_range);
+    auto& message = parser_->get();
+    Request request = requestOf(message);
     request.body = message.body();
-    request.canStream = message.version() >= 11;
+    request.ownBody = &message.body();
 
     Response response = isGuest_ ? handler_.answerGuest(request) : handler_.answer(request);
     if (closed_) return;
@@ -241,7 +263,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
   Handler& handler_;
   Owner& owner_;
   const Options& options_;
-  beast::flat_buffer buffer_{headerLimit + bodyLimit};
+  beast::flat_buffer buffer_{headerLimit + bodyBuffer};
   std::optional<Parser> parser_;
   Response response_;
   std::optional<Answer> answer_;

@@ -13,7 +13,7 @@ struct Options;
 
 /// One connection that speaks HTTP/1.1 (RFC 9112): reads requests, writes the answers, one
 /// at a time, until it is idle for too long, asks to close, or turns into a stream.
-/// A request's headers and its body may have 16 KiB each.
+/// A request's headers may have 16 KiB, its body what the handler allows; a guest's has 16 KiB.
 ///
 /// Its pending operations keep it alive; after close() it calls nobody.
 class Session {

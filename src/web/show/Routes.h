@@ -61,8 +61,6 @@ class Routes : public Handler {
   Response slideAnswer(std::string_view number);
   [[nodiscard]] View viewOf(const Request& request);
   Response painted(const Request& request, std::string_view screen);
-  Response clientAnswer(std::string_view path);
-  Response assetAnswer(const Request& request, std::string_view name);
   [[nodiscard]] bool mustGetIn(const Request& request) const;
   /// Who takes over the connection of a stream; empty when there is none at this address.
   std::function<void(Connection)> streamAt(const Request& request);

@@ -1,7 +1,6 @@
 #include "web/show/Server.h"
 
 #include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/address.hpp>
 #include <utility>
 
 #include "web/http/Listener.h"
@@ -29,16 +28,7 @@ Server::~Server() {
 
 std::uint16_t Server::port() const { return port_; }
 
-std::string Server::url() const {
-  const auto address = asio::ip::make_address(options_->address);
-  std::string name = address.to_string();
-  if (address.is_unspecified()) {
-    name = "localhost";
-  } else if (address.is_v6()) {
-    name = '[' + name + ']';
-  }
-  return "http://" + name + ':' + std::to_string(port_) + '/';
-}
+std::string Server::url() const { return listener_->url(); }
 
 void Server::slideChanged(Time changed) { broadcast_->slideChanged(changed); }
 
