@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 #include "render/html/PageContract.h"
 
@@ -12,11 +13,11 @@ namespace app {
 using render::page::shapeElement;
 
 SlidePages::SlidePages(deck::Presentation& deck, host::Loop& loop, ToldOnce& problems,
-                       std::function<void()> redrawn)
+                       std::function<void()> redrawn, std::string assetPrefix)
     : deck_(deck),
       problems_(problems),
       redrawn_(std::move(redrawn)),
-      drawn_(deck),
+      drawn_(deck, std::move(assetPrefix)),
       conversionTimer_(loop.CreateTimer([this] { watchConversions(); })),
       timedAt_(host::Current().clock->Now()) {
   constexpr std::int32_t ConversionInterval = 50;  // ms

@@ -23,8 +23,9 @@ namespace app {
 class SlidePages {
  public:
   /// `redrawn` is called from the loop when pictures were converted: every page may be another. The deck, the
-  /// loop and `problems` outlive this object.
-  SlidePages(deck::Presentation& deck, host::Loop& loop, ToldOnce& problems, std::function<void()> redrawn);
+  /// loop and `problems` outlive this object. `assetPrefix` stands before the names of files that pages refer to.
+  SlidePages(deck::Presentation& deck, host::Loop& loop, ToldOnce& problems, std::function<void()> redrawn,
+             std::string assetPrefix = "assets/");
 
   [[nodiscard]] const DrawnDeck& drawn() const { return drawn_; }
   /// In CSS px.
@@ -44,6 +45,8 @@ class SlidePages {
   /// Makes the state show one shape alone, at its own size; nothing when it cannot be drawn.
   void showAlone(const web::View& view, web::ScreenState& state);
 
+  /// Shapes of the slide have been linked, or are linked no longer.
+  void linksChanged(int slide) { drawn_.linksChanged(slide); }
   void forget(int slide) { pages_.erase(slide); }
   void forgetAll() { pages_.clear(); }
   /// Lets go of the other pages.

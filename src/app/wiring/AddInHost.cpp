@@ -42,6 +42,12 @@ std::shared_ptr<deck::Presentation> AddInHost::open(const std::string& path,
   return application_->open(path, damaged);
 }
 
+std::shared_ptr<LF2000::clsPresentation> AddInHost::entryOf(
+    const std::shared_ptr<deck::Presentation>& presentation) const {
+  const auto& application = connect_.Application();
+  return application ? application->Find(presentation) : nullptr;
+}
+
 LF2000::FrmRuntimeTimer* AddInHost::runtimeTimer() const {
   const auto& application = connect_.Application();
   const LF2000::clsRuntime* runtime = application ? application->Runtime() : nullptr;

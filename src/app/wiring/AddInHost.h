@@ -23,6 +23,9 @@ class AddInHost {
   /// Opens a deck; the add-in loads its connections and fills its shapes.
   std::shared_ptr<deck::Presentation> open(
       const std::string& path, deck::Application::Damaged damaged = deck::Application::Damaged::Refused);
+  /// The system's entry of an open deck; null without one.
+  [[nodiscard]] std::shared_ptr<LF2000::clsPresentation> entryOf(
+      const std::shared_ptr<deck::Presentation>& presentation) const;
   /// What drives the running show; null without one.
   [[nodiscard]] LF2000::FrmRuntimeTimer* runtimeTimer() const;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "host/services.h"
 #include "platform/UserFolders.h"
@@ -25,15 +26,20 @@ render::PictureConverter::Options conversion() {
 
 }  // namespace
 
-DrawnDeck::DrawnDeck(deck::Presentation& deck)
-    : linked_(allLinkedShapes(deck)),
+DrawnDeck::DrawnDeck(deck::Presentation& deck, std::string assetPrefix)
+    : deck_(deck),
+      linked_(allLinkedShapes(deck)),
       converter_(conversion()),
       renderer_(
           deck.package(),
-          {.assetPrefix = "assets/",
+          {.assetPrefix = std::move(assetPrefix),
            .isLive = [this](int slide, std::uint32_t shape) { return linkedShape(slide, shape) != nullptr; },
            .converter = &converter_,
            .now = [] { return host::Current().clock->Now(); }}) {}
+
+void DrawnDeck::linksChanged(int slide) {
+  linked_[static_cast<std::size_t>(slide)] = app::linkedShapes(deck_, slide);
+}
 
 const std::vector<LinkedShape>& DrawnDeck::linkedShapes(int slide) const {
   return linked_[static_cast<std::size_t>(slide)];

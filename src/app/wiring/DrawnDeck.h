@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,12 +15,11 @@
 namespace app {
 
 /// The renderer of an open deck, with what the program knows beside the package: which shapes are linked,
-/// what time it is, and a converter for pictures that browsers do not show. Pages name their files
-/// "assets/NAME".
+/// what time it is, and a converter for pictures that browsers do not show.
 class DrawnDeck {
  public:
-  /// Reads the links, which are taken not to change. The deck outlives this object.
-  explicit DrawnDeck(deck::Presentation& deck);
+  /// Reads the links. Pages name their files by this prefix and a NAME. The deck outlives this object.
+  explicit DrawnDeck(deck::Presentation& deck, std::string assetPrefix = "assets/");
   DrawnDeck(const DrawnDeck&) = delete;
   DrawnDeck& operator=(const DrawnDeck&) = delete;
 
@@ -27,6 +27,8 @@ class DrawnDeck {
   [[nodiscard]] const render::SlideRenderer& renderer() const { return renderer_; }
   /// Whoever draws calls renderer().forget() when it has got on, and draws anew.
   [[nodiscard]] render::PictureConverter& converter() { return converter_; }
+  /// Reads the links of a slide, from 1, again: they have changed.
+  void linksChanged(int slide);
   /// Of a slide, from 1, in drawing order.
   [[nodiscard]] const std::vector<LinkedShape>& linkedShapes(int slide) const;
   /// Null when the shape is not linked.
@@ -35,6 +37,7 @@ class DrawnDeck {
   [[nodiscard]] std::optional<web::Asset> asset(std::string_view name) const;
 
  private:
+  deck::Presentation& deck_;
   std::vector<std::vector<LinkedShape>> linked_;
   render::PictureConverter converter_;
   render::SlideRenderer renderer_;
