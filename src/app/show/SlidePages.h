@@ -23,7 +23,8 @@ namespace app {
 class SlidePages {
  public:
   /// `redrawn` is called from the loop when pictures were converted: every page may be another. The deck, the
-  /// loop and `problems` outlive this object. `assetPrefix` stands before the names of files that pages refer to.
+  /// loop and `problems` outlive this object. `assetPrefix` stands before the names of files that pages refer
+  /// to.
   SlidePages(deck::Presentation& deck, host::Loop& loop, ToldOnce& problems, std::function<void()> redrawn,
              std::string assetPrefix = "assets/");
 

@@ -51,6 +51,8 @@ class Desk {
   virtual json::Json act(const std::string& window, std::string_view path, const json::Json& body) = 0;
   /// GET PATH.
   virtual json::Json look(std::string_view path, std::string_view query) = 0;
+  /// What stands before an asset's name in its address, "assets/SECRET/": whoever knows it may read them.
+  [[nodiscard]] virtual std::string assets() const = 0;
   /// What slides and forms refer to, by its name; see Show::asset().
   virtual std::optional<Asset> asset(std::string_view name) = 0;
   /// The deck as it was saved last.

@@ -6,7 +6,6 @@
 
 #include "json/Json.h"
 #include "web/desk/DeskWindows.h"
-#include "web/http/Secret.h"
 #include "web/show/Answers.h"
 #include "web/show/ClientFiles.h"
 
@@ -78,7 +77,7 @@ DeskRoutes::DeskRoutes(Desk& desk, DeskWindows& windows, const Options& options)
       windows_(windows),
       options_(options),
       guard_(options, machineName()),
-      assets_("assets/" + newSecret() + '/') {}
+      assets_(desk.assets()) {}
 
 Response DeskRoutes::answer(const Request& request) {
   try {

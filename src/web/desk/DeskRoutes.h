@@ -29,9 +29,6 @@ class DeskRoutes : public Handler {
   /// A long body is for who holds the token.
   [[nodiscard]] std::size_t bodyLimit(const Request& head) const override;
 
-  /// What stands before an asset's name in its address: "assets/SECRET/".
-  [[nodiscard]] const std::string& assets() const { return assets_; }
-
  private:
   Response dispatch(const Request& request);
   Response api(const Request& request, std::string_view path);
@@ -44,7 +41,7 @@ class DeskRoutes : public Handler {
   DeskWindows& windows_;
   const Options& options_;
   Guard guard_;
-  std::string assets_;
+  const std::string assets_;
 };
 
 }  // namespace web

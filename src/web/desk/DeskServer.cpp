@@ -25,8 +25,6 @@ DeskServer::~DeskServer() {
   windows_->close();
 }
 
-const std::string& DeskServer::assets() const { return routes_->assets(); }
-
 bool DeskServer::isOpen(const std::string& window) const { return windows_->isOpen(window); }
 
 void DeskServer::send(const std::string& window, std::string_view event, const json::Json& data) {

@@ -34,8 +34,6 @@ class DeskServer {
   [[nodiscard]] std::uint16_t port() const { return port_; }
   /// Where a browser on this machine finds the page: "http://127.0.0.1:2001/".
   [[nodiscard]] std::string url() const { return url_; }
-  /// See DeskRoutes::assets().
-  [[nodiscard]] const std::string& assets() const;
 
   /// Whether a page reads the window's stream.
   [[nodiscard]] bool isOpen(const std::string& window) const;

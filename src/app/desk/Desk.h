@@ -1,0 +1,90 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "app/desk/DeskRequests.h"
+#include "app/desk/DeskWindow.h"
+#include "app/desk/Notices.h"
+#include "app/desk/OpenDeck.h"
+#include "app/wiring/AddInHost.h"
+#include "app/wiring/Environment.h"
+#include "app/wiring/ToldOnce.h"
+#include "platform/JobQueue.h"
+#include "web/desk/Desk.h"
+#include "web/desk/DeskServer.h"
+
+namespace app {
+
+/// One deck that is edited in browsers: its windows, and the services by which the system reaches them. What
+/// a handler has changed is told to every window once, when the handler is done.
+class Desk final : public web::Desk {
+ public:
+  /// Opens the deck; its sources are opened behind it. The environment outlives the desk.
+  Desk(Environment& environment, const std::string& path);
+  ~Desk() override;
+  Desk(const Desk&) = delete;
+  Desk& operator=(const Desk&) = delete;
+
+  /// Where changes go from now on; must outlive this object or be taken away (null).
+  void connect(web::DeskServer* server) { server_ = server; }
+  [[nodiscard]] const deck::Presentation& presentation() const { return *open_->presentation; }
+  /// Breaks off what is being waited for.
+  void shutDown() { jobs_.cancelAll(); }
+
+  void opened(const std::string& window) override;
+  void forget(const std::string& window) override;
+  json::Json state(const std::string& window) override;
+  void repeat(const std::string& window) override;
+  json::Json act(const std::string& window, std::string_view path, const json::Json& body) override;
+  json::Json look(std::string_view path, std::string_view query) override;
+  [[nodiscard]] std::string assets() const override { return assets_; }
+  std::optional<web::Asset> asset(std::string_view name) override;
+  web::Download deck() override;
+  void takeDeck(std::string bytes) override;
+
+ private:
+  /// Puts the desk's services in force, and the former ones back.
+  class Services {
+   public:
+    Services(host::MessageBox& messages, host::Jobs& jobs);
+    ~Services() { host::Use(usual_); }
+    Services(const Services&) = delete;
+    Services& operator=(const Services&) = delete;
+
+   private:
+    host::Services usual_;
+  };
+
+  DeskWindow& window(const std::string& name);
+  /// Every key but the slide's markup.
+  json::Json present(const DeskWindow& window);
+  [[nodiscard]] json::Json deckJson() const;
+  [[nodiscard]] json::Json jobsJson() const;
+  [[nodiscard]] json::Json othersJson(const DeskWindow& window) const;
+  void requestFlush();
+  void flush();
+  void tell(DeskWindow& window, const std::set<DeskSlides::Place>& changed);
+
+  Environment& environment_;
+  const std::string assets_;
+  /// Lets a posted flush see that this object is gone.
+  std::shared_ptr<Desk*> self_ = std::make_shared<Desk*>(this);
+  ToldOnce problems_;
+  Notices notices_;
+  platform::JobQueue jobs_;
+  Services services_;
+  AddInHost host_;
+  std::unique_ptr<OpenDeck> open_;
+  std::map<std::string, std::unique_ptr<DeskWindow>> windows_;
+  std::unique_ptr<host::Timer> clock_;
+  web::DeskServer* server_ = nullptr;
+  bool isFlushRequested_ = false;
+};
+
+}  // namespace app

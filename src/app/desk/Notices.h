@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/services.h"
+#include "json/Json.h"
+
+namespace app {
+
+/// What authors are told and keep until they put it away; the windows of a desk show it above their data.
+/// Also the system's message boxes: what they tell becomes a notice, and nobody waits for an answer.
+class Notices final : public host::MessageBox {
+ public:
+  enum class Level { Info, Warning, Error };
+  struct Action {
+    std::string id;
+    std::string caption;
+    std::function<void()> run;
+  };
+
+  /// `changed` is called whenever a notice comes or goes; must not throw.
+  explicit Notices(std::function<void()> changed) : changed_(std::move(changed)) {}
+
+  /// Answers its id. A text that stands already is not told twice. Of more than the newest 20 the oldest go.
+  int tell(Level level, std::string text, std::string details = {}, std::vector<Action> actions = {});
+  void dismiss(int id);
+  /// Puts the notice away and does what the action means; an error for what is not there.
+  void press(int id, std::string_view action);
+  /// docs/desk-protocol.md, notices.
+  [[nodiscard]] json::Json toJson() const;
+
+  /// OK; of a question with Yes and No, No.
+  host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
+
+ private:
+  struct Notice {
+    int id = 0;
+    Level level = Level::Info;
+    std::string text;
+    std::string details;
+    std::vector<Action> actions;
+  };
+
+  std::function<void()> changed_;
+  std::vector<Notice> all_;
+  int lastId_ = 0;
+};
+
+}  // namespace app
