@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "app/desk/OpenDeck.h"
-#include "deck/objects/Application.h"
 
 namespace app {
 
@@ -25,6 +24,6 @@ struct ColumnLink {
 
 /// Links the shapes and fills them, as one step that can be undone. An error for shapes that cannot take a
 /// column, and for a row or column that is none; then nothing is done.
-void linkColumn(deck::Application& application, OpenDeck& open, const ColumnLink& wish);
+void linkColumn(OpenDeck& open, const ColumnLink& wish);
 
 }  // namespace app

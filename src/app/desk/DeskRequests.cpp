@@ -108,7 +108,7 @@ void DeskRequests::link(DeskWindow& window, const Json& body) const {
   wish.shapes = body.at("shapes").get<std::vector<std::uint32_t>>();
   wish.slide = slideOf(body);
   wish.countsUp = body.value("countUp", false);
-  linkColumn(application_, open_, wish);
+  linkColumn(open_, wish);
 }
 
 Json DeskRequests::slide(std::string_view id) const {
