@@ -58,4 +58,17 @@ std::string DatabaseString(std::string_view text) {
   return SqliteString(text);
 }
 
+std::string StatementOrTable(std::string text) {
+  constexpr std::string_view First = "SELECT";
+  const std::size_t start = text.find_first_not_of(" \r\n");
+  if (start == std::string::npos) return {};
+  text.erase(0, start);
+  const bool isStatement = basic::UCase(std::string_view(text).substr(0, First.size())) == First;
+  if (isStatement && text.size() > First.size() &&
+      (text[First.size()] == '\n' || text[First.size()] == '\r')) {
+    text[First.size()] = ' ';
+  }
+  return text;
+}
+
 }  // namespace LF2000

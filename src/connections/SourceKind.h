@@ -19,4 +19,8 @@ std::string SqliteString(std::string_view path);
 /// ("plant.db"); any other text as it is.
 std::string DatabaseString(std::string_view text);
 
+/// What an author wrote of a statement or of a table's name, as a connection tells them apart: by the first
+/// word and a blank behind it. In statements from files it is a line break as often.
+std::string StatementOrTable(std::string text);
+
 }  // namespace LF2000

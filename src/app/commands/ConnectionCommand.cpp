@@ -13,9 +13,11 @@
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
+#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "connections/SourceKind.h"
 #include "json/Json.h"
+#include "model/modConnections.h"
 #include "model/modTags.h"
 #include "platform/Console.h"
 
@@ -159,27 +161,13 @@ void become(ConnectionKind kind, clsConnection& connection) {
   if (kind == ConnectionKind::Database) connection.RecordsetRefreshRate(DefaultRefresh);
 }
 
-/// A statement is told from the name of a table by its first word and a blank; in
-/// statements from a file it is a line break as often.
-std::string normalized(std::string sql) {
-  constexpr std::string_view First = "SELECT";
-  const std::size_t start = sql.find_first_not_of(" \r\n");
-  if (start == std::string::npos) return {};
-  sql.erase(0, start);
-  const bool isStatement = basic::UCase(std::string_view(sql).substr(0, First.size())) == First;
-  if (isStatement && sql.size() > First.size() && (sql[First.size()] == '\n' || sql[First.size()] == '\r')) {
-    sql[First.size()] = ' ';
-  }
-  return sql;
-}
-
 void apply(const ConnectionOptions& options, clsConnection& connection) {
   if (options.description) connection.ConnectionDescription(*options.description);
   if (options.file) connection.ConnectionFileString(*options.file);
   if (options.sheet) connection.ConnectionSheet(*options.sheet);
   if (options.range) connection.ConnectionRange(*options.range);
   if (options.connectionString) connection.ConnectionString(*options.connectionString);
-  if (options.sql) connection.RecordsetSQL(normalized(*options.sql));
+  if (options.sql) connection.RecordsetSQL(LF2000::StatementOrTable(*options.sql));
   if (options.columns) connection.RecordsetColumns(*options.columns);
   if (options.refresh) connection.RecordsetRefreshRate(*options.refresh);
   if (options.header) connection.ConnectionFirstRowFieldNames(true);
@@ -223,12 +211,13 @@ void add(ConnectionOptions options) {
   Editing editing(options.deck);
   editing.keepsBackup = options.backup;
   requireAllUnderstood(*editing.deck, "");
-  const std::string number = editing.linked.NewConnectionTagNumber();
-  if (number.empty()) fail(options.deck + ": there is no number for the connection; it was not added.");
-  if (number.size() > 3) {
-    fail(options.deck +
-         ": connection numbers end at 999, and that one is taken; new numbers follow the largest.");
-  }
+  const std::string number = [&] {
+    try {
+      return LF2000::modConnections::NewNumber(editing.linked);
+    } catch (const basic::Error& error) {
+      fail(options.deck + ": " + error.description);
+    }
+  }();
   connection->ConnectionTagNumber(number);
   connection->ActivePresentationName(editing.deck->FullName());
   connection->DesignMode(true);
