@@ -63,6 +63,7 @@ StoredPassword::StoredPassword(std::string connectionString) : stored_(std::move
     from = std::min(end + 1, stored_.size());
   }
   shown_ += stored_.substr(from);
+  if (IsSet() && from == stored_.size() && shown_.ends_with(';')) shown_.pop_back();
 }
 
 bool StoredPassword::Fits(std::string_view shown) const {

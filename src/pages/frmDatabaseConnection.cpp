@@ -128,7 +128,7 @@ void frmDatabaseConnection::Describe(clsConnection& connection) const {
 
 bool frmDatabaseConnection::Check() {
   if (!CheckSource()) return false;
-  if (!Require(txtSQL_, txtSQL_.Text(),
+  if (!Require(txtSQL_, StatementOrTable(txtSQL_.Text()),
                "Say what to read of the database: a SELECT statement, or the name of a table.")) {
     return false;
   }

@@ -130,7 +130,7 @@ void frmDatabaseConnection::ShowPassword() {
                         : "");
   cmdReplacePassword_.Caption(isStored ? "Re&place" : "&Keep the one that is set");
   cmdReplacePassword_.Visible(stored_.IsSet());
-  cmdRemovePassword_.Visible(isStored);
+  cmdRemovePassword_.Visible(password_ != Password::None && stored_.IsSet());
 }
 
 bool frmDatabaseConnection::CheckSource() {
@@ -141,17 +141,19 @@ bool frmDatabaseConnection::CheckSource() {
       !Require(txtConnectionString_, text, "Choose the kind of database, or type a connection string.")) {
     return false;
   }
-  if (password_ == Password::Stored && !stored_.Fits(text)) {
-    Complain(txtPassword_, "Enter the password for the new server.");
-    password_ = Password::Typed;
-    ShowPassword();
-    Focus(txtPassword_);
+  if (password_ == Password::Typed && !txtPassword_.Text().empty() &&
+      !Require(txtPassword_, txtPassword_.Text(), "A password is more than blanks.")) {
     return false;
   }
-  if (password_ != Password::Typed) return true;
-  // Pressed again without one, there is none.
-  return txtPassword_.Text().empty() ||
-         Require(txtPassword_, txtPassword_.Text(), "Enter the password for the new server.");
+  const bool fits = stored_.Fits(text);
+  if (password_ == Password::Stored && !fits) password_ = Password::Typed;
+  // One that is set goes only when its author removes it.
+  if (password_ != Password::Typed || !stored_.IsSet() || !txtPassword_.Text().empty()) return true;
+  ShowPassword();
+  Complain(txtPassword_,
+           fits ? "Enter the new password, or press Remove." : "Enter the password for the new server.");
+  Focus(txtPassword_);
+  return false;
 }
 
 std::string frmDatabaseConnection::WholeConnectionString() const {

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,6 +44,8 @@ class ExcelProgram final : public Excel::Factory {
   bool readOnly = false;
   bool ignoresRemoteRequests = false;
   std::vector<std::pair<std::string, SheetData>> sheets;
+  /// The ranges that its sheets know.
+  std::set<std::string> ranges = {"B3:D9"};
 
  private:
   struct OneCell final : Excel::Cell {
@@ -72,13 +75,15 @@ class ExcelProgram final : public Excel::Factory {
     const SheetData& data;
   };
   struct Sheet final : Excel::Worksheet {
-    explicit Sheet(const std::pair<std::string, SheetData>& sheet) : content(sheet) {}
+    Sheet(const std::pair<std::string, SheetData>& sheet, const std::set<std::string>& known)
+        : content(sheet), ranges(known) {}
     std::string Name() const override { return content.first; }
     std::shared_ptr<Excel::Range> Range(std::string_view reference) override {
-      if (reference != "B3:D9") throw basic::Error(1004, "fake Excel", "no such range");
+      if (!ranges.contains(std::string(reference))) throw basic::Error(1004, "fake Excel", "no such range");
       return std::make_shared<WholeSheet>(content.second);
     }
     const std::pair<std::string, SheetData>& content;
+    const std::set<std::string>& ranges;
   };
   struct Book final : Excel::Workbook, Excel::Sheets, std::enable_shared_from_this<Book> {
     explicit Book(ExcelProgram& owner) : program(owner) {}
@@ -87,11 +92,11 @@ class ExcelProgram final : public Excel::Factory {
     void Close() override { ++program.closed; }
     std::int32_t Count() const override { return static_cast<std::int32_t>(program.sheets.size()); }
     std::shared_ptr<Excel::Worksheet> Item(std::int32_t index) override {
-      return std::make_shared<Sheet>(program.sheets.at(static_cast<std::size_t>(index) - 1));
+      return std::make_shared<Sheet>(program.sheets.at(static_cast<std::size_t>(index) - 1), program.ranges);
     }
     std::shared_ptr<Excel::Worksheet> Item(std::string_view name) override {
       for (const auto& sheet : program.sheets) {
-        if (sheet.first == name) return std::make_shared<Sheet>(sheet);
+        if (sheet.first == name) return std::make_shared<Sheet>(sheet, program.ranges);
       }
       throw basic::Error(9, "fake Excel", "no sheet " + std::string(name));
     }
