@@ -17,6 +17,7 @@ import {
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { fileURLToPath } from "node:url";
+import { Desk } from "./desk.mjs";
 import { Show } from "./show.mjs";
 import { patience } from "./wait.mjs";
 
@@ -114,6 +115,14 @@ export class Sandbox {
     this.shows.push(show);
     await show.started();
     return show;
+  }
+
+  // Opens a deck for its author, on a free port unless one is given.
+  async edit(deck, ...args) {
+    const desk = new Desk(this, deck, args.map(String));
+    this.shows.push(desk);
+    await desk.started();
+    return desk;
   }
 
   // The entries of the errors log; the text of one may run over several lines.

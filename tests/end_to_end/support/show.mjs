@@ -6,9 +6,11 @@ import { patience, until, within } from "./wait.mjs";
 import { EventLog } from "./events.mjs";
 
 export class Show {
+  static verb = "show";
+
   constructor(sandbox, deck, args) {
     const port = args.includes("--port") ? [] : ["--port", "0"];
-    const [command, ...line] = [...sandbox.before, sandbox.program, "show", deck, ...port, ...args];
+    const [command, ...line] = [...sandbox.before, sandbox.program, this.constructor.verb, deck, ...port, ...args];
     this.out = "";
     this.error = "";
     this.process = spawn(command, line, {

@@ -43,6 +43,7 @@ export function createFrames({ state, watch }, { overlay }) {
     h(
       "div",
       { class: "frame-of", role: "option" },
+      h("span", { class: "said" }),
       h("em", { class: "badge", "aria-hidden": "true" }),
       h("span", { class: "preview", "aria-hidden": "true" }),
     );
@@ -58,7 +59,6 @@ export function createFrames({ state, watch }, { overlay }) {
       (frame, shape, order) => {
         set(frame, {
           id: `shape-${shape.id}`,
-          "aria-label": shape.name,
           "aria-description": description(shape, state),
           "data-state": shape.link?.state ?? null,
           "data-linked": Boolean(shape.link),
@@ -71,7 +71,8 @@ export function createFrames({ state, watch }, { overlay }) {
         style.setProperty("--h", shape.height);
         style.setProperty("--turn", `${shape.rotation ?? 0}deg`);
         style.zIndex = order;
-        set(frame.firstElementChild, { text: linkText(shape), hidden: !shape.link });
+        set(frame.children[0], { text: shape.name });
+        set(frame.children[1], { text: linkText(shape), hidden: !shape.link });
       },
     );
     mark();

@@ -28,7 +28,12 @@ export function createShapes(desk) {
   }
 
   function make({ id }) {
-    const line = h("div", { class: "shape-of", role: "option" }, h("span", { class: "name" }), h("small"));
+    const line = h(
+      "div",
+      { class: "shape-of", role: "option" },
+      h("span", { class: "name" }),
+      h("small", { "aria-hidden": "true" }),
+    );
     line.addEventListener("click", (event) => {
       line.focus();
       choose(id, event);
@@ -66,7 +71,6 @@ export function createShapes(desk) {
         set(note, { text: linkText(shape) || why(shape) });
         set(line, {
           "aria-selected": String(state.chosen.shapes.includes(shape.id)),
-          "aria-label": shape.name,
           "aria-description": [shape.kind, linkText(shape), shape.link?.message, why(shape)].filter(Boolean).join(", "),
           "data-part": Boolean(shape.group),
           "data-why-not": Boolean(shape.whyNot),

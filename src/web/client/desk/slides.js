@@ -67,6 +67,7 @@ export function createSlides(desk) {
     const option = h(
       "div",
       { class: "slide-of", role: "option", "data-id": id },
+      h("span", { class: "said" }),
       h("span", { class: "index", "aria-hidden": "true" }),
       h("div", { class: "sheet" }, picture),
       h("span", { class: "mark", "aria-hidden": "true" }),
@@ -96,12 +97,12 @@ export function createSlides(desk) {
       ({ id }) => id,
       make,
       (option, slide) => {
-        const [index, , note] = option.children;
+        const [said, index, , note] = option.children;
         const isChosen = slide.id === state.chosen.slide;
+        set(said, { text: nameOf(slide) });
         set(index, { text: slide.index });
         set(note, { text: mark(slide), hidden: !mark(slide), "data-problem": slide.problems > 0 });
         set(option, {
-          "aria-label": nameOf(slide),
           "aria-description": slide.hides ? `hides: ${slide.hides}` : null,
           title: slide.hides ? `Hides: ${slide.hides}` : null,
           "aria-selected": String(isChosen),

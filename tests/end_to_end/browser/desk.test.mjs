@@ -1,0 +1,129 @@
+// The desk in a browser: choosing, linking, undoing and saving, by pointer and by keyboard.
+
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { test } from "node:test";
+import { gzipSync } from "node:zlib";
+import { openScreen, useBrowser } from "../support/browser.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { until } from "../support/wait.mjs";
+
+useBrowser();
+
+async function openDesk(t, sample, { prepare, ...options } = {}) {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample(sample);
+  prepare?.(sandbox, deck);
+  const desk = await sandbox.edit(deck);
+  const page = await openScreen(t, desk.url, options);
+  const stage = page.getByRole("listbox", { name: "Slide 1", exact: true });
+  await stage.waitFor();
+  return { sandbox, deck, desk, page, stage, shape: (name) => stage.getByRole("option", { name, exact: true }) };
+}
+
+const chosen = (list) =>
+  list.locator("[aria-selected=true]").evaluateAll((all) => all.map((each) => each.firstElementChild.textContent));
+
+test("shapes are chosen by pointer and keys, on the slide and in the list", async (t) => {
+  const { page, stage, shape } = await openDesk(t, "departures");
+  const list = page.getByRole("listbox", { name: "Shapes", exact: true });
+  const seesChosen = (...names) =>
+    until(`${names} chosen`, async () => (await chosen(stage)).sort().join() === names.sort().join());
+
+  await shape("r1 Gate").click();
+  await seesChosen("r1 Gate");
+  await shape("r2 Gate").click({ modifiers: ["Shift"] });
+  await shape("r3 Gate").click({ modifiers: ["Control"] });
+  await seesChosen("r1 Gate", "r2 Gate", "r3 Gate");
+  await shape("r2 Gate").click({ modifiers: ["Control"] });
+  await seesChosen("r1 Gate", "r3 Gate");
+  assert.deepEqual((await chosen(list)).sort(), ["r1 Gate", "r3 Gate"]);
+
+  // A rectangle takes what lies wholly inside of it.
+  const [from, to] = [await shape("r1 Time").boundingBox(), await shape("r2 Flight").boundingBox()];
+  await page.mouse.move(from.x - 4, from.y - 4);
+  await page.mouse.down();
+  await page.mouse.move(to.x + to.width + 4, to.y + to.height + 4, { steps: 3 });
+  await page.mouse.up();
+  await seesChosen("r1 Time", "r2 Time", "r1 Flight", "r2 Flight");
+
+  // Keys go to the next one, to the nearest one, and away.
+  await page.keyboard.press("Escape");
+  await seesChosen();
+  await shape("r1 Time").click();
+  await page.keyboard.press("ArrowDown");
+  await seesChosen("r2 Time");
+  await page.keyboard.press("ArrowRight");
+  await seesChosen("r2 Flight");
+  await page.keyboard.press("Shift+ArrowDown");
+  await seesChosen("r2 Flight", "r3 Flight");
+  await page.keyboard.press("F6");
+  await page.keyboard.press("Alt+F10");
+  await page.keyboard.press("ArrowDown");
+  await until("one chosen in the list", async () => (await chosen(list)).length === 1);
+  await page.keyboard.press("PageDown");
+  await page.getByRole("listbox", { name: "Slide 2", exact: true }).waitFor();
+  assert.deepEqual(page.faults, []);
+});
+
+test("a cell under the pointer lights its shape, and the reverse", async (t) => {
+  const { page, shape } = await openDesk(t, "departures");
+  const cell = page.getByRole("grid", { name: "Data" }).locator("tr[data-row='2'] td[data-column='3']");
+  await cell.hover();
+  await page.locator(".frame-of[data-lit]").waitFor();
+  assert.equal(await page.locator(".frame-of[data-lit] .said").innerText(), "r2 Gate");
+  await shape("r3 Gate").hover();
+  await until("the cell lit", async () => (await page.locator("td[data-lit]").count()) === 1);
+  assert.equal(await page.locator("td[data-lit]").locator("..").getAttribute("data-row"), "3");
+});
+
+// The files that the page is made of: what is missing in its list of them comes late, one after the other.
+test("the page names all that it needs, within its size", async (t) => {
+  const { page } = await openDesk(t, "departures");
+  const { named, loaded } = await page.evaluate(() => ({
+    named: [...document.querySelectorAll("link[rel=modulepreload], script[src], link[rel=stylesheet]")].map(
+      (each) => each.src || each.href,
+    ),
+    loaded: performance
+      .getEntriesByType("resource")
+      .map(({ name }) => name)
+      .filter((name) => name.includes("/client/")),
+  }));
+  const later = /\/charts\.js$/;
+  assert.deepEqual(
+    loaded.filter((name) => !named.includes(name) && !later.test(name)),
+    [],
+  );
+  const client = loaded.filter((name) => !later.test(name));
+  assert.ok(client.length > 20);
+  const texts = await page.evaluate(
+    (names) => Promise.all(names.map(async (name) => (await fetch(name)).text())),
+    client,
+  );
+  assert.ok(gzipSync(texts.join("\n"), { level: 9 }).length <= 60_000);
+});
+
+test("nothing keeps people from using it, in light and in dark", async (t) => {
+  const axe = readFileSync(new URL("../node_modules/axe-core/axe.min.js", import.meta.url), "utf8");
+  for (const colorScheme of ["light", "dark"]) {
+    const { page, shape } = await openDesk(t, "departures", { colorScheme });
+    const look = async (what) => {
+      const { violations } = await page.evaluate(() => globalThis.axe.run(document, { resultTypes: ["violations"] }));
+      const grave = violations.filter(({ impact }) => impact === "serious" || impact === "critical");
+      assert.deepEqual(
+        grave.map(({ id, nodes }) => `${id}: ${nodes.map(({ html }) => html.slice(0, 160)).join("\n")}`),
+        [],
+        `${what}, ${colorScheme}`,
+      );
+    };
+    await page.evaluate(axe);
+    await look("the page");
+    await shape("r1 Gate").click();
+    await page.getByRole("button", { name: "More commands" }).click();
+    await page.getByRole("menu").waitFor();
+    await look("a menu");
+    await page.getByRole("menuitem", { name: "Keys" }).click();
+    await page.getByRole("dialog", { name: "Keys" }).waitFor();
+    await look("a dialog");
+  }
+});
