@@ -126,6 +126,8 @@ class clsConnection {
     /// Those that succeeded. A file that was looked at and has not changed counts if
     /// it was read then: what is held is what there is.
     std::uint64_t Deliveries = 0;
+    /// When the last of them came; the zero date before the first.
+    basic::Date LastDelivery = {};
     std::uint64_t Failures = 0;
     /// No delivery since the last failure.
     bool IsFailing = false;

@@ -372,6 +372,7 @@ void clsConnection::NoteReading() {
 
 void clsConnection::NoteDelivery() {
   ++readings_.Deliveries;
+  readings_.LastDelivery = host::Current().clock->Now();
   readings_.IsFailing = false;
 }
 

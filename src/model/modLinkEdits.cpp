@@ -30,11 +30,11 @@ void Begin(clsPresentation& presentation, std::string_view label, std::string_vi
   if (const auto& application = modGlobalFunctions::HostApplication) {
     application->StartNewUndoEntry(label, run);
   }
-  if (!modTags::HasVersionTag(*presentation.ActivePresentation())) presentation.SetVersionTag();
+  presentation.RequireVersionTag();
 }
 
-void Show(clsPresentation& presentation, PowerPoint::Slide&, const Shapes&) {
-  presentation.FillValues(false);
+void Show(clsPresentation& presentation, PowerPoint::Slide& slide, const Shapes& shapes) {
+  for (const auto& shape : shapes) presentation.FillShape(slide, shape);
 }
 
 void Link(clsPresentation& presentation, const modManyLinks::Plan& plan, std::string_view label) {

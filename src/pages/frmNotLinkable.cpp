@@ -35,7 +35,6 @@ frmNotLinkable::frmNotLinkable(std::shared_ptr<clsPresentation> presentation, mo
   cmdRename_.Click = [this] { Rename(); };
   AddRow("", {&lblWhy_});
   AddRow("&New name", {&txtName_, &cmdRename_});
-  Reload();
 }
 
 void frmNotLinkable::Reload() {

@@ -13,6 +13,11 @@ frmPage::frmPage(std::string name, std::string caption, Forms::Placement placeme
       where_(placement),
       presentation_(std::move(presentation)) {}
 
+void frmPage::Open() {
+  Reload();
+  Show(where_);
+}
+
 void frmPage::AddOKCancel() {
   if (IsDocked()) return;
   auto& cmdOK = Add<Forms::CommandButton>("cmdOK", "OK");

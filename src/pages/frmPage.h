@@ -13,8 +13,8 @@ namespace LF2000 {
 /// a dialog, it writes on OK. Errors of its handlers are reported by the system's rule.
 class frmPage : public Forms::Form {
  public:
-  /// Shows it in the active window.
-  void Open() { Show(where_); }
+  /// Shows it in the active window, filled in.
+  void Open();
 
   /// The presentation, or its data, have changed behind the page: it shows what there is now. A control whose
   /// content is complained about keeps it.

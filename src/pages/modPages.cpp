@@ -8,6 +8,9 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Error.h"
 #include "host/services.h"
+#include "pages/frmClock.h"
+#include "pages/frmDataField.h"
+#include "pages/frmDataObject.h"
 #include "pages/frmNotLinkable.h"
 #include "pages/modSelected.h"
 
@@ -27,9 +30,15 @@ struct Docked {
 std::map<const PowerPoint::DocumentWindow*, Docked> docked;
 
 /// Null where the kind has no page.
-std::shared_ptr<frmPage> PageFor(const std::shared_ptr<clsPresentation>& presentation,
+std::shared_ptr<frmPage> PageFor(Forms::Placement where, const std::shared_ptr<clsPresentation>& presentation,
                                  const Selected& selected) {
   switch (selected.Page) {
+    case Kind::Field:
+      return std::make_shared<frmDataField>(where, presentation, selected);
+    case Kind::Clock:
+      return std::make_shared<frmClock>(where, presentation, selected);
+    case Kind::Object:
+      return std::make_shared<frmDataObject>(where, presentation, selected);
     case Kind::NotLinkable:
       return std::make_shared<frmNotLinkable>(presentation, selected);
     default:
@@ -45,8 +54,16 @@ void BringUpToDate(frmPage& page) {
 
 void Install() { modPropertyPages::OpenWith(Open); }
 
-void Open(Page, const std::shared_ptr<clsPresentation>&) {
-  throw basic::Error(basic::AdapterError, "modPages", "This page is not there yet.");
+void Open(Page page, const std::shared_ptr<clsPresentation>& presentation) {
+  const Selected selected = modSelected::LookFor(page, presentation->ActivePresentation());
+  const bool isOfShapes = page != Page::Slide && page != Page::SlideShow;
+  if (isOfShapes && selected.Shapes.empty()) {
+    throw basic::Error(basic::AdapterError, "modPages",
+                       selected.LeftOut.empty() ? "Select a shape first." : selected.LeftOut + ".");
+  }
+  const auto form = PageFor(Forms::Placement::Dialog, presentation, selected);
+  if (!form) throw basic::Error(basic::AdapterError, "modPages", "This page is not there yet.");
+  form->Open();
 }
 
 void Dock(const std::shared_ptr<clsPresentation>& presentation) {
@@ -63,7 +80,7 @@ void Dock(const std::shared_ptr<clsPresentation>& presentation) {
   if (standing && standing->IsShown() && standing->Presentation() == presentation && place.Key == key) {
     return BringUpToDate(*standing);
   }
-  const auto page = PageFor(presentation, selected);
+  const auto page = PageFor(Forms::Placement::Docked, presentation, selected);
   if (!page) return;
   place = {key, page};
   page->Open();

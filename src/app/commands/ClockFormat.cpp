@@ -1,8 +1,7 @@
 #include "app/commands/ClockFormat.h"
 
 #include "app/wiring/Failure.h"
-#include "basic/Date.h"
-#include "basic/Format.h"
+#include "model/modClockFormat.h"
 
 namespace app {
 
@@ -19,10 +18,7 @@ constexpr const char* Signs =
 }  // namespace
 
 void requireClockFormat(const std::string& format) {
-  // Two moments that have nothing in common, whatever sign tells of them.
-  static const basic::Date one = basic::DateFrom(2001, 1, 1, 1, 1, 1);
-  static const basic::Date other = basic::DateFrom(2023, 12, 30, 23, 58, 59);
-  if (basic::Format(one, format) != basic::Format(other, format)) return;
+  if (LF2000::modClockFormat::ShowsTime(format)) return;
   throw UsageError("link: the clock format '" + format +
                    "' holds no sign of a date or a time. Signs are:" + Signs);
 }
