@@ -15,11 +15,6 @@ namespace modTags = LF2000::modTags;
 
 bool isDisplayType(const deck::Tag& tag) { return modTags::Matches(tag.name, modTags::DisplayType); }
 
-bool isLinked(const std::vector<deck::Tag>& tags) {
-  return std::any_of(tags.begin(), tags.end(),
-                     [](const deck::Tag& tag) { return modTags::IsColumnTag(tag.name); });
-}
-
 deck::TagList& tagsOf(deck::Presentation& presentation, const deck::OwnerPlace& place) {
   return presentation.tagStore().of(*place.part, place.node);
 }
@@ -52,6 +47,11 @@ class Putting {
 };
 
 }  // namespace
+
+bool isLinked(const OwnerState& state) {
+  return std::any_of(state.tags.begin(), state.tags.end(),
+                     [](const deck::Tag& tag) { return modTags::IsColumnTag(tag.name); });
+}
 
 bool isSame(const OwnerState& a, const OwnerState& b) {
   if (a.name != b.name) return false;
@@ -101,7 +101,7 @@ std::shared_ptr<const OwnerState> EditLog::read(const deck::OwnerId& owner, cons
   state->tags = tagsOf(*presentation_, *place).all();
   if (!presentationml::isShape(place->node)) return state;
   state->name = presentationml::shapeName(place->node);
-  if (isLinked(state->tags)) return state;
+  if (isLinked(*state)) return state;
   auto content = std::make_shared<deck::OwnContent>(*presentation_, *place);
   state->content = known != nullptr && known->content && known->content->isSame(*content)
                        ? known->content

@@ -20,6 +20,8 @@ struct OwnerState {
   std::shared_ptr<const deck::OwnContent> content;
 };
 
+/// Whether it is that of a linked shape.
+[[nodiscard]] bool isLinked(const OwnerState& state);
 /// Whether both mean the same to an author. The display type is a view, written when the deck is saved, and
 /// does not count.
 [[nodiscard]] bool isSame(const OwnerState& a, const OwnerState& b);

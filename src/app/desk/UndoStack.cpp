@@ -32,6 +32,14 @@ bool UndoStack::end() {
   return true;
 }
 
+StepEffect UndoStack::add(const std::string& label, OwnerChanges changes) {
+  end();
+  endRun();
+  undone_.clear();
+  if (!changes.empty()) done_.push_back({label, {}, changes});
+  return effectOf({label, {}, std::move(changes)});
+}
+
 void UndoStack::merge(OwnerChanges changes) {
   OwnerChanges& merged = done_.back().changes;
   for (OwnerChange& change : changes) {
@@ -95,10 +103,16 @@ void UndoStack::follow(EditLog& log, const Translate& translate) {
 
 StepEffect UndoStack::apply(const Step& step, bool isUndo) {
   endRun();
+  for (const OwnerChange& change : step.changes) {
+    log_->put(change.owner, isUndo ? change.before : change.after);
+  }
+  return effectOf(step);
+}
+
+StepEffect UndoStack::effectOf(const Step& step) {
   StepEffect effect;
   effect.label = step.label;
   for (const OwnerChange& change : step.changes) {
-    log_->put(change.owner, isUndo ? change.before : change.after);
     if (change.owner.isPresentation()) {
       effect.presentation = true;
     } else {

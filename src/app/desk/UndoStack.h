@@ -40,6 +40,8 @@ class UndoStack {
   void begin(std::string_view label, std::string_view run);
   /// Answers whether there is a new step, or more in the last one.
   bool end();
+  /// Takes changes that were put without the log's hearing as a step, and tells what they have touched.
+  StepEffect add(const std::string& label, OwnerChanges changes);
   /// The next step is one of its own.
   void endRun() { isRunOver_ = true; }
 
@@ -69,6 +71,7 @@ class UndoStack {
 
   void merge(OwnerChanges changes);
   StepEffect apply(const Step& step, bool isUndo);
+  static StepEffect effectOf(const Step& step);
 
   EditLog* log_;
   std::string label_;

@@ -39,6 +39,10 @@ class Application final : public PowerPoint::Application, public std::enable_sha
   /// Takes a version of a deck that was read already from the file of the package's name, though another
   /// version may be open, and raises PresentationOpen.
   std::shared_ptr<Presentation> open(std::unique_ptr<opc::Package> package, const opc::FileState& state);
+  /// The same with a presentation that was made of such a version, and perhaps edited already.
+  std::shared_ptr<Presentation> open(std::shared_ptr<Presentation> version) {
+    return announce(std::move(version));
+  }
   /// Takes a package that is no file yet and raises NewPresentation.
   std::shared_ptr<Presentation> add(std::unique_ptr<opc::Package> package);
   /// Raises PresentationClose, then forgets the presentation. What was not saved

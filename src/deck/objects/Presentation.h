@@ -64,6 +64,8 @@ class Presentation final : public PowerPoint::Presentation,
   [[nodiscard]] const std::vector<Damage>& damages() const { return damages_; }
   /// What the file was when it was read or written last; nothing when there is none.
   [[nodiscard]] const std::optional<opc::FileState>& fileState() const { return state_; }
+  /// The file has another state and, as the caller has seen, the same bytes.
+  void acceptFileState(const std::optional<opc::FileState>& state) { state_ = state; }
   /// The presentation part.
   [[nodiscard]] opc::Part& part() const { return *part_; }
   [[nodiscard]] std::int32_t slideCount() const;

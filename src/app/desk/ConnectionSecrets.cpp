@@ -1,0 +1,62 @@
+#include "app/desk/ConnectionSecrets.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "basic/ConnectionString.h"
+#include "basic/Strings.h"
+#include "model/modTags.h"
+
+namespace app {
+namespace {
+
+constexpr std::size_t ConnectionString = 2;
+
+std::string stringWithoutSecrets(std::string_view text) {
+  const auto settings = basic::ReadConnectionString(text);
+  const bool isReadable =
+      std::all_of(settings.begin(), settings.end(), [](const auto& each) { return each.fault.empty(); });
+  // Where the parts of one that cannot be read end is anybody's guess.
+  if (!isReadable) return {};
+  std::string kept(text);
+  for (auto setting = settings.rbegin(); setting != settings.rend(); ++setting) {
+    if (basic::IsSecretKey(setting->key) || basic::MayHoldSecret(setting->value)) {
+      kept = basic::WithConnectionValue(kept, *setting, {});
+    }
+  }
+  return kept;
+}
+
+std::string fieldWithoutSecrets(std::size_t index, const std::string& field) {
+  if (!basic::MayHoldSecret(field)) return field;
+  return index == ConnectionString ? stringWithoutSecrets(field) : std::string();
+}
+
+std::string joined(const std::vector<std::string>& fields) {
+  std::string text;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (i > 0) text += LF2000::modTags::FieldSeparator;
+    text += fields[i];
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string withoutSecrets(std::string_view tag) {
+  auto fields = basic::Split(tag, LF2000::modTags::FieldSeparator);
+  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = fieldWithoutSecrets(i, fields[i]);
+  return joined(fields);
+}
+
+std::string withSecretsOf(std::string_view known, std::string_view tag) {
+  const auto source = basic::Split(known, LF2000::modTags::FieldSeparator);
+  auto fields = basic::Split(tag, LF2000::modTags::FieldSeparator);
+  for (std::size_t i = 0; i < std::min(fields.size(), source.size()); ++i) {
+    if (fieldWithoutSecrets(i, source[i]) == fields[i]) fields[i] = source[i];
+  }
+  return joined(fields);
+}
+
+}  // namespace app
