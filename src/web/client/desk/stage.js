@@ -97,6 +97,8 @@ export function createStage(desk) {
 
   async function draw() {
     const slide = state.slide;
+    main.toggleAttribute("data-hides", Boolean(slide?.hides));
+    if (slide && !slide.html && slide.id === shownSlide) return; // its shapes have changed, one by one
     if (!slide?.html) {
       place(viewport, state.slides?.length === 0 ? set(empty, { text: "The deck has no slides." }) : empty);
       return;
@@ -114,7 +116,6 @@ export function createStage(desk) {
     }
     shownSlide = slide.id;
     place(viewport, canvas);
-    main.toggleAttribute("data-hides", Boolean(slide.hides));
     measure();
   }
 
