@@ -7,8 +7,11 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modVersionSpecific.h"
+#include "host/forms.h"
 #include "host/services.h"
+#include "model/modCommandState.h"
 #include "model/modTags.h"
+#include "pages/modPages.h"
 
 namespace LF2000 {
 
@@ -24,6 +27,7 @@ void CatchError() {
 }  // namespace
 
 Application::~Application() {
+  modCommandState::ToldTo({});
   if (gppApp) gppApp->Advise(nullptr);
   modGlobalFunctions::HostApplication = nullptr;
 }
@@ -35,14 +39,30 @@ void Application::InitHandler(const std::shared_ptr<PowerPoint::Application>& ho
   gppApp->Advise(this);
   modGlobalFunctions::HostApplication = gppApp;
   progId_ = progId;
+  modPages::Install();
   if (!modVersionSpecific::InstallationOK(*gppApp)) return;
   Log(DebugKind::Information, "Opening menu");
+  if (modGlobalFunctions::InfoSetting("HideUserInterface") != "1") BuildCommands();
+}
+
+void Application::BuildCommands() {
+  const auto bars = gppApp->CommandBars();
+  if (!bars) return;
+  commands_.Build(*bars);
+  modCommandState::ToldTo(
+      {[this](std::int32_t code) { commands_.DisplayType(code); }, [this] { UpdateCommandState(); }});
+  UpdateCommandState();
+}
+
+void Application::UpdateCommandState() try { commands_.Update(); } catch (...) {
+  CatchError();
 }
 
 void Application::UnInitHandler() {
   using modGlobalFunctions::ExcelState;
   using modGlobalFunctions::ExcelStatus;
   Log(DebugKind::Information, "UnInitHandler");
+  commands_.Delete();
   if (ExcelStatus(false, false) == ExcelState::Started) ExcelStatus(false, true);
 }
 
@@ -65,6 +85,7 @@ void Application::NewPresentation(const std::shared_ptr<PowerPoint::Presentation
   entry->ActivePresentation(presentation);
   if (gppApp->Presentations()->Count() == 1) Presentations.clear();
   Presentations.push_back(std::move(entry));
+  UpdateCommandState();
 } catch (...) {
   CatchError();
 }
@@ -77,6 +98,7 @@ void Application::PresentationOpen(const std::shared_ptr<PowerPoint::Presentatio
   auto entry = std::make_shared<clsPresentation>();
   entry->ActivePresentation(presentation);
   Presentations.push_back(std::move(entry));
+  UpdateCommandState();
   presentation->Saved(true);
 } catch (...) {
   CatchError();
@@ -84,10 +106,11 @@ void Application::PresentationOpen(const std::shared_ptr<PowerPoint::Presentatio
 
 void Application::PresentationClose(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
   Log(DebugKind::Event, "gppApp_PresentationClose");
-  const auto entry = Find(presentation);
-  if (!entry) return;
-  Log(DebugKind::Event, presentation->FullName() + "gppApp_PresentationClose:");
-  Presentations.erase(std::find(Presentations.begin(), Presentations.end(), entry));
+  if (const auto entry = Find(presentation)) {
+    Log(DebugKind::Event, presentation->FullName() + "gppApp_PresentationClose:");
+    Presentations.erase(std::find(Presentations.begin(), Presentations.end(), entry));
+  }
+  UpdateCommandState();
 } catch (...) {
   CatchError();
 }
@@ -161,13 +184,27 @@ void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& 
   CatchError();
 }
 
-void Application::WindowSelectionChange(const std::shared_ptr<PowerPoint::Selection>&) {
+void Application::WindowSelectionChange(const std::shared_ptr<PowerPoint::Selection>&) try {
   Log(DebugKind::Event, "gppApp_WindowSelectionChange");
+  UpdateCommandState();
+  if (const auto window = gppApp->ActiveWindow()) DockPage(window->Presentation());
+} catch (...) {
+  CatchError();
 }
 
-void Application::WindowActivate(const std::shared_ptr<PowerPoint::Presentation>&,
-                                 const std::shared_ptr<PowerPoint::DocumentWindow>&) {
+void Application::WindowActivate(const std::shared_ptr<PowerPoint::Presentation>& presentation,
+                                 const std::shared_ptr<PowerPoint::DocumentWindow>&) try {
   Log(DebugKind::Event, "gppApp_WindowActivate");
+  UpdateCommandState();
+  DockPage(presentation);
+} catch (...) {
+  CatchError();
+}
+
+void Application::DockPage(const std::shared_ptr<PowerPoint::Presentation>& presentation) const {
+  const Forms::View* view = host::Current().forms;
+  const auto entry = Find(presentation);
+  if (view != nullptr && view->Docks() && entry) modPages::Dock(entry);
 }
 
 void Application::PresentationPrint(const std::shared_ptr<PowerPoint::Presentation>&) {

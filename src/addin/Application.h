@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "addin/CommandBars.h"
 #include "addin/support/modDebug.h"
 #include "host/powerpoint.h"
 #include "model/clsPresentation.h"
@@ -21,7 +22,7 @@ class Application final : public PowerPoint::ApplicationEvents {
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  /// Subscribes to the host's events and checks the installation.
+  /// Subscribes to the host's events, checks the installation and puts the commands onto the host's bars.
   void InitHandler(const std::shared_ptr<PowerPoint::Application>& hostApplication,
                    const std::string& progId);
   void UnInitHandler();
@@ -29,6 +30,10 @@ class Application final : public PowerPoint::ApplicationEvents {
   /// The entry of an open presentation; null without one.
   [[nodiscard]] std::shared_ptr<clsPresentation> Find(
       const std::shared_ptr<PowerPoint::Presentation>& presentation) const;
+
+  /// Enables the commands for what is selected in the window in which the author works. Called by whoever
+  /// changes what can be done there (modCommandState).
+  void UpdateCommandState();
 
   /// The runtime of the running show; null between shows.
   [[nodiscard]] clsRuntime* Runtime() const { return runtime_.get(); }
@@ -47,11 +52,17 @@ class Application final : public PowerPoint::ApplicationEvents {
 
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);
+  void BuildCommands();
+  /// Shows the page that fits the selection beside the presentation, where the host has room for it.
+  void DockPage(const std::shared_ptr<PowerPoint::Presentation>& presentation) const;
 
   std::shared_ptr<PowerPoint::Application> gppApp;
   std::string progId_;
   std::vector<std::shared_ptr<clsPresentation>> Presentations;
   std::shared_ptr<clsRuntime> runtime_;
+  CommandBars commands_{[this] {
+    return CommandSelection(*gppApp, [this](const auto& presentation) { return Find(presentation); });
+  }};
 };
 
 }  // namespace LF2000

@@ -6,6 +6,7 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
 #include "model/clsPresentation.h"
+#include "model/modCommandState.h"
 #include "model/modGraph.h"
 #include "model/modLinkedFiles.h"
 #include "model/modTable.h"
@@ -35,6 +36,7 @@ void Begin(clsPresentation& presentation, std::string_view label, std::string_vi
 
 void Show(clsPresentation& presentation, PowerPoint::Slide& slide, const Shapes& shapes) {
   for (const auto& shape : shapes) presentation.FillShape(slide, shape);
+  modCommandState::TellChanged();
 }
 
 void Link(clsPresentation& presentation, const modManyLinks::Plan& plan, std::string_view label) {
@@ -65,6 +67,7 @@ void Unlink(clsPresentation& presentation, const Shapes& shapes) {
     ShowAuthors(*shape, link.SourceType());
     link.RemoveLumenfold();
   }
+  modCommandState::TellChanged();
 }
 
 std::string MoveRows(clsPresentation& presentation, PowerPoint::Slide& slide, const Shapes& shapes,

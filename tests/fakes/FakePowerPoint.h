@@ -346,6 +346,27 @@ class Window final : public PowerPoint::SlideShowWindow,
   PowerPoint::SlideShowPointerType pointer = PowerPoint::SlideShowPointerType::AutoArrow;
 };
 
+/// A window in which the first slide is edited.
+class EditWindow final : public PowerPoint::DocumentWindow,
+                         public PowerPoint::Selection,
+                         public std::enable_shared_from_this<EditWindow> {
+ public:
+  explicit EditWindow(std::shared_ptr<fakes::Presentation> edited) : presentation(std::move(edited)) {}
+  std::shared_ptr<PowerPoint::Presentation> Presentation() override { return presentation; }
+  std::shared_ptr<PowerPoint::Selection> Selection() override { return shared_from_this(); }
+  PowerPoint::SelectionType Type() const override {
+    return shapes.empty() ? PowerPoint::SelectionType::Slides : PowerPoint::SelectionType::Shapes;
+  }
+  std::vector<std::shared_ptr<PowerPoint::Shape>> ShapeRange() override { return shapes; }
+  std::vector<std::shared_ptr<PowerPoint::Slide>> SlideRange() override {
+    if (presentation->Count() == 0) return {};
+    return {presentation->Item(1)};
+  }
+
+  std::shared_ptr<fakes::Presentation> presentation;
+  std::vector<std::shared_ptr<PowerPoint::Shape>> shapes;
+};
+
 class Application final : public PowerPoint::Application,
                           public PowerPoint::Presentations,
                           public std::enable_shared_from_this<Application> {
