@@ -47,7 +47,7 @@ void requireSafety(const EditOptions& options) {
 class EditRun {
  public:
   EditRun(const EditOptions& options, Environment& environment)
-      : options_(options), environment_(environment), desk_(environment, options.deck) {}
+      : options_(options), environment_(environment), desk_(environment, {options.deck, options.allowed}) {}
 
   void run() {
     const Token token = obtainToken(options_.tokenFile);

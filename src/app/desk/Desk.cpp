@@ -11,6 +11,8 @@
 #include "app/desk/DeskState.h"
 #include "app/show/SlidePages.h"
 #include "app/wiring/Failure.h"
+#include "pages/modPages.h"
+#include "platform/Settings.h"
 #include "web/http/Secret.h"
 #include "web/show/ClientFiles.h"
 
@@ -18,14 +20,44 @@ namespace app {
 
 using json::Json;
 
-Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs) : usual_(host::Current()) {
+namespace {
+
+std::vector<Roots::Root> rootsFor(const std::string& deck, const std::vector<std::string>& allowed) {
+  std::vector<Roots::Root> roots;
+  roots.push_back({"Beside the deck", std::filesystem::path(deck).parent_path().string()});
+  for (const std::string& folder : allowed) {
+    roots.push_back({std::filesystem::path(folder).filename().string(), folder});
+  }
+  for (const auto& [prefix, folder] : platform::Settings().entries("Paths"))
+    roots.push_back({prefix, folder});
+  roots.push_back({"Lumenfold", host::Current().module->Path()});
+  return roots;
+}
+
+const char* nameOf(LF2000::DataPreview preview) {
+  switch (preview) {
+    case LF2000::DataPreview::NoRows:
+      return "none";
+    case LF2000::DataPreview::LongestTexts:
+      return "longest";
+    case LF2000::DataPreview::AsTheyAre:
+      break;
+  }
+  return "today";
+}
+
+}  // namespace
+
+Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms)
+    : usual_(host::Current()) {
   host::Services services = usual_;
   services.messageBox = &messages;
   services.jobs = &jobs;
+  services.forms = &forms;
   host::Use(services);
 }
 
-Desk::Desk(Environment& environment, const std::string& path)
+Desk::Desk(Environment& environment, const Options& options)
     : environment_(environment),
       assets_("assets/" + web::newSecret() + '/'),
       notices_([this] { requestFlush(); }),
@@ -33,13 +65,23 @@ Desk::Desk(Environment& environment, const std::string& path)
             [&environment](std::function<void()> handler) {
               environment.loop().postOutermost(std::move(handler));
             }),
-      services_(notices_, jobs_),
-      clock_(environment.loop().CreateTimer([this] { flush(); })) {
-  auto deck = host_.open(path);
-  open_ = std::make_unique<OpenDeck>(host_, std::move(deck), environment.loop(), problems_, assets_,
-                                     [this] { requestFlush(); });
+      forms_({[this] { return activeWindow(); },
+              [this](const std::string& window, std::string_view event, const Json& data) {
+                if (server_ != nullptr) server_->send(window, event, data);
+              },
+              [this] { requestFlush(); }, [](const std::string&) { return std::string(); }}),
+      services_(notices_, jobs_, forms_),
+      open_(std::make_unique<OpenDeck>(host_, host_.open(options.deck), environment.loop(), problems_,
+                                       assets_, [this] { requestFlush(); })),
+      undo_(open_->log),
+      roots_(rootsFor(open_->presentation->FullName(), options.allowed)),
+      nearby_(open_->presentation->FullName()),
+      clock_(environment.loop().CreateTimer([this] { tick(); })) {
   jobs_.onChange([this] { requestFlush(); });
   host_.application().bars().onChange([this] { requestFlush(); });
+  host_.application().onUndoEntry(
+      [this](std::string_view label, std::string_view run) { undo_.begin(label, run); });
+  LF2000::modPages::Install();
   constexpr std::int32_t second = 1000;
   clock_->Interval(second);
   clock_->Enabled(true);
@@ -47,27 +89,33 @@ Desk::Desk(Environment& environment, const std::string& path)
 
 Desk::~Desk() {
   *self_ = nullptr;
+  forms_.closeAll();
+  host_.application().onUndoEntry({});
   host_.application().bars().onChange({});
   jobs_.onChange({});
   host_.application().activate(nullptr);
 }
 
 void Desk::opened(const std::string& name) {
+  nearby_.look();
   flush();
   auto& window = windows_[name];
-  if (!window) window = std::make_unique<DeskWindow>(name, open_->presentation);
-  if (host_.application().ActiveWindow() == nullptr) host_.application().activate(window->document);
+  if (window) return;
+  window = std::make_unique<DeskWindow>(name, open_->presentation);
+  host_.application().activate(window->document);
+  LF2000::modPages::Dock(open_->model);
 }
 
 void Desk::forget(const std::string& name) {
   const auto known = windows_.find(name);
   if (known == windows_.end()) return;
+  forms_.forget(name);
   if (host_.application().ActiveWindow() == known->second->document) host_.application().activate(nullptr);
   windows_.erase(known);
   requestFlush();
 }
 
-void Desk::repeat(const std::string&) {}
+void Desk::repeat(const std::string& name) { forms_.repeat(name); }
 
 DeskWindow& Desk::window(const std::string& name) {
   const auto known = windows_.find(name);
@@ -77,9 +125,10 @@ DeskWindow& Desk::window(const std::string& name) {
 
 Json Desk::state(const std::string& name) {
   DeskWindow& window = this->window(name);
-  open_->sources.look();
+  settle();
   Json state = present(window);
   window.told = state;
+  state["forms"] = forms_.toJson(name);
   if (const int slide = window.slide(); slide > 0) {
     state["slide"]["html"] = open_->slides.html(slide);
     window.markupOf = open_->slides.id(slide);
@@ -101,28 +150,51 @@ Json Desk::present(const DeskWindow& window) {
           {"slide", slideJson(deck, open_->slides, open_->sources, slide)},
           {"selection", selectionJson(open_->slides, window)},
           {"bars", barsJson(host_.application().bars())},
-          {"commands", Json::object()},
+          {"commands", commandsJson()},
           {"displayType", open_->model->DisplayType()},
-          {"preview", "today"},
+          {"preview", nameOf(preview_)},
           {"connections", connectionsJson(open_->slides, open_->sources)},
           {"data", dataJson(open_->sources)},
           {"used", usedJson(open_->slides, slide)},
-          {"nearby", Json::array()},
-          {"findings", nullptr},
-          {"forms", Json::array()},
+          {"nearby", nearby_.toJson()},
+          {"findings", findings_.toJson(open_->slides)},
+          {"forms", forms_.names(window.name)},
           {"jobs", jobsJson()},
           {"notices", notices_.toJson()},
           {"others", othersJson(window)}};
 }
 
+namespace {
+
+Json orNull(const std::optional<std::string>& text) { return text ? Json(*text) : Json(); }
+
+Json commandJson(bool isEnabled, const char* reason) {
+  return {{"enabled", isEnabled}, {"reason", isEnabled ? "" : reason}};
+}
+
+}  // namespace
+
+Json Desk::commandsJson() const {
+  std::int64_t problems = 0;
+  for (int slide = 1; slide <= open_->slides.count(); ++slide) {
+    for (const LinkedShape& link : open_->slides.links(slide)) {
+      if (open_->sources.stateOf(link).kind == LinkState::Kind::Broken) ++problems;
+    }
+  }
+  Json check = commandJson(true, "");
+  check["count"] = problems;
+  return {{"save", commandJson(open_->log.unsaved() > 0, "Everything is saved.")},
+          {"undo", commandJson(undo_.undoLabel().has_value(), "There is nothing to undo.")},
+          {"redo", commandJson(undo_.redoLabel().has_value(), "There is nothing to redo.")},
+          {"check", std::move(check)},
+          {"show", commandJson(false, "Start it with 'lumenfold show'.")}};
+}
+
 Json Desk::deckJson() const {
   const std::filesystem::path path = open_->presentation->FullName();
-  return {{"name", path.filename().string()},
-          {"folder", path.parent_path().string()},
-          {"unsaved", 0},
-          {"undo", nullptr},
-          {"redo", nullptr},
-          {"isReadOnly", nullptr},
+  return {{"name", path.filename().string()},       {"folder", path.parent_path().string()},
+          {"unsaved", open_->log.unsaved()},        {"undo", orNull(undo_.undoLabel())},
+          {"redo", orNull(undo_.redoLabel())},      {"isReadOnly", nullptr},
           {"isEmpty", open_->sources.all().empty()}};
 }
 
@@ -153,9 +225,8 @@ Json Desk::othersJson(const DeskWindow& window) const {
 Json Desk::act(const std::string& name, std::string_view path, const Json& body) {
   DeskWindow& window = this->window(name);
   host_.application().activate(window.document);
-  const DeskRequests requests(host_.application(), *open_, notices_, jobs_);
   try {
-    Json answer = requests.act(window, path, body);
+    Json answer = requests().act(window, path, body);
     flush();
     return answer;
   } catch (...) {
@@ -164,9 +235,39 @@ Json Desk::act(const std::string& name, std::string_view path, const Json& body)
   }
 }
 
-Json Desk::look(std::string_view path, std::string_view query) {
-  return DeskRequests(host_.application(), *open_, notices_, jobs_).look(path, query);
+DeskRequests Desk::requests() {
+  return DeskRequests({host_.application(), *open_, undo_, forms_, findings_, notices_, jobs_, roots_,
+                       preview_, [this] { save(); },
+                       [this](const DeskWindow& window, const std::string& text) {
+                         if (server_ != nullptr) server_->send(window.name, "say", {{"text", text}});
+                       }});
 }
+
+std::string Desk::activeWindow() {
+  const auto active = host_.application().ActiveWindow();
+  for (const auto& [name, window] : windows_) {
+    if (window->document == active) return name;
+  }
+  return {};
+}
+
+/// What was not changed is not written.
+void Desk::save() {
+  settle();
+  if (open_->log.unsaved() == 0) return;
+  open_->presentation->Save();
+  open_->log.noteSaved();
+  undo_.endRun();
+}
+
+void Desk::tick() {
+  constexpr int nearbyEvery = 5;
+  if (server_ != nullptr && server_->windows() > 0 && ++ticks_ % nearbyEvery == 0) nearby_.look();
+  open_->model->RequeryInBackground(/*forced=*/false);
+  flush();
+}
+
+Json Desk::look(std::string_view path, std::string_view query) { return requests().look(path, query); }
 
 std::optional<web::Asset> Desk::asset(std::string_view name) { return open_->slides.asset(name); }
 
@@ -190,12 +291,26 @@ void Desk::requestFlush() {
 
 void Desk::flush() {
   isFlushRequested_ = false;
-  open_->sources.look();
+  settle();
   const auto changed = open_->slides.takeChanged();
   if (server_ == nullptr) return;
   for (const auto& [name, window] : windows_) {
     if (server_->isOpen(name)) tell(*window, changed);
   }
+  forms_.flush();
+}
+
+void Desk::settle() {
+  undo_.end();
+  const bool isEdited = open_->slides.takeEdits();
+  open_->sources.look();
+  Json known = Json::array();
+  for (const DeskSource& source : open_->sources.all()) {
+    known.push_back({source.number, source.version, source.state, source.columns.size()});
+  }
+  if (!isEdited && known == formsKnow_) return;
+  formsKnow_ = std::move(known);
+  LF2000::modPages::Refresh(open_->model);
 }
 
 void Desk::tell(DeskWindow& window, const std::set<DeskSlides::Place>& changed) {
@@ -205,6 +320,7 @@ void Desk::tell(DeskWindow& window, const std::set<DeskSlides::Place>& changed) 
     if (window.told[key] != value) news[key] = value;
   }
   window.told = std::move(now);
+  if (news.contains("forms")) news["forms"] = forms_.toJson(window.name);
 
   const int slide = window.slide();
   DeskSlides& slides = open_->slides;

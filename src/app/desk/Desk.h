@@ -7,11 +7,17 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "app/desk/DeskFindings.h"
+#include "app/desk/DeskForms.h"
 #include "app/desk/DeskRequests.h"
 #include "app/desk/DeskWindow.h"
+#include "app/desk/NearbyFiles.h"
 #include "app/desk/Notices.h"
 #include "app/desk/OpenDeck.h"
+#include "app/desk/Roots.h"
+#include "app/desk/UndoStack.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/ToldOnce.h"
@@ -25,8 +31,13 @@ namespace app {
 /// a handler has changed is told to every window once, when the handler is done.
 class Desk final : public web::Desk {
  public:
+  struct Options {
+    std::string deck;
+    /// Folders besides the usual ones in which data files may be chosen.
+    std::vector<std::string> allowed;
+  };
   /// Opens the deck; its sources are opened behind it. The environment outlives the desk.
-  Desk(Environment& environment, const std::string& path);
+  Desk(Environment& environment, const Options& options);
   ~Desk() override;
   Desk(const Desk&) = delete;
   Desk& operator=(const Desk&) = delete;
@@ -52,7 +63,7 @@ class Desk final : public web::Desk {
   /// Puts the desk's services in force, and the former ones back.
   class Services {
    public:
-    Services(host::MessageBox& messages, host::Jobs& jobs);
+    Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms);
     ~Services() { host::Use(usual_); }
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
@@ -65,8 +76,15 @@ class Desk final : public web::Desk {
   /// Every key but the slide's markup.
   json::Json present(const DeskWindow& window);
   [[nodiscard]] json::Json deckJson() const;
+  [[nodiscard]] json::Json commandsJson() const;
   [[nodiscard]] json::Json jobsJson() const;
   [[nodiscard]] json::Json othersJson(const DeskWindow& window) const;
+  [[nodiscard]] DeskRequests requests();
+  [[nodiscard]] std::string activeWindow();
+  void save();
+  void tick();
+  /// Takes up what handlers have done.
+  void settle();
   void requestFlush();
   void flush();
   void tell(DeskWindow& window, const std::set<DeskSlides::Place>& changed);
@@ -78,13 +96,22 @@ class Desk final : public web::Desk {
   ToldOnce problems_;
   Notices notices_;
   platform::JobQueue jobs_;
+  DeskForms forms_;
   Services services_;
   AddInHost host_;
   std::unique_ptr<OpenDeck> open_;
+  UndoStack undo_;
+  DeskFindings findings_;
+  Roots roots_;
+  NearbyFiles nearby_;
+  LF2000::DataPreview preview_ = LF2000::DataPreview::AsTheyAre;
+  /// What the data and the state of connections were when forms were told of them last.
+  json::Json formsKnow_;
   std::map<std::string, std::unique_ptr<DeskWindow>> windows_;
   std::unique_ptr<host::Timer> clock_;
   web::DeskServer* server_ = nullptr;
   bool isFlushRequested_ = false;
+  int ticks_ = 0;
 };
 
 }  // namespace app

@@ -1,14 +1,21 @@
-// The requests of pages, word by word, and who answers them.
+// The requests of pages, word by word, and who does what they ask for.
 
 #include "app/desk/DeskRequests.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
+#include <filesystem>
 #include <string>
+#include <utility>
 
 #include "app/desk/DataRows.h"
+#include "app/desk/DeskHistory.h"
 #include "app/desk/DeskLinks.h"
+#include "app/wiring/Failure.h"
+#include "basic/Strings.h"
+#include "pages/modConnectionPages.h"
 #include "web/desk/Desk.h"
 #include "web/http/Target.h"
 
@@ -43,53 +50,89 @@ std::int64_t queryNumber(std::string_view query, std::string_view name, std::int
   return text ? numberOf<std::int64_t>(*text) : otherwise;
 }
 
+using Ids = std::vector<std::uint32_t>;
+
+LF2000::ConnectionKind kindOf(const std::string& name) {
+  if (name == "text") return LF2000::ConnectionKind::TextFile;
+  if (name == "database") return LF2000::ConnectionKind::Database;
+  if (name == "workbook") return LF2000::ConnectionKind::Excel;
+  throw web::Refusal(400, "A connection is to a text, a database or a workbook, not to '" + name + "'.");
+}
+
 }  // namespace
 
 Json DeskRequests::act(DeskWindow& window, std::string_view path, const Json& body) const {
+  using Act = void (DeskRequests::*)(DeskWindow&, const Json&) const;
+  static constexpr std::array<std::pair<std::string_view, Act>, 7> acts = {
+      {{"selection", &DeskRequests::select},
+       {"cursor", &DeskRequests::setCursor},
+       {"link", &DeskRequests::link},
+       {"fill", &DeskRequests::fill},
+       {"rename", &DeskRequests::rename},
+       {"connect", &DeskRequests::connect},
+       {"preview", &DeskRequests::setPreview}}};
+  for (const auto& [name, run] : acts) {
+    if (path == name) return (this->*run)(window, body), nullptr;
+  }
   const Words words = wordsOf(path);
   const std::string_view what = words.front();
-  if (words.size() == 1) {
-    if (what == "selection") return select(window, body), nullptr;
-    if (what == "cursor") return setCursor(window, body), nullptr;
-    if (what == "link") return link(window, body), nullptr;
+  if (words.size() == 2) {
+    if (what == "press") return press(window, words[1], body), nullptr;
+    if (what == "commands") return command(window, words[1], body), nullptr;
+    if (what == "choices") return choose(window, numberOf<int>(words[1]), body), nullptr;
+    if (what == "repairs") {
+      return parts_.findings.repair(parts_.application, parts_.open, numberOf<int>(words[1]),
+                                    body.value("choice", "")),
+             nullptr;
+    }
   }
-  if (words.size() == 2 && what == "press") return press(words, body), nullptr;
-  if (words.size() == 3 && what == "notices") {
-    const int id = numberOf<int>(words[1]);
-    if (words[2] == "dismiss") return notices_.dismiss(id), nullptr;
-    return notices_.press(id, words[2]), nullptr;
-  }
-  if (words.size() == 3 && what == "jobs" && words[2] == "cancel") {
-    return jobs_.cancel(numberOf<std::uint64_t>(words[1])), nullptr;
+  if (words.size() == 3) {
+    if (what == "forms") return form(window, words, body);
+    if (what == "notices") return pressNotice(words), nullptr;
+    if (what == "jobs" && words[2] == "cancel") {
+      return parts_.jobs.cancel(numberOf<std::uint64_t>(words[1])), nullptr;
+    }
   }
   failUnknown();
 }
 
 Json DeskRequests::look(std::string_view path, std::string_view query) const {
   const Words words = wordsOf(path);
+  if (path == "roots") return parts_.roots.toJson();
   if (words.size() == 2 && words.front() == "slides") return slide(words[1]);
   if (words.size() == 2 && words.front() == "data") return data(words[1], query);
+  if (words.size() == 3 && words.front() == "roots" && words[2] == "files") return files(words[1], query);
   failUnknown();
 }
 
 int DeskRequests::slideOf(const Json& body) const {
-  const auto slide = open_.slides.find(body.at("slide").get<std::uint32_t>());
+  const auto slide = parts_.open.slides.find(body.at("slide").get<std::uint32_t>());
   if (!slide) throw web::Refusal(404, "This slide is no longer in the deck.");
   return *slide;
 }
 
 void DeskRequests::select(DeskWindow& window, const Json& body) const {
-  application_.select(*window.document, slideOf(body),
-                      body.value("shapes", Json::array()).get<std::vector<std::uint32_t>>());
+  parts_.application.select(*window.document, slideOf(body), body.value("shapes", Json::array()).get<Ids>());
 }
 
-void DeskRequests::press(const Words& words, const Json& body) const {
-  deck::CommandBars& bars = application_.bars();
+void DeskRequests::press(DeskWindow&, std::string_view id, const Json& body) const {
+  deck::CommandBars& bars = parts_.application.bars();
   if (body.contains("index")) {
-    bars.choose(words[1], body.at("index").get<std::int32_t>());
+    bars.choose(id, body.at("index").get<std::int32_t>());
   } else {
-    bars.press(words[1]);
+    bars.press(id);
   }
+}
+
+void DeskRequests::command(DeskWindow& window, std::string_view name, const Json&) const {
+  if (name == "save") return parts_.save();
+  if (name == "check") return parts_.findings.check(parts_.open);
+  if (name != "undo" && name != "redo") failUnknown();
+  const bool isUndo = name == "undo";
+  const auto effect = isUndo ? parts_.undo.undo() : parts_.undo.redo();
+  if (!effect) fail(isUndo ? "There is nothing to undo." : "There is nothing to redo.");
+  takeUp(*effect, parts_.application, parts_.open, window);
+  parts_.say(window, (isUndo ? "Undone: " : "Done again: ") + effect->label);
 }
 
 void DeskRequests::setCursor(DeskWindow& window, const Json& body) const {
@@ -105,23 +148,104 @@ void DeskRequests::link(DeskWindow& window, const Json& body) const {
   const std::int64_t cursorRow = isAtCursor ? window.cursor.row : 1;
   const Json row = body.value("row", Json());
   wish.row = row.is_null() ? cursorRow : row.get<std::int64_t>();
-  wish.shapes = body.at("shapes").get<std::vector<std::uint32_t>>();
+  wish.shapes = body.at("shapes").get<Ids>();
   wish.slide = slideOf(body);
   wish.countsUp = body.value("countUp", false);
-  linkColumn(open_, wish);
+  parts_.say(window, linkColumn(parts_.open, wish));
+}
+
+void DeskRequests::fill(DeskWindow& window, const Json& body) const {
+  RowFill wish;
+  wish.connection = body.at("connection").get<std::string>();
+  wish.columns = body.at("columns").get<std::vector<std::string>>();
+  wish.row = body.value("row", std::int64_t{1});
+  wish.step = body.value("step", std::int64_t{1});
+  wish.shapes = body.at("shapes").get<Ids>();
+  wish.slide = slideOf(body);
+  parts_.say(window, fillRows(parts_.open, wish));
+}
+
+void DeskRequests::rename(DeskWindow&, const Json& body) const {
+  renameShape(parts_.application, parts_.open, slideOf(body), body.at("shape").get<std::uint32_t>(),
+              body.at("name").get<std::string>());
+}
+
+void DeskRequests::connect(DeskWindow& window, const Json& body) const {
+  if (body.contains("number")) {
+    return LF2000::modConnectionPages::OpenExisting(body.at("number").get<std::string>(), parts_.open.model);
+  }
+  const std::string path = body.value("path", "");
+  const std::filesystem::path deck = parts_.open.presentation->FullName();
+  if (!path.empty() && !parts_.roots.hold((deck.parent_path() / path).string())) {
+    throw web::Refusal(404, "There is nothing of that name in the folders of this desk.");
+  }
+  LF2000::modConnectionPages::OpenNew(
+      kindOf(body.at("kind").get<std::string>()), path, parts_.open.model,
+      [cursor = &window.cursor, document = std::weak_ptr(window.document)](const std::string& number) {
+        if (document.lock()) *cursor = {number, {}, 1};
+      });
+}
+
+void DeskRequests::setPreview(DeskWindow&, const Json& body) const {
+  using LF2000::DataPreview;
+  const auto name = body.at("with").get<std::string>();
+  const auto preview = name == "none"      ? DataPreview::NoRows
+                       : name == "longest" ? DataPreview::LongestTexts
+                                           : DataPreview::AsTheyAre;
+  if (preview == DataPreview::AsTheyAre && name != "today") {
+    throw web::Refusal(400, "Slides are previewed with today, none or longest.");
+  }
+  parts_.preview = preview;
+  for (const auto& connection : parts_.open.model->Connections()) {
+    if (!connection->RecordsetReady()) continue;
+    connection->Preview(preview);
+    parts_.open.model->FillConnection(connection->ConnectionTagNumber());
+  }
+}
+
+Json DeskRequests::form(DeskWindow& window, const Words& words, const Json& body) const {
+  const int id = numberOf<int>(words[1]);
+  if (words[2] == "events") return parts_.forms.raise(window.name, id, body);
+  if (words[2] == "close") return parts_.forms.queryClose(window.name, id), nullptr;
+  failUnknown();
+}
+
+/// What lies beside the deck is named from there, so that both can be moved together.
+void DeskRequests::choose(DeskWindow& window, int choice, const Json& body) const {
+  if (!body.contains("root")) return parts_.forms.chosen(window.name, choice, std::nullopt);
+  const std::filesystem::path path = parts_.roots.chosen(body.at("root").get<int>(), body.value("path", ""));
+  const auto folder = std::filesystem::weakly_canonical(parts_.open.presentation->FullName()).parent_path();
+  const auto relative = path.lexically_relative(folder);
+  const bool isBelow = !relative.empty() && *relative.begin() != "..";
+  parts_.forms.chosen(window.name, choice, isBelow ? relative.string() : path.string());
+}
+
+void DeskRequests::pressNotice(const Words& words) const {
+  const int id = numberOf<int>(words[1]);
+  if (words[2] == "dismiss") return parts_.notices.dismiss(id);
+  parts_.notices.press(id, words[2]);
 }
 
 Json DeskRequests::slide(std::string_view id) const {
-  const auto slide = open_.slides.find(numberOf<std::uint32_t>(id));
+  const auto slide = parts_.open.slides.find(numberOf<std::uint32_t>(id));
   if (!slide) failUnknown();
-  return {{"html", open_.slides.html(*slide)}};
+  return {{"html", parts_.open.slides.html(*slide)}};
 }
 
 Json DeskRequests::data(std::string_view number, std::string_view query) const {
   constexpr std::int64_t page = 200;
-  const auto connection = open_.model->FindConnection(number);
+  const auto connection = parts_.open.model->FindConnection(number);
   if (!connection) throw web::Refusal(404, "There is no such connection any more.");
   return dataRows(*connection, queryNumber(query, "from", 1), queryNumber(query, "count", page));
+}
+
+Json DeskRequests::files(std::string_view root, std::string_view query) const {
+  Roots::Wish wish;
+  wish.root = numberOf<int>(root);
+  wish.path = web::queryField(query, "path").value_or("");
+  wish.kinds = basic::Split(web::queryField(query, "kinds").value_or(""), ',');
+  wish.isFoldersOnly = web::queryField(query, "what") == "folder";
+  return parts_.roots.list(wish);
 }
 
 }  // namespace app

@@ -44,10 +44,14 @@ DeskSlides::DeskSlides(std::shared_ptr<deck::Presentation> deck, host::Loop& loo
       pages_(
           *deck_, loop, problems, [this] { drawAllAnew(); }, std::move(assetPrefix)),
       entries_(static_cast<std::size_t>(deck_->slideCount()) + 1) {
-  deck_->addListener(*this);
+  deck_->addListener(static_cast<deck::ChangeListener&>(*this));
+  deck_->addListener(static_cast<deck::EditListener&>(*this));
 }
 
-DeskSlides::~DeskSlides() { deck_->removeListener(*this); }
+DeskSlides::~DeskSlides() {
+  deck_->removeListener(static_cast<deck::ChangeListener&>(*this));
+  deck_->removeListener(static_cast<deck::EditListener&>(*this));
+}
 
 std::optional<int> DeskSlides::find(std::uint32_t slideId) const {
   for (int slide = 1; slide <= count(); ++slide) {
@@ -73,6 +77,19 @@ void DeskSlides::drawAllAnew() {
   changed_();
 }
 
+void DeskSlides::noteEdit(const deck::OwnerId& owner) {
+  editedSlides_.insert(owner.slide);
+  changed_();
+}
+
+bool DeskSlides::takeEdits() {
+  const auto edited = std::exchange(editedSlides_, {});
+  for (const std::uint32_t slideId : edited) {
+    if (const auto slide = find(slideId)) describeAnew(*slide);
+  }
+  return !edited.empty();
+}
+
 /// Live shapes are drawn with digits of equal widths.
 void DeskSlides::describeAnew(int slide) {
   const auto ids = [](const std::vector<LinkedShape>& links) {
@@ -86,7 +103,6 @@ void DeskSlides::describeAnew(int slide) {
     if (std::find(before.begin(), before.end(), shape) == before.end()) shapeChanged(slide, shape);
   }
   entry(slide).shapes.reset();
-  changed_();
 }
 
 const std::vector<DeskShape>& DeskSlides::shapes(int slide) {

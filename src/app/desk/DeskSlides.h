@@ -35,7 +35,7 @@ struct DeskShape {
 
 /// The slides of an open deck as its authors' windows show them, drawn and described when they are asked for
 /// and kept until they change. Slides count from 1.
-class DeskSlides final : private deck::ChangeListener {
+class DeskSlides final : private deck::ChangeListener, private deck::EditListener {
  public:
   /// A slide and the id of a shape on it.
   using Place = std::pair<int, std::uint32_t>;
@@ -69,8 +69,8 @@ class DeskSlides final : private deck::ChangeListener {
     return pages_.drawn().linkedShapes(slide);
   }
 
-  /// Tags or names on the slide have changed.
-  void describeAnew(int slide);
+  /// Takes up what was edited since the last call; true when something was.
+  bool takeEdits();
   /// The shapes that have changed since the last call.
   [[nodiscard]] std::set<Place> takeChanged() { return std::exchange(changedShapes_, {}); }
 
@@ -84,9 +84,13 @@ class DeskSlides final : private deck::ChangeListener {
   void shapeChanged(std::int32_t slideIndex, std::uint32_t shapeId) override;
   void slideHiddenChanged(std::int32_t) override { changed_(); }
   void linksUpdated() override { drawAllAnew(); }
+  void tagsWillChange(const deck::OwnerId& owner) override { noteEdit(owner); }
+  void nameWillChange(const deck::OwnerId& owner) override { noteEdit(owner); }
 
   [[nodiscard]] Entry& entry(int slide) { return entries_[static_cast<std::size_t>(slide)]; }
   [[nodiscard]] const Entry& entry(int slide) const { return entries_[static_cast<std::size_t>(slide)]; }
+  void noteEdit(const deck::OwnerId& owner);
+  void describeAnew(int slide);
   void drawAllAnew();
   [[nodiscard]] std::vector<DeskShape> describe(int slide) const;
 
@@ -96,6 +100,8 @@ class DeskSlides final : private deck::ChangeListener {
   /// By slide.
   std::vector<Entry> entries_;
   std::set<Place> changedShapes_;
+  /// By their ids; 0 stands for the presentation.
+  std::set<std::uint32_t> editedSlides_;
 };
 
 }  // namespace app
