@@ -51,6 +51,10 @@ class clsSlide {
   void DesignMode(bool design) { designMode_ = design; }
 
   static constexpr std::size_t ScrollEntries = 1000;
+  // What authors may ask for: rows either way, and milliseconds up to a day.
+  static constexpr std::int32_t MostScrollRows = 1'000'000;
+  static constexpr std::int32_t LeastScrollTime = 20;
+  static constexpr std::int32_t MostScrollTime = 86'400'000;
 
  private:
   bool hideWhenNoData_ = false;

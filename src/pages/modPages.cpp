@@ -11,7 +11,9 @@
 #include "pages/frmClock.h"
 #include "pages/frmDataField.h"
 #include "pages/frmDataObject.h"
+#include "pages/frmGraph.h"
 #include "pages/frmNotLinkable.h"
+#include "pages/frmSlide.h"
 #include "pages/modSelected.h"
 
 namespace LF2000::modPages {
@@ -24,12 +26,13 @@ using modSelected::Selected;
 
 struct Docked {
   std::string Key;
+  /// Which version of the presentation the page's shapes are of; named by its address alone.
+  const PowerPoint::Presentation* Deck = nullptr;
   std::weak_ptr<frmPage> Form;
 };
 /// By window, which is named by its address alone.
 std::map<const PowerPoint::DocumentWindow*, Docked> docked;
 
-/// Null where the kind has no page.
 std::shared_ptr<frmPage> PageFor(Forms::Placement where, const std::shared_ptr<clsPresentation>& presentation,
                                  const Selected& selected) {
   switch (selected.Page) {
@@ -39,12 +42,17 @@ std::shared_ptr<frmPage> PageFor(Forms::Placement where, const std::shared_ptr<c
       return std::make_shared<frmClock>(where, presentation, selected);
     case Kind::Object:
       return std::make_shared<frmDataObject>(where, presentation, selected);
+    case Kind::Graph:
+      return std::make_shared<frmGraph>(where, presentation, selected);
+    case Kind::Slide:
+      return std::make_shared<frmSlide>(where, presentation, selected.Slide);
     case Kind::NotLinkable:
-      return std::make_shared<frmNotLinkable>(presentation, selected);
-    default:
-      return nullptr;
+      break;
   }
+  return std::make_shared<frmNotLinkable>(presentation, selected);
 }
+
+[[noreturn]] void Fail(const std::string& why) { throw basic::Error(basic::AdapterError, "modPages", why); }
 
 void BringUpToDate(frmPage& page) {
   page.Update([&page] { page.Reload(); });
@@ -55,15 +63,13 @@ void BringUpToDate(frmPage& page) {
 void Install() { modPropertyPages::OpenWith(Open); }
 
 void Open(Page page, const std::shared_ptr<clsPresentation>& presentation) {
+  if (page == Page::SlideShow) Fail("The page of all connections is not there yet.");
   const Selected selected = modSelected::LookFor(page, presentation->ActivePresentation());
-  const bool isOfShapes = page != Page::Slide && page != Page::SlideShow;
-  if (isOfShapes && selected.Shapes.empty()) {
-    throw basic::Error(basic::AdapterError, "modPages",
-                       selected.LeftOut.empty() ? "Select a shape first." : selected.LeftOut + ".");
+  if (!selected.Slide) Fail("There is no slide.");
+  if (page != Page::Slide && selected.Shapes.empty()) {
+    Fail(selected.LeftOut.empty() ? "Select a shape first." : selected.LeftOut + ".");
   }
-  const auto form = PageFor(Forms::Placement::Dialog, presentation, selected);
-  if (!form) throw basic::Error(basic::AdapterError, "modPages", "This page is not there yet.");
-  form->Open();
+  PageFor(Forms::Placement::Dialog, presentation, selected)->Open();
 }
 
 void Dock(const std::shared_ptr<clsPresentation>& presentation) {
@@ -76,13 +82,14 @@ void Dock(const std::shared_ptr<clsPresentation>& presentation) {
   std::erase_if(docked, [](const auto& entry) { return entry.second.Form.expired(); });
   Docked& place = docked[window.get()];
   const std::string key = selected.Key();
+  const PowerPoint::Presentation* deck = presentation->ActivePresentation().get();
   const auto standing = place.Form.lock();
-  if (standing && standing->IsShown() && standing->Presentation() == presentation && place.Key == key) {
+  if (standing && standing->IsShown() && standing->Presentation() == presentation && place.Deck == deck &&
+      place.Key == key) {
     return BringUpToDate(*standing);
   }
   const auto page = PageFor(Forms::Placement::Docked, presentation, selected);
-  if (!page) return;
-  place = {key, page};
+  place = {key, deck, page};
   page->Open();
 }
 

@@ -64,27 +64,27 @@ bool isScrollUsed(deck::Presentation& deck, const SlideOptions& options) {
 }
 
 void checkScroll(const SlideOptions& options) {
-  constexpr std::int32_t MaximumStep = 1'000'000;
-  constexpr std::int32_t MinimumTime = 20;
-  constexpr std::int32_t MaximumTime = 86'400'000;
+  using LF2000::clsSlide;
   if (!options.scroll) {
     if (options.step || options.time || options.off) {
       throw UsageError("slide: --step, --time and --off go with --scroll ENTRY.");
     }
     return;
   }
-  if (*options.scroll < 1 || *options.scroll >= static_cast<std::int32_t>(LF2000::clsSlide::ScrollEntries)) {
+  if (*options.scroll < 1 || *options.scroll >= static_cast<std::int32_t>(clsSlide::ScrollEntries)) {
     throw UsageError("slide: --scroll takes an entry from 1 to 999, not " + std::to_string(*options.scroll) +
                      ".");
   }
   if (options.off && (options.step || options.time)) {
     throw UsageError("slide: --off takes no --step and no --time; the entry keeps those it has.");
   }
-  if (options.step && (*options.step == 0 || std::abs(std::int64_t{*options.step}) > MaximumStep)) {
+  if (options.step &&
+      (*options.step == 0 || std::abs(std::int64_t{*options.step}) > clsSlide::MostScrollRows)) {
     throw UsageError("slide: --step is a number of rows up to 1000000, or below 0 to go backwards, not " +
                      std::to_string(*options.step) + ".");
   }
-  if (options.time && (*options.time < MinimumTime || *options.time > MaximumTime)) {
+  if (options.time &&
+      (*options.time < clsSlide::LeastScrollTime || *options.time > clsSlide::MostScrollTime)) {
     throw UsageError("slide: --time is from 20 to 86400000 milliseconds (a day), not " +
                      std::to_string(*options.time) + ".");
   }

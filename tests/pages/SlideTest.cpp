@@ -1,0 +1,119 @@
+// The page of a slide: its switches, its scroll entries, and what is said about them.
+
+#include <gmock/gmock.h>
+
+#include "pages/OpenDeck.h"
+
+namespace LF2000 {
+namespace {
+
+using modPropertyPages::Page;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Pair;
+
+using SlideTest = OpenDeck;
+
+TEST_F(SlideTest, NothingSelectedShowsTheSlideWithItsSwitches) {
+  Dock({});
+  ASSERT_EQ(view.TopName(), "frmSlide");
+  EXPECT_THAT(view.Text("lblHides"), HasSubstr("Nothing on this slide is linked"));
+  AddField("a", 1);
+  AddField("b", 1, "Name", "002");
+  view.Check("chkHideWhenNoData", true);
+  EXPECT_EQ((*slide.tags)["CORVANE SLIDE PROPERTIES"], "-1\t0\t");
+  EXPECT_EQ(view.Text("lblHides"), "now: 2 of 2 connections have rows, the slide shows");
+  view.Check("chkRefreshLinkedObjects", true);
+  EXPECT_EQ((*slide.tags)["CORVANE SLIDE PROPERTIES"], "-1\t-1\t");
+  EXPECT_THAT(Steps(), ElementsAre("Slide properties", "Slide properties"));
+
+  machine.files.Write("/decks/today.txt", "Item\tPrice\n");
+  machine.files.Write("/decks/offer.txt", "Name\tPRICE\n");
+  for (const auto& connection : presentation->Connections()) connection->Requery(true);
+  modPages::Refresh(presentation);
+  EXPECT_EQ(view.Text("lblHides"), "now: 0 of 2 connections have rows, the slide hides");
+  view.Check("chkHideWhenNoData", false);
+  EXPECT_EQ(view.Text("lblHides"), "now: 0 of 2 connections have rows, the slide shows");
+}
+
+TEST_F(SlideTest, ScrollEntriesAreAddedChangedAndRemoved) {
+  AddField("a", 1);
+  AddField("b", 2);
+  AddField("7", 1, "Name", "002");
+  Dock({});
+  EXPECT_EQ(view.Click("cmdRemove"), "Choose an entry first.");
+  view.Set("txtEntry", "1");
+  EXPECT_EQ(view.Text("lblMoves"), "moves the 2 shapes of 001");
+  view.Set("txtStep", "2");
+  view.Set("txtTime", "5000");
+  EXPECT_THAT(slide.tags->items, IsEmpty()) << "not before it is added";
+  view.Click("cmdAdd");
+  EXPECT_EQ((*slide.tags)["CORVANE SCROLLSTEP1"], "True\t2\t5000");
+  EXPECT_EQ(view.Click("cmdAdd"), "The entry is there already; its fields change it.");
+  view.Set("txtStep", "-3");
+  view.Check("chkScroll", false);
+  EXPECT_EQ((*slide.tags)["CORVANE SCROLLSTEP1"], "False\t-3\t5000");
+
+  view.Set("txtEntry", "7");
+  EXPECT_EQ(view.Text("lblMoves"), "moves shape '7'");
+  view.Click("cmdAdd");
+  view.Select("lstScroll", {0});
+  EXPECT_EQ(view.Text("txtEntry"), "1");
+  const auto& items = view.Get<Forms::ListBox>("lstScroll").Items();
+  ASSERT_EQ(items.size(), 2U);
+  EXPECT_THAT(items[1].Cells, ElementsAre("shape '7'", "-3", "5000", "no"));
+  view.Click("cmdRemove");
+  EXPECT_EQ((*slide.tags)["CORVANE SCROLLSTEP1"], "(none)");
+  EXPECT_NE((*slide.tags)["CORVANE SCROLLSTEP7"], "(none)");
+}
+
+TEST_F(SlideTest, WhatIsNoEntryIsComplainedAbout) {
+  Dock({});
+  const struct {
+    const char* control;
+    const char* text;
+    const char* problem;
+  } cases[] = {
+      {"txtEntry", "0", "Entries run from 1 to 999."},
+      {"txtEntry", "1000", "Entries run from 1 to 999."},
+      {"txtEntry", "x", "Entries run from 1 to 999."},
+      {"txtStep", "0", "A step of 0 rows is no scrolling."},
+      {"txtStep", "1000001", "Rows to move by, below 0 backwards, from -1000000 to 1000000."},
+      {"txtTime", "19", "Milliseconds from one step to the next, from 20 to 86400000."},
+      {"txtTime", "1e3", "Milliseconds from one step to the next, from 20 to 86400000."},
+  };
+  for (const auto& c : cases) {
+    view.Set("txtEntry", "5");
+    view.Set("txtStep", "1");
+    view.Set("txtTime", "1000");
+    view.Set(c.control, c.text);
+    view.Click("cmdAdd");
+    EXPECT_EQ(view.Problem(c.control), c.problem) << c.text;
+  }
+  EXPECT_THAT(slide.tags->items, IsEmpty());
+}
+
+TEST_F(SlideTest, ADialogWritesOnOKAndLosesNoEntryThatWasTyped) {
+  slide.tags->items = {{"CORVANE SCROLLSTEP3", "what"}, {"CORVANE SLIDE PROPERTIES", "-1\t0\t"}};
+  const auto before = slide.tags->items;
+  Open(Page::Slide, {});
+  EXPECT_THAT(view.Text("lblProblems"), HasSubstr("Scroll entry 3 cannot be read"));
+  view.Click("cmdOK");
+  EXPECT_EQ(slide.tags->items, before) << "nothing was changed";
+  Open(Page::Slide, {});
+  view.Check("chkHideWhenNoData", false);
+  view.Set("txtEntry", "2");
+  view.Click("cmdOK");
+  EXPECT_NE(view.Problem("txtStep"), "");
+  view.Set("txtStep", "1");
+  view.Set("txtTime", "20");
+  EXPECT_EQ(slide.tags->items, before);
+  view.Click("cmdOK");
+  EXPECT_THAT(slide.tags->items, ElementsAre(Pair("CORVANE SLIDE PROPERTIES", "0\t0\t"),
+                                             Pair("CORVANE SCROLLSTEP2", "True\t1\t20")));
+  EXPECT_THAT(Steps(), ElementsAre("Slide properties"));
+}
+
+}  // namespace
+}  // namespace LF2000
