@@ -127,3 +127,57 @@ test("nothing keeps people from using it, in light and in dark", async (t) => {
     await look("a dialog");
   }
 });
+
+test("a column goes to shapes by dragging, by hand and by key, and one undo takes each back", async (t) => {
+  const unlinked = ["r1 Gate", "r2 Gate", "r3 Gate", "r1 Flight"];
+  const { page, shape } = await openDesk(t, "departures", {
+    prepare: (sandbox, deck) => unlinked.forEach((name) => sandbox.done("unlink", deck, "--slide", 1, "--shape", name)),
+  });
+  const badge = (name) => shape(name).locator(".badge").textContent();
+  const isLinked = (name, link) => until(`${name} linked to ${link}`, async () => (await badge(name)) === link);
+  const header = (name) => page.getByRole("columnheader", { name, exact: true });
+
+  // All that can take it show themselves, the one under the pointer with its value.
+  const [from, to] = [await header("Gate").boundingBox(), await shape("r1 Gate").boundingBox()];
+  await page.mouse.move(from.x + 20, from.y + 8);
+  await page.mouse.down();
+  await page.mouse.move(from.x + 40, from.y - 30);
+  assert.ok((await page.locator(".frame-of[data-takes]").count()) > 60);
+  await page.mouse.move(to.x + 10, to.y + 8, { steps: 3 });
+  const value = page.locator("tr[data-row='1'] td[data-column='3']");
+  assert.equal(await page.locator("[data-target] .preview").textContent(), await value.textContent());
+  await page.mouse.up();
+  await isLinked("r1 Gate", "Gate · 1");
+
+  // On one of several it goes to all of them, the rows counted up.
+  await shape("r2 Gate").click();
+  await shape("r3 Gate").click({ modifiers: ["Shift"] });
+  await page.locator("tr[data-row='2'] td[data-column='3']").dragTo(shape("r3 Gate"));
+  await isLinked("r2 Gate", "Gate · 2");
+  await isLinked("r3 Gate", "Gate · 3");
+  await page.getByRole("button", { name: /^Undo: / }).click();
+  await isLinked("r3 Gate", "");
+  assert.equal(await badge("r2 Gate"), "");
+  assert.equal(await badge("r1 Gate"), "Gate · 1");
+
+  // In hand, then put down by a click; and by keys alone.
+  await header("Gate").click();
+  await page.locator(".chip", { hasText: "Gate" }).waitFor();
+  await shape("r2 Gate").click();
+  await isLinked("r2 Gate", "Gate · 2"); // the row under the cursor of the data
+  await page.keyboard.press("Escape");
+  await page.locator("tr[data-row='1'] td[data-column='1']").click();
+  await page.keyboard.press("Enter");
+  await page.locator(".chip", { hasText: "Flight" }).waitFor();
+  for (
+    let i = 0;
+    i < 100 && (await page.locator(".frame-of[aria-selected=true] .said").allTextContents())[0] !== "r1 Flight";
+    ++i
+  ) {
+    await page.keyboard.press("Tab");
+  }
+  await page.keyboard.press("Enter");
+  await isLinked("r1 Flight", "Flight · 1");
+  await page.locator(".chip").waitFor({ state: "hidden" });
+  assert.deepEqual(page.faults, []);
+});

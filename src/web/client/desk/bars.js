@@ -1,7 +1,5 @@
 // The system's own commands, as it put them on bars and menus.
 
-import { withoutKey } from "./dom.js";
-
 function* allControls(controls) {
   for (const control of controls ?? []) {
     yield control;
@@ -15,19 +13,6 @@ export const barNamed = (state, name) => state.bars?.find((bar) => bar.name === 
 export function commandOf(state, id) {
   for (const bar of state.bars ?? [])
     for (const control of allControls(bar.controls)) if (control.id === id) return control;
-  return undefined;
-}
-
-// The same by what it is called, without access key and points.
-export function commandNamed(state, caption) {
-  const plain = (text) =>
-    withoutKey(text ?? "")
-      .replace(/[.…]+$/, "")
-      .toLowerCase();
-  for (const bar of state.bars ?? []) {
-    for (const control of allControls(bar.controls))
-      if (control.type === "button" && plain(control.caption) === plain(caption)) return control;
-  }
   return undefined;
 }
 

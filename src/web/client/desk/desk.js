@@ -3,7 +3,7 @@
 
 import { keptToken } from "../core/commands.js";
 import { renewFor } from "../core/renewal.js";
-import { commandNamed, commandOf } from "./bars.js";
+import { commandOf } from "./bars.js";
 import { chooseOnServer } from "./choosing.js";
 import { createDeckFile } from "./deck_file.js";
 import { createDialogs } from "./dialogs.js";
@@ -69,10 +69,6 @@ desk.press = (id, index) => {
   const control = commandOf(state, id);
   if (control && !control.enabled) return desk.say(control.tip || `${control.caption} cannot be used now.`);
   return desk.act(`press/${encodeURIComponent(id)}`, index === undefined ? {} : { index });
-};
-desk.pressNamed = (caption) => {
-  const control = commandNamed(state, caption);
-  return control && desk.press(control.id);
 };
 
 // A command of the program's own.

@@ -1,6 +1,6 @@
 // The keys of the whole page, and the page that lists them.
 
-import { commandNamed } from "./bars.js";
+import { commandOf } from "./bars.js";
 import { h } from "./dom.js";
 import { ask } from "./dialogs.js";
 
@@ -43,10 +43,7 @@ const isText = (element) => element?.matches("input:not([type=checkbox], [type=r
 
 export function listenToKeys(desk) {
   const { state, selection } = desk;
-  // Of the system, by what they are called.
-  const run = (name) => () => {
-    if (commandNamed(state, name)) desk.pressNamed(name);
-  };
+  const run = (id) => () => commandOf(state, id) && desk.press(id);
   const everywhere = {
     "Ctrl+s": () => desk.command("save"),
     F7: () => desk.check(),
@@ -57,7 +54,7 @@ export function listenToKeys(desk) {
     "Ctrl+=": () => desk.stage.zoomBy(1.25),
     "Ctrl++": () => desk.stage.zoomBy(1.25),
     "Ctrl+-": () => desk.stage.zoomBy(1 / 1.25),
-    "Ctrl+Shift+Enter": run("Fill with rows"),
+    "Ctrl+Shift+Enter": run("cbrFillWithRows"),
   };
   // Not while text is being typed: there they are the text's own.
   const outsideOfText = {
@@ -71,13 +68,13 @@ export function listenToKeys(desk) {
   };
   // Where shapes are chosen.
   const onShapes = {
-    "Ctrl+c": run("Copy link"),
-    "Ctrl+v": run("Paste link"),
-    "Ctrl+Shift+c": run("Copy link"),
-    "Ctrl+Shift+v": run("Paste as next row"),
-    Delete: run("Unlink"),
-    "Alt+ArrowDown": run("Next row"),
-    "Alt+ArrowUp": run("Previous row"),
+    "Ctrl+c": run("cbrCopyLink"),
+    "Ctrl+v": run("cbrPasteLink"),
+    "Ctrl+Shift+c": run("cbrCopyLink"),
+    "Ctrl+Shift+v": run("cbrPasteNextRow"),
+    Delete: run("cbrUnlink"),
+    "Alt+ArrowDown": run("cbrRowDown"),
+    "Alt+ArrowUp": run("cbrRowUp"),
     "Alt+Enter": () => desk.goTo("properties"),
     ContextMenu: () => desk.openShapeMenu(),
     "Shift+F10": () => desk.openShapeMenu(),

@@ -6,7 +6,7 @@ import { icon } from "./icons.js";
 
 let closeOpen = null;
 
-export function openMenu({ label, items, anchor, point, below }) {
+export function openMenu({ label, items, anchor, point }) {
   closeOpen?.();
   const returnTo = document.activeElement;
   const menu = build(items, label, close);
@@ -23,7 +23,7 @@ export function openMenu({ label, items, anchor, point, below }) {
   menu.addEventListener("toggle", (event) => event.newState === "closed" && close());
   menu.showPopover();
   if (anchor && !point) set(anchor, { "aria-expanded": "true" });
-  lay(menu, point ?? { box: (below ?? anchor).getBoundingClientRect() });
+  lay(menu, point ?? { box: anchor.getBoundingClientRect() });
   first(menu)?.focus();
 }
 
@@ -109,7 +109,7 @@ function key(event, menu) {
   else if (event.key === "ArrowLeft" && menu.parentElement.classList.contains("entry")) {
     menu.parentElement.firstElementChild.focus();
     menu.hidePopover();
-  } else if (event.key === "Tab") closeOpen?.();
+  } else if (event.key === "Tab" || event.key === "Escape") closeOpen?.();
   else if (event.key.length === 1 && event.key !== " " && !event.ctrlKey) {
     const wanted = event.key.toLowerCase();
     const fits = (button) =>

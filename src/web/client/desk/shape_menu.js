@@ -49,11 +49,12 @@ export function createShapeMenu(desk) {
     desk.openMenu({ label: "Shapes", items: items(pile), anchor: here, point: place });
   }
 
-  desk.stage.viewport.addEventListener("contextmenu", (event) => {
+  // What can be done is known once the server has heard of the selection.
+  desk.stage.viewport.addEventListener("contextmenu", async (event) => {
     event.preventDefault();
     const [top] = desk.picking.pileAt(event);
     const isChosen = desk.picking.pileAt(event).some(({ id }) => state.chosen.shapes.includes(id));
-    if (!isChosen) selection.shapes(top ? [top.id] : []);
+    if (!isChosen) await selection.shapes(top ? [top.id] : []);
     open(event);
   });
   return { open };

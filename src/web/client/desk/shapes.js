@@ -45,9 +45,9 @@ export function createShapes(desk) {
     line.addEventListener("dblclick", () => desk.goTo("properties"));
     line.addEventListener("pointerenter", () => change({ lit: { shapes: [id], cells: [] } }));
     line.addEventListener("pointerleave", () => change({ lit: { shapes: [], cells: [] } }));
-    line.addEventListener("contextmenu", (event) => {
+    line.addEventListener("contextmenu", async (event) => {
       event.preventDefault();
-      if (!state.chosen.shapes.includes(id)) selection.shapes([id]);
+      if (!state.chosen.shapes.includes(id)) await selection.shapes([id]);
       desk.openShapeMenu(event, line);
     });
     return line;

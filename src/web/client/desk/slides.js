@@ -76,9 +76,9 @@ export function createSlides(desk) {
       option.focus();
       selection.slide(id);
     });
-    option.addEventListener("contextmenu", (event) => {
+    option.addEventListener("contextmenu", async (event) => {
       event.preventDefault();
-      selection.slide(id);
+      await selection.slide(id);
       openContext(option, event);
     });
     watching.observe(option);

@@ -72,7 +72,8 @@ export function createToolbar(desk) {
 
   function moreItems() {
     const left = new Set([...onBar, "cmbDisplayType"]);
-    const all = barNamed(state, "Lumenfold")?.controls ?? barNamed(state, "Menu Bar")?.controls;
+    const menus = barNamed(state, "Menu Bar")?.controls.filter(({ type }) => type === "popup") ?? [];
+    const all = menus.length > 0 ? menus.flatMap(({ controls }) => controls) : barNamed(state, "Lumenfold")?.controls;
     return [
       ...menuItems(desk, all, left),
       { text: "Download the deck as it was saved", group: true, run: () => desk.deckFile.download() },

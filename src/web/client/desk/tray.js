@@ -48,7 +48,7 @@ export function createTray(desk) {
     { type: "button", class: "quiet square", "aria-label": "Read this connection anew", title: "Read anew" },
     icon("refresh"),
   );
-  refresh.addEventListener("click", () => desk.pressNamed("Refresh"));
+  refresh.addEventListener("click", () => desk.press("cbrRefresh"));
   const panel = h("div", { class: "panel", role: "tabpanel" });
   footer.append(h("div", { class: "heading" }, tabs, connect, told, toSelection, refresh), panel);
 
@@ -86,7 +86,7 @@ export function createTray(desk) {
       point: event.clientX ? { x: event.clientX, y: event.clientY } : null,
       items: [
         { text: "Change this connection…", run: () => desk.act("connect", { number }) },
-        { text: "All connections…", run: () => desk.pressNamed("Slide show properties") },
+        { text: "All connections…", run: () => desk.press("cbrSlideShow") },
       ],
     });
   }
