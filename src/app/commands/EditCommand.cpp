@@ -2,17 +2,20 @@
 
 #include <CLI/CLI.hpp>
 #include <boost/asio/ip/address.hpp>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "app/commands/Commands.h"
+#include "app/desk/DeckLock.h"
 #include "app/desk/Desk.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Token.h"
 #include "platform/Console.h"
+#include "platform/UserFolders.h"
 #include "web/desk/DeskServer.h"
 
 namespace app {
@@ -44,10 +47,15 @@ void requireSafety(const EditOptions& options) {
                "that speaks TLS.\n";
 }
 
+std::string deskFolder() { return (std::filesystem::path(platform::stateFolder()) / "desk").string(); }
+
 class EditRun {
  public:
-  EditRun(const EditOptions& options, Environment& environment)
-      : options_(options), environment_(environment), desk_(environment, {options.deck, options.allowed}) {}
+  EditRun(const EditOptions& options, Environment& environment, DeckLock& lock)
+      : options_(options),
+        environment_(environment),
+        lock_(lock),
+        desk_(environment, {options.deck, options.allowed, deskFolder(), &lock}) {}
 
   void run() {
     const Token token = obtainToken(options_.tokenFile);
@@ -80,6 +88,8 @@ class EditRun {
  private:
   void announce(const web::DeskServer& server, const Token& token) const {
     const std::string address = server.url() + (token.isNew ? "#token=" + token.value : std::string());
+    lock_.tell(address);
+    if (!lock_.problem().empty()) std::cerr << "lumenfold: " << lock_.problem() << '\n';
     std::cout << "Editing " << platform::forTerminal(desk_.presentation().FullName()) << '\n'
               << "Desk: " << address << '\n'
               << std::flush;
@@ -101,10 +111,20 @@ class EditRun {
 
   const EditOptions& options_;
   Environment& environment_;
+  DeckLock& lock_;
   Desk desk_;
   std::unique_ptr<host::Timer> finish_;
   int waited_ = 0;
 };
+
+void edit(const EditOptions& options, Environment& environment) {
+  requireSafety(options);
+  const auto deck = std::filesystem::absolute(options.deck).lexically_normal().string();
+  DeckLock lock(deskFolder(), deck);
+  if (!lock.isTaken()) return EditRun(options, environment, lock).run();
+  std::cout << platform::forTerminal(deck) << " is being edited already.\n";
+  if (!lock.theirAddress().empty()) std::cout << "Desk: " << lock.theirAddress() << '\n';
+}
 
 }  // namespace
 
@@ -120,10 +140,7 @@ void addEditCommand(CLI::App& program, Environment& environment) {
                    "File with the token that the desk takes (else LUMENFOLD_TOKEN, else a new one)");
   verb->add_option("--allow", options->allowed, "A further folder in which data files may be chosen");
   verb->add_flag("--open", options->open, "Start a browser on the desk");
-  verb->callback([options, &environment] {
-    requireSafety(*options);
-    EditRun(*options, environment).run();
-  });
+  verb->callback([options, &environment] { edit(*options, environment); });
 }
 
 }  // namespace app

@@ -3,17 +3,12 @@
 #include "app/desk/Desk.h"
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <utility>
 
 #include "app/desk/BarsJson.h"
 #include "app/desk/DeskState.h"
 #include "app/show/SlidePages.h"
-#include "app/wiring/Failure.h"
 #include "pages/modPages.h"
-#include "platform/Settings.h"
-#include "web/http/Secret.h"
 #include "web/show/ClientFiles.h"
 
 namespace app {
@@ -21,18 +16,6 @@ namespace app {
 using json::Json;
 
 namespace {
-
-std::vector<Roots::Root> rootsFor(const std::string& deck, const std::vector<std::string>& allowed) {
-  std::vector<Roots::Root> roots;
-  roots.push_back({"Beside the deck", std::filesystem::path(deck).parent_path().string()});
-  for (const std::string& folder : allowed) {
-    roots.push_back({std::filesystem::path(folder).filename().string(), folder});
-  }
-  for (const auto& [prefix, folder] : platform::Settings().entries("Paths"))
-    roots.push_back({prefix, folder});
-  roots.push_back({"Lumenfold", host::Current().module->Path()});
-  return roots;
-}
 
 const char* nameOf(LF2000::DataPreview preview) {
   switch (preview) {
@@ -47,54 +30,6 @@ const char* nameOf(LF2000::DataPreview preview) {
 }
 
 }  // namespace
-
-Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms)
-    : usual_(host::Current()) {
-  host::Services services = usual_;
-  services.messageBox = &messages;
-  services.jobs = &jobs;
-  services.forms = &forms;
-  host::Use(services);
-}
-
-Desk::Desk(Environment& environment, const Options& options)
-    : environment_(environment),
-      assets_("assets/" + web::newSecret() + '/'),
-      notices_([this] { requestFlush(); }),
-      jobs_(environment.loop(), *host::Current().clock,
-            [&environment](std::function<void()> handler) {
-              environment.loop().postOutermost(std::move(handler));
-            }),
-      forms_({[this] { return activeWindow(); },
-              [this](const std::string& window, std::string_view event, const Json& data) {
-                if (server_ != nullptr) server_->send(window, event, data);
-              },
-              [this] { requestFlush(); }, [](const std::string&) { return std::string(); }}),
-      services_(notices_, jobs_, forms_),
-      open_(std::make_unique<OpenDeck>(host_, host_.open(options.deck), environment.loop(), problems_,
-                                       assets_, [this] { requestFlush(); })),
-      undo_(open_->log),
-      roots_(rootsFor(open_->presentation->FullName(), options.allowed)),
-      nearby_(open_->presentation->FullName()),
-      clock_(environment.loop().CreateTimer([this] { tick(); })) {
-  jobs_.onChange([this] { requestFlush(); });
-  host_.application().bars().onChange([this] { requestFlush(); });
-  host_.application().onUndoEntry(
-      [this](std::string_view label, std::string_view run) { undo_.begin(label, run); });
-  LF2000::modPages::Install();
-  constexpr std::int32_t second = 1000;
-  clock_->Interval(second);
-  clock_->Enabled(true);
-}
-
-Desk::~Desk() {
-  *self_ = nullptr;
-  forms_.closeAll();
-  host_.application().onUndoEntry({});
-  host_.application().bars().onChange({});
-  jobs_.onChange({});
-  host_.application().activate(nullptr);
-}
 
 void Desk::opened(const std::string& name) {
   nearby_.look();
@@ -183,18 +118,19 @@ Json Desk::commandsJson() const {
   }
   Json check = commandJson(true, "");
   check["count"] = problems;
-  return {{"save", commandJson(open_->log.unsaved() > 0, "Everything is saved.")},
-          {"undo", commandJson(undo_.undoLabel().has_value(), "There is nothing to undo.")},
-          {"redo", commandJson(undo_.redoLabel().has_value(), "There is nothing to redo.")},
+  return {{"save", whyReadOnly_ ? commandJson(false, whyReadOnly_->c_str())
+                                : commandJson(edited_->unsaved() > 0, "Everything is saved.")},
+          {"undo", commandJson(edited_->undoLabel().has_value(), "There is nothing to undo.")},
+          {"redo", commandJson(edited_->redoLabel().has_value(), "There is nothing to redo.")},
           {"check", std::move(check)},
-          {"show", commandJson(false, "Start it with 'lumenfold show'.")}};
+          {"show", commandJson(true, "")}};
 }
 
 Json Desk::deckJson() const {
   const std::filesystem::path path = open_->presentation->FullName();
   return {{"name", path.filename().string()},       {"folder", path.parent_path().string()},
-          {"unsaved", open_->log.unsaved()},        {"undo", orNull(undo_.undoLabel())},
-          {"redo", orNull(undo_.redoLabel())},      {"isReadOnly", nullptr},
+          {"unsaved", edited_->unsaved()},          {"undo", orNull(edited_->undoLabel())},
+          {"redo", orNull(edited_->redoLabel())},   {"isReadOnly", orNull(whyReadOnly_)},
           {"isEmpty", open_->sources.all().empty()}};
 }
 
@@ -236,8 +172,8 @@ Json Desk::act(const std::string& name, std::string_view path, const Json& body)
 }
 
 DeskRequests Desk::requests() {
-  return DeskRequests({host_.application(), *open_, undo_, forms_, findings_, notices_, jobs_, roots_,
-                       preview_, [this] { save(); },
+  return DeskRequests({host_.application(), *open_, *edited_, forms_, findings_, notices_, jobs_, roots_,
+                       preview_, [this] { save(); }, [this] { return beginShow(); },
                        [this](const DeskWindow& window, const std::string& text) {
                          if (server_ != nullptr) server_->send(window.name, "say", {{"text", text}});
                        }});
@@ -251,36 +187,19 @@ std::string Desk::activeWindow() {
   return {};
 }
 
-/// What was not changed is not written.
-void Desk::save() {
-  settle();
-  if (open_->log.unsaved() == 0) return;
-  open_->presentation->Save();
-  open_->log.noteSaved();
-  undo_.endRun();
-}
-
 void Desk::tick() {
-  constexpr int nearbyEvery = 5;
-  if (server_ != nullptr && server_->windows() > 0 && ++ticks_ % nearbyEvery == 0) nearby_.look();
-  open_->model->RequeryInBackground(/*forced=*/false);
+  constexpr int seldom = 5;
+  if (server_ != nullptr && server_->windows() > 0 && ++ticks_ % seldom == 0) {
+    nearby_.look();
+    whyReadOnly_ = edited_->file().whyReadOnly();
+  }
+  if (hasSources_) open_->model->RequeryInBackground(/*forced=*/false);
   flush();
 }
 
 Json Desk::look(std::string_view path, std::string_view query) { return requests().look(path, query); }
 
 std::optional<web::Asset> Desk::asset(std::string_view name) { return open_->slides.asset(name); }
-
-web::Download Desk::deck() {
-  const std::filesystem::path path = open_->presentation->FullName();
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  if (!file) fail(path.string() + ": the deck cannot be read.");
-  return {path.filename().string(), std::make_shared<const std::string>(std::move(bytes).str())};
-}
-
-void Desk::takeDeck(std::string) { throw web::Refusal(501, "Versions of the deck cannot be taken yet."); }
 
 void Desk::requestFlush() {
   if (std::exchange(isFlushRequested_, true)) return;
@@ -301,7 +220,7 @@ void Desk::flush() {
 }
 
 void Desk::settle() {
-  undo_.end();
+  edited_->endStep();
   const bool isEdited = open_->slides.takeEdits();
   open_->sources.look();
   Json known = Json::array();

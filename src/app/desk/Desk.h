@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <optional>
@@ -9,15 +9,18 @@
 #include <string_view>
 #include <vector>
 
+#include "app/desk/DeskAccess.h"
 #include "app/desk/DeskFindings.h"
 #include "app/desk/DeskForms.h"
 #include "app/desk/DeskRequests.h"
 #include "app/desk/DeskWindow.h"
+#include "app/desk/EditedDeck.h"
+#include "app/desk/HeldJobs.h"
 #include "app/desk/NearbyFiles.h"
 #include "app/desk/Notices.h"
 #include "app/desk/OpenDeck.h"
 #include "app/desk/Roots.h"
-#include "app/desk/UndoStack.h"
+#include "app/desk/ShowProcess.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/ToldOnce.h"
@@ -35,9 +38,13 @@ class Desk final : public web::Desk {
     std::string deck;
     /// Folders besides the usual ones in which data files may be chosen.
     std::vector<std::string> allowed;
+    /// Where the program keeps what it must remember: journals, what was agreed to.
+    std::string stateFolder;
+    /// Follows the deck's file; may be null, else it outlives the desk.
+    DeckLock* lock = nullptr;
   };
   /// Opens the deck; its sources are opened behind it. The environment outlives the desk.
-  Desk(Environment& environment, const Options& options);
+  Desk(Environment& environment, Options options);
   ~Desk() override;
   Desk(const Desk&) = delete;
   Desk& operator=(const Desk&) = delete;
@@ -63,7 +70,7 @@ class Desk final : public web::Desk {
   /// Puts the desk's services in force, and the former ones back.
   class Services {
    public:
-    Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms);
+    Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files);
     ~Services() { host::Use(usual_); }
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
@@ -72,44 +79,69 @@ class Desk final : public web::Desk {
     host::Services usual_;
   };
 
+  // Desk.cpp: windows and what they are told.
+
   DeskWindow& window(const std::string& name);
+  [[nodiscard]] std::string activeWindow();
+  [[nodiscard]] DeskRequests requests();
   /// Every key but the slide's markup.
   json::Json present(const DeskWindow& window);
   [[nodiscard]] json::Json deckJson() const;
   [[nodiscard]] json::Json commandsJson() const;
   [[nodiscard]] json::Json jobsJson() const;
   [[nodiscard]] json::Json othersJson(const DeskWindow& window) const;
-  [[nodiscard]] DeskRequests requests();
-  [[nodiscard]] std::string activeWindow();
-  void save();
-  void tick();
   /// Takes up what handlers have done.
   void settle();
   void requestFlush();
   void flush();
   void tell(DeskWindow& window, const std::set<DeskSlides::Place>& changed);
+  void tick();
+
+  // DeskVersions.cpp: the deck's file, its versions, and what it asks for.
+
+  [[nodiscard]] std::unique_ptr<OpenDeck> openDeck(std::shared_ptr<deck::Presentation> presentation);
+  [[nodiscard]] EditedDeck::Hearer hearer();
+  void askForSources();
+  void openSources(const std::vector<ForeignSource>& sources);
+  void offerRecovery();
+  void recover();
+  void offerNewer();
+  void takeNewer();
+  void show(const std::shared_ptr<deck::Presentation>& before, std::size_t kept);
+  void save();
+  [[nodiscard]] std::string beginShow();
 
   Environment& environment_;
+  const Options options_;
   const std::string assets_;
   /// Lets a posted flush see that this object is gone.
   std::shared_ptr<Desk*> self_ = std::make_shared<Desk*>(this);
   ToldOnce problems_;
   Notices notices_;
   platform::JobQueue jobs_;
+  HeldJobs heldJobs_;
   DeskForms forms_;
+  Roots roots_;
+  DeskAccess access_;
+  DeskFiles files_;
   Services services_;
   AddInHost host_;
   std::unique_ptr<OpenDeck> open_;
-  UndoStack undo_;
+  std::unique_ptr<EditedDeck> edited_;
   DeskFindings findings_;
-  Roots roots_;
   NearbyFiles nearby_;
+  ShowProcess show_;
   LF2000::DataPreview preview_ = LF2000::DataPreview::AsTheyAre;
-  /// What the data and the state of connections were when forms were told of them last.
-  json::Json formsKnow_;
   std::map<std::string, std::unique_ptr<DeskWindow>> windows_;
   std::unique_ptr<host::Timer> clock_;
   web::DeskServer* server_ = nullptr;
+  /// What the data and the state of connections were when forms were told of them last.
+  json::Json formsKnow_;
+  std::optional<std::string> whyReadOnly_;
+  /// The deck's own sources may be contacted.
+  bool hasSources_ = true;
+  /// Of the notice of a newer version.
+  int newerNotice_ = 0;
   bool isFlushRequested_ = false;
   int ticks_ = 0;
 };

@@ -78,7 +78,7 @@ Json DeskRequests::act(DeskWindow& window, std::string_view path, const Json& bo
   const std::string_view what = words.front();
   if (words.size() == 2) {
     if (what == "press") return press(window, words[1], body), nullptr;
-    if (what == "commands") return command(window, words[1], body), nullptr;
+    if (what == "commands") return command(window, words[1]);
     if (what == "choices") return choose(window, numberOf<int>(words[1]), body), nullptr;
     if (what == "repairs") {
       return parts_.findings.repair(parts_.application, parts_.open, numberOf<int>(words[1]),
@@ -124,15 +124,17 @@ void DeskRequests::press(DeskWindow&, std::string_view id, const Json& body) con
   }
 }
 
-void DeskRequests::command(DeskWindow& window, std::string_view name, const Json&) const {
-  if (name == "save") return parts_.save();
-  if (name == "check") return parts_.findings.check(parts_.open);
+Json DeskRequests::command(DeskWindow& window, std::string_view name) const {
+  if (name == "save") return parts_.save(), nullptr;
+  if (name == "check") return parts_.findings.check(parts_.open), nullptr;
+  if (name == "show") return {{"url", parts_.show()}};
   if (name != "undo" && name != "redo") failUnknown();
   const bool isUndo = name == "undo";
-  const auto effect = isUndo ? parts_.undo.undo() : parts_.undo.redo();
+  const auto effect = isUndo ? parts_.edited.undo() : parts_.edited.redo();
   if (!effect) fail(isUndo ? "There is nothing to undo." : "There is nothing to redo.");
   takeUp(*effect, parts_.application, parts_.open, window);
   parts_.say(window, (isUndo ? "Undone: " : "Done again: ") + effect->label);
+  return nullptr;
 }
 
 void DeskRequests::setCursor(DeskWindow& window, const Json& body) const {

@@ -7,10 +7,10 @@
 #include "app/desk/DeskFindings.h"
 #include "app/desk/DeskForms.h"
 #include "app/desk/DeskWindow.h"
+#include "app/desk/EditedDeck.h"
 #include "app/desk/Notices.h"
 #include "app/desk/OpenDeck.h"
 #include "app/desk/Roots.h"
-#include "app/desk/UndoStack.h"
 #include "connections/DataPreview.h"
 #include "deck/objects/Application.h"
 #include "json/Json.h"
@@ -22,7 +22,7 @@ namespace app {
 struct DeskParts {
   deck::Application& application;
   OpenDeck& open;
-  UndoStack& undo;
+  EditedDeck& edited;
   DeskForms& forms;
   DeskFindings& findings;
   Notices& notices;
@@ -31,6 +31,8 @@ struct DeskParts {
   LF2000::DataPreview& preview;
   /// Writes the deck's file.
   std::function<void()> save;
+  /// Begins a show of the file; answers its address.
+  std::function<std::string()> show;
   /// A sentence for the window's live region.
   std::function<void(const DeskWindow& window, const std::string& text)> say;
 };
@@ -50,7 +52,7 @@ class DeskRequests {
 
   void select(DeskWindow& window, const json::Json& body) const;
   void press(DeskWindow& window, std::string_view id, const json::Json& body) const;
-  void command(DeskWindow& window, std::string_view name, const json::Json& body) const;
+  [[nodiscard]] json::Json command(DeskWindow& window, std::string_view name) const;
   void setCursor(DeskWindow& window, const json::Json& body) const;
   void link(DeskWindow& window, const json::Json& body) const;
   void fill(DeskWindow& window, const json::Json& body) const;

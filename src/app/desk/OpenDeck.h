@@ -6,7 +6,6 @@
 
 #include "app/desk/DeskSlides.h"
 #include "app/desk/DeskSources.h"
-#include "app/desk/EditLog.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/ToldOnce.h"
 #include "deck/objects/Presentation.h"
@@ -22,13 +21,11 @@ struct OpenDeck {
            ToldOnce& problems, std::string assetPrefix, std::function<void()> changed)
       : presentation(std::move(opened)),
         model(host.entryOf(presentation)),
-        log(presentation),
         slides(presentation, loop, problems, std::move(assetPrefix), std::move(changed)),
         sources(model) {}
 
   std::shared_ptr<deck::Presentation> presentation;
   std::shared_ptr<LF2000::clsPresentation> model;
-  EditLog log;
   DeskSlides slides;
   DeskSources sources;
 };

@@ -151,8 +151,11 @@ Json Roots::list(const Wish& wish) const {
 }
 
 bool Roots::hold(const std::string& path) const {
+  // A drive of another machine may keep who looks at it waiting.
+  const host::Drives* drives = host::Current().drives;
+  const bool isLocal = drives == nullptr || drives->IsLocal(path);
   std::error_code failed;
-  const fs::path real = fs::weakly_canonical(path, failed);
+  const fs::path real = isLocal ? fs::weakly_canonical(path, failed) : fs::path(path).lexically_normal();
   return !failed && std::any_of(roots_.begin(), roots_.end(),
                                 [&](const Root& root) { return isWithin(real, root.path); });
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "ado/Factory.h"
 #include "app/wiring/ToldOnce.h"
@@ -51,12 +53,19 @@ class Environment {
   [[nodiscard]] platform::Shell& shell() { return shell_; }
   /// The path of a data file as this system knows it.
   [[nodiscard]] std::string localPath(std::string_view path) const { return paths_.translate(path); }
+  /// Called with the path of every database and workbook before it is opened; what it throws is why it is
+  /// not. An empty one ends that.
+  void guardPaths(std::function<void(const std::string& path)> guard) { pathGuard_ = std::move(guard); }
   /// How many errors the system has told the user so far.
   [[nodiscard]] int errorsShown() const { return messageBox_.errorsShown(); }
   /// The text of the last of them.
   [[nodiscard]] const std::string& lastShown() const { return messageBox_.lastShown(); }
 
  private:
+  [[nodiscard]] std::string guarded(std::string path) const {
+    if (pathGuard_) pathGuard_(path);
+    return path;
+  }
   /// Whether somebody sits at a terminal.
   [[nodiscard]] static bool isAttended();
 
@@ -75,10 +84,11 @@ class Environment {
   platform::ProgressMeter progressMeter_;
   platform::Shell shell_{settings_, isAttended()};
   platform::Registry registry_;
-  ado::Factory ado_{[this](std::string_view path) { return paths_.translate(path); }};
+  std::function<void(const std::string&)> pathGuard_;
+  ado::Factory ado_{[this](std::string_view path) { return guarded(paths_.translate(path)); }};
   platform::FileWatcher watcher_{loop_,
                                  [this](std::string_view path) { return paths_.translateLocal(path); }};
-  workbook::Factory excel_{loop_, [this](std::string_view path) { return paths_.translate(path); }};
+  workbook::Factory excel_{loop_, [this](std::string_view path) { return guarded(paths_.translate(path)); }};
 };
 
 }  // namespace app

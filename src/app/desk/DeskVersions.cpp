@@ -1,0 +1,305 @@
+// How a desk opens its deck, saves it, and takes up what others make of its file.
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <utility>
+
+#include "app/desk/Desk.h"
+#include "app/desk/DeskHistory.h"
+#include "app/wiring/Failure.h"
+#include "app/wiring/Output.h"
+#include "basic/Format.h"
+#include "pages/modPages.h"
+#include "platform/Settings.h"
+#include "web/http/Secret.h"
+
+namespace app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<Roots::Root> rootsFor(const std::string& deck, const std::vector<std::string>& allowed) {
+  std::vector<Roots::Root> roots;
+  roots.push_back({"Beside the deck", fs::absolute(deck).parent_path().string()});
+  for (const std::string& folder : allowed) {
+    roots.push_back({fs::path(folder).filename().string(), folder});
+  }
+  for (const auto& [prefix, folder] : platform::Settings().entries("Paths"))
+    roots.push_back({prefix, folder});
+  roots.push_back({"Lumenfold", host::Current().module->Path()});
+  return roots;
+}
+
+std::string timeNow() { return basic::Format(host::Current().clock->Now(), "hh:nn"); }
+
+std::string changes(std::size_t count) { return counted(count, "change"); }
+
+/// One line for each.
+std::string linesOf(const std::vector<EditConflict>& conflicts) {
+  std::string lines;
+  for (const EditConflict& conflict : conflicts) {
+    if (!lines.empty()) lines += '\n';
+    lines += "Yours: " + conflict.ours + ". In the file: " + conflict.theirs + '.';
+  }
+  return lines;
+}
+
+std::string listOf(const std::vector<ForeignSource>& sources) {
+  std::string list;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    if (i > 0) list += i + 1 == sources.size() ? " and " : ", ";
+    list += sources[i].name;
+  }
+  return list;
+}
+
+/// What was agreed to, a line each: the deck and its sources.
+class Agreements {
+ public:
+  Agreements(const std::string& folder, const std::string& deck, const std::string& sources)
+      : file_(fs::path(folder) / "agreed-sources"), line_(deck + '\t' + sources) {}
+
+  [[nodiscard]] bool areKnown() const {
+    std::ifstream file(file_);
+    for (std::string line; std::getline(file, line);) {
+      if (line == line_) return true;
+    }
+    return false;
+  }
+  /// What cannot be remembered is asked again.
+  void add() const {
+    std::error_code ignored;
+    fs::create_directories(file_.parent_path(), ignored);
+    std::ofstream(file_, std::ios::app) << line_ << '\n';
+    fs::permissions(file_, fs::perms::owner_read | fs::perms::owner_write, ignored);
+  }
+
+ private:
+  fs::path file_;
+  std::string line_;
+};
+
+}  // namespace
+
+Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files)
+    : usual_(host::Current()) {
+  host::Services services = usual_;
+  services.messageBox = &messages;
+  services.jobs = &jobs;
+  services.forms = &forms;
+  services.files = &files;
+  host::Use(services);
+}
+
+Desk::Desk(Environment& environment, Options options)
+    : environment_(environment),
+      options_(std::move(options)),
+      assets_("assets/" + web::newSecret() + '/'),
+      notices_([this] { requestFlush(); }),
+      jobs_(environment.loop(), *host::Current().clock,
+            [&environment](std::function<void()> handler) {
+              environment.loop().postOutermost(std::move(handler));
+            }),
+      heldJobs_(jobs_),
+      forms_({[this] { return activeWindow(); },
+              [this](const std::string& window, std::string_view event, const json::Json& data) {
+                if (server_ != nullptr) server_->send(window, event, data);
+              },
+              [this] { requestFlush(); }, [](const std::string&) { return std::string(); }}),
+      roots_(rootsFor(options_.deck, options_.allowed)),
+      access_(roots_),
+      files_(*host::Current().files, access_),
+      services_(notices_, heldJobs_, forms_, files_),
+      nearby_(fs::absolute(options_.deck).lexically_normal().string()),
+      show_((fs::temp_directory_path() / ("lumenfold-show-" + web::newSecret())).string(),
+            environment.loop()),
+      clock_(environment.loop().CreateTimer([this] { tick(); })) {
+  environment_.guardPaths([this](const std::string& path) { access_.require(path); });
+  heldJobs_.hold();
+  open_ = openDeck(host_.open(options_.deck));
+  edited_ = std::make_unique<EditedDeck>(host_.application(), environment_.loop(), open_->presentation,
+                                         EditedDeck::Options{options_.stateFolder, options_.lock}, hearer());
+  whyReadOnly_ = edited_->file().whyReadOnly();
+  jobs_.onChange([this] { requestFlush(); });
+  host_.application().bars().onChange([this] { requestFlush(); });
+  askForSources();
+  offerRecovery();
+  constexpr std::int32_t second = 1000;
+  clock_->Interval(second);
+  clock_->Enabled(true);
+}
+
+Desk::~Desk() {
+  *self_ = nullptr;
+  forms_.closeAll();
+  host_.application().bars().onChange({});
+  jobs_.onChange({});
+  host_.application().activate(nullptr);
+  edited_.reset();
+  environment_.guardPaths({});
+}
+
+std::unique_ptr<OpenDeck> Desk::openDeck(std::shared_ptr<deck::Presentation> presentation) {
+  return std::make_unique<OpenDeck>(host_, std::move(presentation), environment_.loop(), problems_, assets_,
+                                    [this] { requestFlush(); });
+}
+
+EditedDeck::Hearer Desk::hearer() {
+  EditedDeck::Hearer hearer;
+  hearer.replaced = [this](const std::shared_ptr<deck::Presentation>& before, std::size_t kept) {
+    show(before, kept);
+  };
+  hearer.newer = [this] { offerNewer(); };
+  hearer.broken = [this](const std::string& why) {
+    notices_.tell(Notices::Level::Warning, "A newer version of the deck cannot be read. " + why);
+  };
+  hearer.problem = [this](const std::string& problem) { notices_.tell(Notices::Level::Warning, problem); };
+  return hearer;
+}
+
+/// A deck may come from anywhere: what it asks for elsewhere is contacted when its author agrees.
+void Desk::askForSources() {
+  const auto sources = foreignSources(*open_->model, roots_);
+  const std::string list = listOf(sources);
+  const Agreements agreements(options_.stateFolder, open_->presentation->FullName(), list);
+  if (sources.empty() || agreements.areKnown()) return openSources(sources);
+  hasSources_ = false;
+  heldJobs_.passOthers();
+  const Notices::Action open{"open", "Open them", [this, sources, agreements] {
+                               agreements.add();
+                               openSources(sources);
+                             }};
+  const Notices::Action look{"look", "Look first", [this, list, open] {
+                               notices_.tell(Notices::Level::Info, "Nothing is asked of " + list + " yet.",
+                                             {}, {open});
+                             }};
+  notices_.tell(Notices::Level::Warning, "This deck asks for data from " + list + ".", {}, {open, look});
+}
+
+void Desk::openSources(const std::vector<ForeignSource>& sources) {
+  for (const ForeignSource& source : sources) {
+    if (!source.path.empty()) access_.grant(source.path);
+  }
+  hasSources_ = true;
+  heldJobs_.release();
+}
+
+void Desk::offerRecovery() {
+  for (const std::string& damage : edited_->damagedJournals()) {
+    notices_.tell(Notices::Level::Warning, damage);
+  }
+  const Rebase* left = edited_->recoverable();
+  if (left == nullptr) return;
+  const std::size_t count = left->clean() + left->conflicts().size();
+  const std::time_t since = edited_->recoverableSince();
+  std::tm local{};
+  ::localtime_r(&since, &local);
+  char time[8] = {};
+  std::strftime(time, sizeof time, "%H:%M", &local);
+  const std::string text = changes(count) + " from " + time + (count == 1 ? " was" : " were") + " not saved.";
+  notices_.tell(Notices::Level::Warning, text, linesOf(left->conflicts()),
+                {{"recover", "Recover", [this] { recover(); }},
+                 {"discard", "Discard", [this] { edited_->discardRecoverable(); }}});
+}
+
+void Desk::recover() {
+  const EditedDeck::Recovered recovered = edited_->recover();
+  for (const auto& [name, window] : windows_) {
+    takeUp(recovered.effect, host_.application(), *open_, *window);
+  }
+  if (windows_.empty() && recovered.effect.presentation) open_->model->TakeUpTags();
+  for (const std::string& number : recovered.withoutSecrets) {
+    notices_.tell(Notices::Level::Warning,
+                  "Enter the password of connection " + number + " again; it was not kept.");
+  }
+}
+
+void Desk::offerNewer() {
+  const std::size_t ours = edited_->unsaved();
+  notices_.dismiss(newerNotice_);
+  newerNotice_ = notices_.tell(Notices::Level::Warning, "PowerPoint saved the deck at " + timeNow() + ".",
+                               linesOf(edited_->newer()->conflicts()),
+                               {{"take", "Take it and keep my " + changes(ours), [this] { takeNewer(); }}});
+}
+
+void Desk::takeNewer() { edited_->takeNewer(); }
+
+/// Slides and shapes are found again by their ids. Forms are about what was there before.
+void Desk::show(const std::shared_ptr<deck::Presentation>& before, std::size_t kept) {
+  notices_.dismiss(newerNotice_);
+  forms_.closeAll();
+  open_ = openDeck(edited_->presentation());
+  findings_ = {};
+  preview_ = LF2000::DataPreview::AsTheyAre;
+  const auto active = host_.application().ActiveWindow();
+  for (const auto& [name, window] : windows_) {
+    const int slide = window->document->slide();
+    const auto shapes = window->document->shapes();
+    const auto found = slide < 1 ? std::nullopt : open_->slides.find(before->slideId(slide));
+    window->document->show(open_->presentation);
+    window->markupOf = 0;
+    if (found) window->document->select(*found, shapes);
+    host_.application().activate(nullptr);
+    host_.application().activate(window->document);
+    LF2000::modPages::Dock(open_->model);
+  }
+  host_.application().activate(std::static_pointer_cast<deck::DocumentWindow>(active));
+  const std::string text = "The deck was saved by another program at " + timeNow() + " and taken up.";
+  notices_.tell(Notices::Level::Info,
+                kept == 0 ? text : text + " Your " + changes(kept) + " are kept and not saved yet.");
+  requestFlush();
+}
+
+/// A deck that could not be written shows its data again.
+void Desk::save() {
+  settle();
+  try {
+    const auto saved = edited_->save();
+    if (saved == EditedDeck::Saved::NothingToDo) return;
+    notices_.tell(Notices::Level::Info, saved == EditedDeck::Saved::WrittenAnew
+                                            ? "The deck's file was gone; it was written anew."
+                                            : "Saved. The file holds no live values.");
+  } catch (...) {
+    open_->model->FillValues(false);
+    throw;
+  }
+}
+
+std::string Desk::beginShow() {
+  if (edited_->unsaved() > 0) save();
+  return show_.url(open_->presentation->FullName());
+}
+
+web::Download Desk::deck() {
+  const fs::path path = open_->presentation->FullName();
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  if (!file) fail(path.string() + ": the deck cannot be read.");
+  return {path.filename().string(), std::make_shared<const std::string>(std::move(bytes).str())};
+}
+
+void Desk::takeDeck(std::string bytes) {
+  const fs::path file = fs::temp_directory_path() / ("lumenfold-deck-" + web::newSecret());
+  const auto remove = [&](const fs::path*) {
+    std::error_code ignored;
+    fs::remove(file, ignored);
+  };
+  const std::unique_ptr<const fs::path, decltype(remove)> guard(&file, remove);
+  {
+    std::ofstream out(file, std::ios::binary);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!out.flush()) fail("The deck that was sent cannot be kept on this machine's disk.");
+  }
+  // It is read from there; nobody needs it twice.
+  std::string().swap(bytes);
+  edited_->upload(file.string());
+  flush();
+}
+
+}  // namespace app
