@@ -74,6 +74,15 @@ std::shared_ptr<clsPresentation> Application::Find(
   return entry == Presentations.end() ? nullptr : *entry;
 }
 
+std::shared_ptr<clsPresentation> Application::FindVersion(
+    const PowerPoint::Presentation& presentation) const {
+  const std::string name = presentation.FullName();
+  const auto entry = std::find_if(Presentations.rbegin(), Presentations.rend(), [&](const auto& candidate) {
+    return candidate->ActivePresentation()->FullName() == name;
+  });
+  return entry == Presentations.rend() ? nullptr : *entry;
+}
+
 void Application::NewPresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
   Log(DebugKind::Event, "gppApp_NewPresentation");
   host::Current().loop->DoEvents();
@@ -96,7 +105,12 @@ void Application::PresentationOpen(const std::shared_ptr<PowerPoint::Presentatio
   host::Current().loop->DoEvents();
   if (modGlobalFunctions::OfflineGenerationActive) return;
   auto entry = std::make_shared<clsPresentation>();
-  entry->ActivePresentation(presentation);
+  const auto former = FindVersion(*presentation);
+  if (former && host::Current().jobs) {
+    entry->ActivePresentation(presentation, *former);
+  } else {
+    entry->ActivePresentation(presentation);
+  }
   Presentations.push_back(std::move(entry));
   UpdateCommandState();
   presentation->Saved(true);

@@ -53,6 +53,9 @@ class Application final : public PowerPoint::ApplicationEvents {
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);
   void BuildCommands();
+  /// The entry of another version of the presentation that is still open; null without one.
+  [[nodiscard]] std::shared_ptr<clsPresentation> FindVersion(
+      const PowerPoint::Presentation& presentation) const;
   /// Shows the page that fits the selection beside the presentation, where the host has room for it.
   void DockPage(const std::shared_ptr<PowerPoint::Presentation>& presentation) const;
 

@@ -37,7 +37,7 @@ void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Prese
   Log(DebugKind::Event, "Opening presentation");
   Attach(presentation);
   if (!modTags::HasVersionTag(*presentation_)) return;
-  if (host::Current().jobs) return LoadInBackground();
+  if (host::Current().jobs) return LoadInBackground(nullptr);
 
   const bool loaded = LoadConnections(/*opens=*/true);
   LoadSettings();
@@ -49,6 +49,15 @@ void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Prese
   CloseMeter();
 } catch (...) {
   CloseMeter();
+  CatchError(modErrors::OpeningPresentation);
+}
+
+void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation,
+                                         const clsPresentation& former) try {
+  Log(DebugKind::Event, "Opening presentation");
+  Attach(presentation);
+  if (modTags::HasVersionTag(*presentation_)) LoadInBackground(&former);
+} catch (...) {
   CatchError(modErrors::OpeningPresentation);
 }
 

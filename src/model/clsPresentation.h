@@ -40,6 +40,12 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// connections are opened behind it, and the shapes of each are filled when it is open.
   void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation);
 
+  /// Loads another version of the presentation that `former` stands for, in a host with jobs: connections
+  /// that both describe alike are taken over with their data and not opened, and the display type stays
+  /// unless the new version brings another.
+  void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation,
+                          const clsPresentation& former);
+
   /// Takes up what the tags describe, and neither opens a connection nor fills a shape: for who changes
   /// the description. Connections whose tag cannot be read are left out.
   void Describe(const std::shared_ptr<PowerPoint::Presentation>& presentation);
@@ -148,7 +154,9 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void Attach(const std::shared_ptr<PowerPoint::Presentation>& presentation);
   /// False when one could not be opened; the rest is described, not opened.
   bool LoadConnections(bool opens);
-  void LoadInBackground();
+  /// `former` may be null.
+  void LoadInBackground(const clsPresentation* former);
+  void TakeOverReadings(const clsPresentation& former);
   [[nodiscard]] std::shared_ptr<clsConnection> DescribedConnection(const std::string& number,
                                                                    const std::string& tagValue) const;
   /// What the tags describe. Those that cannot be read are left out, and the first of them is reported.

@@ -46,6 +46,25 @@ void OpenOnce(clsConnection& connection) {
   connection.CloseConnection();
 }
 
+using ConnectionList = clsPresentation::ConnectionList;
+
+/// Puts those of `former` that are described alike in the place of the described ones. Answers the others.
+ConnectionList KeepAlike(ConnectionList& described, const ConnectionList& former) {
+  ConnectionList others;
+  for (auto& connection : described) {
+    const auto same = std::find_if(former.begin(), former.end(), [&](const auto& each) {
+      return each->ConnectionTagNumber() == connection->ConnectionTagNumber() &&
+             each->TagString() == connection->TagString();
+    });
+    if (same == former.end()) {
+      others.push_back(connection);
+    } else {
+      connection = *same;
+    }
+  }
+  return others;
+}
+
 }  // namespace
 
 clsPresentation::~clsPresentation() {
@@ -165,13 +184,29 @@ void clsPresentation::DropReadings() {
   }
 }
 
-void clsPresentation::LoadInBackground() {
+void clsPresentation::LoadInBackground(const clsPresentation* former) {
   connections_ = DescribedConnections();
   LoadSettings();
+  ConnectionList others = connections_;
+  if (former != nullptr) {
+    ConnectionList settled = former->connections_;
+    std::erase_if(settled,
+                  [&](const auto& connection) { return former->ReadingJob(*connection) != nullptr; });
+    others = KeepAlike(connections_, settled);
+    TakeOverReadings(*former);
+    if (displayTypeTag_ == former->displayTypeTag_) DisplayType(former->displayType_);
+  }
   Log(DebugKind::Event, "Start fill values");
   FillValues(false);
   Log(DebugKind::Event, "End fill values");
-  OpenAllInBackground(connections_);
+  OpenAllInBackground(std::move(others));
+}
+
+void clsPresentation::TakeOverReadings(const clsPresentation& former) {
+  for (const auto& connection : connections_) {
+    const auto found = former.readings_.find(connection.get());
+    if (found != former.readings_.end()) readings_[connection.get()] = found->second;
+  }
 }
 
 clsPresentation::ConnectionList clsPresentation::DescribedConnections() const {
@@ -193,18 +228,7 @@ clsPresentation::ConnectionList clsPresentation::DescribedConnections() const {
 void clsPresentation::TakeUpTags() try {
   const bool isLinked = modTags::HasVersionTag(*presentation_);
   ConnectionList present = isLinked ? DescribedConnections() : ConnectionList();
-  ConnectionList others;
-  for (auto& described : present) {
-    const auto same = std::find_if(connections_.begin(), connections_.end(), [&](const auto& connection) {
-      return connection->ConnectionTagNumber() == described->ConnectionTagNumber() &&
-             connection->TagString() == described->TagString();
-    });
-    if (same == connections_.end()) {
-      others.push_back(described);
-    } else {
-      described = *same;
-    }
-  }
+  ConnectionList others = KeepAlike(present, connections_);
   const ConnectionList former = std::exchange(connections_, std::move(present));
   for (const auto& connection : former) {
     if (std::find(connections_.begin(), connections_.end(), connection) == connections_.end()) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "addin/Application.h"
 #include "fakes/FakeDatabase.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/JobMachine.h"
@@ -235,6 +236,39 @@ TEST_F(BackgroundTest, TagsThatHaveChangedAreTakenUp) {
   presentation->TakeUpTags();
   EXPECT_TRUE(presentation->Connections().empty());
   EXPECT_EQ(presentation->DisplayType(), 2);
+}
+
+TEST_F(BackgroundTest, AnotherVersionTakesOverWhatIsDescribedAlike) {
+  const auto application = std::make_shared<fakes::Application>();
+  Application system;
+  system.InitHandler(application, "LF2000.Connect");
+  application->sink->PresentationOpen(host);
+  machine.RunJobs();
+  system.Find(host)->DisplayType(3);
+  const auto stock = system.Find(host)->FindConnection("001");
+  const std::size_t asked = database.log.size();
+  const int opens = machine.files.opens;
+  system.Find(host)->OpenInBackground(system.Find(host)->FindConnection("002"));
+
+  const auto newer = std::make_shared<fakes::Presentation>();
+  newer->tags->items = host->tags->items;
+  newer->tags->Add("CORVANE CONNECTION003", "0\tMore\tprices.txt\t-1\t");
+  fakes::Shape& shape = newer->Add().AddField("stock", 1);
+  application->sink->PresentationOpen(newer);
+  EXPECT_EQ(shape.text, "Price") << "at once, as the author looked at it before";
+  EXPECT_EQ(system.Find(newer)->FindConnection("001"), stock);
+  application->sink->PresentationClose(host);
+  EXPECT_EQ(machine.Captions(), (Texts{"Opening connection Prices", "Opening connection More"}))
+      << "what was still to be opened is opened for the newer one";
+  machine.RunJobs();
+  EXPECT_EQ(database.log.size(), asked);
+  EXPECT_EQ(machine.files.opens, opens + 2);
+  system.Find(newer)->RequeryInBackground(false);
+  EXPECT_EQ(machine.RunJobs(), 0);
+  // A host without jobs loads each version by itself.
+  machine.UseJobs(nullptr);
+  application->sink->PresentationOpen(newer);
+  EXPECT_GT(database.log.size(), asked);
 }
 
 TEST_F(BackgroundTest, APresentationThatIsClosedGivesUpWhatItWaitsFor) {
