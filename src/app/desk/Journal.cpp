@@ -192,7 +192,7 @@ std::optional<std::string> Journal::write(const OwnerChanges& unsaved) {
          std::strerror(errno) + ".";
 }
 
-CompletedEdits withDecksSecrets(const Journal::Recoverable& kept, const OwnerState& deck) {
+CompletedEdits withDecksSecrets(const KeptEdits& kept, const OwnerState& deck) {
   std::map<std::string, std::string> known;
   for (const deck::Tag& tag : deck.tags) known[tag.name] = tag.value;
   const auto completed = [&](const OwnerState& state) {

@@ -11,6 +11,15 @@
 
 namespace app {
 
+/// Unsaved edits as they were kept.
+struct KeptEdits {
+  OwnerChanges edits;
+  /// The names of connections' tags that were kept without a password.
+  std::set<std::string> withoutSecrets;
+  /// When the last of them was written.
+  std::time_t written = 0;
+};
+
 /// What is unsaved of a deck, kept in a folder against the end of the program: a JSON file of mode 0600,
 /// named by the deck's path, written beside and renamed. It holds tags of the system and names, and the texts
 /// of shapes whose link was taken off; passwords of connections are left out. Not flushed to the disk: it is
@@ -24,14 +33,7 @@ class Journal {
   Journal(std::string folder, std::string deck);
 
   /// What earlier runs left.
-  struct Recoverable {
-    OwnerChanges edits;
-    /// The names of connections' tags that were kept without a password.
-    std::set<std::string> withoutSecrets;
-    /// When the last of them was written.
-    std::time_t written = 0;
-  };
-  [[nodiscard]] const std::optional<Recoverable>& recoverable() const { return recoverable_; }
+  [[nodiscard]] const std::optional<KeptEdits>& recoverable() const { return recoverable_; }
   /// It has been recovered, or nobody wants it.
   void forgetRecoverable();
   /// What could not be read was put aside; where and why, a sentence each.
@@ -50,7 +52,7 @@ class Journal {
   std::string deck_;
   std::string path_;
   std::vector<std::string> leftFiles_;
-  std::optional<Recoverable> recoverable_;
+  std::optional<KeptEdits> recoverable_;
   std::vector<std::string> damages_;
 };
 
@@ -61,6 +63,6 @@ struct CompletedEdits {
 };
 
 /// The edits with the passwords that the deck has for the same connections.
-[[nodiscard]] CompletedEdits withDecksSecrets(const Journal::Recoverable& kept, const OwnerState& deck);
+[[nodiscard]] CompletedEdits withDecksSecrets(const KeptEdits& kept, const OwnerState& deck);
 
 }  // namespace app
