@@ -223,6 +223,7 @@ void Application::DockPage(const std::shared_ptr<PowerPoint::Presentation>& pres
 
 void Application::PresentationPrint(const std::shared_ptr<PowerPoint::Presentation>&) {
   Log(DebugKind::Event, "gppApp_PresentationPrint");
+  UpdateCommandState();
 }
 
 void Application::Log(modDebug::DebugKind kind, std::string_view text) {
