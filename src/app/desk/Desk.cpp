@@ -199,7 +199,10 @@ void Desk::tick() {
 
 Json Desk::look(std::string_view path, std::string_view query) { return requests().look(path, query); }
 
-std::optional<web::Asset> Desk::asset(std::string_view name) { return open_->slides.asset(name); }
+std::optional<web::Asset> Desk::asset(std::string_view name) {
+  auto asset = open_->slides.asset(name);
+  return asset ? asset : pictures_.asset(name);
+}
 
 void Desk::requestFlush() {
   if (std::exchange(isFlushRequested_, true)) return;

@@ -12,7 +12,9 @@
 #include "app/desk/DeskAccess.h"
 #include "app/desk/DeskFindings.h"
 #include "app/desk/DeskForms.h"
+#include "app/desk/DeskPictures.h"
 #include "app/desk/DeskRequests.h"
+#include "app/desk/DeskShell.h"
 #include "app/desk/DeskWindow.h"
 #include "app/desk/EditedDeck.h"
 #include "app/desk/HeldJobs.h"
@@ -63,6 +65,7 @@ class Desk final : public web::Desk {
   json::Json look(std::string_view path, std::string_view query) override;
   [[nodiscard]] std::string assets() const override { return assets_; }
   std::optional<web::Asset> asset(std::string_view name) override;
+  std::optional<web::Asset> help(std::string_view name) override;
   web::Download deck() override;
   void takeDeck(std::string bytes) override;
 
@@ -70,7 +73,8 @@ class Desk final : public web::Desk {
   /// Puts the desk's services in force, and the former ones back.
   class Services {
    public:
-    Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files);
+    Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files,
+             host::Shell& shell);
     ~Services() { host::Use(usual_); }
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
@@ -120,7 +124,9 @@ class Desk final : public web::Desk {
   Notices notices_;
   platform::JobQueue jobs_;
   HeldJobs heldJobs_;
+  DeskPictures pictures_;
   DeskForms forms_;
+  DeskShell shell_;
   Roots roots_;
   DeskAccess access_;
   DeskFiles files_;

@@ -86,13 +86,15 @@ class Agreements {
 
 }  // namespace
 
-Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files)
+Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files,
+                         host::Shell& shell)
     : usual_(host::Current()) {
   host::Services services = usual_;
   services.messageBox = &messages;
   services.jobs = &jobs;
   services.forms = &forms;
   services.files = &files;
+  services.shell = &shell;
   host::Use(services);
 }
 
@@ -110,11 +112,19 @@ Desk::Desk(Environment& environment, Options options)
               [this](const std::string& window, std::string_view event, const json::Json& data) {
                 if (server_ != nullptr) server_->send(window, event, data);
               },
-              [this] { requestFlush(); }, [](const std::string&) { return std::string(); }}),
+              [this] { requestFlush(); },
+              [this](const std::string& path) {
+                const std::string name = pictures_.nameOf(path);
+                return name.empty() ? name : assets_ + name;
+              }}),
+      shell_(*host::Current().shell,
+             [this](const std::string& url) {
+               if (server_ != nullptr) server_->send(activeWindow(), "open", {{"url", url}});
+             }),
       roots_(rootsFor(options_.deck, options_.allowed)),
       access_(roots_),
       files_(*host::Current().files, access_),
-      services_(notices_, heldJobs_, forms_, files_),
+      services_(notices_, heldJobs_, forms_, files_, shell_),
       nearby_(fs::absolute(options_.deck).lexically_normal().string()),
       show_((fs::temp_directory_path() / ("lumenfold-show-" + web::newSecret())).string(),
             environment.loop()),
@@ -221,10 +231,11 @@ void Desk::recover() {
 
 void Desk::offerNewer() {
   const std::size_t ours = edited_->unsaved();
-  notices_.dismiss(newerNotice_);
+  const int before = newerNotice_;
   newerNotice_ = notices_.tell(Notices::Level::Warning, "PowerPoint saved the deck at " + timeNow() + ".",
                                linesOf(edited_->newer()->conflicts()),
                                {{"take", "Take it and keep my " + changes(ours), [this] { takeNewer(); }}});
+  if (before != newerNotice_) notices_.dismiss(before);
 }
 
 void Desk::takeNewer() { edited_->takeNewer(); }
@@ -273,6 +284,17 @@ void Desk::save() {
 std::string Desk::beginShow() {
   if (edited_->unsaved() > 0) save();
   return show_.url(open_->presentation->FullName());
+}
+
+/// A page of the help, or what it refers to.
+std::optional<web::Asset> Desk::help(std::string_view name) {
+  const fs::path file = fs::path(host::Current().module->Path()) / "help" / name;
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << in.rdbuf();
+  if (!in) return std::nullopt;
+  return web::Asset{std::make_shared<const std::string>(std::move(bytes).str()),
+                    name.ends_with(".css") ? "text/css; charset=utf-8" : "text/html; charset=utf-8"};
 }
 
 web::Download Desk::deck() {

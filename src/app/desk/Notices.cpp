@@ -27,7 +27,13 @@ const char* nameOf(Notices::Level level) {
 
 int Notices::tell(Level level, std::string text, std::string details, std::vector<Action> actions) {
   constexpr std::size_t most = 20;
-  std::erase_if(all_, [&](const Notice& notice) { return notice.text == text; });
+  const auto known =
+      std::find_if(all_.begin(), all_.end(), [&](const Notice& notice) { return notice.text == text; });
+  if (known != all_.end()) {
+    *known = {known->id, level, std::move(text), std::move(details), std::move(actions)};
+    changed_();
+    return known->id;
+  }
   if (all_.size() >= most) all_.erase(all_.begin());
   all_.push_back({++lastId_, level, std::move(text), std::move(details), std::move(actions)});
   changed_();

@@ -25,7 +25,8 @@ class Notices final : public host::MessageBox {
   /// `changed` is called whenever a notice comes or goes; must not throw.
   explicit Notices(std::function<void()> changed) : changed_(std::move(changed)) {}
 
-  /// Answers its id. A text that stands already is not told twice. Of more than the newest 20 the oldest go.
+  /// Answers its id. Of a text that stands already the rest is changed, and it keeps its id. Of more than the
+  /// newest 20 the oldest go.
   int tell(Level level, std::string text, std::string details = {}, std::vector<Action> actions = {});
   void dismiss(int id);
   /// Puts the notice away and does what the action means; an error for what is not there.

@@ -55,6 +55,9 @@ class Desk {
   [[nodiscard]] virtual std::string assets() const = 0;
   /// What slides and forms refer to, by its name; see Show::asset().
   virtual std::optional<Asset> asset(std::string_view name) = 0;
+  /// A page of the help and what it refers to, by its name of letters, digits, "-" and one "."; it holds
+  /// nothing of the deck.
+  virtual std::optional<Asset> help(std::string_view name) = 0;
   /// The deck as it was saved last.
   virtual Download deck() = 0;
   /// A newer version of it.

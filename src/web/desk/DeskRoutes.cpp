@@ -16,6 +16,7 @@ using json::Json;
 
 constexpr std::string_view apiPrefix = "/api/v1/desk/";
 constexpr std::string_view clientPrefix = "/client/";
+constexpr std::string_view helpPrefix = "/help/";
 constexpr std::string_view windowPrefix = "windows/";
 
 /// Letters and digits, enough of them that no two pages choose the same.
@@ -25,6 +26,15 @@ bool isWindowName(std::string_view name) {
   return name.size() >= fewest && name.size() <= most && std::all_of(name.begin(), name.end(), [](char c) {
            return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
          });
+}
+
+/// A name that leads to no other folder.
+bool isHelpName(std::string_view name) {
+  return std::all_of(name.begin(), name.end(),
+                     [](char c) {
+                       return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '.';
+                     }) &&
+         !name.empty() && name.front() != '.';
 }
 
 /// The page's files carry their version in their addresses.
@@ -124,7 +134,17 @@ Response DeskRoutes::dispatch(const Request& request) {
     const std::string_view name = path.substr(1 + assets_.size());
     return assetAnswer(request, name, desk_.asset(name));
   }
+  if (path.starts_with(helpPrefix)) return helpAnswer(path.substr(helpPrefix.size()));
   return notFound();
+}
+
+/// The same for everybody, and opened by browsers themselves: it takes no token.
+Response DeskRoutes::helpAnswer(std::string_view name) {
+  const auto file = isHelpName(name) ? desk_.help(name) : std::nullopt;
+  if (!file) return notFound();
+  Response response = pageAnswer(*file->bytes);
+  response.headers.front().second = file->contentType;
+  return response;
 }
 
 Response DeskRoutes::api(const Request& request, std::string_view path) {

@@ -34,6 +34,7 @@ class DeskRoutes : public Handler {
   Response api(const Request& request, std::string_view path);
   Response window(const Request& request, std::string_view path);
   Response stream(const Request& request, const std::string& window);
+  Response helpAnswer(std::string_view name);
   Response download();
   Response upload(const Request& request);
 

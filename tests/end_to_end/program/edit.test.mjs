@@ -1,0 +1,252 @@
+// A deck at the desk: what its server tells windows, what it does for them, and what it keeps to itself.
+
+import assert from "node:assert/strict";
+import { mkdirSync, readFileSync, symlinkSync } from "node:fs";
+import { describe, it } from "node:test";
+import { digest } from "../support/deck.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { until } from "../support/wait.mjs";
+
+// The shop without its links, with a small text file beside it.
+function unlinkedShop(t) {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("shop");
+  sandbox.done("unlink", deck, "--all");
+  sandbox.write("shop/today.txt", [
+    ["Item", "Price"],
+    ["Rye bread", "€4.80"],
+    ["Plum cake", "€4.10"],
+  ]);
+  return { sandbox, deck };
+}
+
+// Connects the text file as an author does; its connection is 001.
+async function connectToday(window) {
+  await window.do("connect", { kind: "text", path: "today.txt" });
+  const form = await window.form("frmTextConnection");
+  await window.until("the preview", () => form.controls.lblFound.Text === "UTF-8, tab, 2 columns, 2 rows");
+  const { status } = await window.raise(form, { control: "cmdOK", event: "click" });
+  assert.equal(status, 200);
+  await window.until("the rows", ({ connections }) => connections[0]?.rows === 2);
+}
+
+describe("a desk", { concurrency: 2 }, () => {
+  it("answers nothing of the deck without its token, and nobody from elsewhere", async (t) => {
+    const sandbox = new Sandbox(t);
+    const desk = await sandbox.edit(sandbox.sample("shop"));
+    const window = await desk.openWindow();
+    const api = "/api/v1/desk/";
+    const paths = ["roots", "deck", "data/001", "slides/256", "roots/1/files", "windows/abcdefghijklmnop/events"];
+    for (const path of paths) {
+      assert.equal((await desk.ask("GET", api + path)).status, 401, path);
+      const wrong = { Authorization: `Bearer ${"0".repeat(desk.token.length)}` };
+      assert.equal((await desk.ask("GET", api + path, wrong)).status, 401, path);
+    }
+    const foreign = { Authorization: `Bearer ${desk.token}`, Host: "evil.example" };
+    assert.equal((await desk.ask("GET", `${api}roots`, foreign)).status, 403);
+    const crossing = { Authorization: `Bearer ${desk.token}`, Origin: "http://evil.example" };
+    assert.equal((await desk.ask("GET", `${api}roots`, crossing)).status, 403);
+
+    const { assets, styles } = window.state;
+    assert.equal((await desk.ask("GET", `/${assets}${styles}`)).status, 200);
+    assert.equal((await desk.ask("GET", `/assets/${"0".repeat(32)}/${styles}`)).status, 404);
+    const page = await desk.ask("GET", "/");
+    assert.equal(page.status, 200);
+    assert.ok(!page.text.includes("shop"));
+    for (const [name, value] of Object.entries({ "x-content-type-options": "nosniff", "referrer-policy": "no-referrer" })) {
+      assert.equal(page.headers[name], value);
+    }
+  });
+
+  it("links, fills, undoes and saves, one gesture a step", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const before = digest(deck);
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    assert.equal(window.state.deck.isEmpty, true);
+    assert.deepEqual(
+      window.state.nearby.find(({ path }) => path === "today.txt"),
+      { path: "today.txt", kind: "text", note: "2 columns, 2 rows" },
+    );
+    await connectToday(window);
+
+    const slide = window.state.slide.id;
+    const ids = (...names) => names.map((name) => window.shape(name).id);
+    const link = { connection: "001", column: "Item" };
+    await window.do("link", { ...link, row: 2, shapes: ids("p1 Item"), slide });
+    assert.equal(window.shape("p1 Item").text, "Plum cake");
+    assert.ok(window.events.some(({ event, data }) => event === "shapes" && data[0].html.includes("Plum cake")));
+    const shapes = ids("p2 Item", "p3 Item");
+    await window.do("fill", { connection: "001", columns: ["Item"], row: 1, step: 1, shapes, slide });
+    assert.deepEqual([window.shape("p2 Item").text, window.shape("p3 Item").text], ["Rye bread", "Plum cake"]);
+    assert.equal(window.state.deck.undo, "Link 2 shapes");
+    const refused = await window.post("link", { ...link, column: "Prize", shapes: ids("p4 Item"), slide });
+    assert.equal(refused.status, 409);
+    assert.match(refused.json.error, /Prize.*Item, Price/);
+    assert.equal(window.state.deck.undo, "Link 2 shapes");
+
+    await window.do("commands/undo");
+    assert.equal(window.shape("p2 Item").link, null);
+    assert.equal(window.shape("p2 Item").text, "Dark rye");
+    assert.deepEqual(window.state.selection, { slide, shapes });
+    await window.do("commands/redo");
+    assert.equal(window.shape("p3 Item").link.row, 2);
+
+    assert.equal(digest(deck), before);
+    await window.do("commands/save");
+    assert.equal(window.state.deck.unsaved, 0);
+    const saved = digest(deck);
+    assert.notEqual(saved, before);
+    assert.match(sandbox.done("shapes", deck, "--slide", 1), /p1 Item.*001 Item 2/);
+    await window.do("commands/save");
+    assert.equal(digest(deck), saved);
+    assert.deepEqual(await desk.stop(), { code: 0, signal: null });
+    assert.equal(desk.error, "");
+  });
+
+  it("shows two windows each other's changes, and keeps their selections apart", async (t) => {
+    const sandbox = new Sandbox(t);
+    const desk = await sandbox.edit(sandbox.sample("shop"));
+    const [one, two] = [await desk.openWindow("a".repeat(16)), await desk.openWindow("b".repeat(16))];
+    const [first, second] = one.state.slides;
+    await two.do("selection", { slide: second.id, shapes: [] });
+    await one.do("selection", { slide: first.id, shapes: [one.shape("p1 Item").id] });
+    await two.until("one's selection", ({ others }) => others[0]?.shapes.length === 1);
+    assert.deepEqual(two.state.selection, { slide: second.id, shapes: [] });
+    await one.do("rename", { slide: first.id, shape: one.shape("p1 Item").id, name: "First" });
+    await two.until("the step", ({ deck }) => deck.undo === "Rename p1 Item");
+    const twice = await one.post("rename", { slide: first.id, shape: one.shape("First").id, name: "p2 Item" });
+    assert.equal(twice.status, 409);
+    await two.do("commands/undo");
+    await one.until("the name of before", () => one.shape("p1 Item"));
+  });
+
+  it("takes up what another program saves, with what is unsaved here", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    const shape = window.shape("p1 Item").id;
+    await window.do("rename", { slide: window.state.slide.id, shape, name: "First" });
+    sandbox.done("link", deck, "--slide", 2, "--shape", "Clock", "--clock", "hh:nn");
+    const notice = await window.until("the notice", ({ notices }) => notices.find(({ actions }) => actions.length > 0));
+    assert.equal(notice.actions[0].caption, "Take it and keep my 1 change");
+    const refused = await window.post("commands/save");
+    assert.equal(refused.status, 409, refused.json.error);
+    await window.do(`notices/${notice.id}/take`);
+    await window.until("both", ({ slides }) => slides[1].links === 1 && window.shape("First"));
+    assert.equal(window.state.deck.unsaved, 1);
+    await window.do("commands/save");
+    assert.match(sandbox.done("shapes", deck, "--slide", 1), /First/);
+  });
+
+  it("offers what a desk that was killed had not saved, and tells its address to a second one", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    let desk = await sandbox.edit(deck);
+    const again = sandbox.done("edit", deck);
+    assert.ok(again.includes(desk.url), again);
+    let window = await desk.openWindow();
+    const rename = { slide: window.state.slide.id, shape: window.shape("p1 Item").id, name: "First" };
+    await window.do("rename", rename);
+    await desk.stop("SIGKILL");
+
+    desk = await sandbox.edit(deck);
+    window = await desk.openWindow();
+    const [notice] = window.state.notices;
+    assert.match(notice.text, /^1 change from \d\d:\d\d was not saved\.$/);
+    await window.do(`notices/${notice.id}/recover`);
+    assert.ok(window.shape("First"));
+    assert.equal(window.state.deck.unsaved, 1);
+  });
+
+  it("browses nothing but its folders, and reads nothing beside them", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    sandbox.write("secret.txt", [["Secret"], ["hush"]]);
+    sandbox.write("shop/.hidden.txt", "x\n");
+    mkdirSync(sandbox.path("shop/deep"));
+    symlinkSync(sandbox.folder, sandbox.path("shop/out"));
+    symlinkSync(sandbox.path("secret.txt"), sandbox.path("shop/leak.txt"));
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    const list = async (path) => desk.get(`roots/1/files?path=${encodeURIComponent(path)}`);
+    const names = (await list("")).json.entries.map(({ name }) => name);
+    assert.ok(names.includes("today.txt") && names.includes("deep"));
+    for (const name of [".hidden.txt", "out", "leak.txt"]) assert.ok(!names.includes(name), name);
+    const refusals = new Set();
+    for (const path of ["..", "../..", "deep/../..", "out", "out/home", "/etc", "nothing", "deep/%2e%2e", "C:\\"]) {
+      const { status, text } = await list(path);
+      assert.equal(status, 404, path);
+      refusals.add(text);
+    }
+    assert.equal(refusals.size, 1, "not allowed and not there are the same");
+    assert.equal((await desk.get("roots/99/files")).status, 404);
+
+    // A path that is typed goes through the same folders.
+    assert.equal((await window.post("connect", { kind: "text", path: "../secret.txt" })).status, 404);
+    await window.do("connect", { kind: "text" });
+    const form = await window.form("frmTextConnection");
+    await window.raise(
+      form,
+      { control: "txtFile", event: "change", value: sandbox.path("secret.txt") },
+      { control: "txtFile", event: "lostfocus" },
+    );
+    const refused = `Outside the folders of this desk. Start it with --allow ${sandbox.folder}.`;
+    await window.until("the refusal", () => JSON.stringify(form.controls).includes(refused));
+    assert.ok(!JSON.stringify(form.controls).includes("hush"));
+  });
+
+  it("asks before it contacts what a deck brings along from elsewhere, and remembers the answer", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const elsewhere = sandbox.write("elsewhere.txt", [["Item"], ["from elsewhere"]]);
+    sandbox.done("connection", deck, "add", "--description", "Far", "--file", elsewhere, "--header");
+    let desk = await sandbox.edit(deck);
+    let window = await desk.openWindow();
+    const [notice] = window.state.notices;
+    assert.equal(notice.text, `This deck asks for data from ${elsewhere}.`);
+    assert.equal(window.state.connections[0].state, "opening");
+    await window.do(`notices/${notice.id}/open`);
+    await window.until("the data", ({ connections }) => connections[0].state === "fresh");
+    await desk.stop();
+
+    desk = await sandbox.edit(deck);
+    window = await desk.openWindow();
+    await window.until("the data", ({ connections }) => connections[0].state === "fresh");
+    assert.deepEqual(window.state.notices, []);
+  });
+
+  it("says no stored password in any of its answers, and takes no body that is too long", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const password = "Tr0ub4dor";
+    const string = `Driver=SQLite3;Database=none.db;Server=127.0.0.1;UID=me;PWD=${password}`;
+    const add = ["--connection-string", string, "--sql", "SELECT 1"];
+    const added = sandbox.run("connection", deck, "add", "--description", "Vault", ...add);
+    assert.equal(added.code, 0, added.error);
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    await window.do("notices/1/open");
+    await window.do("connect", { number: "001" });
+    await window.form("frmDatabaseConnection");
+    await window.do("commands/check");
+    for (const path of ["roots", "data/001", `slides/${window.state.slide.id}`, "roots/1/files", "deck/nothing"]) {
+      assert.ok(!(await desk.get(path)).text.includes(password), path);
+    }
+    await window.until("the connection's end", ({ connections }) => connections[0].state !== "opening");
+    assert.ok(!JSON.stringify(window.events).includes(password));
+
+    const long = Buffer.alloc(1024 * 1024 + 1, " ");
+    assert.equal((await desk.post(`windows/${window.name}/selection`, long)).status, 413);
+    const damaged = await desk.post("deck", Buffer.alloc(300 * 1024, "x"));
+    assert.equal(damaged.status, 409);
+    assert.equal((await desk.post("deck", Buffer.alloc(300 * 1024), { Authorization: "" })).status, 413);
+    assert.equal((await desk.get("deck")).status, 200);
+    await desk.post("deck", readFileSync(deck));
+    assert.ok(await until("the desk", async () => (await desk.get("roots")).status === 200));
+  });
+
+  it("opens to other machines only with a token of its owner's", async (t) => {
+    const sandbox = new Sandbox(t);
+    const deck = sandbox.sample("shop");
+    const refused = sandbox.run("edit", deck, "--bind", "0.0.0.0");
+    assert.equal(refused.code, 2);
+    assert.match(refused.error, /--token-file/);
+  });
+});
