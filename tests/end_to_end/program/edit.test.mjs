@@ -74,27 +74,28 @@ describe("a desk", { concurrency: 2 }, () => {
     const ids = (...names) => names.map((name) => window.shape(name).id);
     const link = { connection: "001", column: "Item" };
     await window.do("link", { ...link, row: 2, shapes: ids("p1 Item"), slide });
-    assert.equal(window.shape("p1 Item").text, "Plum cake");
-    assert.ok(window.events.some(({ event, data }) => event === "shapes" && data[0].html.includes("Plum cake")));
+    await window.until("the value", () => window.shape("p1 Item").text === "Plum cake");
+    await window.until("the shape", () => window.events.some(({ event, data }) => event === "shapes" && data[0].html.includes("Plum cake")));
     const shapes = ids("p2 Item", "p3 Item");
     await window.do("fill", { connection: "001", columns: ["Item"], row: 1, step: 1, shapes, slide });
+    await window.until("the step", ({ deck }) => deck.undo === "Link 2 shapes");
     assert.deepEqual([window.shape("p2 Item").text, window.shape("p3 Item").text], ["Rye bread", "Plum cake"]);
-    assert.equal(window.state.deck.undo, "Link 2 shapes");
     const refused = await window.post("link", { ...link, column: "Prize", shapes: ids("p4 Item"), slide });
     assert.equal(refused.status, 409);
     assert.match(refused.json.error, /Prize.*Item, Price/);
     assert.equal(window.state.deck.undo, "Link 2 shapes");
 
     await window.do("commands/undo");
+    await window.until("the step undone", ({ deck }) => deck.redo === "Link 2 shapes");
     assert.equal(window.shape("p2 Item").link, null);
     assert.equal(window.shape("p2 Item").text, "Dark rye");
     assert.deepEqual(window.state.selection, { slide, shapes });
     await window.do("commands/redo");
-    assert.equal(window.shape("p3 Item").link.row, 2);
+    await window.until("the link", () => window.shape("p3 Item").link?.row === 2);
 
     assert.equal(digest(deck), before);
     await window.do("commands/save");
-    assert.equal(window.state.deck.unsaved, 0);
+    await window.until("all saved", ({ deck: { unsaved } }) => unsaved === 0);
     const saved = digest(deck);
     assert.notEqual(saved, before);
     assert.match(sandbox.done("shapes", deck, "--slide", 1), /p1 Item.*001 Item 2/);
@@ -112,9 +113,10 @@ describe("a desk", { concurrency: 2 }, () => {
     await two.do("selection", { slide: second.id, shapes: [] });
     await one.do("selection", { slide: first.id, shapes: [one.shape("p1 Item").id] });
     await two.until("one's selection", ({ others }) => others[0]?.shapes.length === 1);
-    assert.deepEqual(two.state.selection, { slide: second.id, shapes: [] });
+    await two.until("its own", ({ selection }) => selection.slide === second.id && selection.shapes.length === 0);
     await one.do("rename", { slide: first.id, shape: one.shape("p1 Item").id, name: "First" });
     await two.until("the step", ({ deck }) => deck.undo === "Rename p1 Item");
+    await one.until("the name", () => one.shape("First"));
     const twice = await one.post("rename", { slide: first.id, shape: one.shape("First").id, name: "p2 Item" });
     assert.equal(twice.status, 409);
     await two.do("commands/undo");
@@ -154,8 +156,7 @@ describe("a desk", { concurrency: 2 }, () => {
     const [notice] = window.state.notices;
     assert.match(notice.text, /^1 change from \d\d:\d\d was not saved\.$/);
     await window.do(`notices/${notice.id}/recover`);
-    assert.ok(window.shape("First"));
-    assert.equal(window.state.deck.unsaved, 1);
+    await window.until("the change", ({ deck: { unsaved } }) => unsaved === 1 && window.shape("First"));
   });
 
   it("browses nothing but its folders, and reads nothing beside them", async (t) => {

@@ -148,6 +148,7 @@ const handlers = {
   form: (message) => (desk.properties.find(message.form) ?? desk.dialogs.find(message.form))?.take(message),
   choose,
   say: ({ text }) => desk.say(text),
+  open: ({ url }) => window.open(url, "_blank", "noopener"),
 };
 
 const go = server.follow({
