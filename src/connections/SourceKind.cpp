@@ -58,6 +58,20 @@ std::string DatabaseString(std::string_view text) {
   return SqliteString(text);
 }
 
+std::string SourceText(const clsConnection& connection) {
+  switch (static_cast<ConnectionKind>(connection.ConnectionType())) {
+    case ConnectionKind::Database:
+      return basic::MaskedConnectionString(connection.ConnectionString()) + ": " + connection.RecordsetSQL();
+    case ConnectionKind::Excel:
+      return connection.ConnectionRange() + " of " +
+             (connection.ConnectionSheet().empty() ? "the first sheet" : connection.ConnectionSheet()) +
+             " in " + connection.ConnectionFileString();
+    case ConnectionKind::TextFile:
+      break;
+  }
+  return connection.ConnectionFileString();
+}
+
 std::string StatementOrTable(std::string text) {
   constexpr std::string_view First = "SELECT";
   const std::size_t start = text.find_first_not_of(" \r\n");

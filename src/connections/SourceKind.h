@@ -19,6 +19,10 @@ std::string SqliteString(std::string_view path);
 /// ("plant.db"); any other text as it is.
 std::string DatabaseString(std::string_view text);
 
+/// Where a connection's data come from, without secrets: a file, "RANGE of SHEET in FILE", "CONNECTION
+/// STRING: SQL".
+std::string SourceText(const clsConnection& connection);
+
 /// What an author wrote of a statement or of a table's name, as a connection tells them apart: by the first
 /// word and a blank behind it. In statements from files it is a line break as often.
 std::string StatementOrTable(std::string text);

@@ -127,6 +127,8 @@ class Settings {
   /// The empty string for a missing key.
   [[nodiscard]] virtual std::string GetSetting(std::string_view application, std::string_view section,
                                                std::string_view key) const = 0;
+  /// Where the user finds and changes them: a file, a key of the registry.
+  [[nodiscard]] virtual std::string Location() const = 0;
 };
 
 /// Styles and answers of MsgBox, to be added together.

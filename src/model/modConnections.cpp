@@ -23,14 +23,14 @@ void StartNewUndoEntry(const std::string& label) {
   if (const auto& application = modGlobalFunctions::HostApplication) application->StartNewUndoEntry(label);
 }
 
-/// Calls `visit(slide, link)` for every shape that is linked to the connection.
+/// Calls `visit(slide, link)` for every shape that is linked to a connection.
 template <typename Visit>
-void ForEachLink(const clsPresentation& presentation, std::string_view number, Visit visit) {
+void ForEachLink(const clsPresentation& presentation, Visit visit) {
   modSlides::ForEachSlide(*presentation.ActivePresentation(), [&](PowerPoint::Slide& slide) {
     modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
       clsShape link;
       link.ShapeItem(shape);
-      if (link.LumenfoldEnabled() && link.ConnectionTagNumber() == number) visit(slide, link);
+      if (link.LumenfoldEnabled() && !link.ConnectionTagNumber().empty()) visit(slide, link);
     });
   });
 }
@@ -44,18 +44,29 @@ void ForEachLink(const clsPresentation& presentation, std::string_view number, V
 
 std::string Uses::Text() const { return Counted(Shapes, "shape") + " on " + Counted(Slides, "slide"); }
 
-Uses UsesOf(const clsPresentation& presentation, std::string_view number) {
-  Uses uses;
-  std::int32_t lastSlide = 0;
-  ForEachLink(presentation, number, [&](PowerPoint::Slide& slide, const clsShape& link) {
+std::map<std::string, Uses> AllUses(const clsPresentation& presentation) {
+  std::map<std::string, Uses> all;
+  std::map<std::string, std::int32_t> lastSlides;
+  ForEachLink(presentation, [&](PowerPoint::Slide& slide, const clsShape& link) {
+    Uses& uses = all[link.ConnectionTagNumber()];
     const std::int32_t index = slide.SlideIndex();
     ++uses.Shapes;
-    if (index != lastSlide) ++uses.Slides;
-    lastSlide = index;
+    if (std::exchange(lastSlides[link.ConnectionTagNumber()], index) != index) ++uses.Slides;
     if (link.SourceType() != static_cast<std::int32_t>(SourceType::Graph)) ++uses.Columns[link.ColumnName()];
     uses.Places.push_back("slide " + std::to_string(index) + ": " + link.ShapeItem()->Name());
   });
-  return uses;
+  return all;
+}
+
+Uses UsesOf(const clsPresentation& presentation, std::string_view number) {
+  return AllUses(presentation)[std::string(number)];
+}
+
+std::shared_ptr<clsConnection> CopyOf(const clsConnection& connection) {
+  auto copy = std::make_shared<clsConnection>();
+  copy->ActivePresentationName(connection.ActivePresentationName());
+  copy->TagString(connection.TagString());
+  return copy;
 }
 
 std::vector<std::string> MissingColumns(const Uses& uses, const clsConnection& connection) {
@@ -135,7 +146,8 @@ void Remove(clsPresentation& presentation, std::string_view number) {
 void MoveLinks(clsPresentation& presentation, std::string_view from, std::string_view to) {
   if (!presentation.FindConnection(to)) FailUnknown(to);
   StartNewUndoEntry("Use " + std::string(to) + " for " + Counted(UsesOf(presentation, from).Shapes, "link"));
-  ForEachLink(presentation, from, [&](PowerPoint::Slide&, clsShape& link) {
+  ForEachLink(presentation, [&](PowerPoint::Slide&, clsShape& link) {
+    if (link.ConnectionTagNumber() != from) return;
     link.KeepCurrent();
     link.NewConnectionTagNumber(std::string(to));
     link.SetShapeTags();

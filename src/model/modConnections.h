@@ -27,6 +27,12 @@ struct Uses {
 };
 [[nodiscard]] Uses UsesOf(const clsPresentation& presentation, std::string_view number);
 
+/// The same for all connections, by number.
+[[nodiscard]] std::map<std::string, Uses> AllUses(const clsPresentation& presentation);
+
+/// Another connection of the same description, not opened, for what may fail.
+[[nodiscard]] std::shared_ptr<clsConnection> CopyOf(const clsConnection& connection);
+
 /// The columns that shapes use and the connection, whose data must be open, does not have.
 [[nodiscard]] std::vector<std::string> MissingColumns(const Uses& uses, const clsConnection& connection);
 

@@ -28,6 +28,8 @@ class Settings final : public host::Settings {
   [[nodiscard]] std::string GetSetting(std::string_view application, std::string_view section,
                                        std::string_view key) const override;
 
+  [[nodiscard]] std::string Location() const override { return file_; }
+
   /// Keys and values of a section, in the order of the file.
   [[nodiscard]] std::vector<std::pair<std::string, std::string>> entries(std::string_view section) const;
 

@@ -261,6 +261,7 @@ class Settings final : public host::Settings {
     const auto found = info.find(std::string(key));
     return found == info.end() ? std::string() : found->second;
   }
+  std::string Location() const override { return "/home/settings.ini"; }
   std::map<std::string, std::string> info;
 };
 

@@ -66,7 +66,7 @@ void list(const ConnectionOptions& options) {
   for (const StoredConnection& stored : storedConnections(*deck)) {
     const clsConnection& connection = *stored.connection;
     const std::string type = connectionTypeName(connection.ConnectionType());
-    const std::string source = sourceOf(connection);
+    const std::string source = LF2000::SourceText(connection);
     json.push_back({{"number", stored.number},
                     {"type", type},
                     {"description", connection.ConnectionDescription()},

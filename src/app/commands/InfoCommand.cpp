@@ -12,6 +12,7 @@
 #include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "connections/SourceKind.h"
 #include "deck/objects/Application.h"
 #include "json/Json.h"
 #include "model/clsSlide.h"
@@ -37,7 +38,7 @@ Json connectionInfo(const StoredConnection& stored) {
   Json info = {{"number", stored.number},
                {"type", connectionTypeName(connection.ConnectionType())},
                {"description", connection.ConnectionDescription()},
-               {"source", sourceOf(connection)}};
+               {"source", LF2000::SourceText(connection)}};
   if (!stored.failure.empty()) {
     info["state"] = stored.failure;
     return info;

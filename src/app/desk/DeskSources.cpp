@@ -7,6 +7,7 @@
 #include "basic/Format.h"
 #include "basic/Quotes.h"
 #include "basic/Strings.h"
+#include "connections/SourceKind.h"
 #include "host/services.h"
 
 namespace app {
@@ -68,7 +69,7 @@ DeskSource DeskSources::describe(const std::shared_ptr<LF2000::clsConnection>& c
   source.number = connection->ConnectionTagNumber();
   source.description = connection->ConnectionDescription();
   source.kind = kindOf(*connection);
-  source.source = sourceOf(*connection);
+  source.source = LF2000::SourceText(*connection);
   source.state = app::stateOf(*connection);
   source.asked = askedOf(*connection);
   source.version = connection->DataVersion();

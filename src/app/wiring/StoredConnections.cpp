@@ -4,7 +4,6 @@
 
 #include "addin/support/modGlobalFunctions.h"
 #include "app/wiring/Failure.h"
-#include "basic/ConnectionString.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "model/modTags.h"
@@ -83,20 +82,6 @@ std::string connectionTypeName(std::int32_t type) {
       return "excel";
   }
   return std::to_string(type);
-}
-
-std::string sourceOf(const LF2000::clsConnection& connection) {
-  switch (static_cast<LF2000::ConnectionKind>(connection.ConnectionType())) {
-    case LF2000::ConnectionKind::Database:
-      return basic::MaskedConnectionString(connection.ConnectionString()) + ": " + connection.RecordsetSQL();
-    case LF2000::ConnectionKind::Excel:
-      return connection.ConnectionRange() + " of " +
-             (connection.ConnectionSheet().empty() ? "the first sheet" : connection.ConnectionSheet()) +
-             " in " + connection.ConnectionFileString();
-    case LF2000::ConnectionKind::TextFile:
-      break;
-  }
-  return connection.ConnectionFileString();
 }
 
 }  // namespace app

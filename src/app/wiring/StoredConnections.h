@@ -32,8 +32,4 @@ std::shared_ptr<LF2000::clsConnection> storedConnection(deck::Presentation& deck
 /// "text", "database", "excel"; the number of any other type.
 std::string connectionTypeName(std::int32_t type);
 
-/// Where the data come from, without secrets: a file, "RANGE of SHEET in FILE",
-/// "CONNECTION STRING: SQL".
-std::string sourceOf(const LF2000::clsConnection& connection);
-
 }  // namespace app
