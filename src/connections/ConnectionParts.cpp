@@ -43,10 +43,11 @@ Keys KeysOf(ConnectionPart part, bool isFile) {
 
 const ConnectionSetting* Find(const std::vector<ConnectionSetting>& settings, Keys keys) {
   for (const std::string_view key : keys) {
-    const auto found = std::find_if(settings.begin(), settings.end(), [key](const auto& setting) {
+    // The last of one name wins.
+    const auto found = std::find_if(settings.rbegin(), settings.rend(), [key](const auto& setting) {
       return setting.fault.empty() && basic::EqualsIgnoreCase(setting.key, key);
     });
-    if (found != settings.end()) return &*found;
+    if (found != settings.rend()) return &*found;
   }
   return nullptr;
 }

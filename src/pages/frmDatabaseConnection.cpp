@@ -43,7 +43,7 @@ frmDatabaseConnection::frmDatabaseConnection(const std::shared_ptr<clsPresentati
       txtUser_(Add<Forms::TextBox>("txtUser")),
       txtPassword_(Add<Forms::TextBox>("txtPassword")),
       cmdReplacePassword_(Add<Forms::CommandButton>("cmdReplacePassword", "Re&place")),
-      cmdRemovePassword_(Add<Forms::CommandButton>("cmdRemovePassword", "Remo&ve")),
+      cmdRemovePassword_(Add<Forms::CommandButton>("cmdRemovePassword", "Re&move")),
       txtConnectionString_(Add<Forms::TextBox>("txtConnectionString", 2)),
       cmbTable_(Add<Forms::ComboBox>("cmbTable")),
       txtSQL_(Add<Forms::TextBox>("txtSQL", 4)),
@@ -84,7 +84,7 @@ void frmDatabaseConnection::AddControls() {
   AddRow("Pass&word", {&txtPassword_, &cmdReplacePassword_, &cmdRemovePassword_});
   AddRow("Connection &string", {&txtConnectionString_});
   AddRow("Tab&les", {&cmbTable_});
-  AddRow("Statement or ta&ble", {&txtSQL_});
+  AddRow("Statement &or table", {&txtSQL_});
   AddRow("", {&lblColumns_});
   AddRow("R&efresh rate", {&txtRefreshRate_, &udRefreshRate_});
   AddPreview();

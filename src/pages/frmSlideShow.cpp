@@ -42,7 +42,7 @@ frmSlideShow::frmSlideShow(std::shared_ptr<clsPresentation> presentation)
       cmdDuplicate_(Add<Forms::CommandButton>("cmdDuplicate", "&Duplicate")),
       cmdReplace_(Add<Forms::CommandButton>("cmdReplace", "Use another &source for these links\u2026")),
       cmdRemove_(Add<Forms::CommandButton>("cmdRemove", "&Remove")),
-      cmdShowUses_(Add<Forms::CommandButton>("cmdShowUses", "Show &uses")),
+      cmdShowUses_(Add<Forms::CommandButton>("cmdShowUses", "Sho&w uses")),
       lblResult_(Add<Forms::Label>("lblResult")),
       lstUses_(Add<Forms::ListBox>("lstUses")),
       lblRemove_(Add<Forms::Label>("lblRemove")),

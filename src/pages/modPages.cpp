@@ -14,6 +14,7 @@
 #include "pages/frmGraph.h"
 #include "pages/frmNotLinkable.h"
 #include "pages/frmSlide.h"
+#include "pages/frmSlideShow.h"
 #include "pages/modSelected.h"
 
 namespace LF2000::modPages {
@@ -63,7 +64,7 @@ void BringUpToDate(frmPage& page) {
 void Install() { modPropertyPages::OpenWith(Open); }
 
 void Open(Page page, const std::shared_ptr<clsPresentation>& presentation) {
-  if (page == Page::SlideShow) Fail("The page of all connections is not there yet.");
+  if (page == Page::SlideShow) return std::make_shared<frmSlideShow>(presentation)->OpenAndWatch();
   const Selected selected = modSelected::LookFor(page, presentation->ActivePresentation());
   if (!selected.Slide) Fail("There is no slide.");
   if (page != Page::Slide && selected.Shapes.empty()) {

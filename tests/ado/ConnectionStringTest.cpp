@@ -1,4 +1,5 @@
 #include "ado/ConnectionString.h"
+#include "ado/Factory.h"
 
 #include <gmock/gmock.h>
 
@@ -6,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "ado/Factory.h"
 #include "ado/Providers.h"
 #include "ado/Recordsets.h"
 #include "ado/TableName.h"
@@ -289,6 +291,20 @@ TEST(TableName, IsNoStatement) {
   for (const char* name : {"", "Stock", "select", "Selection list", "values.x", "update_log", "my stock"}) {
     EXPECT_FALSE(isStatement(name)) << name;
   }
+}
+
+TEST(Factory, TellsWhatThisMachineOpens) {
+  std::string found;
+  for (const ADODB::Provider& provider : Factory().Providers()) {
+    EXPECT_EQ(provider.Missing, "") << provider.Name;
+    found += provider.Name + (provider.IsFile ? " (file)" : "") + "; ";
+    const std::string text =
+        "Provider=" + provider.Name + ";Data Source=" + (provider.IsFile ? "/dev/null" : "x");
+    // What it offers is what is taken.
+    if (!provider.IsFile) EXPECT_NO_THROW((void)targetOf(text)) << text;
+  }
+  EXPECT_EQ(found, "SQLite (file); PostgreSQL; MariaDB; MSOLEDBSQL; Microsoft.ACE.OLEDB.12.0 (file); ");
+  EXPECT_THAT(Factory().DataSources(), testing::ElementsAre("shop"));
 }
 
 }  // namespace

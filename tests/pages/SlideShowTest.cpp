@@ -1,11 +1,10 @@
 // The page of the presentation: its connections, and what is done to them.
 
-#include "pages/frmSlideShow.h"
-
 #include <gmock/gmock.h>
 
 #include "pages/ConnectionDialogs.h"
 #include "pages/frmAbout.h"
+#include "pages/modPages.h"
 
 namespace LF2000::test {
 namespace {
@@ -23,7 +22,7 @@ struct SlideShowTest : ConnectionDialogs {
     deck->Add().AddChart("chart");
   }
   void Show() {
-    std::make_shared<frmSlideShow>(presentation)->OpenAndWatch();
+    modPages::Open(modPropertyPages::Page::SlideShow, presentation);
     machine.RunJobs();
   }
   /// A line of the list, "|" between its cells.
