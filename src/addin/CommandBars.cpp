@@ -118,12 +118,7 @@ void CommandBars::Delete() {
 void CommandBars::Update() {
   if (buttons_.empty()) return;
   const CommandSelection selection = look_();
-  for (const Command& command : AllCommands()) {
-    const std::string whyNot = command.WhyNot(selection);  // once, wherever it stands
-    for (const Button& button : buttons_) {
-      if (button.Command == &command) Enable(*button.Control, whyNot);
-    }
-  }
+  for (const Button& button : buttons_) Enable(*button.Control, button.Command->WhyNot(selection));
   if (displayTypes_) Enable(*displayTypes_, WhyNoDisplayType(selection));
 }
 

@@ -13,7 +13,6 @@
 #include "model/modCommandState.h"
 #include "model/modLinkClipboard.h"
 #include "model/modLinkEdits.h"
-#include "pages/frmAbout.h"
 
 namespace LF2000 {
 
@@ -181,7 +180,6 @@ std::vector<Command> Services() {
       {"cbrWebPage", "We&b page", "", Everywhere,
        [](Selection) { return WebPage().empty() ? "The settings name no web page (WebPage)." : ""; },
        [](Selection) { modGlobalFunctions::OpenUrl(WebPage(), ShowNormal); }},
-      {"cbrAbout", "&About…", "", Everywhere, Never, [](Selection) { std::make_shared<frmAbout>()->Open(); }},
   };
 }
 

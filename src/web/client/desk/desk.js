@@ -33,10 +33,6 @@ const store = createStore();
 const { state } = store;
 const desk = { ...store, server, openMenu, showKeys };
 
-// What was done last that a dialog may come of: [path, body].
-let lastAction = null;
-desk.lastAction = () => lastAction;
-
 desk.refused = (error) => {
   if (error.status === 0) return; // that the server is away is said once, by the stream
   if (error.status === 401) return;
@@ -46,7 +42,7 @@ desk.refused = (error) => {
 // Asks the server for something; what becomes of it comes by the stream. Resolves to the answer, or to null
 // when it was refused, which has been said then.
 desk.act = async (path, json) => {
-  if (/^(connect|press\/)/.test(path)) lastAction = [path, json];
+  await desk.properties.resume(); // what was typed comes before what is done
   try {
     return await server.post(path, json);
   } catch (error) {
@@ -75,7 +71,6 @@ desk.press = (id, index) => {
 desk.command = (name) => {
   const { enabled = true, reason } = state.commands?.[name] ?? {};
   if (!enabled) return desk.say(reason || "There is nothing to do.");
-  document.activeElement?.matches("input, textarea") && document.activeElement.dispatchEvent(new Event("blur"));
   return desk.act(`commands/${name}`);
 };
 desk.check = async () => {

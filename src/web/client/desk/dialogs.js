@@ -92,7 +92,7 @@ export function createDialogs(desk) {
   function show(form) {
     const view = new FormView(desk, form);
     const { element, close } = frame(form.caption, form.width, view.element);
-    const dialog = { view, element, origin: desk.lastAction() };
+    const dialog = { view, element, origin: desk.server.opening() };
     element.addEventListener("cancel", (event) => {
       if (event.target !== element) return;
       event.preventDefault();

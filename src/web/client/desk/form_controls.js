@@ -226,7 +226,7 @@ function commandButton(name, { session }) {
       });
       button.replaceChildren(h("span", {}, mnemonic(state.Caption ?? "")));
       enable(button, state.Enabled, state.Reason);
-      if (state.Enabled && state.Hint) set(button, { title: state.Hint });
+      if (state.Enabled) set(button, { title: state.Hint || withoutKey(state.Caption ?? "") });
     },
     focus: () => button.focus(),
     press,

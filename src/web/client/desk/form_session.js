@@ -13,7 +13,7 @@ export class FormSession {
   #touched = new Map(); // by control: its last value by the user
   #timer;
   #seq;
-  #isSending = false;
+  #sending = null;
   #isClosed = false;
 
   // `send({seq, events})` resolves to {ack, patch}; `changed(names)` hears which controls to draw anew, `refused(error)`
@@ -83,10 +83,15 @@ export class FormSession {
     }
   }
 
-  async flush() {
+  // Sends all that waits; resolves when it was answered.
+  flush() {
     clearTimeout(this.#timer);
-    if (this.#isSending || this.#isClosed) return;
-    this.#isSending = true;
+    if (this.#isClosed) return Promise.resolve();
+    this.#sending ??= this.#sendAll().finally(() => (this.#sending = null));
+    return this.#sending;
+  }
+
+  async #sendAll() {
     while (this.#queue.length > 0) {
       const events = this.#queue;
       this.#queue = [];
@@ -107,7 +112,6 @@ export class FormSession {
         this.#refused(error);
       }
     }
-    this.#isSending = false;
   }
 
   // What the server has changed, once it had handled all up to the event `ack`.

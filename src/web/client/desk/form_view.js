@@ -44,6 +44,18 @@ export class FormView {
     first?.focus();
   }
 
+  // The control that has the focus, by its name.
+  focused() {
+    for (const [name, { element }] of this.#controls) if (element.contains(document.activeElement)) return name;
+    return "";
+  }
+
+  focusOn(name) {
+    const control = this.#controls.get(name);
+    if (control?.isField) control.focus();
+    else this.focusFirst();
+  }
+
   // A dialog that is filled in already has its default button focused.
   #firstEmpty() {
     for (const [name, control] of this.#controls) {

@@ -48,19 +48,26 @@ export function inReadingOrder(shapes) {
   return lines.flatMap((line) => line.shapes.sort((a, b) => centre(a).x - centre(b).x));
 }
 
-// The nearest shape to the "left", "right", "up" or "down" of one; what lies aside counts as further away.
+// The nearest shape to the "left", "right", "up" or "down" of one: by the gaps between both, of which that to the side
+// counts twice. Shapes that begin beside it come after those that lie beyond it.
 export function nearest(shapes, from, direction) {
-  const start = centre(from);
   const isAcross = direction === "left" || direction === "right";
   const sign = direction === "left" || direction === "up" ? -1 : 1;
+  const [near, far, low, high] = isAcross ? ["left", "right", "top", "bottom"] : ["top", "bottom", "left", "right"];
+  const middle = (box, first = near, last = far) => (box[first] + box[last]) / 2;
+  const start = bounds(from);
   let found = null;
   let shortest = Infinity;
   for (const shape of shapes) {
-    if (shape.id === from.id) continue;
-    const { x, y } = centre(shape);
-    const [along, aside] = isAcross ? [x - start.x, y - start.y] : [y - start.y, x - start.x];
-    const distance = along * sign + 2 * Math.abs(aside);
-    if (along * sign <= 0.5 || distance >= shortest) continue;
+    const box = bounds(shape);
+    const ahead = (middle(box) - middle(start)) * sign;
+    if (shape.id === from.id || ahead <= 0.5) continue;
+    const isBeyond = ahead >= (start[far] - start[near]) / 2;
+    const gap = Math.max(0, sign > 0 ? box[near] - start[far] : start[near] - box[far]);
+    const aside = Math.max(0, box[low] - start[high], start[low] - box[high]);
+    const slant = Math.abs(middle(box, low, high) - middle(start, low, high)) / 10;
+    const distance = gap + 2 * aside + slant + (isBeyond ? 0 : 1e6);
+    if (distance >= shortest) continue;
     shortest = distance;
     found = shape;
   }

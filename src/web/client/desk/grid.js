@@ -26,7 +26,7 @@ export function createGrid(desk) {
     const count = Math.max(page, isSame ? shown.rows.length : 0) + (more ? page : 0);
     const ticket = (asked = {});
     const from = more ? shown.rows.length + 1 : 1;
-    const fresh = await desk.read(`data/${number}?from=${from}&count=${more ? page : count}`);
+    const fresh = await desk.read(`data/${number}?from=${from}&count=${more ? page : count}`, { isQuiet: true });
     if (!fresh || ticket !== asked || state.tab !== number) return;
     const rows = more ? [...shown.rows, ...fresh.rows] : fresh.rows;
     shown = { number, columns: fresh.columns, rows, total: fresh.total };

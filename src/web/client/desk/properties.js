@@ -22,13 +22,16 @@ export function createProperties(desk) {
     } else if (view?.id === form.id && view.form.name === form.name) view.takeWhole(form);
     else {
       const held = region.contains(document.activeElement);
+      const { scrollTop } = region;
+      const focused = view?.focused();
       const old = orphan ?? null;
       view?.close();
       view = new FormView(desk, form);
       if (old?.form.name === form.name && old.form.subject === form.subject) view.session.recover(old.session, false);
       orphan = null;
       place(body, view.element);
-      if (held) view.focusFirst();
+      region.scrollTop = scrollTop;
+      if (held) view.focusOn(focused);
     }
     set(title.firstElementChild, { text: view?.form.caption ?? "Properties" });
     set(title.lastElementChild, { text: view?.form.subject ?? "" });
@@ -43,6 +46,7 @@ export function createProperties(desk) {
       orphan = view;
     },
     // The same server is back: what could not be sent is sent now.
+    // Resolves when it was answered.
     resume: () => view?.session.flush(),
     isTyping: () => Boolean(view?.session.isTyping),
     focus: () => view?.focusFirst(),

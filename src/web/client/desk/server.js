@@ -131,11 +131,18 @@ export async function createServer(token) {
     return go;
   }
 
+  // What was asked for last, as long as a dialog may come of it: [path, body].
+  let opening = null;
+
   return {
     ask,
+    opening: () => opening,
     follow,
     get: async (path) => (await ask("GET", path)).json(),
     // Of this window.
-    post: async (path, json = {}) => (await ask("POST", `windows/${name}/${path}`, { json })).json(),
+    async post(path, json = {}) {
+      opening = /^(connect$|press\/)/.test(path) ? [path, json] : null;
+      return (await ask("POST", `windows/${name}/${path}`, { json })).json();
+    },
   };
 }

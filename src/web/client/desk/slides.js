@@ -6,6 +6,8 @@ import { barNamed, menuItems } from "./bars.js";
 import { fill, h, set } from "./dom.js";
 import { stylesAddress } from "./stage.js";
 
+const shortest = 2000; // ms between two drawings of one
+
 function mark({ links, problems, hides, isHidden, scrolls }) {
   if (isHidden) return "hidden in PowerPoint";
   if (hides) return "hides now";
@@ -27,7 +29,7 @@ export function createSlides(desk) {
   const { state, watch, selection } = desk;
   const list = h("div", { class: "list", role: "listbox", "aria-label": "Slides" });
   document.getElementById("slides").append(list);
-  const pictures = new Map(); // by the slide's id: {drawn, tree}
+  const pictures = new Map(); // by the slide's id
 
   // Small pictures are fetched when they come into sight, one after the other.
   let queue = Promise.resolve();
@@ -49,21 +51,28 @@ export function createSlides(desk) {
       const slide = state.slides.find((each) => each.id === id);
       const picture = pictures.get(id);
       if (!slide || !picture || !inSight.has(id)) return;
+      const wait = picture.at + shortest - Date.now();
+      if (wait > 0) return void setTimeout(() => renew(id), wait);
       const mine = `${slide.drawn} ${slide.index} ${state.assets}${state.styles}`;
       if (picture.drawn === mine) return;
       const answer = await desk.read(`slides/${id}`, { isQuiet: true });
       if (!answer) return;
       picture.drawn = mine;
+      picture.at = Date.now();
       await loadChartsFor(answer.html);
-      picture.tree ??= picture.element.attachShadow({ mode: "open" });
-      fillTree(picture.tree, answer.html);
-      picture.tree.prepend(h("link", { rel: "stylesheet", href: stylesAddress(state) }));
+      if (!picture.sheet) {
+        picture.styles = h("link", { rel: "stylesheet" });
+        picture.sheet = h("div");
+        picture.element.attachShadow({ mode: "open" }).append(picture.styles, picture.sheet);
+      }
+      set(picture.styles, { href: stylesAddress(state) });
+      fillTree(picture.sheet, answer.html);
     });
   }
 
   function make({ id }) {
     const picture = h("div", { class: "picture", inert: true });
-    pictures.set(id, { element: picture });
+    pictures.set(id, { element: picture, at: 0 });
     const option = h(
       "div",
       { class: "slide-of", role: "option", "data-id": id },

@@ -65,6 +65,7 @@ export function createStage(desk) {
   let scale = 1;
   let shown = null; // the section that stands on the stage, and the slide's id
   let shownSlide = 0;
+  let taken = null; // the slide's description that was drawn last
 
   const fitting = () => {
     const { width, height } = state.size ?? { width: 960, height: 540 };
@@ -98,7 +99,9 @@ export function createStage(desk) {
   async function draw() {
     const slide = state.slide;
     main.toggleAttribute("data-hides", Boolean(slide?.hides));
-    if (slide && !slide.html && slide.id === shownSlide) return; // its shapes have changed, one by one
+    // Drawn already; or its shapes have changed, one by one.
+    if (slide && (slide === taken || (!slide.html && slide.id === shownSlide))) return;
+    taken = slide;
     if (!slide?.html) {
       place(viewport, state.slides?.length === 0 ? set(empty, { text: "The deck has no slides." }) : empty);
       return;
