@@ -13,6 +13,7 @@
 #include "model/modCommandState.h"
 #include "model/modLinkClipboard.h"
 #include "model/modLinkEdits.h"
+#include "pages/modPages.h"
 
 namespace LF2000 {
 
@@ -60,6 +61,16 @@ std::string WhyNoSlide(Selection selection) { return selection.Slide() ? "" : "T
 
 std::string WhyNoConnection(Selection selection) {
   return selection.Presentation()->Connections().empty() ? "Connect data first." : "";
+}
+
+std::string WhyNoFilling(Selection selection) {
+  if (std::string why = WhyNoConnection(selection); !why.empty()) return why;
+  return selection.Shapes().size() < 2 ? "Select the shapes that are to show rows, at least two." : "";
+}
+
+std::string WhyNoNames(Selection selection) {
+  const std::string why = WhyNoConnection(selection);
+  return why.empty() ? WhyNoSlide(selection) : why;
 }
 
 std::string WhyNoCopy(Selection selection) {
@@ -138,6 +149,11 @@ std::vector<Command> Links() {
        Opens(&clsPresentation::ShowSlideProperties)},
       {"cbrSlideShow", "Slide show proper&ties…", "", OnMenu | OnBar | OnSlides, InPresentation(Never),
        Opens(&clsPresentation::ShowSlideShowProperties)},
+      {"cbrFillWithRows", "&Fill with rows…", "Ctrl+Shift+Enter", ForShapes | NewGroup,
+       InPresentation(WhyNoFilling),
+       [](Selection selection) { modPages::OpenFillWithRows(selection.Presentation()); }},
+      {"cbrLinkByNames", "Link by na&mes…", "", ForShapes | OnSlides, InPresentation(WhyNoNames),
+       [](Selection selection) { modPages::OpenLinkByNames(selection.Presentation()); }},
       {"cbrCopyLink", "C&opy link", "Ctrl+C", ForShapes | NewGroup, InPresentation(WhyNoCopy),
        [](Selection selection) { modLinkClipboard::Copy(selection.Shapes().front()); }},
       {"cbrPasteLink", "Paste &link", "Ctrl+V", ForShapes, WhyNoPaste(Way::Same),

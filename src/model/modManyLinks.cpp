@@ -2,6 +2,8 @@
 
 #include "model/modManyLinks.h"
 
+#include <set>
+
 #include "model/clsShape.h"
 #include "model/modPlaces.h"
 #include "model/modShapeGrid.h"
@@ -105,9 +107,13 @@ void AddGrid(Plan& plan, PowerPoint::Slide& slide, const GridWish& wish, const S
   }
 }
 
-void AddNames(Plan& plan, PowerPoint::Slide& slide, const Source& source) {
+void AddNames(Plan& plan, PowerPoint::Slide& slide, const Source& source,
+              const std::vector<std::shared_ptr<PowerPoint::Shape>>& among) {
   SlidePlan own(plan, slide);
+  std::set<std::int32_t> ids;
+  for (const auto& shape : among) ids.insert(shape->Id());
   ForEachShapeAndItem(slide, [&](const auto& shape, const auto& group) {
+    if (!ids.empty() && !ids.contains(shape->Id())) return;
     auto field = modFieldNames::FromShapeName(shape->Name(), source.Columns.value());
     if (!field) return;
     if (group) return own.HinderShape(*shape, modLinkable::WhyNotInGroup(*group));

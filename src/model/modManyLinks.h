@@ -60,8 +60,9 @@ struct GridWish {
 void AddGrid(Plan& plan, PowerPoint::Slide& slide, const GridWish& wish, const Source& source);
 
 /// Shapes whose names mean a column and a row of the source, whose columns must be known
-/// (modFieldNames::FromShapeName). Others are left alone.
-void AddNames(Plan& plan, PowerPoint::Slide& slide, const Source& source);
+/// (modFieldNames::FromShapeName). Others are left alone, and where there are some in `among` all but those.
+void AddNames(Plan& plan, PowerPoint::Slide& slide, const Source& source,
+              const std::vector<std::shared_ptr<PowerPoint::Shape>>& among = {});
 
 /// The source of a connection's tag number, or with the empty text the one for marks that name none; null
 /// for none. It stays while the plan is made.

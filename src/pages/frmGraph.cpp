@@ -99,13 +99,7 @@ void frmGraph::Read() {
     if (number_.empty()) number_ = link.ConnectionTagNumber();
     if (number_ != link.ConnectionTagNumber()) number_ = Various;
   }
-  if (!number_.empty()) return;
-  const auto& connections = Presentation()->Connections();
-  if (Presentation()->FindConnection(modLastUsed::Connection)) {
-    number_ = modLastUsed::Connection;
-  } else if (!connections.empty()) {
-    number_ = connections.front()->ConnectionTagNumber();
-  }
+  if (number_.empty()) number_ = ProposedConnection();
 }
 
 void frmGraph::Reload() {

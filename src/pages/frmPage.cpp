@@ -1,9 +1,11 @@
 #include "pages/frmPage.h"
 
+#include <charconv>
 #include <utility>
 
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
+#include "basic/Strings.h"
 
 namespace LF2000 {
 
@@ -35,6 +37,14 @@ void frmPage::BeginEdit(std::string_view label, std::string_view run) {
   if (const auto& application = modGlobalFunctions::HostApplication) {
     application->StartNewUndoEntry(label, run);
   }
+}
+
+std::optional<std::int64_t> frmPage::WholeNumber(std::string_view text) {
+  text = basic::Trim(text);
+  std::int64_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc{} || end != text.data() + text.size()) return {};
+  return number;
 }
 
 void frmPage::CatchError() {

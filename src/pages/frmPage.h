@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +37,9 @@ class frmPage : public Forms::Form {
 
   /// Called before tags are changed: what follows is one step to undo. `run`: see StartNewUndoEntry.
   static void BeginEdit(std::string_view label, std::string_view run = {});
+
+  /// A whole number and nothing else but blanks around it.
+  [[nodiscard]] static std::optional<std::int64_t> WholeNumber(std::string_view text);
 
   void CatchError() override;
 

@@ -4,9 +4,11 @@
 
 #include <utility>
 
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Format.h"
 #include "model/clsShape.h"
 #include "model/modPropertyPages.h"
+#include "pages/modLastUsed.h"
 
 namespace LF2000 {
 
@@ -94,6 +96,26 @@ void frmShapesPage::ShowFreshness(Forms::Label& lblFresh, const std::string& num
   } else {
     lblFresh.Text("R" + read.substr(1) + ", fresh", Forms::Severity::Ok);
   }
+}
+
+std::string frmShapesPage::PresentValue(const std::string& number, const std::string& column,
+                                        double row) const {
+  constexpr std::int16_t DisplayValue = 1;
+  std::string why;
+  std::string text;
+  const auto connection = Readable(number, why);
+  if (!connection) return text;
+  modGlobalFunctions::IgnoreErrors([&] {
+    bool noValue = true;
+    text = connection->GetValueDatabase(row, column, DisplayValue, /*showMarkers=*/true, noValue);
+  });
+  return text;
+}
+
+std::string frmShapesPage::ProposedConnection() const {
+  if (Presentation()->FindConnection(modLastUsed::Connection)) return modLastUsed::Connection;
+  const auto& connections = Presentation()->Connections();
+  return connections.empty() ? std::string() : connections.front()->ConnectionTagNumber();
 }
 
 std::shared_ptr<clsConnection> frmShapesPage::Readable(const std::string& number, std::string& why) const {

@@ -40,6 +40,11 @@ class frmShapesPage : public frmPage {
   [[nodiscard]] static std::string NumberIn(std::string_view text);
   /// In lblFresh: when the connection was read, and what ails it.
   void ShowFreshness(Forms::Label& lblFresh, const std::string& number) const;
+  /// What a row of a column holds now; the empty text where that cannot be told.
+  [[nodiscard]] std::string PresentValue(const std::string& number, const std::string& column,
+                                         double row) const;
+  /// The connection to propose where nothing is linked yet: the one used last, else the first.
+  [[nodiscard]] std::string ProposedConnection() const;
   /// The connection, if it can be read now; otherwise `why` says why not.
   [[nodiscard]] std::shared_ptr<clsConnection> Readable(const std::string& number, std::string& why) const;
   /// Opens the page of all connections.

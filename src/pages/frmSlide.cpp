@@ -3,7 +3,6 @@
 #include "pages/frmSlide.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 #include <utility>
 #include <vector>
@@ -191,11 +190,8 @@ void frmSlide::lstScroll_Change() {
 
 std::optional<std::int32_t> frmSlide::NumberInField(Forms::TextBox& box, std::int32_t least,
                                                     std::int32_t most, const std::string& what) {
-  const std::string_view text = basic::Trim(box.Text());
-  std::int32_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool isNumber = error == std::errc{} && end == text.data() + text.size();
-  if (isNumber && number >= least && number <= most) return number;
+  const auto number = WholeNumber(box.Text());
+  if (number && *number >= least && *number <= most) return static_cast<std::int32_t>(*number);
   Complain(box, what + " " + Key(least) + " to " + Key(most) + ".");
   return {};
 }

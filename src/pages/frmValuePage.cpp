@@ -3,8 +3,7 @@
 #include "pages/frmValuePage.h"
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
+#include <cstdlib>
 #include <utility>
 
 #include "basic/Conversion.h"
@@ -15,19 +14,6 @@
 namespace LF2000 {
 
 using modManyLinks::MostRows;
-
-namespace {
-
-/// A whole number and nothing else.
-std::optional<std::int64_t> WholeNumber(std::string_view text) {
-  text = basic::Trim(text);
-  std::int64_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || end != text.data() + text.size()) return {};
-  return number;
-}
-
-}  // namespace
 
 frmValuePage::frmValuePage(std::string name, std::string caption, Forms::Placement placement,
                            std::shared_ptr<clsPresentation> presentation, modSelected::Selected selected,
@@ -108,15 +94,12 @@ void frmValuePage::Read() {
 void frmValuePage::Propose(Draft& draft, std::size_t place) {
   const auto linked =
       std::find_if(drafts_.begin(), drafts_.end(), [](const Draft& each) { return each.IsLinked; });
-  const auto& connections = Presentation()->Connections();
   if (linked != drafts_.end()) {
     draft.Connection = linked->Connection;
     draft.Folder = linked->Folder;
     draft.Extension = linked->Extension;
-  } else if (Presentation()->FindConnection(modLastUsed::Connection)) {
-    draft.Connection = modLastUsed::Connection;
-  } else if (!connections.empty()) {
-    draft.Connection = connections.front()->ConnectionTagNumber();
+  } else {
+    draft.Connection = ProposedConnection();
   }
   draft.Row = static_cast<double>(modLastUsed::Row) + 1 + static_cast<double>(place);
   SuggestColumn(draft);
@@ -225,7 +208,8 @@ void frmValuePage::txtRow_Change() {
 void frmValuePage::txtStep_Change() {
   if (txtStep_.Text() == StepText()) return;
   const auto step = WholeNumber(txtStep_.Text());
-  if (!step) return Complain(txtStep_, "How many rows from one shape to the next, such as 1, 0 or -1.");
+  if (!step || std::abs(*step) > MostRows)
+    return Complain(txtStep_, "How many rows from one shape to the next, such as 1, 0 or -1.");
   const double first = drafts_.front().Row;
   const auto steps = static_cast<double>(*step);
   if (!SetRows(txtStep_, [&](std::size_t i) { return first + steps * static_cast<double>(i); })) return;

@@ -95,13 +95,7 @@ void frmValuePage::ShowColumns() {
     if (columns[i].empty()) continue;
     const bool hasTab = columns[i].find('\t') != std::string::npos;
     std::string note = hasTab ? "holds a tab" : "";
-    if (!hasTab && columns.size() <= MostNotes) {
-      Draft draft = drafts_.front();
-      draft.Connection = number;
-      draft.Column = columns[i];
-      std::string problem;
-      note = ValueOf(draft, problem);
-    }
+    if (!hasTab && columns.size() <= MostNotes) note = PresentValue(number, columns[i], drafts_.front().Row);
     items.push_back({columns[i], std::move(note), !hasTab});
   }
   cmbColumn_.Items(std::move(items));

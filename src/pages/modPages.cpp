@@ -11,7 +11,9 @@
 #include "pages/frmClock.h"
 #include "pages/frmDataField.h"
 #include "pages/frmDataObject.h"
+#include "pages/frmFillWithRows.h"
 #include "pages/frmGraph.h"
+#include "pages/frmLinkByNames.h"
 #include "pages/frmNotLinkable.h"
 #include "pages/frmSlide.h"
 #include "pages/frmSlideShow.h"
@@ -71,6 +73,20 @@ void Open(Page page, const std::shared_ptr<clsPresentation>& presentation) {
     Fail(selected.LeftOut.empty() ? "Select a shape first." : selected.LeftOut + ".");
   }
   PageFor(Forms::Placement::Dialog, presentation, selected)->Open();
+}
+
+void OpenFillWithRows(const std::shared_ptr<clsPresentation>& presentation) {
+  if (presentation->Connections().empty()) Fail("Connect data first.");
+  const Selected selected = modSelected::LookForAll(presentation->ActivePresentation());
+  if (selected.Shapes.size() < 2) Fail("Select the shapes that are to show rows, at least two.");
+  std::make_shared<frmFillWithRows>(presentation, selected)->Open();
+}
+
+void OpenLinkByNames(const std::shared_ptr<clsPresentation>& presentation) {
+  if (presentation->Connections().empty()) Fail("Connect data first.");
+  const Selected selected = modSelected::LookForAll(presentation->ActivePresentation());
+  if (!selected.Slide) Fail("There is no slide.");
+  std::make_shared<frmLinkByNames>(presentation, selected)->Open();
 }
 
 void Dock(const std::shared_ptr<clsPresentation>& presentation) {

@@ -15,6 +15,11 @@ void Install();
 /// could be about.
 void Open(modPropertyPages::Page page, const std::shared_ptr<clsPresentation>& presentation);
 
+/// Dialogs for many links at once: for the shapes that are selected in the active window, of names also for
+/// all shapes of its slide where fewer than two are. They raise what is missing for them.
+void OpenFillWithRows(const std::shared_ptr<clsPresentation>& presentation);
+void OpenLinkByNames(const std::shared_ptr<clsPresentation>& presentation);
+
 /// Shows the page that fits what is selected in the active window in its panel. One that is there already for
 /// the same shapes stays, and is brought up to date.
 void Dock(const std::shared_ptr<clsPresentation>& presentation);

@@ -144,6 +144,10 @@ Selected Look(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   return selected;
 }
 
+Selected LookForAll(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+  return Gather(presentation);
+}
+
 Selected LookFor(modPropertyPages::Page page, const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   using modPropertyPages::Page;
   Selected selected = Gather(presentation);

@@ -34,6 +34,9 @@ struct Selected {
 /// of the presentation is.
 [[nodiscard]] Selected Look(const std::shared_ptr<PowerPoint::Presentation>& presentation);
 
+/// All shapes that are selected, whatever they are.
+[[nodiscard]] Selected LookForAll(const std::shared_ptr<PowerPoint::Presentation>& presentation);
+
 /// What a page takes that an author has asked for, the rest left out: any text may become a clock.
 [[nodiscard]] Selected LookFor(modPropertyPages::Page page,
                                const std::shared_ptr<PowerPoint::Presentation>& presentation);

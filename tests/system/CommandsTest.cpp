@@ -105,6 +105,8 @@ TEST_F(CommandsTest, StandOnBarsMenusAndContextMenus) {
                                          "&Graph…",
                                          "-&Slide properties…",
                                          "Slide show proper&ties…",
+                                         "-&Fill with rows…",
+                                         "Link by na&mes…",
                                          "-C&opy link",
                                          "Paste &link",
                                          "Paste as ne&xt row",
@@ -123,10 +125,10 @@ TEST_F(CommandsTest, StandOnBarsMenusAndContextMenus) {
                                          "&Errors log",
                                          "-&Help",
                                          "We&b page"}));
-  EXPECT_EQ(Captions("Slides"), (Texts{"-&Slide properties…", "Slide show proper&ties…"}));
-  EXPECT_EQ(Captions("Shapes"),
-            (Texts{"-&Data field…", "&Picture or object…", "&Clock…", "&Graph…", "-C&opy link", "Paste &link",
-                   "Paste as ne&xt row", "-Previo&us row", "Next ro&w", "-Unl&ink"}));
+  EXPECT_EQ(Captions("Slides"), (Texts{"-&Slide properties…", "Slide show proper&ties…", "Link by na&mes…"}));
+  EXPECT_EQ(Captions("Shapes"), (Texts{"-&Data field…", "&Picture or object…", "&Clock…", "&Graph…",
+                                       "-&Fill with rows…", "Link by na&mes…", "-C&opy link", "Paste &link",
+                                       "Paste as ne&xt row", "-Previo&us row", "Next ro&w", "-Unl&ink"}));
   EXPECT_TRUE(bars->Item(std::string_view("Lumenfold"))->Visible());
 
   // No access key stands for two entries of one menu.
@@ -156,17 +158,17 @@ TEST_F(CommandsTest, AreHiddenByExactlyOneAndDeletedInTheOrderMade) {
   machine.settings.info["HideUserInterface"] = " 1";
   Load();
   const Texts all = Captions("Shapes");
-  ASSERT_EQ(all.size(), 10U);
+  ASSERT_EQ(all.size(), 12U);
   bars->Item(std::string_view("Shapes"))->Controls()->Item(3)->Delete();  // by the user
   std::vector<std::size_t> left;
   std::string firstLeft;
   bars->onChange([&] {
     const Texts now = Captions("Shapes");
     if (left.empty() || left.back() != now.size()) left.push_back(now.size());
-    if (now.size() == 8) firstLeft = now.front();
+    if (now.size() == 10) firstLeft = now.front();
   });
   connect.OnDisconnection(AddInDesigner::RemoveMode::UserClosed);
-  EXPECT_EQ(left, (std::vector<std::size_t>{9, 8, 7, 6, 5, 4, 3, 2, 1, 0}));
+  EXPECT_EQ(left, (std::vector<std::size_t>{11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0}));
   EXPECT_EQ(firstLeft, "&Picture or object…");
   EXPECT_EQ(bars->Count(), 3);
   EXPECT_TRUE(Captions("Menu Bar").empty());
