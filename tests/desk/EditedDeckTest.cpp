@@ -177,6 +177,12 @@ TEST_F(EditedDeckTest, EditsGoOntoWhatAnotherProgramHasSaved) {
 }
 
 TEST_F(EditedDeckTest, WithNothingUnsavedANewerVersionIsTakenAtOnce) {
+  // The same bytes are no newer version, and leave the deck to be saved.
+  run->edited.upload(desk.folder.write("same", original));
+  EXPECT_THAT(run->heard, IsEmpty());
+  run->step([&] { desk.setSlide(2, true); });
+  EXPECT_EQ(run->edited.save(), EditedDeck::Saved::Written);
+
   DeskDeck other(original);
   rename(other, 2, "Title", "Heading");
   other.save();

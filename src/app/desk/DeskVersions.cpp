@@ -231,10 +231,20 @@ void Desk::recover() {
 
 void Desk::offerNewer() {
   const std::size_t ours = edited_->unsaved();
+  const auto& conflicts = edited_->newer()->conflicts();
+  std::vector<Notices::Action> actions{
+      {"take", "Take it and keep my " + changes(ours), [this] { takeNewer(); }}};
+  if (std::any_of(conflicts.begin(), conflicts.end(), [](const auto& each) { return !each.isGone; })) {
+    actions.push_back({"theirs", "Take it, and its side where both have changed", [this] {
+                         Rebase* newer = edited_->newer();
+                         if (newer == nullptr) return;
+                         for (EditConflict& each : newer->conflicts()) each.takesOurs = false;
+                         takeNewer();
+                       }});
+  }
   const int before = newerNotice_;
   newerNotice_ = notices_.tell(Notices::Level::Warning, "PowerPoint saved the deck at " + timeNow() + ".",
-                               linesOf(edited_->newer()->conflicts()),
-                               {{"take", "Take it and keep my " + changes(ours), [this] { takeNewer(); }}});
+                               linesOf(conflicts), std::move(actions));
   if (before != newerNotice_) notices_.dismiss(before);
 }
 
