@@ -40,11 +40,12 @@ frmConnection::frmConnection(std::string name, std::string caption,
   Subject(edited_->ConnectionTagNumber() + " " + edited_->ConnectionDescription());
 }
 
-void frmConnection::OpenAndLook() {
+void frmConnection::OpenAndLook(bool isFilledIn) {
   Show(Forms::Placement::Dialog, [this](Forms::Result) {
     Abandon(test_);
     EndTrials();
   });
+  if (isFilledIn) Focus(*Find("cmdOK"));
   Update([this] { Look(); });
 }
 

@@ -18,8 +18,9 @@ class frmConnection : public frmPage {
   /// Hears the number under which the connection was stored.
   using Stored = std::function<void(const std::string& number)>;
 
-  /// Shows the dialog and begins to look at the source that it names, where that is a file.
-  void OpenAndLook();
+  /// Shows the dialog and begins to look at the source that it names, where that is a file. One that is
+  /// filled in waits for OK.
+  void OpenAndLook(bool isFilledIn);
 
  protected:
   /// `edited` is null for a new connection.

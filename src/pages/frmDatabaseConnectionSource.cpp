@@ -108,6 +108,7 @@ void frmDatabaseConnection::ShowParts() {
   txtDatabase_.Visible(provider != nullptr);
   cmdBrowse_.Visible(isFile);
   txtUser_.Visible(provider != nullptr && !isFile);
+  txtPassword_.Visible(!isFile || stored_.IsSet());
 }
 
 void frmDatabaseConnection::TextLeft() {

@@ -42,7 +42,7 @@ void OpenNew(ConnectionKind kind, std::string_view path, const std::shared_ptr<c
       modGlobalFunctions::ShortenPath(path, presentation->ActivePresentation()->FullName());
   const auto dialog = DialogOf(kind, presentation, nullptr, file, std::move(stored));
   if (!dialog) Fail("There are no connections of this kind.");
-  dialog->OpenAndLook();
+  dialog->OpenAndLook(!path.empty());
 }
 
 void OpenExisting(std::string_view number, const std::shared_ptr<clsPresentation>& presentation,
@@ -52,7 +52,7 @@ void OpenExisting(std::string_view number, const std::shared_ptr<clsPresentation
   const auto kind = static_cast<ConnectionKind>(connection->ConnectionType());
   const auto dialog = DialogOf(kind, presentation, connection, {}, std::move(stored));
   if (!dialog) Fail("Connection " + std::string(number) + " is of a kind that cannot be changed here.");
-  dialog->OpenAndLook();
+  dialog->OpenAndLook(false);
 }
 
 }  // namespace LF2000::modConnectionPages

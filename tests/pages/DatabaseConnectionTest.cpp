@@ -49,6 +49,8 @@ TEST_F(DatabaseConnectionTest, ADatabaseFileIsFilledIn) {
   EXPECT_EQ(view.Text("txtDescription"), "plant");
   EXPECT_EQ(view.Text("cmbProvider"), "SQLite");
   EXPECT_FALSE(view.Visible("txtServer"));
+  EXPECT_FALSE(view.Visible("txtPassword"));
+  EXPECT_EQ(view.focused.back(), "cmdOK");
   EXPECT_THAT(view.Items("cmbTable"), ElementsAre("plant", "stops"));
   EXPECT_EQ(view.Text("txtSQL"), "plant");
   EXPECT_EQ(view.Text("lblColumns"), "Columns: Line, Rate");
