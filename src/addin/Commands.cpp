@@ -13,6 +13,7 @@
 #include "model/modCommandState.h"
 #include "model/modLinkClipboard.h"
 #include "model/modLinkEdits.h"
+#include "pages/frmAbout.h"
 #include "pages/modPages.h"
 
 namespace LF2000 {
@@ -63,13 +64,22 @@ std::string WhyNoConnection(Selection selection) {
   return selection.Presentation()->Connections().empty() ? "Connect data first." : "";
 }
 
+/// Columns are known of what has been read alone.
+std::string WhyNoColumns(Selection selection) {
+  const auto& connections = selection.Presentation()->Connections();
+  const bool isAnyOpen = std::any_of(connections.begin(), connections.end(),
+                                     [](const auto& connection) { return connection->RecordsetReady(); });
+  if (isAnyOpen) return {};
+  return connections.empty() ? WhyNoConnection(selection) : "No data have been read yet.";
+}
+
 std::string WhyNoFilling(Selection selection) {
-  if (std::string why = WhyNoConnection(selection); !why.empty()) return why;
+  if (std::string why = WhyNoColumns(selection); !why.empty()) return why;
   return selection.Shapes().size() < 2 ? "Select the shapes that are to show rows, at least two." : "";
 }
 
 std::string WhyNoNames(Selection selection) {
-  const std::string why = WhyNoConnection(selection);
+  const std::string why = WhyNoColumns(selection);
   return why.empty() ? WhyNoSlide(selection) : why;
 }
 
@@ -196,6 +206,7 @@ std::vector<Command> Services() {
       {"cbrWebPage", "We&b page", "", Everywhere,
        [](Selection) { return WebPage().empty() ? "The settings name no web page (WebPage)." : ""; },
        [](Selection) { modGlobalFunctions::OpenUrl(WebPage(), ShowNormal); }},
+      {"cbrAbout", "&About…", "", Everywhere, Never, [](Selection) { std::make_shared<frmAbout>()->Open(); }},
   };
 }
 

@@ -124,7 +124,8 @@ TEST_F(CommandsTest, StandOnBarsMenusAndContextMenus) {
                                          "-&Refresh",
                                          "&Errors log",
                                          "-&Help",
-                                         "We&b page"}));
+                                         "We&b page",
+                                         "&About…"}));
   EXPECT_EQ(Captions("Slides"), (Texts{"-&Slide properties…", "Slide show proper&ties…", "Link by na&mes…"}));
   EXPECT_EQ(Captions("Shapes"), (Texts{"-&Data field…", "&Picture or object…", "&Clock…", "&Graph…",
                                        "-&Fill with rows…", "Link by na&mes…", "-C&opy link", "Paste &link",
@@ -191,6 +192,8 @@ TEST_F(CommandsTest, AreEnabledByWhatIsSelected) {
         {"cbrGraph", none},
         {"cbrSlide", ""},
         {"cbrSlideShow", ""},
+        {"cbrFillWithRows", "Select the shapes that are to show rows, at least two."},
+        {"cbrLinkByNames", ""},
         {"cbrUnlink", "Nothing here is linked."},
         {"cbrPasteLink", "Copy a link first."},
         {"cbrRefresh", ""},
@@ -215,7 +218,8 @@ TEST_F(CommandsTest, AreEnabledByWhatIsSelected) {
       {{"photo"}, {{"cbrDataObject", ""}, {"cbrClock", "'photo' holds no text."}}},
       {{"chart"},
        {{"cbrGraph", ""}, {"cbrUnlink", ""}, {"cbrRowUp", "Nothing here shows a row."}, {"cbrCopyLink", ""}}},
-      {{"title", "price"}, {{"cbrDataField", ""}, {"cbrUnlink", ""}, {"cbrRowDown", ""}}},
+      {{"title", "price"},
+       {{"cbrFillWithRows", ""}, {"cbrDataField", ""}, {"cbrUnlink", ""}, {"cbrRowDown", ""}}},
       {{"title"}, {{"cbrUnlink", "Nothing here is linked."}, {"cbrCopyLink", "Nothing here is linked."}}},
       {{"group", "price"}, {{"cbrDataField", group}, {"cbrGraph", group}}},
       {{"twin"}, {{"cbrDataField", twin}}},
@@ -230,9 +234,13 @@ TEST_F(CommandsTest, AreEnabledByWhatIsSelected) {
   bars->press("cbrCopyLink");
   EXPECT_EQ(Reason("cbrPasteLink"), "") << "after each click as well";
 
+  connect.Application()->Find(deck)->FindConnection("001")->CloseRecordset();
+  Select({"price", "second"});
+  EXPECT_EQ(Reason("cbrFillWithRows"), "No data have been read yet.");
   connect.Application()->Find(deck)->Connections().clear();
   connect.Application()->Find(deck)->SetConnectionTags();
   EXPECT_EQ(Reason("cbrRefresh"), "Connect data first.");
+  EXPECT_EQ(Reason("cbrLinkByNames"), "Connect data first.");
   deck->slides.clear();
   Select({});
   EXPECT_EQ(Reason("cbrSlide"), "There is no slide.");
@@ -363,7 +371,7 @@ TEST_F(CommandsTest, WhatIsClickedTooLateSaysWhyItIsOfNoUse) {
   EXPECT_EQ(machine.messageBox.shown.at(1).text, "There are no property pages here.");
 }
 
-TEST_F(CommandsTest, ThePageThatFitsIsDockedWhereTheHostHasRoom) {
+TEST_F(CommandsTest, OpenDialogsAndDockThePageThatFitsWhereThereIsRoom) {
   fakes::FormView view;
   machine.UseForms(&view);
   Load();
@@ -373,6 +381,13 @@ TEST_F(CommandsTest, ThePageThatFitsIsDockedWhereTheHostHasRoom) {
   view.docks = true;
   Select({"group"});
   EXPECT_EQ(view.TopName(), "frmNotLinkable");
+  const std::pair<const char*, const char*> dialogs[] = {
+      {"cbrFillWithRows", "frmFillWithRows"}, {"cbrLinkByNames", "frmLinkByNames"}, {"cbrAbout", "frmAbout"}};
+  Select({"price", "second"});
+  for (const auto& [tag, form] : dialogs) {
+    bars->press(tag);
+    EXPECT_EQ(view.TopName(), form);
+  }
 }
 
 }  // namespace
