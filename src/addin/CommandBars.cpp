@@ -118,7 +118,12 @@ void CommandBars::Delete() {
 void CommandBars::Update() {
   if (buttons_.empty()) return;
   const CommandSelection selection = look_();
-  for (const Button& button : buttons_) Enable(*button.Control, button.Command->WhyNot(selection));
+  for (const Command& command : AllCommands()) {
+    const std::string whyNot = command.WhyNot(selection);  // once, wherever it stands
+    for (const Button& button : buttons_) {
+      if (button.Command == &command) Enable(*button.Control, whyNot);
+    }
+  }
   if (displayTypes_) Enable(*displayTypes_, WhyNoDisplayType(selection));
 }
 

@@ -298,10 +298,9 @@ TEST(Factory, TellsWhatThisMachineOpens) {
   for (const ADODB::Provider& provider : Factory().Providers()) {
     EXPECT_EQ(provider.Missing, "") << provider.Name;
     found += provider.Name + (provider.IsFile ? " (file)" : "") + "; ";
-    const std::string text =
-        "Provider=" + provider.Name + ";Data Source=" + (provider.IsFile ? "/dev/null" : "x");
     // What it offers is what is taken.
-    if (!provider.IsFile) EXPECT_NO_THROW((void)targetOf(text)) << text;
+    if (provider.IsFile) continue;
+    EXPECT_NO_THROW((void)targetOf("Provider=" + provider.Name + ";Data Source=x")) << provider.Name;
   }
   EXPECT_EQ(found, "SQLite (file); PostgreSQL; MariaDB; MSOLEDBSQL; Microsoft.ACE.OLEDB.12.0 (file); ");
   EXPECT_THAT(Factory().DataSources(), testing::ElementsAre("shop"));
