@@ -123,7 +123,7 @@ export function createToolbar(desk) {
     if (list) {
       if (display.options.length !== list.items.length)
         display.replaceChildren(...list.items.map((text) => h("option", { text })));
-      display.selectedIndex = (list.selected ?? 1) - 1;
+      display.selectedIndex = (list.selected || state.displayType || 1) - 1;
       set(display, { disabled: !list.enabled });
     }
   }
