@@ -94,6 +94,12 @@ TEST_F(RootsTest, ReadsBelowItsFoldersAndWhatWasAgreedTo) {
   EXPECT_THROW(static_cast<void>(guarded.FileWithin(folder.path().string(), "secret.txt")), basic::Error);
   access.grant(path("secret.txt"));
   EXPECT_NO_THROW(static_cast<void>(guarded.OpenForInput(path("secret.txt"))));
+  access.grant(path("decks"));
+  static_cast<void>(folder.write("decks/a.png", "x"));
+  fs::create_symlink(path("settings.ini"), path("decks/out.png"));
+  EXPECT_NO_THROW(static_cast<void>(guarded.FileWithin(path("decks"), "a.png")));
+  EXPECT_NO_THROW(static_cast<void>(guarded.FileDateTime(path("decks/a.png"))));
+  EXPECT_THROW(static_cast<void>(guarded.FileDateTime(path("decks/out.png"))), basic::Error);
 }
 
 /// Does what it is given at once.

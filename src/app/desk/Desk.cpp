@@ -38,7 +38,6 @@ void Desk::opened(const std::string& name) {
   if (window) return;
   window = std::make_unique<DeskWindow>(name, open_->presentation);
   host_.application().activate(window->document);
-  LF2000::modPages::Dock(open_->model);
 }
 
 void Desk::forget(const std::string& name) {

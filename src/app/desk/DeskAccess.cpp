@@ -55,7 +55,8 @@ void addDatabase(std::vector<ForeignSource>& sources, const std::string& text, c
 
 }  // namespace
 
-std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck, const Roots& roots) {
+std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck,
+                                          const std::vector<std::string>& folders, const Roots& roots) {
   std::vector<ForeignSource> sources;
   for (const auto& connection : deck.Connections()) {
     const auto kind = static_cast<LF2000::ConnectionKind>(connection->ConnectionType());
@@ -68,11 +69,20 @@ std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck, const R
       addFile(sources, file, roots);
     }
   }
+  for (const std::string& folder : folders) {
+    if (folder.empty()) continue;
+    addFile(sources, LF2000::modGlobalFunctions::ResolvePath(folder, deck.ActivePresentation()->FullName()),
+            roots);
+  }
   return sources;
 }
 
 void DeskAccess::require(const std::string& path) const {
-  if (granted_.contains(path) || roots_.hold(path)) return;
+  if (roots_.hold(path)) return;
+  const bool isGranted = std::any_of(granted_.begin(), granted_.end(), [&](const std::string& granted) {
+    return path == granted || Roots::isIn(path, granted);
+  });
+  if (isGranted) return;
   constexpr std::int32_t permissionDenied = 70;
   throw basic::Error(permissionDenied, "Lumenfold",
                      "Outside the folders of this desk. Start it with --allow " +

@@ -13,20 +13,24 @@ namespace app {
 
 /// A source that a deck brings along and that lies outside of a desk's folders.
 struct ForeignSource {
-  /// A server's name, or the path of a file.
+  /// A server's name, or the path of a file or of a folder with pictures.
   std::string name;
   /// As this system knows it; empty for a server.
   std::string path;
 };
 
-/// The sources of the deck that lie outside of the folders, each once. Nothing is contacted.
-[[nodiscard]] std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck, const Roots& roots);
+/// The sources of the deck that lie outside of the roots, each once: those of its connections, and the
+/// folders that its links take pictures from. Nothing is contacted.
+[[nodiscard]] std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck,
+                                                        const std::vector<std::string>& folders,
+                                                        const Roots& roots);
 
 /// What may be read at a desk: what lies below its folders, and what its author has agreed to.
 class DeskAccess {
  public:
   explicit DeskAccess(const Roots& roots) : roots_(roots) {}
 
+  /// A file, or a folder with all that lies in it.
   void grant(const std::string& path) { granted_.insert(path); }
   /// Raises that the path, as this system knows it, is not to be read.
   void require(const std::string& path) const;

@@ -13,7 +13,6 @@
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
 #include "basic/Format.h"
-#include "pages/modPages.h"
 #include "platform/Settings.h"
 #include "web/http/Secret.h"
 
@@ -174,7 +173,11 @@ EditedDeck::Hearer Desk::hearer() {
 
 /// A deck may come from anywhere: what it asks for elsewhere is contacted when its author agrees.
 void Desk::askForSources() {
-  const auto sources = foreignSources(*open_->model, roots_);
+  std::vector<std::string> folders;
+  for (int slide = 1; slide <= open_->slides.count(); ++slide) {
+    for (const LinkedShape& link : open_->slides.links(slide)) folders.push_back(link.objectFolder);
+  }
+  const auto sources = foreignSources(*open_->model, folders, roots_);
   const std::string list = listOf(sources);
   const Agreements agreements(options_.stateFolder, open_->presentation->FullName(), list);
   if (sources.empty() || agreements.areKnown()) return openSources(sources);
@@ -267,7 +270,6 @@ void Desk::show(const std::shared_ptr<deck::Presentation>& before, std::size_t k
     if (found) window->document->select(*found, shapes);
     host_.application().activate(nullptr);
     host_.application().activate(window->document);
-    LF2000::modPages::Dock(open_->model);
   }
   host_.application().activate(std::static_pointer_cast<deck::DocumentWindow>(active));
   const std::string text = "The deck was saved by another program at " + timeNow() + " and taken up.";

@@ -150,14 +150,28 @@ Json Roots::list(const Wish& wish) const {
   return {{"path", wish.path}, {"entries", std::move(list)}, {"isCut", entries.size() > most}};
 }
 
-bool Roots::hold(const std::string& path) const {
-  // A drive of another machine may keep who looks at it waiting.
+namespace {
+
+/// Links followed, where that keeps nobody waiting: a drive of another machine may.
+fs::path realPath(const std::string& path) {
   const host::Drives* drives = host::Current().drives;
-  const bool isLocal = drives == nullptr || drives->IsLocal(path);
   std::error_code failed;
-  const fs::path real = isLocal ? fs::weakly_canonical(path, failed) : fs::path(path).lexically_normal();
-  return !failed && std::any_of(roots_.begin(), roots_.end(),
-                                [&](const Root& root) { return isWithin(real, root.path); });
+  const bool isLocal = drives == nullptr || drives->IsLocal(path);
+  fs::path real = isLocal ? fs::weakly_canonical(path, failed) : fs::path(path).lexically_normal();
+  return failed ? fs::path() : real;
+}
+
+}  // namespace
+
+bool Roots::hold(const std::string& path) const {
+  const fs::path real = realPath(path);
+  return std::any_of(roots_.begin(), roots_.end(),
+                     [&](const Root& root) { return isWithin(real, root.path); });
+}
+
+bool Roots::isIn(const std::string& path, const std::string& folder) {
+  const fs::path real = realPath(folder);
+  return !real.empty() && isWithin(realPath(path), real);
 }
 
 }  // namespace app

@@ -43,6 +43,8 @@ class Roots {
   /// Whether a path, as this system knows it, is that of something below a root, links followed. Also for
   /// what is not there: what counts is where it would be.
   [[nodiscard]] bool hold(const std::string& path) const;
+  /// The same for any folder.
+  [[nodiscard]] static bool isIn(const std::string& path, const std::string& folder);
 
  private:
   [[nodiscard]] const Root& root(int number) const;
