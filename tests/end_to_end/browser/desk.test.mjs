@@ -125,6 +125,14 @@ test("nothing keeps people from using it, in light and in dark", async (t) => {
     await page.getByRole("menuitem", { name: "Keys" }).click();
     await page.getByRole("dialog", { name: "Keys" }).waitFor();
     await look("a dialog");
+    await page.keyboard.press("Escape");
+    await page.getByRole("button", { name: "Check" }).click();
+    await page.getByRole("tab", { name: /^Check/ }).click();
+    await look("the findings");
+    await page.getByRole("button", { name: "Connect data" }).click();
+    await page.getByRole("menuitem", { name: "weather.txt" }).click();
+    await page.getByRole("dialog", { name: "Text file" }).waitFor();
+    await look("a form");
   }
 });
 

@@ -32,6 +32,14 @@ export function createFindings(desk) {
     return h("span", { class: "repair" }, choice ? h("span", { text: caption }) : null, choice, run);
   }
 
+  // What mends several findings is offered with the first of them.
+  const offered = new Set();
+  function isOffered(repair) {
+    if (!repair || offered.has(repair.caption)) return false;
+    offered.add(repair.caption);
+    return true;
+  }
+
   function lineFor(finding) {
     const shape = finding.slide === state.slide?.id && state.slide.shapes.find(({ id }) => id === finding.shape);
     const text = h("span", { class: "text", text: finding.text });
@@ -45,16 +53,17 @@ export function createFindings(desk) {
       h("span", { class: "gravity", text: gravities[finding.gravity] }),
       what,
       shape ? h("span", { class: "shape", text: shape.name }) : null,
-      finding.repair ? repairFor(finding.repair) : null,
+      isOffered(finding.repair) ? repairFor(finding.repair) : null,
     );
   }
 
   let drawn = "";
-  watch(["findings", "slides"], () => {
+  watch(["findings", "slides", "slide"], () => {
     const { findings } = state;
-    const text = JSON.stringify(findings);
+    const text = JSON.stringify([findings, state.slide?.id]);
     if (!findings || text === drawn) return;
     drawn = text;
+    offered.clear();
     if (findings.length === 0)
       return place(element, h("p", { class: "note", text: "All links, data and texts are well." }));
     const groups = new Map();

@@ -221,6 +221,7 @@ function commandButton(name, { session }) {
     draw(state) {
       set(button, {
         hidden: !state.Visible,
+        "data-brief": (state.Caption ?? "").endsWith("…"),
         "data-key": accessKey(state.Caption ?? "") || null,
         "aria-label": withoutKey(state.Caption ?? "") === "…" ? state.Hint || "More" : null,
       });
