@@ -108,6 +108,7 @@ class Desk final : public web::Desk {
   void askForSources();
   void openSources(const std::vector<ForeignSource>& sources);
   void offerRecovery();
+  void warnOfOwner();
   void recover();
   void offerNewer();
   void takeNewer();

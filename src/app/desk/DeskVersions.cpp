@@ -138,6 +138,7 @@ Desk::Desk(Environment& environment, Options options)
   host_.application().bars().onChange([this] { requestFlush(); });
   askForSources();
   offerRecovery();
+  warnOfOwner();
   constexpr std::int32_t second = 1000;
   clock_->Interval(second);
   clock_->Enabled(true);
@@ -220,6 +221,17 @@ void Desk::offerRecovery() {
                  {"discard", "Discard", [this] { edited_->discardRecoverable(); }}});
 }
 
+void Desk::warnOfOwner() {
+  const auto owner = edited_->file().ownerFile();
+  if (!owner) return;
+  const bool isPowerPoint = fs::path(*owner).filename().string().starts_with("~$");
+  notices_.tell(
+      Notices::Level::Warning,
+      std::string(isPowerPoint ? "PowerPoint" : "Another program") +
+          " has this deck open. What you save here it will not see, and may write over. Close it there "
+          "first.");
+}
+
 void Desk::recover() {
   const EditedDeck::Recovered recovered = edited_->recover();
   for (const auto& [name, window] : windows_) {
@@ -284,6 +296,7 @@ void Desk::save() {
   try {
     const auto saved = edited_->save();
     if (saved == EditedDeck::Saved::NothingToDo) return;
+    warnOfOwner();
     notices_.tell(Notices::Level::Info, saved == EditedDeck::Saved::WrittenAnew
                                             ? "The deck's file was gone; it was written anew."
                                             : "Saved. The file holds no live values.");

@@ -125,8 +125,11 @@ describe("a desk", { concurrency: 2 }, () => {
 
   it("takes up what another program saves, with what is unsaved here", async (t) => {
     const { sandbox, deck } = unlinkedShop(t);
+    sandbox.write("shop/~$shop.pptx", "owner");
     const desk = await sandbox.edit(deck);
     const window = await desk.openWindow();
+    assert.match(window.state.notices[0].text, /^PowerPoint has this deck open\./);
+    await window.do(`notices/${window.state.notices[0].id}/dismiss`);
     const shape = window.shape("p1 Item").id;
     await window.do("rename", { slide: window.state.slide.id, shape, name: "First" });
     sandbox.done("link", deck, "--slide", 2, "--shape", "Clock", "--clock", "hh:nn");
