@@ -269,9 +269,9 @@ export function createGrid(desk) {
   });
 
   let seen;
-  watch(["tab", "data", "connections"], () => {
+  watch(["tab", "data", "connections", "preview"], () => {
     const connection = connectionOf(state, state.tab);
-    const now = connection && `${state.tab} ${state.data?.[state.tab]} ${connection.state} ${connection.columns}`;
+    const now = connection && `${state.tab} ${state.data?.[state.tab]} ${connection.state} ${connection.rows} ${connection.columns} ${state.preview}`;
     if (now && now !== seen) load();
     seen = now;
     // The columns are known before the first rows have come.

@@ -125,7 +125,7 @@ export function createPanels(desk) {
   };
 
   function goTo(name) {
-    if (name === "properties" || name === "shapes") openDrawer(true);
+    openDrawer(name === "properties" || name === "shapes");
     focusers[name]();
   }
 
