@@ -57,6 +57,7 @@ Json DeskForms::raise(const std::string& window, int id, const Json& body) {
   }
   std::vector<Forms::Event> events;
   for (const Json& each : list) events.push_back(eventOf(each));
+  if (!body.at("seq").is_number_integer()) throw web::Refusal(400, "Events are numbered by whole numbers.");
   const auto seq = body.at("seq").get<std::int64_t>();
   shown.ack = std::max(shown.ack, seq);
   // A handler may close the form.

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -50,7 +51,27 @@ std::int64_t queryNumber(std::string_view query, std::string_view name, std::int
   return text ? numberOf<std::int64_t>(*text) : otherwise;
 }
 
-using Ids = std::vector<std::uint32_t>;
+/// Numbers of pages are whole; others would not fit where they go.
+std::int64_t whole(const Json& json) {
+  if (!json.is_number_integer()) throw web::Refusal(400, "A whole number is expected.");
+  return json.get<std::int64_t>();
+}
+
+std::int64_t whole(const Json& body, const char* name, std::int64_t otherwise) {
+  return body.contains(name) ? whole(body.at(name)) : otherwise;
+}
+
+/// Of a slide or a shape; 0, which none has, for what is no id.
+std::uint32_t idOf(const Json& json) {
+  const std::int64_t id = whole(json);
+  return id > 0 && id <= std::numeric_limits<std::uint32_t>::max() ? static_cast<std::uint32_t>(id) : 0;
+}
+
+std::vector<std::uint32_t> idsOf(const Json& list) {
+  std::vector<std::uint32_t> ids;
+  for (const Json& each : list) ids.push_back(idOf(each));
+  return ids;
+}
 
 LF2000::ConnectionKind kindOf(const std::string& name) {
   if (name == "text") return LF2000::ConnectionKind::TextFile;
@@ -106,19 +127,20 @@ Json DeskRequests::look(std::string_view path, std::string_view query) const {
 }
 
 int DeskRequests::slideOf(const Json& body) const {
-  const auto slide = parts_.open.slides.find(body.at("slide").get<std::uint32_t>());
+  const auto slide = parts_.open.slides.find(idOf(body.at("slide")));
   if (!slide) throw web::Refusal(404, "This slide is no longer in the deck.");
   return *slide;
 }
 
 void DeskRequests::select(DeskWindow& window, const Json& body) const {
-  parts_.application.select(*window.document, slideOf(body), body.value("shapes", Json::array()).get<Ids>());
+  parts_.application.select(*window.document, slideOf(body), idsOf(body.value("shapes", Json::array())));
 }
 
 void DeskRequests::press(DeskWindow&, std::string_view id, const Json& body) const {
   deck::CommandBars& bars = parts_.application.bars();
   if (body.contains("index")) {
-    bars.choose(id, body.at("index").get<std::int32_t>());
+    constexpr std::int64_t most = 1000;
+    bars.choose(id, static_cast<std::int32_t>(std::clamp<std::int64_t>(whole(body.at("index")), 0, most)));
   } else {
     bars.press(id);
   }
@@ -139,7 +161,7 @@ Json DeskRequests::command(DeskWindow& window, std::string_view name) const {
 
 void DeskRequests::setCursor(DeskWindow& window, const Json& body) const {
   window.cursor = {body.at("connection").get<std::string>(), body.value("column", ""),
-                   std::max<std::int64_t>(body.value("row", std::int64_t{1}), 1)};
+                   std::max<std::int64_t>(whole(body, "row", 1), 1)};
 }
 
 void DeskRequests::link(DeskWindow& window, const Json& body) const {
@@ -149,8 +171,8 @@ void DeskRequests::link(DeskWindow& window, const Json& body) const {
   const bool isAtCursor = window.cursor.connection == wish.connection;
   const std::int64_t cursorRow = isAtCursor ? window.cursor.row : 1;
   const Json row = body.value("row", Json());
-  wish.row = row.is_null() ? cursorRow : row.get<std::int64_t>();
-  wish.shapes = body.at("shapes").get<Ids>();
+  wish.row = row.is_null() ? cursorRow : whole(row);
+  wish.shapes = idsOf(body.at("shapes"));
   wish.slide = slideOf(body);
   wish.countsUp = body.value("countUp", false);
   parts_.say(window, linkColumn(parts_.open, wish));
@@ -160,15 +182,15 @@ void DeskRequests::fill(DeskWindow& window, const Json& body) const {
   RowFill wish;
   wish.connection = body.at("connection").get<std::string>();
   wish.columns = body.at("columns").get<std::vector<std::string>>();
-  wish.row = body.value("row", std::int64_t{1});
-  wish.step = body.value("step", std::int64_t{1});
-  wish.shapes = body.at("shapes").get<Ids>();
+  wish.row = whole(body, "row", 1);
+  wish.step = whole(body, "step", 1);
+  wish.shapes = idsOf(body.at("shapes"));
   wish.slide = slideOf(body);
   parts_.say(window, fillRows(parts_.open, wish));
 }
 
 void DeskRequests::rename(DeskWindow&, const Json& body) const {
-  renameShape(parts_.application, parts_.open, slideOf(body), body.at("shape").get<std::uint32_t>(),
+  renameShape(parts_.application, parts_.open, slideOf(body), idOf(body.at("shape")),
               body.at("name").get<std::string>());
 }
 
@@ -215,7 +237,8 @@ Json DeskRequests::form(DeskWindow& window, const Words& words, const Json& body
 /// What lies beside the deck is named from there, so that both can be moved together.
 void DeskRequests::choose(DeskWindow& window, int choice, const Json& body) const {
   if (!body.contains("root")) return parts_.forms.chosen(window.name, choice, std::nullopt);
-  const std::filesystem::path path = parts_.roots.chosen(body.at("root").get<int>(), body.value("path", ""));
+  const std::filesystem::path path = parts_.roots.chosen(
+      static_cast<int>(std::clamp<std::int64_t>(whole(body.at("root")), 0, 1000)), body.value("path", ""));
   const auto folder = std::filesystem::weakly_canonical(parts_.open.presentation->FullName()).parent_path();
   const auto relative = path.lexically_relative(folder);
   const bool isBelow = !relative.empty() && *relative.begin() != "..";

@@ -2,6 +2,7 @@
 
 #include "app/desk/FormJson.h"
 
+#include <algorithm>
 #include <array>
 #include <type_traits>
 #include <utility>
@@ -80,7 +81,8 @@ std::optional<Forms::Value> valueOf(const Json& json) {
   if (json.is_boolean()) return json.get<bool>();
   if (json.is_number_integer()) return json.get<std::int64_t>();
   if (json.is_string()) return json.get<std::string>();
-  if (json.is_array()) return json.get<Forms::Places>();
+  const auto isWhole = [](const Json& each) { return each.is_number_integer(); };
+  if (json.is_array() && std::all_of(json.begin(), json.end(), isWhole)) return json.get<Forms::Places>();
   return std::nullopt;
 }
 

@@ -83,6 +83,12 @@ describe("a desk", { concurrency: 2 }, () => {
     const refused = await window.post("link", { ...link, column: "Prize", shapes: ids("p4 Item"), slide });
     assert.equal(refused.status, 409);
     assert.match(refused.json.error, /Prize.*Item, Price/);
+    for (const [row, status] of [[0, 409], [-1, 409], [1e9, 409], [1e30, 400], [1.5, 400], ["abc", 400]]) {
+      assert.equal((await window.post("link", { ...link, row, shapes: ids("p4 Item"), slide })).status, status, row);
+    }
+    for (const shapes of [[], [-1], [2 ** 32], [999]]) {
+      assert.equal((await window.post("link", { ...link, row: 1, shapes, slide })).status, 404, shapes);
+    }
     assert.equal(window.state.deck.undo, "Link 2 shapes");
 
     await window.do("commands/undo");
