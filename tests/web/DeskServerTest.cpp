@@ -99,16 +99,18 @@ TEST_F(DeskServerTest, AnswersWhatADeskDoesAndWhyItDoesNot) {
   EXPECT_EQ(R"({"ok":true})", post("selection", R"({"slide": 256})").body);
   EXPECT_EQ(R"({"ok":true})", post("commands/save").body);
   EXPECT_THAT(desk.calls, ElementsAre(window + R"( selection {"slide":256})", window + " commands/save {}"));
-  const std::pair<std::string, std::string> cases[] = {{"refused", "{}"},
-                                                       {"failed", "{}"},
-                                                       {"broken", "{}"},
-                                                       {"number", "{}"},
-                                                       {"number", "[1]"},
-                                                       {"number", "{\"number\""},
-                                                       {"number", "{\"number\": \"one\"}"}};
+  const std::pair<std::string, std::string> cases[] = {
+      {"refused", "{}"},
+      {"failed", "{}"},
+      {"broken", "{}"},
+      {"number", "{}"},
+      {"number", "[1]"},
+      {"number", "{\"number\""},
+      {"number", "{\"number\": \"one\"}"},
+      {"number", R"({"values":)" + std::string(200'000, '[') + std::string(200'000, ']') + "}"}};
   std::vector<int> statuses;
   for (const auto& [path, body] : cases) statuses.push_back(post(path, body).status);
-  EXPECT_THAT(statuses, ElementsAre(409, 409, 500, 400, 400, 400, 400));
+  EXPECT_THAT(statuses, ElementsAre(409, 409, 500, 400, 400, 400, 400, 400));
   EXPECT_THAT(errors, ElementsAre("internals"));
   EXPECT_EQ(404, ask("POST", "/api/v1/desk/windows/short/selection").status);
   EXPECT_EQ(404, ask("POST", "/api/v1/desk/windows/abcdefghijklmn.p/selection").status);

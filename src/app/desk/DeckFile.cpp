@@ -9,6 +9,7 @@
 #include "basic/Quotes.h"
 #include "deck/objects/Repair.h"
 #include "host/drives.h"
+#include "opc/Files.h"
 #include "opc/PackageFile.h"
 
 namespace app {
@@ -70,9 +71,10 @@ DeckVersion DeckFile::takeVersion() {
 }
 
 DeckVersion DeckFile::replaceBy(const std::string& file, const deck::Presentation& presentation) {
-  // One after the other, for a deck may be large.
-  requireWhole(*opc::Package::fromBytes(read(file).bytes, "The uploaded deck"));
-  std::string bytes = read(file).bytes;
+  // One after the other, for a deck may be large; its own name would tell nobody anything.
+  const auto sent = [&file] { return opc::readFile(file, opc::MaximumPackageBytes).bytes; };
+  requireWhole(*opc::Package::fromBytes(sent(), "The uploaded deck"));
+  std::string bytes = sent();
   const auto& known = presentation.fileState();
   const opc::FileState state = opc::replaceFile(path_, bytes, known ? &*known : nullptr);
   return {opc::Package::fromBytes(std::move(bytes), path_), state};

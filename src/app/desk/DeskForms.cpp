@@ -37,7 +37,7 @@ void DeskForms::Show(const std::shared_ptr<Forms::Form>& form, Forms::Placement 
 DeskForms::Shown& DeskForms::shown(const std::string& window, int form) {
   const auto found = forms_.find(form);
   if (found == forms_.end() || found->second.window != window) {
-    throw web::Refusal(409, "The form has been closed.");
+    throw web::Refusal(404, "The form has been closed.");
   }
   return found->second;
 }

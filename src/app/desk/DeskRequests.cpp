@@ -68,6 +68,7 @@ std::uint32_t idOf(const Json& json) {
 }
 
 std::vector<std::uint32_t> idsOf(const Json& list) {
+  if (!list.is_array()) throw web::Refusal(400, "Shapes are named by a list of their numbers.");
   std::vector<std::uint32_t> ids;
   for (const Json& each : list) ids.push_back(idOf(each));
   return ids;

@@ -53,10 +53,16 @@ Response jsonAnswer(const Json& json) {
   return json.is_null() ? Response::done() : Response::fresh(200, "application/json", json::textOf(json));
 }
 
-/// An empty body is an empty object.
+/// An empty body is an empty object. What the page sends is flat: values in one another without end, which
+/// would be copied level by level on the stack, are none of its.
 Json parsed(std::string_view body) {
   if (body.empty()) return Json::object();
-  Json json = Json::parse(body, nullptr, /*allow_exceptions=*/false);
+  const auto refuseDepth = [](int depth, Json::parse_event_t, const Json&) {
+    constexpr int deepest = 8;
+    if (depth > deepest) throw Refusal(400, "The values of the request's body lie too deep in one another.");
+    return true;
+  };
+  Json json = Json::parse(body, refuseDepth, /*allow_exceptions=*/false);
   if (!json.is_object()) throw Refusal(400, "The request's body is no JSON object.");
   return json;
 }
