@@ -37,7 +37,7 @@ void Recordset::OpenSchema(ADODB::Schema schema, std::string_view table) {
   requireClosed();
   if (!connection_) failNoConnection();
   source_ = Source{std::string(table),
-                   schema == ADODB::Schema::adSchemaTables ? Source::Kind::Tables : Source::Kind::Columns};
+                   schema == ADODB::adSchemaTables ? Source::Kind::Tables : Source::Kind::Columns};
   requerying_ = false;
   startReading();
 }

@@ -36,6 +36,7 @@ std::vector<std::string> LongestTexts(ADODB::Recordset& data) {
     }
   }
   std::vector<std::string> texts;
+  texts.reserve(longest.size());
   for (LongText& each : longest) texts.push_back(std::move(each.Text));
   return texts;
 }

@@ -35,7 +35,7 @@ std::string DatabaseTable::FullName() const {
 }
 
 std::vector<DatabaseTable> DatabaseCatalog::Tables() {
-  const auto list = List(ADODB::Schema::adSchemaTables, {});
+  const auto list = List(ADODB::adSchemaTables, {});
   std::vector<DatabaseTable> tables;
   for (std::int64_t left = list->RecordCount(); left > 0; --left, list->Move(1)) {
     tables.push_back(
@@ -45,7 +45,7 @@ std::vector<DatabaseTable> DatabaseCatalog::Tables() {
 }
 
 std::vector<std::string> DatabaseCatalog::Columns(const DatabaseTable& table) {
-  const auto list = List(ADODB::Schema::adSchemaColumns, table.Name);
+  const auto list = List(ADODB::adSchemaColumns, table.Name);
   std::vector<std::string> columns;
   for (std::int64_t left = list->RecordCount(); left > 0; --left, list->Move(1)) {
     if (TextOf(*list, "TABLE_SCHEMA") == table.Schema) columns.push_back(TextOf(*list, "COLUMN_NAME"));

@@ -38,7 +38,7 @@ enum Options : std::int32_t { adOptionUnspecified = -1, adAsyncExecute = 16, adC
 /// Types of fields that are appended: text.
 enum DataType : std::int32_t { adVarChar = 200 };
 /// SchemaEnum, as far as used: what OpenSchema lists.
-enum class Schema : std::int32_t {
+enum Schema : std::int32_t {
   /// TABLE_SCHEMA, TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION.
   adSchemaColumns = 4,
   /// TABLE_SCHEMA, TABLE_NAME, TABLE_TYPE ("TABLE", "VIEW").

@@ -229,9 +229,13 @@ std::string clsPresentation::LumenfoldVersion() const try {
 }
 
 void clsPresentation::RequireVersionTag() {
-  constexpr std::int32_t ShowsValues = 1;
   if (modTags::HasVersionTag(*presentation_)) return;
   SetVersionTag();
+  RequireDisplayType();
+}
+
+void clsPresentation::RequireDisplayType() {
+  constexpr std::int32_t ShowsValues = 1;
   if (displayType_ == 0) DisplayType(ShowsValues);
 }
 

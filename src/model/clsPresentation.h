@@ -185,6 +185,8 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void FillGraph(const clsShape& link);
   void FillTable(const clsShape& link, std::int32_t displayType);
   void FillObject(const clsShape& link, std::int32_t displayType);
+  /// Shapes of a deck that an author works on show something, also when it was never said what.
+  void RequireDisplayType();
   void ShowPage(modPropertyPages::Page page);
 
   std::shared_ptr<PowerPoint::Presentation> presentation_;

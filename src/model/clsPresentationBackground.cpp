@@ -196,6 +196,7 @@ void clsPresentation::LoadInBackground(const clsPresentation* former) {
     TakeOverReadings(*former);
     if (displayTypeTag_ == former->displayTypeTag_) DisplayType(former->displayType_);
   }
+  RequireDisplayType();
   Log(DebugKind::Event, "Start fill values");
   FillValues(false);
   Log(DebugKind::Event, "End fill values");
@@ -239,6 +240,7 @@ void clsPresentation::TakeUpTags() try {
   distributionList_.clear();
   if (isLinked) LoadDistribution();
   if (isLinked && DisplayTypeTag() != displayTypeTag_) LoadDisplayType();
+  if (isLinked) RequireDisplayType();
   OpenAllInBackground(std::move(others));
   modCommandState::TellChanged();
 } catch (...) {

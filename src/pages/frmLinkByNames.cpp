@@ -1,5 +1,6 @@
 #include "pages/frmLinkByNames.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -24,13 +25,20 @@ std::string Told(const modManyLinks::PlannedLink& link) {
   return link.Connection + " " + link.Value.Column + " " + std::to_string(link.Value.Row);
 }
 
+/// Whether it would change anything.
+bool HasNews(const modManyLinks::Plan& plan) {
+  return std::any_of(plan.Links.begin(), plan.Links.end(), [](const modManyLinks::PlannedLink& link) {
+    return !basic::EqualsIgnoreCase(LinkedSoFar(link.Shape), Told(link));
+  });
+}
+
 }  // namespace
 
 frmLinkByNames::frmLinkByNames(std::shared_ptr<clsPresentation> presentation, modSelected::Selected selected)
     : frmShapesPage("frmLinkByNames", "Link by names", Forms::Placement::Dialog, std::move(presentation),
                     std::move(selected)),
-      isOfSelection_(Shapes().size() > 1),
       number_(ProposedConnection()),
+      isOfSelection_(Shapes().size() > 1 && HasNews(PlanOf(Shapes()))),
       cmbConnection_(Add<Forms::ComboBox>("cmbConnection")),
       lstPlan_(Add<Forms::ListBox>(
           "lstPlan", std::vector<std::string>{"Shape", "Column", "Row", "Shows", "Linked so far"}, true)),
@@ -59,9 +67,7 @@ void frmLinkByNames::MakePlan() {
   Forms::Places ticked;
   std::string why;
   if (Readable(number_, why)) {
-    modManyLinks::Plan plan;
-    modManyLinks::AddNames(plan, Slide(), modLinkEdits::SourceOf(*Presentation(), number_),
-                           isOfSelection_ ? Shapes() : modLinkEdits::Shapes());
+    modManyLinks::Plan plan = PlanOf(isOfSelection_ ? Shapes() : modLinkEdits::Shapes());
     for (modManyLinks::PlannedLink& link : plan.Links) {
       const std::string before = LinkedSoFar(link.Shape);
       if (basic::EqualsIgnoreCase(before, Told(link))) continue;
@@ -80,6 +86,15 @@ void frmLinkByNames::MakePlan() {
   lstPlan_.Items(std::move(items));
   lstPlan_.Selected(std::move(ticked));
   lblWhy_.Text(why, Forms::Severity::Warning);
+}
+
+modManyLinks::Plan frmLinkByNames::PlanOf(const modLinkEdits::Shapes& shapes) const {
+  modManyLinks::Plan plan;
+  std::string why;
+  if (Readable(number_, why)) {
+    modManyLinks::AddNames(plan, Slide(), modLinkEdits::SourceOf(*Presentation(), number_), shapes);
+  }
+  return plan;
 }
 
 bool frmLinkByNames::Apply() {

@@ -8,7 +8,7 @@
 namespace LF2000 {
 
 /// The dialog that links shapes whose names mean a column and a row, after the author has looked over which:
-/// those of the selection, or all of the slide.
+/// those of the selection, or all of the slide where one shape is selected or the selection has none.
 class frmLinkByNames final : public frmShapesPage {
  public:
   frmLinkByNames(std::shared_ptr<clsPresentation> presentation, modSelected::Selected selected);
@@ -20,9 +20,10 @@ class frmLinkByNames final : public frmShapesPage {
 
  private:
   void MakePlan();
+  [[nodiscard]] modManyLinks::Plan PlanOf(const modLinkEdits::Shapes& shapes) const;
 
-  bool isOfSelection_;
   std::string number_;
+  bool isOfSelection_;
   modManyLinks::Plan plan_;
   Forms::ComboBox& cmbConnection_;
   Forms::ListBox& lstPlan_;

@@ -139,7 +139,7 @@ class Database final : public ADODB::Factory {
 
   std::shared_ptr<ADODB::Recordset> List(ADODB::Schema schema, std::string_view table) const {
     const auto list = std::make_shared<Listing>(*this);
-    const bool areTables = schema == ADODB::Schema::adSchemaTables;
+    const bool areTables = schema == ADODB::adSchemaTables;
     for (const char* field : {"TABLE_SCHEMA", "TABLE_NAME", areTables ? "TABLE_TYPE" : "COLUMN_NAME"}) {
       list->Append(field, ADODB::adVarChar, 50);
     }

@@ -112,7 +112,15 @@ TEST_F(ManyShapesTest, NamesAreLookedOverBeforeTheyAreLinked) {
   EXPECT_EQ(price->text, "4.10");
   EXPECT_THAT(Steps(), ElementsAre("Link 2 shapes"));
 
+  OpenNames({price, item});
+  EXPECT_EQ(view.Top().Subject(), "2 shapes");
+  EXPECT_THAT(Planned(), ElementsAre("p1 Item: Item 1 Rye"));
+  view.Click("cmdCancel");
   OpenNames({price, other});
+  EXPECT_EQ(view.Top().Subject(), "slide 1") << "nothing is left to link among those that are selected";
+  EXPECT_THAT(Planned(), ElementsAre("p1 Item: Item 1 Rye"));
+  view.Click("cmdOK");
+  OpenNames({});
   EXPECT_THAT(Planned(), IsEmpty());
   EXPECT_THAT(view.Text("lblWhy"), HasSubstr("No further shape"));
   view.Click("cmdCancel");

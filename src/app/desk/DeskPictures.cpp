@@ -16,7 +16,7 @@ std::string DeskPictures::nameOf(const std::string& path) {
   const auto changed = std::filesystem::last_write_time(path, missing);
   if (missing) return {};
   const std::string version = path + '\n' + std::to_string(changed.time_since_epoch().count());
-  const std::string name = "picture-" + std::to_string(std::hash<std::string>{}(version));
+  std::string name = "picture-" + std::to_string(std::hash<std::string>{}(version));
   paths_.insert_or_assign(name, path);
   return name;
 }

@@ -94,6 +94,7 @@ bool DeskSlides::takeEdits() {
 void DeskSlides::describeAnew(int slide) {
   const auto ids = [](const std::vector<LinkedShape>& links) {
     std::vector<std::uint32_t> found;
+    found.reserve(links.size());
     for (const LinkedShape& link : links) found.push_back(link.id);
     return found;
   };

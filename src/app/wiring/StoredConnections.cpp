@@ -41,7 +41,7 @@ std::string threeDigits(const std::string& meant) {
 
 std::string connectionNumber(deck::Presentation& deck, const std::string& meant) {
   const auto all = storedConnections(deck);
-  const std::string number = threeDigits(meant);
+  std::string number = threeDigits(meant);
   std::string described;
   std::string numbers;
   for (const StoredConnection& each : all) {

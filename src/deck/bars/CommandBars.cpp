@@ -219,7 +219,7 @@ template <typename T>
 std::shared_ptr<T> enabledControl(const std::vector<std::shared_ptr<Office::CommandBar>>& bars,
                                   std::string_view tag) {
   for (const auto& bar : bars) {
-    const auto control = findTagged<T>(*bar->Controls(), tag);
+    auto control = findTagged<T>(*bar->Controls(), tag);
     if (!control) continue;
     if (control->Enabled()) return control;
     fail(control->TooltipText().empty() ? basic::InQuotes(control->Caption()) + " is not enabled now."
@@ -231,7 +231,7 @@ std::shared_ptr<T> enabledControl(const std::vector<std::shared_ptr<Office::Comm
 }  // namespace
 
 std::shared_ptr<CommandBars> CommandBars::create() {
-  const std::shared_ptr<CommandBars> bars(new CommandBars());
+  std::shared_ptr<CommandBars> bars(new CommandBars());
   const auto add = [&](std::string_view name, Office::BarPosition position) {
     bars->bars_.push_back(std::make_shared<Bar>(bars, name, position, /*isOwn=*/true));
   };

@@ -230,11 +230,11 @@ TEST_P(Catalog, ListsTablesAndViews) {
   server.execute("CREATE TABLE " + server.quoted("Stock list") + " (x integer)");
   server.execute("CREATE VIEW cheap AS SELECT x FROM " + server.quoted("Stock list"));
   const auto connection = opening(server.connectionString());
-  EXPECT_THAT(errorOf([&] { (void)connection->OpenSchema(ADODB::Schema::adSchemaTables); }),
+  EXPECT_THAT(errorOf([&] { (void)connection->OpenSchema(ADODB::adSchemaTables); }),
               HasSubstr("connection"));
   waitWhile(*connection, ADODB::adStateConnecting);
 
-  const auto tables = connection->OpenSchema(ADODB::Schema::adSchemaTables);
+  const auto tables = connection->OpenSchema(ADODB::adSchemaTables);
   EXPECT_EQ(tables->State(), ADODB::adStateFetching);
   waitWhile(*tables, ADODB::adStateFetching);
   std::vector<std::string> found;
@@ -251,7 +251,7 @@ TEST_P(Catalog, ListsTablesAndViews) {
   server.execute("DROP TABLE IF EXISTS axb");
   server.execute("CREATE TABLE a_b (" + server.quoted("Two words") + " integer, y integer)");
   server.execute("CREATE TABLE axb (z integer)");
-  const auto columns = connection->OpenSchema(ADODB::Schema::adSchemaColumns, "a_b");
+  const auto columns = connection->OpenSchema(ADODB::adSchemaColumns, "a_b");
   waitWhile(*columns, ADODB::adStateFetching);
   std::vector<std::string> names;
   for (std::int64_t left = columns->RecordCount(); left > 0; --left, columns->Move(1)) {
