@@ -157,7 +157,7 @@ void clsPresentation::TakeReading(clsConnection& connection, std::int64_t versio
       modErrors::ReportError(kind.ErrorCode);
     }
   } else if (connection.DataVersion() != versionBefore) {
-    const std::string number = connection.ConnectionTagNumber();
+    const std::string& number = connection.ConnectionTagNumber();
     std::erase_if(toldColumns_, [&](const auto& told) { return kind.IsAsked && told.first == number; });
     FillConnection(number);
   }

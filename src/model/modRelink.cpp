@@ -84,6 +84,7 @@ std::vector<std::string> ByLikeness(std::string_view name, const std::vector<std
   std::stable_sort(ranked.begin(), ranked.end(),
                    [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<std::string> sorted;
+  sorted.reserve(ranked.size());
   for (auto& [rank, column] : ranked) sorted.push_back(std::move(column));
   return sorted;
 }

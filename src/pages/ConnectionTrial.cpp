@@ -124,7 +124,7 @@ void ConnectionTrial::End(const host::JobEnd& end) {
   }
 }
 
-void ConnectionTrial::Finish(TrialResult result) {
+void ConnectionTrial::Finish(const TrialResult& result) {
   timer_.reset();
   const auto done = std::exchange(done_, nullptr);
   done(result);

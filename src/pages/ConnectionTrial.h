@@ -54,7 +54,7 @@ class ConnectionTrial : public std::enable_shared_from_this<ConnectionTrial> {
  private:
   void Read();
   void End(const host::JobEnd& end);
-  void Finish(TrialResult result);
+  void Finish(const TrialResult& result);
   void Tick();
 
   std::shared_ptr<clsConnection> connection_;

@@ -189,7 +189,7 @@ bool frmConnection::CheckFile(Forms::TextBox& control) {
 }
 
 void frmConnection::Browse(Forms::TextBox& control, std::string_view title,
-                           std::vector<Forms::FileKind> kinds) {
+                           const std::vector<Forms::FileKind>& kinds) {
   View().ChooseFile(
       *this, title, kinds, [this, &control, weak = weak_from_this()](const std::optional<std::string>& path) {
         const auto form = weak.lock();

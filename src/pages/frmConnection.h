@@ -60,7 +60,7 @@ class frmConnection : public frmPage {
   /// Complains about a file that is not there, once: pressed again, OK keeps it all the same.
   bool CheckFile(Forms::TextBox& control);
   /// Asks for a file and puts its path, as short as can be, into the control.
-  void Browse(Forms::TextBox& control, std::string_view title, std::vector<Forms::FileKind> kinds);
+  void Browse(Forms::TextBox& control, std::string_view title, const std::vector<Forms::FileKind>& kinds);
   /// A trial of what stands in the controls now; what `ended` does is told to the view once. It is not heard
   /// when the dialog has been closed.
   std::shared_ptr<ConnectionTrial> NewTrial();

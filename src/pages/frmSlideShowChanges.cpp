@@ -24,7 +24,7 @@ std::string FirstOf(const std::vector<std::string>& places) {
 }  // namespace
 
 void frmSlideShow::Test(const clsConnection& connection) {
-  const std::string number = connection.ConnectionTagNumber();
+  const std::string& number = connection.ConnectionTagNumber();
   auto& trial = trials_[number];
   if (trial) trial->Abandon();
   trial = std::make_shared<ConnectionTrial>(modConnections::CopyOf(connection));

@@ -230,8 +230,7 @@ TEST_P(Catalog, ListsTablesAndViews) {
   server.execute("CREATE TABLE " + server.quoted("Stock list") + " (x integer)");
   server.execute("CREATE VIEW cheap AS SELECT x FROM " + server.quoted("Stock list"));
   const auto connection = opening(server.connectionString());
-  EXPECT_THAT(errorOf([&] { (void)connection->OpenSchema(ADODB::adSchemaTables); }),
-              HasSubstr("connection"));
+  EXPECT_THAT(errorOf([&] { (void)connection->OpenSchema(ADODB::adSchemaTables); }), HasSubstr("connection"));
   waitWhile(*connection, ADODB::adStateConnecting);
 
   const auto tables = connection->OpenSchema(ADODB::adSchemaTables);
