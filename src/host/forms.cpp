@@ -104,7 +104,7 @@ void ListBox::Items(Forms::Items items) {
 void ListBox::Selected(Places places) {
   const auto count = static_cast<std::int64_t>(Items().size());
   std::erase_if(places, [count](std::int64_t place) { return place < 0 || place >= count; });
-  if (!Get<bool>("IsMulti") && places.size() > 1) places.resize(1);
+  if (!Get<bool>("IsMulti") && places.size() > 1) places.erase(places.begin() + 1, places.end());
   Set("Selected", std::move(places));
 }
 
