@@ -1,17 +1,17 @@
-# cmake -DOUT=file.cpp -DROOT=folder -DFILES="a;b" -P embed.cmake
+# cmake -DOUT=file.cpp -DROOTS="folder;folder" -DFILES="a;b" -P embed.cmake
 # Writes a source file that holds the bytes of FILES; see ClientFiles.h. Their names are their
-# paths below ROOT, outside of it their own. A file NAME.gz is served as NAME, compressed.
+# paths below one of ROOTS. A file NAME.gz is served as NAME, compressed.
 set(arrays)
 set(entries)
 set(sums)
 set(number 0)
 foreach(file IN LISTS FILES)
-  cmake_path(IS_PREFIX ROOT ${file} is_below)
-  if(is_below)
-    cmake_path(RELATIVE_PATH file BASE_DIRECTORY ${ROOT} OUTPUT_VARIABLE name)
-  else()
-    cmake_path(GET file FILENAME name)
-  endif()
+  foreach(root IN LISTS ROOTS)
+    cmake_path(IS_PREFIX root ${file} is_below)
+    if(is_below)
+      cmake_path(RELATIVE_PATH file BASE_DIRECTORY ${root} OUTPUT_VARIABLE name)
+    endif()
+  endforeach()
   file(READ ${file} hex HEX)
   file(MD5 ${file} sum)
   string(APPEND sums ${name} ${sum})

@@ -4,13 +4,13 @@
 
 namespace web {
 
-/// A file of src/web/client/, or of src/web/bundles/ without its ".min", built into
-/// the program.
+/// A file of src/web/client/, or what the build makes of several: charts.js of
+/// src/web/bundles/, desk/desk.js and desk/desk.css. Built into the program.
 struct ClientFile {
   /// "core/slides.js", "charts.js"
   std::string_view name;
   std::string_view bytes;
-  /// By gzip: 200 kB of charts.js instead of 590.
+  /// By gzip.
   bool isCompressed = false;
 };
 

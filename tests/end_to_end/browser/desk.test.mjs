@@ -3,7 +3,6 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { test } from "node:test";
-import { gzipSync } from "node:zlib";
 import { openScreen, useBrowser } from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { until } from "../support/wait.mjs";
@@ -77,30 +76,17 @@ test("a cell under the pointer lights its shape, and the reverse", async (t) => 
   assert.equal(await page.locator("td[data-lit]").locator("..").getAttribute("data-row"), "3");
 });
 
-// The files that the page is made of: what is missing in its list of them comes late, one after the other.
-test("the page names all that it needs, within its size", async (t) => {
+test("the page is two files beside itself, of 60 kB at most", async (t) => {
   const { page } = await openDesk(t, "departures");
-  const { named, loaded } = await page.evaluate(() => ({
-    named: [...document.querySelectorAll("link[rel=modulepreload], script[src], link[rel=stylesheet]")].map(
-      (each) => each.src || each.href,
-    ),
-    loaded: performance
-      .getEntriesByType("resource")
-      .map(({ name }) => name)
-      .filter((name) => name.includes("/client/")),
-  }));
-  const later = /\/charts\.js$/;
-  assert.deepEqual(
-    loaded.filter((name) => !named.includes(name) && !later.test(name)),
-    [],
-  );
-  const client = loaded.filter((name) => !later.test(name));
-  assert.ok(client.length > 20);
-  const texts = await page.evaluate(
-    (names) => Promise.all(names.map(async (name) => (await fetch(name)).text())),
-    client,
-  );
-  assert.ok(gzipSync(texts.join("\n"), { level: 9 }).length <= 60_000);
+  const sizes = await page.evaluate(async () => {
+    const files = performance.getEntriesByType("resource").map(({ name }) => name);
+    const own = [location.pathname, ...files.filter((name) => name.includes("/client/"))];
+    const answers = await Promise.all(own.map((name) => fetch(name)));
+    return answers.map(({ headers }) => Number(headers.get("Content-Length")));
+  });
+  assert.equal(sizes.length, 3);
+  assert.ok(sizes.every((size) => size > 0));
+  assert.ok(sizes.reduce((sum, size) => sum + size) <= 60_000, `${sizes}`);
 });
 
 test("nothing keeps people from using it, in light and in dark", async (t) => {
