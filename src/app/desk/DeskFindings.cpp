@@ -39,6 +39,11 @@ std::vector<CheckedSource> checkedSources(const DeskSources& sources) {
   return checked;
 }
 
+const char* missingOf(const Finding& finding) {
+  if (!finding.column.empty()) return "column";
+  return finding.connection.empty() ? "" : "connection";
+}
+
 bool mends(const LinkRepair& repair, const Finding& finding) {
   return !finding.connection.empty() && repair.connection == finding.connection &&
          basic::EqualsIgnoreCase(repair.column, finding.column);
@@ -76,6 +81,7 @@ Json DeskFindings::toJson(const DeskSlides& slides) const {
                     {"shape", finding.shapeId},
                     {"gravity", nameOf(finding.gravity)},
                     {"text", finding.text},
+                    {"missing", missingOf(finding)},
                     {"repair", nullptr}});
     for (std::size_t i = 0; i < repairs_.size(); ++i) {
       if (!mends(repairs_[i], finding)) continue;

@@ -66,6 +66,66 @@ test("what is typed is sent after a pause, in order, and no older answer undoes 
   assert.deepEqual(page.faults, []);
 });
 
+test("what is changed elsewhere while somebody types is said, and can be taken", async (t) => {
+  const { desk, page, row } = await openDesk(t, { forms: [docked(7)] });
+  const answers = holdAnswers(desk);
+  const note = page.getByText("changed elsewhere to", { exact: false });
+  await row.fill("1");
+  const first = await answers.next();
+  // What the server makes of what was typed here is nobody else's.
+  await row.pressSequentially("2");
+  first.resolve({ ack: 1, patch: { txtRow: { Text: "01" }, cmdUnlink: { Caption: "Unlink Price" } } });
+  await page.getByRole("button", { name: "Unlink Price" }).waitFor();
+  assert.equal(await note.count(), 0);
+
+  const second = await answers.next();
+  desk.tell("form", { form: 7, ack: 1, patch: { txtRow: { Text: "9" } } });
+  await page.getByText("changed elsewhere to '9'").waitFor();
+  assert.equal(await row.inputValue(), "12");
+  second.resolve({ ack: 2, patch: {} });
+  await page.getByRole("button", { name: "Take" }).click();
+  assert.deepEqual((await answers.next()).body.events, [{ control: "txtRow", event: "change", value: "9" }]);
+  assert.equal(await row.inputValue(), "9");
+  assert.equal(await note.isVisible(), false);
+  assert.deepEqual(page.faults, []);
+});
+
+test("a finding leads to the control at fault", async (t) => {
+  const finding = { slide: 256, shape: 3, gravity: "broken", text: "There is no column 'Prise'.", repair: null };
+  const valuePage = (id, name) =>
+    docked(id, {
+      name,
+      rows: [
+        { label: "C&onnection", controls: ["cmbConnection"] },
+        { label: "&Column", controls: ["cmbColumn"] },
+      ],
+      default: "",
+      controls: {
+        cmbConnection: control("ComboBox", { Text: "001 Today", Items: [] }),
+        cmbColumn: control("ComboBox", { Text: "Prise", Items: [], IsEditable: true }),
+      },
+    });
+  const { desk, page } = await openDesk(t, {
+    forms: [docked(7, { name: "frmSlide" })],
+    findings: [{ ...finding, missing: "column" }],
+  });
+  await page.getByRole("tab", { name: /^Check/ }).click();
+  await page.getByRole("button", { name: finding.text }).click();
+  const selection = { slide: 256, shapes: [3] };
+  assert.deepEqual((await desk.request(/^selection$/))[1], selection);
+  desk.tell("state", { selection, forms: [valuePage(8, "frmDataField")] });
+  const hasFocus = (label) =>
+    until(`the focus on ${label}`, () =>
+      page.getByLabel(label, { exact: true }).evaluate((each) => each === document.activeElement),
+    );
+  await hasFocus("Column");
+  // It stays with the selected shape, whose page is there already.
+  desk.tell("state", { findings: [{ ...finding, missing: "connection", text: "There is no connection 001." }] });
+  await page.getByRole("button", { name: "There is no connection 001." }).click();
+  await hasFocus("Connection");
+  assert.deepEqual(page.faults, []);
+});
+
 test("what the server refuses goes back to what it was, and says why", async (t) => {
   const { desk, page, row } = await openDesk(t, { forms: [docked(7)] });
   desk.answers.push([/events$/, () => ({ status: 409, error: "Row is not to be used now." })]);

@@ -5,14 +5,18 @@ import { icon } from "./icons.js";
 
 const gravities = { broken: "Broken", different: "Different", note: "Note" };
 
+// What is missing, and where another is chosen.
+const atFault = { connection: "cmbConnection", column: "cmbColumn" };
+
 export function createFindings(desk) {
   const { state, watch } = desk;
   const element = h("div", { class: "findings" });
 
-  function goTo({ slide, shape }) {
+  function goTo({ slide, shape, missing }) {
     if (!slide) return;
     desk.selection.on(slide, shape ? [shape] : []);
     desk.goTo(shape ? "properties" : "stage");
+    if (shape) desk.properties.focus(atFault[missing]);
   }
 
   function repairFor({ id, caption, choices, count }) {

@@ -7,12 +7,22 @@ import { createList, createPreview } from "./form_lists.js";
 
 const severities = ["plain", "ok", "warning", "error"];
 
-// What stands below a field: a hint, and what is wrong with it.
-function withNotes(field, input, id) {
+// What stands below a field: a hint, what is wrong with it, and what became of it elsewhere while it is typed in.
+function withNotes(field, input, id, session, name) {
   const hint = h("p", { class: "hint", id: `${id}-hint` });
   const problem = h("p", { class: "problem", id: `${id}-problem` });
-  const element = h("div", { class: "control" }, field, hint, problem);
+  const other = h("span");
+  const take = h("button", { type: "button", class: "outlined", onclick: () => session.takeElsewhere(name) }, "Take");
+  take.addEventListener("pointerdown", (event) => event.preventDefault()); // the field keeps the focus
+  const elsewhere = h("p", { class: "elsewhere", role: "status" }, other, take);
+  const element = h("div", { class: "control" }, field, elsewhere, hint, problem);
+  element.addEventListener("focusout", ({ relatedTarget }) => {
+    if (!element.contains(relatedTarget)) session.forgetElsewhere(name);
+  });
   const drawNotes = ({ Hint = "", Problem = "", Enabled, Reason = "", Visible }) => {
+    const value = session.elsewhere(name);
+    set(other, { text: value === null ? "" : `changed elsewhere to '${value}'` });
+    set(elsewhere, { hidden: value === null });
     set(element, { hidden: !Visible });
     set(hint, { text: Enabled ? Hint : Reason || Hint, hidden: !(Enabled ? Hint : Reason || Hint) });
     set(problem, { text: Problem, hidden: !Problem });
@@ -58,7 +68,7 @@ function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
   const unit = h("span", { class: "unit" });
   const stepper = updown && stepButtons(updown, session, input);
   const field = h("div", { class: "field" }, input, unit, stepper);
-  const { element, drawNotes } = withNotes(field, input, id);
+  const { element, drawNotes } = withNotes(field, input, id, session, name);
   if (!isFirst) set(input, { "aria-label": rowLabel });
   input.addEventListener("input", () => session.type(name, input.value));
   input.addEventListener("blur", () => session.leave(name));
@@ -114,7 +124,7 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
       left: () => session.leave(name),
       opened: () => session.raise(name, "dropdown"),
     });
-    const { element, drawNotes } = withNotes(combobox.element, combobox.input, combobox.input.id);
+    const { element, drawNotes } = withNotes(combobox.element, combobox.input, combobox.input.id, session, name);
     if (!isFirst) set(combobox.input, { "aria-label": rowLabel });
     return {
       element,
@@ -136,7 +146,7 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
   const id = freshId(name);
   const select = h("select", { id });
   const field = h("div", { class: "field" }, select);
-  const { element, drawNotes } = withNotes(field, select, id);
+  const { element, drawNotes } = withNotes(field, select, id, session, name);
   if (!isFirst) set(select, { "aria-label": rowLabel });
   select.addEventListener("change", () => session.raise(name, "change", select.value));
   const open = () => session.raise(name, "dropdown");
@@ -193,7 +203,7 @@ function tick(type, name, { session }) {
   });
   const text = h("span");
   const field = h("label", { class: "tick" }, input, text);
-  const { element, drawNotes } = withNotes(field, input, id);
+  const { element, drawNotes } = withNotes(field, input, id, session, name);
   input.addEventListener("click", (event) => {
     if (!isUsable(input)) event.preventDefault();
     else session.raise(name, "change", input.checked);

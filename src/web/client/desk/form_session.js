@@ -11,8 +11,10 @@ export class FormSession {
   #queue = []; // events that were not sent yet
   #own = new Map(); // by control: {value, seq}: what the user put there; seq is Infinity until it is sent
   #touched = new Map(); // by control: its last value by the user
+  #elsewhere = new Map(); // by control: its value at the server, which differs from what is being typed here
   #timer;
   #seq;
+  #ack; // of the events, the last that the server has answered
   #sending = null;
   #isClosed = false;
 
@@ -23,7 +25,7 @@ export class FormSession {
     this.#changed = changed;
     this.#refused = refused;
     this.form = form;
-    this.#seq = form.ack ?? 0;
+    this.#seq = this.#ack = form.ack ?? 0;
   }
 
   // A property as it is to be shown.
@@ -31,6 +33,35 @@ export class FormSession {
     const control = this.form.controls[name];
     if (property === valueOf[control.kind] && this.#own.has(name)) return this.#own.get(name).value;
     return control[property];
+  }
+
+  // What became of the control's value elsewhere while the user types another, or null.
+  elsewhere(name) {
+    return this.#elsewhere.get(name) ?? null;
+  }
+
+  // Gives up what was typed for what the value has become elsewhere.
+  takeElsewhere(name) {
+    const value = this.elsewhere(name);
+    this.forgetElsewhere(name);
+    if (value !== null) this.raise(name, "change", value);
+  }
+
+  forgetElsewhere(name) {
+    if (this.#elsewhere.delete(name)) this.#changed([name]);
+  }
+
+  // `controls` came when the server had handled all up to `ack`, of which nothing is new: what differs there from
+  // what is being typed is somebody else's.
+  #noteElsewhere(controls, ack) {
+    if (ack > this.#ack) return;
+    for (const [name, { seq, value }] of this.#own) {
+      const { kind, ...old } = this.form.controls[name];
+      const fresh = controls[name]?.[valueOf[kind]];
+      if (seq <= ack || typeof fresh !== "string" || fresh === old[valueOf[kind]]) continue;
+      if (fresh === value) this.#elsewhere.delete(name);
+      else this.#elsewhere.set(name, fresh);
+    }
   }
 
   get isTouched() {
@@ -116,6 +147,7 @@ export class FormSession {
 
   // What the server has changed, once it had handled all up to the event `ack`.
   take(patch, ack) {
+    this.#noteElsewhere(patch, ack);
     // What it took and did not change again is what the user put there.
     for (const [name, { seq, value }] of this.#own) {
       if (seq <= ack) this.form.controls[name][valueOf[this.form.controls[name].kind]] = value;
@@ -124,6 +156,7 @@ export class FormSession {
   }
 
   #settle(patch, ack) {
+    this.#ack = Math.max(this.#ack, ack);
     const names = new Set(Object.keys(patch));
     for (const [name, properties] of Object.entries(patch)) Object.assign(this.form.controls[name] ?? {}, properties);
     for (const [name, { seq }] of this.#own) {
@@ -136,6 +169,7 @@ export class FormSession {
 
   // The form as a whole, as the server has it now.
   takeWhole(form) {
+    this.#noteElsewhere(form.controls, form.ack ?? 0);
     const isSameShape = JSON.stringify(form.rows) === JSON.stringify(this.form.rows);
     this.form = form;
     this.#seq = Math.max(this.#seq, form.ack ?? 0);

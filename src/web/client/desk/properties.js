@@ -12,6 +12,10 @@ export function createProperties(desk) {
   region.append(title, body);
   let view = null;
   let orphan = null; // the page of a server that has gone
+  let wished = ""; // a control that is to have the focus on the page that is on its way
+  region.addEventListener("focusout", ({ relatedTarget }) => {
+    if (relatedTarget && !region.contains(relatedTarget)) wished = "";
+  });
 
   function draw() {
     const form = state.forms?.find(({ placement }) => placement === "docked");
@@ -31,7 +35,8 @@ export function createProperties(desk) {
       orphan = null;
       place(body, view.element);
       region.scrollTop = scrollTop;
-      if (held) view.focusOn(focused);
+      if (held) view.focusOn(wished || focused);
+      wished = "";
     }
     set(title.firstElementChild, { text: view?.form.caption ?? "Properties" });
     set(title.lastElementChild, { text: view?.form.subject ?? "" });
@@ -49,6 +54,10 @@ export function createProperties(desk) {
     // Resolves when it was answered.
     resume: () => view?.session.flush(),
     isTyping: () => Boolean(view?.session.isTyping),
-    focus: () => view?.focusFirst(),
+    // On a control by its name, also of the page that what was just selected brings; else on the first.
+    focus(name = "") {
+      wished = name;
+      view?.focusOn(name);
+    },
   };
 }
