@@ -1,0 +1,284 @@
+// What authors, their files and their network do wrong at a desk: each is told, and nothing is lost.
+
+import assert from "node:assert/strict";
+import { chmodSync, copyFileSync, readFileSync, rmSync, truncateSync, writeFileSync } from "node:fs";
+import { createServer } from "node:net";
+import { describe, it } from "node:test";
+import { digest, editPart, parts, readPart } from "../support/deck.mjs";
+import { Sandbox, asNobody } from "../support/sandbox.mjs";
+
+async function openDesk(t, prepare = () => {}) {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("shop");
+  await prepare(sandbox, deck);
+  const desk = await sandbox.edit(deck);
+  const window = await desk.openWindow();
+  const isReady = ({ connections, notices }) => connections[0].state === "fresh" || notices.length > 0;
+  await window.until("the data, or a question", isReady);
+  return { sandbox, deck, desk, window };
+}
+
+const change = (control, value) => ({ control, event: "change", value });
+const leave = (control) => ({ control, event: "lostfocus" });
+const click = (control) => ({ control, event: "click" });
+
+async function select(window, ...names) {
+  const shapes = names.map((name) => window.shape(name).id);
+  await window.do("selection", { slide: window.state.slide.id, shapes });
+  return window.until("the page", ({ forms }) => forms.find(({ subject }) => subject === names[0]));
+}
+
+async function raise(window, form, ...events) {
+  const { status, json } = await window.raise(form, ...events);
+  assert.equal(status, 200, JSON.stringify(json));
+}
+
+describe("bad input at a desk", { concurrency: 2 }, () => {
+  it("links a column with a quote, and complains of one with a TAB and of rows that are none", async (t) => {
+    const { sandbox, deck, window } = await openDesk(t, (sandbox) =>
+      sandbox.write("shop/odd.txt", [
+        ['Say "hi"', "A\tB"],
+        ["quoted", "tabbed"],
+      ]),
+    );
+    await window.do("connect", { kind: "text", path: "odd.txt" });
+    const dialog = await window.form("frmTextConnection");
+    await window.until("the preview", () => dialog.controls.lblFound.Text.includes("2 columns"));
+    await raise(window, dialog, change("chkFirstRow", true), click("cmdOK"));
+    const isAdded = ({ rows, source }) => rows > 0 && source.endsWith("odd.txt");
+    const added = await window.until("the rows", ({ connections }) => connections.find(isAdded));
+    const link = { connection: added.number, row: 1, slide: window.state.slide.id };
+    await window.do("link", { ...link, column: 'Say "hi"', shapes: [window.shape("p1 Item").id] });
+    await window.until("the value", () => window.shape("p1 Item").text === "quoted");
+    const refused = await window.post("link", { ...link, column: "A\tB", shapes: [window.shape("p2 Item").id] });
+    assert.equal(refused.status, 409);
+    assert.match(refused.json.error, /TAB/i);
+
+    const page = await select(window, "p1 Item");
+    const steps = window.state.deck.undo;
+    await raise(window, page, change("cmbColumn", "A\tB"));
+    await window.until("the complaint", () => /tab/i.test(page.controls.cmbColumn.Problem));
+    for (const row of ["0", "-1", "1000000000", "1e9", "abc", "", "1.5"]) {
+      await raise(window, page, change("txtRow", row));
+      const { txtRow } = page.controls;
+      await window.until(`the complaint about row ${row}`, () => /from 1 to 1000000/.test(txtRow.Problem));
+      await raise(window, page, change("txtRow", "1"));
+      await window.until("no complaint", () => txtRow.Problem === "");
+    }
+    assert.equal(window.state.deck.undo, steps);
+    await window.do("commands/save");
+    assert.match(sandbox.done("shapes", deck, "--slide", 1), /p1 Item.*Say "hi" 1/);
+  });
+
+  it("keeps a dialog open over a description with a TAB and a range that is none", async (t) => {
+    const { deck, window } = await openDesk(t);
+    const before = digest(deck);
+    await window.do("connect", { number: "001" });
+    const form = await window.form("frmExcelConnection");
+    await raise(window, form, change("txtDescription", "To\tday"), click("cmdOK"));
+    const tab = "What is stored in a presentation cannot hold a TAB.";
+    await window.until("the complaint", () => form.controls.txtDescription.Problem === tab);
+    for (const range of ["A1:", "A1-B2", "1:2:3", "A0:B2", "A1:ZZZZ9", ""]) {
+      await raise(window, form, change("txtRange", range), leave("txtRange"));
+      const text = "Invalid range specification. Enter A1:B2 for cells A1, A2, B1 and B2.";
+      await window.until(`the complaint about ${range}`, () => form.controls.txtRange.Problem === text);
+      await raise(window, form, change("txtDescription", "Today"), click("cmdOK"));
+      assert.ok(window.state.forms.some(({ id }) => id === form.id), range);
+      assert.equal(form.controls.txtRange.Text, range, "what was typed stays");
+    }
+    await raise(window, form, change("txtRange", "A1:D4"), click("cmdOK"));
+    await window.until("the dialog's end", ({ forms }) => !forms.some(({ id }) => id === form.id));
+    await window.until("the name", ({ connections }) => connections[0].description === "Today");
+    assert.equal(digest(deck), before);
+  });
+
+  it("says of a workbook that it is broken or encrypted", async (t) => {
+    const { window } = await openDesk(t, (sandbox) => {
+      const whole = sandbox.path("shop/prices.xlsx");
+      copyFileSync(whole, sandbox.path("shop/broken.xlsx"));
+      truncateSync(sandbox.path("shop/broken.xlsx"), 3000);
+      writeFileSync(sandbox.path("shop/locked.xlsx"), encryptedWorkbook());
+    });
+    for (const [path, why] of [
+      ["broken.xlsx", /not complete|damaged/],
+      ["locked.xlsx", /is encrypted\. Remove its password and save it again\./],
+      ["gone.xlsx", /There is no file|not found|no such/i],
+    ]) {
+      await window.do("connect", { kind: "workbook", path });
+      const form = await window.form("frmExcelConnection");
+      await window.until(path, () => why.test(form.controls.lblFound.Text));
+      await window.do(`forms/${form.id}/close`);
+      await window.until("its end", ({ forms }) => !forms.some(({ id }) => id === form.id));
+    }
+  });
+
+  it("waits for a server that never answers no longer than its author", async (t) => {
+    const { window } = await openDesk(t);
+    const sockets = [];
+    const silent = createServer((socket) => sockets.push(socket));
+    await new Promise((resolve) => silent.listen(0, "127.0.0.1", resolve));
+    t.after(() => {
+      for (const socket of sockets) socket.destroy();
+      silent.close();
+    });
+    await window.do("connect", { kind: "database" });
+    const form = await window.form("frmDatabaseConnection");
+    const string = `Driver={PostgreSQL Unicode};Servername=127.0.0.1;Port=${silent.address().port};Database=x;UID=me`;
+    const { cmdTest, lblTest, txtConnectionString } = form.controls;
+    const typed = [change("txtConnectionString", string), change("txtSQL", "SELECT 1")];
+    await raise(window, form, change("txtDescription", "Silent"), ...typed, click("cmdTest"));
+    await window.until("the server asked", () => sockets.length > 0);
+    await window.until("a way out", () => cmdTest.Caption === "Cancel");
+    // The desk goes on meanwhile.
+    await window.do("rename", { slide: window.state.slide.id, shape: window.shape("p1 Item").id, name: "First" });
+    await window.until("the name", () => window.shape("First"));
+    await raise(window, form, click("cmdTest"));
+    await window.until("the end", () => lblTest.Text === "Cancelled." && cmdTest.Caption === "&Test");
+    assert.equal(txtConnectionString.Text, string);
+    await window.until("the job's end", ({ jobs }) => jobs.length === 0);
+    assert.equal(window.state.connections.length, 2);
+  });
+
+  it("writes a deck anew whose file is gone, and keeps all where its folder is write-protected", async (t) => {
+    const { sandbox, deck, window } = await openDesk(t, (sandbox, deck) => {
+      // Permissions hold nobody who is root.
+      sandbox.before = asNobody;
+      for (const name of ["program", "home", "config", "state", "tmp", "shop"]) chmodSync(sandbox.path(name), 0o777);
+      chmodSync(deck, 0o666);
+    });
+    const slide = window.state.slide.id;
+    const rename = (shape, name) => window.do("rename", { slide, shape: window.shape(shape).id, name });
+    await rename("p1 Item", "First");
+    rmSync(deck);
+    await window.do("commands/save");
+    const anew = "The deck's file was gone; it was written anew.";
+    await window.until("the notice", ({ notices }) => notices.some(({ text }) => text === anew));
+    assert.match(sandbox.done("shapes", deck, "--slide", 1), /First/);
+
+    await rename("p2 Item", "Second");
+    chmodSync(sandbox.path("shop"), 0o555);
+    const before = digest(deck);
+    const refused = await window.post("commands/save");
+    assert.equal(refused.status, 409);
+    assert.match(refused.json.error, /written into the deck's folder|permission/i);
+    assert.equal(digest(deck), before);
+    assert.equal(window.state.deck.unsaved, 1);
+    chmodSync(sandbox.path("shop"), 0o777);
+    await window.do("commands/save");
+    assert.match(sandbox.done("shapes", deck, "--slide", 1), /Second/);
+  });
+
+  it("tells the two sides apart where another program has changed the same shape, and keeps what is unsaved", async (t) => {
+    const { sandbox, deck, window } = await openDesk(t);
+    const slide = window.state.slide.id;
+    const value = { connection: "001", column: "Item", slide };
+    const link = (name, row) => window.do("link", { ...value, row, shapes: [window.shape(name).id] });
+    await link("p1 Item", 9);
+    await link("p2 Item", 8);
+    sandbox.done("unlink", deck, "--slide", 1, "--shape", "p2 Item");
+    const offer = await window.until("the offer", ({ notices }) => notices.find(({ actions }) => actions.length > 0));
+    assert.equal(
+      offer.details,
+      "Yours: 'p2 Item': column Item, row 8, connection 001. In the file: 'p2 Item': not linked.",
+    );
+    const refused = await window.post("commands/save");
+    assert.equal(refused.status, 409);
+    assert.match(refused.json.error, /another program has saved it meanwhile\..* your changes are kept\.$/);
+    await window.do(`notices/${offer.id}/take`);
+    await window.until("both", ({ deck, notices }) => deck.unsaved === 2 && notices.every(({ id }) => id !== offer.id));
+    assert.deepEqual([window.shape("p1 Item").link.row, window.shape("p2 Item").link.row], [9, 8]);
+    await window.do("commands/save");
+    assert.match(sandbox.done("shapes", deck, "--slide", 1), /p2 Item.*Item 8/);
+  });
+
+  it("lets two windows link one shape at once, each as a step of its own", async (t) => {
+    const { desk, window: one } = await openDesk(t);
+    const two = await desk.openWindow("b".repeat(16));
+    const slide = one.state.slide.id;
+    const { id, link: before } = one.shape("p1 Item");
+    const row = () => two.shape("p1 Item").link.row;
+    const link = (window, row) => window.do("link", { connection: "001", column: "Item", row, shapes: [id], slide });
+    await Promise.all([link(one, 3), link(two, 4)]);
+    await one.do("commands/undo");
+    await two.do("commands/undo");
+    await two.until("the link of before", ({ deck }) => deck.undo === null && row() === before.row);
+    // Whichever came first.
+    await one.do("commands/redo");
+    const first = await two.until("the first link", () => [3, 4].find((each) => each === row()));
+    await one.do("commands/redo");
+    await two.until("the second link", () => row() === 7 - first);
+    assert.equal((await one.post("commands/redo")).status, 409);
+  });
+
+  it("answers none of its routes without the token, and tells a stored password in none", async (t) => {
+    const password = "Tr0ub;4dor";
+    const { desk, window } = await openDesk(t, (sandbox, deck) => {
+      const string = `Driver={PostgreSQL Unicode};Servername=127.0.0.1;Port=1;Database=x;UID=me;PWD={${password}}`;
+      const add = ["--description", "Vault", "--connection-string", string, "--sql", "SELECT 1"];
+      sandbox.run("connection", deck, "add", ...add);
+    });
+    await window.do(`notices/${window.state.notices[0].id}/open`);
+    const vault = window.state.connections.find(({ description }) => description === "Vault").number;
+    await window.do("connect", { number: vault });
+    const form = await window.form("frmDatabaseConnection");
+    await raise(window, form, click("cmdTest"));
+    await window.until("the test's end", () => form.controls.cmdTest.Caption === "&Test" && form.controls.lblTest.Text);
+    const body = {
+      ...{ connection: vault, number: vault, column: "Item", columns: ["Item"], with: "today", root: 1, path: "" },
+      ...{ slide: window.state.slide.id, shapes: [window.shape("p1 Item").id], shape: 1, name: "x" },
+      ...{ seq: 9, events: [click("cmdTest")] },
+    };
+    const told = [JSON.stringify(window.events)];
+    const wrong = ["", `Bearer ${"0".repeat(desk.token.length)}`, desk.token];
+    for (const { method, path } of routes(window, form, vault)) {
+      const ask = (headers) => (method === "GET" ? desk.get(path, headers) : desk.post(path, body, headers));
+      for (const Authorization of wrong) {
+        const { status, text } = await ask({ Authorization });
+        assert.deepEqual([status, Object.keys(JSON.parse(text))], [401, ["error"]], `${method} ${path}`);
+      }
+      // The deck that is fetched is the file itself, with what its author put into it; the stream is looked at below.
+      if (/^deck$|events$/.test(path) && method === "GET") continue;
+      const answer = await ask({});
+      assert.ok(answer.status < 500, `${method} ${path}: ${answer.status} ${answer.text}`);
+      told.push(answer.text);
+    }
+    told.push(JSON.stringify(window.events));
+    for (const text of told) assert.ok(!text.includes("4dor"));
+  });
+
+  it("refuses a connection behind number 999, naming it", async (t) => {
+    const { window } = await openDesk(t, (_, deck) => {
+      const tags = parts(deck).filter((name) => name.startsWith("ppt/tags/"));
+      const part = tags.find((name) => readPart(deck, name).includes("CONNECTION002"));
+      editPart(deck, part, (xml) => xml.replace("CONNECTION002", "CONNECTION999"));
+    });
+    const refused = await window.post("connect", { kind: "text", path: "" });
+    assert.equal(refused.status, 409);
+    assert.match(refused.json.error, /999/);
+    const numbers = window.state.connections.map(({ number }) => number);
+    assert.deepEqual(numbers, ["001", "999"]);
+  });
+});
+
+// The routes of the agreement between page and server, with what stands in this window.
+function routes(window, form, number) {
+  const text = readFileSync(new URL("../../../docs/desk-protocol.md", import.meta.url), "utf8");
+  const found = [
+    { method: "GET", path: `windows/${window.name}/events` },
+    { method: "POST", path: `windows/${window.name}/commands/check` },
+  ];
+  for (const [, method, path] of text.matchAll(/^\| `(GET|POST) ([^`]+)`/gm)) {
+    const here = path.replace("/W/", `/${window.name}/`).replace("forms/7", `forms/${form.id}`);
+    found.push({ method, path: here.replace("data/001", `data/${number}`) });
+  }
+  assert.ok(found.length > 20, "the table is where it was");
+  return found;
+}
+
+// A compound file [MS-CFB] with the stream that encrypted documents have [MS-OFFCRYPTO, 2.3.4.4].
+function encryptedWorkbook() {
+  const bytes = Buffer.alloc(1024);
+  bytes.write("d0cf11e0a1b11ae1", "hex");
+  bytes.write("EncryptedPackage\0", 512, "utf16le");
+  return bytes;
+}
