@@ -17,7 +17,8 @@ export class Refusal extends Error {
 async function windowName() {
   const fresh = () =>
     Array.from(crypto.getRandomValues(new Uint8Array(16)), (byte) => byte.toString(16).padStart(2, "0")).join("");
-  let name = sessionStorage.getItem("window") ?? fresh();
+  const kept = sessionStorage.getItem("window");
+  let name = kept ?? fresh();
   const hold = (wanted) =>
     new Promise((resolve) => {
       navigator.locks.request(`window ${wanted}`, { ifAvailable: true }, (lock) => {
@@ -25,9 +26,12 @@ async function windowName() {
         return lock ? new Promise(() => {}) : undefined;
       });
     });
-  if (navigator.locks && !(await hold(name))) {
-    name = fresh();
-    hold(name);
+  if (navigator.locks) {
+    const held = hold(name); // a name that is new is nobody else's, and not waited for
+    if (kept && !(await held)) {
+      name = fresh();
+      hold(name);
+    }
   }
   sessionStorage.setItem("window", name);
   return name;
