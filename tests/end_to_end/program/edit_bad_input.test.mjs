@@ -88,6 +88,7 @@ describe("bad input at a desk", { concurrency: 2 }, () => {
     }
     await raise(window, form, change("txtRange", "A1:D4"), click("cmdOK"));
     await window.until("the dialog's end", ({ forms }) => !forms.some(({ id }) => id === form.id));
+    assert.equal((await window.raise(form, click("cmdOK"))).status, 404, "so that the page keeps what it holds");
     await window.until("the name", ({ connections }) => connections[0].description === "Today");
     assert.equal(digest(deck), before);
   });
@@ -244,6 +245,30 @@ describe("bad input at a desk", { concurrency: 2 }, () => {
     }
     told.push(JSON.stringify(window.events));
     for (const text of told) assert.ok(!text.includes("4dor"));
+  });
+
+  it("answers what makes no sense with a sentence, and goes on", async (t) => {
+    const { desk, window } = await openDesk(t);
+    const deep = `{"shapes":${"[".repeat(400000)}${"]".repeat(400000)}}`;
+    const keys = ["slide", "shapes", "shape", "connection", "column", "columns", "row", "step", "name", "kind", "path"];
+    const others = ["number", "with", "seq", "events", "root", "index", "choice", "countUp"];
+    const form = await select(window, "p1 Item");
+    const asked = routes(window, form, "001").filter(({ method, path }) => method === "POST" && path !== "deck");
+    for (const { path } of asked) {
+      for (const body of ["[]", "null", "{", '"x"', "\xff", deep]) {
+        const { status, json } = await desk.post(path, Buffer.from(body, "latin1"));
+        assert.deepEqual([status, typeof json.error], [400, "string"], `${path} ${body.slice(0, 40)}`);
+      }
+      for (const value of [null, true, -1, 1.5, 1e30, 2 ** 53, "\u0000", [], [[]], [null], {}]) {
+        const body = Object.fromEntries([...keys, ...others].map((key) => [key, value]));
+        const { status, text } = await desk.post(path, body);
+        assert.ok(status < 500, `${path} ${JSON.stringify(value)}: ${text}`);
+      }
+    }
+    await window.do("selection", { slide: window.state.slide.id, shapes: [] });
+    assert.equal(window.state.deck.unsaved, 0);
+    assert.deepEqual(await desk.stop(), { code: 0, signal: null });
+    assert.equal(desk.error, "");
   });
 
   it("refuses a connection behind number 999, naming it", async (t) => {
