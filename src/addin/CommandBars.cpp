@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view MenuCaption = "&Lumenfold";
 constexpr std::string_view BarName = "Lumenfold";
 
-void CatchError() {
+void ReportFailure() {
   modErrors::SetLastError();
   modErrors::ReportError();
 }
@@ -148,7 +148,7 @@ void CommandBars::Click(const Command& command) try {
   }
   Update();
 } catch (...) {
-  CatchError();
+  ReportFailure();
 }
 
 void CommandBars::DisplayTypeList_Change() try {
@@ -156,7 +156,7 @@ void CommandBars::DisplayTypeList_Change() try {
   const CommandSelection selection = look_();
   if (selection.Presentation()) ShowDisplayType(selection, displayTypes_->ListIndex());
 } catch (...) {
-  CatchError();
+  ReportFailure();
 }
 
 }  // namespace LF2000
