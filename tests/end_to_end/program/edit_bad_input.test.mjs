@@ -163,13 +163,13 @@ describe("bad input at a desk", { concurrency: 2 }, () => {
     assert.equal(refused.status, 409);
     assert.match(refused.json.error, /written into the deck's folder|permission/i);
     assert.equal(digest(deck), before);
-    assert.equal(window.state.deck.unsaved, 1);
+    await window.until("what is unsaved", ({ deck }) => deck.unsaved === 1);
     chmodSync(sandbox.path("shop"), 0o777);
     await window.do("commands/save");
     assert.match(sandbox.done("shapes", deck, "--slide", 1), /Second/);
   });
 
-  it("tells the two sides apart where another program has changed the same shape, and keeps what is unsaved", async (t) => {
+  it("tells what another program has changed of the same shape, and keeps what is unsaved", async (t) => {
     const { sandbox, deck, window } = await openDesk(t);
     const slide = window.state.slide.id;
     const value = { connection: "001", column: "Item", slide };
