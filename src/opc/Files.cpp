@@ -30,16 +30,6 @@ FileState stateOf(const struct stat& status) {
   fail(basic::InQuotes(path) + " cannot be saved: " + why);
 }
 
-bool writeAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 /// Makes the rename itself last. A file system that cannot do it is no reason to
 /// call a finished save a failure.
 void flushFolder(const fs::path& folder) {
@@ -123,8 +113,8 @@ FileState replaceFile(const std::string& path, std::string_view bytes, const Fil
   ::umask(mask);
   const mode_t mode = exists ? old.st_mode & 07777U : 0666U & ~mask;
   struct stat written {};
-  if (!writeAll(saving.descriptor(), bytes) || ::fchmod(saving.descriptor(), mode) != 0 ||
-      ::fsync(saving.descriptor()) != 0 || ::fstat(saving.descriptor(), &written) != 0 || !saving.close()) {
+  if (!saving.write(bytes) || ::fchmod(saving.descriptor(), mode) != 0 || ::fsync(saving.descriptor()) != 0 ||
+      ::fstat(saving.descriptor(), &written) != 0 || !saving.close()) {
     failWrite(path, std::strerror(errno));
   }
   {

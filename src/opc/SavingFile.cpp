@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <string_view>
 #include <system_error>
 #include <thread>
 
@@ -41,6 +40,16 @@ SavingFile::SavingFile(const fs::path& target)
 
 SavingFile::~SavingFile() {
   if (!path_.empty()) ::unlink(path_.c_str());
+}
+
+bool SavingFile::write(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(descriptor_.get(), bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
 }
 
 bool SavingFile::close() { return ::close(descriptor_.release()) == 0; }

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "process/Descriptor.h"
 
@@ -20,6 +21,8 @@ class SavingFile {
 
   /// Below 0 when it could not be made; errno tells why.
   [[nodiscard]] int descriptor() const { return descriptor_.get(); }
+  /// Behind what has been written; false when not all of it could be, and errno tells why.
+  [[nodiscard]] bool write(std::string_view bytes);
   /// Some file systems tell only now that the disk is full. It stays locked.
   [[nodiscard]] bool close();
   /// Puts it in the target's place. Unless `replacing`, a target that has come

@@ -100,16 +100,6 @@ void add(OwnerChanges& edits, OwnerChange edit) {
   }
 }
 
-bool writeAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 }  // namespace
 
 Journal::Journal(std::string folder, std::string deck)
@@ -184,7 +174,7 @@ std::optional<std::string> Journal::write(const OwnerChanges& unsaved) {
                                          {"withoutSecrets", std::move(secretless)}});
   fs::create_directories(folder_, error);
   opc::SavingFile file(path_);
-  if (file.descriptor() >= 0 && writeAll(file.descriptor(), text) && file.close() &&
+  if (file.descriptor() >= 0 && file.write(text) && file.close() &&
       file.renameTo(path_, /*replacing=*/true)) {
     return std::nullopt;
   }
