@@ -100,8 +100,9 @@ class clsConnection {
   [[nodiscard]] std::string GetValueObject(double row, std::string_view column, std::string_view folder,
                                            std::string_view extension, std::int16_t displayType,
                                            bool showMarkers, bool& noValue);
-  /// What shapes see from now on in place of the data; RecordCount and the others go by it as well. Holds
-  /// over requeries, and ends when the connection is opened anew. Nothing while the data is not open.
+  /// What shapes see from now on in place of the data, without markers, as in a show; RecordCount and the
+  /// others go by it as well. Holds over requeries, and ends when the connection is opened anew. Nothing
+  /// while the data is not open.
   void Preview(DataPreview preview);
   [[nodiscard]] DataPreview Preview() const { return preview_; }
   /// Whether the data hold nothing there: Null, or no such row. What is empty to

@@ -24,7 +24,7 @@ std::string clsConnection::GetValueDatabase(double row, std::string_view column,
   noValue = true;
   switch (displayType) {
     case DisplayValue: {
-      const bool markers = designMode_ && showMarkers;
+      const bool markers = designMode_ && showMarkers && preview_ == DataPreview::AsTheyAre;
       if (!HasRow(row)) return markers ? std::string(RowMarker) : std::string();
       MoveTo(row);
       std::string text = FieldText(column, markers);

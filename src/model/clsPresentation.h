@@ -89,6 +89,9 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void FillShape(PowerPoint::Slide& slide, const std::shared_ptr<PowerPoint::Shape>& shape);
   /// The same for all shapes of a connection. What was saved stays so.
   void FillConnection(std::string_view tagNumber);
+  /// Brings the slide's clocks up to the present time; those whose text stays are left alone. What was saved
+  /// stays so.
+  void FillClocks(PowerPoint::Slide& slide);
 
   // What follows is done by jobs (modJobs), for which the object must be held by a shared pointer; it gives
   // up those that are left when it ends.
@@ -169,6 +172,7 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   [[nodiscard]] std::string DisplayTypeTag() const;
   void CloseMeter();
   void FillLink(PowerPoint::Slide& slide, const clsShape& link);
+  static void FillClock(const clsShape& link, std::int32_t displayType);
   /// The connection of that number, if its shapes can be filled; null without.
   [[nodiscard]] std::shared_ptr<clsConnection> ReadyConnection(std::string_view tagNumber) const;
   void OpenAllInBackground(ConnectionList connections);

@@ -93,7 +93,7 @@ void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) {
   const std::int32_t displayType = modGlobalFunctions::CurrentDisplayType;
   switch (static_cast<SourceType>(link.SourceType())) {
     case SourceType::Clock:
-      shape.TextFrame()->TextRange()->Text(modGlobalFunctions::PreviewValue(link.DateFormat(), displayType));
+      FillClock(link, displayType);
       return;
     case SourceType::DataField:
       FillField(slide, link, displayType);
@@ -111,6 +111,26 @@ void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) {
     case SourceType::NotLinked:
       return;
   }
+}
+
+void clsPresentation::FillClock(const clsShape& link, std::int32_t displayType) {
+  const auto range = link.ShapeItem()->TextFrame()->TextRange();
+  const std::string text = modGlobalFunctions::PreviewValue(link.DateFormat(), displayType);
+  if (range->Text() != text) range->Text(text);
+}
+
+/// What a clock cannot show was reported when it was filled first, and is not every second.
+void clsPresentation::FillClocks(PowerPoint::Slide& slide) {
+  const bool saved = presentation_->Saved();
+  clsShape link;
+  modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+    modGlobalFunctions::IgnoreErrors([&] {
+      link.ShapeItem(shape);
+      const bool isClock = link.SourceType() == static_cast<std::int32_t>(SourceType::Clock);
+      if (link.LumenfoldEnabled() && isClock) FillClock(link, modGlobalFunctions::CurrentDisplayType);
+    });
+  });
+  presentation_->Saved(saved);
 }
 
 std::shared_ptr<clsConnection> clsPresentation::ReadyConnection(std::string_view tagNumber) const {
@@ -176,7 +196,11 @@ void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType)
   const std::string name =
       connection->GetValueObject(link.Row(), link.ColumnName(), link.ObjectFolder(), link.ObjectExtension(),
                                  ShowsValues, /*showMarkers=*/false, noValue);
-  if (noValue) return;
+  if (noValue) {
+    // While editing, the last picture stays; previewed, the author's own comes back, as in a show.
+    if (connection->Preview() != DataPreview::AsTheyAre) modLinkedFiles::ShowOwnContent(shape);
+    return;
+  }
   modLinkedFiles::ShowFile(shape,
                            modLinkedFiles::FindFile(name, link.ObjectFolder(), presentation_->FullName()));
 } catch (...) {

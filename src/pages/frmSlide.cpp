@@ -3,7 +3,6 @@
 #include "pages/frmSlide.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -12,6 +11,7 @@
 #include "basic/Strings.h"
 #include "model/clsShape.h"
 #include "model/modLinkEdits.h"
+#include "model/modSlideRows.h"
 #include "model/modSlides.h"
 
 namespace LF2000 {
@@ -104,26 +104,21 @@ void frmSlide::ShowState() {
 }
 
 void frmSlide::ShowHides() {
-  std::set<std::string> numbers;
-  clsShape link;
-  modSlides::ForEachShape(*slide_, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
-    link.ShapeItem(shape);
-    if (!link.ConnectionTagNumber().empty()) numbers.insert(link.ConnectionTagNumber());
-  });
+  const auto connections = modSlideRows::RowsOf(*Presentation(), modSlideRows::ConnectionNumbers(*slide_));
+  if (connections.empty())
+    return lblHides_.Text("Nothing on this slide is linked to data, so it never hides.");
   std::size_t withRows = 0;
   std::string unknown;
-  for (const std::string& number : numbers) {
-    const auto connection = Presentation()->FindConnection(number);
-    if (!connection || !connection->RecordsetReady()) {
-      unknown += (unknown.empty() ? "" : ", ") + number;
-    } else if (connection->RecordCount() > 0) {
+  for (const auto& connection : connections) {
+    if (!connection.Rows) {
+      unknown += (unknown.empty() ? "" : ", ") + connection.Number;
+    } else if (*connection.Rows > 0) {
       ++withRows;
     }
   }
-  if (numbers.empty()) return lblHides_.Text("Nothing on this slide is linked to data, so it never hides.");
-  const bool hides = properties_.HideWhenNoData() && withRows == 0 && unknown.empty();
-  lblHides_.Text("now: " + std::to_string(withRows) + " of " + std::to_string(numbers.size()) +
-                     " connection" + (numbers.size() == 1 ? " has" : "s have") + " rows, the slide " +
+  const bool hides = modSlideRows::Hides(properties_, connections);
+  lblHides_.Text("now: " + std::to_string(withRows) + " of " + std::to_string(connections.size()) +
+                     " connection" + (connections.size() == 1 ? " has" : "s have") + " rows, the slide " +
                      (hides ? "hides" : "shows") +
                      (unknown.empty() ? "" : " (no answer yet: " + unknown + ")"),
                  hides ? Forms::Severity::Warning : Forms::Severity::Plain);

@@ -35,6 +35,9 @@ TEST_F(SlideTest, NothingSelectedShowsTheSlideWithItsSwitches) {
   EXPECT_EQ(view.Text("lblHides"), "now: 0 of 2 connections have rows, the slide hides");
   view.Check("chkHideWhenNoData", false);
   EXPECT_EQ(view.Text("lblHides"), "now: 0 of 2 connections have rows, the slide shows");
+  slide.shapes[0]->tags->items[1].second = "009";
+  view.Check("chkHideWhenNoData", true);
+  EXPECT_EQ(view.Text("lblHides"), "now: 0 of 2 connections have rows, the slide shows (no answer yet: 009)");
 }
 
 TEST_F(SlideTest, ScrollEntriesAreAddedChangedAndRemoved) {

@@ -114,6 +114,11 @@ TEST_F(ConnectionTest, MarkersShowAtDesignTimeOnly) {
   EXPECT_EQ(Value(3, "Price", true), "[Empty]");
   EXPECT_FALSE(noValue);
   EXPECT_EQ(Value(3, "Price", false), "");
+  // What stands in for the data is seen as in a show.
+  for (const DataPreview preview : {DataPreview::NoRows, DataPreview::LongestTexts}) {
+    connection.Preview(preview);
+    EXPECT_EQ(Value(9, "Name", true), "");
+  }
 }
 
 TEST_F(ConnectionTest, ObjectNamesJoinFolderValueAndExtension) {

@@ -53,6 +53,25 @@ TEST_F(PresentationTest, FillsByDisplayType) {
   EXPECT_TRUE(machine.messageBox.shown.empty());
 }
 
+TEST_F(PresentationTest, ClocksThatShowAnotherTextAreWritten) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  fakes::Shape& minutes = slide.AddClock("hh:nn");
+  fakes::Shape& seconds = slide.AddClock("hh:nn:ss");
+  slide.AddClock("hh:nn").hasTextFrame = false;
+  presentation.ActivePresentation(host);
+  const int before = minutes.writes;
+  machine.messageBox.shown.clear();
+  machine.loop.Pass(5000);
+  presentation.FillClocks(slide);
+  EXPECT_EQ(seconds.text, "12:00:05");
+  EXPECT_EQ(minutes.writes, before);
+  machine.loop.Pass(60000);
+  presentation.FillClocks(slide);
+  EXPECT_EQ(minutes.text, "12:01");
+  EXPECT_TRUE(machine.messageBox.shown.empty()) << "what cannot be filled was told";
+}
+
 TEST_F(PresentationTest, LeavesAloneWhatItCannotFill) {
   Link();
   fakes::Slide& slide = host->Add();
