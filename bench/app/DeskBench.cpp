@@ -20,7 +20,7 @@ class EditedDeck {
 
   /// Takes every link off, or moves every link to another row.
   void edit(bool unlinks) {
-    undo.begin("Edit", "");
+    undo.begin({"Edit", ""}, "");
     if (unlinks) {
       linked_.RemoveLumenfold();
     } else {

@@ -106,7 +106,7 @@ TEST_F(EditedDeckTest, OnlyWhatIsUnsavedIsSavedAndOnlyBySave) {
   fs::last_write_time(desk.path, fs::file_time_type::clock::now() + std::chrono::hours(1));
   EXPECT_EQ(run->edited.save(), EditedDeck::Saved::Written);
   EXPECT_EQ(run->edited.unsaved(), 0U);
-  EXPECT_TRUE(run->edited.undoLabel());
+  EXPECT_TRUE(run->edited.undoName());
   DeskDeck saved(desk.folder.read("desk.pptx"));
   EXPECT_EQ(saved.text(2, "Title"), " ");
 

@@ -18,8 +18,9 @@ using testing::IsEmpty;
 using testing::Optional;
 
 struct UndoStackTest : testing::Test {
-  void step(const std::string& label, const std::function<void()>& edit, const std::string& run = {}) {
-    undo.begin(label, run);
+  void step(const std::string& label, const std::function<void()>& edit, const std::string& run = {},
+            const std::string& window = {}) {
+    undo.begin({label, window}, run);
     edit();
     undo.end();
   }
@@ -40,7 +41,7 @@ TEST_F(UndoStackTest, AStepTellsWhatItTouchedAndBringsTheAuthorsTextBack) {
     desk.link(*item);
     item->TextFrame()->TextRange()->Text("€4.80");
   });
-  EXPECT_THAT(undo.undoLabel(), Optional(std::string("Link Price")));
+  EXPECT_THAT(undo.undoName(), Optional(StepName{"Link Price", ""}));
   EXPECT_EQ(log.unsaved(), 1U);
 
   const auto undone = undo.undo();
@@ -75,7 +76,7 @@ TEST_F(UndoStackTest, StepsOfARunAreOneAndStepsWithoutChangesAreNone) {
   step(
       "Row 12", [&] { desk.link(*title, 12); }, "row");
   EXPECT_EQ(undo.steps(), 1U);
-  EXPECT_THAT(undo.undoLabel(), Optional(std::string("Row 12")));
+  EXPECT_THAT(undo.undoName(), Optional(StepName{"Row 12", ""}));
   step(
       "Row 12", [&] { desk.link(*title, 12); }, "other");
   EXPECT_EQ(undo.steps(), 1U);
@@ -86,16 +87,21 @@ TEST_F(UndoStackTest, StepsOfARunAreOneAndStepsWithoutChangesAreNone) {
 
   step(
       "Row 2", [&] { desk.link(*title, 2); }, "row");
+  step(
+      "Row 3", [&] { desk.link(*title, 3); }, "row", "other");
+  EXPECT_EQ(undo.steps(), 2U) << "typed in another window";
+  EXPECT_THAT(undo.undoName(), Optional(StepName{"Row 3", "other"}));
+  undo.undo();
   undo.endRun();
   step(
       "Row 3", [&] { desk.link(*title, 3); }, "row");
   EXPECT_EQ(undo.steps(), 2U);
   undo.undo();
-  EXPECT_TRUE(undo.redoLabel());
+  EXPECT_TRUE(undo.redoName());
   step(
       "Row 4", [&] { desk.link(*title, 4); }, "row");
   EXPECT_EQ(undo.steps(), 2U);
-  EXPECT_FALSE(undo.redoLabel());
+  EXPECT_FALSE(undo.redoName());
 
   // Not announced, and two gestures in one handler.
   undo.endRun();

@@ -2,7 +2,9 @@
 
 #include "app/desk/Desk.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <set>
 #include <utility>
 
 #include "app/desk/BarsJson.h"
@@ -72,16 +74,15 @@ Json Desk::state(const std::string& name) {
 }
 
 Json Desk::present(const DeskWindow& window) {
-  deck::Presentation& deck = *open_->presentation;
   const int slide = window.slide();
   const render::SlideSize size = open_->slides.size();
   return {{"version", web::clientVersion()},
-          {"deck", deckJson()},
+          {"deck", deckJson(window)},
           {"assets", assets_},
           {"styles", SlidePages::styleSheetName()},
           {"size", {{"width", size.width}, {"height", size.height}}},
-          {"slides", slidesJson(deck, open_->slides, open_->sources)},
-          {"slide", slideJson(deck, open_->slides, open_->sources, slide)},
+          {"slides", slidesJson(*open_)},
+          {"slide", slideJson(*open_, slide)},
           {"selection", selectionJson(open_->slides, window)},
           {"bars", barsJson(host_.application().bars())},
           {"commands", commandsJson()},
@@ -102,6 +103,12 @@ namespace {
 
 Json orNull(const std::optional<std::string>& text) { return text ? Json(*text) : Json(); }
 
+Json stepJson(const std::optional<StepName>& step, const DeskWindow& reader) {
+  if (!step) return nullptr;
+  const bool isOther = !step->window.empty() && step->window != reader.name;
+  return step->label + (isOther ? " (other window)" : "");
+}
+
 Json commandJson(bool isEnabled, const char* reason) {
   return {{"enabled", isEnabled}, {"reason", isEnabled ? "" : reason}};
 }
@@ -119,17 +126,20 @@ Json Desk::commandsJson() const {
   check["count"] = problems;
   return {{"save", whyReadOnly_ ? commandJson(false, whyReadOnly_->c_str())
                                 : commandJson(edited_->unsaved() > 0, "Everything is saved.")},
-          {"undo", commandJson(edited_->undoLabel().has_value(), "There is nothing to undo.")},
-          {"redo", commandJson(edited_->redoLabel().has_value(), "There is nothing to redo.")},
+          {"undo", commandJson(edited_->undoName().has_value(), "There is nothing to undo.")},
+          {"redo", commandJson(edited_->redoName().has_value(), "There is nothing to redo.")},
           {"check", std::move(check)},
           {"show", commandJson(true, "")}};
 }
 
-Json Desk::deckJson() const {
+Json Desk::deckJson(const DeskWindow& window) const {
   const std::filesystem::path path = open_->presentation->FullName();
-  return {{"name", path.filename().string()},       {"folder", path.parent_path().string()},
-          {"unsaved", edited_->unsaved()},          {"undo", orNull(edited_->undoLabel())},
-          {"redo", orNull(edited_->redoLabel())},   {"isReadOnly", orNull(whyReadOnly_)},
+  return {{"name", path.filename().string()},
+          {"folder", path.parent_path().string()},
+          {"unsaved", edited_->unsaved()},
+          {"undo", stepJson(edited_->undoName(), window)},
+          {"redo", stepJson(edited_->redoName(), window)},
+          {"isReadOnly", orNull(whyReadOnly_)},
           {"isEmpty", open_->sources.all().empty()}};
 }
 
@@ -191,9 +201,26 @@ void Desk::tick() {
   if (server_ != nullptr && server_->windows() > 0 && ++ticks_ % seldom == 0) {
     nearby_.look();
     whyReadOnly_ = edited_->file().whyReadOnly();
+    lookForOwner();
   }
+  moveClocks();
   if (hasSources_) open_->model->RequeryInBackground(/*forced=*/false);
   flush();
+}
+
+/// On slides that somebody has before him.
+void Desk::moveClocks() {
+  std::set<int> shown;
+  for (const auto& [name, window] : windows_) {
+    if (server_ != nullptr && server_->isOpen(name) && window->slide() > 0) shown.insert(window->slide());
+  }
+  for (const int slide : shown) {
+    const auto& links = open_->slides.links(slide);
+    const bool hasClock = std::any_of(links.begin(), links.end(), [](const LinkedShape& link) {
+      return static_cast<LF2000::SourceType>(link.sourceType) == LF2000::SourceType::Clock;
+    });
+    if (hasClock) open_->model->FillClocks(*open_->presentation->Slides()->Item(slide));
+  }
 }
 
 Json Desk::look(std::string_view path, std::string_view query) { return requests().look(path, query); }
@@ -225,7 +252,7 @@ void Desk::settle() {
   edited_->endStep();
   const bool isEdited = open_->slides.takeEdits();
   open_->sources.look();
-  Json known = Json::array();
+  Json known = Json::array({nameOf(preview_)});
   for (const DeskSource& source : open_->sources.all()) {
     known.push_back({source.number, source.version, source.state, source.columns.size()});
   }

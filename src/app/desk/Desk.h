@@ -90,7 +90,7 @@ class Desk final : public web::Desk {
   [[nodiscard]] DeskRequests requests();
   /// Every key but the slide's markup.
   json::Json present(const DeskWindow& window);
-  [[nodiscard]] json::Json deckJson() const;
+  [[nodiscard]] json::Json deckJson(const DeskWindow& window) const;
   [[nodiscard]] json::Json commandsJson() const;
   [[nodiscard]] json::Json jobsJson() const;
   [[nodiscard]] json::Json othersJson(const DeskWindow& window) const;
@@ -100,6 +100,7 @@ class Desk final : public web::Desk {
   void flush();
   void tell(DeskWindow& window, const std::set<DeskSlides::Place>& changed);
   void tick();
+  void moveClocks();
 
   // DeskVersions.cpp: the deck's file, its versions, and what it asks for.
 
@@ -108,7 +109,7 @@ class Desk final : public web::Desk {
   void askForSources();
   void openSources(const std::vector<ForeignSource>& sources);
   void offerRecovery();
-  void warnOfOwner();
+  void lookForOwner();
   void recover();
   void offerNewer();
   void takeNewer();
@@ -147,6 +148,9 @@ class Desk final : public web::Desk {
   std::optional<std::string> whyReadOnly_;
   /// The deck's own sources may be contacted.
   bool hasSources_ = true;
+  /// The file by which another program says that it has the deck open, and the notice of that.
+  std::optional<std::string> ownerFile_;
+  int ownerNotice_ = 0;
   /// Of the notice of a newer version.
   int newerNotice_ = 0;
   bool isFlushRequested_ = false;

@@ -12,12 +12,15 @@
 #include "basic/Conversion.h"
 #include "deck/objects/Slide.h"
 #include "model/clsSlide.h"
+#include "model/modSlideRows.h"
 
 namespace app {
 
 using json::Json;
 
 namespace {
+
+using LF2000::modSlideRows::ConnectionRows;
 
 /// CSS px, to a hundredth.
 double pixels(double points) {
@@ -121,45 +124,44 @@ LF2000::clsSlide propertiesOf(deck::Presentation& deck, int slide) {
 }
 
 /// The connections whose rows decide whether the slide shows.
-std::set<std::string> connectionsOf(const std::vector<LinkedShape>& links) {
+std::vector<ConnectionRows> rowsFor(const LF2000::clsPresentation& model,
+                                    const std::vector<LinkedShape>& links) {
   std::set<std::string> numbers;
   for (const LinkedShape& link : links) {
     if (!link.connection.empty()) numbers.insert(link.connection);
   }
-  return numbers;
+  return LF2000::modSlideRows::RowsOf(model, numbers);
 }
 
-/// Why a slide that hides when it has no data hides now; null when it does not, and while a source is
-/// unknown.
-Json hidesJson(const LF2000::clsSlide& properties, const std::vector<LinkedShape>& links,
-               const DeskSources& sources) {
+/// As a sentence without its subject; null when it does not hide.
+Json hidesJson(const LF2000::clsSlide& properties, const LF2000::clsPresentation& model,
+               const std::vector<LinkedShape>& links) {
   if (!properties.HideWhenNoData()) return nullptr;
-  std::string empty;
-  for (const std::string& number : connectionsOf(links)) {
-    const DeskSource* source = sources.find(number);
-    if (source == nullptr || source->rows > 0 || source->columns.empty()) return nullptr;
-    empty += (empty.empty() ? "" : ", ") + number;
-  }
-  if (empty.empty()) return nullptr;
-  const bool isOne = empty.find(',') == std::string::npos;
-  return (isOne ? "connection " : "connections ") + empty + (isOne ? " has no rows" : " have no rows");
+  const auto connections = rowsFor(model, links);
+  if (!LF2000::modSlideRows::Hides(properties, connections)) return nullptr;
+  std::string numbers;
+  for (const ConnectionRows& each : connections) numbers += (numbers.empty() ? "" : ", ") + each.Number;
+  const bool isOne = connections.size() == 1;
+  return (isOne ? "connection " : "connections ") + numbers + (isOne ? " has no rows" : " have no rows");
 }
 
 }  // namespace
 
-Json slidesJson(deck::Presentation& deck, const DeskSlides& slides, const DeskSources& sources) {
+Json slidesJson(OpenDeck& open) {
+  deck::Presentation& deck = *open.presentation;
+  const DeskSlides& slides = open.slides;
   Json json = Json::array();
   for (int slide = 1; slide <= slides.count(); ++slide) {
     const auto& links = slides.links(slide);
     const auto problems = std::count_if(links.begin(), links.end(), [&](const LinkedShape& link) {
-      return sources.stateOf(link).kind == LinkState::Kind::Broken;
+      return open.sources.stateOf(link).kind == LinkState::Kind::Broken;
     });
     const LF2000::clsSlide properties = propertiesOf(deck, slide);
     json.push_back({{"id", slides.id(slide)},
                     {"index", slide},
                     {"links", links.size()},
                     {"problems", problems},
-                    {"hides", hidesJson(properties, links, sources)},
+                    {"hides", hidesJson(properties, *open.model, links)},
                     {"scrolls", !properties.ScrollEntryNumbers().empty()},
                     {"isHidden", deck.isHidden(slide)},
                     {"drawn", slides.drawn(slide)}});
@@ -167,15 +169,18 @@ Json slidesJson(deck::Presentation& deck, const DeskSlides& slides, const DeskSo
   return json;
 }
 
-Json slideJson(deck::Presentation& deck, DeskSlides& slides, const DeskSources& sources, int slide) {
+Json slideJson(OpenDeck& open, int slide) {
   if (slide < 1) return nullptr;
+  DeskSlides& slides = open.slides;
+  const DeskSources& sources = open.sources;
+  const auto& links = slides.links(slide);
   Json shapes = Json::array();
   for (const DeskShape& shape : slides.shapes(slide)) shapes.push_back(shapeJson(shape, sources));
   Json why = Json::array();
-  for (const std::string& number : connectionsOf(slides.links(slide))) {
-    const DeskSource* source = sources.find(number);
-    const std::int64_t rows = source == nullptr ? 0 : source->rows;
-    why.push_back({{"connection", number},
+  for (const ConnectionRows& each : rowsFor(*open.model, links)) {
+    const DeskSource* source = sources.find(each.Number);
+    const std::int64_t rows = each.Rows.value_or(0);
+    why.push_back({{"connection", each.Number},
                    {"description", source == nullptr ? std::string() : source->description},
                    {"rows", rows},
                    {"ok", rows > 0}});
@@ -184,7 +189,7 @@ Json slideJson(deck::Presentation& deck, DeskSlides& slides, const DeskSources& 
           {"index", slide},
           {"shapes", std::move(shapes)},
           {"why", std::move(why)},
-          {"hides", hidesJson(propertiesOf(deck, slide), slides.links(slide), sources)}};
+          {"hides", hidesJson(propertiesOf(*open.presentation, slide), *open.model, links)}};
 }
 
 Json selectionJson(const DeskSlides& slides, const DeskWindow& window) {

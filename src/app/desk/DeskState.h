@@ -3,6 +3,7 @@
 #include "app/desk/DeskSlides.h"
 #include "app/desk/DeskSources.h"
 #include "app/desk/DeskWindow.h"
+#include "app/desk/OpenDeck.h"
 #include "json/Json.h"
 
 namespace app {
@@ -11,11 +12,9 @@ namespace app {
 // docs/desk-protocol.md has them.
 
 /// slides
-[[nodiscard]] json::Json slidesJson(deck::Presentation& deck, const DeskSlides& slides,
-                                    const DeskSources& sources);
+[[nodiscard]] json::Json slidesJson(OpenDeck& open);
 /// slide, without its markup; null in a deck without slides.
-[[nodiscard]] json::Json slideJson(deck::Presentation& deck, DeskSlides& slides, const DeskSources& sources,
-                                   int slide);
+[[nodiscard]] json::Json slideJson(OpenDeck& open, int slide);
 /// selection
 [[nodiscard]] json::Json selectionJson(const DeskSlides& slides, const DeskWindow& window);
 /// connections

@@ -131,14 +131,15 @@ Desk::Desk(Environment& environment, Options options)
   environment_.guardPaths([this](const std::string& path) { access_.require(path); });
   heldJobs_.hold();
   open_ = openDeck(host_.open(options_.deck));
-  edited_ = std::make_unique<EditedDeck>(host_.application(), environment_.loop(), open_->presentation,
-                                         EditedDeck::Options{options_.stateFolder, options_.lock}, hearer());
+  edited_ = std::make_unique<EditedDeck>(
+      host_.application(), environment_.loop(), open_->presentation,
+      EditedDeck::Options{options_.stateFolder, options_.lock, [this] { return activeWindow(); }}, hearer());
   whyReadOnly_ = edited_->file().whyReadOnly();
   jobs_.onChange([this] { requestFlush(); });
   host_.application().bars().onChange([this] { requestFlush(); });
   askForSources();
   offerRecovery();
-  warnOfOwner();
+  lookForOwner();
   constexpr std::int32_t second = 1000;
   clock_->Interval(second);
   clock_->Enabled(true);
@@ -221,11 +222,14 @@ void Desk::offerRecovery() {
                  {"discard", "Discard", [this] { edited_->discardRecoverable(); }}});
 }
 
-void Desk::warnOfOwner() {
-  const auto owner = edited_->file().ownerFile();
-  if (!owner) return;
-  const bool isPowerPoint = fs::path(*owner).filename().string().starts_with("~$");
-  notices_.tell(
+/// Told once for each time that the deck is opened elsewhere, for as long as it is.
+void Desk::lookForOwner() {
+  const auto before = std::exchange(ownerFile_, edited_->file().ownerFile());
+  if (before == ownerFile_) return;
+  notices_.dismiss(ownerNotice_);
+  if (!ownerFile_) return;
+  const bool isPowerPoint = fs::path(*ownerFile_).filename().string().starts_with("~$");
+  ownerNotice_ = notices_.tell(
       Notices::Level::Warning,
       std::string(isPowerPoint ? "PowerPoint" : "Another program") +
           " has this deck open. What you save here it will not see, and may write over. Close it there "
@@ -293,10 +297,10 @@ void Desk::show(const std::shared_ptr<deck::Presentation>& before, std::size_t k
 /// A deck that could not be written shows its data again.
 void Desk::save() {
   settle();
+  lookForOwner();
   try {
     const auto saved = edited_->save();
     if (saved == EditedDeck::Saved::NothingToDo) return;
-    warnOfOwner();
     notices_.tell(Notices::Level::Info, saved == EditedDeck::Saved::WrittenAnew
                                             ? "The deck's file was gone; it was written anew."
                                             : "Saved. The file holds no live values.");

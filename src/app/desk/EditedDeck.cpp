@@ -19,7 +19,9 @@ EditedDeck::EditedDeck(deck::Application& application, platform::EventLoop& loop
       file_(presentation_->FullName()),
       log_(std::make_unique<EditLog>(presentation_)),
       undo_(*log_) {
-  application_.onUndoEntry([this](std::string_view label, std::string_view run) { undo_.begin(label, run); });
+  application_.onUndoEntry([this](std::string_view label, std::string_view run) {
+    undo_.begin({std::string(label), options_.window ? options_.window() : std::string()}, run);
+  });
   if (!options_.stateFolder.empty()) {
     journal_ = std::make_unique<Journal>(options_.stateFolder, file_.path());
   }

@@ -28,6 +28,8 @@ class EditedDeck {
     std::string stateFolder;
     /// Follows the deck's file; may be null.
     DeckLock* lock = nullptr;
+    /// Names the window in which a step begins; may be null.
+    std::function<std::string()> window = {};
   };
   /// All are called on the loop; any may be null.
   struct Hearer {
@@ -58,8 +60,8 @@ class EditedDeck {
   bool endStep();
   /// As of the last endStep(): the number of owners that differ from the file.
   [[nodiscard]] std::size_t unsaved() const { return log_->unsaved(); }
-  [[nodiscard]] std::optional<std::string> undoLabel() const { return undo_.undoLabel(); }
-  [[nodiscard]] std::optional<std::string> redoLabel() const { return undo_.redoLabel(); }
+  [[nodiscard]] std::optional<StepName> undoName() const { return undo_.undoName(); }
+  [[nodiscard]] std::optional<StepName> redoName() const { return undo_.redoName(); }
   /// Nothing when there is no step.
   std::optional<StepEffect> undo();
   std::optional<StepEffect> redo();

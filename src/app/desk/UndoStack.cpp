@@ -7,27 +7,29 @@
 
 namespace app {
 
-void UndoStack::begin(std::string_view label, std::string_view run) {
+void UndoStack::begin(const StepName& name, std::string_view run) {
   end();
-  label_ = label;
+  name_ = name;
   run_ = run;
 }
 
 bool UndoStack::end() {
-  const std::string label = std::exchange(label_, {});
+  StepName name = std::exchange(name_, {});
   const std::string run = std::exchange(run_, {});
   if (!log_->isTouched()) return false;
   OwnerChanges changes = log_->take();
   if (changes.empty()) return false;
   undone_.clear();
-  const bool goesOn = !isRunOver_ && !run.empty() && !done_.empty() && done_.back().run == run;
+  const bool goesOn = !isRunOver_ && !run.empty() && !done_.empty() && done_.back().run == run &&
+                      done_.back().name.window == name.window;
   isRunOver_ = false;
   if (goesOn) {
-    done_.back().label = label;
+    done_.back().name = std::move(name);
     merge(std::move(changes));
     return true;
   }
-  done_.push_back({label.empty() ? "Edit" : label, run, std::move(changes)});
+  if (name.label.empty()) name.label = "Edit";
+  done_.push_back({std::move(name), run, std::move(changes)});
   if (done_.size() > MaximumSteps) done_.pop_front();
   return true;
 }
@@ -36,8 +38,8 @@ StepEffect UndoStack::add(const std::string& label, OwnerChanges changes) {
   end();
   endRun();
   undone_.clear();
-  if (!changes.empty()) done_.push_back({label, {}, changes});
-  return effectOf({label, {}, std::move(changes)});
+  if (!changes.empty()) done_.push_back({{label, {}}, {}, changes});
+  return effectOf({{label, {}}, {}, std::move(changes)});
 }
 
 void UndoStack::merge(OwnerChanges changes) {
@@ -58,12 +60,12 @@ void UndoStack::merge(OwnerChanges changes) {
   endRun();
 }
 
-std::optional<std::string> UndoStack::undoLabel() const {
-  return done_.empty() ? std::nullopt : std::optional(done_.back().label);
+std::optional<StepName> UndoStack::undoName() const {
+  return done_.empty() ? std::nullopt : std::optional(done_.back().name);
 }
 
-std::optional<std::string> UndoStack::redoLabel() const {
-  return undone_.empty() ? std::nullopt : std::optional(undone_.back().label);
+std::optional<StepName> UndoStack::redoName() const {
+  return undone_.empty() ? std::nullopt : std::optional(undone_.back().name);
 }
 
 std::optional<StepEffect> UndoStack::undo() {
@@ -111,7 +113,7 @@ StepEffect UndoStack::apply(const Step& step, bool isUndo) {
 
 StepEffect UndoStack::effectOf(const Step& step) {
   StepEffect effect;
-  effect.label = step.label;
+  effect.label = step.name.label;
   for (const OwnerChange& change : step.changes) {
     if (change.owner.isPresentation()) {
       effect.presentation = true;

@@ -22,12 +22,20 @@ struct StepEffect {
   std::vector<deck::OwnerId> shapes;
 };
 
+/// What a step is called, and the window in which it was made; empty where none is known.
+struct StepName {
+  std::string label;
+  std::string window;
+
+  friend bool operator==(const StepName&, const StepName&) = default;
+};
+
 /// The steps that can be undone, and those undone that can be redone. A step is what the log has heard
 /// between its beginning and the end of the handler that began it; nobody writes inverses.
 ///
 /// One gesture is one step: begin() where the system says that one starts, end() when the handler is over.
-/// Steps in which nothing has changed are none. Consecutive ones with the same run become one, unless
-/// something was undone, saved or begun without a run in between. Saving ends no history.
+/// Steps in which nothing has changed are none. Consecutive ones with the same run in one window become one,
+/// unless something was undone, saved or begun without a run in between. Saving ends no history.
 class UndoStack {
  public:
   static constexpr std::size_t MaximumSteps = 500;
@@ -37,7 +45,7 @@ class UndoStack {
 
   /// What changes from now on is a step of that name ("Link Price"). What has changed before in this handler
   /// is one of its own.
-  void begin(std::string_view label, std::string_view run);
+  void begin(const StepName& name, std::string_view run);
   /// Answers whether there is a new step, or more in the last one.
   bool end();
   /// Takes changes that were put without the log's hearing as a step, and tells what they have touched.
@@ -45,9 +53,9 @@ class UndoStack {
   /// The next step is one of its own.
   void endRun() { isRunOver_ = true; }
 
-  /// The label of the step that would be undone or redone; nothing without one.
-  [[nodiscard]] std::optional<std::string> undoLabel() const;
-  [[nodiscard]] std::optional<std::string> redoLabel() const;
+  /// Of the step that would be undone or redone; nothing without one.
+  [[nodiscard]] std::optional<StepName> undoName() const;
+  [[nodiscard]] std::optional<StepName> redoName() const;
   /// Nothing when there is no step. What has been begun is ended before.
   std::optional<StepEffect> undo();
   std::optional<StepEffect> redo();
@@ -64,7 +72,7 @@ class UndoStack {
 
  private:
   struct Step {
-    std::string label;
+    StepName name;
     std::string run;
     OwnerChanges changes;
   };
@@ -74,7 +82,7 @@ class UndoStack {
   static StepEffect effectOf(const Step& step);
 
   EditLog* log_;
-  std::string label_;
+  StepName name_;
   std::string run_;
   std::deque<Step> done_;
   std::deque<Step> undone_;  // the last is redone first

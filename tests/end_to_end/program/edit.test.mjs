@@ -1,7 +1,7 @@
 // A deck at the desk: what its server tells windows, what it does for them, and what it keeps to itself.
 
 import assert from "node:assert/strict";
-import { mkdirSync, readFileSync, symlinkSync } from "node:fs";
+import { mkdirSync, readFileSync, rmSync, symlinkSync } from "node:fs";
 import { describe, it } from "node:test";
 import { digest } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
@@ -115,12 +115,53 @@ describe("a desk", { concurrency: 2 }, () => {
     await two.until("one's selection", ({ others }) => others[0]?.shapes.length === 1);
     await two.until("its own", ({ selection }) => selection.slide === second.id && selection.shapes.length === 0);
     await one.do("rename", { slide: first.id, shape: one.shape("p1 Item").id, name: "First" });
-    await two.until("the step", ({ deck }) => deck.undo === "Rename p1 Item");
+    await two.until("the step", ({ deck }) => deck.undo === "Rename p1 Item (other window)");
+    await one.until("its own step", ({ deck }) => deck.undo === "Rename p1 Item");
     await one.until("the name", () => one.shape("First"));
     const twice = await one.post("rename", { slide: first.id, shape: one.shape("First").id, name: "p2 Item" });
     assert.equal(twice.status, 409);
     await two.do("commands/undo");
     await one.until("the name of before", () => one.shape("p1 Item"));
+  });
+
+  it("previews slides without rows as a show has them, and says at once what hides", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    await connectToday(window);
+    const slide = window.state.slide.id;
+    const link = { connection: "001", column: "Item", slide };
+    await window.do("link", { ...link, row: 1, shapes: [window.shape("p1 Item").id] });
+    await window.do("link", { ...link, row: 9, shapes: [window.shape("p2 Item").id] });
+    await window.until("the marker", () => window.shape("p2 Item").text.startsWith("[Row not available"));
+    await window.do("selection", { slide, shapes: [] });
+    const form = await window.form("frmSlide");
+    await window.raise(form, { control: "chkHideWhenNoData", event: "change", value: true });
+    const says = (text) => () => form.controls.lblHides.Text === text;
+    await window.until("what the page says", says("now: 1 of 1 connection has rows, the slide shows"));
+    assert.equal(window.state.slide.hides, null);
+
+    await window.do("preview", { with: "none" });
+    await window.until("blank shapes", () => ["p1 Item", "p2 Item"].every((name) => window.shape(name).text.trim() === ""));
+    assert.equal(window.state.slide.hides, "connection 001 has no rows");
+    assert.deepEqual(window.state.slide.why, [{ connection: "001", description: "today", rows: 0, ok: false }]);
+    assert.equal(window.state.slides[0].hides, window.state.slide.hides);
+    await window.until("what the page says then", says("now: 0 of 1 connection has rows, the slide hides"));
+    await window.do("preview", { with: "today" });
+    await window.until("the data again", () => window.shape("p1 Item").text === "Rye bread" && window.state.slide.hides === null);
+    await window.until("the page", says("now: 1 of 1 connection has rows, the slide shows"));
+  });
+
+  it("moves the clocks of slides in sight", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    sandbox.done("link", deck, "--slide", 1, "--shape", "p1 Item", "--clock", "hh:nn:ss");
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    const first = window.shape("p1 Item").text;
+    assert.match(first, /^\d\d:\d\d:\d\d$/);
+    await window.until("another time", () => window.shape("p1 Item").text !== first);
+    assert.equal(window.state.deck.unsaved, 0);
+    assert.ok(window.events.every(({ event, data }) => event !== "shapes" || data.length === 1), "the clock alone");
   });
 
   it("takes up what another program saves, with what is unsaved here", async (t) => {
@@ -130,6 +171,7 @@ describe("a desk", { concurrency: 2 }, () => {
     const window = await desk.openWindow();
     assert.match(window.state.notices[0].text, /^PowerPoint has this deck open\./);
     await window.do(`notices/${window.state.notices[0].id}/dismiss`);
+    await window.until("no notice", ({ notices }) => notices.length === 0);
     const shape = window.shape("p1 Item").id;
     await window.do("rename", { slide: window.state.slide.id, shape, name: "First" });
     sandbox.done("link", deck, "--slide", 2, "--shape", "Clock", "--clock", "hh:nn");
@@ -142,6 +184,23 @@ describe("a desk", { concurrency: 2 }, () => {
     assert.equal(window.state.deck.unsaved, 1);
     await window.do("commands/save");
     assert.match(sandbox.done("shapes", deck, "--slide", 1), /First/);
+
+    // Told once for each time, until it is closed.
+    const owner = ({ notices }) => notices.find(({ text }) => text.startsWith("PowerPoint has this deck open."));
+    assert.equal(owner(window.state), undefined);
+    const rename = async (from, to) => {
+      await window.do("rename", { slide: window.state.slide.id, shape: window.shape(from).id, name: to });
+      await window.do("commands/save");
+      await window.until("all saved", ({ deck: { unsaved } }) => unsaved === 0);
+    };
+    rmSync(sandbox.path("shop/~$shop.pptx"));
+    await rename("First", "Second");
+    assert.equal(owner(window.state), undefined);
+    sandbox.write("shop/~$shop.pptx", "owner");
+    await rename("Second", "Third");
+    await window.until("the notice", owner);
+    rmSync(sandbox.path("shop/~$shop.pptx"));
+    await window.until("the notice's end", (state) => !owner(state));
   });
 
   it("offers what a desk that was killed had not saved, and tells its address to a second one", async (t) => {
