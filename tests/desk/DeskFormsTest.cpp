@@ -117,8 +117,8 @@ TEST_F(DeskFormsTest, RefusesWhatAFormOrAWindowDoesNotHave) {
   page->cmdOK.Enabled(false, "Choose a column first.");
   EXPECT_EQ(409, status([&] { forms.raise("one", 1, click(1, "cmdOK")); }));
   EXPECT_EQ(409, status([&] { forms.raise("one", 1, click(1, "cmdNone")); }));
-  EXPECT_EQ(409, status([&] { forms.raise("two", 1, change(1, "3")); }));
-  EXPECT_EQ(409, status([&] { forms.raise("one", 2, change(1, "3")); }));
+  EXPECT_EQ(404, status([&] { forms.raise("two", 1, change(1, "3")); }));
+  EXPECT_EQ(404, status([&] { forms.raise("one", 2, change(1, "3")); }));
   const Json unknown = {{"seq", 1}, {"events", {{{"control", "txtRow"}, {"event", "explode"}}}}};
   EXPECT_EQ(400, status([&] { forms.raise("one", 1, unknown); }));
   const Json number = {{"seq", 1}, {"events", {{{"control", "txtRow"}, {"event", "change"}, {"value", 3}}}}};
@@ -127,7 +127,7 @@ TEST_F(DeskFormsTest, RefusesWhatAFormOrAWindowDoesNotHave) {
   page->cmdOK.Enabled(true);
   EXPECT_EQ(200, status([&] { forms.raise("one", 1, click(2, "cmdOK")); }));
   EXPECT_THAT(closed, ElementsAre("frmPage OK"));
-  EXPECT_EQ(409, status([&] { forms.raise("one", 1, change(3, "3")); }));
+  EXPECT_EQ(404, status([&] { forms.raise("one", 1, change(3, "3")); }));
 }
 
 TEST_F(DeskFormsTest, AsksForAFileUntilSomebodyAnswers) {
