@@ -113,8 +113,11 @@ void ConnectionTrial::Read() {
 void ConnectionTrial::End(const host::JobEnd& end) {
   if (!done_) return;
   switch (end.How) {
-    case host::JobEnd::Kind::Done:
-      return Finish(std::move(result_));
+    case host::JobEnd::Kind::Done: {
+      // Its own: whoever hears of it may let go of the trial.
+      const TrialResult result = std::move(result_);
+      return Finish(result);
+    }
     case host::JobEnd::Kind::Failed:
       return Finish({modErrors::ForEverybody(end.Description), {}, {}, 0, 0, {}});
     case host::JobEnd::Kind::Cancelled:
