@@ -43,6 +43,7 @@ class Settings final : public host::Settings {
   [[nodiscard]] std::string GetSetting(std::string_view, std::string_view, std::string_view) const override {
     return {};
   }
+  [[nodiscard]] std::string Location() const override { return {}; }
 };
 
 /// A setting with another value reads as that value, its neighbours as before.
