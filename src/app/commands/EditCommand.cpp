@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "app/commands/Commands.h"
+#include "app/commands/ServerEnd.h"
+#include "app/commands/ServerOptions.h"
 #include "app/desk/DeckLock.h"
 #include "app/desk/Desk.h"
 #include "app/wiring/Environment.h"
@@ -24,12 +26,8 @@ namespace {
 
 struct EditOptions {
   std::string deck;
-  std::uint16_t port = 2001;
-  std::string bind = "127.0.0.1";
-  std::vector<std::string> names;
-  std::string tokenFile;
+  ServerOptions server;
   std::vector<std::string> allowed;
-  bool open = false;
 };
 
 bool isLoopback(const std::string& address) {
@@ -38,7 +36,7 @@ bool isLoopback(const std::string& address) {
 }
 
 /// Whoever holds the token may read and change the deck, so it is not made up and printed for a network.
-void requireSafety(const EditOptions& options) {
+void requireSafety(const ServerOptions& options) {
   if (isLoopback(options.bind)) return;
   if (options.tokenFile.empty()) {
     throw UsageError("--bind " + options.bind + " opens the desk to other machines; that takes --token-file");
@@ -58,27 +56,19 @@ class EditRun {
         desk_(environment, {options.deck, options.allowed, deskFolder(), &lock}) {}
 
   void run() {
-    const Token token = obtainToken(options_.tokenFile);
-    web::Options web;
-    web.address = options_.bind;
-    web.port = options_.port;
-    web.token = token.value;
-    web.allowedNames = options_.names;
-    constexpr std::size_t connections = 200;
-    web.maxConnections = connections;
-    web.maxPerAddress = connections / 2;
+    const Token token = obtainToken(options_.server.tokenFile);
+    constexpr std::size_t Connections = 200;
+    web::Options web = serverOf(options_.server, token, Connections);
     web.queueBytes = std::size_t{16} << 20U;
-    web.onError = [](const basic::Error& error) {
-      std::cerr << "lumenfold: a request failed: " << platform::forTerminal(error.description) << '\n';
-    };
     web::DeskServer server(environment_.loop().context(), desk_, web);
     desk_.connect(&server);
-    finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
-    environment_.loop().onSignal([this](int) {
+    // The pages are told before the doors close.
+    ServerEnd end(
+        environment_.loop(), [&server] { server.stop(); }, [&server] { return server.windows(); });
+    environment_.loop().onSignal([this, &end](int) {
       desk_.shutDown();
-      constexpr std::int32_t soon = 1;
-      finish_->Interval(soon);
-      finish_->Enabled(true);
+      constexpr std::int32_t Soon = 1;
+      end.beginIn(Soon);
     });
     announce(server, token);
     environment_.loop().run();
@@ -93,32 +83,17 @@ class EditRun {
     std::cout << "Editing " << platform::forTerminal(desk_.presentation().FullName()) << '\n'
               << "Desk: " << address << '\n'
               << std::flush;
-    if (options_.open && !environment_.shell().ShellExecute("open", address, 1)) {
-      std::cerr << "lumenfold: no browser could be started; open " << server.url() << " yourself.\n";
-    }
-  }
-
-  /// The pages are told before the doors close.
-  void finishWhenTold(web::DeskServer& server) {
-    constexpr std::int32_t timeToTell = 200;
-    constexpr int longestWait = 10;
-    if (waited_ == 0) {
-      server.stop();
-      finish_->Interval(timeToTell);
-    }
-    if (server.windows() == 0 || ++waited_ >= longestWait) environment_.loop().stop();
+    openWhenWanted(options_.server, environment_, address);
   }
 
   const EditOptions& options_;
   Environment& environment_;
   DeckLock& lock_;
   Desk desk_;
-  std::unique_ptr<host::Timer> finish_;
-  int waited_ = 0;
 };
 
 void edit(const EditOptions& options, Environment& environment) {
-  requireSafety(options);
+  requireSafety(options.server);
   const auto deck = std::filesystem::absolute(options.deck).lexically_normal().string();
   DeckLock lock(deskFolder(), deck);
   if (!lock.isTaken()) return EditRun(options, environment, lock).run();
@@ -132,14 +107,11 @@ void addEditCommand(CLI::App& program, Environment& environment) {
   auto options = std::make_shared<EditOptions>();
   CLI::App* verb = program.add_subcommand("edit", "Link a deck to data, in a browser");
   verb->add_option("DECK", options->deck, "The deck")->required();
-  verb->add_option("--port", options->port, "Port of the desk's address")->capture_default_str();
-  verb->add_option("--bind", options->bind, "Address to listen on; beyond this machine with --token-file")
-      ->capture_default_str();
-  verb->add_option("--name", options->names, "A further host name under which browsers may ask");
-  verb->add_option("--token-file", options->tokenFile,
-                   "File with the token that the desk takes (else LUMENFOLD_TOKEN, else a new one)");
+  constexpr std::uint16_t Port = 2001;
+  options->server.port = Port;
+  addServerOptions(*verb, options->server);
+  verb->get_option("--bind")->description("Address to listen on; beyond this machine with --token-file");
   verb->add_option("--allow", options->allowed, "A further folder in which data files may be chosen");
-  verb->add_flag("--open", options->open, "Start a browser on the desk");
   verb->callback([options, &environment] { edit(*options, environment); });
 }
 

@@ -8,6 +8,8 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "app/commands/Commands.h"
+#include "app/commands/ServerEnd.h"
+#include "app/commands/ServerOptions.h"
 #include "app/inspect/Standstill.h"
 #include "app/show/Stage.h"
 #include "app/wiring/AddInHost.h"
@@ -16,7 +18,6 @@
 #include "app/wiring/Language.h"
 #include "app/wiring/Token.h"
 #include "platform/Console.h"
-#include "platform/Descriptors.h"
 #include "web/show/Server.h"
 
 namespace app {
@@ -25,18 +26,13 @@ namespace {
 
 struct ShowOptions {
   std::string deck;
-  std::uint16_t port = 2000;
-  std::string bind = "127.0.0.1";
-  std::vector<std::string> names;
-  std::string tokenFile;
+  ServerOptions server;
   std::optional<std::int32_t> slide;
   std::optional<std::int32_t> whenEmpty;
   std::string stale;
-  std::optional<std::size_t> perAddress;
   std::optional<double> seconds;
   bool kiosk = false;
   bool loop = false;
-  bool open = false;
   bool noReload = false;
 };
 
@@ -48,22 +44,6 @@ StaleData staleData(const ShowOptions& options) {
   if (const auto known = staleDataOf(name)) return *known;
   fail((options.stale.empty() ? "The setting StaleData" : "--stale") +
        std::string(" must be keep, mark or blank, not \"") + name + "\".");
-}
-
-/// Screens must not take the descriptors that data files, databases, their drivers and the logs need.
-void limitConnections(web::Options& web, const ShowOptions& options) {
-  constexpr std::size_t OwnFiles = 256;
-  constexpr std::size_t Fewest = 16;
-  const std::size_t wanted = web.maxConnections + web.beyond() + OwnFiles;
-  const std::size_t allowed = platform::allowDescriptors(wanted);
-  if (allowed < wanted) {
-    const std::size_t kept = OwnFiles + web.beyond();
-    web.maxConnections = allowed > kept + Fewest ? allowed - kept : Fewest;
-    std::cerr << "lumenfold: the system lets this program open " << allowed << " files, so it takes "
-              << web.maxConnections << " connections at a time; raise the hard limit (ulimit -Hn) to "
-              << wanted << " for all of them.\n";
-  }
-  web.maxPerAddress = options.perAddress.value_or(web.maxConnections / 2);
 }
 
 /// Runs the loop until the show is over and the screens have been told.
@@ -79,24 +59,19 @@ class ShowRun {
                 options.seconds}) {}
 
   void run() {
-    const Token token = obtainToken(options_.tokenFile);
+    const Token token = obtainToken(options_.server.tokenFile);
     // Listen first: a port in use is told before anything has begun.
-    web::Options web;
-    web.address = options_.bind;
-    web.port = options_.port;
-    web.token = token.value;
-    web.allowedNames = options_.names;
-    limitConnections(web, options_);
-    web.onError = [](const basic::Error& error) {
-      std::cerr << "lumenfold: a request failed: " << error.description << '\n';
-    };
-    web::Server server(environment_.loop().context(), stage_, web);
-    finish_ = environment_.loop().CreateTimer([&] { finishWhenTold(server); });
+    constexpr std::size_t Connections = 2000;
+    web::Server server(environment_.loop().context(), stage_, serverOf(options_.server, token, Connections));
+    // The last picture is on its way: close the doors, then leave.
+    ServerEnd end(
+        environment_.loop(), [&server] { server.stop(); },
+        [&server] { return server.screens() + server.programs(); });
     // Screens may come while the show is being opened.
     stage_.connect(&server);
     environment_.progressMeter().watch(
         [this](const platform::Progress* progress) { tellProgress(progress); });
-    beginShow();
+    beginShow(end);
     environment_.progressMeter().watch({});
     // Before the address is told: whoever knows it may end the show.
     environment_.loop().onSignal([&](int) { stage_.shutDown(); });
@@ -108,7 +83,7 @@ class ShowRun {
   }
 
  private:
-  void beginShow() {
+  void beginShow(ServerEnd& end) {
     requireSlide(options_.slide);
     requireSlide(options_.whenEmpty);
     // Before slides hide that have no data yet.
@@ -116,11 +91,10 @@ class ShowRun {
     if (standstill) std::cerr << "lumenfold: " << *standstill << '\n';
     const std::string language = unknownLanguage();
     if (!language.empty()) std::cerr << "lumenfold: " << platform::forTerminal(language) << '\n';
-    stage_.begin(options_.slide, [this] {
+    stage_.begin(options_.slide, [this, &end] {
       watch_.reset();
-      constexpr std::int32_t TimeToTell = 200;
-      finish_->Interval(TimeToTell);
-      finish_->Enabled(true);
+      constexpr std::int32_t TimeToSend = 200;
+      end.beginIn(TimeToSend);
     });
   }
 
@@ -163,8 +137,8 @@ class ShowRun {
     std::cout << "Showing " << stage_.deck()->FullName() << " (" << stage_.deck()->slideCount()
               << " slides)\n"
               << "Screen:   " << server.url() << '\n';
-    if (const auto name = networkName()) {
-      std::cout << "Network:  http://" << *name << ':' << server.port() << "/\n";
+    if (const auto network = networkUrl(options_.server, environment_, server.port())) {
+      std::cout << "Network:  " << *network << '\n';
     }
     std::cout << "Status:   " << server.url() << "status\n";
     if (token.isNew) {
@@ -172,26 +146,7 @@ class ShowRun {
                 << "Remote:   " << server.url() << "remote#token=" << token.value << '\n';
     }
     std::cout << std::flush;
-    if (options_.open && !environment_.shell().ShellExecute("open", server.url(), 1)) {
-      std::cerr << "lumenfold: no browser could be started; open " << server.url() << " yourself.\n";
-    }
-  }
-
-  /// What other machines call this one, when the server listens to them all.
-  [[nodiscard]] std::optional<std::string> networkName() const {
-    if (options_.bind != "0.0.0.0" && options_.bind != "::") return std::nullopt;
-    return environment_.shell().ComputerName();
-  }
-
-  /// The last picture is on its way: close the doors, then leave.
-  void finishWhenTold(web::Server& server) {
-    if (!stopping_) {
-      stopping_ = true;
-      server.stop();
-      return;
-    }
-    constexpr int LongestWait = 10;
-    if (server.screens() + server.programs() == 0 || ++waited_ >= LongestWait) environment_.loop().stop();
+    openWhenWanted(options_.server, environment_, server.url());
   }
 
   const ShowOptions& options_;
@@ -199,9 +154,6 @@ class ShowRun {
   AddInHost host_;
   Stage stage_;
   std::optional<DeckWatch> watch_;
-  std::unique_ptr<host::Timer> finish_;
-  bool stopping_ = false;
-  int waited_ = 0;
 };
 
 void show(const ShowOptions& options, Environment& environment) {
@@ -220,12 +172,10 @@ void addShowCommand(CLI::App& program, Environment& environment) {
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = program.add_subcommand("show", "Show a deck with live data on screens");
   verb->add_option("DECK", options->deck, "The deck")->required();
-  verb->add_option("--port", options->port, "Port of the screens' address")->capture_default_str();
-  verb->add_option("--bind", options->bind, "Address to listen on; 0.0.0.0 for every network")
-      ->capture_default_str();
-  verb->add_option("--name", options->names, "A further host name under which screens may ask");
-  verb->add_option("--token-file", options->tokenFile,
-                   "File with the token that steering the show takes (else LUMENFOLD_TOKEN, else a new one)");
+  constexpr std::uint16_t Port = 2000;
+  options->server.port = Port;
+  addServerOptions(*verb, options->server);
+  addPerAddressOption(*verb, options->server);
   verb->add_option("--slide", options->slide, "Slide to begin with");
   verb->add_option("--seconds", options->seconds,
                    "How long slides without a timing of their own stay; the deck is not changed")
@@ -234,13 +184,9 @@ void addShowCommand(CLI::App& program, Environment& environment) {
                    "Slide to show while every slide is hidden (else the deck's background)");
   verb->add_option("--stale", options->stale,
                    "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
-  verb->add_option("--per-address", options->perAddress,
-                   "Connections that one address may hold (else half of all); this machine may hold all")
-      ->check(CLI::PositiveNumber);
   verb->add_flag("--kiosk", options->kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
   verb->add_flag("--loop", options->loop, "Begin anew after the last slide");
   verb->add_flag("--no-reload", options->noReload, "Go on with the deck as it is now when its file changes");
-  verb->add_flag("--open", options->open, "Start a browser on the screen");
   verb->callback([options, &environment] { show(*options, environment); });
 }
 

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "web/http/Options.h"
+
+namespace CLI {
+class App;
+}
+
+namespace app {
+
+class Environment;
+struct Token;
+
+/// What the verbs that serve browsers have in common on the command line.
+struct ServerOptions {
+  std::uint16_t port = 0;
+  std::string bind = "127.0.0.1";
+  std::vector<std::string> names;
+  std::string tokenFile;
+  std::optional<std::size_t> perAddress;
+  bool open = false;
+};
+
+/// Adds --port (with the default that `options` has), --bind, --name, --token-file and --open to a verb;
+/// `options` outlives it.
+void addServerOptions(CLI::App& verb, ServerOptions& options);
+/// Adds --per-address: for verbs with many screens.
+void addPerAddressOption(CLI::App& verb, ServerOptions& options);
+
+/// How the server is to listen. It takes `connections` at one time, or as many as the system leaves room for
+/// beside the program's own files, which is told; failures of requests are told as well.
+web::Options serverOf(const ServerOptions& options, const Token& token, std::size_t connections);
+
+/// What other machines call this one, with the port, when the server listens to them all.
+std::optional<std::string> networkUrl(const ServerOptions& options, Environment& environment,
+                                      std::uint16_t port);
+
+/// Starts a browser on the address when the options say so; tells when there is none.
+void openWhenWanted(const ServerOptions& options, Environment& environment, const std::string& address);
+
+}  // namespace app
