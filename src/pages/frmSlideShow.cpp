@@ -194,9 +194,10 @@ void frmSlideShow::Reload() {
   uses_ = modConnections::AllUses(*Presentation());
   ShowItems();
   ShowEnabled();
-  const std::int32_t type = Presentation()->DisplayType();
+  // A deck in which nothing is linked has none yet; what is linked there first will show its value.
+  const std::int32_t type = std::max(Presentation()->DisplayType(), 1);
   const auto& labels = modCommandState::DisplayTypeLabels;
-  const bool isKnown = type >= 1 && static_cast<std::size_t>(type) <= labels.size();
+  const bool isKnown = static_cast<std::size_t>(type) <= labels.size();
   cmbDisplayType_.Text(isKnown ? labels[static_cast<std::size_t>(type) - 1] : std::string_view());
 }
 

@@ -125,6 +125,10 @@ TEST_F(SlideShowTest, LinksMoveToAnotherSourceAfterAComparison) {
 TEST_F(SlideShowTest, TheDisplayTypeIsChosen) {
   Load({"0|Today|today.txt|-1|"});
   Show();
+  // None is chosen in a deck in which nothing was linked yet.
+  presentation->DisplayType(0);
+  view.Click("cmdClose");
+  Show();
   EXPECT_EQ(view.Text("cmbDisplayType"), "Value");
   view.Choose("cmbDisplayType", "Column - Index");
   EXPECT_EQ(presentation->DisplayType(), 5);

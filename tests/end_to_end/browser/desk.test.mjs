@@ -76,6 +76,48 @@ test("a cell under the pointer lights its shape, and the reverse", async (t) => 
   assert.equal(await page.locator("td[data-lit]").locator("..").getAttribute("data-row"), "3");
 });
 
+test("labels stand clear of their fields, in a narrow panel and in large type as well", async (t) => {
+  const { page, shape } = await openDesk(t, "departures", { viewport: { width: 2560, height: 1440 } });
+  await page.evaluate(() => localStorage.setItem("panels", JSON.stringify({ right: 240 })));
+  await page.reload();
+  await shape("r1 Gate").click();
+  await shape("r2 Gate").click({ modifiers: ["Shift"] });
+  const properties = page.getByRole("region", { name: "Properties" });
+  await properties.getByRole("textbox", { name: "Count up by" }).waitFor();
+  const gaps = await properties.locator(".row > .label").evaluateAll((labels) =>
+    labels.map((label) => {
+      const text = document.createRange();
+      text.selectNodeContents(label);
+      return label.nextElementSibling.getBoundingClientRect().left - text.getBoundingClientRect().right;
+    }),
+  );
+  assert.ok(gaps.length >= 5 && gaps.every((gap) => gap > 0), `${gaps}`);
+});
+
+test("pages make elements of trusted texts alone", async (t) => {
+  const { page } = await openDesk(t, "plant");
+  assert.match(
+    await page.evaluate(() => {
+      try {
+        document.body.innerHTML = "<p>x</p>";
+      } catch (error) {
+        return `${error}`;
+      }
+    }),
+    /TrustedHTML/,
+  );
+  page.faults.length = 0;
+  // A chart with its title comes, as a picture as well, and goes.
+  await page.getByRole("option", { name: /^Slide 3/ }).click();
+  await page.waitForFunction(() => document.querySelector(".drawn deck-chart")?.shadowRoot?.querySelector("svg"));
+  await page.waitForFunction(() =>
+    [...document.querySelectorAll("#slides .picture")].some(({ shadowRoot }) => shadowRoot?.querySelector("deck-chart")),
+  );
+  await page.getByRole("option", { name: /^Slide 1/ }).click();
+  await page.waitForFunction(() => !document.querySelector(".drawn deck-chart"));
+  assert.deepEqual(page.faults, []);
+});
+
 test("the page is two files beside itself, of 60 kB at most", async (t) => {
   const { page } = await openDesk(t, "departures");
   const sizes = await page.evaluate(async () => {
