@@ -41,6 +41,7 @@ TEST_F(ServerTest, ServesThePageWithThePresentSlideInIt) {
   EXPECT_EQ("no-store", page.headers.at("Cache-Control"));
   EXPECT_THAT(page.headers.at("Content-Security-Policy"),
               HasSubstr("default-src 'none'; script-src 'self';"));
+  EXPECT_THAT(page.headers.at("Content-Security-Policy"), HasSubstr("; require-trusted-types-for 'script'"));
   EXPECT_THAT(page.headers.at("Content-Security-Policy"), Not(HasSubstr("eval")));
 
   client.send("HEAD / HTTP/1.1\r\nHost: localhost\r\n\r\n");

@@ -4,6 +4,7 @@
 import { categoryLabels, labelRoom } from "./labels.js";
 import { fillLegend } from "./legend.js";
 import { cssBorder, cssPaint, textWidth } from "./paint.js";
+import { trusted } from "./trust.js";
 
 // The element of a part, made when it is first needed; none without content.
 function partElement(root, name, content) {
@@ -48,7 +49,7 @@ function textElement(root, name, title, size) {
   const element = partElement(root, name, title);
   if (!element) return null;
   element.classList.add("title");
-  element.innerHTML = title.html;
+  element.innerHTML = trusted(title.html);
   const isUpright = Math.abs(Math.sin(((title.rotation ?? 0) * Math.PI) / 180)) > 0.5;
   element.style.maxWidth = `${(isUpright ? size.height : size.width) * 0.8}px`;
   element.style.width = "max-content";

@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view pagePolicy =
     "default-src 'none'; script-src 'self'; style-src 'self' 'unsafe-inline'; img-src 'self' data:; "
     "connect-src 'self'; font-src 'self'; media-src 'self'; base-uri 'none'; form-action 'none'; "
-    "frame-ancestors 'none'";
+    "frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types slides charts default";
 // An asset comes out of a deck: opened by itself (an SVG picture), it may do nothing.
 constexpr std::string_view assetPolicy =
     "default-src 'none'; style-src 'unsafe-inline'; img-src data:; sandbox";

@@ -29,7 +29,7 @@ export function useBrowser() {
 }
 
 // Opens a screen in a profile of its own. What must never happen on a screen is
-// gathered in page.faults: scripts that fail, dialogs, pages that load anew.
+// gathered in page.faults: scripts that fail, dialogs, what the page's policy forbids.
 // With `isClockHeld` the page's clock and timers stand until page.clock.runFor() moves them.
 export async function openScreen(t, url, { isClockHeld = false, ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1280, height: 720 }, ...options });
@@ -42,6 +42,9 @@ export async function openScreen(t, url, { isClockHeld = false, ...options } = {
     await page.clock.pauseAt("2026-01-05T09:00:01Z");
   }
   page.on("pageerror", (error) => page.faults.push(`error: ${error}`));
+  page.on("console", (message) => {
+    if (/Content Security Policy|Trusted/.test(message.text())) page.faults.push(`policy: ${message.text()}`);
+  });
   page.on("dialog", (dialog) => {
     page.faults.push(`dialog: ${dialog.message()}`);
     dialog.dismiss();

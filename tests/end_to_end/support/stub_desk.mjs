@@ -128,7 +128,9 @@ export class StubDesk {
     if (pathname === "/") {
       response.writeHead(200, {
         "Content-Type": "text/html",
-        "Content-Security-Policy": "default-src 'self'; img-src 'self' data:; style-src 'self' 'unsafe-inline'",
+        "Content-Security-Policy":
+          "default-src 'self'; img-src 'self' data:; style-src 'self' 'unsafe-inline'; " +
+          "require-trusted-types-for 'script'; trusted-types slides charts default",
       });
       return response.end(readFileSync(`${client}desk/desk.html`, "utf8").replaceAll("{{version}}", "test"));
     }

@@ -1,7 +1,7 @@
 // Markup of slides on its way into the page, which it enters here and nowhere else. An element is
 // touched only when it has changed.
 
-// Where pages may not make elements of mere texts, these are the ones that they trust.
+// Pages make elements of trusted texts alone (Trusted Types). Of slides', these are the ones.
 const policy = globalThis.trustedTypes?.createPolicy("slides", { createHTML: (html) => html });
 const trusted = (html) => policy?.createHTML(html) ?? html;
 

@@ -2,6 +2,7 @@
 // its own, as ids occur on the stage as well.
 
 import { loadChartsFor } from "../core/chart_loader.js";
+import { fillTree } from "../core/patch.js";
 
 const oldest = 3000;
 
@@ -26,7 +27,7 @@ export function thumbnails(container, choose) {
     button.tree ??= button.firstElementChild.attachShadow({ mode: "open" });
     if (button.shown === styles + html) return;
     button.shown = styles + html;
-    button.tree.innerHTML = button.shown;
+    fillTree(button.tree, button.shown);
   }
 
   const inSight = new IntersectionObserver(
