@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "addin/support/modGlobalFunctions.h"
+#include "basic/Counted.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "model/clsShape.h"
@@ -14,10 +15,6 @@
 namespace LF2000::modConnections {
 
 namespace {
-
-std::string Counted(std::size_t count, const char* what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 void StartNewUndoEntry(const std::string& label) {
   if (const auto& application = modGlobalFunctions::HostApplication) application->StartNewUndoEntry(label);
@@ -42,7 +39,9 @@ void ForEachLink(const clsPresentation& presentation, Visit visit) {
 
 }  // namespace
 
-std::string Uses::Text() const { return Counted(Shapes, "shape") + " on " + Counted(Slides, "slide"); }
+std::string Uses::Text() const {
+  return basic::Counted(Shapes, "shape") + " on " + basic::Counted(Slides, "slide");
+}
 
 std::map<std::string, Uses> AllUses(const clsPresentation& presentation) {
   std::map<std::string, Uses> all;
@@ -145,7 +144,8 @@ void Remove(clsPresentation& presentation, std::string_view number) {
 
 void MoveLinks(clsPresentation& presentation, std::string_view from, std::string_view to) {
   if (!presentation.FindConnection(to)) FailUnknown(to);
-  StartNewUndoEntry("Use " + std::string(to) + " for " + Counted(UsesOf(presentation, from).Shapes, "link"));
+  StartNewUndoEntry("Use " + std::string(to) + " for " +
+                    basic::Counted(UsesOf(presentation, from).Shapes, "link"));
   ForEachLink(presentation, [&](PowerPoint::Slide&, clsShape& link) {
     if (link.ConnectionTagNumber() != from) return;
     link.KeepCurrent();

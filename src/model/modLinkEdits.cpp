@@ -5,6 +5,7 @@
 
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
+#include "basic/Counted.h"
 #include "model/clsPresentation.h"
 #include "model/modCommandState.h"
 #include "model/modGraph.h"
@@ -117,7 +118,7 @@ std::size_t CountOffers(const clsPresentation& presentation, PowerPoint::Slide& 
 }
 
 std::string NameOf(const Shapes& shapes) {
-  return shapes.size() == 1 ? shapes.front()->Name() : std::to_string(shapes.size()) + " shapes";
+  return shapes.size() == 1 ? shapes.front()->Name() : basic::Counted(shapes.size(), "shape");
 }
 
 std::string RunOf(std::string_view what, const Shapes& shapes) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <optional>
 
+#include "basic/Counted.h"
 #include "basic/Strings.h"
 
 namespace LF2000::modShapeGrid {
@@ -17,11 +18,6 @@ using modPlaces::Span;
 using Direction = Span Placed::*;
 
 std::string Named(const Placed& shape) { return "'" + shape.Shape->Name() + "'"; }
-
-/// A count with its noun: "1 shape", "7 shapes".
-std::string Counted(std::size_t count, const std::string& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 /// The shapes that may be cells: of the start's kind, able to hold text, about as high. Panels behind
 /// the cells are higher.
@@ -95,7 +91,7 @@ class Search {
   void RequireCount(const std::vector<Placed>& heads, std::int32_t wanted, const Placed& start,
                     const char* where) {
     if (heads.size() == static_cast<std::size_t>(wanted)) return;
-    Hinder("From " + Named(start) + " " + where + " stand " + Counted(heads.size(), "shape") +
+    Hinder("From " + Named(start) + " " + where + " stand " + basic::Counted(heads.size(), "shape") +
            " of its kind in line, not " + std::to_string(wanted) + ".");
   }
 

@@ -7,6 +7,7 @@
 
 #include "addin/support/modErrors.h"
 #include "addin/support/modJobs.h"
+#include "basic/Counted.h"
 
 namespace LF2000 {
 
@@ -24,17 +25,11 @@ bool IsDatabase(const clsConnection& connection) {
   return connection.ConnectionType() == static_cast<std::int32_t>(ConnectionKind::Database);
 }
 
-std::string Counted(std::int64_t count, const char* what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 }  // namespace
 
-std::string RowsText(const TrialResult& result) { return Counted(result.RowCount, "row"); }
+std::string RowsText(const TrialResult& result) { return basic::Counted(result.RowCount, "row"); }
 
-std::string ColumnsText(const TrialResult& result) {
-  return Counted(static_cast<std::int64_t>(result.Columns.size()), "column");
-}
+std::string ColumnsText(const TrialResult& result) { return basic::Counted(result.Columns.size(), "column"); }
 
 void ConnectionTrial::Abandon() {
   const auto self = shared_from_this();

@@ -5,6 +5,7 @@
 
 #include "addin/support/modErrors.h"
 #include "basic/Conversion.h"
+#include "basic/Counted.h"
 #include "basic/Strings.h"
 #include "model/modRelink.h"
 #include "pages/frmValuePage.h"
@@ -14,10 +15,6 @@ namespace LF2000 {
 namespace {
 
 constexpr std::int16_t DisplayValue = 1;
-
-std::string Counted(std::int64_t count, const std::string& thing) {
-  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
 
 /// Where the look of numbers and dates comes from.
 std::string_view FormatHint(const clsConnection& connection) {
@@ -141,7 +138,7 @@ void frmValuePage::ShowFill() {
   lblFill_.Visible(fill.IsPossible);
   cmdFill_.Visible(fill.IsPossible);
   if (!fill.IsPossible) return;
-  lblFill_.Text(std::to_string(below) + " more shape" + (below == 1 ? "" : "s") + " in this column");
+  lblFill_.Text(basic::Counted(below, "more shape") + " in this column");
   cmdFill_.Caption(below == 1 ? "&Fill row " + std::to_string(fill.First)
                               : "&Fill rows " + std::to_string(fill.First) + "–" + std::to_string(fill.Last));
 }
@@ -183,8 +180,8 @@ void frmValuePage::ShowNow() {
   std::string why;
   const auto connection = number == Various ? nullptr : Readable(number, why);
   lblNow_.Hint(connection ? FormatHint(*connection) : "");
-  txtRow_.Unit(connection ? "of " + Counted(static_cast<std::int64_t>(connection->RecordCount()), "row")
-                          : "");
+  txtRow_.Unit(
+      connection ? "of " + basic::Counted(static_cast<std::int64_t>(connection->RecordCount()), "row") : "");
   const bool isBehind = connection && drafts_.back().Row > connection->RecordCount();
   txtRow_.Hint(isBehind ? "The data end before row " + basic::CStr(drafts_.back().Row) + "." : "");
   ShowFreshness(lblFresh_, number == Various ? std::string() : number);

@@ -15,6 +15,7 @@
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
+#include "basic/Counted.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "connections/DatabaseCatalog.h"
@@ -148,8 +149,9 @@ void test(const DataOptions& options) {
   printRows(reading);
   for (const std::string& remark : reading.remarks)
     std::cout << platform::forTerminal(joinedLines(remark)) << '\n';
-  std::cout << counted(reading.rowCount, "row") << ", " << counted(reading.columns.size(), "column")
-            << ", read in " << std::llround(reading.milliseconds) << " ms\n";
+  std::cout << basic::Counted(reading.rowCount, "row") << ", "
+            << basic::Counted(reading.columns.size(), "column") << ", read in "
+            << std::llround(reading.milliseconds) << " ms\n";
 }
 
 void preview(const DataOptions& options) {

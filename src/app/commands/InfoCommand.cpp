@@ -10,6 +10,7 @@
 #include "app/wiring/ScrollInfo.h"
 #include "app/wiring/StoredConnections.h"
 #include "basic/Conversion.h"
+#include "basic/Counted.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "connections/SourceKind.h"
@@ -164,7 +165,7 @@ void print(const Json& info) {
       std::cout << "not ready: " << platform::forTerminal(connection["state"].get<std::string>()) << '\n';
       continue;
     }
-    std::cout << "ready, " << counted(connection["rowCount"].get<std::int64_t>(), "row") << ": ";
+    std::cout << "ready, " << basic::Counted(connection["rowCount"].get<std::int64_t>(), "row") << ": ";
     std::string columns;
     for (const Json& column : connection["columns"]) columns += (columns.empty() ? "" : ", ") + text(column);
     std::cout << columns << '\n';

@@ -11,6 +11,7 @@
 #include "app/wiring/LinkedShapes.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
+#include "basic/Counted.h"
 #include "basic/Strings.h"
 #include "model/modManyLinks.h"
 
@@ -134,7 +135,7 @@ void linkMany(LinkManyOptions options) {
       options.grid.empty() ? planSlides(options, editing, sources) : planGrid(options, editing, sources);
   requireUnhindered(options, plan);
   const std::size_t count = plan.Links.size();
-  const std::string shapes = counted(count, "shape");
+  const std::string shapes = basic::Counted(count, "shape");
   if (options.isDryRun) {
     print(plan);
     std::cout << shapes << " would be linked; nothing is written.\n";

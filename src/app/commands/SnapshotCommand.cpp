@@ -14,7 +14,7 @@
 #include "app/inspect/SlideFiles.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
-#include "app/wiring/Output.h"
+#include "basic/Counted.h"
 #include "platform/Console.h"
 #include "process/TemporaryFolder.h"
 
@@ -68,7 +68,7 @@ void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options
     writeFile(folder / (slideFileName(slide) + ".png"), browser->photograph());
   }
   const int count = slides.last - slides.first + 1;
-  std::cout << counted(count, "slide") << " written to " << options.folder << '\n';
+  std::cout << basic::Counted(count, "slide") << " written to " << options.folder << '\n';
 }
 
 /// As in a show: a hidden slide is there for who asks for it.
@@ -90,7 +90,7 @@ void writePdf(FilledDeck& filled, Range slides, const SnapshotOptions& options, 
   writeFile(file, sheets.html);
   browser.open(file, slideView(filled.size(), options.width));
   writeFile(options.pdf, browser.print());
-  std::cout << counted(printed.size(), "slide") << " written to " << options.pdf << '\n';
+  std::cout << basic::Counted(printed.size(), "slide") << " written to " << options.pdf << '\n';
 }
 
 void snapshot(const SnapshotOptions& options, Environment& environment) {

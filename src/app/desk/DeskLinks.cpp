@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/wiring/Failure.h"
-#include "app/wiring/Output.h"
+#include "basic/Counted.h"
 #include "basic/Quotes.h"
 #include "model/modFillRows.h"
 #include "model/modLinkEdits.h"
@@ -48,8 +48,7 @@ edits::Shapes shapesOf(PowerPoint::Slide& slide, const std::vector<std::uint32_t
 
 /// "Price linked to row 1, shows €4.80"
 std::string told(const many::Plan& plan) {
-  if (plan.Links.size() > 1)
-    return counted(static_cast<std::int64_t>(plan.Links.size()), "shape") + " linked";
+  if (plan.Links.size() > 1) return basic::Counted(plan.Links.size(), "shape") + " linked";
   const many::PlannedLink& link = plan.Links.front();
   std::string text =
       link.Shape->Name() + " linked to " + link.Value.Column + ", row " + std::to_string(link.Value.Row);

@@ -11,7 +11,7 @@
 #include "app/desk/Desk.h"
 #include "app/desk/DeskHistory.h"
 #include "app/wiring/Failure.h"
-#include "app/wiring/Output.h"
+#include "basic/Counted.h"
 #include "basic/Format.h"
 #include "platform/Settings.h"
 #include "web/http/Secret.h"
@@ -36,7 +36,7 @@ std::vector<Roots::Root> rootsFor(const std::string& deck, const std::vector<std
 
 std::string timeNow() { return basic::Format(host::Current().clock->Now(), "hh:nn"); }
 
-std::string changes(std::size_t count) { return counted(count, "change"); }
+std::string changes(std::size_t count) { return basic::Counted(count, "change"); }
 
 /// One line for each.
 std::string linesOf(const std::vector<EditConflict>& conflicts) {

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <vector>
 
-#include "app/wiring/Output.h"
+#include "basic/Counted.h"
 #include "basic/Error.h"
 #include "connections/SourceKind.h"
 #include "connections/TextFileGlance.h"
@@ -43,8 +43,8 @@ std::string noteOn(const fs::path& file, const std::string& deck) try {
       LF2000::GlanceAt(host::Current().files->OpenForInput(file.string())->ReadAll()).HasNames);
   connection.OpenConnection();
   connection.OpenRecordset();
-  return counted(static_cast<std::int64_t>(connection.ColumnCount()), "column") + ", " +
-         counted(static_cast<std::int64_t>(connection.RecordCount()), "row");
+  return basic::Counted(static_cast<std::int64_t>(connection.ColumnCount()), "column") + ", " +
+         basic::Counted(static_cast<std::int64_t>(connection.RecordCount()), "row");
 } catch (const basic::Error&) {
   return "cannot be read";
 }

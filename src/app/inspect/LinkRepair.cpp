@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/wiring/Output.h"
+#include "basic/Counted.h"
 #include "basic/Quotes.h"
 #include "basic/Strings.h"
 #include "model/modRelink.h"
@@ -29,13 +29,13 @@ std::vector<std::string> choicesFor(const Finding& finding, const std::vector<Ch
 }  // namespace
 
 std::string LinkRepair::text() const {
-  const std::string used = counted(count, "shape") + (count == 1 ? " uses it." : " use it.");
+  const std::string used = basic::Counted(count, "shape") + (count == 1 ? " uses it." : " use it.");
   if (column.empty()) return "The deck has no connection " + connection + ". " + used;
   return "Column " + basic::InQuotes(column) + " is gone from " + connection + ". " + used;
 }
 
 std::string LinkRepair::label(const std::string& choice) const {
-  return "Use " + choice + " for " + counted(count, "shape");
+  return "Use " + choice + " for " + basic::Counted(count, "shape");
 }
 
 std::vector<LinkRepair> repairsFor(const Findings& findings, const std::vector<CheckedSource>& sources) {

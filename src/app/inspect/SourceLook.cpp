@@ -2,6 +2,7 @@
 
 #include "app/inspect/SheetUse.h"
 #include "app/wiring/Output.h"
+#include "basic/Counted.h"
 #include "basic/Error.h"
 
 namespace app {
@@ -28,7 +29,8 @@ SourceLook lookInto(LF2000::clsConnection& connection) {
 }
 
 std::string sizeOf(const SourceLook& look) {
-  std::string text = counted(look.rowCount, "row") + ", " + counted(look.offered.size(), "column");
+  std::string text =
+      basic::Counted(look.rowCount, "row") + ", " + basic::Counted(look.offered.size(), "column");
   constexpr std::size_t MostNames = 20;
   for (std::size_t i = 0; i < look.offered.size(); ++i) {
     if (i == MostNames) return text + ", \u2026";

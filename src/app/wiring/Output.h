@@ -15,12 +15,6 @@ void printTable(std::ostream& out, const std::vector<std::string>& header,
 /// For programs: indented, one line more; bytes that are no UTF-8 become U+FFFD.
 void printJson(std::ostream& out, const json::Json& json);
 
-/// "1 row", "2 rows": what takes an s in the plural.
-template <typename Count>
-std::string counted(Count count, const std::string& thing) {
-  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 /// A value on one line of a terminal: control characters become visible, and a
 /// long text is cut with an ellipsis.
 std::string oneLine(const std::string& text);
