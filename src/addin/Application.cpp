@@ -17,15 +17,6 @@ namespace LF2000 {
 
 using modDebug::DebugKind;
 
-namespace {
-
-void CatchError() {
-  modErrors::SetLastError();
-  modErrors::ReportError();
-}
-
-}  // namespace
-
 Application::~Application() {
   modCommandState::ToldTo({});
   if (gppApp) gppApp->Advise(nullptr);
@@ -55,7 +46,7 @@ void Application::BuildCommands() {
 }
 
 void Application::UpdateCommandState() try { commands_.Update(); } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::UnInitHandler() {
@@ -96,7 +87,7 @@ void Application::NewPresentation(const std::shared_ptr<PowerPoint::Presentation
   Presentations.push_back(std::move(entry));
   UpdateCommandState();
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::PresentationOpen(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
@@ -115,7 +106,7 @@ void Application::PresentationOpen(const std::shared_ptr<PowerPoint::Presentatio
   UpdateCommandState();
   presentation->Saved(true);
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::PresentationClose(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
@@ -126,7 +117,7 @@ void Application::PresentationClose(const std::shared_ptr<PowerPoint::Presentati
   }
   UpdateCommandState();
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::PresentationSave(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
@@ -141,7 +132,7 @@ void Application::PresentationSave(const std::shared_ptr<PowerPoint::Presentatio
   entry->FillValues(false);
   presentation->Saved(true);
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) try {
@@ -165,14 +156,14 @@ void Application::SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWind
   runtime->ActivePresentation(presentation);
   runtime->StartTimers(window);
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) try {
   Log(DebugKind::Event, "gppApp_SlideShowNextSlide");
   if (const auto runtime = runtime_) runtime->SlideShowNextSlide(window);
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
@@ -195,7 +186,7 @@ void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& 
   }
 } catch (...) {
   runtime_.reset();
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::WindowSelectionChange(const std::shared_ptr<PowerPoint::Selection>&) try {
@@ -203,7 +194,7 @@ void Application::WindowSelectionChange(const std::shared_ptr<PowerPoint::Select
   UpdateCommandState();
   if (const auto window = gppApp->ActiveWindow()) DockPage(window->Presentation());
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::WindowActivate(const std::shared_ptr<PowerPoint::Presentation>& presentation,
@@ -212,7 +203,7 @@ void Application::WindowActivate(const std::shared_ptr<PowerPoint::Presentation>
   UpdateCommandState();
   DockPage(presentation);
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void Application::DockPage(const std::shared_ptr<PowerPoint::Presentation>& presentation) const {

@@ -18,11 +18,6 @@ namespace {
 constexpr std::string_view MenuCaption = "&Lumenfold";
 constexpr std::string_view BarName = "Lumenfold";
 
-void ReportFailure() {
-  modErrors::SetLastError();
-  modErrors::ReportError();
-}
-
 void LogClick(const std::string& line) {
   modDebug::WriteDebugLog(modDebug::DebugKind::Event, "Application", line);
 }
@@ -148,7 +143,7 @@ void CommandBars::Click(const Command& command) try {
   }
   Update();
 } catch (...) {
-  ReportFailure();
+  modErrors::CatchError();
 }
 
 void CommandBars::DisplayTypeList_Change() try {
@@ -156,7 +151,7 @@ void CommandBars::DisplayTypeList_Change() try {
   const CommandSelection selection = look_();
   if (selection.Presentation()) ShowDisplayType(selection, displayTypes_->ListIndex());
 } catch (...) {
-  ReportFailure();
+  modErrors::CatchError();
 }
 
 }  // namespace LF2000

@@ -19,20 +19,6 @@ namespace LF2000 {
 
 using modDebug::DebugKind;
 
-namespace {
-
-void CatchError(std::int32_t code) {
-  modErrors::SetLastError();
-  modErrors::ReportError(code);
-}
-
-void CatchError() {
-  modErrors::SetLastError();
-  modErrors::ReportError();
-}
-
-}  // namespace
-
 void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
   Log(DebugKind::Event, "Opening presentation");
   Attach(presentation);
@@ -49,7 +35,7 @@ void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Prese
   CloseMeter();
 } catch (...) {
   CloseMeter();
-  CatchError(modErrors::OpeningPresentation);
+  modErrors::CatchError(modErrors::OpeningPresentation);
 }
 
 void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation,
@@ -58,7 +44,7 @@ void clsPresentation::ActivePresentation(const std::shared_ptr<PowerPoint::Prese
   Attach(presentation);
   if (modTags::HasVersionTag(*presentation_)) LoadInBackground(&former);
 } catch (...) {
-  CatchError(modErrors::OpeningPresentation);
+  modErrors::CatchError(modErrors::OpeningPresentation);
 }
 
 void clsPresentation::Describe(const std::shared_ptr<PowerPoint::Presentation>& presentation) try {
@@ -67,7 +53,7 @@ void clsPresentation::Describe(const std::shared_ptr<PowerPoint::Presentation>& 
   LoadConnections(/*opens=*/false);
   LoadSettings();
 } catch (...) {
-  CatchError(modErrors::OpeningPresentation);
+  modErrors::CatchError(modErrors::OpeningPresentation);
 }
 
 void clsPresentation::Attach(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
@@ -97,7 +83,7 @@ bool clsPresentation::LoadConnections(bool opens) {
       // up, so that writing the connections back loses none.
       if (opens && loaded) OpenConnection(*connection);
     } catch (...) {
-      if (opens && loaded) CatchError(modErrors::OpeningPresentation);
+      if (opens && loaded) modErrors::CatchError(modErrors::OpeningPresentation);
       loaded = false;
     }
   });
@@ -186,7 +172,7 @@ std::string clsPresentation::NewConnectionTagNumber() const try {
   for (const auto& connection : connections_) largest = std::max(largest, NumberOf(*connection));
   return modGlobalFunctions::Format000(largest + 1);
 } catch (...) {
-  CatchError(modErrors::SavingConnectionTags);
+  modErrors::CatchError(modErrors::SavingConnectionTags);
   return {};
 }
 
@@ -214,7 +200,7 @@ void clsPresentation::RemoveLumenfold() try {
     });
   });
 } catch (...) {
-  CatchError(modErrors::SavingConnectionTags);
+  modErrors::CatchError(modErrors::SavingConnectionTags);
 }
 
 std::string clsPresentation::LumenfoldVersion() const try {
@@ -224,7 +210,7 @@ std::string clsPresentation::LumenfoldVersion() const try {
   }
   return {};
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
   return {};
 }
 
@@ -244,7 +230,7 @@ void clsPresentation::SetVersionTag() try {
   modTags::RemoveTags(*tags, modTags::Version);
   tags->Add(modTags::Version, "1");
 } catch (...) {
-  CatchError(modErrors::SavingConnectionTags);
+  modErrors::CatchError(modErrors::SavingConnectionTags);
 }
 
 void clsPresentation::SetDisplayType() try {
@@ -253,7 +239,7 @@ void clsPresentation::SetDisplayType() try {
   displayTypeTag_ = basic::CStr(displayType_);
   tags->Add(modTags::DisplayType, displayTypeTag_);
 } catch (...) {
-  CatchError(modErrors::SavingConnectionTags);
+  modErrors::CatchError(modErrors::SavingConnectionTags);
 }
 
 void clsPresentation::SetConnectionTags() try {
@@ -274,7 +260,7 @@ void clsPresentation::SetConnectionTags() try {
   });
   modCommandState::TellChanged();
 } catch (...) {
-  CatchError(modErrors::SavingConnectionTags);
+  modErrors::CatchError(modErrors::SavingConnectionTags);
 }
 
 void clsPresentation::SetSlideTags(const clsSlide& slide, std::int32_t slideIndex) try {
@@ -291,7 +277,7 @@ void clsPresentation::SetSlideTags(const clsSlide& slide, std::int32_t slideInde
                   basic::CStr(slide.ScrollTime(key)));
   }
 } catch (...) {
-  CatchError(modErrors::SavingScrollStep);
+  modErrors::CatchError(modErrors::SavingScrollStep);
 }
 
 void clsPresentation::SetDistributionListTags(basic::Date start, basic::Date stop,
@@ -308,13 +294,13 @@ void clsPresentation::SetDistributionListTags(basic::Date start, basic::Date sto
   distributionStop_ = stop;
   distributionList_ = std::move(computers);
 } catch (...) {
-  CatchError(modErrors::SavingDistributionList);
+  modErrors::CatchError(modErrors::SavingDistributionList);
 }
 
 void clsPresentation::ShowPage(modPropertyPages::Page page) try {
   modPropertyPages::Open(page, shared_from_this());
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
 }
 
 void clsPresentation::ShowSlideShowProperties() { ShowPage(modPropertyPages::Page::SlideShow); }
@@ -334,7 +320,7 @@ bool clsPresentation::SlideHasConnections(PowerPoint::Slide& slide) const try {
   });
   return found;
 } catch (...) {
-  CatchError();
+  modErrors::CatchError();
   return false;
 }
 

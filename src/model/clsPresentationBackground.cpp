@@ -84,8 +84,7 @@ void clsPresentation::OpenInBackground(const std::shared_ptr<clsConnection>& con
       connection, {"Opening connection %s", modErrors::OpeningPresentation, true},
       [connection] { OpenOnce(*connection); }, std::move(opened));
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::OpeningPresentation);
+  modErrors::CatchError(modErrors::OpeningPresentation);
 }
 
 void clsPresentation::RequeryInBackground(bool forced) try {
@@ -99,8 +98,7 @@ void clsPresentation::RequeryInBackground(bool forced) try {
         {});
   }
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::RequeryingData);
+  modErrors::CatchError(modErrors::RequeryingData);
 }
 
 bool clsPresentation::IsDue(const clsConnection& connection) const {
@@ -244,8 +242,7 @@ void clsPresentation::TakeUpTags() try {
   OpenAllInBackground(std::move(others));
   modCommandState::TellChanged();
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::OpeningPresentation);
+  modErrors::CatchError(modErrors::OpeningPresentation);
 }
 
 }  // namespace LF2000

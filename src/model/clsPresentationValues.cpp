@@ -48,8 +48,7 @@ void clsPresentation::FillValues(bool requery) try {
     if (meterShown_) host::Current().progressMeter->Step();
   });
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::FillingValues);
+  modErrors::CatchError(modErrors::FillingValues);
 }
 
 namespace {
@@ -69,8 +68,7 @@ void clsPresentation::FillShape(PowerPoint::Slide& slide,
   link.ShapeItem(shape);
   if (link.LumenfoldEnabled()) FillLink(slide, link);
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::FillingValues);
+  modErrors::CatchError(modErrors::FillingValues);
 }
 
 void clsPresentation::FillConnection(std::string_view tagNumber) try {
@@ -84,8 +82,7 @@ void clsPresentation::FillConnection(std::string_view tagNumber) try {
   });
   presentation_->Saved(saved);
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::FillingValues);
+  modErrors::CatchError(modErrors::FillingValues);
 }
 
 void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) {
@@ -167,8 +164,7 @@ void clsPresentation::FillGraph(const clsShape& link) try {
   const auto connection = ReadyConnection(link.ConnectionTagNumber());
   if (connection) modGraph::FillGraph(*link.ShapeItem(), *connection);
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::FillingValues);
+  modErrors::CatchError(modErrors::FillingValues);
 }
 
 /// As a chart.
@@ -179,8 +175,7 @@ void clsPresentation::FillTable(const clsShape& link, std::int32_t displayType) 
   modTable::WriteCells(
       shape, modTable::ReadCells(shape, *connection, /*firstRow=*/1, static_cast<std::int16_t>(displayType)));
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::FillingValues);
+  modErrors::CatchError(modErrors::FillingValues);
 }
 
 void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType) try {
@@ -234,8 +229,7 @@ void clsPresentation::PrepareSave() try {
     });
   });
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError();
+  modErrors::CatchError();
 }
 
 }  // namespace LF2000

@@ -38,8 +38,7 @@ void clsShape::ShapeItem(const std::shared_ptr<PowerPoint::Shape>& shape) try {
     ReadTag(name, tags->Value(i));
   }
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::SettingShape);
+  modErrors::CatchError(modErrors::SettingShape);
 }
 
 void clsShape::ReadTag(std::string_view name, std::string value) {
@@ -111,8 +110,7 @@ void clsShape::SetShapeTags() try {
       break;
   }
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::SavingShapeTags);
+  modErrors::CatchError(modErrors::SavingShapeTags);
 }
 
 void clsShape::WriteField(PowerPoint::Tags& tags, std::string_view key, std::string& current,

@@ -39,8 +39,7 @@ void clsSlide::TagString(std::string_view text) try {
   hideWhenNoData_ = basic::CBool(Piece(pieces, 0));
   refreshLinkedObjects_ = pieces.size() == 2 ? false : basic::CBool(Piece(pieces, 1));
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError(modErrors::SettingConnectionTag);
+  modErrors::CatchError(modErrors::SettingConnectionTag);
 }
 
 std::vector<std::string> clsSlide::ReadTags(const PowerPoint::Tags& tags) {

@@ -47,9 +47,6 @@ std::optional<std::int64_t> frmPage::WholeNumber(std::string_view text) {
   return number;
 }
 
-void frmPage::CatchError() {
-  modErrors::SetLastError();
-  modErrors::ReportError();
-}
+void frmPage::CatchError() { modErrors::CatchError(); }
 
 }  // namespace LF2000

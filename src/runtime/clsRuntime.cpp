@@ -363,8 +363,7 @@ void clsRuntime::SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowW
   const std::shared_ptr<FrmRuntimeTimer> form = form_;
   form->CurrentSlide(position);
 } catch (...) {
-  modErrors::SetLastError();
-  modErrors::ReportError();
+  modErrors::CatchError();
 }
 
 void clsRuntime::UnSetLinkedObjects() {

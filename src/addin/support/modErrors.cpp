@@ -126,6 +126,16 @@ void ReportError() {
   }
 }
 
+void CatchError(std::int32_t code) {
+  SetLastError();
+  ReportError(code);
+}
+
+void CatchError() {
+  SetLastError();
+  ReportError();
+}
+
 std::string ForEverybody(std::string_view description) {
   return basic::MayHoldSecret(description) ? "The source's message could hold a password; see the errors log."
                                            : std::string(description);

@@ -90,6 +90,10 @@ void SetLastError();
 host::MsgBoxResult ReportError(std::int32_t code);
 /// Reports LastError with its own description and number.
 void ReportError();
+/// Called in a catch block whose procedure reports: SetLastError(), then ReportError() with or without a
+/// code.
+void CatchError(std::int32_t code);
+void CatchError();
 
 /// A description for those who see the screens, whoever they are: one that could hold a password is
 /// withheld.
