@@ -5,20 +5,16 @@
 #include <algorithm>
 #include <utility>
 
-#include "addin/support/modGlobalFunctions.h"
 #include "basic/Counted.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "model/clsShape.h"
+#include "model/modLinkEdits.h"
 #include "model/modSlides.h"
 
 namespace LF2000::modConnections {
 
 namespace {
-
-void StartNewUndoEntry(const std::string& label) {
-  if (const auto& application = modGlobalFunctions::HostApplication) application->StartNewUndoEntry(label);
-}
 
 /// Calls `visit(slide, link)` for every shape that is linked to a connection.
 template <typename Visit>
@@ -100,8 +96,7 @@ std::string Add(clsPresentation& presentation, const std::shared_ptr<clsConnecti
   described->ConnectionTagNumber(number);
   described->ActivePresentationName(presentation.ActivePresentation()->FullName());
   described->DesignMode(true);
-  StartNewUndoEntry("Connect " + described->ConnectionDescription());
-  presentation.RequireVersionTag();
+  modLinkEdits::Begin(presentation, "Connect " + described->ConnectionDescription());
   presentation.Connections().push_back(described);
   presentation.SetConnectionTags();
   presentation.OpenInBackground(described);
@@ -115,7 +110,7 @@ void Change(clsPresentation& presentation, std::string_view number,
   if (place == connections.end()) FailUnknown(number);
   const std::shared_ptr<clsConnection> before = *place;
   if (before->TagString() == described->TagString()) return;
-  StartNewUndoEntry("Change connection " + std::string(number));
+  modLinkEdits::Begin(presentation, "Change connection " + std::string(number));
   const std::string name = described->ConnectionDescription();
   described->ConnectionDescription(before->ConnectionDescription());
   const bool isRenamed = before->TagString() == described->TagString();
@@ -137,15 +132,15 @@ void Change(clsPresentation& presentation, std::string_view number,
 void Remove(clsPresentation& presentation, std::string_view number) {
   const auto connection = presentation.FindConnection(number);
   if (!connection) FailUnknown(number);
-  StartNewUndoEntry("Remove connection " + std::string(number));
+  modLinkEdits::Begin(presentation, "Remove connection " + std::string(number));
   std::erase(presentation.Connections(), connection);
   presentation.SetConnectionTags();
 }
 
 void MoveLinks(clsPresentation& presentation, std::string_view from, std::string_view to) {
   if (!presentation.FindConnection(to)) FailUnknown(to);
-  StartNewUndoEntry("Use " + std::string(to) + " for " +
-                    basic::Counted(UsesOf(presentation, from).Shapes, "link"));
+  modLinkEdits::Begin(presentation, "Use " + std::string(to) + " for " +
+                                        basic::Counted(UsesOf(presentation, from).Shapes, "link"));
   ForEachLink(presentation, [&](PowerPoint::Slide&, clsShape& link) {
     if (link.ConnectionTagNumber() != from) return;
     link.KeepCurrent();

@@ -26,13 +26,22 @@ void ShowAuthors(PowerPoint::Shape& shape, std::int32_t sourceType) {
   }
 }
 
-}  // namespace
-
-void Begin(clsPresentation& presentation, std::string_view label, std::string_view run) {
+void StartNewUndoEntry(std::string_view label, std::string_view run = {}) {
   if (const auto& application = modGlobalFunctions::HostApplication) {
     application->StartNewUndoEntry(label, run);
   }
+}
+
+}  // namespace
+
+void Begin(clsPresentation& presentation, std::string_view label, std::string_view run) {
+  StartNewUndoEntry(label, run);
   presentation.RequireVersionTag();
+}
+
+void Rename(PowerPoint::Shape& shape, std::string_view name) {
+  StartNewUndoEntry("Rename " + shape.Name());
+  shape.Name(name);
 }
 
 void Show(clsPresentation& presentation, PowerPoint::Slide& slide, const Shapes& shapes) {

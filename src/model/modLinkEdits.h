@@ -23,6 +23,9 @@ using Shapes = std::vector<std::shared_ptr<PowerPoint::Shape>>;
 /// presentation is a linked one from here on.
 void Begin(clsPresentation& presentation, std::string_view label, std::string_view run = {});
 
+/// Gives the shape another name: "Rename Price".
+void Rename(PowerPoint::Shape& shape, std::string_view name);
+
 /// Called after tags were changed: the shapes show what they are linked to now.
 void Show(clsPresentation& presentation, PowerPoint::Slide& slide, const Shapes& shapes);
 

@@ -65,8 +65,7 @@ void frmNotLinkable::Rename() {
   });
   if (isTaken) return Complain(txtName_, "Another shape of the slide is called '" + name + "'.");
   PowerPoint::Shape& shape = *selected_.Shapes.front();
-  BeginEdit("Rename " + shape.Name());
-  shape.Name(name);
+  modLinkEdits::Rename(shape, name);
   Subject(name);
   Reload();
 }

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "addin/support/modErrors.h"
-#include "addin/support/modGlobalFunctions.h"
 #include "basic/Strings.h"
 
 namespace LF2000 {
@@ -31,12 +30,6 @@ void frmPage::AddOKCancel() {
   AddButtons({&cmdOK, &cmdCancel});
   DefaultButton(cmdOK);
   CancelButton(cmdCancel);
-}
-
-void frmPage::BeginEdit(std::string_view label, std::string_view run) {
-  if (const auto& application = modGlobalFunctions::HostApplication) {
-    application->StartNewUndoEntry(label, run);
-  }
 }
 
 std::optional<std::int64_t> frmPage::WholeNumber(std::string_view text) {

@@ -35,9 +35,6 @@ class frmPage : public Forms::Form {
   /// OK was clicked: writes what stands in the controls and answers true, or complains and answers false.
   virtual bool Apply() { return true; }
 
-  /// Called before tags are changed: what follows is one step to undo. `run`: see StartNewUndoEntry.
-  static void BeginEdit(std::string_view label, std::string_view run = {});
-
   /// A whole number and nothing else but blanks around it.
   [[nodiscard]] static std::optional<std::int64_t> WholeNumber(std::string_view text);
 

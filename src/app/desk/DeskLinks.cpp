@@ -96,11 +96,8 @@ std::string fillRows(OpenDeck& open, const RowFill& wish) {
   return carryOut(open, plan);
 }
 
-void renameShape(deck::Application& application, OpenDeck& open, int slide, std::uint32_t shape,
-                 const std::string& name) {
-  const auto found = shapesOf(*open.presentation->Slides()->Item(slide), {shape}).front();
-  application.StartNewUndoEntry("Rename " + found->Name(), {});
-  found->Name(name);
+void renameShape(OpenDeck& open, int slide, std::uint32_t shape, const std::string& name) {
+  edits::Rename(*shapesOf(*open.presentation->Slides()->Item(slide), {shape}).front(), name);
 }
 
 }  // namespace app

@@ -41,7 +41,6 @@ struct RowFill {
 std::string fillRows(OpenDeck& open, const RowFill& wish);
 
 /// Gives a shape another name, as one step that can be undone. An error for a name that another one has.
-void renameShape(deck::Application& application, OpenDeck& open, int slide, std::uint32_t shape,
-                 const std::string& name);
+void renameShape(OpenDeck& open, int slide, std::uint32_t shape, const std::string& name);
 
 }  // namespace app

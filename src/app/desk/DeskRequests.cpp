@@ -191,8 +191,7 @@ void DeskRequests::fill(DeskWindow& window, const Json& body) const {
 }
 
 void DeskRequests::rename(DeskWindow&, const Json& body) const {
-  renameShape(parts_.application, parts_.open, slideOf(body), idOf(body.at("shape")),
-              body.at("name").get<std::string>());
+  renameShape(parts_.open, slideOf(body), idOf(body.at("shape")), body.at("name").get<std::string>());
 }
 
 void DeskRequests::connect(DeskWindow& window, const Json& body) const {
