@@ -1,6 +1,5 @@
 // How a connection opens its source, obtains its recordset, closes and reloads.
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -9,6 +8,7 @@
 #include "basic/ConnectionString.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
+#include "basic/Names.h"
 #include "basic/Strings.h"
 #include "connections/TextFileReader.h"
 #include "connections/clsConnection.h"
@@ -361,10 +361,7 @@ void clsConnection::NoteReading() {
   missingColumns_.clear();
   const std::vector<std::string> columns = usedColumns_.empty() ? usedColumns_ : Columns();
   for (const std::string& used : usedColumns_) {
-    const bool isThere = std::any_of(columns.begin(), columns.end(), [&](const std::string& column) {
-      return basic::EqualsIgnoreCase(column, used);
-    });
-    if (!isThere) missingColumns_.push_back(used);
+    if (!basic::HasName(columns, used)) missingColumns_.push_back(used);
   }
   isCurrent_ = missingColumns_.empty();
   if (isCurrent_) NoteDelivery();

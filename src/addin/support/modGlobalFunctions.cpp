@@ -3,13 +3,13 @@
 #include "addin/support/modGlobalFunctions.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <vector>
 
 #include "addin/support/modDebug.h"
 #include "basic/ConnectionString.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
+#include "basic/Names.h"
 #include "basic/Strings.h"
 #include "host/services.h"
 
@@ -198,11 +198,6 @@ bool NamesFileDriver(const std::vector<basic::ConnectionSetting>& settings) {
   });
 }
 
-bool IsOneOf(std::string_view key, std::initializer_list<std::string_view> keys) {
-  return std::any_of(keys.begin(), keys.end(),
-                     [key](std::string_view each) { return basic::EqualsIgnoreCase(key, each); });
-}
-
 }  // namespace
 
 std::string ResolveConnectionString(std::string_view text, std::string_view base) {
@@ -213,9 +208,9 @@ std::string ResolveConnectionString(std::string_view text, std::string_view base
   // From the last one, so that those before it stay where they are.
   for (auto setting = settings.rbegin(); setting != settings.rend(); ++setting) {
     if (!setting->fault.empty()) continue;
-    const bool isFile = (byProvider && IsOneOf(setting->key, {"DATA SOURCE"})) ||
-                        (byDriver && IsOneOf(setting->key, {"DATABASE", "DBQ"}));
-    const bool isNested = IsOneOf(setting->key, {"EXTENDED PROPERTIES"});
+    const bool isFile = (byProvider && basic::EqualsIgnoreCase(setting->key, "DATA SOURCE")) ||
+                        (byDriver && basic::HasName({"DATABASE", "DBQ"}, setting->key));
+    const bool isNested = basic::EqualsIgnoreCase(setting->key, "EXTENDED PROPERTIES");
     std::string value =
         isNested ? ResolveConnectionString(setting->value, base) : ReplaceFolder(setting->value, base);
     if (isFile && value != ":memory:") value = ResolvePath(value, base);

@@ -16,7 +16,7 @@
 #include "app/wiring/Failure.h"
 #include "app/wiring/StoredConnections.h"
 #include "basic/Error.h"
-#include "basic/Strings.h"
+#include "basic/Names.h"
 #include "connections/clsConnection.h"
 #include "model/clsShape.h"
 #include "model/modGraph.h"
@@ -52,10 +52,7 @@ void requireColumns(const deck::Presentation& deck, LF2000::clsConnection& conne
   const auto table = shape.Table();
   for (std::int32_t column = 1; !table->FirstRow() && column <= table->ColumnCount(); ++column) {
     const std::string first = table->Text(1, column);
-    const bool isName = std::any_of(look.columns.begin(), look.columns.end(), [&](const std::string& name) {
-      return basic::EqualsIgnoreCase(name, first);
-    });
-    if (!isName) continue;
+    if (!basic::HasName(look.columns, first)) continue;
     fail(deck.FullName() + ": the first row of the table names columns ('" + first +
          "'), but is no header row and would show data; switch it on in PowerPoint (Table Design, Header "
          "Row).");
@@ -71,11 +68,7 @@ void requireColumn(const deck::Presentation& deck, LF2000::clsConnection& connec
                    const std::string& column) {
   const SourceLook look = lookInto(connection);
   // A source that is not there today says nothing about its columns.
-  if (!look.isReadable()) return;
-  const bool isThere = std::any_of(look.columns.begin(), look.columns.end(), [&](const std::string& each) {
-    return basic::EqualsIgnoreCase(each, column);
-  });
-  if (isThere) return;
+  if (!look.isReadable() || basic::HasName(look.columns, column)) return;
   std::string names;
   for (const std::string& each : look.offered) names += (names.empty() ? "" : ", ") + each;
   fail(deck.FullName() + ": connection " + connection.ConnectionTagNumber() + " (" +

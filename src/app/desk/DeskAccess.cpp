@@ -8,16 +8,12 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/ConnectionString.h"
 #include "basic/Error.h"
+#include "basic/Names.h"
 #include "basic/Strings.h"
 
 namespace app {
 
 namespace {
-
-bool isOneOf(std::string_view key, std::initializer_list<std::string_view> keys) {
-  return std::any_of(keys.begin(), keys.end(),
-                     [&](std::string_view each) { return basic::EqualsIgnoreCase(each, key); });
-}
 
 bool looksLikePath(std::string_view text) {
   return text.find_first_of("/\\") != std::string_view::npos || text.starts_with('.');
@@ -45,9 +41,11 @@ void addDatabase(std::vector<ForeignSource>& sources, const std::string& text, c
   for (const basic::ConnectionSetting& setting : basic::ReadConnectionString(text)) {
     if (basic::EqualsIgnoreCase(setting.key, "Extended Properties")) {
       addDatabase(sources, setting.value, roots);
-    } else if (isOneOf(setting.key, {"Data Source", "Database", "DBQ"}) && looksLikePath(setting.value)) {
+    } else if (basic::HasName({"Data Source", "Database", "DBQ"}, setting.key) &&
+               looksLikePath(setting.value)) {
       addFile(sources, setting.value, roots);
-    } else if (isOneOf(setting.key, {"Server", "Servername", "Host", "Address", "DSN", "Data Source"})) {
+    } else if (basic::HasName({"Server", "Servername", "Host", "Address", "DSN", "Data Source"},
+                              setting.key)) {
       add(sources, {setting.value, {}});
     }
   }

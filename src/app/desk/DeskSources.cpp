@@ -5,8 +5,8 @@
 #include "app/wiring/StoredConnections.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
+#include "basic/Names.h"
 #include "basic/Quotes.h"
-#include "basic/Strings.h"
 #include "connections/SourceKind.h"
 #include "host/services.h"
 
@@ -41,10 +41,7 @@ std::string askedOf(const LF2000::clsConnection& connection) {
 
 }  // namespace
 
-bool DeskSource::hasColumn(std::string_view name) const {
-  return std::any_of(columns.begin(), columns.end(),
-                     [&](const std::string& column) { return basic::EqualsIgnoreCase(column, name); });
-}
+bool DeskSource::hasColumn(std::string_view name) const { return basic::HasName(columns, name); }
 
 void DeskSources::look() {
   all_.clear();

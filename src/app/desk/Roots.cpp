@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "basic/Error.h"
+#include "basic/Names.h"
 #include "basic/Strings.h"
 #include "host/drives.h"
 #include "host/services.h"
@@ -45,8 +46,7 @@ bool isWanted(const std::string& name, const std::vector<std::string>& kinds) {
   if (kinds.empty()) return true;
   std::string ending = fs::path(name).extension().string();
   if (!ending.empty()) ending.erase(0, 1);
-  return std::any_of(kinds.begin(), kinds.end(),
-                     [&](const std::string& kind) { return basic::EqualsIgnoreCase(kind, ending); });
+  return basic::HasName(kinds, ending);
 }
 
 std::string minuteOf(std::time_t time) {

@@ -14,7 +14,7 @@
 #include "app/wiring/StoredConnections.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
-#include "basic/Strings.h"
+#include "basic/Names.h"
 #include "deck/objects/Links.h"
 #include "host/services.h"
 #include "model/clsShape.h"
@@ -97,10 +97,7 @@ class LinkCheck {
       if (shape.isTable) checkTable(slide, shape, source);
       return;
     }
-    const bool hasColumn = std::any_of(source.columns.begin(), source.columns.end(), [&](const auto& column) {
-      return basic::EqualsIgnoreCase(column, shape.column);
-    });
-    if (!hasColumn) {
+    if (!basic::HasName(source.columns, shape.column)) {
       complain("Connection " + source.name + " has no column '" + shape.column + "'.", shape.column);
     } else if (shape.row < 1) {
       findings_.push_back({Finding::Gravity::Broken, slide, shape.name,

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <boost/asio/ip/address.hpp>
 
+#include "basic/Names.h"
 #include "basic/Strings.h"
 #include "web/http/Options.h"
 #include "web/http/Secret.h"
@@ -86,10 +87,7 @@ std::optional<std::string> Guard::objection(const Request& request) const {
 }
 
 bool Guard::isOurs(std::string_view name) const {
-  if (std::any_of(names_.begin(), names_.end(),
-                  [&](const std::string& own) { return basic::EqualsIgnoreCase(own, name); })) {
-    return true;
-  }
+  if (basic::HasName(names_, name)) return true;
   boost::system::error_code notAnAddress;
   if (anyAddress_) boost::asio::ip::make_address(name, notAnAddress);
   return anyAddress_ && !notAnAddress;
