@@ -7,25 +7,24 @@
 
 #include "basic/Counted.h"
 #include "basic/Error.h"
-#include "basic/Strings.h"
-#include "model/clsShape.h"
+#include "basic/Names.h"
 #include "model/modLinkEdits.h"
-#include "model/modSlides.h"
+#include "model/modRelink.h"
 
 namespace LF2000::modConnections {
 
 namespace {
 
-/// Calls `visit(slide, link)` for every shape that is linked to a connection.
-template <typename Visit>
-void ForEachLink(const clsPresentation& presentation, Visit visit) {
-  modSlides::ForEachSlide(*presentation.ActivePresentation(), [&](PowerPoint::Slide& slide) {
-    modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
-      clsShape link;
-      link.ShapeItem(shape);
-      if (link.LumenfoldEnabled() && !link.ConnectionTagNumber().empty()) visit(slide, link);
-    });
-  });
+Uses UsesOf(const std::vector<modRelink::Linked>& links) {
+  Uses uses;
+  std::int32_t lastSlide = 0;
+  for (const modRelink::Linked& link : links) {
+    ++uses.Shapes;
+    if (std::exchange(lastSlide, link.SlideIndex) != link.SlideIndex) ++uses.Slides;
+    if (!link.Column.empty()) ++uses.Columns[link.Column];
+    uses.Places.push_back("slide " + std::to_string(link.SlideIndex) + ": " + link.Shape->Name());
+  }
+  return uses;
 }
 
 [[noreturn]] void FailUnknown(std::string_view number) {
@@ -39,22 +38,16 @@ std::string Uses::Text() const {
   return basic::Counted(Shapes, "shape") + " on " + basic::Counted(Slides, "slide");
 }
 
-std::map<std::string, Uses> AllUses(const clsPresentation& presentation) {
-  std::map<std::string, Uses> all;
-  std::map<std::string, std::int32_t> lastSlides;
-  ForEachLink(presentation, [&](PowerPoint::Slide& slide, const clsShape& link) {
-    Uses& uses = all[link.ConnectionTagNumber()];
-    const std::int32_t index = slide.SlideIndex();
-    ++uses.Shapes;
-    if (std::exchange(lastSlides[link.ConnectionTagNumber()], index) != index) ++uses.Slides;
-    if (link.SourceType() != static_cast<std::int32_t>(SourceType::Graph)) ++uses.Columns[link.ColumnName()];
-    uses.Places.push_back("slide " + std::to_string(index) + ": " + link.ShapeItem()->Name());
-  });
-  return all;
+Uses UsesOf(const clsPresentation& presentation, std::string_view number) {
+  return UsesOf(modRelink::FindLinks(*presentation.ActivePresentation(), number));
 }
 
-Uses UsesOf(const clsPresentation& presentation, std::string_view number) {
-  return AllUses(presentation)[std::string(number)];
+std::map<std::string, Uses> AllUses(const clsPresentation& presentation) {
+  std::map<std::string, Uses> all;
+  for (const auto& [number, links] : modRelink::LinksByConnection(*presentation.ActivePresentation())) {
+    all.emplace(number, UsesOf(links));
+  }
+  return all;
 }
 
 std::shared_ptr<clsConnection> CopyOf(const clsConnection& connection) {
@@ -68,10 +61,7 @@ std::vector<std::string> MissingColumns(const Uses& uses, const clsConnection& c
   const std::vector<std::string> columns = connection.Columns();
   std::vector<std::string> missing;
   for (const auto& entry : uses.Columns) {
-    const bool isThere = std::any_of(columns.begin() + 1, columns.end(), [&](const std::string& column) {
-      return basic::EqualsIgnoreCase(column, entry.first);
-    });
-    if (!isThere) missing.push_back(entry.first);
+    if (!basic::HasName(columns, entry.first)) missing.push_back(entry.first);
   }
   return missing;
 }
@@ -139,14 +129,10 @@ void Remove(clsPresentation& presentation, std::string_view number) {
 
 void MoveLinks(clsPresentation& presentation, std::string_view from, std::string_view to) {
   if (!presentation.FindConnection(to)) FailUnknown(to);
-  modLinkEdits::Begin(presentation, "Use " + std::string(to) + " for " +
-                                        basic::Counted(UsesOf(presentation, from).Shapes, "link"));
-  ForEachLink(presentation, [&](PowerPoint::Slide&, clsShape& link) {
-    if (link.ConnectionTagNumber() != from) return;
-    link.KeepCurrent();
-    link.NewConnectionTagNumber(std::string(to));
-    link.SetShapeTags();
-  });
+  const auto links = modRelink::FindLinks(*presentation.ActivePresentation(), from);
+  modLinkEdits::Begin(presentation,
+                      "Use " + std::string(to) + " for " + basic::Counted(links.size(), "link"));
+  modRelink::Relink(links, std::string(to));
   presentation.FillConnection(to);
 }
 

@@ -10,30 +10,28 @@
 
 namespace LF2000::modRelink {
 
-std::vector<Linked> FindLinks(PowerPoint::Presentation& presentation, std::string_view connection,
-                              std::string_view column) {
-  std::vector<Linked> links;
-  clsShape link;
+std::map<std::string, std::vector<Linked>> LinksByConnection(PowerPoint::Presentation& presentation) {
+  std::map<std::string, std::vector<Linked>> links;
   modSlides::ForEachSlide(presentation, [&](PowerPoint::Slide& slide) {
     modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+      clsShape link;
       link.ShapeItem(shape);
-      if (!link.LumenfoldEnabled() || link.ConnectionTagNumber() != connection) return;
-      if (!column.empty() && !basic::EqualsIgnoreCase(link.ColumnName(), column)) return;
-      links.push_back({slide.SlideIndex(), shape, link.ColumnName()});
+      if (!link.LumenfoldEnabled() || link.ConnectionTagNumber().empty()) return;
+      const bool isWhole = link.SourceType() == static_cast<std::int32_t>(SourceType::Graph);
+      links[link.ConnectionTagNumber()].push_back(
+          {slide.SlideIndex(), shape, isWhole ? std::string() : link.ColumnName()});
     });
   });
   return links;
 }
 
-std::vector<std::string> ColumnsOf(const std::vector<Linked>& links) {
-  std::vector<std::string> columns;
-  for (const Linked& link : links) {
-    const bool isKnown = std::any_of(columns.begin(), columns.end(), [&](const std::string& column) {
-      return basic::EqualsIgnoreCase(column, link.Column);
-    });
-    if (!link.Column.empty() && !isKnown) columns.push_back(link.Column);
+std::vector<Linked> FindLinks(PowerPoint::Presentation& presentation, std::string_view connection,
+                              std::string_view column) {
+  std::vector<Linked> links = std::move(LinksByConnection(presentation)[std::string(connection)]);
+  if (!column.empty()) {
+    std::erase_if(links, [&](const Linked& link) { return !basic::EqualsIgnoreCase(link.Column, column); });
   }
-  return columns;
+  return links;
 }
 
 void Relink(const std::vector<Linked>& links, const std::string& connection, const std::string& column) {

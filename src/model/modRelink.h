@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,13 +21,14 @@ struct Linked {
   std::string Column;
 };
 
-/// The links to a connection by its tag number, in slide and drawing order; only those to one column (in any
-/// case of letters) unless it is empty.
+/// All links by the tag numbers of their connections, each in slide and drawing order.
+[[nodiscard]] std::map<std::string, std::vector<Linked>> LinksByConnection(
+    PowerPoint::Presentation& presentation);
+
+/// The links to a connection by its tag number; only those to one column (in any case of letters) unless it
+/// is empty.
 [[nodiscard]] std::vector<Linked> FindLinks(PowerPoint::Presentation& presentation,
                                             std::string_view connection, std::string_view column = {});
-
-/// The columns that they use, each once.
-[[nodiscard]] std::vector<std::string> ColumnsOf(const std::vector<Linked>& links);
 
 /// Leads the links to another connection, and to another column unless it is empty. Everything else of them
 /// stays.
