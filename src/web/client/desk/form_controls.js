@@ -7,10 +7,11 @@ import { createList, createPreview } from "./form_lists.js";
 
 const severities = ["plain", "ok", "warning", "error"];
 
-// What stands below a field: a hint, what is wrong with it, and what became of it elsewhere while it is typed in.
-function withNotes(field, input, id, session, name) {
-  const hint = h("p", { class: "hint", id: `${id}-hint` });
-  const problem = h("p", { class: "problem", id: `${id}-problem` });
+// A control that is a field, and what stands below it: a hint, what is wrong with it, and what became of it elsewhere
+// while it is typed in. `row` is absent where the field bears its own words.
+function fieldControl(name, session, { field, input, row, draw, focus = () => input.focus() }) {
+  const hint = h("p", { class: "hint", id: `${input.id}-hint` });
+  const problem = h("p", { class: "problem", id: `${input.id}-problem` });
   const other = h("span");
   const take = h("button", { type: "button", class: "outlined", onclick: () => session.takeElsewhere(name) }, "Take");
   take.addEventListener("pointerdown", (event) => event.preventDefault()); // the field keeps the focus
@@ -33,7 +34,17 @@ function withNotes(field, input, id, session, name) {
       "aria-disabled": Enabled ? null : "true",
     });
   };
-  return { element, drawNotes };
+  if (row && !row.isFirst) set(input, { "aria-label": row.label });
+  return {
+    element,
+    isField: true,
+    labelled: row && input.id,
+    draw(state) {
+      drawNotes(state);
+      draw(state, element);
+    },
+    focus,
+  };
 }
 
 function label(name) {
@@ -58,7 +69,8 @@ function label(name) {
   };
 }
 
-function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
+function textBox(name, { session }, row) {
+  const { updown } = row;
   const id = freshId(name);
   const properties = session.form.controls[name];
   const input =
@@ -68,8 +80,6 @@ function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
   const unit = h("span", { class: "unit" });
   const stepper = updown && stepButtons(updown, session, input);
   const field = h("div", { class: "field" }, input, unit, stepper);
-  const { element, drawNotes } = withNotes(field, input, id, session, name);
-  if (!isFirst) set(input, { "aria-label": rowLabel });
   input.addEventListener("input", () => session.type(name, input.value));
   input.addEventListener("blur", () => session.leave(name));
   if (updown) {
@@ -80,12 +90,11 @@ function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
       session.raise(updown, "step", step);
     });
   }
-  return {
-    element,
-    isField: true,
-    labelled: id,
+  return fieldControl(name, session, {
+    field,
+    input,
+    row,
     draw(state) {
-      drawNotes(state);
       set(input, { placeholder: state.Placeholder || null, readonly: !state.Enabled });
       if (input.localName === "input")
         set(input, { type: state.Secret ? "password" : "text", inputmode: updown ? "numeric" : null });
@@ -96,7 +105,7 @@ function textBox(name, { session }, { updown, label: rowLabel, isFirst }) {
       input.focus();
       input.select();
     },
-  };
+  });
 }
 
 function stepButtons(name, session, input) {
@@ -114,8 +123,7 @@ function stepButtons(name, session, input) {
   return h("span", { class: "steps" }, button(1, "▴", "One more"), button(-1, "▾", "One less"));
 }
 
-function comboBox(name, context, { label: rowLabel, isFirst }) {
-  const { session } = context;
+function comboBox(name, { session }, row) {
   const properties = session.form.controls[name];
   if (properties.IsEditable) {
     const combobox = createCombobox(freshId(name), {
@@ -124,14 +132,11 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
       left: () => session.leave(name),
       opened: () => session.raise(name, "dropdown"),
     });
-    const { element, drawNotes } = withNotes(combobox.element, combobox.input, combobox.input.id, session, name);
-    if (!isFirst) set(combobox.input, { "aria-label": rowLabel });
-    return {
-      element,
-      isField: true,
-      labelled: combobox.input.id,
+    return fieldControl(name, session, {
+      field: combobox.element,
+      input: combobox.input,
+      row,
       draw(state) {
-        drawNotes(state);
         set(combobox.input, { readonly: !state.Enabled, placeholder: state.Placeholder || null });
         combobox.draw(
           state.Items ?? [],
@@ -140,24 +145,19 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
           state.ListProblem ?? "",
         );
       },
-      focus: () => combobox.input.focus(),
-    };
+    });
   }
-  const id = freshId(name);
-  const select = h("select", { id });
+  const select = h("select", { id: freshId(name) });
   const field = h("div", { class: "field" }, select);
-  const { element, drawNotes } = withNotes(field, select, id, session, name);
-  if (!isFirst) set(select, { "aria-label": rowLabel });
   select.addEventListener("change", () => session.raise(name, "change", select.value));
   const open = () => session.raise(name, "dropdown");
   select.addEventListener("pointerdown", open);
   select.addEventListener("keydown", (event) => (event.key === " " || event.key === "Enter" || event.altKey) && open());
-  return {
-    element,
-    isField: true,
-    labelled: id,
-    draw(state) {
-      drawNotes(state);
+  return fieldControl(name, session, {
+    field,
+    input: select,
+    row,
+    draw(state, element) {
       const text = session.get(name, "Text") ?? "";
       const items = [...(state.Items ?? [])];
       // A text that is no item stays, as one that is missing.
@@ -190,35 +190,30 @@ function comboBox(name, context, { label: rowLabel, isFirst }) {
       });
       set(element, { "data-failed": state.ListState === 2, title: state.ListState === 2 ? state.ListProblem : null });
     },
-    focus: () => select.focus(),
-  };
+  });
 }
 
 function tick(type, name, { session }) {
-  const id = freshId(name);
   const input = h("input", {
-    id,
+    id: freshId(name),
     type,
     name: type === "radio" ? `${session.form.id}-${session.form.controls[name].Group}` : null,
   });
   const text = h("span");
   const field = h("label", { class: "tick" }, input, text);
-  const { element, drawNotes } = withNotes(field, input, id, session, name);
   input.addEventListener("click", (event) => {
     if (!isUsable(input)) event.preventDefault();
     else session.raise(name, "change", input.checked);
   });
-  return {
-    element,
-    isField: true,
+  return fieldControl(name, session, {
+    field,
+    input,
     draw(state) {
-      drawNotes(state);
       text.replaceChildren(...mnemonic(state.Caption ?? ""));
       set(input, { checked: Boolean(session.get(name, "Value")), "data-key": accessKey(state.Caption ?? "") || null });
       input.indeterminate = Boolean(state.Mixed);
     },
-    focus: () => input.focus(),
-  };
+  });
 }
 
 function commandButton(name, { session }) {
