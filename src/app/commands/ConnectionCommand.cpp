@@ -85,7 +85,7 @@ void list(const ConnectionOptions& options) {
 
 /// What the options say of the kind; `before` is that of a connection that is changed.
 ConnectionKind kindOf(const ConnectionOptions& options, std::optional<ConnectionKind> before) {
-  if (options.type) return kindOfType(*options.type);
+  if (options.type) return sourceTypes().at(*options.type);
   if (before) return *before;
   if (options.connectionString || options.sql) return ConnectionKind::Database;
   if (!options.file) throw UsageError("connection add: give the data with --file or --connection-string.");
@@ -271,7 +271,7 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
 
   const auto describeWith = [&](CLI::App* action) {
     action->add_option("--type", options->type, "Kind of source; mostly the file's name tells it")
-        ->check(CLI::IsMember(typeWords()));
+        ->check(CLI::IsMember(sourceTypes()));
     action->add_option("--description", options->description, "Name of the connection");
     action->add_option("--file", options->file,
                        "Text file, workbook or SQLite file, relative to the deck's folder or absolute");

@@ -1,38 +1,19 @@
 #include "app/commands/ConnectionSource.h"
 
-#include <algorithm>
-#include <array>
+#include <optional>
 
 #include "basic/Error.h"
 #include "connections/SheetTable.h"
 
 namespace app {
 
-namespace {
-
-using LF2000::ConnectionKind;
-
-struct Word {
-  std::string_view word;
-  ConnectionKind kind;
-};
-
-constexpr std::array Types = {
-    Word{"text", ConnectionKind::TextFile},     Word{"csv", ConnectionKind::TextFile},
-    Word{"excel", ConnectionKind::Excel},       Word{"xlsx", ConnectionKind::Excel},
-    Word{"database", ConnectionKind::Database}, Word{"sqlite", ConnectionKind::Database}};
-
-}  // namespace
-
-std::vector<std::string> typeWords() {
-  std::vector<std::string> words;
-  words.reserve(std::size(Types));
-  for (const Word& type : Types) words.emplace_back(type.word);
-  return words;
-}
-
-ConnectionKind kindOfType(std::string_view word) {
-  return std::find_if(Types.begin(), Types.end(), [&](const Word& type) { return type.word == word; })->kind;
+const std::map<std::string, LF2000::ConnectionKind>& sourceTypes() {
+  using LF2000::ConnectionKind;
+  static const std::map<std::string, ConnectionKind> types = {
+      {"text", ConnectionKind::TextFile},     {"csv", ConnectionKind::TextFile},
+      {"excel", ConnectionKind::Excel},       {"xlsx", ConnectionKind::Excel},
+      {"database", ConnectionKind::Database}, {"sqlite", ConnectionKind::Database}};
+  return types;
 }
 
 std::string takeWholeSheet(LF2000::clsConnection& connection) {
