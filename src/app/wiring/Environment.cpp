@@ -9,21 +9,19 @@ namespace app {
 
 Environment::Environment() {
   basic::SetUserLocale(platform::readUserLocale());
-  host::Services services;
-  services.clock = &clock_;
-  services.loop = &loop_;
-  services.files = &files_;
-  services.module = &module_;
-  services.settings = &settings_;
-  services.messageBox = &messageBox_;
-  services.progressMeter = &progressMeter_;
-  services.shell = &shell_;
-  services.registry = &registry_;
-  services.ado = &ado_;
-  services.excel = &excel_;
-  services.drives = &drives_;
-  services.fileWatcher = &watcher_;
-  host::Use(services);
+  host::Use({.clock = &clock_,
+             .loop = &loop_,
+             .files = &files_,
+             .module = &module_,
+             .settings = &settings_,
+             .messageBox = &messageBox_,
+             .progressMeter = &progressMeter_,
+             .shell = &shell_,
+             .registry = &registry_,
+             .ado = &ado_,
+             .excel = &excel_,
+             .drives = &drives_,
+             .fileWatcher = &watcher_});
   loop_.onFailure(
       [this](const basic::Error& error) { failures_.tell("An event handler failed: " + error.description); });
 }
