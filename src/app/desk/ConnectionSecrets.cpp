@@ -6,6 +6,7 @@
 
 #include "basic/ConnectionString.h"
 #include "basic/Strings.h"
+#include "connections/StoredPassword.h"
 #include "model/modTags.h"
 
 namespace app {
@@ -13,24 +14,9 @@ namespace {
 
 constexpr std::size_t ConnectionString = 2;
 
-std::string stringWithoutSecrets(std::string_view text) {
-  const auto settings = basic::ReadConnectionString(text);
-  const bool isReadable =
-      std::all_of(settings.begin(), settings.end(), [](const auto& each) { return each.fault.empty(); });
-  // Where the parts of one that cannot be read end is anybody's guess.
-  if (!isReadable) return {};
-  std::string kept(text);
-  for (auto setting = settings.rbegin(); setting != settings.rend(); ++setting) {
-    if (basic::IsSecretKey(setting->key) || basic::MayHoldSecret(setting->value)) {
-      kept = basic::WithConnectionValue(kept, *setting, {});
-    }
-  }
-  return kept;
-}
-
 std::string fieldWithoutSecrets(std::size_t index, const std::string& field) {
   if (!basic::MayHoldSecret(field)) return field;
-  return index == ConnectionString ? stringWithoutSecrets(field) : std::string();
+  return index == ConnectionString ? LF2000::StoredPassword(field).Shown() : std::string();
 }
 
 std::string joined(const std::vector<std::string>& fields) {
