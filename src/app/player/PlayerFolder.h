@@ -15,7 +15,7 @@
 namespace app {
 
 struct PlayerFolderOptions {
-  /// A folder, of this machine or a share, or the address of one behind a web server (http, https).
+  /// A folder, of this machine or a share that is mounted here.
   std::string place;
   /// The name of this computer, as decks have it in their lists.
   std::string computer;
@@ -34,9 +34,9 @@ struct PlayerFolderOptions {
 /// by the time on the wall, also when that is set. All of the object is for the loop's thread.
 class PlayerFolder {
  public:
-  /// Takes what the cache has, at once and by its digests; then begins to look. `log` gets a line for what
-  /// cannot be taken, and when that has ended: each once. The loop and the clock outlive it. Throws
-  /// basic::Error where the cache cannot be used or the place is none.
+  /// Takes what the cache has, then looks at the folder, all of it on the thread: decks() is empty at first.
+  /// `log` gets a line for what cannot be taken, and when that has ended: each once. The loop and the clock
+  /// outlive it. Throws basic::Error where the cache cannot be used.
   PlayerFolder(platform::EventLoop& loop, host::Clock& clock, PlayerFolderOptions options,
                std::function<void(const std::string&)> log);
   ~PlayerFolder();

@@ -1,0 +1,84 @@
+// The decks of a folder as the loop sees them, with the thread that collects them.
+
+#include "app/player/PlayerFolder.h"
+
+#include "fakes/FakeServices.h"
+#include "player/PlayerFixture.h"
+
+namespace app::test {
+namespace {
+
+struct PlayerFolderTest : testing::Test {
+  fakes::Machine machine;
+  platform::EventLoop loop;
+  SentFolder folder;
+  support::TemporaryFolder cacheFolder;
+  std::vector<std::string> log;
+
+  std::unique_ptr<PlayerFolder> player() {
+    PlayerFolderOptions options;
+    options.place = folder.path().string();
+    options.computer = "Board";
+    options.cache = (cacheFolder.path() / "cache").string();
+    return std::make_unique<PlayerFolder>(loop, machine.clock, options,
+                                          [this](const std::string& line) { log.push_back(line); });
+  }
+  /// Runs the loop until it is so; a test that waits in vain ends by its own time.
+  void until(const std::function<bool()>& isSo) {
+    while (!isSo()) loop.DoEvents();
+  }
+  static bool isOn(const PlayerFolder& player, const std::string& name) {
+    const auto& decks = player.decks();
+    return std::any_of(decks.begin(), decks.end(),
+                       [&](const FolderDeck& each) { return each.name == name && each.isOn; });
+  }
+};
+
+TEST_F(PlayerFolderTest, TellsWhatComesAndGoes) {
+  const auto decks = player();
+  int changes = 0;
+  decks->onChange([&] { ++changes; });
+  until([&] { return decks->wasRead(); });
+  EXPECT_GT(changes, 0);
+  folder.send("A", 1, {{"A.pptx", deckBytes("1")}});
+  until([&] { return isOn(*decks, "A"); });
+  const FolderDeck first = decks->decks().front();
+  const auto onShow = decks->keep(first);
+  EXPECT_NE(onShow, nullptr);
+  folder.send("A", 2, {{"A.pptx", deckBytes("2")}});
+  until([&] { return decks->decks().front().version != first.version; });
+  EXPECT_TRUE(std::filesystem::exists(first.file));
+  folder.withdraw("A", 3);
+  until([&] { return !isOn(*decks, "A"); });
+}
+
+TEST_F(PlayerFolderTest, GoesOnFromItsCacheWhenTheFolderIsGone) {
+  folder.send("A", 1, {{"A.pptx", deckBytes("1")}});
+  {
+    const auto decks = player();
+    until([&] { return isOn(*decks, "A"); });
+    EXPECT_THROW(static_cast<void>(player()), basic::Error) << "one player a cache";
+  }
+  std::filesystem::rename(folder.path(), folder.path().string() + ".away");
+  const auto decks = player();
+  until([&] { return isOn(*decks, "A") && !decks->trouble().empty(); });
+  EXPECT_FALSE(decks->wasRead());
+  EXPECT_EQ(log.size(), 1U);
+  std::filesystem::rename(folder.path().string() + ".away", folder.path());
+  folder.send("B", 1, {{"B.pptx", deckBytes("1")}});
+  until([&] { return isOn(*decks, "B"); });
+  EXPECT_TRUE(decks->trouble().empty());
+  EXPECT_TRUE(isOn(*decks, "A"));
+}
+
+TEST_F(PlayerFolderTest, ReadsTheClockEverySecond) {
+  folder.send("A", 1, {{"A.pptx", deckBytes("1", {{"START", "2026-02-03 12:30:00"}})}});
+  const auto decks = player();
+  until([&] { return !decks->decks().empty() && !decks->decks().front().file.empty(); });
+  EXPECT_EQ(decks->decks().front().why, "Its time comes at 2026-02-03 12:30:00.");
+  machine.clock.start = basic::DateFrom(2026, 2, 3, 12, 30, 0);
+  until([&] { return isOn(*decks, "A"); });
+}
+
+}  // namespace
+}  // namespace app::test
