@@ -127,10 +127,17 @@ TEST(Index, HoldsNotesInTheOrderOfTheirNames) {
 
 TEST(Index, KeepsTheNotesThatItKnows) {
   json::Json json = json::Json::parse(Index::text({shop()}));
-  json["notes"].push_back({{"format", 2}});
+  json["notes"].push_back({{"format", 2}, {"name", "Next"}});
   const Index index = Index::read(json::textOf(json));
   EXPECT_THAT(index.notes, ElementsAre(shop()));
-  EXPECT_THAT(index.problems, ElementsAre(HasSubstr("format 2")));
+  ASSERT_EQ(index.problems.size(), 1U);
+  EXPECT_EQ(index.problems[0].name, "Next");
+  EXPECT_THAT(index.problems[0].why, HasSubstr("format 2"));
+  json["format"] = 2;
+  EXPECT_THAT(support::errorOf([&] { static_cast<void>(Index::read(json::textOf(json))); }),
+              HasSubstr("format"));
+  const std::string deep(1'000'000, '[');
+  EXPECT_THAT(support::errorOf([&] { static_cast<void>(Index::read(deep)); }), HasSubstr("holds too much"));
   EXPECT_THAT(support::errorOf([] { static_cast<void>(Index::read("<html>")); }), HasSubstr("no index"));
 }
 

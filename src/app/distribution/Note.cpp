@@ -55,10 +55,24 @@ SentFile fileIn(const json::Json& json) {
   return file;
 }
 
+/// Notes are somebody else's: brackets without end, and millions of values, would take memory without end.
 json::Json parsed(std::string_view text, const char* what) {
-  json::Json json = json::Json::parse(text, nullptr, /*allow_exceptions=*/false);
+  constexpr int Deepest = 8;
+  constexpr int Most = 1'000'000;
+  int count = 0;
+  const auto bound = [&](int depth, json::Json::parse_event_t, json::Json&) {
+    if (depth > Deepest || ++count > Most) fail(std::string("This is no ") + what + ": it holds too much.");
+    return true;
+  };
+  json::Json json = json::Json::parse(text, bound, /*allow_exceptions=*/false);
   if (!json.is_object()) fail(std::string("This is no ") + what + ".");
   return json;
+}
+
+/// Of a note that need not be one.
+std::string nameIn(const json::Json& json) {
+  const auto found = json.is_object() ? json.find("name") : json.end();
+  return found != json.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
 }  // namespace
@@ -142,6 +156,9 @@ bool Note::isSignedBy(const PublicKey& by) const { return by.verifies(signedText
 
 Index Index::read(std::string_view text) {
   const json::Json json = parsed(text, "index of a distribution folder");
+  if (const auto format = json.find("format"); format == json.end() || *format != Note::Format) {
+    fail("This index of a distribution folder is of a format that this version does not know.");
+  }
   const auto found = json.find("notes");
   if (found == json.end() || !found->is_array()) {
     fail("This is no index of a distribution folder: it has no notes.");
@@ -151,7 +168,7 @@ Index Index::read(std::string_view text) {
     try {
       index.notes.push_back(Note::of(each));
     } catch (const basic::Error& error) {
-      index.problems.push_back(error.description);
+      index.problems.push_back({nameIn(each), error.description});
     }
   }
   return index;

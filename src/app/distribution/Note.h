@@ -63,9 +63,15 @@ struct Note {
 struct Index {
   static constexpr std::string_view FileName = "index.json";
 
+  /// A note that was left out.
+  struct Problem {
+    /// Empty where it has none.
+    std::string name;
+    std::string why;
+  };
+
   std::vector<Note> notes;
-  /// Of notes that were left out: what is wrong with each.
-  std::vector<std::string> problems;
+  std::vector<Problem> problems;
 
   /// Of its JSON. One note that cannot be read does not keep the others; what is no index throws
   /// basic::Error.
