@@ -146,11 +146,14 @@ TEST_F(EditedDeckTest, EditsGoOntoWhatAnotherProgramHasSaved) {
   auto& conflicts = run->edited.newer()->conflicts();
   ASSERT_EQ(conflicts.size(), 2U);
   EXPECT_TRUE(conflicts[0].isGone);
-  EXPECT_THAT(conflicts[0].ours, HasSubstr("Board"));
+  EXPECT_EQ(conflicts[0].name, "'Board' on slide 2");
   EXPECT_FALSE(conflicts[1].isGone);
+  EXPECT_EQ(conflicts[1].name, "'Two parts' on slide 3");
   EXPECT_THAT(conflicts[1].ours, HasSubstr("row 5"));
   EXPECT_THAT(conflicts[1].theirs, HasSubstr("row 9"));
+  EXPECT_EQ(run->edited.newer()->kept(), 4U);
   conflicts[1].takesOurs = false;
+  EXPECT_EQ(run->edited.newer()->kept(), 3U);
   // What is decided outlasts another step.
   run->step([&] { desk.link(*desk.shape(2, "Title"), 3); });
   EXPECT_FALSE(run->edited.newer()->conflicts()[1].takesOurs);
@@ -214,13 +217,13 @@ TEST_F(EditedDeckTest, WhatWasNotSavedIsRecoveredWithoutPasswords) {
   crash();
   begin();
   ASSERT_NE(run->edited.recoverable(), nullptr);
-  EXPECT_EQ(run->edited.recoverable()->clean(), 3U);
+  EXPECT_EQ(run->edited.recoverable()->count(), 3U);
   // Going on with something else and ending again loses neither.
   run->step([&] { desk.setSlide(2, true); });
   crash();
   begin();
   ASSERT_NE(run->edited.recoverable(), nullptr);
-  EXPECT_EQ(run->edited.recoverable()->clean(), 4U);
+  EXPECT_EQ(run->edited.recoverable()->count(), 4U);
   const auto recovered = run->edited.recover();
   EXPECT_THAT(recovered.withoutSecrets, ElementsAre("003"));
   EXPECT_TRUE(recovered.effect.presentation);

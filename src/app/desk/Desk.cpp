@@ -250,6 +250,7 @@ void Desk::flush() {
 
 void Desk::settle() {
   edited_->endStep();
+  recountNewer();
   const bool isEdited = open_->slides.takeEdits();
   open_->sources.look();
   Json known = Json::array({nameOf(preview_)});

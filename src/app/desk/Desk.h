@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/desk/ConflictsForm.h"
 #include "app/desk/DeskAccess.h"
 #include "app/desk/DeskFindings.h"
 #include "app/desk/DeskForms.h"
@@ -102,7 +103,7 @@ class Desk final : public web::Desk {
   void tick();
   void moveClocks();
 
-  // DeskVersions.cpp: the deck's file, its versions, and what it asks for.
+  // DeskVersions.cpp: the deck's file, and what it asks for. DeskOffers.cpp: other versions of it.
 
   [[nodiscard]] std::unique_ptr<OpenDeck> openDeck(std::shared_ptr<deck::Presentation> presentation);
   [[nodiscard]] EditedDeck::Hearer hearer();
@@ -112,6 +113,10 @@ class Desk final : public web::Desk {
   void lookForOwner();
   void recover();
   void offerNewer();
+  void tellNewer();
+  void recountNewer();
+  [[nodiscard]] std::optional<Notices::Action> decideOneByOne(const Rebase& rebase,
+                                                              const ConflictsForm::Surroundings& around);
   void takeNewer();
   void show(const std::shared_ptr<deck::Presentation>& before, std::size_t kept);
   void save();
@@ -151,8 +156,13 @@ class Desk final : public web::Desk {
   /// The file by which another program says that it has the deck open, and the notice of that.
   std::optional<std::string> ownerFile_;
   int ownerNotice_ = 0;
-  /// Of the notice of a newer version.
+  /// The notice of a newer version, and what it says.
   int newerNotice_ = 0;
+  std::string newerText_;
+  std::string newerDetails_;
+  std::size_t newerKept_ = 0;
+  int recoveryNotice_ = 0;
+  std::weak_ptr<ConflictsForm> conflictsForm_;
   bool isFlushRequested_ = false;
   int ticks_ = 0;
 };

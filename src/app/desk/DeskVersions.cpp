@@ -9,9 +9,7 @@
 #include <utility>
 
 #include "app/desk/Desk.h"
-#include "app/desk/DeskHistory.h"
 #include "app/wiring/Failure.h"
-#include "basic/Counted.h"
 #include "basic/Format.h"
 #include "platform/Settings.h"
 #include "web/http/Secret.h"
@@ -32,20 +30,6 @@ std::vector<Roots::Root> rootsFor(const std::string& deck, const std::vector<std
     roots.push_back({prefix, folder});
   roots.push_back({"Lumenfold", host::Current().module->Path()});
   return roots;
-}
-
-std::string timeNow() { return basic::Format(host::Current().clock->Now(), "hh:nn"); }
-
-std::string changes(std::size_t count) { return basic::Counted(count, "change"); }
-
-/// One line for each.
-std::string linesOf(const std::vector<EditConflict>& conflicts) {
-  std::string lines;
-  for (const EditConflict& conflict : conflicts) {
-    if (!lines.empty()) lines += '\n';
-    lines += "Yours: " + conflict.ours + ". In the file: " + conflict.theirs + '.';
-  }
-  return lines;
 }
 
 std::string listOf(const std::vector<ForeignSource>& sources) {
@@ -204,24 +188,6 @@ void Desk::openSources(const std::vector<ForeignSource>& sources) {
   heldJobs_.release();
 }
 
-void Desk::offerRecovery() {
-  for (const std::string& damage : edited_->damagedJournals()) {
-    notices_.tell(Notices::Level::Warning, damage);
-  }
-  const Rebase* left = edited_->recoverable();
-  if (left == nullptr) return;
-  const std::size_t count = left->clean() + left->conflicts().size();
-  const std::time_t since = edited_->recoverableSince();
-  std::tm local{};
-  ::localtime_r(&since, &local);
-  char time[8] = {};
-  std::strftime(time, sizeof time, "%H:%M", &local);
-  const std::string text = changes(count) + " from " + time + (count == 1 ? " was" : " were") + " not saved.";
-  notices_.tell(Notices::Level::Warning, text, linesOf(left->conflicts()),
-                {{"recover", "Recover", [this] { recover(); }},
-                 {"discard", "Discard", [this] { edited_->discardRecoverable(); }}});
-}
-
 /// Told once for each time that the deck is opened elsewhere, for as long as it is.
 void Desk::lookForOwner() {
   const auto before = std::exchange(ownerFile_, edited_->file().ownerFile());
@@ -234,64 +200,6 @@ void Desk::lookForOwner() {
       std::string(isPowerPoint ? "PowerPoint" : "Another program") +
           " has this deck open. What you save here it will not see, and may write over. Close it there "
           "first.");
-}
-
-void Desk::recover() {
-  const EditedDeck::Recovered recovered = edited_->recover();
-  for (const auto& [name, window] : windows_) {
-    takeUp(recovered.effect, host_.application(), *open_, *window);
-  }
-  if (windows_.empty() && recovered.effect.presentation) open_->model->TakeUpTags();
-  for (const std::string& number : recovered.withoutSecrets) {
-    notices_.tell(Notices::Level::Warning,
-                  "Enter the password of connection " + number + " again; it was not kept.");
-  }
-}
-
-void Desk::offerNewer() {
-  const std::size_t ours = edited_->unsaved();
-  const auto& conflicts = edited_->newer()->conflicts();
-  std::vector<Notices::Action> actions{
-      {"take", "Take it and keep my " + changes(ours), [this] { takeNewer(); }}};
-  if (std::any_of(conflicts.begin(), conflicts.end(), [](const auto& each) { return !each.isGone; })) {
-    actions.push_back({"theirs", "Take it, and its side where both have changed", [this] {
-                         Rebase* newer = edited_->newer();
-                         if (newer == nullptr) return;
-                         for (EditConflict& each : newer->conflicts()) each.takesOurs = false;
-                         takeNewer();
-                       }});
-  }
-  const int before = newerNotice_;
-  newerNotice_ = notices_.tell(Notices::Level::Warning, "PowerPoint saved the deck at " + timeNow() + ".",
-                               linesOf(conflicts), std::move(actions));
-  if (before != newerNotice_) notices_.dismiss(before);
-}
-
-void Desk::takeNewer() { edited_->takeNewer(); }
-
-/// Slides and shapes are found again by their ids. Forms are about what was there before.
-void Desk::show(const std::shared_ptr<deck::Presentation>& before, std::size_t kept) {
-  notices_.dismiss(newerNotice_);
-  forms_.closeAll();
-  open_ = openDeck(edited_->presentation());
-  findings_ = {};
-  preview_ = LF2000::DataPreview::AsTheyAre;
-  const auto active = host_.application().ActiveWindow();
-  for (const auto& [name, window] : windows_) {
-    const int slide = window->document->slide();
-    const auto shapes = window->document->shapes();
-    const auto found = slide < 1 ? std::nullopt : open_->slides.find(before->slideId(slide));
-    window->document->show(open_->presentation);
-    window->markupOf = 0;
-    if (found) window->document->select(*found, shapes);
-    host_.application().activate(nullptr);
-    host_.application().activate(window->document);
-  }
-  host_.application().activate(std::static_pointer_cast<deck::DocumentWindow>(active));
-  const std::string text = "The deck was saved by another program at " + timeNow() + " and taken up.";
-  notices_.tell(Notices::Level::Info,
-                kept == 0 ? text : text + " Your " + changes(kept) + " are kept and not saved yet.");
-  requestFlush();
 }
 
 /// A deck that could not be written shows its data again.

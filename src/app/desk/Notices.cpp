@@ -40,8 +40,22 @@ int Notices::tell(Level level, std::string text, std::string details, std::vecto
   return lastId_;
 }
 
+int Notices::tellAgain(int id, Level level, std::string text, std::string details,
+                       std::vector<Action> actions) {
+  const auto known =
+      std::find_if(all_.begin(), all_.end(), [id](const Notice& each) { return each.id == id; });
+  if (known == all_.end()) return tell(level, std::move(text), std::move(details), std::move(actions));
+  *known = {id, level, std::move(text), std::move(details), std::move(actions)};
+  changed_();
+  return id;
+}
+
 void Notices::dismiss(int id) {
   if (std::erase_if(all_, [&](const Notice& notice) { return notice.id == id; }) > 0) changed_();
+}
+
+bool Notices::isTold(int id) const {
+  return std::any_of(all_.begin(), all_.end(), [id](const Notice& notice) { return notice.id == id; });
 }
 
 void Notices::press(int id, std::string_view action) {
@@ -52,7 +66,7 @@ void Notices::press(int id, std::string_view action) {
                                   [&](const Action& each) { return each.id == action; });
   if (found == notice->actions.end()) throw web::Refusal(404, "The notice has no such action.");
   const auto run = found->run;
-  dismiss(id);
+  if (!found->isKept) dismiss(id);
   if (run) run();
 }
 

@@ -20,6 +20,8 @@ class Notices final : public host::MessageBox {
     std::string id;
     std::string caption;
     std::function<void()> run;
+    /// The notice stays when it is pressed.
+    bool isKept = false;
   };
 
   /// `changed` is called whenever a notice comes or goes; must not throw.
@@ -28,8 +30,12 @@ class Notices final : public host::MessageBox {
   /// Answers its id. Of a text that stands already the rest is changed, and it keeps its id. Of more than the
   /// newest 20 the oldest go.
   int tell(Level level, std::string text, std::string details = {}, std::vector<Action> actions = {});
+  /// As tell(), in the place of the notice `id`, which keeps its id if it has not been put away.
+  int tellAgain(int id, Level level, std::string text, std::string details, std::vector<Action> actions);
   void dismiss(int id);
-  /// Puts the notice away and does what the action means; an error for what is not there.
+  [[nodiscard]] bool isTold(int id) const;
+  /// Puts the notice away, unless the action keeps it, and does what the action means; an error for what is
+  /// not there.
   void press(int id, std::string_view action);
   /// docs/desk-protocol.md, notices.
   [[nodiscard]] json::Json toJson() const;

@@ -55,15 +55,29 @@ std::string describeLink(const OwnerState& state) {
     append(text, "clock " + format);
   if (const auto connection = valueOf(state, modTags::ColumnTag); !connection.empty())
     append(text, "connection " + connection);
+  if (const auto folder = valueOf(state, modTags::ColumnObjectFolder); !folder.empty())
+    append(text, "folder " + folder);
+  if (const auto extension = valueOf(state, modTags::ColumnObjectExtension); !extension.empty())
+    append(text, "extension " + extension);
   return text.empty() ? "not linked" : text;
 }
 
 }  // namespace
 
+std::string nameOf(const deck::OwnerId& owner, const OwnerState& state, const deck::Presentation& deck) {
+  if (owner.isPresentation()) return "The deck";
+  std::string slide = "a slide that is gone";
+  for (std::int32_t i = 1; i <= deck.slideCount(); ++i) {
+    if (deck.slideId(i) == owner.slide) slide = "slide " + std::to_string(i);
+  }
+  if (owner.isShape()) return basic::InQuotes(state.name) + " on " + slide;
+  slide.front() = basic::UCase(slide.substr(0, 1)).front();
+  return slide;
+}
+
 std::string describe(const deck::OwnerId& owner, const OwnerState& state) {
-  if (owner.isPresentation()) return "The deck: " + describeDeck(state);
-  if (owner.isSlide()) return "The slide: " + describeSlide(state);
-  return basic::InQuotes(state.name) + ": " + describeLink(state);
+  if (owner.isPresentation()) return describeDeck(state);
+  return owner.isSlide() ? describeSlide(state) : describeLink(state);
 }
 
 }  // namespace app

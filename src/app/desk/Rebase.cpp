@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/desk/OwnerText.h"
+#include "basic/Quotes.h"
 #include "model/modTags.h"
 
 namespace app {
@@ -59,9 +60,10 @@ Rebase::Rebase(const OwnerChanges& edits, EditLog& theirs) : theirs_(theirs) {
 
 void Rebase::add(const OwnerChange& edit) {
   const auto theirs = theirs_.inFile(edit.owner);
+  std::string name = nameOf(edit.owner, *edit.after, theirs_.presentation());
   if (!theirs) {
-    conflicts_.push_back(
-        {edit.owner, describe(edit.owner, *edit.after), "is no longer in the deck", true, false});
+    conflicts_.push_back({edit.owner, std::move(name), describe(edit.owner, *edit.after),
+                          "is no longer in the deck", true, false});
     disputed_.push_back(edit);
     return;
   }
@@ -74,9 +76,21 @@ void Rebase::add(const OwnerChange& edit) {
     clean_.push_back(edit);
     return;
   }
-  conflicts_.push_back(
-      {edit.owner, describe(edit.owner, *edit.after), describe(edit.owner, *theirs), false, true});
+  std::string ours = describe(edit.owner, *edit.after);
+  std::string others = describe(edit.owner, *theirs);
+  if (edit.after->name != theirs->name) {
+    ours += ", called " + basic::InQuotes(edit.after->name);
+    others += ", called " + basic::InQuotes(theirs->name);
+  }
+  if (ours == others) others += ", with other settings";
+  conflicts_.push_back({edit.owner, std::move(name), std::move(ours), std::move(others), false, true});
   disputed_.push_back(edit);
+}
+
+std::size_t Rebase::kept() const {
+  const auto ours = std::count_if(conflicts_.begin(), conflicts_.end(),
+                                  [](const EditConflict& each) { return each.takesOurs && !each.isGone; });
+  return clean_.size() + static_cast<std::size_t>(ours);
 }
 
 void Rebase::decideAs(const Rebase& other) {

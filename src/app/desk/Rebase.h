@@ -13,6 +13,8 @@ namespace app {
 /// without passwords.
 struct EditConflict {
   deck::OwnerId owner;
+  /// What the owner is called: "'Price' on slide 2".
+  std::string name;
   std::string ours;
   /// What the other version has; that it has no such owner any more.
   std::string theirs;
@@ -35,8 +37,9 @@ class Rebase {
   [[nodiscard]] const std::vector<EditConflict>& conflicts() const { return conflicts_; }
   /// Decides as another one did, where both have a conflict of the same owner.
   void decideAs(const Rebase& other);
-  /// How many edits go over without a question.
-  [[nodiscard]] std::size_t clean() const { return clean_.size(); }
+  /// How many edits go over, as it is decided now; and how many there are.
+  [[nodiscard]] std::size_t kept() const;
+  [[nodiscard]] std::size_t count() const { return clean_.size() + conflicts_.size(); }
   /// Applies them, with those of the conflicts that take ours. Answers what has changed.
   OwnerChanges apply();
 

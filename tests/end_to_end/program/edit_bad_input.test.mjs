@@ -180,8 +180,34 @@ describe("bad input at a desk", { concurrency: 2 }, () => {
     const offer = await window.until("the offer", ({ notices }) => notices.find(({ actions }) => actions.length > 0));
     assert.equal(
       offer.details,
-      "Yours: 'p2 Item': column Item, row 8, connection 001. In the file: 'p2 Item': not linked.",
+      "'p2 Item' on slide 1: yours is column Item, row 8, connection 001; in the file it is not linked.",
     );
+    const captions = () => window.state.notices.find(({ id }) => id === offer.id)?.actions.map(({ caption }) => caption);
+    const keeps = (...wanted) => window.until(`${wanted}`, () => captions()?.join() === wanted.join());
+    await keeps("Take it and keep my 2 changes", "Decide 1 one by one…");
+    await link("p3 Item", 7);
+    await keeps("Take it and keep my 3 changes", "Decide 1 one by one…");
+    await window.do("commands/undo");
+    await keeps("Take it and keep my 2 changes", "Decide 1 one by one…");
+
+    // One by one: what is chosen counts at once, and stays when the form is put away.
+    await window.do(`notices/${offer.id}/decide`);
+    const form = await window.form("frmConflicts");
+    assert.equal(form.controls.fraOwner1.Caption, "'p2 Item' on slide 1");
+    assert.equal(form.controls.optOurs1.Value, true);
+    await window.raise(form, { control: "optTheirs1", event: "change", value: true });
+    await keeps("Take it and keep my 1 change", "Decide 1 one by one…");
+    await window.raise(form, { control: "cmdOurs", event: "click" });
+    await window.until("mine again", () => form.controls.optOurs1.Value && form.controls.cmdOK.Caption.includes("2"));
+    await window.raise(form, { control: "cmdCancel", event: "click" });
+    await keeps("Take it and keep my 2 changes", "Decide 1 one by one…");
+
+    // What it is about changes under it: it goes, and comes anew.
+    await window.do(`notices/${offer.id}/decide`);
+    await window.form("frmConflicts");
+    await link("p2 Item", 6);
+    await window.until("no form", ({ forms }) => forms.every(({ name }) => name !== "frmConflicts"));
+    await link("p2 Item", 8);
     const refused = await window.post("commands/save");
     assert.equal(refused.status, 409);
     assert.match(refused.json.error, /another program has saved it meanwhile\..* your changes are kept\.$/);
