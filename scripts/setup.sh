@@ -9,7 +9,7 @@ set -euo pipefail
 build=(
   g++:g++ cmake:cmake ninja-build:ninja pkg-config:pkg-config
   libpugixml-dev libzip-dev zlib1g-dev libboost-dev libfreetype-dev libfontconfig-dev unixodbc-dev
-  libsqlite3-dev libicu-dev libssl-dev
+  libsqlite3-dev libicu-dev libssl-dev libcurl4-openssl-dev
   nlohmann-json3-dev libcli11-dev libgtest-dev libgmock-dev
 )
 fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)

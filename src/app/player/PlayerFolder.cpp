@@ -18,6 +18,7 @@
 #include "app/distribution/Digest.h"
 #include "app/player/DeckCollector.h"
 #include "app/player/LocalFolder.h"
+#include "app/player/WebFolder.h"
 #include "app/player/WhyNot.h"
 #include "app/wiring/Failure.h"
 #include "platform/UserFolders.h"
@@ -62,7 +63,10 @@ struct PlayerFolder::Shared : std::enable_shared_from_this<Shared> {
   void end();
 
   // For the collecting thread.
-  void run(DeckCache& cache, PlayerFolderOptions options);
+  void run(DeckFolder& folder, DeckCache& cache, const PlayerFolderOptions& options);
+  void goOn() const {
+    if (isOver) throw IsOver{};
+  }
   void rest(DeckFolder& folder, std::chrono::milliseconds pause);
   /// Has something done on the loop, unless the object is gone.
   void tell(std::function<void(Shared&)> what);
@@ -93,11 +97,7 @@ void PlayerFolder::Shared::tell(std::function<void(Shared&)> what) {
   });
 }
 
-void PlayerFolder::Shared::run(DeckCache& cache, PlayerFolderOptions options) {
-  const auto goOn = [this] {
-    if (isOver) throw IsOver{};
-  };
-  LocalFolder folder(options.place, ticks, goOn);
+void PlayerFolder::Shared::run(DeckFolder& folder, DeckCache& cache, const PlayerFolderOptions& options) {
   Findings told;
   std::function<void()> publish;
   DeckCollector collector(
@@ -174,16 +174,23 @@ PlayerFolder::PlayerFolder(platform::EventLoop& loop, host::Clock& clock, Player
                            std::function<void(const std::string&)> log)
     : shared_(std::make_shared<Shared>(loop, clock, std::move(log))) {
   shared_->now = clock.Now().serial;
+  const auto goOn = [shared = shared_.get()] { shared->goOn(); };  // it lives as long as the thread
+  std::shared_ptr<DeckFolder> folder;
+  if (WebFolder::isAddress(options.place)) {
+    folder = std::make_shared<WebFolder>(options.place, goOn);
+  } else {
+    folder = std::make_shared<LocalFolder>(std::filesystem::absolute(options.place).string(), ticks, goOn);
+  }
   auto cache = std::make_shared<DeckCache>(options.cache);
-  options.place = std::filesystem::absolute(options.place).string();
   shared_->timer = loop.CreateTimer([shared = shared_.get()] {
     if (shared->judge() && shared->changed) shared->changed();
   });
   shared_->timer->Interval(1000);
   shared_->timer->Enabled(true);
-  process::startThread([shared = shared_, cache = std::move(cache), options = std::move(options)]() mutable {
+  process::startThread([shared = shared_, folder = std::move(folder), cache = std::move(cache),
+                        options = std::move(options)]() mutable {
     try {
-      shared->run(*cache, std::move(options));
+      shared->run(*folder, *cache, options);
     } catch (const IsOver&) {
     } catch (const std::exception& error) {
       // Of no step, as these hear of what fails; memory that is out, for one.
@@ -191,6 +198,7 @@ PlayerFolder::PlayerFolder(platform::EventLoop& loop, host::Clock& clock, Player
         self.log("The folder is looked at no more: " + why);
       });
     }
+    folder.reset();
     cache.reset();
     const std::lock_guard lock(shared->mutex);
     shared->hasEnded = true;

@@ -15,7 +15,8 @@
 namespace app {
 
 struct PlayerFolderOptions {
-  /// A folder, of this machine or a share that is mounted here.
+  /// A folder, of this machine or a share that is mounted here, or the address of one behind a web server
+  /// ("http:", "https:").
   std::string place;
   /// The name of this computer, as decks have it in their lists.
   std::string computer;
@@ -36,7 +37,7 @@ class PlayerFolder {
  public:
   /// Takes what the cache has, then looks at the folder, all of it on the thread: decks() is empty at first.
   /// `log` gets a line for what cannot be taken, and when that has ended: each once. The loop and the clock
-  /// outlive it. Throws basic::Error where the cache cannot be used.
+  /// outlive it. Throws basic::Error where the cache cannot be used or the place is none.
   PlayerFolder(platform::EventLoop& loop, host::Clock& clock, PlayerFolderOptions options,
                std::function<void(const std::string&)> log);
   ~PlayerFolder();
