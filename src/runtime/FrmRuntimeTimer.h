@@ -179,8 +179,8 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
                                                 std::vector<clsRTShapeInfo>& shapes);
   [[nodiscard]] Reading ReadShape(PowerPoint::Slide& slide, clsRTShapeInfo& shape);
   [[nodiscard]] Reading ReadText(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
-  [[nodiscard]] Reading ReadGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
-  [[nodiscard]] Reading ReadTable(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
+  /// Of a chart or a table.
+  [[nodiscard]] Reading ReadWhole(PowerPoint::Slide& slide, clsRTShapeInfo& shape, clsConnection& connection);
   [[nodiscard]] Reading ReadObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
                                    clsConnection& connection);
   template <typename Step>

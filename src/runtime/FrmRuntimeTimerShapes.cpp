@@ -41,7 +41,7 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadShape(PowerPoint::Slide& slide, cl
     case SourceType::LinkedObject:
       return ReadObject(slide, shape, connection);
     case SourceType::Graph:
-      return shape.TableRows ? ReadTable(slide, shape, connection) : ReadGraph(slide, shape, connection);
+      return ReadWhole(slide, shape, connection);
     default:
       return ReadText(slide, shape, connection);
   }
@@ -69,25 +69,7 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadText(PowerPoint::Slide& slide, cls
   return reading;
 }
 
-FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadGraph(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
-                                                    clsConnection& connection) {
-  Reading reading;
-  const double rows = connection.RecordCount();
-  reading.NoValue = rows <= 0;
-  const std::int64_t version = connection.DataVersion();
-  if (version == shape.DataVersion) return reading;
-  auto fill = modGraph::PrepareGraph(*slide.Shapes()->Item(shape.Name), connection);
-  reading.Write = [&shape, version, rows, fill = std::move(fill)] {
-    if (modDebug::DebugOn) {
-      Log(DebugKind::Variable, "Graph:" + shape.Name + ":Rows:" + basic::CStr(rows));
-    }
-    fill();
-    shape.DataVersion = version;
-  };
-  return reading;
-}
-
-FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadTable(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
+FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadWhole(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
                                                     clsConnection& connection) {
   Reading reading;
   const double rows = connection.RecordCount();
@@ -95,14 +77,22 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadTable(PowerPoint::Slide& slide, cl
   const std::int64_t version = connection.DataVersion();
   const double row = RowOf(slide.SlideIndex(), shape);
   if (version == shape.DataVersion && row == shape.TableRow) return reading;
-  const auto table = slide.Shapes()->Item(shape.Name);
-  auto cells = modTable::ReadCells(*table, connection, row, /*displayType=*/1);
-  reading.Write = [&shape, version, row, rows, table, cells = std::move(cells)] {
-    if (modDebug::DebugOn) {
-      Log(DebugKind::Variable,
-          "Table:" + shape.Name + ":Rownbr:" + basic::CStr(row) + ":Rows:" + basic::CStr(rows));
-    }
-    modTable::WriteCells(*table, cells);
+  const auto hostShape = slide.Shapes()->Item(shape.Name);
+  std::string told;
+  std::function<void()> fill;
+  if (shape.TableRows) {
+    told = "Table:" + shape.Name + ":Rownbr:" + basic::CStr(row);
+    fill = [hostShape, cells = modTable::ReadCells(*hostShape, connection, row, /*displayType=*/1)] {
+      modTable::WriteCells(*hostShape, cells);
+    };
+  } else {
+    told = "Graph:" + shape.Name;
+    fill = modGraph::PrepareGraph(*hostShape, connection);
+  }
+  told += ":Rows:" + basic::CStr(rows);
+  reading.Write = [&shape, version, row, told = std::move(told), fill = std::move(fill)] {
+    Log(DebugKind::Variable, told);
+    fill();
     shape.DataVersion = version;
     shape.TableRow = row;
   };
