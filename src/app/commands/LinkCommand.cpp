@@ -15,11 +15,11 @@
 #include "app/inspect/SourceLook.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/StoredConnections.h"
-#include "basic/Error.h"
 #include "basic/Names.h"
 #include "connections/clsConnection.h"
 #include "model/clsShape.h"
 #include "model/modGraph.h"
+#include "model/modLinkable.h"
 #include "model/modTable.h"
 
 namespace app {
@@ -93,17 +93,18 @@ std::string withoutDot(const std::string& extension) {
 /// Whether the link is to show a file: in a picture or a linked object, or where
 /// a folder or an extension asks for it.
 bool isFileLink(const LinkOptions& options, PowerPoint::Shape& shape) {
+  using LF2000::modLinkable::Shows;
   const bool isAsked = options.folder || options.extension;
-  if (shape.HasTextFrame() && !isAsked) return false;
+  const auto [what, why] = LF2000::modLinkable::Examine(shape);
+  if (what == Shows::Text && !isAsked) return false;
   const std::string which =
       options.deck + ": shape '" + options.shape + "' on slide " + std::to_string(options.slide);
   if (options.clock) fail(which + " holds no text, so it cannot show the time.");
-  if (shape.HasTable()) fail(which + " is a table, which takes a connection as a whole: --table.");
-  try {
-    static_cast<void>(shape.LinkFormat());
-  } catch (const basic::Error&) {
-    fail(which + (isAsked ? " is neither a picture nor a linked object, so it cannot show a file."
-                          : " holds no text and no picture, so it cannot show a value."));
+  if (what == Shows::Table) fail(which + " is a table, which takes a connection as a whole: --table.");
+  if (what == Shows::Graph) fail(which + " is a chart, which takes a connection as a whole: --chart.");
+  if (what == Shows::Nothing) fail(which + " " + why + ".");
+  if (!LF2000::modLinkable::HasPicture(shape)) {
+    fail(which + " is neither a picture nor a linked object, so it cannot show a file.");
   }
   return true;
 }
