@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <iostream>
 #include <optional>
@@ -10,13 +9,12 @@
 
 #include "addin/support/modGlobalFunctions.h"
 #include "app/commands/Commands.h"
-#include "app/inspect/SheetUse.h"
+#include "app/inspect/SourceLook.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/StoredConnections.h"
 #include "basic/Counted.h"
-#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "connections/DatabaseCatalog.h"
 #include "deck/objects/Application.h"
@@ -58,39 +56,22 @@ struct OpenedDeck {
 
 struct Reading {
   std::string number;
-  std::vector<std::string> columns;
+  SourceLook look;
   /// Nothing where the data hold Null.
   std::vector<std::vector<std::optional<std::string>>> rows;
-  std::int64_t rowCount = 0;
-  double milliseconds = 0;
-  /// What the author should know of the source, a sentence each.
-  std::vector<std::string> remarks;
 };
 
 Reading read(const DataOptions& options) {
   const OpenedDeck opened(options);
   clsConnection& connection = *opened.connection;
-  const auto start = std::chrono::steady_clock::now();
-  try {
-    connection.OpenConnection();
-    connection.OpenRecordset();
-    connection.CloseConnection();
-  } catch (const basic::Error& error) {
-    fail(opened.deck->FullName() + ": connection " + connection.ConnectionTagNumber() + ": " +
-         error.description);
+  Reading reading{connection.ConnectionTagNumber(), lookInto(connection), {}};
+  if (!reading.look.isReadable()) {
+    fail(opened.deck->FullName() + ": connection " + reading.number + ": " + reading.look.failure);
   }
-  const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-
-  Reading reading;
-  reading.number = connection.ConnectionTagNumber();
-  reading.milliseconds = took.count();
-  reading.remarks = remarksOn(connection);
-  reading.columns = offeredColumns(connection);
-  reading.rowCount = static_cast<std::int64_t>(connection.RecordCount());
-  const auto shown = std::min<std::int64_t>(reading.rowCount, options.rows);
+  const auto shown = std::min<std::int64_t>(reading.look.rowCount, options.rows);
   for (std::int64_t row = 1; row <= shown; ++row) {
     auto& line = reading.rows.emplace_back();
-    for (const std::string& column : reading.columns) {
+    for (const std::string& column : reading.look.offered) {
       bool noValue = false;
       std::string text = connection.GetValueDatabase(static_cast<double>(row), column, 1, false, noValue);
       if (noValue && connection.IsNull(static_cast<double>(row), column)) {
@@ -116,14 +97,15 @@ void printDoubled(const std::vector<std::string>& columns) {
 }
 
 void printRows(Reading reading) {
-  printDoubled(reading.columns);
+  std::vector<std::string>& columns = reading.look.offered;
+  printDoubled(columns);
   std::vector<std::vector<std::string>> rows;
   for (const auto& row : reading.rows) {
     auto& line = rows.emplace_back();
     for (const auto& value : row) line.push_back(oneLine(value.value_or("")));
   }
-  std::transform(reading.columns.begin(), reading.columns.end(), reading.columns.begin(), oneLine);
-  printTable(std::cout, reading.columns, rows);
+  std::transform(columns.begin(), columns.end(), columns.begin(), oneLine);
+  printTable(std::cout, columns, rows);
 }
 
 Json rowsOf(const Reading& reading) {
@@ -137,27 +119,28 @@ Json rowsOf(const Reading& reading) {
 
 void test(const DataOptions& options) {
   const Reading reading = read(options);
+  const SourceLook& look = reading.look;
   if (options.json) {
     printJson(std::cout, {{"number", reading.number},
-                          {"columns", reading.columns},
-                          {"rowCount", reading.rowCount},
-                          {"milliseconds", reading.milliseconds},
-                          {"remarks", reading.remarks},
+                          {"columns", look.offered},
+                          {"rowCount", look.rowCount},
+                          {"milliseconds", look.milliseconds},
+                          {"remarks", look.remarks},
                           {"rows", rowsOf(reading)}});
     return;
   }
   printRows(reading);
-  for (const std::string& remark : reading.remarks)
+  for (const std::string& remark : look.remarks) {
     std::cout << platform::forTerminal(joinedLines(remark)) << '\n';
-  std::cout << basic::Counted(reading.rowCount, "row") << ", "
-            << basic::Counted(reading.columns.size(), "column") << ", read in "
-            << std::llround(reading.milliseconds) << " ms\n";
+  }
+  std::cout << basic::Counted(look.rowCount, "row") << ", " << basic::Counted(look.offered.size(), "column")
+            << ", read in " << std::llround(look.milliseconds) << " ms\n";
 }
 
 void preview(const DataOptions& options) {
   const Reading reading = read(options);
   if (options.json) {
-    printJson(std::cout, {{"columns", reading.columns}, {"rows", rowsOf(reading)}});
+    printJson(std::cout, {{"columns", reading.look.offered}, {"rows", rowsOf(reading)}});
   } else {
     printRows(reading);
   }

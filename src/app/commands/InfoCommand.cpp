@@ -4,15 +4,13 @@
 #include <iostream>
 
 #include "app/commands/Commands.h"
-#include "app/inspect/SheetUse.h"
+#include "app/inspect/SourceLook.h"
 #include "app/wiring/LinkedShapes.h"
 #include "app/wiring/Output.h"
 #include "app/wiring/ScrollInfo.h"
 #include "app/wiring/StoredConnections.h"
 #include "basic/Conversion.h"
 #include "basic/Counted.h"
-#include "basic/Error.h"
-#include "basic/Strings.h"
 #include "connections/SourceKind.h"
 #include "deck/objects/Application.h"
 #include "json/Json.h"
@@ -44,15 +42,11 @@ Json connectionInfo(const StoredConnection& stored) {
     info["state"] = stored.failure;
     return info;
   }
-  try {
-    connection.OpenConnection();
-    connection.OpenRecordset();
-    connection.CloseConnection();
-    info["state"] = "ready";
-    info["rowCount"] = static_cast<std::int64_t>(connection.RecordCount());
-    info["columns"] = offeredColumns(connection);
-  } catch (const basic::Error& error) {
-    info["state"] = basic::Replace(error.description, "\r\n", " ");
+  const SourceLook look = lookInto(connection);
+  info["state"] = look.isReadable() ? "ready" : look.failure;
+  if (look.isReadable()) {
+    info["rowCount"] = look.rowCount;
+    info["columns"] = look.offered;
   }
   return info;
 }

@@ -1,5 +1,7 @@
 #include "app/inspect/SourceLook.h"
 
+#include <chrono>
+
 #include "app/inspect/SheetUse.h"
 #include "app/wiring/Output.h"
 #include "basic/Counted.h"
@@ -10,9 +12,12 @@ namespace app {
 SourceLook lookInto(LF2000::clsConnection& connection) {
   SourceLook look;
   try {
+    const auto start = std::chrono::steady_clock::now();
     connection.OpenConnection();
     connection.OpenRecordset();
     connection.CloseConnection();
+    look.milliseconds =
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     if (!connection.RecordsetReady()) {
       look.failure = "There is nothing here that can read it.";
       return look;
