@@ -7,7 +7,7 @@
 #include <cmath>
 #include <utility>
 
-#include "pictures/FileBytes.h"
+#include "pictures/TiffDirectory.h"
 
 namespace pictures {
 

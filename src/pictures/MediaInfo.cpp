@@ -1,11 +1,11 @@
 #include "pictures/MediaInfo.h"
 
-#include "pictures/FileBytes.h"
+#include "basic/FileBytes.h"
 
 namespace pictures {
 
 MediaInfo readMediaInfo(std::string_view bytes) {
-  const FileBytes b(bytes);
+  const basic::FileBytes b(bytes);
   if (b.at(4, 4) == "ftyp") {
     return b.at(8, 3) == "M4A" ? MediaInfo{"audio/mp4", ".m4a"} : MediaInfo{"video/mp4", ".mp4"};
   }

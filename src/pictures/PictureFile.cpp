@@ -11,8 +11,8 @@
 #include "host/drives.h"
 #include "opc/Failure.h"
 #include "opc/Files.h"
-#include "pictures/FileBytes.h"
 #include "pictures/ImageInfo.h"
+#include "pictures/TiffDirectory.h"
 
 namespace pictures {
 namespace {

@@ -6,6 +6,7 @@
 #include <thread>
 #include <utility>
 
+#include "process/OfficeCommand.h"
 #include "render/conversion/FlatDrawing.h"
 
 // One batch of pictures after the other: LibreOffice draws all of it into a document of pages, then
@@ -21,8 +22,6 @@ namespace fs = std::filesystem;
 /// More would be more than a browser can draw in time.
 constexpr std::uintmax_t LargestResult = 32U << 20U;
 constexpr std::size_t LargestBatch = 40;
-/// What prlimit ends with when there is no such program.
-constexpr int NotInstalled = 127;
 constexpr std::string_view Filter =
     "pdf:draw_pdf_Export:{\"UseLosslessCompression\":{\"type\":\"boolean\",\"value\":\"true\"},"
     "\"ReduceImageResolution\":{\"type\":\"boolean\",\"value\":\"false\"}}";
@@ -73,7 +72,7 @@ bool PictureConverter::poll() {
 
 void PictureConverter::ended(int status) {
   std::error_code error;
-  if (status == NotInstalled) {
+  if (status == process::NotInstalled) {
     failAll(
         page_ ? "pdftocairo is not installed (apt install poppler-utils)"
               : "LibreOffice, which converts such pictures, is not installed (apt install libreoffice-draw)");
@@ -95,10 +94,7 @@ void PictureConverter::finish() {
 }
 
 void PictureConverter::start(const std::vector<std::string>& command) {
-  // Pictures are other people's: one that asks for too much ends its own conversion only.
-  std::vector<std::string> bounded = {"prlimit", "--as=4294967296", "--fsize=536870912", "--cpu=120"};
-  bounded.insert(bounded.end(), command.begin(), command.end());
-  child_.emplace(bounded, (folder_->path() / "log").string());
+  child_.emplace(process::boundedCommand(command), (folder_->path() / "log").string());
   deadline_ = std::chrono::steady_clock::now() + options_.timeout;
   if (child_->startError() == 0) return;
   const std::string why = std::strerror(child_->startError());
@@ -126,9 +122,8 @@ void PictureConverter::startBatch() {
   for (const auto& picture : batch_) drawn.push_back({picture.bytes, picture.width, picture.height});
   const auto input = folder_->path() / "pictures.fodg";
   std::ofstream(input, std::ios::binary) << flatDrawing(drawn);
-  start({options_.office, "-env:UserInstallation=file://" + (folder_->path() / "profile").string(),
-         "--headless", "--norestore", "--nologo", "--convert-to", std::string(Filter), "--outdir",
-         (folder_->path() / "out").string(), input.string()});
+  start(process::officeCommand(
+      {options_.office, folder_->path() / "profile", std::string(Filter), folder_->path() / "out", input}));
 }
 
 void PictureConverter::startPage() {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "process/ChildProcess.h"
+#include "process/OfficeCommand.h"
 #include "workbook/Failure.h"
 #include "workbook/book/SourceFile.h"
 
@@ -68,10 +69,8 @@ void Converter::run(const std::string& path, const fs::path& job, const fs::path
   // Two instances cannot share a profile.
   const fs::path profile = folder_->path() / ("profile" + std::to_string(running_));
   const fs::path log = job / "log";
-  process::ChildProcess child(
-      {options_.program, "-env:UserInstallation=file://" + profile.string(), "--headless", "--norestore",
-       "--nologo", "--convert-to", "xlsx", "--outdir", (job / "out").string(), input.string()},
-      log.string());
+  process::ChildProcess child(process::officeCommand({options_.program, profile, "xlsx", job / "out", input}),
+                              log.string());
   if (child.startError() == ENOENT) {
     failOpening(path, "LibreOffice Calc, which reads such workbooks, is not installed (" +
                           std::string(Package) + ")");

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace process {
+
+/// What LibreOffice is to make of which file.
+struct OfficeConversion {
+  std::string program = "soffice";
+  /// Two instances cannot share one. It is made when it is not there.
+  std::filesystem::path profile;
+  /// As --convert-to takes it: "xlsx", or a filter with its options.
+  std::string format;
+  /// The folder of the result, which has the input's name with another ending.
+  std::filesystem::path out;
+  std::filesystem::path input;
+};
+
+/// Converts a file without a window.
+std::vector<std::string> officeCommand(const OfficeConversion& conversion);
+
+/// The exit status where a bounded command's program is not installed.
+inline constexpr int NotInstalled = 127;
+
+/// The command within bounds of memory (4 GB), of what it writes (512 MB a file) and of processor time (2
+/// minutes): what other people's files make it ask for ends that command alone.
+std::vector<std::string> boundedCommand(const std::vector<std::string>& command);
+
+}  // namespace process
