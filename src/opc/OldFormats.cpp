@@ -10,7 +10,7 @@ std::string describeOldFormat(std::string_view bytes) {
     return "it is encrypted. Remove its password in PowerPoint and save it again.";
   }
   if (basic::HasCompoundEntry(bytes, "PowerPoint Document")) {
-    return "it is in the binary format of PowerPoint 97 to 2003. Save it as .pptx in PowerPoint.";
+    return "it is in the binary format of PowerPoint 97 to 2003. Make a deck of it with 'lumenfold import'.";
   }
   return "it is an OLE compound file, no presentation of the formats pptx, pptm, ppsx, potx";
 }

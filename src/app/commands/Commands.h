@@ -25,6 +25,7 @@ void addUnlinkCommand(CLI::App& program, Environment& environment);
 void addSlideCommand(CLI::App& program, Environment& environment);
 void addDisplayCommand(CLI::App& program, Environment& environment);
 void addFillCommand(CLI::App& program, Environment& environment);
+void addImportCommand(CLI::App& program, Environment& environment);
 void addLogCommand(CLI::App& program, Environment& environment);
 void addSnapshotCommand(CLI::App& program, Environment& environment);
 void addCheckCommand(CLI::App& program, Environment& environment);

@@ -86,6 +86,7 @@ int run(int argc, char** argv) {
   app::addFillCommand(program, environment);
   app::addCheckCommand(program, environment);
   app::addSnapshotCommand(program, environment);
+  app::addImportCommand(program, environment);
   app::addLogCommand(program, environment);
 
   try {

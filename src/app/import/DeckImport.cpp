@@ -1,0 +1,161 @@
+// Puts the tags of an old presentation onto what LibreOffice makes of it.
+
+#include "app/import/DeckImport.h"
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "app/import/NewShapes.h"
+#include "app/import/ShapeMatch.h"
+#include "app/wiring/Failure.h"
+#include "app/wiring/Output.h"
+#include "basic/CompoundFile.h"
+#include "basic/Quotes.h"
+#include "basic/Strings.h"
+#include "connections/StoredPassword.h"
+#include "deck/objects/Presentation.h"
+#include "ppt/Deck.h"
+#include "presentationml/ShapeNode.h"
+
+namespace app {
+
+namespace {
+
+/// Tags lie in shapes of a slide and of the groups on it.
+bool hasTags(const ppt::Shape& shape) { return !shape.tags.empty(); }
+
+std::string kindOf(const ppt::Shape& shape) {
+  switch (shape.kind) {
+    case ppt::Shape::Kind::Line:
+      return "Line";
+    case ppt::Shape::Kind::Picture:
+      return "Picture";
+    case ppt::Shape::Kind::Object:
+      return "Object";
+    case ppt::Shape::Kind::Group:
+      return "Group";
+    case ppt::Shape::Kind::Table:
+      return "Table";
+    case ppt::Shape::Kind::Shape:
+      break;
+  }
+  return shape.text.empty() ? "Shape" : "Text";
+}
+
+/// "Text 5", as a program shows one that its author has not named.
+std::string nameOf(const ppt::Shape& shape) {
+  return shape.name.empty() ? kindOf(shape) + ' ' + std::to_string(shape.number) : shape.name;
+}
+
+/// "Slide 2, 'Text 5' (Departures)".
+std::string placeOf(std::int32_t slide, const ppt::Shape& shape) {
+  std::string place = "Slide " + std::to_string(slide) + ", " + basic::InQuotes(oneLine(nameOf(shape)));
+  if (!basic::Trim(shape.text).empty()) place += " (" + oneLine(shape.text) + ')';
+  return place;
+}
+
+std::string withoutPassword(const std::string& value) {
+  const LF2000::StoredPassword stored(value);
+  return stored.IsSet() || stored.IsWithheld() ? stored.Shown() : value;
+}
+
+std::string listOf(const std::vector<ppt::Tag>& tags) {
+  std::string list;
+  for (const ppt::Tag& tag : tags) {
+    if (!list.empty()) list += ", ";
+    list += tag.name + " = " + basic::InQuotes(oneLine(withoutPassword(tag.value)));
+  }
+  return list;
+}
+
+class Import {
+ public:
+  Import(std::shared_ptr<deck::Presentation> deck, const ppt::Deck& old)
+      : deck_(std::move(deck)), old_(old) {}
+
+  ImportedDeck run() {
+    add(*deck_->Tags(), old_.tags);
+    for (std::int32_t slide = 1; slide <= deck_->slideCount(); ++slide) {
+      importSlide(slide, old_.slides[static_cast<std::size_t>(slide - 1)]);
+    }
+    deck_->tagStore().write();
+    result_.bytes = deck_->package().serialize();
+    return std::move(result_);
+  }
+
+ private:
+  void add(PowerPoint::Tags& tags, const std::vector<ppt::Tag>& old) {
+    for (const ppt::Tag& tag : old) tags.Add(tag.name, tag.value);
+    result_.tags += old.size();
+  }
+
+  void importSlide(std::int32_t index, const ppt::Slide& old) {
+    add(*deck_->Slides()->Item(index)->Tags(), old.tags);
+    opc::Part& part = deck_->slidePart(index);
+    const std::vector<NewShape> made = newShapesOf(part);
+    const ShapeMatch match = matchShapes(old.shapes, made);
+    for (const ShapeMatch::Pair& pair : match.pairs) {
+      if (!pair.old->name.empty()) deck_->restoreName(index, pair.made->node, pair.old->name);
+    }
+    for (const ShapeMatch::Pair& pair : match.pairs) {
+      importShape(index, *pair.old, pair.made->node);
+    }
+    for (const ppt::Shape* lost : match.lost) {
+      if (hasTags(*lost)) result_.lost.push_back(placeOf(index, *lost) + ": " + listOf(lost->tags));
+    }
+  }
+
+  void importShape(std::int32_t slide, const ppt::Shape& old, pugi::xml_node node) {
+    if (presentationml::shapeName(node).empty()) giveName(slide, old, node);
+    if (basic::EqualsIgnoreCase(old.program.substr(0, old.program.find('.')), "MSGraph")) {
+      result_.warnings.push_back(placeOf(slide, old) + ": it is an embedded graph (" + old.program +
+                                 "), which stays an object and shows no data. Put a chart in its place.");
+    }
+    if (!hasTags(old)) return;
+    deck::TagList& list = deck_->tagStore().of(deck_->slidePart(slide), node);
+    for (const ppt::Tag& tag : old.tags) list.add(tag.name, tag.value);
+    result_.tags += old.tags.size();
+    ++result_.taggedShapes;
+  }
+
+  /// The runtime finds shapes by their names.
+  void giveName(std::int32_t slide, const ppt::Shape& old, pugi::xml_node node) {
+    std::string name = nameOf(old);
+    for (int further = 2; deck_->shapesOf(slide).find(name); ++further) {
+      name = nameOf(old) + " (" + std::to_string(further) + ')';
+    }
+    deck_->restoreName(slide, node, name);
+  }
+
+  std::shared_ptr<deck::Presentation> deck_;
+  const ppt::Deck& old_;
+  ImportedDeck result_;
+};
+
+ImportedDeck importBytes(std::string_view bytes, const std::string& name, host::Loop& loop,
+                         const PresentationConversion& conversion) {
+  const ppt::Deck old = ppt::readDeck(bytes);
+  auto package = opc::Package::fromBytes(convertPresentation(bytes, loop, conversion), name);
+  const auto deck = std::make_shared<deck::Presentation>(std::move(package), std::string(), std::nullopt);
+  if (deck->slideCount() != static_cast<std::int32_t>(old.slides.size())) {
+    fail("LibreOffice makes " + counted(deck->slideCount(), "slide") + " of its " +
+         std::to_string(old.slides.size()));
+  }
+  return Import(deck, old).run();
+}
+
+}  // namespace
+
+bool isOldPresentation(std::string_view bytes) { return basic::IsCompoundFile(bytes); }
+
+ImportedDeck importDeck(std::string_view bytes, const std::string& name, host::Loop& loop,
+                        const PresentationConversion& conversion) {
+  try {
+    return importBytes(bytes, name, loop, conversion);
+  } catch (const basic::Error& error) {
+    fail(basic::InQuotes(name) + " cannot be imported: " + error.description + '.');
+  }
+}
+
+}  // namespace app

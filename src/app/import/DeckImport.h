@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "app/import/PresentationConverter.h"
+#include "host/services.h"
+
+namespace app {
+
+/// A .pptx made of an old presentation, with its tags on the slides and shapes that they were on.
+struct ImportedDeck {
+  std::string bytes;
+  std::size_t tags = 0;
+  std::size_t taggedShapes = 0;
+  /// Shapes whose tags have no place on the new slide, a line each: slide, shape, and the tags without
+  /// passwords.
+  std::vector<std::string> lost;
+  /// What is another thing now than its author may think, a line each.
+  std::vector<std::string> warnings;
+};
+
+/// Whether a file's bytes may be an old presentation, so that it is to be imported.
+bool isOldPresentation(std::string_view bytes);
+
+/// Makes a deck of a file's bytes; `name` is what errors call it. What it looks like comes from LibreOffice.
+/// The loop runs meanwhile. Throws basic::Error when it cannot be read or converted.
+ImportedDeck importDeck(std::string_view bytes, const std::string& name, host::Loop& loop,
+                        const PresentationConversion& conversion);
+
+}  // namespace app

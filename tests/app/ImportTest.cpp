@@ -1,0 +1,268 @@
+// Old presentations as decks: what LibreOffice draws, with the tags that it drops.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <thread>
+
+#include "app/import/DeckImport.h"
+#include "app/wiring/Environment.h"
+#include "app/wiring/LinkedShapes.h"
+#include "app/wiring/StoredConnections.h"
+#include "deck/objects/Application.h"
+#include "model/modTags.h"
+#include "opc/Xml.h"
+#include "ppt/Records.h"
+#include "presentationml/ShapeNode.h"
+#include "process/ChildProcess.h"
+#include "process/OfficeCommand.h"
+#include "support/DeckBuilder.h"
+#include "support/ErrorOf.h"
+#include "support/OldDeck.h"
+#include "support/TemporaryFolder.h"
+
+namespace app {
+namespace {
+
+namespace fs = std::filesystem;
+using support::TemporaryFolder;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+std::shared_ptr<deck::Presentation> open(const std::string& bytes) {
+  return std::make_shared<deck::Presentation>(opc::Package::fromBytes(bytes, "imported"), "", std::nullopt);
+}
+
+std::vector<ppt::Tag> tagsOf(deck::TagList& list) {
+  std::vector<ppt::Tag> tags;
+  for (const deck::Tag& tag : list.all()) tags.push_back({tag.name, tag.value});
+  return tags;
+}
+
+/// Names and tags of a deck's shapes, as an old presentation would have them.
+std::vector<ppt::Shape> shapesOf(deck::Presentation& deck, opc::Part& slide, pugi::xml_node parent) {
+  std::vector<ppt::Shape> shapes;
+  opc::xml::forEachPreferred(parent, [&](pugi::xml_node node) {
+    if (!presentationml::isShape(node)) return;
+    ppt::Shape& shape = shapes.emplace_back();
+    shape.name = presentationml::shapeName(node);
+    shape.tags = tagsOf(deck.tagStore().of(slide, node));
+    if (opc::xml::isNamed(node, "p:grpSp")) shape.members = shapesOf(deck, slide, node);
+  });
+  return shapes;
+}
+
+ppt::Deck oldDeckOf(deck::Presentation& deck) {
+  ppt::Deck old;
+  old.tags = tagsOf(deck.tagStore().of(deck.part(), deck.part().xml().document_element()));
+  for (std::int32_t i = 1; i <= deck.slideCount(); ++i) {
+    opc::Part& slide = deck.slidePart(i);
+    const pugi::xml_node root = slide.xml().document_element();
+    old.slides.push_back(
+        {tagsOf(deck.tagStore().of(slide, root)), shapesOf(deck, slide, presentationml::shapeTree(root))});
+  }
+  return old;
+}
+
+/// The presentations as LibreOffice saves them in the old format, in one run.
+void saveAsOld(const std::vector<std::string>& decks, const TemporaryFolder& folder) {
+  process::OfficeConversion conversion;
+  conversion.profile = folder.path() / "profile";
+  conversion.format = "ppt";
+  conversion.out = folder.path();
+  conversion.input = decks.front();
+  std::vector<std::string> command = process::officeCommand(conversion);
+  command.insert(command.end(), decks.begin() + 1, decks.end());
+  process::ChildProcess office(command, (folder.path() / "log").string());
+  while (!office.exitStatus()) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
+/// What a shape shows, by slide and name.
+using Links = std::map<std::pair<std::int32_t, std::string>, std::string>;
+Links linksOf(deck::Presentation& deck) {
+  Links links;
+  for (std::int32_t slide = 1; slide <= deck.slideCount(); ++slide) {
+    for (const LinkedShape& link : linkedShapes(deck, slide)) {
+      links[{slide, link.name}] = std::to_string(link.sourceType) + ' ' + linkText(link);
+    }
+  }
+  return links;
+}
+
+std::vector<std::string> connectionsOf(deck::Presentation& deck) {
+  std::vector<std::string> tags;
+  LF2000::modTags::ForEachTag(
+      *deck.Tags(), LF2000::modTags::Connection,
+      [&](const std::string& number, const std::string& value) { tags.push_back(number + value); });
+  return tags;
+}
+
+TEST(Import, TheSamplesKeepEveryLink) {
+  Environment environment;
+  const TemporaryFolder folder;
+  const std::vector<std::string> names{"departures", "shop", "plant"};
+  std::vector<std::string> paths;
+  for (const std::string& name : names) {
+    paths.push_back(std::string(SAMPLES_FOLDER) + "/" + name + "/" + name + ".pptx");
+  }
+  saveAsOld(paths, folder);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    SCOPED_TRACE(names[i]);
+    const auto sample = std::make_shared<deck::Application>()->open(paths[i]);
+    const std::string old = support::withTags(folder.read(names[i] + ".ppt"), oldDeckOf(*sample));
+    const ImportedDeck imported = importDeck(old, names[i], environment.loop(), {});
+    EXPECT_THAT(imported.lost, IsEmpty());
+    const auto deck = open(imported.bytes);
+    const Links links = linksOf(*deck);
+    EXPECT_GT(links.size(), 20U);
+    EXPECT_EQ(links, linksOf(*sample));
+    EXPECT_EQ(connectionsOf(*deck), connectionsOf(*sample));
+    for (std::int32_t slide = 1; slide <= deck->slideCount(); ++slide) {
+      EXPECT_EQ(deck->Slides()->Item(slide)->Tags()->Count(), sample->Slides()->Item(slide)->Tags()->Count());
+    }
+  }
+}
+
+/// A program in LibreOffice's place, which gives this deck whatever it is to convert.
+class StandIn {
+ public:
+  explicit StandIn(const std::string& deck, const std::string& before = {}) {
+    static_cast<void>(folder_.write("made.pptx", deck));
+    conversion.program = folder_.write(
+        "soffice",
+        "#!/bin/sh\ncd '" + folder_.path().string() + "'\n" + before +
+            "for out; do input=\"$last\"; last=\"$out\"; done\nmkdir -p \"$input\" && cp made.pptx "
+            "\"$input/deck.pptx\"\n");
+    fs::permissions(conversion.program, fs::perms::owner_all);
+  }
+  ImportedDeck import(const std::string& bytes) {
+    return importDeck(bytes, "old.ppt", environment_.loop(), conversion);
+  }
+  std::string errorOf(const std::string& bytes) {
+    return support::errorOf([&] { static_cast<void>(import(bytes)); });
+  }
+
+  PresentationConversion conversion;
+
+ private:
+  Environment environment_;
+  TemporaryFolder folder_;
+};
+
+/// A text of one slide's old version, at a place of its own in points.
+support::OldRecord oldText(std::uint32_t number, const std::string& text, int left,
+                           const std::vector<ppt::Tag>& tags) {
+  namespace type = ppt::type;
+  constexpr int UnitsPerPoint = 8;
+  using support::atomOf;
+  using support::containerOf;
+  return containerOf(
+      type::Shape,
+      {atomOf(type::ShapeKind, support::numbers({number, 0}), 1),
+       atomOf(type::Anchor, support::smallNumbers(
+                                {0, left * UnitsPerPoint, (left + 50) * UnitsPerPoint, 20 * UnitsPerPoint})),
+       containerOf(type::ClientData, {support::tagsRecord(tags)}),
+       containerOf(type::TextBox,
+                   {atomOf(type::TextHeader, support::numbers({4})), atomOf(type::TextBytes, text)})});
+}
+
+std::string oldDeck(std::vector<support::OldRecord> shapes) {
+  namespace type = ppt::type;
+  using support::atomOf;
+  using support::containerOf;
+  support::OldRecord tree = containerOf(type::Group, {containerOf(type::Shape, {})});
+  for (support::OldRecord& shape : shapes) tree.records.push_back(std::move(shape));
+  support::OldDeckWriter writer;
+  writer.put(
+      1, containerOf(type::Document,
+                     {containerOf(type::SlideList, {atomOf(type::SlidePersist, support::numbers({2}))})}));
+  writer.put(
+      2, containerOf(type::Slide, {containerOf(type::Drawing, {containerOf(type::DrawingContent, {tree})})}));
+  writer.save();
+  return writer.file();
+}
+
+std::string newText(int id, const std::string& name, const std::string& text, int left,
+                    const std::string& nvPr = {}) {
+  constexpr int EmuPerPoint = 12700;
+  std::string shape = support::textShape(id, name, text, nvPr);
+  const std::string frame = "<a:xfrm><a:off x=\"" + std::to_string(left * EmuPerPoint) +
+                            "\" y=\"0\"/><a:ext cx=\"" + std::to_string(50 * EmuPerPoint) + "\" cy=\"" +
+                            std::to_string(20 * EmuPerPoint) + "\"/></a:xfrm>";
+  const std::size_t at = shape.find("<p:spPr");
+  const std::size_t end = shape.find('>', at);
+  if (shape[end - 1] == '/') return shape.replace(at, end + 1 - at, "<p:spPr>" + frame + "</p:spPr>");
+  const std::size_t close = shape.find("</p:spPr>", end);
+  return shape.replace(at, close - at, "<p:spPr>" + frame);
+}
+
+std::string newDeck(const std::string& shapes) {
+  support::DeckBuilder builder;
+  builder.addSlide(shapes);
+  return builder.bytes();
+}
+
+/// name=value of the tag A of each shape.
+std::vector<std::string> placed(const ImportedDeck& imported) {
+  const auto deck = open(imported.bytes);
+  std::vector<std::string> found;
+  for (std::int32_t i = 1; i <= deck->Slides()->Item(1)->Shapes()->Count(); ++i) {
+    const auto shape = deck->Slides()->Item(1)->Shapes()->Item(i);
+    if (shape->Tags()->Count() > 0) found.push_back(shape->Name() + "=" + shape->Tags()->Value(1));
+  }
+  return found;
+}
+
+TEST(Import, ShapesThatCameOrWentLeadNoTagAstray) {
+  const std::string old = oldDeck({oldText(2, "Rye", 0, {{"A", "1"}}), oldText(3, "Oat", 100, {{"A", "2"}}),
+                                   oldText(4, "Plum", 200, {{"A", "3"}, {"B", "Server=x;Password=secret"}})});
+  // A number was added, as on the old master; the second text is gone.
+  StandIn office(newDeck(newText(2, "", "Rye", 0) + newText(3, "Text 4", "Another", 300) +
+                         newText(4, "", "Plum", 200) +
+                         newText(9, "PlaceHolder 1", "1", 400, "<p:ph type=\"sldNum\"/>")));
+  const ImportedDeck some = office.import(old);
+  EXPECT_THAT(placed(some), ElementsAre("Text 2=1", "Text 4 (2)=3"));
+  EXPECT_THAT(some.lost, ElementsAre("Slide 1, 'Text 3' (Oat): A = '2'"));
+  EXPECT_EQ(some.tags, 3U);
+  EXPECT_EQ(some.taggedShapes, 2U);
+  // Of two that look alike one is gone: nobody knows which.
+  StandIn less(newDeck(newText(2, "", "Same", 0)));
+  const ImportedDeck none = less.import(oldDeck(
+      {oldText(2, "Same", 0, {{"A", "1"}, {"B", "Server=x;Password=secret"}}), oldText(3, "Same", 0, {})}));
+  EXPECT_THAT(placed(none), IsEmpty());
+  ASSERT_EQ(none.lost.size(), 1U);
+  EXPECT_THAT(none.lost[0], HasSubstr("A = '1', B = 'Server=x"));
+  EXPECT_THAT(none.lost[0], Not(HasSubstr("secret")));
+}
+
+TEST(Import, FailsWithTheReason) {
+  const std::string old = oldDeck({});
+  StandIn office(newDeck(""));
+  EXPECT_EQ(office.errorOf("PK"),
+            "'old.ppt' cannot be imported: it is no OLE compound file, so no old presentation.");
+  StandIn failing(newDeck(""), "exit 1\n");
+  EXPECT_THAT(failing.errorOf(old), HasSubstr("LibreOffice cannot convert it"));
+  StandIn broken("no archive");
+  EXPECT_THAT(broken.errorOf(old), HasSubstr("cannot be imported"));
+  support::DeckBuilder two;
+  two.addSlide();
+  two.addSlide();
+  EXPECT_THAT(StandIn(two.bytes()).errorOf(old), HasSubstr("LibreOffice makes 2 slides of its 1."));
+  StandIn missing(newDeck(""));
+  missing.conversion.program = "/nonexistent/soffice";
+  EXPECT_THAT(missing.errorOf(old), HasSubstr("is not installed (apt install libreoffice-impress)"));
+  StandIn slow(newDeck(""), "sleep 3600\n");
+  slow.conversion.timeout = std::chrono::milliseconds(50);
+  EXPECT_THAT(slow.errorOf(old), HasSubstr("did not convert it within 1 s"));
+  slow.conversion.isCancelled = [] { return true; };
+  EXPECT_THAT(slow.errorOf(old), HasSubstr("was cancelled"));
+}
+
+}  // namespace
+}  // namespace app
