@@ -11,6 +11,7 @@
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
+#include "basic/Counted.h"
 #include "basic/Quotes.h"
 #include "opc/PackageFile.h"
 #include "platform/Console.h"
@@ -34,12 +35,12 @@ void importOld(const std::string& path, const std::string& out, Environment& env
   conversion.isCancelled = [&] { return isCancelled; };
   const ImportedDeck deck = importDeck(bytes, path, environment.loop(), conversion);
   opc::replaceFile(out, deck.bytes);
-  printLine(std::cout, out + ": " + counted(deck.tags, "tag") + ", on " +
-                           counted(deck.taggedShapes, "shape") + " among others");
+  printLine(std::cout, out + ": " + basic::Counted(deck.tags, "tag") + ", on " +
+                           basic::Counted(deck.taggedShapes, "shape") + " among others");
   for (const std::string& warning : deck.warnings) printLine(std::cout, warning);
   if (deck.lost.empty()) return;
   for (const std::string& lost : deck.lost) printLine(std::cerr, "Lost: " + lost);
-  fail(out + ": written without the tags of " + counted(deck.lost.size(), "shape") + " (see above).");
+  fail(out + ": written without the tags of " + basic::Counted(deck.lost.size(), "shape") + " (see above).");
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
 #include "basic/CompoundFile.h"
+#include "basic/Counted.h"
 #include "basic/Quotes.h"
 #include "basic/Strings.h"
 #include "connections/StoredPassword.h"
@@ -139,7 +140,7 @@ ImportedDeck importBytes(std::string_view bytes, const std::string& name, host::
   auto package = opc::Package::fromBytes(convertPresentation(bytes, loop, conversion), name);
   const auto deck = std::make_shared<deck::Presentation>(std::move(package), std::string(), std::nullopt);
   if (deck->slideCount() != static_cast<std::int32_t>(old.slides.size())) {
-    fail("LibreOffice makes " + counted(deck->slideCount(), "slide") + " of its " +
+    fail("LibreOffice makes " + basic::Counted(deck->slideCount(), "slide") + " of its " +
          std::to_string(old.slides.size()));
   }
   return Import(deck, old).run();
