@@ -73,7 +73,8 @@ void DeckCollector::look(basic::Date now, std::int64_t ticks) {
 
 /// Nothing where it is taken.
 std::string DeckCollector::refusalOf(const ListedDeck& listed, const KnownDeck& known) const {
-  if (!options_.trust) return {};
+  // What counts already was looked at when it was taken.
+  if (!options_.trust || (known.version && known.version->listed == listed)) return {};
   const Note& note = listed.note;
   if (!listed.path.empty() || note.signature.empty()) {
     return "It is not signed, and this player takes signed decks alone.";

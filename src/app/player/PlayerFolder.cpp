@@ -126,7 +126,7 @@ void PlayerFolder::Shared::run(DeckFolder& folder, DeckCache& cache, const Playe
 }
 
 void PlayerFolder::Shared::rest(DeckFolder& folder, std::chrono::milliseconds pause) {
-  const auto wait = [this](std::initializer_list<int> descriptors, std::chrono::milliseconds longest) {
+  const auto wait = [](std::initializer_list<int> descriptors, std::chrono::milliseconds longest) {
     std::array<pollfd, 2> polled{};
     nfds_t count = 0;
     for (const int each : descriptors) polled.at(count++) = {each, POLLIN, 0};
