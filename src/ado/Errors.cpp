@@ -31,9 +31,7 @@ std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"
 }  // namespace
 
 void failItemNotFound(std::string_view which) {
-  fail(adErrItemNotFound,
-       "Item cannot be found in the collection corresponding to the requested name or ordinal: " +
-           quoted(which) + ".");
+  fail(adErrItemNotFound, std::string(ItemNotFound) + ": " + quoted(which) + ".");
 }
 
 void failNoCurrentRecord() {

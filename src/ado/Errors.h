@@ -7,6 +7,10 @@
 
 namespace ado {
 
+/// How the description of failItemNotFound() begins.
+inline constexpr std::string_view ItemNotFound =
+    "Item cannot be found in the collection corresponding to the requested name or ordinal";
+
 /// A field that is not there; `which` is its name or number.
 [[noreturn]] void failItemNotFound(std::string_view which);
 [[noreturn]] void failNoCurrentRecord();

@@ -67,7 +67,7 @@ TEST_F(InspectTest, MendsLinksThatMissTheSameTogether) {
   const std::vector<CheckedSource> sources{{"001", "Prices", {{"Item", "Price"}, {}, 2, {}, {}}}};
   const std::vector<LinkRepair> repairs = repairsFor(checkLinks(*deck, sources), sources);
   ASSERT_EQ(repairs.size(), 2U);
-  EXPECT_EQ(repairs[0].text(), "Column 'Preis' is gone from 001. 2 shapes use it.");
+  EXPECT_EQ(repairs[0].text(), "Column 'Preis' is gone from connection 001 (Prices). 2 shapes use it.");
   EXPECT_THAT(repairs[0].choices, ElementsAre("Price", "Item"));
   EXPECT_EQ(repairs[1].text(), "The deck has no connection 003. 1 shape uses it.");
 

@@ -259,6 +259,7 @@ void Desk::settle() {
   }
   if (!isEdited && known == formsKnow_) return;
   formsKnow_ = std::move(known);
+  missing_.look(*open_);
   LF2000::modPages::Refresh(open_->model);
 }
 

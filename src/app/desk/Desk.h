@@ -19,6 +19,7 @@
 #include "app/desk/DeskWindow.h"
 #include "app/desk/EditedDeck.h"
 #include "app/desk/HeldJobs.h"
+#include "app/desk/MissingColumns.h"
 #include "app/desk/NearbyFiles.h"
 #include "app/desk/Notices.h"
 #include "app/desk/OpenDeck.h"
@@ -142,6 +143,7 @@ class Desk final : public web::Desk {
   std::unique_ptr<OpenDeck> open_;
   std::unique_ptr<EditedDeck> edited_;
   DeskFindings findings_;
+  MissingColumns missing_;
   NearbyFiles nearby_;
   ShowProcess show_;
   LF2000::DataPreview preview_ = LF2000::DataPreview::AsTheyAre;

@@ -66,11 +66,16 @@ void DeskFindings::repair(deck::Application& application, OpenDeck& open, int nu
   if (std::find(repair.choices.begin(), repair.choices.end(), choice) == repair.choices.end()) {
     throw web::Refusal(409, "'" + choice + "' is none of the choices.");
   }
+  mend(application, open, repair, choice);
+}
+
+void DeskFindings::mend(deck::Application& application, OpenDeck& open, const LinkRepair& repair,
+                        const std::string& choice) {
   application.StartNewUndoEntry(repair.label(choice), {});
   app::repair(*open.presentation, repair, choice);
   open.model->FillConnection(repair.column.empty() ? choice : repair.connection);
   open.slides.takeEdits();
-  check(open);
+  if (findings_) check(open);
 }
 
 Json DeskFindings::toJson(const DeskSlides& slides) const {

@@ -18,6 +18,9 @@ class DeskFindings {
   void check(OpenDeck& open);
   /// Leads the links that miss the same to the choice, as one step that can be undone, and checks again.
   void repair(deck::Application& application, OpenDeck& open, int number, const std::string& choice);
+  /// The same for links that were found otherwise.
+  void mend(deck::Application& application, OpenDeck& open, const LinkRepair& repair,
+            const std::string& choice);
   /// docs/desk-protocol.md, findings; null before the first check.
   [[nodiscard]] json::Json toJson(const DeskSlides& slides) const;
 

@@ -98,12 +98,18 @@ const DeskSource* DeskSources::find(std::string_view number) const {
   return found == all_.end() ? nullptr : &*found;
 }
 
+bool DeskSources::missesColumn(const LinkedShape& link) const {
+  const auto type = static_cast<LF2000::SourceType>(link.sourceType);
+  if (type == LF2000::SourceType::Clock || type == LF2000::SourceType::Graph) return false;
+  const DeskSource* source = find(link.connection);
+  return source != nullptr && !source->columns.empty() && !source->hasColumn(link.column);
+}
+
 LinkState DeskSources::stateOf(const LinkedShape& link) const {
   if (static_cast<LF2000::SourceType>(link.sourceType) == LF2000::SourceType::Clock) return {};
   const DeskSource* source = find(link.connection);
   if (source == nullptr) return {LinkState::Kind::Broken, "There is no connection " + link.connection + "."};
-  const bool isWhole = static_cast<LF2000::SourceType>(link.sourceType) == LF2000::SourceType::Graph;
-  if (!isWhole && !source->columns.empty() && !source->hasColumn(link.column)) {
+  if (missesColumn(link)) {
     return {LinkState::Kind::Broken,
             "Connection " + source->number + " has no column " + basic::InQuotes(link.column) + "."};
   }

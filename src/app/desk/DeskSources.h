@@ -57,6 +57,8 @@ class DeskSources {
   [[nodiscard]] const std::vector<DeskSource>& all() const { return all_; }
   /// Null without one of that number.
   [[nodiscard]] const DeskSource* find(std::string_view number) const;
+  /// Whether the link's connection is there and is known not to have its column.
+  [[nodiscard]] bool missesColumn(const LinkedShape& link) const;
   [[nodiscard]] LinkState stateOf(const LinkedShape& link) const;
 
  private:

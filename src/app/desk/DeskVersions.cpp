@@ -8,6 +8,7 @@
 #include <sstream>
 #include <utility>
 
+#include "ado/Errors.h"
 #include "app/desk/Desk.h"
 #include "app/wiring/Failure.h"
 #include "basic/Format.h"
@@ -108,10 +109,16 @@ Desk::Desk(Environment& environment, Options options)
       access_(roots_),
       files_(*host::Current().files, access_),
       services_(notices_, heldJobs_, forms_, files_, shell_),
+      missing_(notices_, {[this](const LinkRepair& repair, const std::string& choice) {
+                            findings_.mend(host_.application(), *open_, repair, choice);
+                          },
+                          [this] { findings_.check(*open_); }}),
       nearby_(fs::absolute(options_.deck).lexically_normal().string()),
       show_((fs::temp_directory_path() / ("lumenfold-show-" + web::newSecret())).string(),
             environment.loop()),
       clock_(environment.loop().CreateTimer([this] { tick(); })) {
+  // MissingColumns says it, with what can be done.
+  notices_.passOver([](std::string_view text) { return text.find(ado::ItemNotFound) != text.npos; });
   environment_.guardPaths([this](const std::string& path) { access_.require(path); });
   heldJobs_.hold();
   open_ = openDeck(host_.open(options_.deck));

@@ -90,7 +90,9 @@ host::MsgBoxResult Notices::MsgBox(std::string_view text, std::int32_t style, st
   constexpr std::int32_t icons = 0x70;
   const bool isError = (style & icons) == host::vbCritical;
   const bool isWarning = (style & icons) == host::vbExclamation;
-  tell(isError ? Level::Error : isWarning ? Level::Warning : Level::Info, std::string(text));
+  const bool isOtherwise = isToldOtherwise_ && isToldOtherwise_(text);
+  if (!isOtherwise)
+    tell(isError ? Level::Error : isWarning ? Level::Warning : Level::Info, std::string(text));
   return (style & host::vbYesNo) == host::vbYesNo ? host::MsgBoxResult::No : host::MsgBoxResult::OK;
 }
 

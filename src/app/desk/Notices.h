@@ -40,6 +40,11 @@ class Notices final : public host::MessageBox {
   /// docs/desk-protocol.md, notices.
   [[nodiscard]] json::Json toJson() const;
 
+  /// Message boxes of these texts are told otherwise.
+  void passOver(std::function<bool(std::string_view text)> isToldOtherwise) {
+    isToldOtherwise_ = std::move(isToldOtherwise);
+  }
+
   /// OK; of a question with Yes and No, No.
   host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
 
@@ -53,6 +58,7 @@ class Notices final : public host::MessageBox {
   };
 
   std::function<void()> changed_;
+  std::function<bool(std::string_view)> isToldOtherwise_;
   std::vector<Notice> all_;
   int lastId_ = 0;
 };

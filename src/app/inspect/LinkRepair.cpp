@@ -11,27 +11,38 @@ namespace app {
 
 namespace {
 
-std::vector<std::string> choicesFor(const Finding& finding, const std::vector<CheckedSource>& sources) {
-  std::vector<std::string> choices;
+const CheckedSource* sourceOf(const std::string& number, const std::vector<CheckedSource>& sources) {
+  const auto source = std::find_if(sources.begin(), sources.end(),
+                                   [&](const CheckedSource& each) { return each.number == number; });
+  return source == sources.end() ? nullptr : &*source;
+}
+
+LinkRepair repairFor(const Finding& finding, const std::vector<CheckedSource>& sources) {
+  LinkRepair repair;
+  repair.connection = finding.connection;
+  repair.column = finding.column;
+  repair.count = 1;
   if (finding.column.empty()) {
-    for (const CheckedSource& source : sources) choices.push_back(source.number);
-    return choices;
+    for (const CheckedSource& source : sources) repair.choices.push_back(source.number);
+  } else if (const CheckedSource* source = sourceOf(finding.connection, sources)) {
+    repair.description = source->description;
+    repair.choices = choicesFor(finding.column, source->look.columns);
   }
-  const auto source = std::find_if(sources.begin(), sources.end(), [&](const CheckedSource& each) {
-    return each.number == finding.connection;
-  });
-  if (source == sources.end()) return choices;
-  choices = source->look.columns;
-  choices.insert(choices.begin(), "");
-  return LF2000::modRelink::ByLikeness(finding.column, choices);
+  return repair;
 }
 
 }  // namespace
 
+std::vector<std::string> choicesFor(const std::string& column, std::vector<std::string> columns) {
+  columns.insert(columns.begin(), "");  // columns count from 1 there
+  return LF2000::modRelink::ByLikeness(column, columns);
+}
+
 std::string LinkRepair::text() const {
   const std::string used = basic::Counted(count, "shape") + (count == 1 ? " uses it." : " use it.");
   if (column.empty()) return "The deck has no connection " + connection + ". " + used;
-  return "Column " + basic::InQuotes(column) + " is gone from " + connection + ". " + used;
+  const std::string from = connection + (description.empty() ? "" : " (" + description + ")");
+  return "Column " + basic::InQuotes(column) + " is gone from connection " + from + ". " + used;
 }
 
 std::string LinkRepair::label(const std::string& choice) const {
@@ -50,7 +61,7 @@ std::vector<LinkRepair> repairsFor(const Findings& findings, const std::vector<C
       ++known->count;
       continue;
     }
-    repairs.push_back({finding.connection, finding.column, 1, choicesFor(finding, sources)});
+    repairs.push_back(repairFor(finding, sources));
   }
   std::erase_if(repairs, [](const LinkRepair& repair) { return repair.choices.empty(); });
   return repairs;

@@ -152,6 +152,24 @@ describe("a desk", { concurrency: 2 }, () => {
     await window.until("the page", says("now: 1 of 1 connection has rows, the slide shows"));
   });
 
+  it("says which column is gone, and mends its links", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    await connectToday(window);
+    const slide = window.state.slide.id;
+    const shapes = ["p1 Item", "p2 Item"].map((name) => window.shape(name).id);
+    await window.do("link", { connection: "001", column: "Item", row: 1, shapes, slide, countUp: true });
+    sandbox.write("shop/today.txt", [["Items", "Price"], ["Rye bread", "€4.80"]]);
+    const gone = ({ notices }) => notices.find(({ text }) => text.startsWith("Column"));
+    const told = await window.until("the notice", gone);
+    assert.match(told.text, /^Column 'Item' is gone from connection 001 \(.*\)\. 2 shapes use it\.$/);
+    assert.ok(window.state.notices.every(({ text }) => !text.includes("Item cannot be found")));
+    await window.do(`notices/${told.id}/use`);
+    await window.until("it mended", (state) => !gone(state) && state.deck.undo === "Use Items for 2 shapes");
+    assert.equal(window.shape("p1 Item").link.column, "Items");
+  });
+
   it("moves the clocks of slides in sight", async (t) => {
     const { sandbox, deck } = unlinkedShop(t);
     sandbox.done("link", deck, "--slide", 1, "--shape", "p1 Item", "--clock", "hh:nn:ss");

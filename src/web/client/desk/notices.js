@@ -41,6 +41,9 @@ export function createNotices(desk) {
     else desk.act(`notices/${id}/dismiss`);
   }
 
+  // Some lead on to another place of the page.
+  const after = { check: () => change({ tab: "check" }) };
+
   const make = (notice) => {
     const actions = h("span", { class: "actions" });
     const details = h("details", {}, h("summary", { text: "Details" }), h("pre"));
@@ -83,7 +86,7 @@ export function createNotices(desk) {
             h("button", {
               type: "button",
               class: "outlined",
-              onclick: () => desk.act(`notices/${notice.id}/${action.id}`),
+              onclick: async () => (await desk.act(`notices/${notice.id}/${action.id}`)) && after[action.id]?.(),
             }),
           (button, { caption }) => set(button, { text: caption }),
         );
