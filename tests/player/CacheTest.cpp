@@ -1,5 +1,6 @@
 // What a player's cache gives after a restart, and what goes when it is full.
 
+#include "basic/Error.h"
 #include "player/PlayerFixture.h"
 
 namespace app::test {
@@ -60,6 +61,13 @@ TEST_F(RestartTest, AShareThatIsNotMountedIsNoEmptyFolder) {
   look();
   EXPECT_EQ(shown(), "Hand");
   EXPECT_NE(collector->trouble().find("nothing seems to be mounted there"), std::string::npos);
+}
+
+TEST_F(RestartTest, AFolderOfOtherFilesIsNoCache) {
+  std::filesystem::create_directories(cacheFolder.path() / "cache" / "content");
+  static_cast<void>(cacheFolder.write("cache/content/letter.txt", "mine"));
+  EXPECT_THROW(start(), basic::Error);
+  EXPECT_EQ(cacheFolder.read("cache/content/letter.txt"), "mine");
 }
 
 /// The cache holds two of the decks, of 100 kB and a little each.

@@ -24,10 +24,10 @@ namespace fs = std::filesystem;
 
 void makeFolder(const fs::path& folder) {
   std::error_code failed;
-  fs::create_directories(folder, failed);
-  if (!failed) fs::permissions(folder, fs::perms::owner_all, failed);
-  if (failed)
+  if (fs::create_directories(folder, failed)) fs::permissions(folder, fs::perms::owner_all, failed);
+  if (failed) {
     fail("The folder " + basic::InQuotes(folder.string()) + " cannot be made: " + failed.message() + ".");
+  }
 }
 
 /// The digest of a file of that size; nothing of any other.
@@ -98,6 +98,11 @@ void removeOthers(const fs::path& folder, const Keep& isKept) {
 
 DeckCache::DeckCache(fs::path folder) : folder_(std::move(folder)) {
   makeFolder(folder_);
+  // A cache throws away what it does not know.
+  std::error_code failed;
+  if (!fs::exists(folder_ / "lock", failed) && !fs::is_empty(folder_, failed)) {
+    fail("The folder " + basic::InQuotes(folder_.string()) + " holds other files, so it can be no cache.");
+  }
   for (const char* each : {"content", "partial", "decks"}) makeFolder(folder_ / each);
   lock_.reset(::open((folder_ / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   if (!lock_.isOpen() || ::flock(lock_.get(), LOCK_EX | LOCK_NB) != 0) {

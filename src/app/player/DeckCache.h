@@ -27,7 +27,8 @@ class DeckCache {
   using Take = std::function<void(std::string_view bytes)>;
   using Fetch = std::function<void(std::uint64_t from, const Take& take)>;
 
-  /// Makes the folder, for this user alone, and holds it until the object is gone.
+  /// Makes the folder, for this user alone, and holds it until the object is gone. One that holds other files
+  /// is refused.
   explicit DeckCache(std::filesystem::path folder);
 
   [[nodiscard]] const std::filesystem::path& folder() const { return folder_; }

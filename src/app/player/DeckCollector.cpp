@@ -19,6 +19,9 @@ namespace {
 
 constexpr std::int64_t FirstPause = 500;
 constexpr std::int64_t LongestPause = 30'000;
+/// A deck that came as it was sent and cannot be read is not read again all the time. Memory may have been
+/// out.
+constexpr std::int64_t DamagedPause = 600'000;
 
 }  // namespace
 
@@ -119,6 +122,7 @@ void DeckCollector::consider(const ListedDeck& listed, std::vector<Wanted>& want
   } catch (const std::exception& error) {  // memory may be out as well: a deck is somebody else's file
     await(listed.note);
     failed(key, id, false, error.what());
+    if (cache_.has(listed.note.files.front())) attempts_[key].due = ticks_ + DamagedPause;
   }
 }
 
