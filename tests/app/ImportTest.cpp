@@ -142,7 +142,7 @@ class StandIn {
     fs::permissions(conversion.program, fs::perms::owner_all);
   }
   ImportedDeck import(const std::string& bytes) {
-    return importDeck(bytes, "old.ppt", environment_.loop(), conversion);
+    return importDeck(bytes, "'old.ppt'", environment_.loop(), conversion);
   }
   std::string errorOf(const std::string& bytes) {
     return support::errorOf([&] { static_cast<void>(import(bytes)); });

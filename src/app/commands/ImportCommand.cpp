@@ -33,10 +33,9 @@ void importOld(const std::string& path, const std::string& out, Environment& env
   environment.loop().onSignal([&](int) { isCancelled = true; });
   PresentationConversion conversion;
   conversion.isCancelled = [&] { return isCancelled; };
-  const ImportedDeck deck = importDeck(bytes, path, environment.loop(), conversion);
+  const ImportedDeck deck = importDeck(bytes, basic::InQuotes(path), environment.loop(), conversion);
   opc::replaceFile(out, deck.bytes);
-  printLine(std::cout, out + ": " + basic::Counted(deck.tags, "tag") + ", on " +
-                           basic::Counted(deck.taggedShapes, "shape") + " among others");
+  printLine(std::cout, out + ": written " + deck.summary());
   for (const std::string& warning : deck.warnings) printLine(std::cout, warning);
   if (deck.lost.empty()) return;
   for (const std::string& lost : deck.lost) printLine(std::cerr, "Lost: " + lost);

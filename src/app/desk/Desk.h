@@ -25,6 +25,7 @@
 #include "app/desk/OpenDeck.h"
 #include "app/desk/Roots.h"
 #include "app/desk/ShowProcess.h"
+#include "app/import/DeckImport.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/ToldOnce.h"
@@ -72,6 +73,9 @@ class Desk final : public web::Desk {
   void takeDeck(std::string bytes) override;
 
  private:
+  void importOld(std::string bytes);
+  void takeImported(ImportedDeck imported);
+  void keepDeck(std::string bytes);
   /// Puts the desk's services in force, and the former ones back.
   class Services {
    public:

@@ -251,6 +251,51 @@ web::Download Desk::deck() {
 }
 
 void Desk::takeDeck(std::string bytes) {
+  if (isOldPresentation(bytes)) {
+    importOld(std::move(bytes));
+  } else {
+    keepDeck(std::move(bytes));
+  }
+  flush();
+}
+
+/// LibreOffice takes its time, in which authors go on.
+void Desk::importOld(std::string bytes) {
+  const auto isCancelled = std::make_shared<bool>(false);
+  const auto old = std::make_shared<const std::string>(std::move(bytes));
+  const auto imported = std::make_shared<ImportedDeck>();
+  host::Job job;
+  job.Caption = "Importing the old presentation";
+  job.Work = [this, old, imported, isCancelled] {
+    PresentationConversion conversion;
+    conversion.isCancelled = [isCancelled] { return *isCancelled; };
+    *imported = importDeck(*old, "The old presentation", environment_.loop(), conversion);
+  };
+  job.Cancel = [isCancelled] { *isCancelled = true; };
+  job.Done = [this, imported](const host::JobEnd& end) {
+    if (end.How == host::JobEnd::Kind::Cancelled) return;
+    if (end.How != host::JobEnd::Kind::Done) {
+      notices_.tell(Notices::Level::Error, end.Description);
+      return;
+    }
+    takeImported(std::move(*imported));
+  };
+  jobs_.Start(std::move(job));
+}
+
+void Desk::takeImported(ImportedDeck imported) try {
+  keepDeck(std::move(imported.bytes));
+  std::string details;
+  for (const std::string& line : imported.warnings) details += line + '\n';
+  for (const std::string& line : imported.lost) details += "Lost: " + line + '\n';
+  const auto level = imported.lost.empty() ? Notices::Level::Info : Notices::Level::Warning;
+  notices_.tell(level, "The old presentation was imported, " + imported.summary() + '.', details);
+} catch (const basic::Error& error) {
+  notices_.tell(Notices::Level::Error, error.description);
+}
+
+/// Makes it the newer version, as if PowerPoint had saved it.
+void Desk::keepDeck(std::string bytes) {
   const fs::path file = fs::temp_directory_path() / ("lumenfold-deck-" + web::newSecret());
   const auto remove = [&](const fs::path*) {
     std::error_code ignored;
@@ -265,7 +310,6 @@ void Desk::takeDeck(std::string bytes) {
   // It is read from there; nobody needs it twice.
   std::string().swap(bytes);
   edited_->upload(file.string());
-  flush();
 }
 
 }  // namespace app

@@ -148,6 +148,13 @@ ImportedDeck importBytes(std::string_view bytes, const std::string& name, host::
 
 }  // namespace
 
+std::string ImportedDeck::summary() const {
+  std::string text = "with " + basic::Counted(tags, "tag") + ", on " + basic::Counted(taggedShapes, "shape") +
+                     " among others";
+  if (!lost.empty()) text += "; without those of " + basic::Counted(lost.size(), "shape");
+  return text;
+}
+
 bool isOldPresentation(std::string_view bytes) { return basic::IsCompoundFile(bytes); }
 
 ImportedDeck importDeck(std::string_view bytes, const std::string& name, host::Loop& loop,
@@ -155,7 +162,7 @@ ImportedDeck importDeck(std::string_view bytes, const std::string& name, host::L
   try {
     return importBytes(bytes, name, loop, conversion);
   } catch (const basic::Error& error) {
-    fail(basic::InQuotes(name) + " cannot be imported: " + error.description + '.');
+    fail(name + " cannot be imported: " + error.description + '.');
   }
 }
 

@@ -14,6 +14,8 @@ struct ImportedDeck {
   std::string bytes;
   std::size_t tags = 0;
   std::size_t taggedShapes = 0;
+  /// "with 31 tags, on 12 shapes among others", and how much was lost.
+  [[nodiscard]] std::string summary() const;
   /// Shapes whose tags have no place on the new slide, a line each: slide, shape, and the tags without
   /// passwords.
   std::vector<std::string> lost;
@@ -24,8 +26,8 @@ struct ImportedDeck {
 /// Whether a file's bytes may be an old presentation, so that it is to be imported.
 bool isOldPresentation(std::string_view bytes);
 
-/// Makes a deck of a file's bytes; `name` is what errors call it. What it looks like comes from LibreOffice.
-/// The loop runs meanwhile. Throws basic::Error when it cannot be read or converted.
+/// Makes a deck of a file's bytes; `name` is what errors begin with. What it looks like comes from
+/// LibreOffice. The loop runs meanwhile. Throws basic::Error when it cannot be read or converted.
 ImportedDeck importDeck(std::string_view bytes, const std::string& name, host::Loop& loop,
                         const PresentationConversion& conversion);
 

@@ -18,7 +18,7 @@ export function createDeckFile({ state, server, tell, refused }) {
   }
 
   function upload() {
-    const input = h("input", { type: "file", accept: `.pptx,.pptm,.ppsx,${type}` });
+    const input = h("input", { type: "file", accept: `.pptx,.pptm,.ppsx,.ppt,.pps,.pot,${type}` });
     input.addEventListener("change", async () => {
       const [file] = input.files;
       if (!file) return;
