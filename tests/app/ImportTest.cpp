@@ -241,6 +241,34 @@ TEST(Import, ShapesThatCameOrWentLeadNoTagAstray) {
   EXPECT_THAT(none.lost[0], Not(HasSubstr("secret")));
 }
 
+TEST(Import, TellsOfGraphsThatStayObjects) {
+  namespace type = ppt::type;
+  using support::atomOf;
+  using support::containerOf;
+  using support::numbers;
+  support::OldDeckWriter writer;
+  const support::OldRecord graph =
+      containerOf(type::EmbeddedObject, {atomOf(type::Object, numbers({1, 0, 7, 0, 9, 0})),
+                                         atomOf(type::String, support::utf16("MSGraph.Chart.8"), 2)});
+  const support::OldRecord shape = containerOf(
+      type::Shape, {atomOf(type::ShapeKind, numbers({2, 0x10}), 75),
+                    containerOf(type::ClientData, {atomOf(type::ObjectReference, numbers({7}))})});
+  const support::OldRecord tree = containerOf(type::Group, {containerOf(type::Shape, {}), shape});
+  writer.put(1, containerOf(type::Document,
+                            {containerOf(type::ExternalObjects, {graph}),
+                             containerOf(type::SlideList, {atomOf(type::SlidePersist, numbers({2}))})}));
+  writer.put(
+      2, containerOf(type::Slide, {containerOf(type::Drawing, {containerOf(type::DrawingContent, {tree})})}));
+  writer.save();
+  StandIn office(
+      newDeck(support::graphicFrame(4, "", "http://schemas.openxmlformats.org/presentationml/2006/ole",
+                                    R"(<p:oleObj progId="MSGraph.Chart.8"/>)")));
+  EXPECT_THAT(
+      office.import(writer.file()).warnings,
+      ElementsAre("Slide 1, 'Object 2': it is an embedded graph (MSGraph.Chart.8), which stays an object and "
+                  "shows no data. Put a chart in its place."));
+}
+
 TEST(Import, FailsWithTheReason) {
   const std::string old = oldDeck({});
   StandIn office(newDeck(""));

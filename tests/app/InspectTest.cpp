@@ -60,11 +60,27 @@ TEST_F(InspectTest, FindsLinksThatLeadNowhere) {
                           "note: Connection 001 (Prices) has 1 row today; what shows row 2 of it is blank."));
 }
 
+TEST_F(InspectTest, FindsGraphsThatAreObjects) {
+  support::DeckBuilder deck = linked({});
+  std::string graph =
+      support::graphicFrame(7, "Sales", "http://schemas.openxmlformats.org/presentationml/2006/ole",
+                            R"(<p:oleObj progId="MSGraph.Chart.8" r:id="rId9"><p:embed/></p:oleObj>)");
+  const std::string tags =
+      deck.relate(1, "tags", deck.addTags({{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", "001"}}));
+  const std::string properties = "<p:nvPr/>";
+  graph.replace(graph.find(properties), properties.size(),
+                "<p:nvPr>" + support::tagsReference(tags) + "</p:nvPr>");
+  deck.shapes(1, graph);
+  EXPECT_THAT(check(deck),
+              testing::Contains("Sales: An object of the kind 'MSGraph.Chart.8' cannot be refilled; a "
+                                "chart of PowerPoint 2007 or later can."));
+}
+
 TEST_F(InspectTest, MendsLinksThatMissTheSameTogether) {
   const auto deck =
       linked({{"001", "Preis", "1"}, {"001", "PREIS", "2"}, {"003", "Item", "1"}, {"001", "Item", "1"}})
           .presentation();
-  const std::vector<CheckedSource> sources{{"001", "Prices", {{"Item", "Price"}, {}, 2, {}, {}}}};
+  const std::vector<CheckedSource> sources{{"001", "Prices", {{"Item", "Price"}, {}, 2, {}, {}, {}}}};
   const std::vector<LinkRepair> repairs = repairsFor(checkLinks(*deck, sources), sources);
   ASSERT_EQ(repairs.size(), 2U);
   EXPECT_EQ(repairs[0].text(), "Column 'Preis' is gone from connection 001 (Prices). 2 shapes use it.");

@@ -92,6 +92,9 @@ class LinkCheck {
     }
     Source& source = found->second;
     if (type == SourceType::Graph) source.showsAllRows = true;
+    if (type == SourceType::Graph && !shape.isTable) {
+      if (const std::string why = whyNoChart(slide, shape); !why.empty()) complain(why);
+    }
     if (!source.isReadable) return;
     if (type == SourceType::Graph) {
       if (shape.isTable) checkTable(slide, shape, source);
@@ -125,6 +128,20 @@ class LinkCheck {
       findings_.push_back({Finding::Gravity::Note, 0, "",
                            today + "; the deck shows none below row " + basic::CStr(source.lastRow) + "."});
     }
+  }
+
+  /// An old graph is an object, of which nothing but a picture is shown.
+  [[nodiscard]] std::string whyNoChart(int slide, const LinkedShape& shape) const {
+    for (const pugi::xml_node node : deck_.shapesOf(slide).all()) {
+      const pugi::xml_node object = presentationml::oleObject(node);
+      if (presentationml::shapeId(node) != shape.id || !object) continue;
+      try {
+        static_cast<void>(deck::OLEFormat(object.attribute("progId").value()).Object());
+      } catch (const basic::Error& error) {
+        return error.description;
+      }
+    }
+    return {};
   }
 
   void checkTable(int slide, const LinkedShape& shape, const Source& source) {
