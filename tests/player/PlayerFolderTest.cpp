@@ -4,6 +4,7 @@
 
 #include "fakes/FakeServices.h"
 #include "player/PlayerFixture.h"
+#include "player/SmallServer.h"
 
 namespace app::test {
 namespace {
@@ -15,9 +16,10 @@ struct PlayerFolderTest : testing::Test {
   support::TemporaryFolder cacheFolder;
   std::vector<std::string> log;
 
-  std::unique_ptr<PlayerFolder> player() {
+  std::unique_ptr<PlayerFolder> player() { return player(folder.path().string()); }
+  std::unique_ptr<PlayerFolder> player(const std::string& place) {
     PlayerFolderOptions options;
-    options.place = folder.path().string();
+    options.place = place;
     options.computer = "Board";
     options.cache = (cacheFolder.path() / "cache").string();
     return std::make_unique<PlayerFolder>(loop, machine.clock, options,
@@ -78,6 +80,18 @@ TEST_F(PlayerFolderTest, ReadsTheClockEverySecond) {
   EXPECT_EQ(decks->decks().front().why, "Its time comes at 2026-02-03 12:30:00.");
   machine.clock.start = basic::DateFrom(2026, 2, 3, 12, 30, 0);
   until([&] { return isOn(*decks, "A"); });
+}
+
+TEST_F(PlayerFolderTest, ComesFromAWebServerAsWell) {
+  EXPECT_THROW(static_cast<void>(player("http://")), basic::Error);
+  const std::string bytes = deckBytes("A");
+  const std::string index = Index::text({folder.note("A", 1, {{"A.pptx", bytes}})});
+  const SmallServer server([&](const std::string& head) {
+    return SmallServer::with("200 OK", SmallServer::pathOf(head) == "/index.json" ? index : bytes);
+  });
+  const auto decks = player(server.address());
+  until([&] { return isOn(*decks, "A"); });
+  EXPECT_EQ(decks->decks().front().path, decks->decks().front().file);
 }
 
 }  // namespace
