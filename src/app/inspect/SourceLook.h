@@ -15,12 +15,12 @@ struct SourceLook {
   /// Those that there is something to link to; see offeredColumns().
   std::vector<std::string> offered;
   std::int64_t rowCount = 0;
-  /// How long opening and reading took.
-  double milliseconds = 0;
   /// What an author should know of it; see remarksOn().
   std::vector<std::string> remarks;
   /// Why it cannot be read, on one line; empty when it can.
   std::string failure;
+  /// How long opening and reading took.
+  double milliseconds = 0;
 
   [[nodiscard]] bool isReadable() const { return failure.empty(); }
 };
