@@ -15,7 +15,7 @@ build=(
 fonts=(fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
 # What decks connect to: SQLite needs no more than its driver; the others are installed as
 # they are needed (odbc-postgresql, odbc-mariadb, odbc-mdbtools, tdsodbc, libreoffice-calc,
-# libreoffice-draw and poppler-utils).
+# libreoffice-draw, libreoffice-impress and poppler-utils).
 sources=(libsqliteodbc)
 # Of LLVM by its number, as the opinions of clang-format and clang-tidy differ from one to the next.
 tests=(

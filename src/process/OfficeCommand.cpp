@@ -1,5 +1,7 @@
 #include "process/OfficeCommand.h"
 
+#include <fstream>
+
 namespace process {
 
 std::vector<std::string> officeCommand(const OfficeConversion& conversion) {
@@ -13,6 +15,15 @@ std::vector<std::string> officeCommand(const OfficeConversion& conversion) {
           "--outdir",
           conversion.out.string(),
           conversion.input.string()};
+}
+
+std::string lastLine(const std::filesystem::path& file) {
+  std::ifstream lines(file);
+  std::string last;
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.empty()) last = line;
+  }
+  return last;
 }
 
 std::vector<std::string> boundedCommand(const std::vector<std::string>& command) {

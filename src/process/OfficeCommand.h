@@ -21,6 +21,9 @@ struct OfficeConversion {
 /// Converts a file without a window.
 std::vector<std::string> officeCommand(const OfficeConversion& conversion);
 
+/// What a conversion said at last, of what it wrote into that file; empty for nothing.
+std::string lastLine(const std::filesystem::path& file);
+
 /// The exit status where a bounded command's program is not installed.
 inline constexpr int NotInstalled = 127;
 

@@ -274,8 +274,8 @@ TEST(Import, FailsWithTheReason) {
   StandIn office(newDeck(""));
   EXPECT_EQ(office.errorOf("PK"),
             "'old.ppt' cannot be imported: it is no OLE compound file, so no old presentation.");
-  StandIn failing(newDeck(""), "exit 1\n");
-  EXPECT_THAT(failing.errorOf(old), HasSubstr("LibreOffice cannot convert it"));
+  StandIn failing(newDeck(""), "echo 'Error: no room'\nexit 1\n");
+  EXPECT_THAT(failing.errorOf(old), HasSubstr("LibreOffice cannot convert it (Error: no room)."));
   StandIn broken("no archive");
   EXPECT_THAT(broken.errorOf(old), HasSubstr("cannot be imported"));
   support::DeckBuilder two;

@@ -3,7 +3,9 @@
 #include "app/import/DeckImport.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <set>
 #include <utility>
 
 #include "app/import/NewShapes.h"
@@ -16,15 +18,13 @@
 #include "basic/Strings.h"
 #include "connections/StoredPassword.h"
 #include "deck/objects/Presentation.h"
+#include "opc/Xml.h"
 #include "ppt/Deck.h"
 #include "presentationml/ShapeNode.h"
 
 namespace app {
 
 namespace {
-
-/// Tags lie in shapes of a slide and of the groups on it.
-bool hasTags(const ppt::Shape& shape) { return !shape.tags.empty(); }
 
 std::string kindOf(const ppt::Shape& shape) {
   switch (shape.kind) {
@@ -70,6 +70,40 @@ std::string listOf(const std::vector<ppt::Tag>& tags) {
   return list;
 }
 
+void collectNames(const std::vector<NewShape>& shapes, std::set<std::string>& names) {
+  for (const NewShape& shape : shapes) {
+    names.insert(basic::UCase(presentationml::shapeName(shape.node)));
+    collectNames(shape.members, names);
+  }
+}
+
+void setName(const ShapeMatch::Pair& pair, const std::string& name) {
+  pugi::xml_node properties = presentationml::shapeProperties(pair.made->node);
+  pugi::xml_attribute stored = properties.attribute("name");
+  if (!stored) stored = properties.append_attribute("name");
+  stored = name.c_str();
+}
+
+/// The runtime finds shapes by their names: those that an author gave come back, and whoever has none gets
+/// one that no other shape of the slide has.
+void nameShapes(const std::vector<ShapeMatch::Pair>& pairs, const std::vector<NewShape>& all) {
+  for (const ShapeMatch::Pair& pair : pairs) {
+    if (!pair.old->name.empty()) setName(pair, opc::xml::legalText(pair.old->name));
+  }
+  std::set<std::string> taken;
+  collectNames(all, taken);
+  std::map<std::string, int> further;
+  for (const ShapeMatch::Pair& pair : pairs) {
+    if (!presentationml::shapeName(pair.made->node).empty()) continue;
+    const std::string first = kindOf(*pair.old) + ' ' + std::to_string(pair.old->number);
+    std::string name = first;
+    for (int& number = further[first]; !taken.insert(basic::UCase(name)).second;) {
+      name = first + " (" + std::to_string(++number + 1) + ')';
+    }
+    setName(pair, name);
+  }
+}
+
 class Import {
  public:
   Import(std::shared_ptr<deck::Presentation> deck, const ppt::Deck& old)
@@ -96,37 +130,24 @@ class Import {
     opc::Part& part = deck_->slidePart(index);
     const std::vector<NewShape> made = newShapesOf(part);
     const ShapeMatch match = matchShapes(old.shapes, made);
-    for (const ShapeMatch::Pair& pair : match.pairs) {
-      if (!pair.old->name.empty()) deck_->restoreName(index, pair.made->node, pair.old->name);
-    }
-    for (const ShapeMatch::Pair& pair : match.pairs) {
-      importShape(index, *pair.old, pair.made->node);
-    }
+    nameShapes(match.pairs, made);
+    part.markChanged();
+    for (const ShapeMatch::Pair& pair : match.pairs) importShape(index, *pair.old, pair.made->node);
     for (const ppt::Shape* lost : match.lost) {
-      if (hasTags(*lost)) result_.lost.push_back(placeOf(index, *lost) + ": " + listOf(lost->tags));
+      if (!lost->tags.empty()) result_.lost.push_back(placeOf(index, *lost) + ": " + listOf(lost->tags));
     }
   }
 
   void importShape(std::int32_t slide, const ppt::Shape& old, pugi::xml_node node) {
-    if (presentationml::shapeName(node).empty()) giveName(slide, old, node);
     if (basic::EqualsIgnoreCase(old.program.substr(0, old.program.find('.')), "MSGraph")) {
       result_.warnings.push_back(placeOf(slide, old) + ": it is an embedded graph (" + old.program +
                                  "), which stays an object and shows no data. Put a chart in its place.");
     }
-    if (!hasTags(old)) return;
+    if (old.tags.empty()) return;
     deck::TagList& list = deck_->tagStore().of(deck_->slidePart(slide), node);
     for (const ppt::Tag& tag : old.tags) list.add(tag.name, tag.value);
     result_.tags += old.tags.size();
     ++result_.taggedShapes;
-  }
-
-  /// The runtime finds shapes by their names.
-  void giveName(std::int32_t slide, const ppt::Shape& old, pugi::xml_node node) {
-    std::string name = nameOf(old);
-    for (int further = 2; deck_->shapesOf(slide).find(name); ++further) {
-      name = nameOf(old) + " (" + std::to_string(further) + ')';
-    }
-    deck_->restoreName(slide, node, name);
   }
 
   std::shared_ptr<deck::Presentation> deck_;

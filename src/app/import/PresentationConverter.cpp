@@ -48,9 +48,10 @@ std::string convertPresentation(std::string_view bytes, host::Loop& loop,
     fail("there is no room for its conversion among the temporary files");
   }
   const fs::path out = folder.path() / "out";
+  const fs::path log = folder.path() / "log";
   process::ChildProcess child(process::boundedCommand(process::officeCommand(
                                   {conversion.program, folder.path() / "profile", "pptx", out, input})),
-                              (folder.path() / "log").string());
+                              log.string());
   if (child.startError() != 0) {
     fail("prlimit, which bounds its conversion, cannot be started: " +
          std::string(std::strerror(child.startError())));
@@ -58,7 +59,9 @@ std::string convertPresentation(std::string_view bytes, host::Loop& loop,
   wait(child, loop, conversion);
   const fs::path result = out / "deck.pptx";
   if (!fs::exists(result)) {
-    fail("LibreOffice cannot convert it. It needs its part Impress (apt install libreoffice-impress)");
+    const std::string said = process::lastLine(log);
+    fail("LibreOffice cannot convert it" + (said.empty() ? std::string() : " (" + said + ")") +
+         ". It needs its part Impress (apt install libreoffice-impress)");
   }
   return opc::readContent(result.string(), opc::MaximumPackageBytes).bytes;
 } catch (const fs::filesystem_error& error) {

@@ -138,7 +138,7 @@ class Matcher {
     if (old.members.empty()) return;
     if (opc::xml::isNamed(made.node, "p:grpSp")) {
       match(old.members, made.members);
-    } else if (old.kind != Kind::Table) {
+    } else {
       loseMembers(old);
     }
   }

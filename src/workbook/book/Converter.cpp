@@ -45,15 +45,6 @@ class Counted {
   int& count_;
 };
 
-std::string lastLine(const fs::path& file) {
-  std::ifstream lines(file);
-  std::string last;
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty()) last = line;
-  }
-  return last;
-}
-
 }  // namespace
 
 /// Also when something has tidied up among the temporary files since.
@@ -89,7 +80,7 @@ void Converter::run(const std::string& path, const fs::path& job, const fs::path
   }
   std::error_code error;
   if (*status == 0 && fs::exists(job / "out" / "workbook.xlsx", error)) return;
-  const std::string said = lastLine(log);
+  const std::string said = process::lastLine(log);
   failOpening(path, "LibreOffice cannot convert it" + (said.empty() ? std::string() : " (" + said + ")") +
                         ". It needs its part Calc (" + std::string(Package) + ")");
 }
