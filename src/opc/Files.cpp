@@ -30,13 +30,6 @@ FileState stateOf(const struct stat& status) {
   fail(basic::InQuotes(path) + " cannot be saved: " + why);
 }
 
-/// Makes the rename itself last. A file system that cannot do it is no reason to
-/// call a finished save a failure.
-void flushFolder(const fs::path& folder) {
-  const process::Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened.isOpen()) ::fsync(opened.get());
-}
-
 /// The file that a path means, through symbolic links; it need not exist.
 fs::path resolved(const std::string& path) {
   std::error_code error;
@@ -86,6 +79,11 @@ std::optional<FileState> stateOfFile(const std::string& path) {
   return stateOf(status);
 }
 
+void flushFolder(const std::string& folder) {
+  const process::Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened.isOpen()) ::fsync(opened.get());
+}
+
 FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected) {
   const fs::path target = resolved(path);
   struct stat old {};
@@ -128,7 +126,7 @@ FileState replaceFile(const std::string& path, std::string_view bytes, const Fil
     // The rename itself has changed the status.
     static_cast<void>(saving.look(written));
   }
-  flushFolder(target.parent_path());
+  flushFolder(target.parent_path().string());
   return stateOf(written);
 }
 

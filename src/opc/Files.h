@@ -52,4 +52,8 @@ std::optional<FileState> stateOfFile(const std::string& path);
 /// nothing is left behind; what killed saves left in the folder is removed.
 FileState replaceFile(const std::string& path, std::string_view bytes, const FileState* expected = nullptr);
 
+/// Makes renames in a folder last. A file system that cannot do it is no reason to call a finished save a
+/// failure.
+void flushFolder(const std::string& folder);
+
 }  // namespace opc

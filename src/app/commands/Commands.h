@@ -28,6 +28,7 @@ void addFillCommand(CLI::App& program, Environment& environment);
 void addImportCommand(CLI::App& program, Environment& environment);
 void addLogCommand(CLI::App& program, Environment& environment);
 void addSnapshotCommand(CLI::App& program, Environment& environment);
+void addKeyCommand(CLI::App& program, Environment& environment);
 void addCheckCommand(CLI::App& program, Environment& environment);
 
 }  // namespace app

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/distribution.h"
 #include "json/Json.h"
 
 namespace app {
@@ -12,8 +13,7 @@ namespace app {
 class PrivateKey;
 class PublicKey;
 
-/// How a deck was sent: its sources resolve from the player; with its files; or as an off-line copy.
-enum class Way : std::uint8_t { Live, Files, Frozen };
+using Way = host::SendingWay;
 /// "live", "files", "frozen".
 [[nodiscard]] std::string_view wordOf(Way way);
 /// Throws basic::Error for any other word.
