@@ -44,7 +44,8 @@ std::string EnclosurePlaces::Of(std::string_view path) {
   std::string place;
   if (!folder_.empty() && source.starts_with(folder_)) place = source.substr(folder_.size());
   const std::string name = source.substr(source.find_last_of('/') + 1);
-  if (place.empty() || LeadsUp(place)) place = "files/" + (name.empty() || LeadsUp(name) ? std::string("folder") : name);
+  if (place.empty() || LeadsUp(place))
+    place = "files/" + (name.empty() || LeadsUp(name) ? std::string("folder") : name);
   for (int i = 2; !taken_.insert(basic::UCase(place)).second; ++i) {
     place = "files/" + std::to_string(i) + "/" + name;
   }
