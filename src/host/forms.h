@@ -187,6 +187,8 @@ class ComboBox final : public Control {
   /// The place of the text among the items, from 0; -1 where it is none.
   [[nodiscard]] std::int64_t ListIndex() const;
   void State(ListState state, std::string_view why = {});
+  /// In the list what an item means, its note, stands before what it says.
+  void NotesFirst(bool notesFirst) { Set("NotesFirst", notesFirst); }
 };
 
 class ListBox final : public Control {

@@ -31,6 +31,7 @@ frmClock::frmClock(Forms::Placement placement, std::shared_ptr<clsPresentation> 
       lblHelp_(Add<Forms::Label>("lblHelp")),
       cmdUnlink_(Add<Forms::CommandButton>("cmdUnlink", "&Unlink")) {
   cmbFormat_.Change = [this] { cmbFormat_Change(); };
+  cmbFormat_.NotesFirst(true);  // a time is understood before its letters are
   cmbFormat_.DropDown = [this] { ShowFormats(); };
   cmdUnlink_.Click = [this] { Unlink(); };
   lblHelp_.Text(

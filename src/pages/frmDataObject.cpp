@@ -10,6 +10,7 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modJobs.h"
+#include "basic/Counted.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "model/modLinkedFiles.h"
@@ -23,6 +24,8 @@ constexpr std::int16_t DisplayValue = 1;
 /// More rows than these are not looked through.
 constexpr std::int64_t MostRowsLookedAt = 1000;
 constexpr std::size_t MostListed = 100;
+/// Enough to tell of which kind the files are.
+constexpr std::int64_t MostRowsTried = 20;
 
 std::string NameIn(clsConnection& connection, double row, const std::string& column,
                    const std::string& folder, const std::string& extension) {
@@ -58,9 +61,7 @@ frmDataObject::frmDataObject(Forms::Placement placement, std::shared_ptr<clsPres
   cmdBrowse_.Click = [this] { cmdBrowse_Click(); };
   cmbExtension_.Change = [this] { cmbExtension_Change(); };
   cmbExtension_.LostFocus = [this] { ShowAll(nullptr); };
-  Forms::Items extensions;
-  for (const char* extension : Extensions) extensions.push_back({extension});
-  cmbExtension_.Items(std::move(extensions));
+  ShowExtensions({});
   grdFiles_.Columns({{"Row"}, {"File"}});
 
   AddSourceRows();
@@ -81,6 +82,34 @@ void frmDataObject::ShowAll(const Forms::Control* typing) {
   if (&cmbExtension_ != typing && cmbExtension_.Problem().empty()) {
     cmbExtension_.Text(Common(&Draft::Extension));
   }
+}
+
+void frmDataObject::FindExtensions(Answer& answer, clsConnection& connection, const Draft& draft,
+                                   const std::string& presentation, const bool& isCancelled) {
+  for (std::int64_t row = 1; row <= std::min(answer.Rows, MostRowsTried) && !isCancelled; ++row) {
+    for (const char* extension : Extensions) {
+      modGlobalFunctions::IgnoreErrors([&] {  // most are not there
+        const std::string name =
+            NameIn(connection, static_cast<double>(row), draft.Column, draft.Folder, extension);
+        if (name.empty()) return;
+        static_cast<void>(modLinkedFiles::FindFile(name, draft.Folder, presentation));
+        ++answer.Extensions[extension];
+      });
+    }
+  }
+}
+
+/// Those of the files that are there first, the commonest of them before the others.
+void frmDataObject::ShowExtensions(const std::map<std::string, int>& found) {
+  std::vector<std::pair<std::string, int>> there(found.begin(), found.end());
+  std::stable_sort(there.begin(), there.end(),
+                   [](const auto& one, const auto& other) { return one.second > other.second; });
+  Forms::Items items;
+  for (const auto& [extension, count] : there) items.push_back({extension, basic::Counted(count, "file")});
+  for (const char* extension : Extensions) {
+    if (!found.contains(extension)) items.push_back({extension});
+  }
+  cmbExtension_.Items(std::move(items));
 }
 
 void frmDataObject::ShowNow() {
@@ -142,6 +171,7 @@ void frmDataObject::AskForFiles() {
   job.Caption = "Looking for the files of " + ShapesName();
   job.Work = [answer, connection, question, presentation, isCancelled] {
     FindFiles(*answer, *connection, question.First, presentation, *isCancelled);
+    FindExtensions(*answer, *connection, question.First, presentation, *isCancelled);
   };
   job.Cancel = [isCancelled] { *isCancelled = true; };
   job.Deadline = 15'000;
@@ -183,6 +213,7 @@ void frmDataObject::FindFiles(Answer& answer, clsConnection& connection, const D
 }
 
 void frmDataObject::ShowAnswer(const Answer& answer) {
+  ShowExtensions(answer.Extensions);
   picNow_.File(answer.Path);
   if (!answer.Problem.empty()) {
     lblFile_.Text(answer.Name.empty() ? answer.Problem : answer.Name + ": " + answer.Problem,

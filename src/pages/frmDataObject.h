@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -37,6 +39,8 @@ class frmDataObject final : public frmValuePage {
     bool IsCut = false;
     /// Rows whose file is not there, with the name: "3", "photos\rye.jpg".
     std::vector<std::vector<std::string>> Missing;
+    /// With how many of the rows' names each makes a file that is there.
+    std::map<std::string, int> Extensions;
   };
 
   void txtFolder_Change();
@@ -45,7 +49,10 @@ class frmDataObject final : public frmValuePage {
   void AskForFiles();
   static void FindFiles(Answer& answer, clsConnection& connection, const Draft& draft,
                         const std::string& presentation, const bool& isCancelled);
+  static void FindExtensions(Answer& answer, clsConnection& connection, const Draft& draft,
+                             const std::string& presentation, const bool& isCancelled);
   void ShowAnswer(const Answer& answer);
+  void ShowExtensions(const std::map<std::string, int>& found);
 
   Forms::TextBox& txtFolder_;
   Forms::CommandButton& cmdBrowse_;

@@ -33,6 +33,9 @@ TEST_F(ShapePagesTest, APictureShowsWhichFileResultsAndWhichAreMissing) {
   EXPECT_THAT(view.titles, ElementsAre("Select a folder where the file can be found."));
   view.answer("/decks/photos");
   EXPECT_EQ(view.Text("txtFolder"), "photos") << "from the deck on, so that both can be moved";
+  const Forms::Items& extensions = view.Get<Forms::ComboBox>("cmbExtension").Items();
+  EXPECT_EQ(extensions[0].Text + ", " + extensions[0].Note, "jpg, 2 files") << "what is there comes first";
+  EXPECT_EQ(extensions[1].Text + extensions[1].Note, "png");
   view.Set("cmbExtension", ".jpg");
   EXPECT_EQ(LinkOf(photo), "3 001 Item 1 photos jpg");
   EXPECT_EQ(view.Text("lblFile"), "photos\\Rye.jpg is there.");

@@ -91,6 +91,7 @@ Json Desk::present(const DeskWindow& window) {
           {"connections", connectionsJson(open_->slides, open_->sources)},
           {"data", dataJson(open_->sources)},
           {"used", usedJson(open_->slides, slide)},
+          {"uses", usesJson(open_->slides)},
           {"nearby", nearby_.toJson()},
           {"findings", findings_.toJson(open_->slides)},
           {"forms", forms_.names(window.name)},

@@ -240,4 +240,19 @@ Json usedJson(const DeskSlides& slides, int slide) {
   return json;
 }
 
+Json usesJson(const DeskSlides& slides) {
+  // By connection, column ("" for any) and slide.
+  std::map<std::string, std::map<std::string, std::map<std::string, int>>> uses;
+  for (int slide = 1; slide <= slides.count(); ++slide) {
+    const std::string id = std::to_string(slides.id(slide));
+    for (const LinkedShape& link : slides.links(slide)) {
+      if (typeOf(link) == LF2000::SourceType::Clock) continue;
+      auto& columns = uses[link.connection];
+      ++columns[""][id];
+      if (typeOf(link) != LF2000::SourceType::Graph) ++columns[link.column][id];
+    }
+  }
+  return uses;
+}
+
 }  // namespace app

@@ -23,5 +23,7 @@ namespace app {
 [[nodiscard]] json::Json dataJson(const DeskSources& sources);
 /// used
 [[nodiscard]] json::Json usedJson(const DeskSlides& slides, int slide);
+/// uses
+[[nodiscard]] json::Json usesJson(const DeskSlides& slides);
 
 }  // namespace app

@@ -76,6 +76,29 @@ test("a cell under the pointer lights its shape, and the reverse", async (t) => 
   assert.equal(await page.locator("td[data-lit]").locator("..").getAttribute("data-row"), "3");
 });
 
+test("the uses of a column and of a connection are selected, slide by slide", async (t) => {
+  const { page, stage } = await openDesk(t, "departures");
+  const sees = (count, list = stage) => until(`${count} chosen`, async () => (await chosen(list)).length === count);
+  const uses = () => page.getByRole("menuitem", { name: /^Show uses/ }).click();
+  await page.getByRole("columnheader", { name: "Gate", exact: true }).click({ button: "right" });
+  await uses();
+  await sees(9);
+  assert.ok((await chosen(stage)).every((name) => /^r\d Gate$/.test(name)));
+
+  // Those of the other slides are marked, and selected when one goes there.
+  await page.getByRole("tab", { name: "004 Destinations" }).click({ button: "right" });
+  await uses();
+  await sees(0);
+  const marked = page.getByRole("option", { name: /^Slide 4.*of what is looked for/ });
+  await marked.click();
+  const there = page.getByRole("listbox", { name: "Slide 4", exact: true });
+  await until("all of them chosen", async () => (await chosen(there)).length > 10);
+  await page.keyboard.press("Escape");
+  await page.keyboard.press("Escape");
+  await until("no mark", async () => (await marked.count()) === 0);
+  assert.deepEqual(page.faults, []);
+});
+
 test("labels stand clear of their fields, in a narrow panel and in large type as well", async (t) => {
   const { page, shape } = await openDesk(t, "departures", { viewport: { width: 2560, height: 1440 } });
   await page.evaluate(() => localStorage.setItem("panels", JSON.stringify({ right: 240 })));

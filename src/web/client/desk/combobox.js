@@ -23,6 +23,7 @@ export function createCombobox(id, { typed, chosen, left, opened }) {
   let seen = []; // of the items, those that fit what was typed
   let at = -1;
   let isFiltered = false;
+  let hasNotesFirst = false;
 
   const isOpen = () => list.matches(":popover-open");
 
@@ -48,8 +49,8 @@ export function createCombobox(id, { typed, chosen, left, opened }) {
     const below = innerHeight - box.bottom - 8;
     const isAbove = below < Math.min(list.scrollHeight, 240) && box.top > below;
     const { style } = list;
-    style.left = `${box.left}px`;
     style.minWidth = `${box.width}px`;
+    style.left = `${Math.max(8, Math.min(box.left, innerWidth - list.offsetWidth - 8))}px`;
     style.maxHeight = `${Math.min(320, isAbove ? box.top - 8 : below)}px`;
     style.top = isAbove ? "auto" : `${box.bottom + 2}px`;
     style.bottom = isAbove ? `${innerHeight - box.top + 2}px` : "auto";
@@ -70,8 +71,9 @@ export function createCombobox(id, { typed, chosen, left, opened }) {
           "aria-disabled": item.enabled === false ? "true" : null,
           "data-place": i,
         });
-        set(line.firstElementChild, { text: item.text });
-        set(line.lastElementChild, { text: item.note ?? "" });
+        const words = [item.text, item.note ?? ""];
+        if (hasNotesFirst) words.reverse();
+        [...line.children].forEach((word, place) => set(word, { text: words[place] }));
       },
     );
     set(input, { "aria-activedescendant": list.children[at]?.id ?? null });
@@ -127,8 +129,9 @@ export function createCombobox(id, { typed, chosen, left, opened }) {
   return {
     element,
     input,
-    draw(fresh, text, listState, problem) {
+    draw(fresh, text, listState, problem, areNotesFirst = false) {
       items = fresh;
+      hasNotesFirst = areNotesFirst;
       if (input.value !== text) input.value = text;
       const isMissing =
         Boolean(text) && !text.startsWith("(") && items.length > 0 && !items.some((item) => item.text === text);

@@ -25,6 +25,7 @@ import { createStore } from "./store.js";
 import { askForToken } from "./token.js";
 import { createToolbar } from "./toolbar.js";
 import { createTray } from "./tray.js";
+import { createUses } from "./uses.js";
 import { createWhy } from "./why.js";
 
 const token = keptToken(sessionStorage);
@@ -89,6 +90,7 @@ desk.frames = createFrames(desk, desk.stage);
 desk.linking = createLinking(desk);
 desk.picking = createPicking(desk, desk.stage, desk.frames);
 desk.openShapeMenu = createShapeMenu(desk).open;
+desk.uses = createUses(desk);
 desk.slides = createSlides(desk);
 desk.toolbar = createToolbar(desk);
 desk.properties = createProperties(desk);

@@ -143,6 +143,7 @@ function comboBox(name, { session }, row) {
           session.get(name, "Text") ?? "",
           state.ListState ?? 0,
           state.ListProblem ?? "",
+          state.NotesFirst,
         );
       },
     });

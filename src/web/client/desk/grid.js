@@ -256,6 +256,7 @@ export function createGrid(desk) {
           reason: without,
           run: () => desk.linking.fillFrom(chosen),
         },
+        { ...desk.uses.item(chosen.connection, chosen.column), group: true },
       ],
     });
   });

@@ -16,12 +16,13 @@ function mark({ links, problems, hides, isHidden, scrolls }) {
   return links > 0 ? `${links} ${links === 1 ? "link" : "links"}` : "";
 }
 
-function nameOf({ index, links, problems, hides, isHidden, scrolls }) {
+function nameOf({ index, links, problems, hides, isHidden, scrolls }, uses) {
   const words = [`Slide ${index}`, `${links} ${links === 1 ? "link" : "links"}`];
   if (problems > 0) words.push(`${problems} ${problems === 1 ? "problem" : "problems"}`);
   if (isHidden) words.push("hidden in PowerPoint");
   else if (hides) words.push("hidden now");
   if (scrolls) words.push("scrolls");
+  if (uses > 0) words.push(`${uses} of what is looked for`);
   return words.join(", ");
 }
 
@@ -108,9 +109,11 @@ export function createSlides(desk) {
       (option, slide) => {
         const [said, index, , note] = option.children;
         const isChosen = slide.id === state.chosen.slide;
-        set(said, { text: nameOf(slide) });
+        set(said, { text: nameOf(slide, desk.uses.countOn(slide.id)) });
         set(index, { text: slide.index });
-        set(note, { text: mark(slide), hidden: !mark(slide), "data-problem": slide.problems > 0 });
+        const uses = desk.uses.countOn(slide.id);
+        const text = uses > 0 ? `◆ ${uses}` : mark(slide);
+        set(note, { text, hidden: !text, "data-problem": slide.problems > 0 && uses === 0, "data-uses": uses > 0 });
         set(option, {
           "aria-description": slide.hides ? `hides: ${slide.hides}` : null,
           title: slide.hides ? `Hides: ${slide.hides}` : null,
@@ -133,7 +136,7 @@ export function createSlides(desk) {
     list.style.setProperty("--slide-width", `${width}px`);
     list.style.setProperty("--slide-height", `${height}px`);
   });
-  watch(["slides", "chosen", "others", "styles"], draw);
+  watch(["slides", "chosen", "others", "styles", "traced", "uses"], draw);
 
   list.addEventListener("keydown", (event) => {
     const step = { ArrowDown: 1, ArrowUp: -1, Home: -1e6, End: 1e6 }[event.key];

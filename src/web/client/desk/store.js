@@ -4,6 +4,7 @@
 //   cursor   {connection, row, column} of the data
 //   held     a column or cell that is about to be put on shapes, see linking.js
 //   lit      what lies under the pointer: {shapes: [id…], cells: ["connection/column/row"…]}
+//   traced   {connection, column or null} whose uses are shown, or null; see uses.js
 //   lost     since when the server does not answer, or null
 //   told     notices of the page itself
 //   zoom     "fit", or a factor
@@ -14,6 +15,7 @@ export function createStore() {
     tab: "",
     cursor: null,
     held: null,
+    traced: null,
     lit: { shapes: [], cells: [] },
     lost: null,
     told: [],

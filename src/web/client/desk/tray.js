@@ -85,6 +85,7 @@ export function createTray(desk) {
       anchor: tab,
       point: event.clientX ? { x: event.clientX, y: event.clientY } : null,
       items: [
+        desk.uses.item(number),
         { text: "Change this connection…", run: () => desk.act("connect", { number }) },
         { text: "All connections…", run: () => desk.press("cbrSlideShow") },
       ],
