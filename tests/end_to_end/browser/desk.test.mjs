@@ -99,6 +99,21 @@ test("the uses of a column and of a connection are selected, slide by slide", as
   assert.deepEqual(page.faults, []);
 });
 
+test("commands are found by their words, and those of no use say why", async (t) => {
+  const { page } = await openDesk(t, "departures");
+  await page.keyboard.press("Control+k");
+  const found = page.getByRole("listbox", { name: "Commands found" }).getByRole("option");
+  await page.keyboard.type("save");
+  await found.filter({ hasText: "Everything is saved." }).waitFor();
+  await page.keyboard.press("Enter"); // does nothing
+  await page.getByRole("combobox", { name: "Command" }).fill("col ind");
+  await until("the display type alone", async () => (await found.count()) === 1);
+  await page.keyboard.press("Enter");
+  await page.getByRole("dialog").waitFor({ state: "detached" });
+  const display = page.getByRole("combobox", { name: "Display type" });
+  await until("the display type", async () => (await display.inputValue()) === "Column - Index");
+});
+
 test("labels stand clear of their fields, in a narrow panel and in large type as well", async (t) => {
   const { page, shape } = await openDesk(t, "departures", { viewport: { width: 2560, height: 1440 } });
   await page.evaluate(() => localStorage.setItem("panels", JSON.stringify({ right: 240 })));
@@ -176,6 +191,10 @@ test("nothing keeps people from using it, in light and in dark", async (t) => {
     await page.getByRole("menuitem", { name: "Keys" }).click();
     await page.getByRole("dialog", { name: "Keys" }).waitFor();
     await look("a dialog");
+    await page.keyboard.press("Escape");
+    await page.keyboard.press("Control+k");
+    await page.getByRole("dialog", { name: "Commands" }).waitFor();
+    await look("the search");
     await page.keyboard.press("Escape");
     await page.getByRole("button", { name: "Check" }).click();
     await page.getByRole("tab", { name: /^Check/ }).click();

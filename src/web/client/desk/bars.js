@@ -16,6 +16,13 @@ export function commandOf(state, id) {
   return undefined;
 }
 
+// Everything that the system put on its menu, or on its bar where it has none.
+export function systemItems(desk, left) {
+  const menus = barNamed(desk.state, "Menu Bar")?.controls.filter(({ type }) => type === "popup") ?? [];
+  const controls = menus.length > 0 ? menus.flatMap((menu) => menu.controls) : barNamed(desk.state, "Lumenfold")?.controls;
+  return menuItems(desk, controls, left);
+}
+
 // Of the controls of a bar, the items of a menu; `left` names those that stand elsewhere.
 export function menuItems(desk, controls, left = new Set()) {
   return (controls ?? [])

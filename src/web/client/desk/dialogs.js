@@ -4,7 +4,7 @@ import { freshId, h, set } from "./dom.js";
 import { FormView } from "./form_view.js";
 import { icon } from "./icons.js";
 
-function frame(caption, width, body) {
+export function frame(caption, width, body) {
   const id = freshId("title");
   const close = h("button", { type: "button", class: "quiet square close", "aria-label": "Close" }, icon("close"));
   const element = h(

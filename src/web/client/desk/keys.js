@@ -22,6 +22,7 @@ const table = [
   ["Page Up, Page Down", "The slide before, the next one"],
   ["Ctrl+0, Ctrl++, Ctrl+−", "Fit, larger, smaller"],
   ["F7", "Check the deck"],
+  ["Ctrl+K", "Search for a command"],
   ["Enter on the data", "Link the selected shapes; or take the column in hand, and Enter on a shape puts it there"],
   ["Menu key, Shift+F10", "What can be done here"],
   ["?", "This page"],
@@ -47,6 +48,7 @@ export function listenToKeys(desk) {
   const everywhere = {
     "Ctrl+s": () => desk.command("save"),
     F7: () => desk.check(),
+    "Ctrl+k": () => desk.search(),
     F6: () => desk.nextPanel(1),
     "Shift+F6": () => desk.nextPanel(-1),
     "Alt+F10": () => desk.goTo("shapes"),

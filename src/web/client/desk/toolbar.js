@@ -1,6 +1,6 @@
 // The commands at the top: what one does all the time stands there, the rest in a menu.
 
-import { barNamed, commandOf, menuItems } from "./bars.js";
+import { commandOf, systemItems } from "./bars.js";
 import { enable, h, isUsable, rove, set, withoutKey } from "./dom.js";
 import { icon } from "./icons.js";
 
@@ -71,11 +71,9 @@ export function createToolbar(desk) {
   );
 
   function moreItems() {
-    const left = new Set([...onBar, "cmbDisplayType"]);
-    const menus = barNamed(state, "Menu Bar")?.controls.filter(({ type }) => type === "popup") ?? [];
-    const all = menus.length > 0 ? menus.flatMap(({ controls }) => controls) : barNamed(state, "Lumenfold")?.controls;
     return [
-      ...menuItems(desk, all, left),
+      { text: "Search for a command…", keys: "Ctrl+K", run: () => desk.search() },
+      ...systemItems(desk, new Set([...onBar, "cmbDisplayType"])),
       { text: "Download the deck as it was saved", group: true, run: () => desk.deckFile.download() },
       { text: "Upload a newer version of the deck…", run: () => desk.deckFile.upload() },
       { text: "Keys", keys: "?", group: true, run: () => desk.showKeys() },
