@@ -2,6 +2,8 @@
 
 #include "app/player/PlayerFolder.h"
 
+#include <future>
+
 #include "fakes/FakeServices.h"
 #include "player/PlayerFixture.h"
 #include "player/SmallServer.h"
@@ -92,6 +94,44 @@ TEST_F(PlayerFolderTest, ComesFromAWebServerAsWell) {
   const auto decks = player(server.address());
   until([&] { return isOn(*decks, "A"); });
   EXPECT_EQ(decks->decks().front().path, decks->decks().front().file);
+}
+
+/// A share that does not answer, until somebody mends it.
+class HangingFolder final : public DeckFolder {
+ public:
+  explicit HangingFolder(std::shared_future<void> mended) : mended_(std::move(mended)) {}
+  FolderListing list() override {
+    mended_.wait();
+    return {};
+  }
+  void read(const ListedDeck&, const SentFile&, std::uint64_t, const Take&) override {}
+
+ private:
+  std::shared_future<void> mended_;
+};
+
+TEST_F(PlayerFolderTest, NobodyWaitsForAShareThatHangs) {
+  folder.send("A", 1, {{"A.pptx", deckBytes("1")}});
+  {
+    const auto decks = player();
+    until([&] { return isOn(*decks, "A"); });
+  }
+  std::promise<void> mend;
+  std::shared_ptr<DeckFolder> hanging = std::make_shared<HangingFolder>(mend.get_future().share());
+  std::optional<PlayerFolder> decks;
+  PlayerFolderOptions options;
+  options.computer = "Board";
+  options.cache = (cacheFolder.path() / "cache").string();
+  decks.emplace(
+      loop, machine.clock, options, [&](const auto&) { return hanging; },
+      [this](const std::string& line) { log.push_back(line); });
+  until([&] { return isOn(*decks, "A"); });
+  EXPECT_FALSE(decks->wasRead());
+  decks.reset();
+  // The thread comes back when all of it is gone, and leaves.
+  mend.set_value();
+  while (hanging.use_count() > 1) loop.DoEvents();
+  EXPECT_TRUE(log.empty());
 }
 
 }  // namespace

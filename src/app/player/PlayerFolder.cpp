@@ -110,17 +110,20 @@ void PlayerFolder::Shared::run(DeckFolder& folder, DeckCache& cache, const Playe
     told = found;
     tell([found = std::move(found)](Shared& self) { self.take(found); });
   };
-  collector.begin({now});
-  for (;;) {
+  const auto step = [this](const auto& act) {
     goOn();
     try {
-      collector.look({now}, ticks());
+      act();
     } catch (const std::exception& error) {
       // Memory that is out, for one; the next look may have it.
       tell([why = std::string(error.what())](Shared& self) {
         self.log("The folder could not be looked at: " + why);
       });
     }
+  };
+  step([&] { collector.begin({now}); });
+  for (;;) {
+    step([&] { collector.look({now}, ticks()); });
     rest(folder, collector.isBusy() ? BusyPause : Pause);
   }
 }
@@ -170,17 +173,22 @@ void PlayerFolder::Shared::end() {
   over.wait_for(lock, Patience, [this] { return hasEnded; });
 }
 
-PlayerFolder::PlayerFolder(platform::EventLoop& loop, host::Clock& clock, PlayerFolderOptions options,
+PlayerFolder::PlayerFolder(platform::EventLoop& loop, host::Clock& clock, const PlayerFolderOptions& options,
                            std::function<void(const std::string&)> log)
+    : PlayerFolder(
+          loop, clock, options,
+          [&place = options.place](const DeckFolder::GoOn& goOn) -> std::shared_ptr<DeckFolder> {
+            if (WebFolder::isAddress(place)) return std::make_shared<WebFolder>(place, goOn);
+            return std::make_shared<LocalFolder>(std::filesystem::absolute(place).string(), ticks, goOn);
+          },
+          std::move(log)) {}
+
+PlayerFolder::PlayerFolder(platform::EventLoop& loop, host::Clock& clock, PlayerFolderOptions options,
+                           const MakeFolder& make, std::function<void(const std::string&)> log)
     : shared_(std::make_shared<Shared>(loop, clock, std::move(log))) {
   shared_->now = clock.Now().serial;
-  const auto goOn = [shared = shared_.get()] { shared->goOn(); };  // it lives as long as the thread
-  std::shared_ptr<DeckFolder> folder;
-  if (WebFolder::isAddress(options.place)) {
-    folder = std::make_shared<WebFolder>(options.place, goOn);
-  } else {
-    folder = std::make_shared<LocalFolder>(std::filesystem::absolute(options.place).string(), ticks, goOn);
-  }
+  // The thread holds both.
+  auto folder = make([shared = shared_.get()] { shared->goOn(); });
   auto cache = std::make_shared<DeckCache>(options.cache);
   shared_->timer = loop.CreateTimer([shared = shared_.get()] {
     if (shared->judge() && shared->changed) shared->changed();
@@ -192,11 +200,6 @@ PlayerFolder::PlayerFolder(platform::EventLoop& loop, host::Clock& clock, Player
     try {
       shared->run(*folder, *cache, options);
     } catch (const IsOver&) {
-    } catch (const std::exception& error) {
-      // Of no step, as these hear of what fails; memory that is out, for one.
-      shared->tell([why = std::string(error.what())](Shared& self) {
-        self.log("The folder is looked at no more: " + why);
-      });
     }
     folder.reset();
     cache.reset();

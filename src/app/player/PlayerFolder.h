@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/distribution/Signature.h"
+#include "app/player/DeckFolder.h"
 #include "app/player/FolderDeck.h"
 #include "host/services.h"
 #include "platform/EventLoop.h"
@@ -38,8 +39,12 @@ class PlayerFolder {
   /// Takes what the cache has, then looks at the folder, all of it on the thread: decks() is empty at first.
   /// `log` gets a line for what cannot be taken, and when that has ended: each once. The loop and the clock
   /// outlive it. Throws basic::Error where the cache cannot be used or the place is none.
-  PlayerFolder(platform::EventLoop& loop, host::Clock& clock, PlayerFolderOptions options,
+  PlayerFolder(platform::EventLoop& loop, host::Clock& clock, const PlayerFolderOptions& options,
                std::function<void(const std::string&)> log);
+  /// With a folder of any kind in the place of that of the options. It is destroyed on the thread.
+  using MakeFolder = std::function<std::shared_ptr<DeckFolder>(const DeckFolder::GoOn& goOn)>;
+  PlayerFolder(platform::EventLoop& loop, host::Clock& clock, PlayerFolderOptions options,
+               const MakeFolder& make, std::function<void(const std::string&)> log);
   ~PlayerFolder();
   PlayerFolder(const PlayerFolder&) = delete;
   PlayerFolder& operator=(const PlayerFolder&) = delete;
