@@ -1,5 +1,6 @@
 // From the file to the deck: the stream, the objects in it, the slides in their order.
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -83,7 +84,7 @@ class DeckReader {
   /// A list of slides, behind each the texts of its placeholders ([MS-PPT] 2.4.14.3).
   void readSlides(const Record& list, std::vector<Slide>& slides) {
     std::optional<std::uint32_t> slide;
-    Surroundings surroundings{{}, programs_};
+    Surroundings surroundings{{}, programs_, shapesLeft_};
     const auto finish = [&] {
       if (slide) slides.push_back(readSlide(*slide, surroundings));
       surroundings.outline.clear();
@@ -108,6 +109,8 @@ class DeckReader {
 
   PersistObjects objects_;
   std::map<std::uint32_t, std::string> programs_;
+  /// What is known of a shape takes ten times the room of the smallest one in the file.
+  std::size_t shapesLeft_ = 200'000;
 };
 
 }  // namespace

@@ -147,6 +147,7 @@ class Reader {
       }
     });
     if ((flags & (IsPatriarch | IsDeleted)) != 0) return std::nullopt;
+    if (surroundings_.shapesLeft-- == 0) failDamaged("it has more shapes than anybody draws");
     return shape;
   }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -23,6 +24,8 @@ struct Surroundings {
   std::vector<std::string> outline;
   /// Programs of objects by the objects' numbers.
   const std::map<std::uint32_t, std::string>& programs;
+  /// How many shapes the presentation may still have.
+  std::size_t& shapesLeft;
 };
 
 /// The shapes of a slide's drawing ([MS-PPT] 2.5.13, [MS-ODRAW] 2.2.13). Deleted ones and the background are

@@ -283,6 +283,18 @@ TEST(OldDeck, EndsWithAReasonWhateverIsBroken) {
   often.save();
   EXPECT_THAT(errorOf(often.file()), HasSubstr("a slide is in it twice"));
 
+  OldDeckWriter crowded = deckOf(slideOf({}));
+  const std::string shape = shapeOf(2).bytes();
+  OldRecord slide = slideOf({});
+  std::string all;
+  for (int i = 0; i < 200'001; ++i) all += shape;
+  OldRecord* group = slide.find(type::Drawing)->find(type::DrawingContent)->find(type::Group);
+  group->atom = group->records.front().bytes() + all;
+  group->records.clear();
+  crowded.put(2, slide);
+  crowded.save();
+  EXPECT_THAT(errorOf(crowded.file()), HasSubstr("more shapes than anybody draws"));
+
   OldRecord deep = shapeOf(3);
   for (int i = 0; i < 200; ++i) deep = groupOf(shapeOf(2), {deep});
   EXPECT_THAT(errorOf(deckOf(slideOf({deep})).file()), HasSubstr("too deep"));

@@ -1,7 +1,7 @@
 // Old presentations become decks, by the verb and at the desk. LibreOffice converts them.
 
 import assert from "node:assert/strict";
-import { copyFileSync, existsSync, readFileSync, writeFileSync } from "node:fs";
+import { copyFileSync, existsSync, mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { Sandbox } from "../support/sandbox.mjs";
 
@@ -16,6 +16,27 @@ test("the verb import makes a deck of an old presentation, once", (t) => {
   const again = sandbox.run("import", old, "-o", deck);
   assert.equal(again.code, 1);
   assert.match(again.error, /new\.pptx' is there already\./);
+});
+
+test("what has no place in the new deck is listed, and the exit code says so", (t) => {
+  const sandbox = new Sandbox(t);
+  // A small presentation whose shapes bear tags, converted into a deck without such shapes.
+  const seed = new URL("../../../fuzz/ppt/seeds/whole_file", import.meta.url).pathname;
+  writeFileSync(sandbox.path("old.ppt"), readFileSync(seed).subarray(1));
+  sandbox.done("import", old, "-o", sandbox.path("made.pptx"));
+  mkdirSync(sandbox.path("office"));
+  writeFileSync(
+    sandbox.path("office/soffice"),
+    `#!/bin/sh\nwhile [ $# -gt 2 ]; do shift; done\nmkdir -p "$1" && cp '${sandbox.path("made.pptx")}' "$1/deck.pptx"\n`,
+    { mode: 0o755 },
+  );
+  const environment = { PATH: `${sandbox.path("office")}:${process.env.PATH}` };
+  const { code, out, error } = sandbox.runWith({ environment }, "import", sandbox.path("old.ppt"), "-o", sandbox.path("new.pptx"));
+  assert.equal(code, 1, error);
+  assert.match(out, /written with 2 tags, .*; without those of 2 shapes\n/);
+  assert.match(error, /^Lost: Slide 1, 'Object 3' \(Title\): CORVANE VERSION = '1'\nLost: Slide 1, 'Shape 5': CORVANE VERSION = '1'\n/);
+  assert.match(error, /new\.pptx: written without the tags of 2 shapes \(see above\)\.\n$/);
+  assert.ok(existsSync(sandbox.path("new.pptx")));
 });
 
 test("who takes an old presentation for a deck is told what to do", (t) => {
