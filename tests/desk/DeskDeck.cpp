@@ -1,5 +1,6 @@
 #include "desk/DeskDeck.h"
 
+#include "basic/Conversion.h"
 #include "model/modTags.h"
 #include "support/ChartDeck.h"
 #include "support/TableShape.h"

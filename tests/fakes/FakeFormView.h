@@ -97,6 +97,13 @@ class FormView final : public Forms::View {
     const auto found = properties.find(property);
     return found == properties.end() ? std::string() : std::get<std::string>(found->second);
   }
+  /// The cells of a grid.
+  [[nodiscard]] std::vector<std::vector<std::string>> Cells(std::string_view name) const {
+    const auto& properties = Get(name).Properties();
+    const auto found = properties.find("Rows");
+    if (found == properties.end()) return {};
+    return std::get<Forms::Rows>(found->second).Cells;
+  }
   [[nodiscard]] std::string Problem(std::string_view name) const { return Get(name).Problem(); }
   [[nodiscard]] bool Visible(std::string_view name) const { return Get(name).Visible(); }
   /// The texts of a list's items.

@@ -4,6 +4,7 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modVersionSpecific.h"
+#include "basic/Locale.h"
 
 namespace fakes {
 

@@ -59,9 +59,8 @@ struct ConnectionDialogs : testing::Test {
     return basic::Replace((*deck->tags)["CORVANE CONNECTION" + number], "\t", "|");
   }
   [[nodiscard]] std::string Preview() const {
-    const auto& rows = std::get<Forms::Rows>(view.Get("grdPreview").Properties().at("Rows"));
     std::string text;
-    for (const auto& row : rows.Cells) {
+    for (const auto& row : view.Cells("grdPreview")) {
       text += text.empty() ? "" : "/";
       for (const std::string& cell : row) text += cell + " ";
     }

@@ -1,26 +1,20 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "addin/support/modGlobalFunctions.h"
 #include "fakes/FakeFormView.h"
-#include "fakes/FakePowerPoint.h"
-#include "fakes/FakeServices.h"
-#include "model/clsPresentation.h"
 #include "model/clsShape.h"
 #include "pages/modLastUsed.h"
 #include "pages/modPages.h"
+#include "support/LinkedDeck.h"
 
 namespace LF2000 {
 
-/// A deck that is open in one window: slide 1, connection 001 "Today" (Item, Price; 3 rows) and 002 "Offer"
-/// (Name, Price, Until; 1 row).
-struct OpenDeck : testing::Test {
+/// A deck that is open in one window, with a second connection 002 "Offer" (Name, Price, Until; 1 row).
+struct OpenDeck : LinkedDeck {
   struct EditWindow final : PowerPoint::DocumentWindow,
                             PowerPoint::Selection,
                             std::enable_shared_from_this<EditWindow> {
@@ -37,27 +31,16 @@ struct OpenDeck : testing::Test {
 
   OpenDeck() {
     machine.UseForms(&view);
-    machine.files.Write("/decks/today.txt", "Item\tPrice\nRye\t4.80\nPlum\t4.10\nSeed\t3.20\n");
     machine.files.Write("/decks/offer.txt", "Name\tPRICE\tUntil\nCake\t9.50\tMay\n");
-    deck->tags->items = {{"CORVANE VERSION", "1"},
-                         {"CORVANE DISPLAYTYPE", "1"},
-                         {"CORVANE CONNECTION001", "0\tToday\ttoday.txt\t-1\t"},
-                         {"CORVANE CONNECTION002", "0\tOffer\toffer.txt\t-1\t"}};
+    deck->tags->items.emplace_back("CORVANE CONNECTION002", "0\tOffer\toffer.txt\t-1\t");
     window->deck = deck;
     application->window = window;
-    modGlobalFunctions::HostApplication = application;
     presentation->ActivePresentation(deck);
     modLastUsed::Reset();
     modPages::Reset();
     modPages::Install();
   }
 
-  std::shared_ptr<fakes::Shape> Add(const std::string& name, double left = 0, double top = 0) {
-    fakes::Shape& shape = slide.Add(name);
-    shape.left = left;
-    shape.top = top;
-    return slide.shapes.back();
-  }
   /// A text linked to 001, one below the other.
   std::shared_ptr<fakes::Shape> AddField(const std::string& name, int row,
                                          const std::string& column = "Price",
@@ -90,20 +73,9 @@ struct OpenDeck : testing::Test {
     }
     return told;
   }
-  /// The labels of the steps so far.
-  std::vector<std::string> Steps() const {
-    std::vector<std::string> labels;
-    for (const auto& entry : application->undoEntries) labels.push_back(entry.first);
-    return labels;
-  }
 
-  fakes::Machine machine;
   fakes::FormView view;
-  std::shared_ptr<fakes::Presentation> deck = std::make_shared<fakes::Presentation>();
-  fakes::Slide& slide = deck->Add();
   std::shared_ptr<EditWindow> window = std::make_shared<EditWindow>();
-  std::shared_ptr<fakes::Application> application = std::make_shared<fakes::Application>();
-  std::shared_ptr<clsPresentation> presentation = std::make_shared<clsPresentation>();
 };
 
 }  // namespace LF2000

@@ -14,13 +14,6 @@ using testing::IsEmpty;
 
 using ShapePagesTest = OpenDeck;
 
-std::vector<std::vector<std::string>> CellsOf(const fakes::FormView& view, const std::string& name) {
-  const auto& properties = view.Get(name).Properties();
-  const auto found = properties.find("Rows");
-  return found == properties.end() ? std::vector<std::vector<std::string>>()
-                                   : std::get<Forms::Rows>(found->second).Cells;
-}
-
 TEST_F(ShapePagesTest, APictureShowsWhichFileResultsAndWhichAreMissing) {
   machine.files.Write("/decks/photos/Rye.jpg", "x");
   machine.files.Write("/decks/photos/Seed.jpg", "x");
@@ -42,7 +35,7 @@ TEST_F(ShapePagesTest, APictureShowsWhichFileResultsAndWhichAreMissing) {
   EXPECT_EQ(view.Property("picNow", "File"), "/decks/photos/Rye.jpg");
   EXPECT_EQ(photo->shownFile, "/decks/photos/Rye.jpg");
   EXPECT_EQ(view.Text("lblMissing"), "1 of 3 rows names no file");
-  EXPECT_THAT(CellsOf(view, "grdFiles"), ElementsAre(ElementsAre("2", "photos\\Plum.jpg")));
+  EXPECT_THAT(view.Cells("grdFiles"), ElementsAre(ElementsAre("2", "photos\\Plum.jpg")));
   EXPECT_THAT(Steps(), ElementsAre("Link p1 Item", "Folder of p1 Item", "Extension of p1 Item"));
 
   machine.files.Write("/decks/photos/Plum.jpg", "x");
@@ -99,10 +92,10 @@ TEST_F(ShapePagesTest, AChartShowsWhatEachColumnBecomes) {
   view.Choose("cmbConnection", "001 Today");
   EXPECT_EQ(LinkOf(slide.shapes[0]), "4 001");
   EXPECT_EQ(chart.fills, 1);
-  EXPECT_THAT(CellsOf(view, "grdMapping"), ElementsAre(ElementsAre("Item", "categories or X", "texts"),
-                                                       ElementsAre("Price", "series 1", "numbers"),
-                                                       ElementsAre("Note", "series 2", "texts"),
-                                                       ElementsAre("Rate", "series 3", "numbers and texts")));
+  EXPECT_THAT(view.Cells("grdMapping"), ElementsAre(ElementsAre("Item", "categories or X", "texts"),
+                                                    ElementsAre("Price", "series 1", "numbers"),
+                                                    ElementsAre("Note", "series 2", "texts"),
+                                                    ElementsAre("Rate", "series 3", "numbers and texts")));
   EXPECT_EQ(view.Text("lblWarning"),
             "Column 'Note' holds text and no number.\n"
             "Column 'Rate' holds texts among its numbers, which become gaps.");
@@ -119,7 +112,7 @@ TEST_F(ShapePagesTest, ATableShowsWhichColumnsItTakes) {
   slide.AddTable("Prices", "price|Item| /a|b|c");
   Dock({slide.shapes[0]});
   EXPECT_EQ(view.Top().Caption(), "Table");
-  EXPECT_THAT(CellsOf(view, "grdMapping"),
+  EXPECT_THAT(view.Cells("grdMapping"),
               ElementsAre(ElementsAre("price", "Price"), ElementsAre("Item", "Item"),
                           ElementsAre("3", "stays as it is")));
   EXPECT_EQ(view.Text("lblWarning"), "The table has room for 1 of 3 rows; it can scroll through them.");

@@ -3,13 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "addin/support/modGlobalFunctions.h"
-#include "fakes/FakePowerPoint.h"
-#include "fakes/FakeServices.h"
-#include "model/clsPresentation.h"
 #include "model/modFillRows.h"
 #include "model/modLinkClipboard.h"
 #include "model/modLinkEdits.h"
+#include "support/LinkedDeck.h"
 
 namespace LF2000 {
 namespace {
@@ -23,23 +20,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 
-struct LinkEditsTest : testing::Test {
-  LinkEditsTest() {
-    machine.files.Write("/decks/today.txt", "Item\tPrice\nRye\t4.80\nPlum\t4.10\nSeed\t3.20\n");
-    deck->tags->items = {{"CORVANE VERSION", "1"},
-                         {"CORVANE DISPLAYTYPE", "1"},
-                         {"CORVANE CONNECTION001", "0\tToday\ttoday.txt\t-1\t"}};
-    presentation->ActivePresentation(deck);
-    modGlobalFunctions::HostApplication = application;
-    modLinkClipboard::Reset();
-  }
+struct LinkEditsTest : LinkedDeck {
+  LinkEditsTest() { modLinkClipboard::Reset(); }
 
-  std::shared_ptr<fakes::Shape> Add(const std::string& name, double left, double top) {
-    fakes::Shape& shape = slide.Add(name);
-    shape.left = left;
-    shape.top = top;
-    return slide.shapes.back();
-  }
   /// Adds the shapes "1", "2", ... one below the other.
   modLinkEdits::Shapes Column(const std::vector<std::string>& names, double left = 0, double step = 25) {
     modLinkEdits::Shapes shapes;
@@ -78,11 +61,6 @@ struct LinkEditsTest : testing::Test {
     return shape->TextFrame()->TextRange()->Text();
   }
 
-  fakes::Machine machine;
-  std::shared_ptr<fakes::Presentation> deck = std::make_shared<fakes::Presentation>();
-  fakes::Slide& slide = deck->Add();
-  std::shared_ptr<fakes::Application> application = std::make_shared<fakes::Application>();
-  std::shared_ptr<clsPresentation> presentation = std::make_shared<clsPresentation>();
   const Source source{"001", ColumnNames({"", "Item", "Price"})};
 };
 
