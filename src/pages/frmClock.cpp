@@ -101,25 +101,16 @@ bool frmClock::Apply() {
 }
 
 void frmClock::Write(std::string_view run) {
+  constexpr auto Clock = static_cast<std::int32_t>(SourceType::Clock);
   const std::string format = cmbFormat_.Text();
-  clsShape link;
-  modLinkEdits::Shapes changed;
-  for (const auto& shape : Shapes()) {
-    link.ShapeItem(shape);
-    const bool isClock = link.SourceType() == static_cast<std::int32_t>(SourceType::Clock);
-    if (!isClock || link.DateFormat() != format) changed.push_back(shape);
-  }
-  if (changed.empty()) return;
-  modLinkEdits::Begin(*Presentation(), "Format of " + ShapesName(), run);
-  for (const auto& shape : changed) {
-    link.ShapeItem(shape);
-    link.KeepCurrent();
-    link.SourceType(static_cast<std::int32_t>(SourceType::Clock));
-    link.NewDateFormat(format);
-    link.SetShapeTags();
-  }
-  modLinkEdits::Show(*Presentation(), Slide(), changed);
-  cmdUnlink_.Enabled(true);
+  const bool isWritten = Relink(
+      "Format of " + ShapesName(), run,
+      [&](const clsShape& link) { return link.SourceType() != Clock || link.DateFormat() != format; },
+      [&](clsShape& link) {
+        link.SourceType(Clock);
+        link.NewDateFormat(format);
+      });
+  if (isWritten) cmdUnlink_.Enabled(true);
 }
 
 }  // namespace LF2000

@@ -138,24 +138,17 @@ bool frmGraph::Apply() {
 }
 
 void frmGraph::Write() {
-  clsShape link;
-  modLinkEdits::Shapes changed;
-  for (const auto& shape : Shapes()) {
-    link.ShapeItem(shape);
-    const bool isLinked = link.SourceType() == static_cast<std::int32_t>(SourceType::Graph);
-    if (!isLinked || link.ConnectionTagNumber() != number_) changed.push_back(shape);
-  }
-  if (changed.empty()) return;
-  modLinkEdits::Begin(*Presentation(), "Link " + ShapesName());
-  for (const auto& shape : changed) {
-    link.ShapeItem(shape);
-    link.KeepCurrent();
-    link.SourceType(static_cast<std::int32_t>(SourceType::Graph));
-    link.NewConnectionTagNumber(number_);
-    link.SetShapeTags();
-  }
-  modLastUsed::Connection = number_;
-  modLinkEdits::Show(*Presentation(), Slide(), changed);
+  constexpr auto Graph = static_cast<std::int32_t>(SourceType::Graph);
+  const bool isWritten = Relink(
+      "Link " + ShapesName(), {},
+      [&](const clsShape& link) {
+        return link.SourceType() != Graph || link.ConnectionTagNumber() != number_;
+      },
+      [&](clsShape& link) {
+        link.SourceType(Graph);
+        link.NewConnectionTagNumber(number_);
+      });
+  if (isWritten) modLastUsed::Connection = number_;
 }
 
 void frmGraph::ShowNow() {

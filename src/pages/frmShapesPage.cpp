@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "addin/support/modGlobalFunctions.h"
+#include "basic/Counted.h"
 #include "basic/Format.h"
-#include "model/clsShape.h"
 #include "model/modPropertyPages.h"
 #include "pages/modLastUsed.h"
 
@@ -64,7 +64,7 @@ void frmShapesPage::ShowConnections(Forms::ComboBox& cmbConnection) const {
       note = "not read yet";
     } else {
       const auto rows = static_cast<std::int64_t>(connection->RecordCount());
-      note = std::to_string(rows) + (rows == 1 ? " row" : " rows");
+      note = basic::Counted(rows, "row");
     }
     items.push_back({ConnectionText(connection->ConnectionTagNumber()), std::move(note)});
   }
@@ -143,6 +143,27 @@ void frmShapesPage::Unlink() {
   } else {
     Close(Forms::Result::OK);
   }
+}
+
+bool frmShapesPage::Relink(std::string_view label, std::string_view run,
+                           const std::function<bool(const clsShape&)>& differs,
+                           const std::function<void(clsShape&)>& link) {
+  clsShape each;
+  modLinkEdits::Shapes changed;
+  for (const auto& shape : Shapes()) {
+    each.ShapeItem(shape);
+    if (differs(each)) changed.push_back(shape);
+  }
+  if (changed.empty()) return false;
+  modLinkEdits::Begin(*Presentation(), label, run);
+  for (const auto& shape : changed) {
+    each.ShapeItem(shape);
+    each.KeepCurrent();
+    link(each);
+    each.SetShapeTags();
+  }
+  modLinkEdits::Show(*Presentation(), Slide(), changed);
+  return true;
 }
 
 }  // namespace LF2000

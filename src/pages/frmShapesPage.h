@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "host/services.h"
+#include "model/clsShape.h"
 #include "model/modLinkEdits.h"
 #include "pages/frmPage.h"
 #include "pages/modSelected.h"
@@ -51,6 +53,12 @@ class frmShapesPage : public frmPage {
   void Manage();
 
   void Unlink();
+
+  /// Has `link` say what each shape shows from now on, of those that differ from it, as one step to undo.
+  /// Whether any did.
+  bool Relink(std::string_view label, std::string_view run,
+              const std::function<bool(const clsShape&)>& differs,
+              const std::function<void(clsShape&)>& link);
 
   static constexpr std::string_view Various = "(various)";
 
