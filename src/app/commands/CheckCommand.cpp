@@ -24,18 +24,6 @@ struct CheckOptions {
   bool json = false;
 };
 
-const char* nameOf(Finding::Gravity gravity) {
-  switch (gravity) {
-    case Finding::Gravity::Broken:
-      return "broken";
-    case Finding::Gravity::Different:
-      return "different";
-    case Finding::Gravity::Note:
-      break;
-  }
-  return "note";
-}
-
 void print(const std::string& deck, const Findings& findings) {
   if (findings.empty()) {
     std::cout << deck << ": nothing to complain about\n";

@@ -12,18 +12,6 @@ using json::Json;
 
 namespace {
 
-const char* nameOf(Finding::Gravity gravity) {
-  switch (gravity) {
-    case Finding::Gravity::Different:
-      return "different";
-    case Finding::Gravity::Note:
-      return "note";
-    case Finding::Gravity::Broken:
-      break;
-  }
-  return "broken";
-}
-
 std::vector<CheckedSource> checkedSources(const DeskSources& sources) {
   std::vector<CheckedSource> checked;
   for (const DeskSource& source : sources.all()) {

@@ -68,23 +68,18 @@ std::optional<StepName> UndoStack::redoName() const {
   return undone_.empty() ? std::nullopt : std::optional(undone_.back().name);
 }
 
-std::optional<StepEffect> UndoStack::undo() {
+std::optional<StepEffect> UndoStack::move(std::deque<Step>& from, std::deque<Step>& to, bool isUndo) {
   end();
-  if (done_.empty()) return std::nullopt;
-  StepEffect effect = apply(done_.back(), /*isUndo=*/true);
-  undone_.push_back(std::move(done_.back()));
-  done_.pop_back();
+  if (from.empty()) return std::nullopt;
+  StepEffect effect = apply(from.back(), isUndo);
+  to.push_back(std::move(from.back()));
+  from.pop_back();
   return effect;
 }
 
-std::optional<StepEffect> UndoStack::redo() {
-  end();
-  if (undone_.empty()) return std::nullopt;
-  StepEffect effect = apply(undone_.back(), /*isUndo=*/false);
-  done_.push_back(std::move(undone_.back()));
-  undone_.pop_back();
-  return effect;
-}
+std::optional<StepEffect> UndoStack::undo() { return move(done_, undone_, /*isUndo=*/true); }
+
+std::optional<StepEffect> UndoStack::redo() { return move(undone_, done_, /*isUndo=*/false); }
 
 void UndoStack::follow(EditLog& log, const Translate& translate) {
   log_ = &log;

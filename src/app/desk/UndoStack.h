@@ -78,6 +78,7 @@ class UndoStack {
   };
 
   void merge(OwnerChanges changes);
+  std::optional<StepEffect> move(std::deque<Step>& from, std::deque<Step>& to, bool isUndo);
   StepEffect apply(const Step& step, bool isUndo);
   static StepEffect effectOf(const Step& step);
 

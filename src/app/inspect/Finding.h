@@ -32,6 +32,9 @@ struct Finding {
   std::string column = {};
 };
 
+/// "broken", "different" or "note", for programs.
+const char* nameOf(Finding::Gravity gravity);
+
 using Findings = std::vector<Finding>;
 
 }  // namespace app
