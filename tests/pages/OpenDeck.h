@@ -15,25 +15,10 @@ namespace LF2000 {
 
 /// A deck that is open in one window, with a second connection 002 "Offer" (Name, Price, Until; 1 row).
 struct OpenDeck : LinkedDeck {
-  struct EditWindow final : PowerPoint::DocumentWindow,
-                            PowerPoint::Selection,
-                            std::enable_shared_from_this<EditWindow> {
-    std::shared_ptr<PowerPoint::Presentation> Presentation() override { return deck; }
-    std::shared_ptr<PowerPoint::Selection> Selection() override { return shared_from_this(); }
-    PowerPoint::SelectionType Type() const override {
-      return shapes.empty() ? PowerPoint::SelectionType::None : PowerPoint::SelectionType::Shapes;
-    }
-    std::vector<std::shared_ptr<PowerPoint::Shape>> ShapeRange() override { return shapes; }
-    std::vector<std::shared_ptr<PowerPoint::Slide>> SlideRange() override { return {deck->Item(1)}; }
-    std::shared_ptr<fakes::Presentation> deck;
-    std::vector<std::shared_ptr<PowerPoint::Shape>> shapes;
-  };
-
   OpenDeck() {
     machine.UseForms(&view);
     machine.files.Write("/decks/offer.txt", "Name\tPRICE\tUntil\nCake\t9.50\tMay\n");
     deck->tags->items.emplace_back("CORVANE CONNECTION002", "0\tOffer\toffer.txt\t-1\t");
-    window->deck = deck;
     application->window = window;
     presentation->ActivePresentation(deck);
     modLastUsed::Reset();
@@ -75,7 +60,7 @@ struct OpenDeck : LinkedDeck {
   }
 
   fakes::FormView view;
-  std::shared_ptr<EditWindow> window = std::make_shared<EditWindow>();
+  std::shared_ptr<fakes::EditWindow> window = std::make_shared<fakes::EditWindow>(deck);
 };
 
 }  // namespace LF2000
