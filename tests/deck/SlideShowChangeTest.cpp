@@ -64,6 +64,53 @@ TEST_F(SlideShowTest, GoesOnWhereAnotherShowStands) {
   host::Use({});
 }
 
+TEST_F(SlideShowTest, StandsWhenItIsThroughAndAnotherFollows) {
+  isFollowed_ = true;
+  SlideShowOptions looping;
+  looping.loop = true;
+  for (const SlideShowOptions& options : {SlideShowOptions(), looping}) {
+    deck_ = support::DeckBuilder();
+    begin("1h1h", options);
+    heard_.clear();
+    loop_.Advance(5000);
+    EXPECT_EQ(show_->position(), 3) << "nothing moves until the other one is there";
+    EXPECT_THAT(heard_, ElementsAre("slide 3", "through"));
+    isFollowed_ = false;
+    show_->next();
+    EXPECT_EQ(show_->position(), options.loop ? 1 : 5) << "the other one failed";
+    isFollowed_ = true;
+  }
+  deck_ = support::DeckBuilder();
+  begin("1");
+  heard_.clear();
+  hide(1);
+  loop_.Advance(10);
+  EXPECT_THAT(heard_, ElementsAre("through")) << "nothing is left of it to be seen";
+}
+
+TEST_F(SlideShowTest, APacedShowMovesWhereItIsPut) {
+  SlideShowOptions paced;
+  paced.isPaced = true;
+  paced.loop = true;
+  begin("1h1v", paced);
+  loop_.Advance(5000);
+  EXPECT_EQ(show_->position(), 1);
+  show_->moveTo(1);
+  EXPECT_EQ(show_->position(), 3) << "the next one stands in for a hidden one";
+  heard_.clear();
+  show_->moveTo(2);
+  EXPECT_THAT(heard_, ElementsAre()) << "that one is on show already";
+  show_->moveTo(3);
+  hide(4);
+  loop_.Advance(10);
+  EXPECT_EQ(show_->position(), 1);
+  show_->goTo(2);
+  show_->moveTo(1);
+  EXPECT_EQ(show_->position(), 3) << "chosen by number it was not where it was put";
+  show_->moveTo(9);
+  EXPECT_EQ(show_->position(), 3);
+}
+
 TEST_F(SlideShowTest, GoesOnWhenTheDeckIsDeleted) {
   const TemporaryFolder folder;
   deck_.addSlide(textShape(2, "Price", "1"));

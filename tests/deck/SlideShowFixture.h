@@ -50,6 +50,10 @@ class SlideShowTest : public testing::Test, public SlideShowListener {
   }
   void buildChanged() override { heard_.push_back("build " + std::to_string(show_->builtSteps())); }
   void ended() override { heard_.emplace_back("ended"); }
+  bool wentThrough() override {
+    if (isFollowed_) heard_.emplace_back("through");
+    return isFollowed_;
+  }
 
   support::DeckBuilder deck_;
   fakes::Loop loop_;
@@ -58,6 +62,8 @@ class SlideShowTest : public testing::Test, public SlideShowListener {
   std::shared_ptr<Presentation> presentation_;
   std::shared_ptr<SlideShow> show_;
   std::vector<std::string> heard_;
+  /// What the show is told when it has gone through its slides.
+  bool isFollowed_ = false;
 };
 
 }  // namespace deck::test

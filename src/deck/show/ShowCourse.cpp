@@ -30,7 +30,7 @@ std::vector<std::int32_t> chosenRange(const SlideShowOptions& options, std::int3
 }  // namespace
 
 ShowCourse::ShowCourse(std::shared_ptr<Presentation> presentation, const SlideShowOptions& options)
-    : presentation_(std::move(presentation)), seconds_(options.seconds) {
+    : presentation_(std::move(presentation)), isPaced_(options.isPaced), seconds_(options.seconds) {
   if (presentation_->slideCount() == 0) {
     fail(basic::InQuotes(presentation_->FullName()) + " has no slide to show.");
   }

@@ -21,7 +21,8 @@ class ShowCourse {
   [[nodiscard]] const std::vector<std::int32_t>& slides() const { return slides_; }
   [[nodiscard]] bool isKiosk() const { return isKiosk_; }
   [[nodiscard]] bool loops() const { return loops_; }
-  /// Milliseconds after which the show goes on from this slide; nothing: it waits to be steered.
+  [[nodiscard]] bool isPaced() const { return isPaced_; }
+  /// Milliseconds that the slide stays; nothing: it waits to be steered.
   [[nodiscard]] std::optional<double> stay(std::int32_t slide) const;
   /// The slides that are not hidden now, in their order.
   [[nodiscard]] std::vector<std::int32_t> visible() const;
@@ -31,6 +32,7 @@ class ShowCourse {
   std::vector<std::int32_t> slides_;
   bool isKiosk_ = false;
   bool loops_ = false;
+  bool isPaced_ = false;
   bool usesTimings_ = true;
   std::optional<double> seconds_;
 };

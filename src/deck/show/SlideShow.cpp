@@ -169,7 +169,9 @@ void SlideShow::next() {
   if (!isRunning_) return;
   if (isAtEnd()) return end();
   if (builtSteps_ < builds_.steps()) return build(builtSteps_ + 1);
-  if (const auto place = visibleAfter(place_)) return show(*place);
+  const auto place = visibleAfter(place_);
+  if ((!place || *place <= place_) && isFollowed()) return;
+  if (place) return show(*place);
   const bool anyVisible = isVisible(place_) || visibleBefore(place_);
   if (!loops() && anyVisible) return showEnd();
   startTiming();
@@ -202,6 +204,18 @@ void SlideShow::goTo(std::int32_t slideIndex) {
   changeTo(slideIndex);
 }
 
+void SlideShow::moveTo(std::size_t place) {
+  if (!isRunning_ || place >= order().size()) return;
+  if (!isVisible(place)) {
+    auto other = visibleAfter(place);
+    if (!other) other = visibleBefore(place);
+    if (!other) return;
+    place = *other;
+  }
+  if (wasChosen_ || position_ != order()[place]) return show(place);
+  place_ = place;
+}
+
 void SlideShow::show(std::size_t place, Built built) {
   place_ = place;
   wasChosen_ = false;
@@ -213,9 +227,11 @@ void SlideShow::build(std::size_t steps) {
   if (listener_ != nullptr) listener_->buildChanged();
 }
 
+bool SlideShow::isClicked() const { return !isKiosk() && !course_.isPaced() && !course_.stay(position_); }
+
 void SlideShow::changeTo(std::int32_t position, Built built) {
   position_ = position;
-  builds_ = isKiosk() || goesOnByItself() ? Builds() : Builds(presentation_->slidePart(position));
+  builds_ = isClicked() ? Builds(presentation_->slidePart(position)) : Builds();
   builtSteps_ = built == Built::Everything ? builds_.steps() : 0;
   blank(Blank::None);
   startTiming();
@@ -260,13 +276,14 @@ void SlideShow::leaveHiddenSlide() {
   auto place = visibleAfter(place_);
   // Rather back than out: the show goes on with what there is to see.
   if (!place) place = visibleBefore(place_);
-  if (place) show(*place);
+  if (place) return show(*place);
+  static_cast<void>(isFollowed());
 }
 
 void SlideShow::startTiming(std::int64_t elapsedMilliseconds) {
   timing_->Enabled(false);
   timingBegan_ = tickCount() - elapsedMilliseconds;
-  if (isAtEnd() || blank_ != Blank::None) return;
+  if (isAtEnd() || blank_ != Blank::None || course_.isPaced()) return;
   const std::optional<double> stay = course_.stay(position_);
   if (!stay) return;
   constexpr double Longest = std::numeric_limits<std::int32_t>::max();

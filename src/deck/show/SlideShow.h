@@ -25,6 +25,9 @@ class SlideShowListener {
   /// The slide on show has been built up further, or back.
   virtual void buildChanged() = 0;
   virtual void ended() = 0;
+  /// The show has gone through its slides. True: something else follows, and the slide on show stands until
+  /// then. False: the show begins anew or comes to its end, as it is set up to.
+  virtual bool wentThrough() { return false; }
 };
 
 /// A running slide show: what it shows and in which order, its timings and its
@@ -85,6 +88,9 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   /// A slide by its index in the presentation, hidden or not. Out of range is an
   /// error.
   void goTo(std::int32_t slideIndex);
+  /// The slide at that place of the course, from 0, or while it is hidden the one that stands in for it: the
+  /// next visible one, else the one before. Nothing happens when it is on show already, or none is visible.
+  void moveTo(std::size_t place);
   /// A blank screen holds the slide's timing; it starts anew afterwards.
   void blank(Blank kind);
   void end();
@@ -107,10 +113,11 @@ class SlideShow final : public PowerPoint::SlideShowWindow,
   void show(std::size_t place, Built built = Built::Nothing);
   void changeTo(std::int32_t position, Built built = Built::Nothing);
   void build(std::size_t steps);
-  [[nodiscard]] bool goesOnByItself() const { return course_.stay(position_).has_value(); }
+  [[nodiscard]] bool isClicked() const;
   [[nodiscard]] const std::vector<std::int32_t>& order() const { return course_.slides(); }
   void showEnd();
   void leaveHiddenSlide();
+  [[nodiscard]] bool isFollowed() { return listener_ != nullptr && listener_->wentThrough(); }
   void startTiming(std::int64_t elapsedMilliseconds = 0);
 
   Application& application_;

@@ -34,6 +34,8 @@ struct SlideShowOptions {
   std::optional<bool> useTimings;
   /// How long slides without a timing stay, above 0; nothing: until somebody steers.
   std::optional<double> seconds;
+  /// Somebody else moves the show: its slides are complete, as nobody clicks, and none goes on by itself.
+  bool isPaced = false;
   /// First and last slide, instead of the stored range or custom show.
   std::optional<std::int32_t> firstSlide;
   std::optional<std::int32_t> lastSlide;
