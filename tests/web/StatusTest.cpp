@@ -132,6 +132,38 @@ TEST_F(StatusPageTest, TellsTheWorstOfAllWithoutSecretsOrFolders) {
   EXPECT_THAT(body, Not(HasSubstr(name))) << "who knows it reports in the screen's name";
 }
 
+TEST_F(StatusPageTest, TellsWhatBecomesOfThePlayersDecks) {
+  EXPECT_FALSE(status().contains("decks")) << "the show of one deck has no folder";
+  using State = DeckHealth::State;
+  DecksHealth decks;
+  decks.decks = {{"A", State::OnShow, "", "2026-11-22 22:00:00"},
+                 {"B", State::InTurn, "", ""},
+                 {"C", State::NotNow, "Its time has ended.", ""},
+                 {"D", State::Refused, "'/srv/decks/D.pptx' is not signed.", ""},
+                 {"E", State::OnShow, "A newer version is not signed.", ""}};
+  decks.changes = 7;
+  show.condition.decks = decks;
+  show.shown.slideCount = 3;
+  Json told = status();
+  std::vector<std::string> levels;
+  for (const Json& deck : told["decks"]) levels.push_back(deck["level"]);
+  EXPECT_THAT(levels, testing::ElementsAre("good", "good", "idle", "warning", "warning"));
+  EXPECT_EQ(told["decks"][0]["until"], "2026-11-22 22:00:00");
+  EXPECT_EQ(told["decks"][3]["problem"], "'D.pptx' is not signed.");
+  const std::string metrics = connect().get("/metrics").body;
+  EXPECT_THAT(metrics, HasSubstr("lumenfold_decks{state=\"on show\"} 2\n"));
+  EXPECT_THAT(metrics, HasSubstr("lumenfold_deck_changes_total 7\n"));
+  EXPECT_THAT(metrics, HasSubstr("lumenfold_folder_trouble 0\n"));
+
+  show.condition.decks = DecksHealth{{}, 0, "'/mnt/decks' cannot be read."};
+  show.shown.slideCount = 0;
+  told = status();
+  EXPECT_EQ(told["show"]["state"], "waiting");
+  EXPECT_EQ(told["folder"], "'decks' cannot be read.");
+  EXPECT_EQ(Json::parse(connect().get("/api/v1/health").body)["player"]["problem"],
+            "'/mnt/decks' cannot be read.");
+}
+
 TEST_F(StatusPageTest, IsAPageOfItsOwn) {
   show.shown.title = "<Board>";
   const Answer page = connect().get("/status");

@@ -6,10 +6,9 @@
 #include <optional>
 
 #include "addin/support/modErrors.h"
-#include "addin/support/modGlobalFunctions.h"
 #include "app/commands/Commands.h"
+#include "app/commands/ScreenOptions.h"
 #include "app/commands/ServerEnd.h"
-#include "app/commands/ServerOptions.h"
 #include "app/inspect/Standstill.h"
 #include "app/show/Stage.h"
 #include "app/wiring/AddInHost.h"
@@ -36,16 +35,6 @@ struct ShowOptions {
   bool noReload = false;
 };
 
-/// The option goes before the setting.
-StaleData staleData(const ShowOptions& options) {
-  const std::string setting = LF2000::modGlobalFunctions::InfoSetting("StaleData");
-  const std::string& name = options.stale.empty() ? setting : options.stale;
-  if (name.empty()) return StaleData::Keep;
-  if (const auto known = staleDataOf(name)) return *known;
-  fail((options.stale.empty() ? "The setting StaleData" : "--stale") +
-       std::string(" must be keep, mark or blank, not \"") + name + "\".");
-}
-
 /// Runs the loop until the show is over and the screens have been told.
 class ShowRun {
  public:
@@ -53,7 +42,7 @@ class ShowRun {
       : options_(options),
         environment_(environment),
         stage_(host_, environment.loop(), host_.open(options.deck, deck::Application::Damaged::Repaired),
-               {{staleData(options), options.whenEmpty, {}},
+               {{staleDataOf(options.stale), options.whenEmpty, {}},
                 options.kiosk ? std::optional(true) : std::nullopt,
                 options.loop ? std::optional(true) : std::nullopt,
                 options.seconds}) {}
@@ -61,8 +50,8 @@ class ShowRun {
   void run() {
     const Token token = obtainToken(options_.server.tokenFile);
     // Listen first: a port in use is told before anything has begun.
-    constexpr std::size_t Connections = 2000;
-    web::Server server(environment_.loop().context(), stage_, serverOf(options_.server, token, Connections));
+    web::Server server(environment_.loop().context(), stage_,
+                       serverOf(options_.server, token, ScreenConnections));
     // The last picture is on its way: close the doors, then leave.
     ServerEnd end(
         environment_.loop(), [&server] { server.stop(); },
@@ -135,18 +124,8 @@ class ShowRun {
 
   void announce(const web::Server& server, const Token& token) const {
     std::cout << "Showing " << stage_.deck()->FullName() << " (" << stage_.deck()->slideCount()
-              << " slides)\n"
-              << "Screen:   " << server.url() << '\n';
-    if (const auto network = networkUrl(options_.server, environment_, server.port())) {
-      std::cout << "Network:  " << *network << '\n';
-    }
-    std::cout << "Status:   " << server.url() << "status\n";
-    if (token.isNew) {
-      std::cout << "Operator: " << server.url() << "#token=" << token.value << '\n'
-                << "Remote:   " << server.url() << "remote#token=" << token.value << '\n';
-    }
-    std::cout << std::flush;
-    openWhenWanted(options_.server, environment_, server.url());
+              << " slides)\n";
+    announceScreens(server, token, options_.server, environment_);
   }
 
   const ShowOptions& options_;
@@ -158,22 +137,16 @@ class ShowRun {
 
 void show(const ShowOptions& options, Environment& environment) {
   { ShowRun(options, environment).run(); }
-  if (LF2000::modErrors::ErrorsOccurred) {
-    std::cerr << "lumenfold: there were errors during the show; see " << LF2000::modErrors::ErrorLogFile()
-              << '\n';
-  }
+  tellOfErrors();
 }
 
 }  // namespace
 
 void addShowCommand(CLI::App& program, Environment& environment) {
-  constexpr double ShortestStay = 0.1;
-  constexpr double LongestStay = 86'400;
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = program.add_subcommand("show", "Show a deck with live data on screens");
   verb->add_option("DECK", options->deck, "The deck")->required();
-  constexpr std::uint16_t Port = 2000;
-  options->server.port = Port;
+  options->server.port = ScreensPort;
   addServerOptions(*verb, options->server);
   addPerAddressOption(*verb, options->server);
   verb->add_option("--slide", options->slide, "Slide to begin with");

@@ -64,8 +64,10 @@ LiveShow::LiveShow(deck::Application& application, std::shared_ptr<deck::Present
 
 LiveShow::~LiveShow() { presentation_->removeListener(*this); }
 
-void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()> onEnd) {
+void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()> onEnd,
+                     std::function<bool()> wentThrough) {
   onEnd_ = std::move(onEnd);
+  wentThrough_ = std::move(wentThrough);
   standing_.reset();
   presentation_->addListener(*this);
   show_ = deck::SlideShow::begin(application_, presentation_, loop_, options, this);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -45,8 +46,9 @@ class LiveShow final : private deck::ChangeListener, private deck::SlideShowList
   LiveShow& operator=(const LiveShow&) = delete;
 
   /// Begins the show. `onEnd` is called once from the loop when it is over, however it ended. Throws
-  /// basic::Error when the show cannot begin.
-  void begin(const deck::SlideShowOptions& options, std::function<void()> onEnd);
+  /// basic::Error when the show cannot begin. `wentThrough` as deck::SlideShowListener::wentThrough.
+  void begin(const deck::SlideShowOptions& options, std::function<void()> onEnd,
+             std::function<bool()> wentThrough = {});
   /// Where changes go from now on; must outlive this object or be taken away (null).
   void connect(web::Server* server) { server_ = server; }
   /// How far the opening has come, for screens that wait for it; nothing when it is done.
@@ -60,11 +62,15 @@ class LiveShow final : private deck::ChangeListener, private deck::SlideShowList
   [[nodiscard]] bool isRunning() const { return show_ && show_->isRunning(); }
   /// Whether screens draw slides: it runs, or its last picture stands.
   [[nodiscard]] bool isOn() const { return isRunning() || standing_; }
+  /// Whether none of its slides is to be seen, once it has begun.
+  [[nodiscard]] bool isEmpty() const { return show_->isEmpty(); }
   /// Where the show stands, once it has begun.
   [[nodiscard]] deck::ShowPlace place() const { return show_->place(); }
   [[nodiscard]] std::optional<std::chrono::system_clock::time_point> began() const { return options_.began; }
   /// Of the show as it runs now.
   [[nodiscard]] ShowControls controls() { return ShowControls(show_); }
+  /// See deck::SlideShow::moveTo; once it has begun.
+  void moveTo(std::size_t place) { show_->moveTo(place); }
 
   // What web::Show asks.
   std::string stateJson();
@@ -86,6 +92,7 @@ class LiveShow final : private deck::ChangeListener, private deck::SlideShowList
   void blankChanged() override;
   void buildChanged() override;
   void ended() override;
+  bool wentThrough() override { return wentThrough_ && wentThrough_(); }
 
   /// What stays on the screens when the show is taken from under it.
   struct Standing {
@@ -121,6 +128,7 @@ class LiveShow final : private deck::ChangeListener, private deck::SlideShowList
   std::shared_ptr<deck::SlideShow> show_;
   web::Server* server_ = nullptr;
   std::function<void()> onEnd_;
+  std::function<bool()> wentThrough_;
   std::set<int> watched_;
   std::optional<web::Progress> progress_;
   /// How far the slide on show was built up when it was last looked at.

@@ -14,7 +14,7 @@ bool showsData(LF2000::SourceType type) {
 
 }  // namespace
 
-std::optional<StaleData> staleDataOf(std::string_view name) {
+std::optional<StaleData> staleDataNamed(std::string_view name) {
   if (name == "keep") return StaleData::Keep;
   if (name == "mark") return StaleData::Mark;
   if (name == "blank") return StaleData::Blank;

@@ -15,7 +15,7 @@ namespace app {
 enum class StaleData { Keep, Mark, Blank };
 
 /// "keep", "mark" or "blank"; nothing for anything else.
-std::optional<StaleData> staleDataOf(std::string_view name);
+std::optional<StaleData> staleDataNamed(std::string_view name);
 
 /// The linked shapes whose data are no longer fresh, and what screens do with them.
 class StaleValues {

@@ -1,14 +1,20 @@
 #pragma once
 
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
 #include "host/services.h"
 
 namespace app {
 
-/// While it lives, nobody is asked: the answer to a question is No. What is only told is told as before.
-/// Objects of this kind may lie within each other; the services that it found are in force again at its end.
+/// While it lives, nobody is asked: the answer to a question is No. What is only told is told as before, or
+/// to `hear`. Objects of this kind may lie within each other; the services that it found are in force again
+/// at its end.
 class NoQuestions {
  public:
-  NoQuestions();
+  explicit NoQuestions(std::function<void(const std::string&)> hear = {});
   ~NoQuestions();
   NoQuestions(const NoQuestions&) = delete;
   NoQuestions& operator=(const NoQuestions&) = delete;
@@ -16,11 +22,13 @@ class NoQuestions {
  private:
   class Box final : public host::MessageBox {
    public:
-    explicit Box(host::MessageBox& usual) : usual_(usual) {}
+    Box(host::MessageBox& usual, std::function<void(const std::string&)> hear)
+        : usual_(usual), hear_(std::move(hear)) {}
     host::MsgBoxResult MsgBox(std::string_view text, std::int32_t style, std::string_view title) override;
 
    private:
     host::MessageBox& usual_;
+    std::function<void(const std::string&)> hear_;
   };
 
   host::Services usual_;

@@ -1,6 +1,7 @@
 // What the server says of itself and its show: health as JSON, metrics for Prometheus.
 #include "web/show/Reports.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -68,6 +69,15 @@ Json screenJson(const Screens::Screen& screen, std::uint64_t newest) {
   return json;
 }
 
+Json decksJson(const DecksHealth& decks) {
+  Json list = Json::array();
+  for (const DeckHealth& deck : decks.decks) {
+    list.push_back(
+        {{"name", deck.name}, {"state", wordFor(deck.state)}, {"why", deck.why}, {"until", deck.until}});
+  }
+  return {{"decks", list}, {"changes", decks.changes}, {"problem", decks.problem}};
+}
+
 /// One line per sample, families with their help and type.
 class MetricsWriter {
  public:
@@ -115,6 +125,20 @@ void writeConnections(MetricsWriter& out, const std::vector<ConnectionHealth>& c
        [](const ConnectionHealth& c) { return Sample(static_cast<double>(c.failures)); });
 }
 
+void writeDecks(MetricsWriter& out, const DecksHealth& decks) {
+  using State = DeckHealth::State;
+  out.family("lumenfold_decks", "gauge", "Decks of the player's folder, by what becomes of them.");
+  for (const State state : {State::OnShow, State::InTurn, State::NotNow, State::Refused}) {
+    const auto count = std::count_if(decks.decks.begin(), decks.decks.end(),
+                                     [state](const DeckHealth& deck) { return deck.state == state; });
+    out.sample(static_cast<double>(count), "{state=\"" + std::string(wordFor(state)) + "\"}");
+  }
+  out.single("lumenfold_deck_changes_total", "counter", "Times that a deck took the place of another.",
+             static_cast<double>(decks.changes));
+  out.single("lumenfold_folder_trouble", "gauge", "1 while the player's folder cannot be read.",
+             decks.problem.empty() ? 0 : 1);
+}
+
 void writeDelays(MetricsWriter& out, const Histogram& delays) {
   out.family("lumenfold_screen_paint_delay_seconds", "histogram",
              "From a change of the data to its paint on a screen.");
@@ -144,11 +168,12 @@ std::string healthJson(const Health& health, const Broadcast& broadcast) {
   for (const auto& [id, screen] : broadcast.screenBook().all()) {
     screens.push_back(screenJson(screen, broadcast.newest(screen.view)));
   }
-  const Json json = {{"ready", health.isReady},
-                     {"position", health.position},
-                     {"connections", connections},
-                     {"standing", standing},
-                     {"screens", screens}};
+  Json json = {{"ready", health.isReady},
+               {"position", health.position},
+               {"connections", connections},
+               {"standing", standing},
+               {"screens", screens}};
+  if (health.decks) json["player"] = decksJson(*health.decks);
   return json::textOf(json);
 }
 
@@ -165,6 +190,7 @@ std::string metricsText(const Health& health, const Broadcast& broadcast, std::u
              static_cast<double>(failedRequests));
   out.single("lumenfold_standing_slides", "gauge", "Slides that could not be refreshed.",
              static_cast<double>(health.standing.size()));
+  if (health.decks) writeDecks(out, *health.decks);
   writeConnections(out, health.connections);
   writeDelays(out, broadcast.screenBook().delays());
   return out.take();

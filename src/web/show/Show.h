@@ -204,6 +204,36 @@ struct StandingSlide {
   std::string error;
 };
 
+/// How a deck does of those that a player has.
+struct DeckHealth {
+  enum class State {
+    /// On the screens.
+    OnShow,
+    /// It is its time, and its turn comes.
+    InTurn,
+    /// For another time or another computer.
+    NotNow,
+    /// It cannot be shown, or must not.
+    Refused,
+  };
+  std::string name;
+  State state = State::InTurn;
+  /// Why it is not shown, as a sentence; empty when it is.
+  std::string why;
+  /// Until when it is shown, local time as in ISO 8601; empty: without a limit.
+  std::string until;
+};
+
+/// What a player shows by turns.
+struct DecksHealth {
+  /// In the order of their names.
+  std::vector<DeckHealth> decks;
+  /// How often one deck has taken the place of another.
+  std::uint64_t changes = 0;
+  /// What is wrong with where the decks come from, as a sentence; empty for nothing.
+  std::string problem;
+};
+
 struct Health {
   /// The show runs, and its first slide has been rendered.
   bool isReady = false;
@@ -211,6 +241,8 @@ struct Health {
   int position = 0;
   std::vector<ConnectionHealth> connections;
   std::vector<StandingSlide> standing;
+  /// Nothing for the show of one deck.
+  std::optional<DecksHealth> decks;
 };
 
 /// The running show, as the server sees it. The program implements it.

@@ -62,6 +62,13 @@ Json showStatus(const ScreenState& state, int position) {
   return json;
 }
 
+Json deckStatus(const DeckHealth& deck) {
+  Json json = {{"name", deck.name}, {"until", nullptr}, {"problem", nullptr}};
+  if (!deck.until.empty()) json["until"] = deck.until;
+  if (!deck.why.empty()) json["problem"] = withoutFolders(deck.why);
+  return json;
+}
+
 Json connectionStatus(const ConnectionHealth& connection) {
   Json json = {{"connection", connection.number},
                {"description", connection.description},
@@ -123,6 +130,13 @@ Judgement judged(const StandingSlide& slide) {
   return {slide.age > Patience ? Level::Bad : Level::Warning, "standing"};
 }
 
+Judgement judged(const DeckHealth& deck) {
+  using State = DeckHealth::State;
+  const bool isWell = deck.state != State::Refused && deck.why.empty();
+  const Level level = deck.state == State::NotNow ? Level::Idle : isWell ? Level::Good : Level::Warning;
+  return {level, wordFor(deck.state)};
+}
+
 Judgement judged(const ScreenState& state) {
   if (state.progress) return {Level::Warning, "opening"};
   if (state.ended) return {Level::Bad, "ended"};
@@ -177,7 +191,8 @@ std::string withoutFolders(std::string_view text) {
 std::string statusJson(const Health& health, const ScreenState& state, const Broadcast& broadcast) {
   Judges judges;
   Json show = showStatus(state, health.position);
-  judges.add(show, judged(state));
+  const bool isGround = health.decks && state.slideCount == 0;
+  judges.add(show, isGround ? Judgement{Level::Idle, "waiting"} : judged(state));
   Json connections = Json::array();
   for (const ConnectionHealth& connection : health.connections) {
     connections.push_back(connectionStatus(connection));
@@ -201,9 +216,20 @@ std::string statusJson(const Health& health, const ScreenState& state, const Bro
             [](const Json& a, const Json& b) { return a["screen"] < b["screen"]; });
   // Nobody sees this show.
   if (screens.empty()) judges.add(Level::Warning);
-  const Json json = {
+  Json json = {
       {"version", clientVersion()}, {"title", state.title}, {"level", judges.worst()}, {"show", show},
       {"connections", connections}, {"slides", slides},     {"screens", screens}};
+  if (health.decks) {
+    Json decks = Json::array();
+    for (const DeckHealth& deck : health.decks->decks) {
+      decks.push_back(deckStatus(deck));
+      judges.add(decks.back(), judged(deck));
+    }
+    if (!health.decks->problem.empty()) judges.add(Level::Warning);
+    json["decks"] = decks;
+    json["folder"] = withoutFolders(health.decks->problem);
+    json["level"] = judges.worst();
+  }
   return json::textOf(json);
 }
 

@@ -23,6 +23,7 @@ struct Judgement {
 Judgement judged(const ConnectionHealth& connection);
 /// One that stands is wrong when it does for a while: data may have been read half written.
 Judgement judged(const StandingSlide& slide);
+Judgement judged(const DeckHealth& deck);
 /// What the screens that follow the show are given.
 Judgement judged(const ScreenState& state);
 /// `newest` is the number of the newest event for the screen's view. `waits` is since when the oldest event

@@ -14,4 +14,18 @@ json::Json viewJson(const View& view) {
   return {{"kind", "show"}};
 }
 
+std::string_view wordFor(DeckHealth::State state) {
+  switch (state) {
+    case DeckHealth::State::OnShow:
+      return "on show";
+    case DeckHealth::State::InTurn:
+      return "in turn";
+    case DeckHealth::State::NotNow:
+      return "not now";
+    case DeckHealth::State::Refused:
+      break;
+  }
+  return "refused";
+}
+
 }  // namespace web

@@ -23,6 +23,13 @@ const showWords = {
   white: "The screens are white",
   empty: "Every slide is hidden, for want of data or by its author",
   ended: "The show has ended",
+  waiting: "No deck is due now",
+};
+const deckWords = {
+  "on show": "on the screens",
+  "in turn": "comes in its turn",
+  "not now": "not to be shown now",
+  refused: "cannot be shown",
 };
 const connectionWords = {
   fresh: "up to date",
@@ -47,6 +54,10 @@ function connectionRow({ connection, description, level, state, rows, interval, 
     age: age === null ? "never read" : `read ${ago(age)}`,
     problem: error && `Failed ${ago(error.age)}: ${error.text}`,
   };
+}
+
+function deckRow({ name, level, state, until, problem }) {
+  return { level, name, state: deckWords[state], details: until ? `until ${until}` : "", age: "", problem };
 }
 
 function slideRow({ slide, level, age, error }) {
@@ -97,11 +108,13 @@ function fill(list, rows, none = "") {
   list.replaceChildren(...items);
 }
 
-function verdict({ show, connections, slides, screens }) {
+function verdict({ show, decks = [], folder, connections, slides, screens }) {
   const troubled = (list) => list.filter(({ level }) => level === "warning" || level === "bad").length;
   const [sources, viewers] = [troubled(connections), troubled(screens)];
   const parts = [
     showWords[show.state],
+    folder && "The folder of decks needs a look",
+    troubled(decks) > 0 && several(troubled(decks), "deck needs", "decks need") + " a look",
     sources > 0 && several(sources, "connection needs", "connections need") + " a look",
     slides.length > 0 && several(slides.length, "slide shows", "slides show") + " old values",
     viewers > 0 && several(viewers, "screen needs", "screens need") + " a look",
@@ -111,7 +124,7 @@ function verdict({ show, connections, slides, screens }) {
 }
 
 function showStatus(status) {
-  const { show, connections, slides, screens } = status;
+  const { show, decks, folder, connections, slides, screens } = status;
   renewFor(status.version);
   document.title = `${status.title} – status`;
   document.documentElement.removeAttribute("data-lost");
@@ -122,6 +135,9 @@ function showStatus(status) {
     show.slide > 0 && `Slide ${show.slide} of ${show.slideCount}`,
     show.running !== null && `running for ${lasting(show.running)}`,
   );
+  element("player").hidden = !decks;
+  if (decks) fill(element("decks"), decks.map(deckRow), "The folder has no decks.");
+  element("folder").textContent = folder ?? "";
   fill(element("connections"), connections.map(connectionRow), "The deck has no connections.");
   element("standing").hidden = slides.length === 0;
   fill(element("slides"), slides.map(slideRow));
