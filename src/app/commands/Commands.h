@@ -16,6 +16,7 @@ class Environment;
 void addShowCommand(CLI::App& program, Environment& environment);
 /// Adds to the verb connection what reads the data; `deck` is its deck.
 void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environment& environment);
+void addPlayCommand(CLI::App& program, Environment& environment);
 void addEditCommand(CLI::App& program, Environment& environment);
 void addInfoCommand(CLI::App& program, Environment& environment);
 void addShapesCommand(CLI::App& program, Environment& environment);

@@ -75,6 +75,7 @@ int run(int argc, char** argv) {
 
   app::Environment environment;
   app::addShowCommand(program, environment);
+  app::addPlayCommand(program, environment);
   app::addEditCommand(program, environment);
   app::addInfoCommand(program, environment);
   app::addShapesCommand(program, environment);

@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { isUntouched, openScreen, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { film, isUntouched, openScreen, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
 import { addPart, elementId } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
@@ -14,25 +14,6 @@ useBrowser();
 // A picture that no browser has loaded before: a square in one colour.
 const square = (colour) =>
   `<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64"><rect width="64" height="64" fill="${colour}"/></svg>`;
-
-// Gathers all that the page paints, each different picture once.
-async function film(page) {
-  const seen = new Set();
-  const session = await page.context().newCDPSession(page);
-  session.on("Page.screencastFrame", ({ data, sessionId }) => {
-    seen.add(data);
-    session.send("Page.screencastFrameAck", { sessionId }).catch(() => {});
-  });
-  await session.send("Page.startScreencast", { format: "png", everyNthFrame: 1 });
-  await until("the first picture", () => seen.size > 0);
-  return {
-    seen,
-    async end() {
-      await session.send("Page.stopScreencast");
-      return [...seen];
-    },
-  };
-}
 
 const currentText = (page) => page.evaluate(() => document.querySelector(".frame.current").innerText);
 

@@ -2,7 +2,7 @@
 
 import { after, before } from "node:test";
 import { chromium } from "playwright-core";
-import { patience } from "./wait.mjs";
+import { patience, until } from "./wait.mjs";
 
 const executablePath = process.env.CHROMIUM || "/usr/bin/chromium";
 let browser;
@@ -75,4 +75,23 @@ export function waitForSlide(page, slide, timeout = patience) {
     `s${slide}`,
     { timeout, polling: 25 },
   );
+}
+
+// Gathers all that the page paints, each different picture once.
+export async function film(page) {
+  const seen = new Set();
+  const session = await page.context().newCDPSession(page);
+  session.on("Page.screencastFrame", ({ data, sessionId }) => {
+    seen.add(data);
+    session.send("Page.screencastFrameAck", { sessionId }).catch(() => {});
+  });
+  await session.send("Page.startScreencast", { format: "png", everyNthFrame: 1 });
+  await until("the first picture", () => seen.size > 0);
+  return {
+    seen,
+    async end() {
+      await session.send("Page.stopScreencast");
+      return [...seen];
+    },
+  };
 }

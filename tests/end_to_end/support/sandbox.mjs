@@ -18,6 +18,7 @@ import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { fileURLToPath } from "node:url";
 import { Desk } from "./desk.mjs";
+import { Player } from "./player.mjs";
 import { Show } from "./show.mjs";
 import { patience } from "./wait.mjs";
 
@@ -115,6 +116,14 @@ export class Sandbox {
     this.shows.push(show);
     await show.started();
     return show;
+  }
+
+  // Starts a player of a folder, as above.
+  async play(folder, ...args) {
+    const player = new Player(this, folder, args.map(String));
+    this.shows.push(player);
+    await player.started();
+    return player;
   }
 
   // Opens a deck for its author, on a free port unless one is given.
