@@ -69,6 +69,10 @@ class Chart {
  public:
   virtual ~Chart() = default;
   [[nodiscard]] virtual std::shared_ptr<MSGraph::Application> Application() = 0;
+  /// Whether its data lie in another file (ChartData of the presentation's object model, as the next one).
+  [[nodiscard]] virtual bool IsLinked() const = 0;
+  /// It keeps the data that it shows and is no longer linked. Nothing where it is not.
+  virtual void BreakLink() = 0;
 };
 
 }  // namespace MSGraph

@@ -7,8 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "host/date_time_format.h"
 #include "host/graph.h"
 #include "host/office.h"
+#include "host/slide_show.h"
 #include "host/table.h"
 
 // The part of the PowerPoint object model that the system uses. Names, numbers
@@ -21,18 +23,6 @@
 // one thread.
 
 namespace PowerPoint {
-
-/// PpSlideShowType.
-enum class SlideShowType : std::int32_t { Speaker = 1, Window = 2, Kiosk = 3 };
-
-/// PpSlideShowPointerType, as far as used.
-enum class SlideShowPointerType : std::int32_t {
-  None = 0,
-  Arrow = 1,
-  Pen = 2,
-  AlwaysHidden = 3,
-  AutoArrow = 4
-};
 
 /// MsoShapeType, as far as used.
 enum class ShapeType : std::int32_t {
@@ -74,6 +64,9 @@ class TextRange {
   /// Replaces the whole text; the first run's and paragraph's formatting stay.
   /// LF and CR LF count as CR.
   virtual void Text(std::string_view text) = 0;
+  /// Replaces the whole text by the date or time; as a field it is brought up to the present whenever the
+  /// slide is shown. The formatting stays as with Text.
+  virtual void InsertDateTime(DateTimeFormat format, bool insertAsField) = 0;
 };
 
 class TextFrame {
@@ -98,6 +91,10 @@ class LinkFormat {
   /// Reads the file anew. What cannot be read or is no picture is an error, and
   /// the shape goes on showing what it shows.
   virtual void Update() = 0;
+  /// The shape keeps what it shows and is no longer linked; a linked object becomes a picture, under its id
+  /// and name. What was asked of the shape before is asked anew afterwards. An error where nothing is linked,
+  /// and where there is nothing that the shape could show instead.
+  virtual void BreakLink() = 0;
 };
 
 /// Present on embedded and linked objects, and on charts.
@@ -161,17 +158,13 @@ class Shapes {
   [[nodiscard]] virtual std::shared_ptr<Shape> Item(std::string_view name) = 0;
 };
 
-/// How a slide comes and goes in a show.
-class SlideShowTransition {
+/// The slide's animations (MainSequence and InteractiveSequences in one).
+class TimeLine {
  public:
-  virtual ~SlideShowTransition() = default;
-  /// Whether shows pass over the slide.
-  [[nodiscard]] virtual bool Hidden() const = 0;
-  virtual void Hidden(bool hidden) = 0;
-  /// Whether the show moves on by itself after AdvanceTime.
-  [[nodiscard]] virtual bool AdvanceOnTime() const = 0;
-  /// Seconds.
-  [[nodiscard]] virtual double AdvanceTime() const = 0;
+  virtual ~TimeLine() = default;
+  /// Takes every effect away: the shapes are there from the beginning. Where films or sounds are played among
+  /// the effects, all stay.
+  virtual void Delete() = 0;
 };
 
 class Slide {
@@ -184,6 +177,16 @@ class Slide {
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Shapes> Shapes() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() = 0;
+  [[nodiscard]] virtual std::shared_ptr<PowerPoint::TimeLine> TimeLine() = 0;
+  // Slides come and go in presentations without a window alone. Those behind move, and an object stands for
+  // a place: the slide there is asked for anew.
+  /// A copy behind it, with notes and tags, in the same section and in no named show. Where shapes show
+  /// other pictures for the time being, the copy shows its own.
+  virtual std::shared_ptr<Slide> Duplicate() = 0;
+  /// Also takes it out of sections and named shows, and removes what leads to it.
+  virtual void Delete() = 0;
+  /// To this place, in the section of the slide before it.
+  virtual void MoveTo(std::int32_t toPos) = 0;
 };
 
 class Slides {
@@ -192,13 +195,6 @@ class Slides {
   [[nodiscard]] virtual std::int32_t Count() const = 0;
   /// Index out of range is an error.
   [[nodiscard]] virtual std::shared_ptr<Slide> Item(std::int32_t index) = 0;
-};
-
-/// How a presentation's shows are to run.
-class SlideShowSettings {
- public:
-  virtual ~SlideShowSettings() = default;
-  [[nodiscard]] virtual SlideShowType ShowType() const = 0;
 };
 
 class Presentation {
@@ -211,8 +207,11 @@ class Presentation {
   virtual void Saved(bool saved) = 0;
   /// Raises PresentationSave first; called from within that event it only writes.
   virtual void Save() = 0;
-  /// Writes another file; the presentation keeps its name and what Saved says.
+  /// Writes another file, with what the shapes show at present; the presentation keeps its name and what
+  /// Saved says.
   virtual void SaveCopyAs(std::string_view fileName) = 0;
+  /// What was not saved is lost. Nothing when it is closed already.
+  virtual void Close() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Tags> Tags() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::Slides> Slides() = 0;
   [[nodiscard]] virtual std::shared_ptr<PowerPoint::SlideShowSettings> SlideShowSettings() = 0;
@@ -283,6 +282,9 @@ class Presentations {
   virtual ~Presentations() = default;
   /// How many are open.
   [[nodiscard]] virtual std::int32_t Count() const = 0;
+  /// Opens a file without a window (WithWindow: False), and raises PresentationOpen. One that is open already
+  /// is handed out again.
+  virtual std::shared_ptr<Presentation> Open(std::string_view fileName) = 0;
 };
 
 /// What a client of the application's events implements. Handlers do not throw.

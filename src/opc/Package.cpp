@@ -163,6 +163,22 @@ Part& Package::add(std::string name, std::string_view contentType, std::string b
   return part;
 }
 
+Part& Package::copy(Part& source, const std::string& name,
+                    const std::function<std::string(const Relationship&)>& targetOf) {
+  Part& made = add(name, source.contentType(), std::string(source.bytes()));
+  Part* stored = find(relationshipsPartName(source.name()));
+  if (stored == nullptr) return made;
+  Part& relationships = add(relationshipsPartName(name), RelationshipsType, std::string(stored->bytes()));
+  for (pugi::xml_node node : relationships.xml().document_element().children("Relationship")) {
+    const Relationship relationship = relationshipOf(node);
+    if (relationship.external) continue;
+    const std::string target = targetOf(relationship);
+    if (!target.empty()) node.attribute("Target") = relativeTarget(name, target).c_str();
+  }
+  relationships.markChanged();
+  return made;
+}
+
 void Package::setBytes(Part& part, std::string bytes) {
   part.xml_.reset();
   part.relationships_.reset();

@@ -156,6 +156,11 @@ class Package {
 
   /// Adds a part; its name must be free.
   Part& add(std::string name, std::string_view contentType, std::string bytes);
+  /// Adds a part with the content, content type and relationships of another, whose ids stay; the name must
+  /// be free and lie in the same folder. `targetOf` names the part that an internal relationship leads to in
+  /// the copy, which may be added later; empty: where it led.
+  Part& copy(Part& source, const std::string& name,
+             const std::function<std::string(const Relationship&)>& targetOf);
   /// Replaces a part's content.
   void setBytes(Part& part, std::string bytes);
   /// Removes a part with its relationships and content type. Relationships that

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -9,7 +10,7 @@
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
-#include "fakes/FakeTable.h"
+#include "fakes/FakeSlide.h"
 #include "host/addin.h"
 #include "host/powerpoint.h"
 
@@ -17,260 +18,31 @@
 /// up and looks at what the system reads and writes.
 namespace fakes {
 
-[[noreturn]] inline void Fail(const std::string& what) {
-  throw basic::Error(basic::AdapterError, "fake host", what);
-}
+class Presentation;
 
-class Tags final : public PowerPoint::Tags {
+/// The files of presentations, by name.
+using Disk = std::map<std::string, std::shared_ptr<Presentation>>;
+
+class NamedShow final : public PowerPoint::NamedSlideShow {
  public:
-  std::int32_t Count() const override {
-    if (failOnRead) Fail("the tags cannot be read");
-    return static_cast<std::int32_t>(items.size());
-  }
-  std::string Name(std::int32_t index) const override { return At(index).first; }
-  std::string Value(std::int32_t index) const override { return At(index).second; }
-  void Add(std::string_view name, std::string_view value) override {
-    if (failOnAdd) Fail("the tag cannot be added");
-    const std::string upper = basic::UCase(name);
-    const auto found = Find(upper);
-    if (found != items.end()) {
-      found->second = value;
-    } else {
-      items.emplace_back(upper, value);
-    }
-  }
-  void Delete(std::string_view name) override {
-    const auto found = Find(basic::UCase(name));
-    if (found != items.end()) items.erase(found);
-  }
-
-  /// The value, or "(none)".
-  std::string operator[](std::string_view name) const {
-    for (const auto& [key, value] : items) {
-      if (key == name) return value;
-    }
-    return "(none)";
-  }
-
-  std::vector<std::pair<std::string, std::string>> items;
-  bool failOnAdd = false;
-  bool failOnRead = false;
-
- private:
-  const std::pair<std::string, std::string>& At(std::int32_t index) const {
-    if (index < 1 || index > Count()) Fail("tag index out of range");
-    return items[static_cast<std::size_t>(index) - 1];
-  }
-  std::vector<std::pair<std::string, std::string>>::iterator Find(const std::string& name) {
-    return std::find_if(items.begin(), items.end(), [&](const auto& item) { return item.first == name; });
-  }
-};
-
-/// A chart whose datasheet is one table; all of it in one object.
-class Chart final : public PowerPoint::OLEFormat,
-                    public MSGraph::Chart,
-                    public MSGraph::Application,
-                    public MSGraph::DataSheet,
-                    public std::enable_shared_from_this<Chart> {
- public:
-  std::string ProgID() const override { return "MSGraph.Chart.8"; }
-  std::shared_ptr<MSGraph::Chart> Object() override { return shared_from_this(); }
-  std::shared_ptr<MSGraph::Application> Application() override { return shared_from_this(); }
-  std::shared_ptr<MSGraph::DataSheet> DataSheet() override { return shared_from_this(); }
-  MSGraph::Table Cells() const override { return cells; }
-  void Cells(const MSGraph::Table& table) override {
-    Check(table);
-    cells = table;
-    ++fills;
-  }
-  void Check(const MSGraph::Table&) const override {
-    if (fails) Fail("the chart takes no data");
-  }
-  void Restore() override { ++restored; }
-
-  MSGraph::Table cells;
-  bool fails = false;
-  int fills = 0;
-  int restored = 0;
-};
-
-/// A shape, which is its own frame of text.
-class Shape final : public PowerPoint::Shape,
-                    public PowerPoint::TextFrame,
-                    public PowerPoint::TextRange,
-                    public std::enable_shared_from_this<Shape> {
- public:
-  explicit Shape(std::string shapeName) : name(std::move(shapeName)) {}
-  std::int32_t Id() const override { return id; }
   std::string Name() const override { return name; }
-  void Name(std::string_view value) override { name = value; }
-  PowerPoint::ShapeType Type() const override { return type; }
-  double Left() const override { return left; }
-  double Top() const override { return top; }
-  double Width() const override { return width; }
-  double Height() const override { return height; }
-  bool HasTextFrame() const override { return hasTextFrame; }
-  std::shared_ptr<PowerPoint::TextFrame> TextFrame() override {
-    if (!hasTextFrame) Fail("shape " + name + " has no text frame");
-    return shared_from_this();
-  }
-  bool HasText() const override { return !text.empty(); }
-  std::shared_ptr<PowerPoint::TextRange> TextRange() override { return shared_from_this(); }
-  std::string Text() const override { return text; }
-  void Text(std::string_view value) override {
-    text = value;
-    ++writes;
-  }
-  std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
-  std::shared_ptr<PowerPoint::LinkFormat> LinkFormat() override {
-    struct Link final : PowerPoint::LinkFormat {
-      explicit Link(Shape& owner) : shape(owner), path(owner.shownFile) {}
-      std::string SourceFullName() const override { return path.empty() ? shape.linkSource : path; }
-      void SourceFullName(std::string_view file) override { path = file; }
-      void Update() override {
-        if (path.find("broken") != std::string::npos) Fail(path + " holds no picture");
-        shape.shownFile = path;
-        ++shape.writes;
-      }
-      Shape& shape;
-      std::string path;
-    };
-    if (hasTextFrame) Fail("shape " + name + " is neither a picture nor linked");
-    return std::make_shared<Link>(*this);
-  }
-  std::shared_ptr<PowerPoint::OLEFormat> OLEFormat() override {
-    if (!chart) Fail("no object");
-    return chart;
-  }
-  std::shared_ptr<PowerPoint::GroupShapes> GroupItems() override {
-    struct Items final : PowerPoint::GroupShapes {
-      explicit Items(std::vector<std::shared_ptr<Shape>> shapes) : items(std::move(shapes)) {}
-      std::int32_t Count() const override { return static_cast<std::int32_t>(items.size()); }
-      std::shared_ptr<PowerPoint::Shape> Item(std::int32_t index) override {
-        return items[static_cast<std::size_t>(index) - 1];
-      }
-      std::vector<std::shared_ptr<Shape>> items;
-    };
-    if (type != PowerPoint::ShapeType::Group) Fail("shape " + name + " is no group");
-    return std::make_shared<Items>(grouped);
-  }
-
-  bool HasTable() const override { return table != nullptr; }
-  std::shared_ptr<PowerPoint::Table> Table() override {
-    if (!table) Fail("shape " + name + " is no table");
-    return table;
-  }
-
-  std::int32_t id = 0;
+  std::vector<std::int32_t> SlideIDs() const override { return ids; }
+  void SlideIDs(const std::vector<std::int32_t>& value) override { ids = value; }
   std::string name;
-  std::string text;
-  std::string linkSource;
-  /// The file that it shows in place of its own content.
-  std::string shownFile;
-  PowerPoint::ShapeType type = PowerPoint::ShapeType::TextBox;
-  bool hasTextFrame = true;
-  // Points.
-  double left = 0;
-  double top = 0;
-  double width = 100;
-  double height = 20;
-  /// Of a group.
-  std::vector<std::shared_ptr<Shape>> grouped;
-  int writes = 0;
-  std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
-  std::shared_ptr<fakes::Chart> chart;
-  std::shared_ptr<fakes::Table> table;
+  std::vector<std::int32_t> ids;
 };
 
-class Transition final : public PowerPoint::SlideShowTransition {
+class NamedShows final : public PowerPoint::NamedSlideShows {
  public:
-  bool Hidden() const override { return hidden; }
-  void Hidden(bool value) override { hidden = value; }
-  bool AdvanceOnTime() const override { return false; }
-  double AdvanceTime() const override { return 0; }
-  bool hidden = false;
-};
-
-class Slide final : public PowerPoint::Slide,
-                    public PowerPoint::Shapes,
-                    public std::enable_shared_from_this<Slide> {
- public:
-  std::int32_t SlideIndex() const override { return index; }
-  std::int32_t SlideID() const override { return 255 + index; }
-  std::shared_ptr<PowerPoint::Shapes> Shapes() override { return shared_from_this(); }
-  std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
-  std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() override { return transition; }
-
-  std::int32_t Count() const override {
-    if (isDeleted) Fail("the slide has been deleted");
-    return static_cast<std::int32_t>(shapes.size());
+  std::int32_t Count() const override { return static_cast<std::int32_t>(items.size()); }
+  std::shared_ptr<PowerPoint::NamedSlideShow> Item(std::int32_t i) override {
+    return items.at(static_cast<std::size_t>(i) - 1);
   }
-  std::shared_ptr<PowerPoint::Shape> Item(std::int32_t i) override {
-    if (i < 1 || i > Count()) Fail("shape index out of range");
-    return shapes[static_cast<std::size_t>(i) - 1];
-  }
-  std::shared_ptr<PowerPoint::Shape> Item(std::string_view name) override {
-    for (const auto& shape : shapes) {
-      if (basic::EqualsIgnoreCase(shape->name, name)) return shape;
-    }
-    Fail("no shape named " + std::string(name));
-  }
-
-  fakes::Shape& Add(std::string name) {
-    shapes.push_back(std::make_shared<fakes::Shape>(std::move(name)));
-    shapes.back()->id = Count() + 1;
-    return *shapes.back();
-  }
-  /// A text or, by its type 3, a picture that shows a value of a connection.
-  fakes::Shape& AddField(std::string name, int row, const std::string& connection = "001",
-                         const std::string& column = "Price", int sourceType = 2) {
-    fakes::Shape& shape = Add(std::move(name));
-    shape.hasTextFrame = sourceType == 2;
-    shape.type = shape.hasTextFrame ? PowerPoint::ShapeType::TextBox : PowerPoint::ShapeType::Picture;
-    shape.tags->items = {{"CORVANE COLUMN TYPE", std::to_string(sourceType)},
-                         {"CORVANE COLUMN TAG", connection},
-                         {"CORVANE COLUMN COLUMNNAME", column},
-                         {"CORVANE COLUMN ROW", std::to_string(row)}};
-    return shape;
-  }
-  fakes::Shape& AddClock(const std::string& format) {
-    fakes::Shape& shape = Add("clock");
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "1"}, {"CORVANE COLUMN DATE FORMAT", format}};
-    return shape;
-  }
-  fakes::Chart& AddChart(const std::string& name, const std::string& connection = "001") {
-    fakes::Shape& shape = Add(name);
-    shape.hasTextFrame = false;
-    shape.chart = std::make_shared<fakes::Chart>();
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", connection}};
-    return *shape.chart;
-  }
-  fakes::Table& AddTable(const std::string& name, const std::string& cells,
-                         const std::string& connection = "001") {
-    fakes::Shape& shape = Add(name);
-    shape.hasTextFrame = false;
-    shape.table = std::make_shared<fakes::Table>(cells);
-    shape.tags->items = {{"CORVANE COLUMN TYPE", "4"}, {"CORVANE COLUMN TAG", connection}};
-    return *shape.table;
-  }
-  /// An object that is linked to a file.
-  fakes::Shape& AddLinked(std::string source,
-                          PowerPoint::ShapeType type = PowerPoint::ShapeType::LinkedOLEObject) {
-    fakes::Shape& shape = Add("linked to " + source);
-    shape.hasTextFrame = false;
-    shape.type = type;
-    shape.linkSource = std::move(source);
-    return shape;
-  }
-
-  std::int32_t index = 1;
-  bool isDeleted = false;
-  std::vector<std::shared_ptr<fakes::Shape>> shapes;
-  std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
-  std::shared_ptr<Transition> transition = std::make_shared<Transition>();
+  std::vector<std::shared_ptr<NamedShow>> items;
 };
 
 class Presentation final : public PowerPoint::Presentation,
+                           public SlideOwner,
                            public PowerPoint::Slides,
                            public PowerPoint::SlideShowSettings,
                            public std::enable_shared_from_this<Presentation> {
@@ -282,11 +54,23 @@ class Presentation final : public PowerPoint::Presentation,
     ++saves;
     if (onSave) onSave();
   }
-  void SaveCopyAs(std::string_view) override {}
+  void SaveCopyAs(std::string_view fileName) override {
+    if (disk != nullptr) (*disk)[std::string(fileName)] = Clone();
+  }
+  void Close() override {
+    if (onClose) onClose();
+  }
   std::shared_ptr<PowerPoint::Tags> Tags() override { return tags; }
   std::shared_ptr<PowerPoint::Slides> Slides() override { return shared_from_this(); }
   std::shared_ptr<PowerPoint::SlideShowSettings> SlideShowSettings() override { return shared_from_this(); }
   PowerPoint::SlideShowType ShowType() const override { return showType; }
+  PowerPoint::SlideShowRangeType RangeType() const override { return rangeType; }
+  void RangeType(PowerPoint::SlideShowRangeType type) override { rangeType = type; }
+  std::int32_t StartingSlide() const override { return startingSlide; }
+  void StartingSlide(std::int32_t value) override { startingSlide = value; }
+  std::int32_t EndingSlide() const override { return endingSlide; }
+  void EndingSlide(std::int32_t value) override { endingSlide = value; }
+  std::shared_ptr<PowerPoint::NamedSlideShows> NamedSlideShows() override { return namedShows; }
   void UpdateLinks() override { ++linkUpdates; }
 
   std::int32_t Count() const override { return static_cast<std::int32_t>(slides.size()); }
@@ -295,17 +79,60 @@ class Presentation final : public PowerPoint::Presentation,
     return slides[static_cast<std::size_t>(i) - 1];
   }
 
-  fakes::Slide& Add() {
-    slides.push_back(std::make_shared<fakes::Slide>());
-    slides.back()->index = Count();
-    return *slides.back();
+  fakes::Slide& Add() { return Insert(std::make_shared<fakes::Slide>(), Count()); }
+  fakes::Slide& Insert(std::shared_ptr<fakes::Slide> slide, std::int32_t behind) {
+    slide->owner = this;
+    slide->id = ++lastId;
+    const auto place = slides.insert(slides.begin() + behind, std::move(slide));
+    fakes::Slide& inserted = **place;
+    Number();
+    return inserted;
+  }
+  void Number() {
+    for (std::size_t i = 0; i < slides.size(); ++i) slides[i]->index = static_cast<std::int32_t>(i + 1);
+  }
+  std::shared_ptr<PowerPoint::Slide> DuplicateOf(const fakes::Slide& slide) override {
+    Insert(slide.Clone(), slide.index);
+    return Item(slide.index + 1);
+  }
+  void Remove(const fakes::Slide& slide) override {
+    const std::int32_t id = slide.id;
+    slides[static_cast<std::size_t>(slide.index) - 1]->isDeleted = true;
+    slides.erase(slides.begin() + (slide.index - 1));
+    for (const auto& show : namedShows->items) std::erase(show->ids, id);
+    Number();
+  }
+  void Move(const fakes::Slide& slide, std::int32_t toPos) override {
+    const auto moved = slides[static_cast<std::size_t>(slide.index) - 1];
+    std::erase(slides, moved);
+    slides.insert(slides.begin() + (toPos - 1), moved);
+    Number();
+  }
+  std::shared_ptr<Presentation> Clone() const {
+    auto clone = std::make_shared<Presentation>(*this);
+    clone->tags = std::make_shared<fakes::Tags>(*tags);
+    for (auto& slide : clone->slides) {
+      slide = slide->Clone();
+      slide->owner = clone.get();
+    }
+    clone->namedShows = std::make_shared<NamedShows>(*namedShows);
+    for (auto& show : clone->namedShows->items) show = std::make_shared<NamedShow>(*show);
+    return clone;
   }
 
   std::string fullName = "/decks/board.pptx";
   bool saved = true;
   int saves = 0;
   int linkUpdates = 0;
+  std::int32_t lastId = 255;
   std::function<void()> onSave;
+  std::function<void()> onClose;
+  /// Where copies are written; null where nobody looks at them.
+  Disk* disk = nullptr;
+  PowerPoint::SlideShowRangeType rangeType = PowerPoint::SlideShowRangeType::ShowAll;
+  std::int32_t startingSlide = 1;
+  std::int32_t endingSlide = 1;
+  std::shared_ptr<NamedShows> namedShows = std::make_shared<NamedShows>();
   PowerPoint::SlideShowType showType = PowerPoint::SlideShowType::Speaker;
   std::vector<std::shared_ptr<fakes::Slide>> slides;
   std::shared_ptr<fakes::Tags> tags = std::make_shared<fakes::Tags>();
@@ -375,6 +202,17 @@ class Application final : public PowerPoint::Application,
   std::shared_ptr<PowerPoint::Presentations> Presentations() override { return shared_from_this(); }
   void Advise(PowerPoint::ApplicationEvents* events) override { sink = events; }
   std::int32_t Count() const override { return openCount; }
+  std::shared_ptr<PowerPoint::Presentation> Open(std::string_view fileName) override {
+    const auto found = disk.find(std::string(fileName));
+    if (found == disk.end()) Fail(std::string(fileName) + " cannot be opened");
+    const auto opened = found->second->Clone();
+    opened->fullName = fileName;
+    opened->disk = &disk;
+    opened->onClose = [this] { --openCount; };
+    ++openCount;
+    if (sink != nullptr) sink->PresentationOpen(opened);
+    return opened;
+  }
   std::shared_ptr<PowerPoint::DocumentWindow> ActiveWindow() override { return window; }
   std::shared_ptr<Office::CommandBars> CommandBars() override { return commandBars; }
   void StartNewUndoEntry(std::string_view label, std::string_view run) override {
@@ -387,6 +225,7 @@ class Application final : public PowerPoint::Application,
   std::vector<std::pair<std::string, std::string>> undoEntries;
   std::string version = "9.0.2716";
   std::int32_t openCount = 1;
+  Disk disk;
   PowerPoint::ApplicationEvents* sink = nullptr;
 };
 

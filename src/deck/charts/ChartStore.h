@@ -60,6 +60,8 @@ class ChartStore {
   RefillableChart& of(opc::Part& slide, pugi::xml_node frame);
   /// Brings all workbooks up to date, before the package is written.
   void write();
+  /// The chart's part goes away.
+  void forget(opc::Part& part) { charts_.erase(&part); }
 
  private:
   std::unordered_map<opc::Part*, std::unique_ptr<RefillableChart>> charts_;

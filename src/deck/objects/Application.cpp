@@ -9,16 +9,19 @@
 namespace deck {
 namespace {
 
-class PresentationsCount final : public PowerPoint::Presentations {
+class OpenPresentations final : public PowerPoint::Presentations {
  public:
-  explicit PresentationsCount(std::shared_ptr<const Application> application)
+  explicit OpenPresentations(std::shared_ptr<Application> application)
       : application_(std::move(application)) {}
   [[nodiscard]] std::int32_t Count() const override {
     return static_cast<std::int32_t>(application_->openPresentations().size());
   }
+  std::shared_ptr<PowerPoint::Presentation> Open(std::string_view fileName) override {
+    return application_->open(std::string(fileName));
+  }
 
  private:
-  std::shared_ptr<const Application> application_;
+  std::shared_ptr<Application> application_;
 };
 
 }  // namespace
@@ -28,7 +31,7 @@ Application::~Application() {
 }
 
 std::shared_ptr<PowerPoint::Presentations> Application::Presentations() {
-  return std::make_shared<PresentationsCount>(shared_from_this());
+  return std::make_shared<OpenPresentations>(shared_from_this());
 }
 
 std::shared_ptr<Presentation> Application::open(const std::string& path, Damaged damaged) {

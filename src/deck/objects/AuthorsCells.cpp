@@ -23,4 +23,8 @@ bool AuthorsCells::restore(pugi::xml_node table) {
   return true;
 }
 
+void AuthorsCells::forget(const pugi::xml_document& document) {
+  std::erase_if(tables_, [&](const auto& entry) { return entry.first.root() == document; });
+}
+
 }  // namespace deck

@@ -13,6 +13,8 @@ class AuthorsCells {
   void keep(pugi::xml_node table, pugi::xml_node cell);
   /// Puts back the cells of an a:tbl. Answers whether there were any.
   bool restore(pugi::xml_node table);
+  /// The document goes away.
+  void forget(const pugi::xml_document& document);
 
  private:
   struct Kept {

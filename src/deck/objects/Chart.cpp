@@ -1,6 +1,7 @@
 #include "deck/objects/Chart.h"
 
 #include "deck/Failure.h"
+#include "opc/Xml.h"
 
 namespace deck {
 
@@ -38,6 +39,34 @@ void Chart::Check(const MSGraph::Table& table) const {
 
 void Chart::Restore() {
   if (explain([this] { return chart().restore(); })) presentation_->noteChartChange(slideIndex_, frame_);
+}
+
+opc::Part* Chart::part() const {
+  const pugi::xml_node reference =
+      presentationml::childByLocalName(frame_.child("a:graphic").child("a:graphicData"), "chart");
+  return presentation_->slidePart(slideIndex_).target(reference.attribute("r:id").value());
+}
+
+pugi::xml_node Chart::linkedData() const {
+  opc::Part* const chart = part();
+  if (chart == nullptr) return {};
+  pugi::xml_node found;
+  opc::xml::forEachNode(chart->xml().document_element(), [&](pugi::xml_node node, int) {
+    if (presentationml::localName(node) == "externalData") found = node;
+    return !found;
+  });
+  const opc::Relationship* link = chart->relationship(found.attribute("r:id").value());
+  return link != nullptr && link->external ? found : pugi::xml_node();
+}
+
+void Chart::BreakLink() {
+  pugi::xml_node linked = linkedData();
+  if (!linked) return;
+  opc::Part& chart = *part();
+  presentation_->package().removeRelationship(chart, linked.attribute("r:id").value());
+  linked.parent().remove_child(linked);
+  presentation_->charts().forget(chart);
+  presentation_->noteChange(chart);
 }
 
 }  // namespace deck

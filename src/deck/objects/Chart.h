@@ -23,6 +23,8 @@ class Chart final : public PowerPoint::OLEFormat,
   [[nodiscard]] std::shared_ptr<MSGraph::Chart> Object() override { return shared_from_this(); }
   [[nodiscard]] std::shared_ptr<MSGraph::Application> Application() override { return shared_from_this(); }
   [[nodiscard]] std::shared_ptr<MSGraph::DataSheet> DataSheet() override;
+  [[nodiscard]] bool IsLinked() const override { return static_cast<bool>(linkedData()); }
+  void BreakLink() override;
   [[nodiscard]] MSGraph::Table Cells() const override;
   void Cells(const MSGraph::Table& table) override;
   void Check(const MSGraph::Table& table) const override;
@@ -32,6 +34,10 @@ class Chart final : public PowerPoint::OLEFormat,
   template <typename Step>
   auto explain(const Step& step) const;
   [[nodiscard]] RefillableChart& chart() const;
+  /// The part of the chart, of whatever kind; null when it is missing.
+  [[nodiscard]] opc::Part* part() const;
+  /// c:externalData that leads out of the deck; null without.
+  [[nodiscard]] pugi::xml_node linkedData() const;
 
   std::shared_ptr<Presentation> presentation_;
   std::int32_t slideIndex_;

@@ -18,6 +18,7 @@ class LinkFormat final : public PowerPoint::LinkFormat {
   [[nodiscard]] std::string SourceFullName() const override;
   void SourceFullName(std::string_view path) override { shown_ = path; }
   void Update() override;
+  void BreakLink() override { presentation_->breakLink(slideIndex_, shape_); }
 
  private:
   std::shared_ptr<Presentation> presentation_;

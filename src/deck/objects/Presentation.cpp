@@ -20,10 +20,6 @@ namespace {
 
 std::string_view rootName(opc::Part& part) { return part.xml().document_element().name(); }
 
-presentationml::ShapeIndex indexOf(opc::Part& slide) {
-  return presentationml::ShapeIndex(presentationml::shapeTree(slide.xml().document_element()));
-}
-
 }  // namespace
 
 Presentation::Presentation(std::unique_ptr<opc::Package> package, std::string path,
@@ -45,23 +41,6 @@ Presentation::Presentation(std::unique_ptr<opc::Package> package, std::string pa
 }
 
 Presentation::~Presentation() = default;
-
-void Presentation::loadSlides() {
-  for (pugi::xml_node node : part_->xml().document_element().child("p:sldIdLst").children("p:sldId")) {
-    const std::string id = node.attribute("r:id").value();
-    const std::string which =
-        basic::InQuotes(package_->name()) + " cannot be opened: slide " + std::to_string(slides_.size() + 1);
-    const opc::Relationship* relationship = part_->relationship(id);
-    if (relationship == nullptr)
-      fail(which + " refers to the relationship " + basic::InQuotes(id) + ", which is missing");
-    opc::Part* target = part_->target(*relationship);
-    if (target == nullptr) fail(which + ": its part " + relationship->target + " is missing");
-    const pugi::xml_node root = target->xml().document_element();
-    if (std::string_view(root.name()) != "p:sld") fail(which + ": " + target->name() + " holds no slide");
-    auto shapes = std::make_unique<presentationml::ShapeIndex>(indexOf(*target));
-    slides_.push_back({target, node.attribute("id").as_uint(), id, std::move(shapes)});
-  }
-}
 
 std::string Presentation::FullName() const { return path_; }
 bool Presentation::Saved() const { return saved_; }
@@ -94,7 +73,7 @@ void Presentation::write() {
   requireWhole();
   tags_.write();
   charts_.write();
-  const LivePictures::Absence ownPictures(pictures_, /*dataStay=*/false);
+  const LivePictures::Absence ownPictures(pictures_, /*theyStay=*/false);
   std::string bytes = package_->serialize();
   state_ = opc::replaceFile(path_, bytes, state_ ? &*state_ : nullptr);
   package_->rebase(std::move(bytes));
@@ -110,9 +89,13 @@ void Presentation::SaveCopyAs(std::string_view fileName) {
   requireWhole();
   tags_.write();
   charts_.write();
-  const LivePictures::Absence ownLinks(pictures_, /*dataStay=*/true);
+  const LivePictures::Absence ownLinks(pictures_, /*theyStay=*/true);
   const opc::FileState written = opc::replaceFile(std::string(fileName), package_->serialize());
   if (fileName == path_) state_ = written;
+}
+
+void Presentation::Close() {
+  if (application_ != nullptr) application_->close(shared_from_this());
 }
 
 std::shared_ptr<PowerPoint::Tags> Presentation::Tags() {
@@ -157,11 +140,13 @@ void Presentation::updateLink(std::int32_t slideIndex, pugi::xml_node shape) {
 }
 
 void Presentation::loadLinkedPictures() {
-  for (std::int32_t slide = 1; slide <= slideCount(); ++slide) {
-    for (const pugi::xml_node shape : shapesOf(slide).all()) {
-      if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) continue;
-      if (!pictureOf(shape).attribute("r:embed")) loadLink(slide, shape);
-    }
+  for (std::int32_t slide = 1; slide <= slideCount(); ++slide) loadLinkedPictures(slide);
+}
+
+void Presentation::loadLinkedPictures(std::int32_t slideIndex) {
+  for (const pugi::xml_node shape : shapesOf(slideIndex).all()) {
+    if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) continue;
+    if (!pictureOf(shape).attribute("r:embed")) loadLink(slideIndex, shape);
   }
 }
 
@@ -229,7 +214,7 @@ void Presentation::restoreName(std::int32_t slideIndex, pugi::xml_node shape, st
   if (!stored) stored = properties.append_attribute("name");
   stored = std::string(name).c_str();
   SlideEntry& entry = slides_[static_cast<std::size_t>(slideIndex - 1)];
-  *entry.shapes = indexOf(*entry.part);
+  entry.readShapes();
   noteShapeChange(slideIndex, shape);
   Saved(false);
 }

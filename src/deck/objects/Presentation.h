@@ -55,6 +55,7 @@ class Presentation final : public PowerPoint::Presentation,
   void Saved(bool saved) override;
   void Save() override;
   void SaveCopyAs(std::string_view fileName) override;
+  void Close() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::Slides> Slides() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::SlideShowSettings> SlideShowSettings() override;
@@ -78,6 +79,15 @@ class Presentation final : public PowerPoint::Presentation,
   /// The index of the slide that the presentation part refers to by this
   /// relationship; nothing when none does.
   [[nodiscard]] std::optional<std::int32_t> slideByRelationship(std::string_view id) const;
+  /// The id of the relationship that leads to the slide of that id; empty without such a slide.
+  [[nodiscard]] std::string slideRelationship(std::uint32_t id) const;
+  /// The slides of a presentation that is shown or edited (that has a listener) stay as they are. What was
+  /// handed out of a slide that goes away, or for a slide behind it, is not to be used any more.
+  void duplicateSlide(std::int32_t index);
+  void removeSlide(std::int32_t index);
+  void moveSlide(std::int32_t index, std::int32_t place);
+  /// The shape keeps what it shows and is no longer linked. An error where there is nothing to show.
+  void breakLink(std::int32_t slideIndex, pugi::xml_node shape);
   /// Gives a top-level shape another name; an error when another shape of the slide has it, in any case of
   /// letters, and when it is empty.
   void renameShape(std::int32_t slideIndex, pugi::xml_node shape, std::string_view name);
@@ -101,6 +111,7 @@ class Presentation final : public PowerPoint::Presentation,
   /// Reads the linked pictures that the deck holds no copy of. Those that cannot
   /// be read stay empty.
   void loadLinkedPictures();
+  void loadLinkedPictures(std::int32_t slideIndex);
 
   /// A listener must outlive its subscription.
   void addListener(ChangeListener& listener);
@@ -125,9 +136,15 @@ class Presentation final : public PowerPoint::Presentation,
     std::uint32_t id;
     std::string relationshipId;
     std::unique_ptr<presentationml::ShapeIndex> shapes;
+
+    void readShapes();
   };
 
   void loadSlides();
+  [[nodiscard]] SlideEntry entryOf(pugi::xml_node sldId) const;
+  [[nodiscard]] std::uint32_t freeSlideId() const;
+  void removeSlidePart(opc::Part& part);
+  void requireNobodyWatches() const;
   [[nodiscard]] const SlideEntry& slide(std::int32_t index) const;
   void write();
   void requireWhole() const;

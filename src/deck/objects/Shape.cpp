@@ -1,11 +1,15 @@
+// Shapes of a slide, over their XML.
+
 #include "deck/objects/Shape.h"
 
+#include "basic/Format.h"
 #include "deck/Failure.h"
 #include "deck/objects/Chart.h"
 #include "deck/objects/Links.h"
 #include "deck/objects/Table.h"
 #include "deck/objects/Tags.h"
 #include "deck/objects/TextBody.h"
+#include "host/services.h"
 #include "opc/Xml.h"
 
 namespace deck {
@@ -108,6 +112,13 @@ void ShapeText::Text(std::string_view text) {
     body = addTextBody(shape_);
   }
   if (setText(body, text)) presentation_->noteShapeChange(slideIndex_, shape_);
+}
+
+void ShapeText::InsertDateTime(PowerPoint::DateTimeFormat format, bool insertAsField) {
+  Text(basic::Format(host::Current().clock->Now(), PowerPoint::PictureOf(format)));
+  if (!insertAsField) return;
+  makeField(shape_.child("p:txBody"), "datetime" + std::to_string(static_cast<std::int32_t>(format)));
+  presentation_->noteShapeChange(slideIndex_, shape_);
 }
 
 }  // namespace deck

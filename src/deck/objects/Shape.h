@@ -95,6 +95,7 @@ class ShapeText final : public PowerPoint::TextFrame,
   [[nodiscard]] std::string Text() const override;
   /// The first run's look stays for all of it. Listeners of the presentation are told.
   void Text(std::string_view text) override;
+  void InsertDateTime(PowerPoint::DateTimeFormat format, bool insertAsField) override;
 
  private:
   std::shared_ptr<Presentation> presentation_;

@@ -31,6 +31,10 @@ class Slide final : public PowerPoint::Slide {
   [[nodiscard]] std::shared_ptr<PowerPoint::Shapes> Shapes() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::Tags> Tags() override;
   [[nodiscard]] std::shared_ptr<PowerPoint::SlideShowTransition> SlideShowTransition() override;
+  [[nodiscard]] std::shared_ptr<PowerPoint::TimeLine> TimeLine() override;
+  std::shared_ptr<PowerPoint::Slide> Duplicate() override;
+  void Delete() override { presentation_->removeSlide(index_); }
+  void MoveTo(std::int32_t toPos) override { presentation_->moveSlide(index_, toPos); }
 
   /// The slide's part: its XML and the way to layout, master, theme and media.
   [[nodiscard]] opc::Part& part() const { return presentation_->slidePart(index_); }
@@ -40,7 +44,8 @@ class Slide final : public PowerPoint::Slide {
   std::int32_t index_;
 };
 
-/// p:transition of a slide, and whether the show leaves it out (p:sld's show). Times are seconds.
+/// p:transition of a slide, and whether the show leaves it out (p:sld's show). Times are seconds; the file
+/// has a time where the show moves on by it alone (advTm).
 class SlideShowTransition final : public PowerPoint::SlideShowTransition {
  public:
   SlideShowTransition(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex)
@@ -49,13 +54,29 @@ class SlideShowTransition final : public PowerPoint::SlideShowTransition {
   [[nodiscard]] bool Hidden() const override { return presentation_->isHidden(slideIndex_); }
   void Hidden(bool hidden) override;
   [[nodiscard]] bool AdvanceOnTime() const override;
+  void AdvanceOnTime(bool advances) override;
   [[nodiscard]] double AdvanceTime() const override;
+  void AdvanceTime(double seconds) override;
+  void EntryEffect(PowerPoint::EntryEffect effect) override;
 
  private:
   [[nodiscard]] pugi::xml_node slide() const {
     return presentation_->slidePart(slideIndex_).xml().document_element();
   }
+  void noteChange() const { presentation_->noteChange(presentation_->slidePart(slideIndex_)); }
 
+  std::shared_ptr<Presentation> presentation_;
+  std::int32_t slideIndex_;
+};
+
+/// p:timing of a slide.
+class TimeLine final : public PowerPoint::TimeLine {
+ public:
+  TimeLine(std::shared_ptr<Presentation> presentation, std::int32_t slideIndex)
+      : presentation_(std::move(presentation)), slideIndex_(slideIndex) {}
+  void Delete() override;
+
+ private:
   std::shared_ptr<Presentation> presentation_;
   std::int32_t slideIndex_;
 };

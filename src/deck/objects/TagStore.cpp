@@ -170,6 +170,16 @@ void TagStore::read(TagList& list) {
   }
 }
 
+void TagStore::forget(const opc::Part& source) {
+  std::erase_if(byOwner_, [&](const auto& entry) { return entry.second->source_ == &source; });
+  std::erase_if(lists_, [&](const auto& list) { return list->source_ == &source; });
+}
+
+void TagStore::forget(pugi::xml_node owner) {
+  byOwner_.erase(owner.internal_object());
+  std::erase_if(lists_, [&](const auto& list) { return list->owner_ == owner; });
+}
+
 void TagStore::write() {
   std::optional<Uses> uses;
   for (const auto& list : lists_) {

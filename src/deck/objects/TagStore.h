@@ -76,6 +76,10 @@ class TagStore {
 
   /// Writes the changed lists into the package.
   void write();
+  /// The part goes away: so do the lists of its owners.
+  void forget(const opc::Part& source);
+  /// The element of the owner goes away; write() comes before.
+  void forget(pugi::xml_node owner);
 
   /// Told of a list before it changes.
   void onChange(std::function<void(const TagList&)> willChange) { willChange_ = std::move(willChange); }

@@ -160,6 +160,14 @@ bool setText(pugi::xml_node body, std::string_view text) {
   return true;
 }
 
+void makeField(pugi::xml_node body, const std::string& type) {
+  pugi::xml_node run = onlyRun(body);
+  if (!run) return;
+  run.set_name("a:fld");
+  run.append_attribute("id") = "{00000000-1234-1234-1234-123412341234}";
+  run.append_attribute("type") = type.c_str();
+}
+
 pugi::xml_node addTextBody(pugi::xml_node shape) {
   pugi::xml_node before = shape.child("p:style");
   if (!before) before = shape.child("p:spPr");

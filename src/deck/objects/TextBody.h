@@ -16,6 +16,9 @@ std::string textOf(pugi::xml_node body);
 /// what XML cannot hold is left out. Returns whether anything changed.
 bool setText(pugi::xml_node body, std::string_view text);
 
+/// A text of one line becomes a field of this type (a:fld, ECMA-376 part 1, 21.1.2.2.4); any other stays.
+void makeField(pugi::xml_node body, const std::string& type);
+
 /// Gives a p:sp an empty p:txBody where the schema wants it, and returns it.
 pugi::xml_node addTextBody(pugi::xml_node shape);
 /// The same for an a:tc.

@@ -89,6 +89,17 @@ bool LivePictures::showOwn(pugi::xml_node shape) {
   return true;
 }
 
+void LivePictures::forget(const opc::Part& slide) {
+  for (auto entry = byShape_.begin(); entry != byShape_.end();) {
+    if (entry->second.slide != &slide) {
+      ++entry;
+      continue;
+    }
+    take(entry->second);
+    entry = byShape_.erase(entry);
+  }
+}
+
 bool LivePictures::shows(pugi::xml_node shape, Reason reason) const {
   const auto found = byShape_.find(shape.internal_object());
   return found != byShape_.end() && found->second.reason == reason;
@@ -121,9 +132,10 @@ struct LivePictures::Absence::Taken {
   pictures::PictureFile picture;
 };
 
-LivePictures::Absence::Absence(LivePictures& pictures, bool dataStay) : pictures_(pictures) {
+LivePictures::Absence::Absence(LivePictures& pictures, bool theyStay) : pictures_(pictures) {
   for (auto& [shape, live] : pictures_.byShape_) {
-    if (dataStay && live.reason == Reason::Data) {
+    if (theyStay && live.reason == Reason::OwnLink) continue;
+    if (theyStay) {
       // Readers prefer the file of a link to what stands beside it.
       pictureOf(live.shape).remove_attribute("r:link");
       live.slide->markChanged();

@@ -36,6 +36,10 @@ class LivePictures {
   bool showOwn(pugi::xml_node shape);
   /// Whether the shape shows a picture for this reason.
   [[nodiscard]] bool shows(pugi::xml_node shape, Reason reason) const;
+  /// The shape keeps the picture that it shows as its own.
+  void adopt(pugi::xml_node shape) { byShape_.erase(shape.internal_object()); }
+  /// The slide goes away: its shapes show their own pictures.
+  void forget(const opc::Part& slide);
 
  private:
   struct Live {
@@ -49,11 +53,11 @@ class LivePictures {
   };
 
  public:
-  /// Takes every live picture out of the package while it lives, those of data as
-  /// well unless they are to stay: for saving.
+  /// Takes every live picture out of the package while it lives, unless they are to stay: for saving. Of
+  /// those that stay none that data name is linked to another file.
   class Absence {
    public:
-    Absence(LivePictures& pictures, bool dataStay);
+    Absence(LivePictures& pictures, bool theyStay);
     ~Absence();
     Absence(const Absence&) = delete;
     Absence& operator=(const Absence&) = delete;
