@@ -10,6 +10,7 @@
 #include "host/forms.h"
 #include "host/services.h"
 #include "model/modCommandState.h"
+#include "model/modOfflineCopy.h"
 #include "model/modTags.h"
 #include "pages/modPages.h"
 
@@ -31,6 +32,9 @@ void Application::InitHandler(const std::shared_ptr<PowerPoint::Application>& ho
   modGlobalFunctions::HostApplication = gppApp;
   progId_ = progId;
   modPages::Install();
+  modOfflineCopy::MadeBy([](const modOfflineCopy::Files& files, const modOfflineCopy::Options& options) {
+    clsRuntime().CreateOfflinePPT(files, options);
+  });
   if (!modVersionSpecific::InstallationOK(*gppApp)) return;
   Log(DebugKind::Information, "Opening menu");
   if (modGlobalFunctions::InfoSetting("HideUserInterface") != "1") BuildCommands();

@@ -13,7 +13,9 @@
 #include "model/modCommandState.h"
 #include "model/modLinkClipboard.h"
 #include "model/modLinkEdits.h"
+#include "model/modTags.h"
 #include "pages/frmAbout.h"
+#include "pages/frmOfflineCopy.h"
 #include "pages/modPages.h"
 
 namespace LF2000 {
@@ -137,6 +139,11 @@ void Refresh(Selection selection) {
   selection.Presentation()->RequeryInBackground(true);
 }
 
+std::string WhyNoOfflineCopy(Selection selection) {
+  const bool isLinked = modTags::HasVersionTag(*selection.Presentation()->ActivePresentation());
+  return isLinked ? "" : "Nothing is linked here: the presentation stands alone already.";
+}
+
 std::string HelpFile() {
   using modGlobalFunctions::FileInFolder;
   return FileInFolder(FileInFolder(host::Current().module->Path(), "help"), "index.html");
@@ -199,6 +206,8 @@ std::vector<Command> DisplayTypes() {
 std::vector<Command> Services() {
   constexpr std::uint32_t Everywhere = OnMenu | OnBar;
   return {
+      {"cbrOfflineCopy", "Off-li&ne copy…", "", OnMenu | NewGroup, InPresentation(WhyNoOfflineCopy),
+       [](Selection selection) { std::make_shared<frmOfflineCopy>(selection.Presentation())->Open(); }},
       {"cbrRefresh", "&Refresh", "", Everywhere | NewGroup, InPresentation(WhyNoConnection), Refresh},
       {"cbrErrorsLog", "&Errors log", "", Everywhere, Never, [](Selection) { modErrors::OpenErrorLog(); }},
       {"cbrProductHelp", "&Help", "", Everywhere | NewGroup, Never,

@@ -34,10 +34,7 @@ std::int32_t CodeFor(ConnectionKind kind, std::int32_t file, std::int32_t databa
 
 }  // namespace
 
-std::string clsConnection::Base() const {
-  return modGlobalFunctions::OfflineGenerationActive ? modGlobalFunctions::OfflineGenerationBase
-                                                     : activePresentationName_;
-}
+std::string clsConnection::Base() const { return modGlobalFunctions::BaseOf(activePresentationName_); }
 
 std::string clsConnection::ResolvedFile() const {
   return modGlobalFunctions::ResolvePath(connectionFileString_, Base());

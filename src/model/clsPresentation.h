@@ -17,6 +17,7 @@
 #include "host/powerpoint.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
+#include "model/modOfflineCopy.h"
 #include "model/modPropertyPages.h"
 
 namespace LF2000 {
@@ -121,6 +122,11 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// Blanks the live texts and gives pictures and charts what their author put
   /// into them, so that a save stores no live value.
   void PrepareSave();
+  /// Writes a copy that stands alone: with what a show that began now would show, and without a link to its
+  /// sources. Whole or not at all, and never over the presentation's own file. A source that cannot be read
+  /// is reported, and the copy made without its values. Says when it is done; false when it was not made, be
+  /// it cancelled.
+  bool CreateOfflinePPT(const std::string& fileName, const modOfflineCopy::Options& options = {});
   [[nodiscard]] bool SlideHasConnections(PowerPoint::Slide& slide) const;
 
   /// The presentation's connections, for those who add, change and remove them;
@@ -189,6 +195,8 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void FillGraph(const clsShape& link);
   void FillTable(const clsShape& link, std::int32_t displayType);
   void FillObject(const clsShape& link, std::int32_t displayType);
+  /// Writes a copy as a save would leave the file.
+  void SaveWithoutValues(const std::string& fileName);
   /// Shapes of a deck that an author works on show something, also when it was never said what.
   void RequireDisplayType();
   void ShowPage(modPropertyPages::Page page);

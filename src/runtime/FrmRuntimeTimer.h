@@ -101,6 +101,11 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   void RefreshRange(std::int32_t slide);
   /// Hides the slide when it has no data, shows it otherwise, if it is set to hide.
   void HideUnhideSlides(std::int32_t slide);
+  /// Whether the slide hides because it had no data when it was refreshed last.
+  [[nodiscard]] bool HidesWithoutData(std::int32_t slide) const {
+    const clsRTSlideInfo& info = slideInfo_[static_cast<std::size_t>(slide)];
+    return info.HideWhenNoData && info.NoData;
+  }
   void RefreshClocks(PowerPoint::Slide& slide, std::int32_t index, basic::Date now);
 
   /// The form's timers, for the engine that sets them up.

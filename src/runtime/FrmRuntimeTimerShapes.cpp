@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
 #include "model/clsShape.h"
 #include "model/modGraph.h"
@@ -121,7 +122,8 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadObject(PowerPoint::Slide& slide, c
   if (!reading.NoValue) {
     isFound = false;
     KeepPicture(source, [&] {
-      path = modLinkedFiles::FindFile(name, shape.ObjectFolder, presentation_->FullName());
+      path = modLinkedFiles::FindFile(name, shape.ObjectFolder,
+                                      modGlobalFunctions::BaseOf(presentation_->FullName()));
       date = host::Current().files->FileDateTime(path);
       isFound = true;
     });

@@ -5,19 +5,12 @@
 
 namespace LF2000 {
 
-namespace {
-
-/// How many steps, counting none as the first, leave a shape within the data.
-/// Down the data the shape of the smallest row leaves last, up the one of the
-/// largest.
 std::int64_t StepsInData(const clsRTScrollInfo& scroll, double recordCount) {
   const double room = scroll.Step > 0 ? recordCount - scroll.FirstRow : scroll.LastRow - 1;
   if (scroll.Step == 0 || !(room > 0)) return 1;
   constexpr double Largest = 1E15;
   return static_cast<std::int64_t>(std::min(std::floor(room / std::abs(1.0 * scroll.Step)), Largest)) + 1;
 }
-
-}  // namespace
 
 void PassTime(clsRTScrollInfo& scroll, double milliseconds, double tolerance, double recordCount) {
   const std::int64_t cycle = StepsInData(scroll, recordCount);

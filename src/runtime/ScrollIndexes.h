@@ -1,8 +1,14 @@
 #pragma once
 
+#include <cstdint>
+
 #include "runtime/clsRTScrollInfo.h"
 
 namespace LF2000 {
+
+/// How many steps, counting none as the first, leave a shape within data of so many rows. Down the data the
+/// shape of the smallest row leaves last, up the one of the largest.
+[[nodiscard]] std::int64_t StepsInData(const clsRTScrollInfo& scroll, double recordCount);
 
 /// Lets time pass for a scroll entry over data of so many rows: takes the steps
 /// that have fallen due, all of them after a pause. Once no shape of the entry

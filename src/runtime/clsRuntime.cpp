@@ -294,15 +294,8 @@ void clsRuntime::NoteRefreshInterval(const clsConnection& connection) {
 }
 
 void clsRuntime::HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& window) {
-  form_ = FrmRuntimeTimer::Create();
-  form_->ActivePresentation(presentation_);
+  HandTablesOver();
   form_->Window(window);
-  form_->SlideInfo(slideInfo_);
-  form_->SlideInfoShapes(shapes_);
-  form_->SlideInfoClocks(clocks_);
-  form_->SlideInfoUsedConnections(usedConnections_);
-  form_->SlideInfoConnections(connectionFlags_);
-  form_->Connections(connections_);
 
   const auto slides = presentation_->Slides();
   const basic::Date now = host::Current().clock->Now();
@@ -320,6 +313,17 @@ void clsRuntime::HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& wi
   form_->RefreshClocks(*slides->Item(first), first, host::Current().clock->Now());
   form_->RefreshSlideAt(first);
   form_->RefreshRange(first);
+}
+
+void clsRuntime::HandTablesOver() {
+  form_ = FrmRuntimeTimer::Create();
+  form_->ActivePresentation(presentation_);
+  form_->SlideInfo(slideInfo_);
+  form_->SlideInfoShapes(shapes_);
+  form_->SlideInfoClocks(clocks_);
+  form_->SlideInfoUsedConnections(usedConnections_);
+  form_->SlideInfoConnections(connectionFlags_);
+  form_->Connections(connections_);
 }
 
 void clsRuntime::SetUpTimers() {

@@ -12,7 +12,9 @@
 #include "host/powerpoint.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
+#include "model/modOfflineCopy.h"
 #include "runtime/FrmRuntimeTimer.h"
+#include "runtime/OfflinePages.h"
 #include "runtime/RuntimeTables.h"
 
 namespace LF2000 {
@@ -45,6 +47,11 @@ class clsRuntime {
   [[nodiscard]] std::int32_t SlideCount() const { return slideCount_; }
   /// The data shapes by slide, as StartTimers found them.
   [[nodiscard]] const SlideShapesTable& ShapesInfo() const { return shapes_; }
+  /// Makes the copy of `files.Saved`, a presentation whose shapes hold their author's own (PrepareSave). Each
+  /// slide is filled as at the beginning of a show; one that scrolls comes as often as its rows need, and one
+  /// that hides without data not at all. What cannot be read or freed of its link is reported and stays as it
+  /// is. Raises what kept the copy from being written, and modOfflineCopy::Cancelled.
+  void CreateOfflinePPT(const modOfflineCopy::Files& files, const modOfflineCopy::Options& options);
   void SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
   /// The end of the show: timers off, model released. It may come while StartTimers waits for data, which
   /// then stops where it is and reports nothing.
@@ -72,7 +79,28 @@ class clsRuntime {
   void OpenConnection(const std::string& suffix, const std::string& value);
   void NoteRefreshInterval(const clsConnection& connection);
   void HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
+  void HandTablesOver();
   void SetUpTimers();
+
+  /// A slide of a copy. Those of the presentation count from 1, pages from 0.
+  struct OfflineSlide {
+    std::int32_t Source = 0;
+    std::size_t Page = 0;
+    std::size_t PageCount = 0;
+    double Milliseconds = 0;
+  };
+  /// Duplicates slides that scroll, and the rows of the tables with them. By index in the copy, from 1.
+  std::vector<OfflineSlide> MultiplySlides();
+  [[nodiscard]] std::vector<OfflinePage> PagesOfSlide(std::int32_t slide);
+  /// Named shows take every page of their slides.
+  void NoteShows(const std::vector<OfflineSlide>& slides);
+  void SetOfflineTimes(const std::vector<OfflineSlide>& slides);
+  void FillOffline(const std::vector<OfflineSlide>& slides, const modOfflineCopy::Options& options);
+  void MakeFields(PowerPoint::Slide& slide, const std::vector<clsRTClockInfo>& clocks);
+  /// Slides that hide, and the range of the show with them.
+  void TakeOutHidden(const std::vector<OfflineSlide>& slides);
+  void RemoveAllTags();
+  void BreakLinks();
 
   std::shared_ptr<PowerPoint::Presentation> presentation_;
   std::shared_ptr<FrmRuntimeTimer> form_;

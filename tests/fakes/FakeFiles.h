@@ -77,7 +77,9 @@ class Files final : public host::Files {
   }
   std::string TempPath() const override { return "/tmp/"; }
   std::string TempFileName(std::string_view folder, std::string_view prefix) override {
-    return std::string(folder) + std::string(prefix) + "1.tmp";
+    std::string name = std::string(folder) + std::string(prefix) + "1.tmp";
+    files[name] = {};
+    return name;
   }
 
   /// New content with a later date.

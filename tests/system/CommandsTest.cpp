@@ -121,6 +121,7 @@ TEST_F(CommandsTest, StandOnBarsMenusAndContextMenus) {
                                          "Column - In&dex",
                                          "Connection - Colu&mn",
                                          "&Nothing",
+                                         "-Off-li&ne copy…",
                                          "-&Refresh",
                                          "&Errors log",
                                          "-&Help",

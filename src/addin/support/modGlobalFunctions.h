@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "host/excel.h"
 #include "host/powerpoint.h"
@@ -23,6 +24,24 @@ inline std::int32_t CurrentDisplayType = 0;
 /// resolve against OfflineGenerationBase, which the generating runtime sets.
 inline bool OfflineGenerationActive = false;
 inline std::string OfflineGenerationBase;
+/// The flag is set, and paths resolve against `base`, for as long as this lives.
+class OfflineGeneration {
+ public:
+  explicit OfflineGeneration(std::string base) {
+    OfflineGenerationBase = std::move(base);
+    OfflineGenerationActive = true;
+  }
+  ~OfflineGeneration() {
+    OfflineGenerationActive = false;
+    OfflineGenerationBase.clear();
+  }
+  OfflineGeneration(const OfflineGeneration&) = delete;
+  OfflineGeneration& operator=(const OfflineGeneration&) = delete;
+};
+/// What the files of a presentation of that name lie beside.
+[[nodiscard]] inline const std::string& BaseOf(const std::string& presentationName) {
+  return OfflineGenerationActive ? OfflineGenerationBase : presentationName;
+}
 /// The application that the add-in is connected to; null while it is not.
 inline std::shared_ptr<PowerPoint::Application> HostApplication;
 /// The presentation's Saved flag as it was when the slide show began.

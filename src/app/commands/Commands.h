@@ -27,6 +27,7 @@ void addSlideCommand(CLI::App& program, Environment& environment);
 void addDisplayCommand(CLI::App& program, Environment& environment);
 void addFillCommand(CLI::App& program, Environment& environment);
 void addImportCommand(CLI::App& program, Environment& environment);
+void addOfflineCommand(CLI::App& program, Environment& environment);
 void addLogCommand(CLI::App& program, Environment& environment);
 void addSnapshotCommand(CLI::App& program, Environment& environment);
 void addKeyCommand(CLI::App& program, Environment& environment);

@@ -43,16 +43,8 @@ bool fill(deck::Presentation& deck, LF2000::clsPresentation& linked, const Envir
 
 /// The add-in makes way for the copy, as it fills nothing once a source has failed.
 std::shared_ptr<deck::Presentation> openBesideAddIn(AddInHost& host, const std::string& path) {
-  using LF2000::modGlobalFunctions::OfflineGenerationActive;
-  OfflineGenerationActive = true;
-  try {
-    auto deck = host.open(path);
-    OfflineGenerationActive = false;
-    return deck;
-  } catch (...) {
-    OfflineGenerationActive = false;
-    throw;
-  }
+  const LF2000::modGlobalFunctions::OfflineGeneration generation(path);
+  return host.open(path);
 }
 
 void fillCopy(const std::string& path, const std::string& copy, const Environment& environment) {

@@ -11,12 +11,12 @@
 #include "app/inspect/CollectedErrors.h"
 #include "app/inspect/FilledDeck.h"
 #include "app/inspect/HeadlessBrowser.h"
+#include "app/inspect/PrintedSlides.h"
 #include "app/inspect/SlideFiles.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
 #include "basic/Counted.h"
 #include "platform/Console.h"
-#include "process/TemporaryFolder.h"
 
 namespace app {
 
@@ -73,23 +73,15 @@ void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options
 
 /// As in a show: a hidden slide is there for who asks for it.
 std::vector<int> printedSlides(FilledDeck& filled, Range slides, const SnapshotOptions& options) {
-  std::vector<int> printed;
-  for (int slide = slides.first; slide <= slides.last; ++slide) {
-    if (options.slide > 0 || !filled.deck().isHidden(slide)) printed.push_back(slide);
-  }
+  const std::vector<int> printed = options.slide > 0 ? std::vector{slides.first} : visibleSlides(filled);
   if (printed.empty()) fail(options.deck + ": every slide is hidden; --slide N writes one all the same.");
   return printed;
 }
 
 void writePdf(FilledDeck& filled, Range slides, const SnapshotOptions& options, HeadlessBrowser& browser) {
   const std::vector<int> printed = printedSlides(filled, slides, options);
-  const DeckPage sheets = filled.sheets(printed);
-  for (const std::string& problem : sheets.problems) complain(problem);
-  const process::TemporaryFolder folder;
-  const fs::path file = folder.path() / "slides.html";
-  writeFile(file, sheets.html);
-  browser.open(file, slideView(filled.size(), options.width));
-  writeFile(options.pdf, browser.print());
+  for (const std::string& problem : printSlides(filled, printed, browser, options.pdf, options.width))
+    complain(problem);
   std::cout << basic::Counted(printed.size(), "slide") << " written to " << options.pdf << '\n';
 }
 

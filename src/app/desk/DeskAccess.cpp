@@ -97,6 +97,11 @@ basic::Date DeskFiles::FileDateTime(std::string_view path) const {
   return usual_.FileDateTime(path);
 }
 
+std::string DeskFiles::TempFileName(std::string_view folder, std::string_view prefix) {
+  if (folder != usual_.TempPath()) access_.require(usual_.LocalPath(folder));
+  return usual_.TempFileName(folder, prefix);
+}
+
 std::string DeskFiles::FileWithin(std::string_view folder, std::string_view name) const {
   access_.require(usual_.LocalPath(folder));
   return usual_.FileWithin(folder, name);

@@ -40,7 +40,8 @@ class DeskAccess {
   std::set<std::string> granted_;
 };
 
-/// The files of a host, as far as a desk may read them. What the program writes is not asked for.
+/// The files of a host, as far as a desk may read them. What the program writes is not asked for, but for
+/// where an author has it write: a file is made there first.
 class DeskFiles final : public host::Files {
  public:
   /// Both outlive this object.
@@ -54,9 +55,7 @@ class DeskFiles final : public host::Files {
   [[nodiscard]] std::string LocalPath(std::string_view path) const override { return usual_.LocalPath(path); }
   [[nodiscard]] std::string FileWithin(std::string_view folder, std::string_view name) const override;
   [[nodiscard]] std::string TempPath() const override { return usual_.TempPath(); }
-  [[nodiscard]] std::string TempFileName(std::string_view folder, std::string_view prefix) override {
-    return usual_.TempFileName(folder, prefix);
-  }
+  [[nodiscard]] std::string TempFileName(std::string_view folder, std::string_view prefix) override;
 
  private:
   host::Files& usual_;

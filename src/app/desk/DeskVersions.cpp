@@ -8,6 +8,7 @@
 #include <sstream>
 #include <utility>
 
+#include "addin/support/modGlobalFunctions.h"
 #include "ado/Errors.h"
 #include "app/desk/Desk.h"
 #include "app/wiring/Failure.h"
@@ -211,6 +212,8 @@ void Desk::lookForOwner() {
 
 /// A deck that could not be written shows its data again.
 void Desk::save() {
+  if (LF2000::modGlobalFunctions::OfflineGenerationActive)
+    fail("An off-line copy of the deck is being made. Save when it is ready.");
   settle();
   lookForOwner();
   try {

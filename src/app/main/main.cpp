@@ -85,6 +85,7 @@ int run(int argc, char** argv) {
   app::addSlideCommand(program, environment);
   app::addDisplayCommand(program, environment);
   app::addFillCommand(program, environment);
+  app::addOfflineCommand(program, environment);
   app::addCheckCommand(program, environment);
   app::addSnapshotCommand(program, environment);
   app::addImportCommand(program, environment);

@@ -32,7 +32,8 @@ Environment::~Environment() { host::Use({}); }
 
 host::MsgBoxResult Environment::CountingMessageBox::MsgBox(std::string_view text, std::int32_t style,
                                                            std::string_view title) {
-  ++errorsShown_;
+  const bool isError = (style & host::vbInformation) == 0;
+  if (isError) ++errorsShown_;
   lastShown_ = text;
   return box_.MsgBox(text, style, title);
 }

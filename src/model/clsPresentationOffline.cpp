@@ -1,0 +1,83 @@
+// How an off-line copy of a presentation is asked for, and what its author hears of it.
+
+#include <cstdint>
+
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
+#include "basic/Error.h"
+#include "host/services.h"
+#include "model/clsPresentation.h"
+#include "model/modOfflineCopy.h"
+#include "model/modTags.h"
+
+namespace LF2000 {
+
+namespace {
+
+/// A file for the time that this object lives.
+class TemporaryFile {
+ public:
+  TemporaryFile() {
+    std::string prefix;
+    name_ = modGlobalFunctions::MakeTempFileName(prefix);
+    if (name_.empty()) {
+      throw basic::Error(basic::AdapterError, basic::DefaultSource, "No temporary file can be made.");
+    }
+  }
+  ~TemporaryFile() {
+    modGlobalFunctions::IgnoreErrors([this] { host::Current().files->Kill(name_); });
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  [[nodiscard]] const std::string& Name() const { return name_; }
+
+ private:
+  std::string name_;
+};
+
+void RequireOtherFile(const std::string& fileName, const std::string& presentation) {
+  const host::Files& files = *host::Current().files;
+  if (files.LocalPath(fileName) != files.LocalPath(presentation)) return;
+  throw basic::Error(basic::AdapterError, basic::DefaultSource,
+                     fileName + " is the presentation itself. Write the copy under another name.");
+}
+
+}  // namespace
+
+bool clsPresentation::CreateOfflinePPT(const std::string& fileName,
+                                       const modOfflineCopy::Options& options) try {
+  RequireOtherFile(fileName, presentation_->FullName());
+  {
+    const modGlobalFunctions::OfflineGeneration generation(presentation_->FullName());
+    const TemporaryFile saved;
+    SaveWithoutValues(saved.Name());
+    modOfflineCopy::Make({saved.Name(), fileName}, options);
+  }
+  if (modGlobalFunctions::InfoSetting("HideMsgBoxOfflineGeneration") != "1") {
+    host::Current().messageBox->MsgBox("Off-line presentation is ready.", host::vbInformation, ProductTitle);
+  }
+  return true;
+} catch (const modOfflineCopy::Cancelled&) {
+  return false;
+} catch (...) {
+  modErrors::CatchError(modErrors::CreatingOfflinePresentation);
+  return false;
+}
+
+void clsPresentation::SaveWithoutValues(const std::string& fileName) {
+  const bool wasSaved = presentation_->Saved();
+  PrepareSave();
+  const auto putBack = [&] {
+    FillValues(false);
+    presentation_->Saved(wasSaved);
+  };
+  try {
+    presentation_->SaveCopyAs(fileName);
+  } catch (...) {
+    putBack();
+    throw;
+  }
+  putBack();
+}
+
+}  // namespace LF2000

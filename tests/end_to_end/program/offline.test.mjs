@@ -1,0 +1,97 @@
+// Copies that stand alone: they look as a show does now, and know nothing of where their values came from.
+
+import assert from "node:assert/strict";
+import { existsSync, rmSync, writeFileSync } from "node:fs";
+import { test } from "node:test";
+import { allXml, digest, parts, readPart } from "../support/deck.mjs";
+import { drawDeck } from "../support/drawn_deck.mjs";
+import { photoDeck, svg } from "../support/driven_deck.mjs";
+import { linkWhole } from "../support/linked_whole.mjs";
+import { Sandbox } from "../support/sandbox.mjs";
+import { added, findings } from "../support/valid.mjs";
+import { makeValueDeck, textSource } from "../support/value_deck.mjs";
+
+// What is drawn of each slide; clocks stand at no time.
+function drawings(sandbox, deck) {
+  return sandbox.run("snapshot", deck, "--scene").out.replace(/\d\d:\d\d:\d\d/g, "TIME");
+}
+
+function assertFree(deck, ...words) {
+  const everything = allXml(deck) + parts(deck).filter((part) => part.endsWith(".rels")).map((part) => readPart(deck, part)).join("");
+  for (const word of ["CORVANE", "/tags/", "custDataLst", "[Row not", "[Empty]", ...words]) {
+    assert.ok(!everything.includes(word), word);
+  }
+}
+
+const decks = {
+  "a sample with charts": (sandbox) => sandbox.sample("plant"),
+  "a sample with a picture": (sandbox) => sandbox.sample("shop"),
+  "a deck with charts of every kind": (sandbox) => drawDeck(sandbox, sandbox.path("shop/pictures/flat-white.png")),
+};
+for (const [name, make] of Object.entries(decks)) {
+  test(`the copy is drawn as a show of the deck is: ${name}`, async (t) => {
+    const sandbox = new Sandbox(t);
+    sandbox.sample("shop");
+    const deck = await make(sandbox);
+    const before = await findings(sandbox, deck);
+    sandbox.done("unlink", deck, "--all");
+    linkWhole(sandbox, deck);
+    const whole = digest(deck);
+    const copy = sandbox.path("copies.pptx");
+    sandbox.run("offline", deck, "-o", copy);
+    assert.equal(digest(deck), whole);
+    assert.deepEqual(drawings(sandbox, copy), drawings(sandbox, deck));
+    assert.deepEqual(added(before, await findings(sandbox, copy)), []);
+    assertFree(copy, sandbox.folder);
+    assert.deepEqual(JSON.parse(sandbox.done("info", copy, "--json")).connections ?? [], []);
+  });
+}
+
+test("slides scroll page by page, and those without data are not there", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "Tea", "Milk", "Rye");
+  sandbox.done("slide", deck, 1, "--scroll", 1, "--step", 1, "--time", 4000);
+  const copy = sandbox.path("copy.pptx");
+  const out = sandbox.run("offline", deck, "-o", copy);
+  assert.equal(out.code, 0, out.error);
+  assert.match(out.error + out.out, /Off-line presentation is ready\./);
+  const slides = parts(copy).filter((part) => /slides\/slide\d+\.xml$/.test(part));
+  assert.equal(slides.length, parts(deck).filter((part) => /slides\/slide\d+\.xml$/.test(part)).length + 2);
+  const times = slides.map((part) => readPart(copy, part).match(/advTm="(\d+)"/)?.[1]);
+  assert.ok(times.filter((time) => time === "4000").length >= 2, times.join());
+  const all = allXml(copy);
+  for (const value of ["Tea", "Milk", "Rye"]) assert.ok(all.includes(`<a:t>${value}</a:t>`), value);
+  assertFree(copy);
+});
+
+test("what cannot be read is told, and nothing is written where nothing can be", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = photoDeck(sandbox, "yard");
+  writeFileSync(sandbox.path("plant/photos/yard.svg"), svg("red"));
+  const gone = sandbox.write("gone.txt", [["Item"], ["Tea"]]);
+  sandbox.done("connection", deck, "add", ...textSource("Gone", gone));
+  rmSync(gone);
+  const copy = sandbox.path("copy.pptx");
+  const { code, error } = sandbox.run("offline", deck, "-o", copy);
+  assert.equal(code, 1);
+  assert.match(error, /gone\.txt/);
+  assert.match(error, /written without what could not be read/);
+  assert.equal(readPart(copy, parts(copy).find((part) => part.endsWith(".svg"))), svg("red"));
+
+  const same = sandbox.run("offline", deck, "-o", deck);
+  assert.match(same.error, /this is the deck/);
+  const nowhere = sandbox.run("offline", deck, "-o", sandbox.path("none/copy.pptx"));
+  assert.equal(nowhere.code, 1);
+  assert.match(nowhere.error, /Error while creating off-line presentation/);
+  const again = sandbox.run("offline", copy, "-o", sandbox.path("again.pptx"));
+  assert.match(again.error, /stands alone already/);
+  assert.ok(!existsSync(sandbox.path("again.pptx")));
+});
+
+test("clocks go on as date fields", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("plant");
+  const copy = sandbox.path("copy.pptx");
+  sandbox.run("offline", deck, "-o", copy, "--keep-clocks");
+  assert.match(allXml(copy), /<a:fld id="[^"]+" type="datetime1[0-3]">/);
+});
