@@ -188,6 +188,29 @@ TEST_F(PicturesTest, LinkedPicturesFollowTheirFileAndStayLinks) {
   EXPECT_EQ(shownBytes(*deck), png("second"));
 }
 
+TEST_F(PicturesTest, LinkedPicturesAreReadWhenTheirGuardLetsThem) {
+  DeckBuilder builder;
+  const int slide = builder.addSlide();
+  const std::string link = builder.relate(slide, "image", "logo.png", true);
+  builder.shapes(slide, pictureShape(2, "Logo", "<a:blip r:link=\"" + link + "\"/>"));
+  put("deck.pptx", builder.bytes());
+  put("logo.png", png("logo"));
+  std::string asked;
+  application->guardLinks([&](const std::string& path) {
+    asked = path;
+    throw basic::Error(basic::AdapterError, "", "not now");
+  });
+  const auto deck = application->open(at("deck.pptx"));
+  EXPECT_EQ(asked, at("logo.png"));
+  EXPECT_EQ(mediaParts(*deck), 0U);
+  EXPECT_EQ(deck->missingPictures(), std::vector<std::string>({at("logo.png")}));
+
+  application->guardLinks({});
+  deck->loadLinkedPictures();
+  EXPECT_EQ(shownBytes(*deck), png("logo"));
+  EXPECT_EQ(deck->missingPictures(), std::vector<std::string>());
+}
+
 TEST_F(PicturesTest, LinkedWorksheetsTellTheirCells) {
   DeckBuilder builder;
   const int slide = builder.addSlide();

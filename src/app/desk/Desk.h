@@ -159,6 +159,8 @@ class Desk final : public web::Desk {
   std::optional<std::string> whyReadOnly_;
   /// The deck's own sources may be contacted.
   bool hasSources_ = true;
+  /// Of the notice that asks for them.
+  int sourcesNotice_ = 0;
   /// The file by which another program says that it has the deck open, and the notice of that.
   std::optional<std::string> ownerFile_;
   int ownerNotice_ = 0;

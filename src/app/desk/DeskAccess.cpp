@@ -54,7 +54,8 @@ void addDatabase(std::vector<ForeignSource>& sources, const std::string& text, c
 }  // namespace
 
 std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck,
-                                          const std::vector<std::string>& folders, const Roots& roots) {
+                                          const std::vector<std::string>& folders,
+                                          const std::vector<std::string>& pictures, const Roots& roots) {
   std::vector<ForeignSource> sources;
   for (const auto& connection : deck.Connections()) {
     const auto kind = static_cast<LF2000::ConnectionKind>(connection->ConnectionType());
@@ -72,6 +73,7 @@ std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck,
     addFile(sources, LF2000::modGlobalFunctions::ResolvePath(folder, deck.ActivePresentation()->FullName()),
             roots);
   }
+  for (const std::string& picture : pictures) addFile(sources, picture, roots);
   return sources;
 }
 

@@ -19,10 +19,11 @@ struct ForeignSource {
   std::string path;
 };
 
-/// The sources of the deck that lie outside of the roots, each once: those of its connections, and the
-/// folders that its links take pictures from. Nothing is contacted.
+/// The sources of the deck that lie outside of the roots, each once: those of its connections, the folders
+/// that its links take pictures from, and the files of its linked pictures. Nothing is contacted.
 [[nodiscard]] std::vector<ForeignSource> foreignSources(LF2000::clsPresentation& deck,
                                                         const std::vector<std::string>& folders,
+                                                        const std::vector<std::string>& pictures,
                                                         const Roots& roots);
 
 /// What may be read at a desk: what lies below its folders, and what its author has agreed to.

@@ -143,6 +143,7 @@ void Desk::show(const std::shared_ptr<deck::Presentation>& before, std::size_t k
   const std::string text = "The deck was saved by another program at " + timeNow() + " and taken up.";
   notices_.tell(Notices::Level::Info,
                 kept == 0 ? text : text + " Your " + changes(kept) + " are kept and not saved yet.");
+  askForSources();
   requestFlush();
 }
 

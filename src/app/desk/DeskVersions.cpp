@@ -120,7 +120,10 @@ Desk::Desk(Environment& environment, Options options)
       clock_(environment.loop().CreateTimer([this] { tick(); })) {
   // MissingColumns says it, with what can be done.
   notices_.passOver([](std::string_view text) { return text.find(ado::ItemNotFound) != text.npos; });
-  environment_.guardPaths([this](const std::string& path) { access_.require(path); });
+  const auto guard = [this](const std::string& path) { access_.require(path); };
+  environment_.guardPaths(guard);
+  host_.application().guardLinks(guard);
+  environment_.readDatabasesOnly(true);
   heldJobs_.hold();
   open_ = openDeck(host_.open(options_.deck));
   edited_ = std::make_unique<EditedDeck>(
@@ -145,6 +148,7 @@ Desk::~Desk() {
   host_.application().activate(nullptr);
   edited_.reset();
   environment_.guardPaths({});
+  environment_.readDatabasesOnly(false);
 }
 
 std::unique_ptr<OpenDeck> Desk::openDeck(std::shared_ptr<deck::Presentation> presentation) {
@@ -154,6 +158,8 @@ std::unique_ptr<OpenDeck> Desk::openDeck(std::shared_ptr<deck::Presentation> pre
 
 EditedDeck::Hearer Desk::hearer() {
   EditedDeck::Hearer hearer;
+  // What it asks for anew is asked for first.
+  hearer.replacing = [this] { heldJobs_.hold(); };
   hearer.replaced = [this](const std::shared_ptr<deck::Presentation>& before, std::size_t kept) {
     show(before, kept);
   };
@@ -167,11 +173,12 @@ EditedDeck::Hearer Desk::hearer() {
 
 /// A deck may come from anywhere: what it asks for elsewhere is contacted when its author agrees.
 void Desk::askForSources() {
+  notices_.dismiss(sourcesNotice_);
   std::vector<std::string> folders;
   for (int slide = 1; slide <= open_->slides.count(); ++slide) {
     for (const LinkedShape& link : open_->slides.links(slide)) folders.push_back(link.objectFolder);
   }
-  const auto sources = foreignSources(*open_->model, folders, roots_);
+  const auto sources = foreignSources(*open_->model, folders, open_->presentation->missingPictures(), roots_);
   const std::string list = listOf(sources);
   const Agreements agreements(options_.stateFolder, open_->presentation->FullName(), list);
   if (sources.empty() || agreements.areKnown()) return openSources(sources);
@@ -182,10 +189,11 @@ void Desk::askForSources() {
                                openSources(sources);
                              }};
   const Notices::Action look{"look", "Look first", [this, list, open] {
-                               notices_.tell(Notices::Level::Info, "Nothing is asked of " + list + " yet.",
-                                             {}, {open});
+                               sourcesNotice_ = notices_.tell(
+                                   Notices::Level::Info, "Nothing is asked of " + list + " yet.", {}, {open});
                              }};
-  notices_.tell(Notices::Level::Warning, "This deck asks for data from " + list + ".", {}, {open, look});
+  sourcesNotice_ =
+      notices_.tell(Notices::Level::Warning, "This deck asks for data from " + list + ".", {}, {open, look});
 }
 
 void Desk::openSources(const std::vector<ForeignSource>& sources) {
@@ -193,6 +201,7 @@ void Desk::openSources(const std::vector<ForeignSource>& sources) {
     if (!source.path.empty()) access_.grant(source.path);
   }
   hasSources_ = true;
+  if (!sources.empty()) open_->presentation->loadLinkedPictures();
   heldJobs_.release();
 }
 

@@ -125,6 +125,7 @@ void EditedDeck::compareWithNewer() {
 void EditedDeck::takeNewer() {
   if (!newer_) return;
   endStep();
+  if (hearer_.replacing) hearer_.replacing();
   Newer newer = std::move(*newer_);
   newer_.reset();
   static_cast<void>(newer.rebase->apply());

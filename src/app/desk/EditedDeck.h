@@ -42,6 +42,8 @@ class EditedDeck {
     std::function<void(const std::string& why)> broken;
     /// What goes wrong beside the work itself (no journal can be written): told once.
     std::function<void(const std::string& problem)> problem;
+    /// Another version is about to take the place of this one.
+    std::function<void()> replacing;
   };
 
   /// The presentation was opened by the application, which tells it where undo entries start. The objects

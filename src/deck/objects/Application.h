@@ -56,6 +56,12 @@ class Application final : public PowerPoint::Application, public std::enable_sha
   void onUndoEntry(std::function<void(std::string_view label, std::string_view run)> started) {
     undoEntryStarted_ = std::move(started);
   }
+  /// Called with the path of every linked picture before it is read; what it throws is why it is not. An
+  /// empty one ends that.
+  void guardLinks(std::function<void(const std::string& path)> guard) { linkGuard_ = std::move(guard); }
+  void requireReadable(const std::string& linkedPicture) const {
+    if (linkGuard_) linkGuard_(linkedPicture);
+  }
   /// The author goes on in this window; null when the last one has been closed. Raises WindowActivate when it
   /// was another one before.
   void activate(const std::shared_ptr<DocumentWindow>& window);
@@ -79,6 +85,7 @@ class Application final : public PowerPoint::Application, public std::enable_sha
   std::shared_ptr<DocumentWindow> window_;
   std::shared_ptr<deck::CommandBars> bars_ = deck::CommandBars::create();
   std::function<void(std::string_view, std::string_view)> undoEntryStarted_;
+  std::function<void(const std::string&)> linkGuard_;
 };
 
 }  // namespace deck

@@ -20,6 +20,21 @@ namespace {
 
 std::string_view rootName(opc::Part& part) { return part.xml().document_element().name(); }
 
+/// The file of a linked picture. What lies on another computer's server is not fetched: empty.
+std::string linkedFile(const Presentation& presentation, std::int32_t slideIndex, pugi::xml_node shape) {
+  std::string source = linkSource(presentation, slideIndex, shape);
+  return source.find("://") == std::string::npos ? source : std::string();
+}
+
+/// Linked pictures of a slide without a copy.
+template <typename Visit>
+void forEachEmptyLink(const Presentation& presentation, std::int32_t slideIndex, const Visit& visit) {
+  for (const pugi::xml_node shape : presentation.shapesOf(slideIndex).all()) {
+    if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) continue;
+    if (!pictureOf(shape).attribute("r:embed")) visit(shape);
+  }
+}
+
 }  // namespace
 
 Presentation::Presentation(std::unique_ptr<opc::Package> package, std::string path,
@@ -128,12 +143,12 @@ void Presentation::UpdateLinks() {
 void Presentation::updateLink(std::int32_t slideIndex, pugi::xml_node shape) {
   if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) return;
   if (pictures_.shows(shape, LivePictures::Reason::Data)) return;
-  const std::string source = linkSource(*this, slideIndex, shape);
-  // What lies on another computer's server is not fetched.
-  if (source.empty() || source.find("://") != std::string::npos) return;
+  const std::string source = linkedFile(*this, slideIndex, shape);
+  if (source.empty()) return;
   const host::Files* files = host::Current().files;
-  pictures::PictureFile picture =
-      pictures::readPictureFile(files != nullptr ? files->LocalPath(source) : source);
+  const std::string path = files != nullptr ? files->LocalPath(source) : source;
+  if (application_ != nullptr) application_->requireReadable(path);
+  pictures::PictureFile picture = pictures::readPictureFile(path);
   if (pictures_.show(slidePart(slideIndex), shape, std::move(picture), LivePictures::Reason::OwnLink)) {
     tellOfShape(slideIndex, shape);
   }
@@ -144,10 +159,17 @@ void Presentation::loadLinkedPictures() {
 }
 
 void Presentation::loadLinkedPictures(std::int32_t slideIndex) {
-  for (const pugi::xml_node shape : shapesOf(slideIndex).all()) {
-    if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) continue;
-    if (!pictureOf(shape).attribute("r:embed")) loadLink(slideIndex, shape);
+  forEachEmptyLink(*this, slideIndex, [&](pugi::xml_node shape) { loadLink(slideIndex, shape); });
+}
+
+std::vector<std::string> Presentation::missingPictures() const {
+  std::vector<std::string> files;
+  for (std::int32_t slide = 1; slide <= slideCount(); ++slide) {
+    forEachEmptyLink(*this, slide, [&](pugi::xml_node shape) {
+      if (std::string file = linkedFile(*this, slide, shape); !file.empty()) files.push_back(std::move(file));
+    });
   }
+  return files;
 }
 
 void Presentation::loadLink(std::int32_t slideIndex, pugi::xml_node shape) {

@@ -108,10 +108,12 @@ class Presentation final : public PowerPoint::Presentation,
   /// Reads the file of a linked picture anew. Of any other shape nothing is to be
   /// read here. What cannot be read is an error.
   void updateLink(std::int32_t slideIndex, pugi::xml_node shape);
-  /// Reads the linked pictures that the deck holds no copy of. Those that cannot
+  /// Reads the linked pictures that the deck holds no copy of and that were not read yet. Those that cannot
   /// be read stay empty.
   void loadLinkedPictures();
   void loadLinkedPictures(std::int32_t slideIndex);
+  /// The files of the linked pictures that are still empty, as the deck writes them.
+  [[nodiscard]] std::vector<std::string> missingPictures() const;
 
   /// A listener must outlive its subscription.
   void addListener(ChangeListener& listener);
