@@ -21,6 +21,7 @@ void Connection::Open(std::string_view user, std::string_view password, std::int
   requireClosed();
   const auto self = shared_from_this();
   Target target = targetOf(text_, translatePath_, user, password);
+  target.isReadOnly = isReadOnly_;
   // The loop may have run, and somebody opened it meanwhile.
   requireClosed();
   connectionTimeout_ = static_cast<std::int32_t>(target.connectTimeout.count());

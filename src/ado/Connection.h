@@ -22,8 +22,8 @@ namespace ado {
 /// the connection fail.
 class Connection final : public ADODB::Connection, public std::enable_shared_from_this<Connection> {
  public:
-  Connection(std::shared_ptr<EndingWorkers> ending, PathTranslator translatePath)
-      : ending_(std::move(ending)), translatePath_(std::move(translatePath)) {}
+  Connection(std::shared_ptr<EndingWorkers> ending, PathTranslator translatePath, bool isReadOnly)
+      : ending_(std::move(ending)), translatePath_(std::move(translatePath)), isReadOnly_(isReadOnly) {}
   ~Connection() override;
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -52,6 +52,7 @@ class Connection final : public ADODB::Connection, public std::enable_shared_fro
 
   std::shared_ptr<EndingWorkers> ending_;
   PathTranslator translatePath_;
+  bool isReadOnly_;
   std::string text_;
   std::int32_t connectionTimeout_ = 15;
   std::int32_t commandTimeout_ = 30;

@@ -14,6 +14,7 @@
 #include "ado/Drivers.h"
 #include "ado/Encoding.h"
 #include "ado/ResultReader.h"
+#include "ado/SqlText.h"
 #include "ado/SqliteGuard.h"
 #include "ado/TableName.h"
 #include "basic/Conversion.h"
@@ -172,6 +173,11 @@ Database::Database(Target target) : target_(std::move(target)) {
     // Not every driver knows it; who waits has a clock of their own.
     SQLSetConnectAttr(connection_, SQL_ATTR_LOGIN_TIMEOUT,
                       reinterpret_cast<SQLPOINTER>(target_.connectTimeout.count()), SQL_IS_UINTEGER);
+    if (target_.isReadOnly) {
+      SQLSetConnectAttr(connection_, SQL_ATTR_ACCESS_MODE, reinterpret_cast<SQLPOINTER>(SQL_MODE_READ_ONLY),
+                        SQL_IS_UINTEGER);
+    }
+    const SqliteReadOnly sqlite(target_.isReadOnly);
     if (!SQL_SUCCEEDED(SQLDriverConnect(connection_, nullptr, characters(target_.odbcText), SQL_NTS, nullptr,
                                         0, nullptr, SQL_DRIVER_NOPROMPT))) {
       requireDescriptors();
@@ -180,6 +186,7 @@ Database::Database(Target target) : target_(std::move(target)) {
     }
     connected_ = true;
     dialect_ = askDialect();
+    if (target_.isReadOnly) changeNothing();
   } catch (...) {
     disconnect();
     throw;
@@ -212,6 +219,8 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
     if (isSchema(source)) {
       list(statement, source, infoText(SQL_SEARCH_PATTERN_ESCAPE));
     } else {
+      const bool isQuoted = isTable(source) && !dialect_.quote.empty();
+      if (target_.isReadOnly && !isQuoted) requireOneStatement(source.text);
       execute(statement, source, dialect_.quote);
     }
   }
@@ -226,6 +235,26 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
 void Database::fail(const std::string& what, const std::string& words) const {
   throw basic::Error(basic::AdapterError, "ADODB.Connection",
                      withoutSecrets("Cannot " + what + ": " + words + ".", target_.secrets));
+}
+
+/// SQLite has been told already (SqliteReadOnly).
+void Database::changeNothing() const {
+  const std::string database = infoText(SQL_DBMS_NAME);
+  const char* const setting = database == "PostgreSQL" ? "SET default_transaction_read_only = on"
+                              : database == "MariaDB" || database == "MySQL"
+                                  ? "SET SESSION TRANSACTION READ ONLY"
+                                  : nullptr;
+  if (setting == nullptr) return;
+  const Statement statement(connection_);
+  if (statement.execute(setting)) return;
+  fail("read '" + target_.shown + "' without a right to change it",
+       diagnosisOf(HandleKind::Statement, statement.handle()).words);
+}
+
+void Database::requireOneStatement(const std::string& sql) const {
+  if (!holdsSeveralStatements(sql, syntaxOf(infoText(SQL_DBMS_NAME)))) return;
+  throw basic::Error(basic::AdapterError, "ADODB.Recordset",
+                     "it holds several statements, and here one alone is run; leave the one that reads");
 }
 
 std::string Database::infoText(std::uint16_t info) const {

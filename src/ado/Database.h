@@ -57,6 +57,9 @@ class Database {
  private:
   [[noreturn]] void fail(const std::string& what, const std::string& words) const;
   [[nodiscard]] Dialect askDialect() const;
+  /// As far as the database has words for it.
+  void changeNothing() const;
+  void requireOneStatement(const std::string& sql) const;
   [[nodiscard]] std::string infoText(std::uint16_t info) const;
   void disconnect() noexcept;
 

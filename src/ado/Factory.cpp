@@ -39,7 +39,7 @@ std::vector<ADODB::Provider> Factory::Providers() const {
 }
 
 std::shared_ptr<ADODB::Connection> Factory::CreateConnection() {
-  return std::make_shared<Connection>(ending_, translatePath_);
+  return std::make_shared<Connection>(ending_, translatePath_, isReadOnly_);
 }
 
 std::shared_ptr<ADODB::Recordset> Factory::CreateRecordset() { return std::make_shared<Recordset>(); }

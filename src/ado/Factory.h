@@ -24,6 +24,12 @@ class Factory final : public ADODB::Factory {
   Factory(const Factory&) = delete;
   Factory& operator=(const Factory&) = delete;
 
+  /// Connections made from now on read and change nothing, as far as their database can be told so: SQLite,
+  /// PostgreSQL, MariaDB and MySQL refuse what changes data; others are asked to by the driver
+  /// (SQL_ATTR_ACCESS_MODE), and few do. A text of several statements is refused, as a later one could take
+  /// the refusal back.
+  void readOnly(bool isReadOnly) { isReadOnly_ = isReadOnly; }
+
   [[nodiscard]] std::vector<ADODB::Provider> Providers() const override;
   [[nodiscard]] std::vector<std::string> DataSources() const override { return dataSources(); }
   [[nodiscard]] std::shared_ptr<ADODB::Connection> CreateConnection() override;
@@ -32,6 +38,7 @@ class Factory final : public ADODB::Factory {
  private:
   std::shared_ptr<EndingWorkers> ending_;
   PathTranslator translatePath_;
+  bool isReadOnly_ = false;
 };
 
 }  // namespace ado

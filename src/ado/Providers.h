@@ -18,6 +18,8 @@ struct Target {
   std::chrono::seconds connectTimeout{15};
   /// Zero is without end.
   std::chrono::seconds commandTimeout{30};
+  /// See Factory::readOnly().
+  bool isReadOnly = false;
 };
 
 /// Turns a path of any system into one of this system, or throws basic::Error

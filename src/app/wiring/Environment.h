@@ -56,6 +56,8 @@ class Environment {
   /// Called with the path of every database and workbook before it is opened; what it throws is why it is
   /// not. An empty one ends that.
   void guardPaths(std::function<void(const std::string& path)> guard) { pathGuard_ = std::move(guard); }
+  /// Databases opened from now on are read, never changed (ado::Factory::readOnly).
+  void readDatabasesOnly(bool isReadOnly) { ado_.readOnly(isReadOnly); }
   /// How many errors the system has told the user so far.
   [[nodiscard]] int errorsShown() const { return messageBox_.errorsShown(); }
   /// The text of the last of them.

@@ -26,10 +26,13 @@ class Safety : public testing::Test {
 
   [[nodiscard]] std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
   /// What the first row says, or why there is none.
-  static std::string outcome(const std::string& connectionString, const std::string& statement) {
+  static std::string outcome(const std::string& connectionString, const std::string& statement,
+                             bool isReadOnly = false) {
     std::string found;
     const std::string error = errorOf([&] {
-      const auto connection = Factory().CreateConnection();
+      Factory factory;
+      factory.readOnly(isReadOnly);
+      const auto connection = factory.CreateConnection();
       connection->ConnectionString(connectionString);
       connection->Open("", "", ADODB::adOptionUnspecified);
       waitWhile(*connection, ADODB::adStateConnecting);
@@ -96,6 +99,42 @@ TEST_F(Safety, NoConnectionStringWritesAFile) {
     EXPECT_NE(outcome(text, "SELECT 'connected' AS Found"), "connected") << text;
     EXPECT_THAT(files(), testing::IsEmpty()) << text;
   }
+}
+
+TEST_F(Safety, WhereNothingIsToBeChangedNothingIs) {
+  const struct {
+    TestServer& server;
+    const char* words;
+    std::vector<std::string> more;
+  } cases[] = {
+      {sqlite(), "readonly", {}},
+      {postgres(), "read-only", {"SELECT 1 AS \"Found\" FROM setval('seq', 9)"}},
+      {maria(), "READ ONLY", {}},
+  };
+  postgres().execute("CREATE SEQUENCE IF NOT EXISTS seq");
+  for (const auto& each : cases) {
+    const std::string text = each.server.connectionString();
+    const std::string found = each.server.quoted("Found");
+    each.server.execute("DROP TABLE IF EXISTS kept");
+    each.server.execute("CREATE TABLE kept (" + found + " VARCHAR(9))");
+    each.server.execute("INSERT INTO kept VALUES ('safe')");
+    std::vector<std::string> changes = {"DROP TABLE kept", "DELETE FROM kept", "CREATE TABLE other (a INT)"};
+    changes.insert(changes.end(), each.more.begin(), each.more.end());
+    for (const std::string& change : changes) {
+      EXPECT_THAT(outcome(text, change, /*isReadOnly=*/true), HasSubstr(each.words)) << change;
+    }
+    EXPECT_THAT(outcome(text, "SELECT 1 AS " + found + "; DROP TABLE kept", /*isReadOnly=*/true),
+                HasSubstr("several statements"));
+    EXPECT_EQ(outcome(text, "SELECT * FROM kept; ", /*isReadOnly=*/true), "safe");
+  }
+  const std::string file = sqlite().connectionString();
+  for (const std::string way : {"PRAGMA query_only = 0", "PRAGMA journal_mode = DELETE"}) {
+    EXPECT_THAT(outcome(file, way, /*isReadOnly=*/true), HasSubstr("not authorized")) << way;
+  }
+  EXPECT_THAT(outcome(file, "/* a table's name has no comment */ ATTACH '" + path("other.db") + "' AS other",
+                      /*isReadOnly=*/true),
+              HasSubstr("not authorized"));
+  EXPECT_THAT(files(), testing::IsEmpty());
 }
 
 TEST_F(Safety, FilesAndSourcesWithBlanksInTheirNamesAreRead) {

@@ -1,0 +1,51 @@
+#include "ado/SqlText.h"
+
+#include <gtest/gtest.h>
+
+namespace ado::test {
+namespace {
+
+bool several(const char* database, const char* sql) {
+  return holdsSeveralStatements(sql, syntaxOf(database));
+}
+
+TEST(SqlTextTest, TellsWhereAStatementEnds) {
+  for (const char* one : {"", "SELECT 1", "SELECT 1;", "SELECT 1 ; \n; -- that is all; really\n /* ; */",
+                          "SELECT ';', \"a;b\", `c;d` FROM t", "SELECT 'it''s; fine'", "SELECT 1 -- ; x",
+                          "SELECT 1 /* ; x", "SELECT 'open; x"}) {
+    for (const char* database : {"SQLite", "PostgreSQL", "MariaDB", "Microsoft SQL Server", ""}) {
+      EXPECT_FALSE(several(database, one)) << database << ": " << one;
+    }
+  }
+  for (const char* two : {"SELECT 1; DROP TABLE t", "SELECT 1;DROP TABLE t", ";x", "SELECT ''; x --'",
+                          "SELECT 1 -- a\n; x", "SELECT 1 /* ' */; x /* ' */", "SELECT \"'\"; x --'"}) {
+    for (const char* database : {"SQLite", "PostgreSQL", "MariaDB", "Microsoft SQL Server", ""}) {
+      EXPECT_TRUE(several(database, two)) << database << ": " << two;
+    }
+  }
+}
+
+TEST(SqlTextTest, QuotesAsTheDatabaseDoes) {
+  const struct {
+    const char* database;
+    const char* sql;
+    bool isSeveral;
+  } cases[] = {
+      {"SQLite", "SELECT [it's]; x --'", true},
+      {"SQLite", "SELECT [a;b]", false},
+      {"PostgreSQL", "SELECT ARRAY[']']; x", true},
+      {"PostgreSQL", "SELECT a[1], $$ ; $$, $x$ $$ ; $x$", false},
+      {"PostgreSQL", "SELECT $x$ $x$; y $x$", true},
+      {"PostgreSQL", "SELECT a$b$; x $b$", true},
+      {"PostgreSQL", "SELECT E'it\\'s; fine'", false},
+      {"PostgreSQL", "SELECT 'C:\\'; x --'", true},
+      {"PostgreSQL", "SELECT 1 /* /* */ ; x */", false},
+      {"SQLite", "SELECT 1 /* /* */ ; x */", true},
+      {"MariaDB", "SELECT 'it\\'s; fine'", false},
+      {"SQLite", "SELECT 'C:\\'; x --'", true},
+  };
+  for (const auto& each : cases) EXPECT_EQ(several(each.database, each.sql), each.isSeveral) << each.sql;
+}
+
+}  // namespace
+}  // namespace ado::test
