@@ -179,6 +179,50 @@ TEST_F(EditedDeckTest, EditsGoOntoWhatAnotherProgramHasSaved) {
   EXPECT_THAT(saved.everything()["2/2"], HasSubstr("ROW=3"));
 }
 
+TEST_F(EditedDeckTest, StepsStayWhereBothHaveAddedToThePresentationOrASlide) {
+  run->step([&] { desk.addConnection(); });
+  run->step([&] { desk.setSlide(2, true); });
+  run->step([&] { desk.link(*desk.shape(2, "Title"), 2, "003"); });
+  run->edited.undo();
+  saveElsewhere([](DeskDeck& other) {
+    other.removeConnection("002");
+    other.deck->Tags()->Add("CORVANE DISTRIBUTION START", "1");
+    other.deck->Slides()->Item(2)->Tags()->Add("CORVANE SCROLLSTEP7", "True\t1\t500");
+  });
+  EXPECT_THAT(errorOf([&] { run->edited.save(); }), HasSubstr("another program has saved it meanwhile"));
+  EXPECT_THAT(run->edited.newer()->conflicts(), IsEmpty());
+  run->take();
+  auto all = desk.everything();
+  EXPECT_THAT(all["0"], testing::AllOf(HasSubstr("CONNECTION003"), HasSubstr("DISTRIBUTION START=1"),
+                                       Not(HasSubstr("CONNECTION002"))));
+  EXPECT_THAT(all["2"], testing::AllOf(HasSubstr("PROPERTIES=-1"), HasSubstr("SCROLLSTEP7")));
+  EXPECT_TRUE(run->edited.redoName());
+  run->edited.redo();
+  EXPECT_THAT(desk.everything()["2/2"], HasSubstr("TAG=003"));
+  std::size_t undone = 0;
+  while (run->edited.undo()) ++undone;
+  EXPECT_EQ(undone, 3U);
+  EXPECT_EQ(run->edited.unsaved(), 0U);
+}
+
+TEST_F(EditedDeckTest, OfOneTagThatBothHaveChangedOneSideIsTakenAndTheOthersStay) {
+  run->step([&] {
+    desk.setSlide(2, true);
+    desk.deck->Slides()->Item(2)->Tags()->Add("CORVANE SCROLLSTEP9", "True\t1\t500");
+  });
+  saveElsewhere([](DeskDeck& other) {
+    other.deck->Slides()->Item(2)->Tags()->Add("CORVANE SCROLLSTEP9", "True\t2\t900");
+  });
+  EXPECT_THAT(errorOf([&] { run->edited.save(); }), HasSubstr("another program has saved it meanwhile"));
+  auto& conflicts = run->edited.newer()->conflicts();
+  ASSERT_EQ(conflicts.size(), 1U);
+  conflicts[0].takesOurs = false;
+  run->take();
+  EXPECT_THAT(desk.everything()["2"],
+              testing::AllOf(HasSubstr("PROPERTIES=-1"), HasSubstr("SCROLLSTEP9=True\t2\t900")));
+  EXPECT_FALSE(run->edited.undoName()) << "the step belongs to another deck";
+}
+
 TEST_F(EditedDeckTest, WithNothingUnsavedANewerVersionIsTakenAtOnce) {
   // The same bytes are no newer version, and leave the deck to be saved.
   run->edited.upload(desk.folder.write("same", original));

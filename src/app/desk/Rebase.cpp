@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "app/desk/OwnerText.h"
@@ -20,29 +22,74 @@ bool isOurs(const deck::Tag& tag) {
   return modTags::Matches(tag.name, modTags::Prefix) && !modTags::Matches(tag.name, modTags::DisplayType);
 }
 
-std::vector<std::pair<std::string, std::string>> sortedTags(const OwnerState& state) {
-  std::vector<std::pair<std::string, std::string>> tags;
+using TagValues = std::map<std::string, std::string>;
+
+/// Programs that save a deck may order and place its tags anew.
+TagValues valuesOf(const OwnerState& state) {
+  TagValues values;
   for (const deck::Tag& tag : state.tags) {
-    if (isOurs(tag)) tags.emplace_back(tag.name, tag.value);
+    if (isOurs(tag)) values[tag.name] = tag.value;
   }
-  std::sort(tags.begin(), tags.end());
+  return values;
+}
+
+struct Merged {
+  std::vector<deck::Tag> tags;
+  /// Both sides have changed the same, each to something else.
+  bool isDisputed = false;
+};
+
+std::optional<std::string> valueOf(const TagValues& values, const std::string& name) {
+  const auto found = values.find(name);
+  return found == values.end() ? std::nullopt : std::optional(found->second);
+}
+
+/// Theirs with these values in place of those of the system, in the order of ours.
+std::vector<deck::Tag> tagsOnto(const OwnerState& theirs, const OwnerState& ours, TagValues values) {
+  const auto model = std::find_if(theirs.tags.begin(), theirs.tags.end(), isOurs);
+  const auto& grouped = model == theirs.tags.end() ? theirs.tags.begin() : model;
+  const std::size_t group = grouped == theirs.tags.end() ? 0 : grouped->group;
+  std::vector<deck::Tag> tags = theirs.tags;
+  std::erase_if(tags, isOurs);
+  for (const auto* side : {&ours.tags, &theirs.tags}) {
+    for (const deck::Tag& tag : *side) {
+      if (const auto value = values.extract(tag.name)) tags.push_back({tag.name, value.mapped(), group});
+    }
+  }
   return tags;
 }
 
-/// Programs that save a deck may order and place its tags anew.
-bool haveSameTags(const OwnerState& a, const OwnerState& b) { return sortedTags(a) == sortedTags(b); }
-
-/// Theirs with our tags in place of those of the system.
-std::vector<deck::Tag> tagsOnto(const std::vector<deck::Tag>& theirs, const std::vector<deck::Tag>& ours) {
-  auto model = std::find_if(theirs.begin(), theirs.end(), isOurs);
-  if (model == theirs.end()) model = theirs.begin();
-  const std::size_t group = model == theirs.end() ? 0 : model->group;
-  std::vector<deck::Tag> tags = theirs;
-  std::erase_if(tags, isOurs);
-  for (const deck::Tag& tag : ours) {
-    if (isOurs(tag)) tags.push_back({tag.name, tag.value, group});
+/// What we have made of `before`, put onto what they have made of it. The tags of a shape are one link; those
+/// of slides and of the presentation stand each for themselves.
+Merged merge(const deck::OwnerId& owner, const OwnerState& before, const OwnerState& ours,
+             const OwnerState& theirs, bool takesOurs = true) {
+  const TagValues was = valuesOf(before);
+  const TagValues mine = valuesOf(ours);
+  const TagValues others = valuesOf(theirs);
+  TagValues values = others;
+  bool isDisputed = false;
+  const auto isSettled = [&](const auto& b, const auto& m, const auto& o) {
+    const bool isBoth = m != b && o != b && m != o;
+    isDisputed = isDisputed || isBoth;
+    return m == b || (isBoth && !takesOurs);
+  };
+  if (!owner.isPresentation() && !owner.isSlide()) {
+    if (!isSettled(was, mine, others)) values = mine;
+  } else {
+    TagValues names = was;
+    names.insert(mine.begin(), mine.end());
+    for (const auto& [name, unused] : names) {
+      const auto value = valueOf(mine, name);
+      if (isSettled(valueOf(was, name), value, valueOf(others, name))) continue;
+      if (value) {
+        values[name] = *value;
+      } else {
+        values.erase(name);
+      }
+    }
   }
-  return tags;
+  if (values == others) return {theirs.tags, isDisputed};
+  return {tagsOnto(theirs, ours, std::move(values)), isDisputed};
 }
 
 bool changesContent(const OwnerChange& edit) {
@@ -67,12 +114,10 @@ void Rebase::add(const OwnerChange& edit) {
     disputed_.push_back(edit);
     return;
   }
-  const auto differ = [&](const auto& areSame) {
-    return !areSame(*edit.before, *edit.after) && !areSame(*edit.before, *theirs) &&
-           !areSame(*edit.after, *theirs);
-  };
-  const auto haveSameName = [](const OwnerState& a, const OwnerState& b) { return a.name == b.name; };
-  if (!differ(haveSameTags) && !differ(haveSameName)) {
+  const std::string& name = edit.after->name;
+  const bool isNameDisputed =
+      edit.before->name != name && edit.before->name != theirs->name && name != theirs->name;
+  if (!isNameDisputed && !merge(edit.owner, *edit.before, *edit.after, *theirs).isDisputed) {
     clean_.push_back(edit);
     return;
   }
@@ -101,12 +146,12 @@ void Rebase::decideAs(const Rebase& other) {
   }
 }
 
-void Rebase::put(const OwnerChange& edit, OwnerChanges& changes) {
+void Rebase::put(const OwnerChange& edit, bool takesOurs, OwnerChanges& changes) {
   const auto theirs = theirs_.current(edit.owner);
   auto state = std::make_shared<OwnerState>(*theirs);
-  if (!haveSameTags(*edit.before, *edit.after)) state->tags = tagsOnto(theirs->tags, edit.after->tags);
-  if (edit.before->name != edit.after->name) state->name = edit.after->name;
-  if (changesContent(edit)) state->content = edit.after->content;
+  state->tags = merge(edit.owner, *edit.before, *edit.after, *theirs, takesOurs).tags;
+  if (takesOurs && edit.before->name != edit.after->name) state->name = edit.after->name;
+  if (takesOurs && changesContent(edit)) state->content = edit.after->content;
   if (isLinked(*state)) state->content = nullptr;
   if (isSame(*theirs, *state)) return;
   theirs_.put(edit.owner, state);
@@ -115,9 +160,9 @@ void Rebase::put(const OwnerChange& edit, OwnerChanges& changes) {
 
 OwnerChanges Rebase::apply() {
   OwnerChanges changes;
-  for (const OwnerChange& edit : clean_) put(edit, changes);
+  for (const OwnerChange& edit : clean_) put(edit, /*takesOurs=*/true, changes);
   for (std::size_t i = 0; i < conflicts_.size(); ++i) {
-    if (conflicts_[i].takesOurs && !conflicts_[i].isGone) put(disputed_[i], changes);
+    if (!conflicts_[i].isGone) put(disputed_[i], conflicts_[i].takesOurs, changes);
   }
   std::sort(changes.begin(), changes.end(),
             [](const OwnerChange& a, const OwnerChange& b) { return a.owner < b.owner; });
@@ -132,10 +177,12 @@ UndoStack::Translate statesIn(EditLog& theirs, EditLog& ours) {
     if (const auto found = known->find(state); found != known->end()) return found->second;
     const State before = ours.inFile(owner);
     const State now = theirs.inFile(owner);
-    if (!before || !now || before->name != now->name || !haveSameTags(*before, *now)) return nullptr;
+    if (!before || !now || before->name != now->name) return nullptr;
     if (state == before) return (*known)[state] = now;
+    Merged merged = merge(owner, *before, *state, *now);
+    if (merged.isDisputed) return nullptr;
     auto translated = std::make_shared<OwnerState>(*state);
-    translated->tags = tagsOnto(now->tags, state->tags);
+    translated->tags = std::move(merged.tags);
     if (state->content == before->content) translated->content = now->content;
     return (*known)[state] = translated;
   };

@@ -24,9 +24,10 @@ struct EditConflict {
 };
 
 /// Puts the edits of one version of a deck onto another: what PowerPoint has saved meanwhile, or the file
-/// after a crash. Slides and shapes are known by their ids, wherever they stand. An owner whose tags, or
-/// whose name, both sides have changed, each to something else, is a conflict. Tags of other programs are
-/// always theirs; so is what a shape holds, but for one that our edit has unlinked.
+/// after a crash. Slides and shapes are known by their ids, wherever they stand. An owner of which both sides
+/// have changed the same, each to something else, is a conflict: the link or the name of a shape, one tag of
+/// a slide or of the presentation. Tags of other programs are always theirs; so is what a shape holds, but
+/// for one that our edit has unlinked.
 class Rebase {
  public:
   /// `before` of each edit is what both versions come from. The other version is as in its file, and must
@@ -45,7 +46,7 @@ class Rebase {
 
  private:
   void add(const OwnerChange& edit);
-  void put(const OwnerChange& edit, OwnerChanges& changes);
+  void put(const OwnerChange& edit, bool takesOurs, OwnerChanges& changes);
 
   EditLog& theirs_;
   OwnerChanges clean_;
@@ -53,8 +54,8 @@ class Rebase {
   std::vector<EditConflict> conflicts_;
 };
 
-/// What the states of one version of a deck are in another, for its undo history: see UndoStack::follow. An
-/// owner has stayed as it was when both files have the same name and tags of the system for it.
+/// What the states of one version of a deck are in another, for its undo history: see UndoStack::follow. They
+/// are merged as edits are; one that is disputed, or of a shape with another name, is in none.
 [[nodiscard]] UndoStack::Translate statesIn(EditLog& theirs, EditLog& ours);
 
 }  // namespace app

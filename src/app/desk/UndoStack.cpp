@@ -90,11 +90,15 @@ void UndoStack::follow(EditLog& log, const Translate& translate) {
       change.after = translate(change.owner, change.after);
       if (!change.before || !change.after) return false;
     }
+    // What the other version has already is no step of it.
+    std::erase_if(step.changes,
+                  [](const OwnerChange& change) { return isSame(*change.before, *change.after); });
     return true;
   };
   for (std::deque<Step>* steps : {&done_, &undone_}) {
     const auto last = std::find_if_not(steps->rbegin(), steps->rend(), follows);
     steps->erase(steps->begin(), last.base());
+    std::erase_if(*steps, [](const Step& step) { return step.changes.empty(); });
   }
 }
 
