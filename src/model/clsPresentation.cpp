@@ -58,6 +58,7 @@ void clsPresentation::Describe(const std::shared_ptr<PowerPoint::Presentation>& 
 
 void clsPresentation::Attach(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   presentation_ = presentation;
+  blanked_.clear();
   DropReadings();
   connections_.clear();
   displayType_ = 0;

@@ -120,7 +120,8 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void TakeUpTags();
 
   /// Blanks the live texts and gives pictures and charts what their author put
-  /// into them, so that a save stores no live value.
+  /// into them, so that a save stores no live value. FillValues gives shapes whose source does not answer
+  /// the texts back.
   void PrepareSave();
   /// Writes a copy that stands alone: with what a show that began now would show, and without a link to its
   /// sources. Whole or not at all, and never over the presentation's own file. A source that cannot be read
@@ -177,6 +178,12 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// The tag's value, empty without one.
   [[nodiscard]] std::string DisplayTypeTag() const;
   void CloseMeter();
+  /// What PrepareSave took out of shapes, by the indices of their slides and their ids.
+  using BlankedTexts = std::map<std::pair<std::int32_t, std::int32_t>, std::string>;
+
+  void Blank(const PowerPoint::Slide& slide, const clsShape& link);
+  static void ShowAgain(const BlankedTexts& blanked, const PowerPoint::Slide& slide,
+                        PowerPoint::Shape& shape);
   void FillLink(PowerPoint::Slide& slide, const clsShape& link);
   static void FillClock(const clsShape& link, std::int32_t displayType);
   /// The connection of that number, if its shapes can be filled; null without.
@@ -211,6 +218,7 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   bool objectFailureTold_ = false;
   /// Connection and column of the values that could not be read.
   std::set<std::pair<std::string, std::string>> toldColumns_;
+  BlankedTexts blanked_;
   std::map<const clsConnection*, Reading> readings_;
   std::uint64_t lastReading_ = 0;
   /// The display type as the tag has it, empty without one.

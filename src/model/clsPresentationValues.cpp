@@ -32,6 +32,7 @@ void clsPresentation::FillValues(bool requery) try {
     const ConnectionList connections = connections_;
     for (const auto& connection : connections) connection->Requery(true);
   }
+  const BlankedTexts blanked = std::exchange(blanked_, {});
   modSlides::ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
     const std::string slideNumber = std::to_string(slide.SlideIndex());
     Log(DebugKind::Information, slideNumber + "FillingValues:New slide:");
@@ -43,7 +44,9 @@ void clsPresentation::FillValues(bool requery) try {
     modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
       if (modDebug::DebugOn) Log(DebugKind::Event, "FillingValues:New shape:" + shape->Name());
       link.ShapeItem(shape);
-      if (link.LumenfoldEnabled()) FillLink(slide, link);
+      if (!link.LumenfoldEnabled()) return;
+      ShowAgain(blanked, slide, *shape);
+      FillLink(slide, link);
     });
     if (meterShown_) host::Current().progressMeter->Step();
   });
@@ -85,7 +88,17 @@ void clsPresentation::FillConnection(std::string_view tagNumber) try {
   modErrors::CatchError(modErrors::FillingValues);
 }
 
-void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) {
+/// What a save has blanked shows what it did, also where no source answers now.
+void clsPresentation::ShowAgain(const BlankedTexts& blanked, const PowerPoint::Slide& slide,
+                                PowerPoint::Shape& shape) try {
+  const auto text = blanked.find({slide.SlideIndex(), shape.Id()});
+  if (text != blanked.end()) shape.TextFrame()->TextRange()->Text(text->second);
+} catch (...) {
+  modErrors::CatchError(modErrors::FillingValues);
+}
+
+/// A shape that cannot be filled is reported and keeps no other from being filled.
+void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) try {
   PowerPoint::Shape& shape = *link.ShapeItem();
   const std::int32_t displayType = modGlobalFunctions::CurrentDisplayType;
   switch (static_cast<SourceType>(link.SourceType())) {
@@ -108,6 +121,10 @@ void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) {
     case SourceType::NotLinked:
       return;
   }
+} catch (...) {
+  modErrors::SetLastError();
+  Log(DebugKind::Error, link.ShapeItem()->Name() + ":" + modErrors::LastError.Description);
+  modErrors::ReportError(modErrors::FillingValues);
 }
 
 void clsPresentation::FillClock(const clsShape& link, std::int32_t displayType) {
@@ -159,23 +176,17 @@ void clsPresentation::FillField(PowerPoint::Slide& slide, const clsShape& link,
   }
 }
 
-/// A chart that cannot be refilled is reported and keeps no other shape from being filled.
-void clsPresentation::FillGraph(const clsShape& link) try {
+void clsPresentation::FillGraph(const clsShape& link) {
   const auto connection = ReadyConnection(link.ConnectionTagNumber());
   if (connection) modGraph::FillGraph(*link.ShapeItem(), *connection);
-} catch (...) {
-  modErrors::CatchError(modErrors::FillingValues);
 }
 
-/// As a chart.
-void clsPresentation::FillTable(const clsShape& link, std::int32_t displayType) try {
+void clsPresentation::FillTable(const clsShape& link, std::int32_t displayType) {
   const auto connection = ReadyConnection(link.ConnectionTagNumber());
   if (!connection) return;
   PowerPoint::Shape& shape = *link.ShapeItem();
   modTable::WriteCells(
       shape, modTable::ReadCells(shape, *connection, /*firstRow=*/1, static_cast<std::int16_t>(displayType)));
-} catch (...) {
-  modErrors::CatchError(modErrors::FillingValues);
 }
 
 void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType) try {
@@ -207,27 +218,36 @@ void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType)
 
 void clsPresentation::PrepareSave() try {
   if (!modTags::HasVersionTag(*presentation_)) return;
-  modSlides::ForEachSlide(*presentation_, [](PowerPoint::Slide& slide) {
+  modSlides::ForEachSlide(*presentation_, [this](PowerPoint::Slide& slide) {
     clsShape link;
     modSlides::ForEachShape(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
       link.ShapeItem(shape);
-      if (!link.LumenfoldEnabled()) return;
-      if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) {
-        modGraph::RestoreGraph(*shape);
-        modTable::RestoreTable(*shape);
-      }
-      bool isDone = false;
-      if (link.SourceType() == static_cast<std::int32_t>(SourceType::LinkedObject)) {
-        modGlobalFunctions::IgnoreErrors([&] {
-          modLinkedFiles::ShowOwnContent(*shape);
-          isDone = true;
-        });
-      }
-      if (!isDone && shape->HasTextFrame() && shape->TextFrame()->HasText()) {
-        shape->TextFrame()->TextRange()->Text(" ");
-      }
+      if (link.LumenfoldEnabled()) Blank(slide, link);
     });
   });
+} catch (...) {
+  modErrors::CatchError();
+}
+
+/// One that cannot be blanked is reported, and leaves no value in the others.
+void clsPresentation::Blank(const PowerPoint::Slide& slide, const clsShape& link) try {
+  PowerPoint::Shape& shape = *link.ShapeItem();
+  if (link.SourceType() == static_cast<std::int32_t>(SourceType::Graph)) {
+    modGraph::RestoreGraph(shape);
+    modTable::RestoreTable(shape);
+  }
+  bool isDone = false;
+  if (link.SourceType() == static_cast<std::int32_t>(SourceType::LinkedObject)) {
+    modGlobalFunctions::IgnoreErrors([&] {
+      modLinkedFiles::ShowOwnContent(shape);
+      isDone = true;
+    });
+  }
+  if (isDone || !shape.HasTextFrame() || !shape.TextFrame()->HasText()) return;
+  const auto range = shape.TextFrame()->TextRange();
+  // Of two saves in a row the first found what the shape showed.
+  blanked_.try_emplace({slide.SlideIndex(), shape.Id()}, range->Text());
+  range->Text(" ");
 } catch (...) {
   modErrors::CatchError();
 }

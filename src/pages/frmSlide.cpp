@@ -104,7 +104,7 @@ void frmSlide::ShowState() {
 }
 
 void frmSlide::ShowHides() {
-  const auto connections = modSlideRows::RowsOf(*Presentation(), modSlideRows::ConnectionNumbers(*slide_));
+  const auto connections = modSlideRows::RowsOf(*Presentation(), modSlideRows::ShownOn(*slide_));
   if (connections.empty())
     return lblHides_.Text("Nothing on this slide is linked to data, so it never hides.");
   std::size_t withRows = 0;
@@ -118,8 +118,9 @@ void frmSlide::ShowHides() {
   }
   const bool hides = modSlideRows::Hides(properties_, connections);
   lblHides_.Text("now: " + std::to_string(withRows) + " of " + std::to_string(connections.size()) +
-                     " connection" + (connections.size() == 1 ? " has" : "s have") + " rows, the slide " +
-                     (hides ? "hides" : "shows") +
+                     " connection" + (connections.size() == 1 ? " has" : "s have") + " rows" +
+                     (hides && withRows > 0 ? ", but none with a value that a shape shows" : "") +
+                     ", the slide " + (hides ? "hides" : "shows") +
                      (unknown.empty() ? "" : " (no answer yet: " + unknown + ")"),
                  hides ? Forms::Severity::Warning : Forms::Severity::Plain);
 }

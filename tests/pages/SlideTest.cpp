@@ -40,6 +40,21 @@ TEST_F(SlideTest, NothingSelectedShowsTheSlideWithItsSwitches) {
   EXPECT_EQ(view.Text("lblHides"), "now: 0 of 2 connections have rows, the slide shows (no answer yet: 009)");
 }
 
+TEST_F(SlideTest, ForetellsByValuesAsAShowJudges) {
+  Dock({});
+  AddField("a", 9);
+  view.Check("chkHideWhenNoData", true);
+  EXPECT_EQ(view.Text("lblHides"),
+            "now: 1 of 1 connection has rows, but none with a value that a shape shows, the slide hides");
+  AddField("gone", 1, "No such column");
+  modPages::Refresh(presentation);
+  EXPECT_EQ(view.Text("lblHides"), "now: 1 of 1 connection has rows, the slide shows");
+  slide.shapes.pop_back();
+  AddField("b", 1);
+  modPages::Refresh(presentation);
+  EXPECT_EQ(view.Text("lblHides"), "now: 1 of 1 connection has rows, the slide shows");
+}
+
 TEST_F(SlideTest, ScrollEntriesAreAddedChangedAndRemoved) {
   AddField("a", 1);
   AddField("b", 2);

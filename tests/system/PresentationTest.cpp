@@ -210,6 +210,42 @@ TEST_F(PresentationTest, SavingBlanksLinkedTextsOnly) {
   EXPECT_EQ(field.text, "4");
 }
 
+TEST_F(PresentationTest, AShapeWhoseSourceFailsShowsAfterASaveWhatItShowedBefore) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  fakes::Shape& field = AddField(slide, "p", "Price", 1);
+  fakes::Shape& other = AddField(host->Add(), "p", "Item", 1);
+  presentation.ActivePresentation(host);
+  machine.files.files.erase("/decks/prices.txt");
+  EXPECT_THROW(presentation.Connections()[0]->Requery(true), basic::Error);
+  for (int save = 0; save < 2; ++save) {
+    presentation.PrepareSave();
+    EXPECT_EQ(field.text + other.text, "  ");
+  }
+  presentation.FillValues(false);
+  EXPECT_EQ(field.text, "3");
+  EXPECT_EQ(other.text, "Tea");
+  // Once: what shapes show later is their own affair.
+  field.text = "by hand";
+  presentation.FillValues(false);
+  EXPECT_EQ(field.text, "by hand");
+}
+
+TEST_F(PresentationTest, AShapeThatTakesNoTextKeepsNoOtherFromBeingFilledOrBlanked) {
+  Link();
+  fakes::Slide& slide = host->Add();
+  slide.AddClock("hh:nn").hasTextFrame = false;
+  slide.AddChart("chart").fails = true;
+  fakes::Shape& field = AddField(slide, "p", "Price", 1);
+  presentation.ActivePresentation(host);
+  EXPECT_EQ(field.text, "3");
+  ASSERT_EQ(machine.messageBox.shown.size(), 2U);
+  EXPECT_EQ(machine.messageBox.shown[0].text,
+            "Error while filling values. \r\nshape clock has no text frame");
+  presentation.PrepareSave();
+  EXPECT_EQ(field.text, " ");
+}
+
 TEST_F(PresentationTest, ChartsTakeAllRowsWhileValuesAreOnDisplay) {
   Link(3);
   fakes::Slide& slide = host->Add();

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 
 #include "basic/Conversion.h"
@@ -21,6 +20,7 @@ using json::Json;
 namespace {
 
 using LF2000::modSlideRows::ConnectionRows;
+using LF2000::modSlideRows::ShownData;
 
 /// CSS px, to a hundredth.
 double pixels(double points) {
@@ -123,14 +123,15 @@ LF2000::clsSlide propertiesOf(deck::Presentation& deck, int slide) {
   return properties;
 }
 
-/// The connections whose rows decide whether the slide shows.
+/// The connections whose values decide whether the slide shows.
 std::vector<ConnectionRows> rowsFor(const LF2000::clsPresentation& model,
                                     const std::vector<LinkedShape>& links) {
-  std::set<std::string> numbers;
+  std::vector<ShownData> shown;
   for (const LinkedShape& link : links) {
-    if (!link.connection.empty()) numbers.insert(link.connection);
+    const bool isWhole = typeOf(link) == LF2000::SourceType::Graph;
+    if (!link.connection.empty()) shown.push_back({link.connection, link.column, link.row, isWhole});
   }
-  return LF2000::modSlideRows::RowsOf(model, numbers);
+  return LF2000::modSlideRows::RowsOf(model, shown);
 }
 
 /// As a sentence without its subject; null when it does not hide.
@@ -140,7 +141,12 @@ Json hidesJson(const LF2000::clsSlide& properties, const LF2000::clsPresentation
   const auto connections = rowsFor(model, links);
   if (!LF2000::modSlideRows::Hides(properties, connections)) return nullptr;
   std::string numbers;
-  for (const ConnectionRows& each : connections) numbers += (numbers.empty() ? "" : ", ") + each.Number;
+  bool hasRows = false;
+  for (const ConnectionRows& each : connections) {
+    numbers += (numbers.empty() ? "" : ", ") + each.Number;
+    hasRows = hasRows || each.Rows.value_or(0) > 0;
+  }
+  if (hasRows) return "no shape shows a value";
   const bool isOne = connections.size() == 1;
   return (isOne ? "connection " : "connections ") + numbers + (isOne ? " has no rows" : " have no rows");
 }
