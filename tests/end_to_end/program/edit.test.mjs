@@ -1,9 +1,11 @@
 // A deck at the desk: what its server tells windows, what it does for them, and what it keeps to itself.
 
 import assert from "node:assert/strict";
-import { mkdirSync, readFileSync, rmSync, symlinkSync } from "node:fs";
+import { execFileSync } from "node:child_process";
+import { mkdirSync, readFileSync, rmSync, symlinkSync, writeFileSync } from "node:fs";
 import { describe, it } from "node:test";
 import { digest } from "../support/deck.mjs";
+import { linkedPictureDeck } from "../support/driven_deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { until } from "../support/wait.mjs";
 
@@ -140,6 +142,11 @@ describe("a desk", { concurrency: 2 }, () => {
     const says = (text) => () => form.controls.lblHides.Text === text;
     await window.until("what the page says", says("now: 1 of 1 connection has rows, the slide shows"));
     assert.equal(window.state.slide.hides, null);
+
+    await window.do("link", { ...link, row: 8, shapes: [window.shape("p1 Item").id] });
+    await window.until("what a show would do", ({ slide: { hides } }) => hides === "no shape shows a value");
+    await window.do("commands/undo");
+    await window.do("selection", { slide, shapes: [] });
 
     await window.do("preview", { with: "none" });
     await window.until("blank shapes", () => ["p1 Item", "p2 Item"].every((name) => window.shape(name).text.trim() === ""));
@@ -292,6 +299,52 @@ describe("a desk", { concurrency: 2 }, () => {
     window = await desk.openWindow();
     await window.until("the data", ({ connections }) => connections[0].state === "fresh");
     assert.deepEqual(window.state.notices, []);
+  });
+
+  it("reads no linked picture from elsewhere unasked, and asks again for what a newer version brings along", async (t) => {
+    const sandbox = new Sandbox(t);
+    const picture = sandbox.path("far.svg");
+    writeFileSync(picture, '<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9"><title>far away</title></svg>');
+    const deck = linkedPictureDeck(sandbox, picture);
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    const slide = window.state.slides[1];
+    // What the slide's pictures hold.
+    const pictures = async () => {
+      const { html } = (await desk.get(`slides/${slide.id}`)).json;
+      const names = html.match(/assets\/[0-9a-f]+\/[\w.-]+/g) ?? [];
+      return (await Promise.all(names.map(async (name) => (await desk.ask("GET", `/${name}`)).text))).join();
+    };
+    const asks = ({ notices }) => notices.find(({ actions }) => actions.some(({ id }) => id === "open"));
+    assert.equal(asks(window.state).text, `This deck asks for data from ${picture}.`);
+    assert.ok(!(await pictures()).includes("far away"));
+    await window.do(`notices/${asks(window.state).id}/open`);
+    await window.until("the picture drawn", ({ slides }) => slides[1].drawn > slide.drawn);
+    assert.ok((await pictures()).includes("far away"));
+
+    const elsewhere = sandbox.write("elsewhere.txt", [["Item"], ["from elsewhere"]]);
+    sandbox.done("connection", deck, "add", "--description", "Far", "--file", elsewhere, "--header");
+    const notice = await window.until("the question", asks);
+    assert.equal(notice.text, `This deck asks for data from ${elsewhere}.`);
+    assert.equal(window.state.connections[0].state, "opening");
+    assert.ok((await pictures()).includes("far away"), "what was agreed to stays so");
+    await window.do(`notices/${notice.id}/open`);
+    await window.until("the data", ({ connections }) => connections[0].state === "fresh");
+  });
+
+  it("changes nothing in a database, whatever a statement says", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const sqlite = (sql) => execFileSync("sqlite3", [sandbox.path("shop/stock.db"), sql], { encoding: "utf8" }).trim();
+    sqlite("CREATE TABLE stock (Item TEXT)");
+    const statement = "SELECT Item FROM stock; DROP TABLE stock";
+    const source = ["--connection-string", "Provider=SQLite;Data Source=stock.db", "--sql", statement];
+    sandbox.run("connection", deck, "add", "--description", "Stock", ...source);
+    sqlite("CREATE TABLE IF NOT EXISTS stock (Item TEXT); INSERT INTO stock VALUES ('Rye')");
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    const failing = await window.until("the failure", ({ connections: [first] }) => first.state === "failing" && first);
+    assert.match(failing.message, /holds several statements/);
+    assert.equal(sqlite("SELECT Item FROM stock"), "Rye");
   });
 
   it("says no stored password in any of its answers, and takes no body that is too long", async (t) => {
