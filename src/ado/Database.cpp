@@ -72,12 +72,48 @@ bool isTable(const Source& source) {
          (source.kind == Source::Kind::Either && !isStatement(source.text));
 }
 
-void execute(const Statement& statement, const Source& source, const std::string& quote) {
+/// What is read while it lives changes nothing. No longer than that: a pooler may hand the session to others.
+class ReadingTransaction {
+ public:
+  /// `begin`: the statement that begins it; empty for none.
+  ReadingTransaction(SQLHDBC connection, const std::string& begin) : connection_(connection), begin_(begin) {
+    if (!begin_.empty()) run(begin_);
+  }
+  ~ReadingTransaction() { end(); }
+  ReadingTransaction(const ReadingTransaction&) = delete;
+  ReadingTransaction& operator=(const ReadingTransaction&) = delete;
+
+  /// After a failure, behind which databases may do nothing more in it.
+  void beginAnew() const {
+    end();
+    if (!begin_.empty()) run(begin_);
+  }
+
+ private:
+  void run(const std::string& sql) const {
+    const Statement statement(connection_);
+    if (statement.execute(sql)) return;
+    throw basic::Error(basic::AdapterError, "ADODB.Recordset",
+                       diagnosisOf(HandleKind::Statement, statement.handle()).words);
+  }
+  /// What has gone with its connection has ended.
+  void end() const try {
+    if (!begin_.empty()) run("ROLLBACK");
+  } catch (const basic::Error&) {
+  }
+
+  SQLHDBC connection_;
+  const std::string& begin_;
+};
+
+void execute(const Statement& statement, const Source& source, const std::string& quote,
+             const ReadingTransaction& transaction) {
   const auto select = [](const std::string& table) { return "SELECT * FROM " + table; };
   if (statement.execute(isTable(source) ? select(quotedTableName(source.text, quote)) : source.text)) return;
   const Diagnosis diagnosis = diagnosisOf(HandleKind::Statement, statement.handle());
   // In quotes the case of letters counts, which the author may not have meant.
   const bool again = isTable(source) && saysNoSuchTable(diagnosis.state) && isPlainName(source.text);
+  if (again) transaction.beginAnew();
   if (again && statement.execute(select(source.text))) return;
   throw basic::Error(basic::AdapterError, "ADODB.Recordset", diagnosis.words);
 }
@@ -186,7 +222,6 @@ Database::Database(Target target) : target_(std::move(target)) {
     }
     connected_ = true;
     dialect_ = askDialect();
-    if (target_.isReadOnly) changeNothing();
   } catch (...) {
     disconnect();
     throw;
@@ -208,6 +243,7 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
   const auto leaveIfStopped = [&slot] {
     if (slot.stopped()) throw basic::Error(basic::AdapterError, "ADODB.Recordset", "stopped");
   };
+  const ReadingTransaction transaction(connection_, dialect_.beginReading);
   const Statement statement(connection_);
   {
     // Interrupted between rows, drivers free those that are being read, so that
@@ -221,7 +257,7 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
     } else {
       const bool isQuoted = isTable(source) && !dialect_.quote.empty();
       if (target_.isReadOnly && !isQuoted) requireOneStatement(source.text);
-      execute(statement, source, dialect_.quote);
+      execute(statement, source, dialect_.quote, transaction);
     }
   }
   leaveIfStopped();
@@ -235,20 +271,6 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
 void Database::fail(const std::string& what, const std::string& words) const {
   throw basic::Error(basic::AdapterError, "ADODB.Connection",
                      withoutSecrets("Cannot " + what + ": " + words + ".", target_.secrets));
-}
-
-/// SQLite has been told already (SqliteReadOnly).
-void Database::changeNothing() const {
-  const std::string database = infoText(SQL_DBMS_NAME);
-  const char* const setting = database == "PostgreSQL" ? "SET default_transaction_read_only = on"
-                              : database == "MariaDB" || database == "MySQL"
-                                  ? "SET SESSION TRANSACTION READ ONLY"
-                                  : nullptr;
-  if (setting == nullptr) return;
-  const Statement statement(connection_);
-  if (statement.execute(setting)) return;
-  fail("read '" + target_.shown + "' without a right to change it",
-       diagnosisOf(HandleKind::Statement, statement.handle()).words);
 }
 
 void Database::requireOneStatement(const std::string& sql) const {
@@ -276,6 +298,12 @@ Dialect Database::askDialect() const {
   dialect.interruptible = !dialect.looseTypes;
   dialect.trueSizes =
       driver.find("maodbc") != std::string::npos || driver.find("tdsodbc") != std::string::npos;
+  if (target_.isReadOnly) {
+    // SQLite has been told already (SqliteReadOnly).
+    const std::string database = infoText(SQL_DBMS_NAME);
+    if (database == "PostgreSQL") dialect.beginReading = "BEGIN TRANSACTION READ ONLY";
+    if (database == "MariaDB" || database == "MySQL") dialect.beginReading = "START TRANSACTION READ ONLY";
+  }
   SQLUINTEGER extensions = 0;
   SQLGetInfo(connection_, SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
   constexpr SQLUINTEGER Needed = SQL_GD_BOUND | SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER;

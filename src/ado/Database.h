@@ -26,6 +26,8 @@ struct Dialect {
   /// The driver can be interrupted from another thread while it executes. That
   /// for SQLite frees what it is working on.
   bool interruptible = true;
+  /// Begins a transaction in which nothing is changed, where that is wanted and the database knows it.
+  std::string beginReading;
 };
 
 /// What a recordset is opened on.
@@ -57,8 +59,6 @@ class Database {
  private:
   [[noreturn]] void fail(const std::string& what, const std::string& words) const;
   [[nodiscard]] Dialect askDialect() const;
-  /// As far as the database has words for it.
-  void changeNothing() const;
   void requireOneStatement(const std::string& sql) const;
   [[nodiscard]] std::string infoText(std::uint16_t info) const;
   void disconnect() noexcept;
