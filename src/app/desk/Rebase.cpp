@@ -46,9 +46,9 @@ std::optional<std::string> valueOf(const TagValues& values, const std::string& n
 
 /// Theirs with these values in place of those of the system, in the order of ours.
 std::vector<deck::Tag> tagsOnto(const OwnerState& theirs, const OwnerState& ours, TagValues values) {
-  const auto model = std::find_if(theirs.tags.begin(), theirs.tags.end(), isOurs);
-  const auto& grouped = model == theirs.tags.end() ? theirs.tags.begin() : model;
-  const std::size_t group = grouped == theirs.tags.end() ? 0 : grouped->group;
+  auto model = std::find_if(theirs.tags.begin(), theirs.tags.end(), isOurs);
+  if (model == theirs.tags.end()) model = theirs.tags.begin();
+  const std::size_t group = model == theirs.tags.end() ? 0 : model->group;
   std::vector<deck::Tag> tags = theirs.tags;
   std::erase_if(tags, isOurs);
   for (const auto* side : {&ours.tags, &theirs.tags}) {
