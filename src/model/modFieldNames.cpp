@@ -139,6 +139,12 @@ Mark ReadMark(std::string_view inner) {
 
 }  // namespace
 
+bool CanBeLinked(std::string_view column) {
+  constexpr unsigned char FirstPrintable = ' ';
+  return std::none_of(column.begin(), column.end(),
+                      [](char c) { return static_cast<unsigned char>(c) < FirstPrintable; });
+}
+
 ColumnNames::ColumnNames(std::vector<std::string> columns) : columns_(std::move(columns)) {
   for (std::size_t i = 1; i < columns_.size(); ++i) {
     if (columns_[i].empty()) continue;

@@ -16,6 +16,9 @@ struct Field {
   std::int32_t Row = 0;
 };
 
+/// Whether a link can hold the column's name: tags keep no control characters, a tab among them.
+[[nodiscard]] bool CanBeLinked(std::string_view column);
+
 /// The columns of a connection, in any case of letters.
 class ColumnNames {
  public:

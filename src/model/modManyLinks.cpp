@@ -50,8 +50,10 @@ class SlidePlan {
       }
       value.Column = *column;
     }
-    if (value.Column.find(modTags::FieldSeparator) != std::string::npos) {
-      return HinderShape(*shape, "is for a column whose name holds a tab, which no link can store");
+    if (!modFieldNames::CanBeLinked(value.Column)) {
+      return HinderShape(*shape,
+                         "is for a column whose name holds a tab or another control character, which "
+                         "no link can store");
     }
     plan_.Links.push_back({index_, shape, linkable.What, source.Connection, std::move(value)});
   }

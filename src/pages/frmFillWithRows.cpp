@@ -102,7 +102,7 @@ void frmFillWithRows::ShowColumns() {
   Forms::Places places;
   const std::vector<std::string> columns = connection ? connection->Columns() : std::vector<std::string>(1);
   for (std::size_t i = 1; i < columns.size(); ++i) {
-    if (columns[i].empty() || columns[i].find('\t') != std::string::npos) continue;
+    if (columns[i].empty() || !modFieldNames::CanBeLinked(columns[i])) continue;
     const bool isChosen = std::find(chosen.begin(), chosen.end(), basic::UCase(columns[i])) != chosen.end();
     if (isChosen) places.push_back(static_cast<std::int64_t>(items.size()));
     items.push_back({columns[i]});

@@ -150,8 +150,9 @@ void frmValuePage::cmbConnection_Change() {
 void frmValuePage::TakeColumn(bool isLeft) {
   const std::string text = cmbColumn_.Text();
   if (text == Various || text == Common(&Draft::Column)) return;
-  if (text.find('\t') != std::string::npos) {
-    return Complain(cmbColumn_, "A column whose name holds a tab cannot be linked.");
+  if (!modFieldNames::CanBeLinked(text)) {
+    return Complain(cmbColumn_,
+                    "A column whose name holds a tab or another control character cannot be linked.");
   }
   if (basic::Trim(text).empty()) {
     if (isLeft) Complain(cmbColumn_, "Choose a column.");

@@ -90,10 +90,12 @@ void frmValuePage::ShowColumns() {
   const std::vector<std::string> columns = connection->Columns();
   for (std::size_t i = 1; i < columns.size(); ++i) {
     if (columns[i].empty()) continue;
-    const bool hasTab = columns[i].find('\t') != std::string::npos;
-    std::string note = hasTab ? "holds a tab" : "";
-    if (!hasTab && columns.size() <= MostNotes) note = PresentValue(number, columns[i], drafts_.front().Row);
-    items.push_back({columns[i], std::move(note), !hasTab});
+    const bool canBeLinked = modFieldNames::CanBeLinked(columns[i]);
+    std::string note = canBeLinked ? "" : "holds a control character";
+    if (canBeLinked && columns.size() <= MostNotes) {
+      note = PresentValue(number, columns[i], drafts_.front().Row);
+    }
+    items.push_back({columns[i], std::move(note), canBeLinked});
   }
   cmbColumn_.Items(std::move(items));
   cmbColumn_.State(Forms::ListState::Ready);

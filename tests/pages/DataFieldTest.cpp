@@ -52,11 +52,11 @@ TEST_F(DataFieldTest, WrongInputIsComplainedAboutInItsFieldAndWritesNothing) {
     const char* text;
     const char* problem;
   } cases[] = {
-      {"txtRow", "0", "Rows count from 1"},     {"txtRow", "-1", "Rows count from 1"},
-      {"txtRow", "1000000001", "Rows count"},   {"txtRow", "1e9", "A row is a number from 1"},
-      {"txtRow", "abc", "A row is a number"},   {"txtRow", "", "A row is a number"},
-      {"cmbColumn", "a\tb", "holds a tab"},     {"cmbColumn", "Gate", "'Gate' is not in 001."},
-      {"cmbColumn", "Pricey", "is not in 001"},
+      {"txtRow", "0", "Rows count from 1"},           {"txtRow", "-1", "Rows count from 1"},
+      {"txtRow", "1000000001", "Rows count"},         {"txtRow", "1e9", "A row is a number from 1"},
+      {"txtRow", "abc", "A row is a number"},         {"txtRow", "", "A row is a number"},
+      {"cmbColumn", "a\tb", "holds a tab"},           {"cmbColumn", "a\x01", "control character"},
+      {"cmbColumn", "Gate", "'Gate' is not in 001."}, {"cmbColumn", "Pricey", "is not in 001"},
   };
   for (const auto& c : cases) {
     view.Set(c.control, c.text);
