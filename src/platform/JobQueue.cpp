@@ -80,6 +80,7 @@ void JobQueue::workOff() {
     explicit Turn(JobQueue& of) : queue(of) {}
     ~Turn() {
       queue.isPosted_ = false;
+      queue.done_ = queue.waiting_.empty() ? 0 : queue.done_ + 1;
       queue.post();
       queue.tell();
     }
@@ -130,12 +131,20 @@ void JobQueue::cancel(Entry& entry, JobEnd::Kind why) {
 
 std::vector<JobQueue::View> JobQueue::current() const {
   std::vector<View> views;
-  const auto add = [&](const Entry& entry) {
+  const auto add = [&](const Entry& entry) -> View& {
     const host::Job& job = entry.job();
-    views.push_back({entry.id(), job.Caption, entry.HasBegun(), entry.Elapsed(), job.Deadline,
-                     !entry.HasBegun() || job.Cancel != nullptr, entry.asked != JobEnd::Kind::Done});
+    return views.emplace_back(View{entry.id(), job.Caption, entry.HasBegun(), entry.Elapsed(), job.Deadline,
+                                   !entry.HasBegun() || job.Cancel != nullptr,
+                                   entry.asked != JobEnd::Kind::Done});
   };
-  if (running_) add(*running_);
+  if (running_) {
+    View& view = add(*running_);
+    const std::uint64_t all = done_ + 1 + waiting_.size();
+    if (all > 1) {
+      view.step = done_;
+      view.maximum = all;
+    }
+  }
   for (const auto& entry : waiting_) add(*entry);
   return views;
 }

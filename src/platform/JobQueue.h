@@ -41,6 +41,10 @@ class JobQueue final : public host::Jobs {
     bool canCancel = false;
     /// It was asked to end early and has not ended yet.
     bool isEnding = false;
+    /// Of the one under way, where others were asked for with it: how many of them are done, and how many
+    /// there are, itself included. Else 0.
+    std::uint64_t step = 0;
+    std::uint64_t maximum = 0;
   };
   /// The one under way, then those that wait.
   [[nodiscard]] std::vector<View> current() const;
@@ -71,6 +75,8 @@ class JobQueue final : public host::Jobs {
   std::unique_ptr<host::Timer> beat_;
   std::int64_t toldSecond_ = 0;
   std::uint64_t lastId_ = 0;
+  /// Since nothing waited last.
+  std::uint64_t done_ = 0;
   bool isPosted_ = false;
   /// What was posted may come when the queue is gone.
   std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);

@@ -68,6 +68,20 @@ struct JobQueueTest : testing::Test {
 
 using Log = std::vector<std::string>;
 
+TEST_F(JobQueueTest, TellsHowManyOfThoseAskedForTogetherAreDone) {
+  std::vector<std::string> steps;
+  loop.onDoEvents = [&] {
+    loop.Advance(50);
+    const JobQueue::View view = queue.current().front();
+    steps.push_back(view.caption + " " + std::to_string(view.step) + "/" + std::to_string(view.maximum));
+  };
+  for (const char* caption : {"a", "b", "c"}) queue.Start(waiting(caption, 50));
+  runBottom();
+  queue.Start(waiting("alone", 50));
+  runBottom();
+  EXPECT_EQ(steps, (std::vector<std::string>{"a 0/3", "b 1/3", "c 2/3", "alone 0/0"}));
+}
+
 TEST_F(JobQueueTest, OneAfterTheOtherAndNeverWithinAnother) {
   const auto first = queue.Start(waiting("a", 200));
   EXPECT_TRUE(log.empty()) << "nothing is done in the handler that asks for it";

@@ -152,8 +152,8 @@ Json Desk::jobsJson() const {
                     {"caption", job.caption},
                     {"seconds", job.elapsed / second},
                     {"deadline", job.deadline / second},
-                    {"step", 0},
-                    {"maximum", 0},
+                    {"step", job.step},
+                    {"maximum", job.maximum},
                     {"canCancel", job.canCancel && !job.isEnding}});
   }
   return json;
@@ -252,6 +252,7 @@ void Desk::flush() {
 void Desk::settle() {
   edited_->endStep();
   recountNewer();
+  open_->preview(preview_);
   const bool isEdited = open_->slides.takeEdits();
   open_->sources.look();
   Json known = Json::array({nameOf(preview_)});

@@ -220,11 +220,7 @@ void DeskRequests::setPreview(DeskWindow&, const Json& body) const {
     throw web::Refusal(400, "Slides are previewed with today, none or longest.");
   }
   parts_.preview = preview;
-  for (const auto& connection : parts_.open.model->Connections()) {
-    if (!connection->RecordsetReady()) continue;
-    connection->Preview(preview);
-    parts_.open.model->FillConnection(connection->ConnectionTagNumber());
-  }
+  parts_.open.preview(preview);
 }
 
 Json DeskRequests::form(DeskWindow& window, const Words& words, const Json& body) const {

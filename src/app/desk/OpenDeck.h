@@ -24,6 +24,10 @@ struct OpenDeck {
         slides(presentation, loop, problems, std::move(assetPrefix), std::move(changed)),
         sources(model) {}
 
+  /// Shapes see these rows of every connection that has data, also of one that was opened since it was said
+  /// last. Cheap when they do already.
+  void preview(LF2000::DataPreview rows) const;
+
   std::shared_ptr<deck::Presentation> presentation;
   std::shared_ptr<LF2000::clsPresentation> model;
   DeskSlides slides;

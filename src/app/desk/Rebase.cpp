@@ -59,6 +59,8 @@ std::vector<deck::Tag> tagsOnto(const OwnerState& theirs, const OwnerState& ours
   return tags;
 }
 
+bool isOfShape(const deck::OwnerId& owner) { return !owner.isPresentation() && !owner.isSlide(); }
+
 /// What we have made of `before`, put onto what they have made of it. The tags of a shape are one link; those
 /// of slides and of the presentation stand each for themselves.
 Merged merge(const deck::OwnerId& owner, const OwnerState& before, const OwnerState& ours,
@@ -73,7 +75,7 @@ Merged merge(const deck::OwnerId& owner, const OwnerState& before, const OwnerSt
     isDisputed = isDisputed || isBoth;
     return m == b || (isBoth && !takesOurs);
   };
-  if (!owner.isPresentation() && !owner.isSlide()) {
+  if (isOfShape(owner)) {
     if (!isSettled(was, mine, others)) values = mine;
   } else {
     TagValues names = was;
@@ -114,9 +116,8 @@ void Rebase::add(const OwnerChange& edit) {
     disputed_.push_back(edit);
     return;
   }
-  const std::string& name = edit.after->name;
-  const bool isNameDisputed =
-      edit.before->name != name && edit.before->name != theirs->name && name != theirs->name;
+  const bool isNameDisputed = edit.before->name != edit.after->name && edit.before->name != theirs->name &&
+                              edit.after->name != theirs->name;
   if (!isNameDisputed && !merge(edit.owner, *edit.before, *edit.after, *theirs).isDisputed) {
     clean_.push_back(edit);
     return;
@@ -162,7 +163,9 @@ OwnerChanges Rebase::apply() {
   OwnerChanges changes;
   for (const OwnerChange& edit : clean_) put(edit, /*takesOurs=*/true, changes);
   for (std::size_t i = 0; i < conflicts_.size(); ++i) {
-    if (!conflicts_[i].isGone) put(disputed_[i], conflicts_[i].takesOurs, changes);
+    const bool isShape = isOfShape(conflicts_[i].owner);
+    const bool isTheirs = conflicts_[i].isGone || (isShape && !conflicts_[i].takesOurs);
+    if (!isTheirs) put(disputed_[i], conflicts_[i].takesOurs, changes);
   }
   std::sort(changes.begin(), changes.end(),
             [](const OwnerChange& a, const OwnerChange& b) { return a.owner < b.owner; });
