@@ -4,19 +4,23 @@
 #include <string>
 #include <utility>
 
+#include "addin/support/modErrors.h"
 #include "host/services.h"
 
 namespace app {
 
-/// The desktop of an author who sits in front of a browser, perhaps of another machine: pages and help open
-/// there.
+/// The desktop of an author who sits in front of a browser, perhaps of another machine: pages, help and the
+/// errors log open there.
 class DeskShell final : public host::Shell {
  public:
-  /// `open` hears an address, of the web or below the desk's own. `usual` outlives this object.
-  DeskShell(host::Shell& usual, std::function<void(const std::string& url)> open)
-      : usual_(usual), open_(std::move(open)) {}
+  /// `open` hears an address, of the web or below the desk's own; `showLog` is asked for the errors log.
+  /// `usual` outlives this object.
+  DeskShell(host::Shell& usual, std::function<void(const std::string& url)> open,
+            std::function<void()> showLog)
+      : usual_(usual), open_(std::move(open)), showLog_(std::move(showLog)) {}
 
   bool ShellExecute(std::string_view verb, std::string_view file, std::int32_t showCommand) override {
+    if (file == LF2000::modErrors::ErrorLogFile()) return showLog_(), true;
     if (!file.starts_with("http://") && !file.starts_with("https://")) {
       return usual_.ShellExecute(verb, file, showCommand);
     }
@@ -37,6 +41,7 @@ class DeskShell final : public host::Shell {
  private:
   host::Shell& usual_;
   std::function<void(const std::string&)> open_;
+  std::function<void()> showLog_;
 };
 
 }  // namespace app

@@ -11,6 +11,7 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "ado/Errors.h"
 #include "app/desk/Desk.h"
+#include "app/desk/LogForm.h"
 #include "app/wiring/Failure.h"
 #include "basic/Format.h"
 #include "platform/Settings.h"
@@ -102,10 +103,12 @@ Desk::Desk(Environment& environment, Options options)
                 const std::string name = pictures_.nameOf(path);
                 return name.empty() ? name : assets_ + name;
               }}),
-      shell_(*host::Current().shell,
-             [this](const std::string& url) {
-               if (server_ != nullptr) server_->send(activeWindow(), "open", {{"url", url}});
-             }),
+      shell_(
+          *host::Current().shell,
+          [this](const std::string& url) {
+            if (server_ != nullptr) server_->send(activeWindow(), "open", {{"url", url}});
+          },
+          [] { std::make_shared<LogForm>()->Show(Forms::Placement::Dialog); }),
       roots_(rootsFor(options_.deck, options_.allowed)),
       access_(roots_),
       files_(*host::Current().files, access_),

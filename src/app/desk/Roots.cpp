@@ -63,7 +63,8 @@ std::optional<Entry> lookAt(const fs::directory_entry& found, const fs::path& ro
   std::error_code failed;
   Entry entry;
   entry.name = found.path().filename().string();
-  if (entry.name.starts_with('.')) return std::nullopt;
+  // Office programs mark with "~$" what they have open.
+  if (entry.name.starts_with('.') || entry.name.starts_with("~$")) return std::nullopt;
   if (found.is_symlink(failed)) {
     const fs::path target = fs::canonical(found.path(), failed);
     if (failed || !isWithin(target, root)) return std::nullopt;

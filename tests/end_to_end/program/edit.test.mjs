@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { mkdirSync, readFileSync, rmSync, symlinkSync, writeFileSync } from "node:fs";
+import { existsSync, mkdirSync, readFileSync, rmSync, symlinkSync, writeFileSync } from "node:fs";
 import { describe, it } from "node:test";
 import { digest } from "../support/deck.mjs";
 import { linkedPictureDeck } from "../support/driven_deck.mjs";
@@ -153,6 +153,13 @@ describe("a desk", { concurrency: 2 }, () => {
     assert.equal(window.state.slide.hides, "connection 001 has no rows");
     assert.deepEqual(window.state.slide.why, [{ connection: "001", description: "today", rows: 0, ok: false }]);
     assert.equal(window.state.slides[0].hides, window.state.slide.hides);
+    // Of a source that is connected meanwhile as well.
+    sandbox.write("shop/later.txt", [["Name"], ["Late"]]);
+    await window.do("connect", { kind: "text", path: "later.txt" });
+    const later = await window.form("frmTextConnection");
+    await window.until("the other preview", () => later.controls.lblFound.Text.includes("1 column"));
+    await window.raise(later, { control: "cmdOK", event: "click" });
+    await window.until("no rows", ({ connections: [, last] }) => last?.state === "fresh" && last.columns.length === 1 && last.rows === 0);
     await window.until("what the page says then", says("now: 0 of 1 connection has rows, the slide hides"));
     await window.do("preview", { with: "today" });
     await window.until("the data again", () => window.shape("p1 Item").text === "Rye bread" && window.state.slide.hides === null);
@@ -175,6 +182,17 @@ describe("a desk", { concurrency: 2 }, () => {
     await window.do(`notices/${told.id}/use`);
     await window.until("it mended", (state) => !gone(state) && state.deck.undo === "Use Items for 2 shapes");
     assert.equal(window.shape("p1 Item").link.column, "Items");
+  });
+
+  it("shows the errors log in the browser, without what could be a password", async (t) => {
+    const { sandbox, deck } = unlinkedShop(t);
+    const desk = await sandbox.edit(deck);
+    const window = await desk.openWindow();
+    sandbox.write("program/errors.txt", "11/22/2026 4:03:11 PM.500 No answer from db.\n11/22/2026 4:03:12 PM.500 No way in with PWD=hush;\nServer=x\n");
+    await window.do("press/cbrErrorsLog");
+    const { controls } = await window.form("frmErrorsLog");
+    assert.match(controls.txtLog.Text, /^11\/22\/2026 4:03:11 PM\.500 No answer from db\.\n.*4:03:12 PM \(left out here.*\)\n$/);
+    assert.ok(!existsSync(sandbox.path("opened")), "nothing opens on this machine");
   });
 
   it("moves the clocks of slides in sight", async (t) => {
