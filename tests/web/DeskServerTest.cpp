@@ -153,6 +153,43 @@ TEST_F(DeskServerTest, TellsAWindowWhatIsItsOwnAndAllOfItWhenItComesBack) {
   EXPECT_GT(state.id, said.id);
 }
 
+TEST_F(DeskServerTest, ForgetsAWindowThatHasBeenAwayForTenMinutes) {
+  const std::string authorization = "Authorization: Bearer s3cret\r\n";
+  const std::string stays = "ponmlkjihgfedcba";
+  std::chrono::steady_clock::time_point now;
+  int looks = 0;
+  options.heartbeat = std::chrono::milliseconds(5);
+  server = std::make_unique<DeskServer>(loop, desk, options, [&] {
+    ++looks;
+    return now;
+  });
+  Client client = connect();
+  client.open("/api/v1/desk/windows/" + window + "/events", authorization);
+  Client other = connect();
+  other.open("/api/v1/desk/windows/" + stays + "/events", authorization);
+  static_cast<void>(client.event());
+  client.close();
+  ASSERT_TRUE(runUntil(loop, [&] { return !server->isOpen(window); }));
+  // At each beat the clock is looked at once.
+  const auto passBeats = [&] {
+    const int some = looks + 3;
+    ASSERT_TRUE(runUntil(loop, [&] { return looks >= some; }));
+  };
+  now += DeskWindows::KeptFor;
+  passBeats();
+  EXPECT_THAT(desk.calls, ElementsAre("opened " + window, "opened " + stays));
+  now += std::chrono::seconds(1);
+  passBeats();
+  EXPECT_THAT(desk.calls, ElementsAre("opened " + window, "opened " + stays, "forgot " + window));
+
+  Client again = connect();
+  again.open("/api/v1/desk/windows/" + window + "/events", authorization);
+  static_cast<void>(again.event());
+  now += 2 * DeskWindows::KeptFor;
+  passBeats();
+  EXPECT_EQ("opened " + window, desk.calls.back()) << "who is there is not away, whatever the clock says";
+}
+
 TEST_F(DeskServerTest, ServesSoManyWindowsAndNoMore) {
   const std::string authorization = "Authorization: Bearer s3cret\r\n";
   std::vector<Client> clients;

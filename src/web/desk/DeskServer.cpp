@@ -9,9 +9,10 @@
 
 namespace web {
 
-DeskServer::DeskServer(boost::asio::io_context& loop, Desk& desk, Options options)
+DeskServer::DeskServer(boost::asio::io_context& loop, Desk& desk, Options options,
+                       std::function<Clock::time_point()> now)
     : options_(std::make_unique<const Options>(std::move(options))),
-      windows_(std::make_shared<DeskWindows>(loop, desk, *options_)),
+      windows_(std::make_shared<DeskWindows>(loop, desk, *options_, std::move(now))),
       routes_(std::make_unique<DeskRoutes>(desk, *windows_, *options_)) {
   listener_ = std::make_shared<Listener>(loop, *options_, *routes_);
   port_ = listener_->endpoint().port();

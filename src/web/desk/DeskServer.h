@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,9 +25,11 @@ class Listener;
 /// and must be called from there.
 class DeskServer {
  public:
+  using Clock = std::chrono::steady_clock;
   /// Listens at once. Throws basic::Error when it cannot, saying which port and what to do. `loop` and `desk`
-  /// outlive the server.
-  DeskServer(boost::asio::io_context& loop, Desk& desk, Options options);
+  /// outlive the server. By `now` it tells how long a window has been away.
+  DeskServer(boost::asio::io_context& loop, Desk& desk, Options options,
+             std::function<Clock::time_point()> now = &Clock::now);
   /// Cuts all connections; for a graceful end, stop() and run the loop first.
   ~DeskServer();
   DeskServer(const DeskServer&) = delete;

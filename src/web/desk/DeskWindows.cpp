@@ -10,8 +10,9 @@ namespace web {
 
 using boost::system::error_code;
 
-DeskWindows::DeskWindows(boost::asio::io_context& loop, Desk& desk, const Options& options)
-    : desk_(desk), options_(options), heart_(loop) {}
+DeskWindows::DeskWindows(boost::asio::io_context& loop, Desk& desk, const Options& options,
+                         std::function<Clock::time_point()> now)
+    : desk_(desk), options_(options), now_(std::move(now)), heart_(loop) {}
 
 void DeskWindows::start() {
   heart_.expires_after(options_.heartbeat);
@@ -23,12 +24,12 @@ void DeskWindows::start() {
 void DeskWindows::beat() {
   start();
   static const SharedMessage sign = messageOf("event: beat\ndata: {}\n\n");
-  const auto longest = std::chrono::minutes(10) / options_.heartbeat;
+  const Clock::time_point now = now_();
   std::vector<std::string> gone;
   for (auto& [name, window] : windows_) {
     window.channel.send(sign);
-    window.beatsAway = window.channel.size() > 0 ? 0 : window.beatsAway + 1;
-    if (window.beatsAway > longest) gone.push_back(name);
+    if (window.channel.size() > 0) window.seen = now;
+    if (now - window.seen > KeptFor) gone.push_back(name);
   }
   for (const std::string& name : gone) {
     windows_.erase(name);
@@ -50,7 +51,9 @@ bool DeskWindows::isOpen(const std::string& window) const {
 void DeskWindows::open(Connection connection, const std::string& window) {
   desk_.opened(window);
   const auto build = [this, window](std::uint64_t sequence) { return state(window, sequence); };
-  Channel& channel = windows_.try_emplace(window, build).first->second.channel;
+  Window& entry = windows_.try_emplace(window, build).first->second;
+  entry.seen = now_();
+  Channel& channel = entry.channel;
   // While nobody listened nothing was counted, and what the channel has of the state may be old.
   if (channel.size() == 0) channel.publish(build, std::chrono::steady_clock::now());
   channel.open(std::move(connection), options_);

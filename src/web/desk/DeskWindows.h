@@ -1,7 +1,9 @@
 #pragma once
 
 #include <boost/asio/steady_timer.hpp>
+#include <chrono>
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -15,13 +17,16 @@
 namespace web {
 
 /// The event streams of a desk's windows, a channel each, as no two windows show the same. A window without a
-/// stream is kept for ten minutes. After close() nobody is called.
+/// stream is kept for KeptFor. After close() nobody is called.
 class DeskWindows : public std::enable_shared_from_this<DeskWindows> {
  public:
   static constexpr std::size_t MostStreams = 16;
+  static constexpr std::chrono::minutes KeptFor{10};
+  using Clock = std::chrono::steady_clock;
 
   /// All outlive it.
-  DeskWindows(boost::asio::io_context& loop, Desk& desk, const Options& options);
+  DeskWindows(boost::asio::io_context& loop, Desk& desk, const Options& options,
+              std::function<Clock::time_point()> now);
 
   /// Begins to send signs of life.
   void start();
@@ -40,8 +45,8 @@ class DeskWindows : public std::enable_shared_from_this<DeskWindows> {
   struct Window {
     explicit Window(Channel::Build state) : channel(std::move(state)) {}
     Channel channel;
-    /// Signs of life since its last stream closed.
-    int beatsAway = 0;
+    /// When its stream was seen last.
+    Clock::time_point seen;
   };
 
   void beat();
@@ -49,6 +54,7 @@ class DeskWindows : public std::enable_shared_from_this<DeskWindows> {
 
   Desk& desk_;
   const Options& options_;
+  std::function<Clock::time_point()> now_;
   boost::asio::steady_timer heart_;
   std::map<std::string, Window> windows_;
   bool stopped_ = false;
