@@ -64,7 +64,7 @@ struct ProgramRun {
       {stateFolder(), nullptr},
       {[this](const auto&, std::size_t kept) { heard.push_back("kept " + std::to_string(kept)); },
        [this] { heard.emplace_back("newer"); }, nullptr,
-       [this](const std::string& problem) { heard.push_back(problem); }}};
+       [this](const std::string& problem) { heard.push_back(problem); }, nullptr}};
 };
 
 struct EditedDeckTest : testing::Test {

@@ -3,6 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { openScreen, useBrowser } from "../support/browser.mjs";
+import { digest, renameShape } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { until } from "../support/wait.mjs";
 
@@ -211,5 +212,34 @@ test("text that was typed is there after the desk was stopped and started", asyn
   assert.equal(await description.inputValue(), "What we bake today");
   await page.getByRole("dialog").getByRole("button", { name: "OK" }).click();
   await page.getByRole("tab", { name: "001 What we bake today" }).waitFor();
+  assert.deepEqual(page.faults, []);
+});
+
+test("a deck whose PowerPoint is on another machine is downloaded, and its newer version uploaded", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = bareShop(sandbox);
+  const desk = await sandbox.edit(deck);
+  const { page, shape } = await openDesk(t, desk);
+  const choose = async (name) => {
+    await page.getByRole("button", { name: "More commands" }).click();
+    await page.getByRole("menuitem", { name }).click();
+  };
+  const [download] = await Promise.all([page.waitForEvent("download"), choose("Download the deck as it was saved")]);
+  assert.equal(download.suggestedFilename(), "shop.pptx");
+  const away = sandbox.path("away.pptx");
+  await download.saveAs(away);
+  assert.equal(digest(away), digest(deck));
+
+  renameShape(away, 1, "p1 Item", "First");
+  const upload = async (file) => {
+    const [chooser] = await Promise.all([page.waitForEvent("filechooser"), choose("Upload a newer version of the deck…")]);
+    await chooser.setFiles(file);
+  };
+  await upload(sandbox.write("no deck.pptx", "nothing\n"));
+  await page.getByText(/no deck|cannot be opened|cannot be read/).first().waitFor();
+  assert.equal(await shape("p1 Item").count(), 1);
+  await upload(away);
+  await shape("First").waitFor();
+  assert.equal(digest(deck), digest(away));
   assert.deepEqual(page.faults, []);
 });

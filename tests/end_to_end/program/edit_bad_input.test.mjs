@@ -113,6 +113,24 @@ describe("bad input at a desk", { concurrency: 2 }, () => {
     }
   });
 
+  it("reads a workbook that is open elsewhere as it was saved last, and offers no file of who has it open", async (t) => {
+    const owners = ["~$prices.xlsx", ".~lock.prices.xlsx#"];
+    const { desk, window } = await openDesk(t, (sandbox) => {
+      for (const name of owners) sandbox.write(`shop/${name}`, "author\n");
+    });
+    const offered = window.state.nearby.map(({ path }) => path);
+    const listed = (await desk.get("roots/1/files?kinds=xlsx")).json.entries.map(({ name }) => name);
+    for (const names of [offered, listed]) {
+      assert.ok(names.includes("prices.xlsx"), names);
+      for (const owner of owners) assert.ok(!names.includes(owner), owner);
+    }
+    await window.do("connect", { kind: "workbook", path: "prices.xlsx" });
+    const form = await window.form("frmExcelConnection");
+    await window.until("what is in it", () => /\d+ columns?, \d+ rows?/.test(form.controls.lblFound.Text));
+    await raise(window, form, change("txtDescription", "Prices"), click("cmdOK"));
+    await window.until("its rows", ({ connections }) => connections.some(({ kind, rows }) => kind === "workbook" && rows > 0));
+  });
+
   it("waits for a server that never answers no longer than its author", async (t) => {
     const { window } = await openDesk(t);
     const sockets = [];
