@@ -9,6 +9,7 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modHelp.h"
+#include "host/distribution.h"
 #include "host/services.h"
 #include "model/modCommandState.h"
 #include "model/modLinkClipboard.h"
@@ -144,6 +145,10 @@ std::string WhyNoOfflineCopy(Selection selection) {
   return isLinked ? "" : "Nothing is linked here: the presentation stands alone already.";
 }
 
+std::string WhyNoSending(Selection) {
+  return host::Current().distribution == nullptr ? "Presentations cannot be sent from here." : "";
+}
+
 std::string HelpFile() {
   using modGlobalFunctions::FileInFolder;
   return FileInFolder(FileInFolder(host::Current().module->Path(), "help"), "index.html");
@@ -208,6 +213,10 @@ std::vector<Command> Services() {
   return {
       {"cbrOfflineCopy", "Off-li&ne copy…", "", OnMenu | NewGroup, InPresentation(WhyNoOfflineCopy),
        [](Selection selection) { std::make_shared<frmOfflineCopy>(selection.Presentation())->Open(); }},
+      {"cbrDistribution", "Deli&very to players…", "", Everywhere, InPresentation(Never),
+       Opens(&clsPresentation::SetDistributionList)},
+      {"cbrSend", "Send dec&k to players", "", Everywhere, InPresentation(WhyNoSending),
+       [](Selection selection) { selection.Presentation()->SendPresentation(); }},
       {"cbrRefresh", "&Refresh", "", Everywhere | NewGroup, InPresentation(WhyNoConnection), Refresh},
       {"cbrErrorsLog", "&Errors log", "", Everywhere, Never, [](Selection) { modErrors::OpenErrorLog(); }},
       {"cbrProductHelp", "&Help", "", Everywhere | NewGroup, Never,

@@ -9,8 +9,6 @@ namespace host {
 
 namespace {
 
-Distribution* current = nullptr;
-
 std::string WithSlashes(std::string_view path) {
   std::string slashed(path);
   std::replace(slashed.begin(), slashed.end(), '\\', '/');
@@ -25,10 +23,6 @@ bool LeadsUp(std::string_view path) {
 }
 
 }  // namespace
-
-Distribution* CurrentDistribution() { return current; }
-
-void UseDistribution(Distribution* distribution) { current = distribution; }
 
 EnclosurePlaces::EnclosurePlaces(std::string_view presentation) : folder_(WithSlashes(presentation)) {
   const std::size_t end = folder_.find_last_of('/');

@@ -204,6 +204,7 @@ class Registry {
   virtual std::int32_t DeleteValue(Key key, std::string_view name) = 0;
 };
 
+class Distribution;
 class Drives;
 class FileWatcher;
 class Jobs;
@@ -231,6 +232,8 @@ struct Services {
   Jobs* jobs = nullptr;
   /// Null where no form can be shown (host/forms.h).
   Forms::View* forms = nullptr;
+  /// Null where nothing can be sent to players (host/distribution.h).
+  Distribution* distribution = nullptr;
 };
 
 /// The services in force, set once by the program (or anew by each test).

@@ -62,7 +62,7 @@ void clsPresentation::Attach(const std::shared_ptr<PowerPoint::Presentation>& pr
   DropReadings();
   connections_.clear();
   displayType_ = 0;
-  distributionStart_ = distributionStop_ = {};
+  schedule_ = {};
   distributionList_.clear();
 }
 
@@ -133,21 +133,6 @@ std::string clsPresentation::DisplayTypeTag() const {
 void clsPresentation::LoadDisplayType() {
   displayTypeTag_ = DisplayTypeTag();
   if (!displayTypeTag_.empty()) DisplayType(basic::CLng(displayTypeTag_));
-}
-
-void clsPresentation::LoadDistribution() {
-  const auto tags = presentation_->Tags();
-  modTags::ForEachTag(*tags, modTags::DistributionStart, [&](const std::string&, const std::string& value) {
-    distributionStart_ = basic::CDate(value);
-  });
-  modTags::ForEachTag(*tags, modTags::DistributionStop, [&](const std::string&, const std::string& value) {
-    distributionStop_ = basic::CDate(value);
-  });
-  modTags::ForEachTag(*tags, modTags::DistributionComputer,
-                      [&](const std::string&, const std::string& value) {
-                        distributionList_ = basic::Split(value, modTags::FieldSeparator);
-                        if (!distributionList_.empty()) distributionList_.pop_back();
-                      });
 }
 
 void clsPresentation::DisplayType(std::int32_t code) {
@@ -279,23 +264,6 @@ void clsPresentation::SetSlideTags(const clsSlide& slide, std::int32_t slideInde
   }
 } catch (...) {
   modErrors::CatchError(modErrors::SavingScrollStep);
-}
-
-void clsPresentation::SetDistributionListTags(basic::Date start, basic::Date stop,
-                                              std::vector<std::string> computers) try {
-  RequireVersionTag();
-  const auto tags = presentation_->Tags();
-  modTags::RemoveTags(*tags, modTags::Distribution);
-  tags->Add(modTags::DistributionStart, basic::StoredDate(start));
-  tags->Add(modTags::DistributionStop, basic::StoredDate(stop));
-  std::string list;
-  for (const std::string& computer : computers) list += computer + modTags::FieldSeparator;
-  if (!list.empty()) tags->Add(modTags::DistributionComputer, list);
-  distributionStart_ = start;
-  distributionStop_ = stop;
-  distributionList_ = std::move(computers);
-} catch (...) {
-  modErrors::CatchError(modErrors::SavingDistributionList);
 }
 
 void clsPresentation::ShowPage(modPropertyPages::Page page) try {

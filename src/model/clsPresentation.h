@@ -19,6 +19,8 @@
 #include "model/clsSlide.h"
 #include "model/modOfflineCopy.h"
 #include "model/modPropertyPages.h"
+#include "model/modSchedule.h"
+#include "model/modSending.h"
 
 namespace LF2000 {
 
@@ -71,7 +73,9 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// Writes all connections, then unlinks the shapes that refer to none of them.
   void SetConnectionTags();
   void SetSlideTags(const clsSlide& slide, std::int32_t slideIndex);
-  void SetDistributionListTags(basic::Date start, basic::Date stop, std::vector<std::string> computers);
+  /// For whom the presentation is meant, and when it is on; see modSchedule.
+  void SetDistributionListTags(basic::Date start, basic::Date stop, std::vector<std::string> computers,
+                               std::string days = {}, std::string hours = {});
 
   // Open the property page of the presentation, of the slide or of the shapes that are selected in the active
   // window (modPropertyPages).
@@ -128,6 +132,12 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// is reported, and the copy made without its values. Says when it is done; false when it was not made, be
   /// it cancelled.
   bool CreateOfflinePPT(const std::string& fileName, const modOfflineCopy::Options& options = {});
+  /// Opens the page on which both are chosen.
+  void SetDistributionList();
+  /// Sends it by a job, and says how that ended; the object must be held by a shared pointer.
+  void SendPresentation(const modSending::Options& options = {});
+  /// The same at once. It is saved first. Raises what kept it from being sent.
+  host::Sent Send(const modSending::Options& options);
   [[nodiscard]] bool SlideHasConnections(PowerPoint::Slide& slide) const;
 
   /// The presentation's connections, for those who add, change and remove them;
@@ -136,8 +146,9 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// Null without a connection of that number.
   [[nodiscard]] std::shared_ptr<clsConnection> FindConnection(std::string_view tagNumber) const;
 
-  [[nodiscard]] basic::Date DistributionStart() const { return distributionStart_; }
-  [[nodiscard]] basic::Date DistributionStop() const { return distributionStop_; }
+  [[nodiscard]] basic::Date DistributionStart() const { return schedule_.start; }
+  [[nodiscard]] basic::Date DistributionStop() const { return schedule_.stop; }
+  [[nodiscard]] const modSchedule::Schedule& DistributionSchedule() const { return schedule_; }
   [[nodiscard]] const std::vector<std::string>& DistributionList() const { return distributionList_; }
 
  private:
@@ -175,6 +186,9 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void LoadSettings();
   void LoadDisplayType();
   void LoadDistribution();
+  void SaveForSending();
+  /// Makes the file that the parcel names, from one that has been made for it, and says what goes with it.
+  void MakeCopy(host::Parcel& parcel, const std::string& saved);
   /// The tag's value, empty without one.
   [[nodiscard]] std::string DisplayTypeTag() const;
   void CloseMeter();
@@ -211,8 +225,7 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   std::shared_ptr<PowerPoint::Presentation> presentation_;
   ConnectionList connections_;
   std::int32_t displayType_ = 0;
-  basic::Date distributionStart_;
-  basic::Date distributionStop_;
+  modSchedule::Schedule schedule_;
   std::vector<std::string> distributionList_;
   bool meterShown_ = false;
   bool objectFailureTold_ = false;

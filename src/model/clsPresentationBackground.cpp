@@ -234,7 +234,7 @@ void clsPresentation::TakeUpTags() try {
       GiveUpReading(*connection);
     }
   }
-  distributionStart_ = distributionStop_ = {};
+  schedule_ = {};
   distributionList_.clear();
   if (isLinked) LoadDistribution();
   if (isLinked && DisplayTypeTag() != displayTypeTag_) LoadDisplayType();

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "addin/support/TemporaryFile.h"
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Error.h"
@@ -13,27 +14,6 @@
 namespace LF2000 {
 
 namespace {
-
-/// A file for the time that this object lives.
-class TemporaryFile {
- public:
-  TemporaryFile() {
-    std::string prefix;
-    name_ = modGlobalFunctions::MakeTempFileName(prefix);
-    if (name_.empty()) {
-      throw basic::Error(basic::AdapterError, basic::DefaultSource, "No temporary file can be made.");
-    }
-  }
-  ~TemporaryFile() {
-    modGlobalFunctions::IgnoreErrors([this] { host::Current().files->Kill(name_); });
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  [[nodiscard]] const std::string& Name() const { return name_; }
-
- private:
-  std::string name_;
-};
 
 void RequireOtherFile(const std::string& fileName, const std::string& presentation) {
   const host::Files& files = *host::Current().files;

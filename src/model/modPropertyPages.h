@@ -11,7 +11,7 @@ class clsPresentation;
 /// The way from a presentation to its property pages, which stand above the model and enter themselves here.
 namespace modPropertyPages {
 
-enum class Page : std::uint8_t { SlideShow, Slide, Clock, DataField, DataObject, Graph };
+enum class Page : std::uint8_t { SlideShow, Slide, Clock, DataField, DataObject, Graph, Distribution };
 
 using Opener = std::function<void(Page page, const std::shared_ptr<clsPresentation>& presentation)>;
 

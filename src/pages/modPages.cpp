@@ -11,6 +11,7 @@
 #include "pages/frmClock.h"
 #include "pages/frmDataField.h"
 #include "pages/frmDataObject.h"
+#include "pages/frmDistribution.h"
 #include "pages/frmFillWithRows.h"
 #include "pages/frmGraph.h"
 #include "pages/frmLinkByNames.h"
@@ -67,6 +68,7 @@ void Install() { modPropertyPages::OpenWith(Open); }
 
 void Open(Page page, const std::shared_ptr<clsPresentation>& presentation) {
   if (page == Page::SlideShow) return std::make_shared<frmSlideShow>(presentation)->OpenAndWatch();
+  if (page == Page::Distribution) return std::make_shared<frmDistribution>(presentation)->Open();
   const Selected selected = modSelected::LookFor(page, presentation->ActivePresentation());
   if (!selected.Slide) Fail("There is no slide.");
   if (page != Page::Slide && selected.Shapes.empty()) {

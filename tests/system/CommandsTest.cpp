@@ -122,6 +122,8 @@ TEST_F(CommandsTest, StandOnBarsMenusAndContextMenus) {
                                          "Connection - Colu&mn",
                                          "&Nothing",
                                          "-Off-li&ne copy…",
+                                         "Deli&very to players…",
+                                         "Send dec&k to players",
                                          "-&Refresh",
                                          "&Errors log",
                                          "-&Help",

@@ -200,8 +200,12 @@ bool NamesFileDriver(const std::vector<basic::ConnectionSetting>& settings) {
 
 }  // namespace
 
-std::string ResolveConnectionString(std::string_view text, std::string_view base) {
-  std::string resolved(text);
+namespace {
+
+/// Calls `change(value, whether it is the path of a database)` for the settings that may hold a path.
+template <typename Change>
+std::string WithChangedSettings(std::string_view text, const Change& change) {
+  std::string changed(text);
   const std::vector<basic::ConnectionSetting> settings = basic::ReadConnectionString(text);
   const bool byProvider = NamesFileProvider(text);
   const bool byDriver = NamesFileDriver(settings);
@@ -211,12 +215,26 @@ std::string ResolveConnectionString(std::string_view text, std::string_view base
     const bool isFile = (byProvider && basic::EqualsIgnoreCase(setting->key, "DATA SOURCE")) ||
                         (byDriver && basic::HasName({"DATABASE", "DBQ"}, setting->key));
     const bool isNested = basic::EqualsIgnoreCase(setting->key, "EXTENDED PROPERTIES");
-    std::string value =
-        isNested ? ResolveConnectionString(setting->value, base) : ReplaceFolder(setting->value, base);
-    if (isFile && value != ":memory:") value = ResolvePath(value, base);
-    if (value != setting->value) resolved = basic::WithConnectionValue(resolved, *setting, value);
+    const std::string value = isNested ? WithChangedSettings(setting->value, change)
+                                       : change(setting->value, isFile && setting->value != ":memory:");
+    if (value != setting->value) changed = basic::WithConnectionValue(changed, *setting, value);
   }
-  return resolved;
+  return changed;
+}
+
+}  // namespace
+
+std::string ResolveConnectionString(std::string_view text, std::string_view base) {
+  return WithChangedSettings(text, [&](const std::string& value, bool isFile) {
+    const std::string placed = ReplaceFolder(value, base);
+    return isFile ? ResolvePath(placed, base) : placed;
+  });
+}
+
+std::string WithDatabaseFiles(std::string_view text,
+                              const std::function<std::string(const std::string&)>& path) {
+  return WithChangedSettings(
+      text, [&](const std::string& value, bool isFile) { return isFile ? path(value) : value; });
 }
 
 }  // namespace LF2000::modGlobalFunctions

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -110,6 +111,11 @@ std::string MakeTempFileName(std::string& prefix);
 /// (SQLite, MDB Tools, Microsoft Access), also within "Extended Properties".
 /// Everything else stays as it is.
 [[nodiscard]] std::string ResolveConnectionString(std::string_view text, std::string_view base);
+
+/// A connection string with what `path` answers in the place of the path of each database that is a file, as
+/// ResolveConnectionString knows them.
+[[nodiscard]] std::string WithDatabaseFiles(std::string_view text,
+                                            const std::function<std::string(const std::string&)>& path);
 
 }  // namespace modGlobalFunctions
 }  // namespace LF2000

@@ -30,6 +30,7 @@ void addImportCommand(CLI::App& program, Environment& environment);
 void addOfflineCommand(CLI::App& program, Environment& environment);
 void addLogCommand(CLI::App& program, Environment& environment);
 void addSnapshotCommand(CLI::App& program, Environment& environment);
+void addDistributeCommand(CLI::App& program, Environment& environment);
 void addKeyCommand(CLI::App& program, Environment& environment);
 void addCheckCommand(CLI::App& program, Environment& environment);
 

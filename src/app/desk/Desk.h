@@ -25,6 +25,7 @@
 #include "app/desk/OpenDeck.h"
 #include "app/desk/Roots.h"
 #include "app/desk/ShowProcess.h"
+#include "app/distribution/DistributionFolder.h"
 #include "app/import/DeckImport.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
@@ -80,7 +81,7 @@ class Desk final : public web::Desk {
   class Services {
    public:
     Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files,
-             host::Shell& shell);
+             host::Shell& shell, host::Distribution& distribution);
     ~Services() { host::Use(usual_); }
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
@@ -142,6 +143,7 @@ class Desk final : public web::Desk {
   Roots roots_;
   DeskAccess access_;
   DeskFiles files_;
+  DistributionFolder distribution_;
   Services services_;
   AddInHost host_;
   std::unique_ptr<OpenDeck> open_;

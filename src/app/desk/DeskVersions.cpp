@@ -73,7 +73,7 @@ class Agreements {
 }  // namespace
 
 Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs, Forms::View& forms, host::Files& files,
-                         host::Shell& shell)
+                         host::Shell& shell, host::Distribution& distribution)
     : usual_(host::Current()) {
   host::Services services = usual_;
   services.messageBox = &messages;
@@ -81,6 +81,7 @@ Desk::Services::Services(host::MessageBox& messages, host::Jobs& jobs, Forms::Vi
   services.forms = &forms;
   services.files = &files;
   services.shell = &shell;
+  services.distribution = &distribution;
   host::Use(services);
 }
 
@@ -112,7 +113,7 @@ Desk::Desk(Environment& environment, Options options)
       roots_(rootsFor(options_.deck, options_.allowed)),
       access_(roots_),
       files_(*host::Current().files, access_),
-      services_(notices_, heldJobs_, forms_, files_, shell_),
+      services_(notices_, heldJobs_, forms_, files_, shell_, distribution_),
       missing_(notices_, {[this](const LinkRepair& repair, const std::string& choice) {
                             findings_.mend(host_.application(), *open_, repair, choice);
                           },
@@ -127,6 +128,7 @@ Desk::Desk(Environment& environment, Options options)
   environment_.guardPaths(guard);
   host_.application().guardLinks(guard);
   environment_.readDatabasesOnly(true);
+  for (const std::string& file : LF2000::modSending::SettingsFiles()) access_.grant(file);
   heldJobs_.hold();
   open_ = openDeck(host_.open(options_.deck));
   edited_ = std::make_unique<EditedDeck>(

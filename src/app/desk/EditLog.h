@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "deck/objects/OwnContent.h"
@@ -66,9 +67,12 @@ class EditLog final : public deck::EditListener {
   [[nodiscard]] OwnerChanges unsavedChanges() const;
   /// The file has the present state from now on.
   void noteSaved();
+  /// Whether the presentation has been saved since the last call.
+  [[nodiscard]] bool takeSaved() { return std::exchange(isSaved_, false); }
 
   void tagsWillChange(const deck::OwnerId& owner) override { touch(owner); }
   void nameWillChange(const deck::OwnerId& owner) override { touch(owner); }
+  void saved() override { isSaved_ = true; }
 
  private:
   struct Record {
@@ -88,6 +92,7 @@ class EditLog final : public deck::EditListener {
   std::set<deck::OwnerId> touched_;
   std::set<deck::OwnerId> different_;
   bool isPutting_ = false;
+  bool isSaved_ = false;
 };
 
 }  // namespace app

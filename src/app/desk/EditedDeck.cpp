@@ -47,9 +47,19 @@ void EditedDeck::watch() {
 }
 
 bool EditedDeck::endStep() {
-  if (!undo_.end()) return false;
+  const bool isStep = undo_.end();
+  const bool isSaved = log_->takeSaved();
+  if (isSaved) noteSaved();
+  if (isStep && !isSaved) writeJournal();
+  return isStep;
+}
+
+void EditedDeck::noteSaved() {
+  static_cast<void>(log_->take());  // the display type
+  log_->noteSaved();
+  undo_.endRun();
+  followFile();
   writeJournal();
-  return true;
 }
 
 std::optional<StepEffect> EditedDeck::undo() {
@@ -84,11 +94,8 @@ EditedDeck::Saved EditedDeck::save() {
   // Said before the live values are taken out for nothing.
   if (const auto why = file_.whyReadOnly()) fail(refused + *why);
   presentation_->Save();
-  static_cast<void>(log_->take());  // the display type
-  log_->noteSaved();
-  undo_.endRun();
-  followFile();
-  writeJournal();
+  static_cast<void>(log_->takeSaved());
+  noteSaved();
   return look == DeckFile::Look::Gone ? Saved::WrittenAnew : Saved::Written;
 }
 

@@ -117,6 +117,7 @@ class EditedDeck {
   void offer(DeckVersion version);
   void compareWithNewer();
   void writeJournal();
+  void noteSaved();
   void followFile();
 
   deck::Application& application_;

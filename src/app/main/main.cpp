@@ -89,6 +89,7 @@ int run(int argc, char** argv) {
   app::addCheckCommand(program, environment);
   app::addSnapshotCommand(program, environment);
   app::addImportCommand(program, environment);
+  app::addDistributeCommand(program, environment);
   app::addKeyCommand(program, environment);
   app::addLogCommand(program, environment);
 

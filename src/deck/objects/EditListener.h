@@ -30,6 +30,8 @@ class EditListener {
   virtual void tagsWillChange(const OwnerId& owner) = 0;
   /// Of a shape.
   virtual void nameWillChange(const OwnerId& owner) = 0;
+  /// The file has the present state.
+  virtual void saved() {}
 };
 
 }  // namespace deck

@@ -76,6 +76,7 @@ void Presentation::Save() {
     }
     // A handler that saved and left nothing unsaved has done the work.
     if (!(wroteWhileSaving_ && saved_)) write();
+    for (EditListener* const each : editListeners_) each->saved();
   } catch (...) {
     isSaving_ = false;
     throw;
