@@ -28,7 +28,7 @@ namespace app {
 namespace {
 
 /// Between two looks where nothing tells of changes; while something is being written; and at least.
-constexpr std::chrono::milliseconds Pause{1000};
+constexpr std::chrono::milliseconds IdlePause{1000};
 constexpr std::chrono::milliseconds BusyPause{250};
 constexpr std::chrono::milliseconds ShortestPause{100};
 
@@ -124,7 +124,7 @@ void PlayerFolder::Shared::run(DeckFolder& folder, DeckCache& cache, const Playe
   step([&] { collector.begin({now}); });
   for (;;) {
     step([&] { collector.look({now}, ticks()); });
-    rest(folder, collector.isBusy() ? BusyPause : Pause);
+    rest(folder, collector.isBusy() ? BusyPause : IdlePause);
   }
 }
 

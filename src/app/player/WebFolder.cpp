@@ -15,6 +15,17 @@
 #include "basic/Strings.h"
 
 namespace app {
+
+/// What libcurl hands out, as whole objects.
+struct CurlCleanUp {
+  void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+  void operator()(CURLU* address) const { curl_url_cleanup(address); }
+  void operator()(char* text) const { curl_free(text); }
+};
+template <typename T>
+using Owned = std::unique_ptr<T, CurlCleanUp>;
+
 namespace {
 
 constexpr long Found = 200;
@@ -26,15 +37,6 @@ constexpr long NotModified = 304;
 constexpr int LooksAfterChange = 3;
 /// Of answers that are of no use.
 constexpr std::size_t LongestRefusal = std::size_t{1} << 20U;
-
-struct CleanUp {
-  void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
-  void operator()(CURLU* address) const { curl_url_cleanup(address); }
-  void operator()(char* text) const { curl_free(text); }
-};
-template <typename T>
-using Owned = std::unique_ptr<T, CleanUp>;
 
 std::string partOf(CURLU* address, CURLUPart part, unsigned flags = 0) {
   char* text = nullptr;
