@@ -126,7 +126,9 @@ std::string_view linkRelationship(pugi::xml_node shape) {
     return object.child("p:link") ? object.attribute("r:id").value() : "";
   }
   if (const pugi::xml_node played = media(shape)) return played.attribute("r:link").value();
-  return shape.child("p:blipFill").child("a:blip").attribute("r:link").value();
+  pugi::xml_node fill = shape.child("p:blipFill");
+  if (!fill) fill = shape.child("p:spPr").child("a:blipFill");
+  return fill.child("a:blip").attribute("r:link").value();
 }
 
 ShapeIndex::ShapeIndex(pugi::xml_node shapeTree) {

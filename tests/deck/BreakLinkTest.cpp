@@ -8,6 +8,7 @@
 #include "support/DeckBuilder.h"
 #include "support/ErrorOf.h"
 #include "support/PackageCheck.h"
+#include "support/TemporaryFolder.h"
 
 namespace deck::test {
 namespace {
@@ -71,6 +72,27 @@ TEST(BreakLink, ObjectsAndPicturesKeepWhatTheyShow) {
   const std::string xml(deck->slidePart(1).bytes());
   EXPECT_THAT(xml, Not(HasSubstr("r:link")));
   deck->tagStore().write();
+  EXPECT_THAT(faultsOf(deck->package().serialize()), IsEmpty());
+}
+
+TEST(BreakLink, AShapeKeepsThePictureThatFillsIt) {
+  const support::TemporaryFolder folder;
+  const std::string file = folder.write("wall.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\"/>");
+  DeckBuilder builder;
+  const int slide = builder.addSlide();
+  const std::string wall = builder.relate(slide, "image", "file://" + file, true);
+  builder.shapes(slide,
+                 "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"Wall\"/><p:cNvSpPr/><p:nvPr/></p:nvSpPr><p:spPr>"
+                 "<a:blipFill><a:blip r:link=\"" +
+                     wall + "\"/><a:stretch/></a:blipFill></p:spPr></p:sp>");
+  const auto deck = builder.presentation();
+  deck->loadLinkedPictures();
+  const auto shape = deck->Slides()->Item(1)->Shapes()->Item("Wall");
+  EXPECT_EQ(shape->Type(), PowerPoint::ShapeType::AutoShape);
+  EXPECT_EQ(shape->LinkFormat()->SourceFullName(), file);
+  shape->LinkFormat()->BreakLink();
+  EXPECT_THAT(deck->slidePart(1).bytes(), AllOf(HasSubstr("r:embed"), Not(HasSubstr("r:link"))));
+  EXPECT_EQ(externalPart(deck->package()), "");
   EXPECT_THAT(faultsOf(deck->package().serialize()), IsEmpty());
 }
 

@@ -115,6 +115,10 @@ TEST_F(PicturesTest, ADrawingStandsBesideThePictureForReadersWithoutDrawings) {
   const pugi::xml_node drawing = blip.child("a:extLst").child("a:ext").child("asvg:svgBlip");
   EXPECT_EQ(deck->slidePart(1).target(drawing.attribute("r:embed").value())->bytes(), Svg);
   EXPECT_EQ(shownBytes(*deck), png("own"));
+  // In a copy the own picture would be a wrong one.
+  deck->SaveCopyAs(at("copy.pptx"));
+  EXPECT_EQ(shownBytes(*application->open(at("copy.pptx"))), Svg);
+  EXPECT_EQ(shownBytes(*deck), png("own"));
   put("a.png", png("next"));
   show(*deck, "Photo", at("a.png"));
   EXPECT_EQ(shownBytes(*deck), png("next"));

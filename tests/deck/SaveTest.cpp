@@ -144,6 +144,35 @@ TEST_F(SaveTest, ACopyLeavesThePresentationAsItIs) {
   EXPECT_EQ(folder_.read("deck.pptx"), folder_.read("copy.pptx"));
 }
 
+TEST(SaveCopy, ShowsNothingOfWhatTheDeckLookedLike) {
+  const support::TemporaryFolder folder;
+  support::DeckBuilder builder;
+  builder.addSlide();
+  const std::string relationships =
+      "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+      "<Relationship Id=\"rId2\" "
+      "Type=\"http://schemas.openxmlformats.org/package/2006/relationships/metadata/thumbnail\" "
+      "Target=\"docProps/thumbnail.jpeg\"/><Relationship Id=\"rId1\" "
+      "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument\" "
+      "Target=\"ppt/presentation.xml\"/></Relationships>";
+  builder.part("_rels/.rels", relationships);
+  builder.part("docProps/thumbnail.jpeg", "former values", "image/jpeg");
+  const auto deck = builder.presentation();
+  const std::string copy = (folder.path() / "copy.pptx").string();
+  const auto thumbnailIn = [](opc::Package& package) {
+    return package.related(opc::relationship::Thumbnail);
+  };
+  deck->SaveCopyAs(copy);
+  deck->SaveCopyAs(copy);
+  const auto package = opc::Package::open(copy);
+  EXPECT_EQ(thumbnailIn(*package), nullptr);
+  EXPECT_EQ(package->find("docProps/thumbnail.jpeg"), nullptr);
+  EXPECT_THAT(support::faultsOf(package->serialize()), IsEmpty());
+  ASSERT_NE(thumbnailIn(deck->package()), nullptr);
+  EXPECT_EQ(thumbnailIn(deck->package())->bytes(), "former values");
+  EXPECT_THAT(support::faultsOf(deck->package().serialize()), IsEmpty());
+}
+
 TEST_F(SaveTest, KeepsModeAndFollowsLinks) {
   ASSERT_EQ(::chmod(path_.c_str(), 0640), 0);
   fs::create_symlink("deck.pptx", folder_.path() / "link.pptx");

@@ -12,6 +12,7 @@
 #include "deck/objects/Slide.h"
 #include "deck/objects/SlideShowSettings.h"
 #include "deck/objects/Tags.h"
+#include "deck/objects/Thumbnail.h"
 #include "host/services.h"
 #include "opc/Xml.h"
 
@@ -26,12 +27,16 @@ std::string linkedFile(const Presentation& presentation, std::int32_t slideIndex
   return source.find("://") == std::string::npos ? source : std::string();
 }
 
+/// Whether it is a linked picture, or filled with one.
+bool showsLinkedPicture(pugi::xml_node shape) {
+  return !presentationml::oleObject(shape) && pictureOf(shape).attribute("r:link");
+}
+
 /// Linked pictures of a slide without a copy.
 template <typename Visit>
 void forEachEmptyLink(const Presentation& presentation, std::int32_t slideIndex, const Visit& visit) {
   for (const pugi::xml_node shape : presentation.shapesOf(slideIndex).all()) {
-    if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) continue;
-    if (!pictureOf(shape).attribute("r:embed")) visit(shape);
+    if (showsLinkedPicture(shape) && !pictureOf(shape).attribute("r:embed")) visit(shape);
   }
 }
 
@@ -106,6 +111,7 @@ void Presentation::SaveCopyAs(std::string_view fileName) {
   tags_.write();
   charts_.write();
   const LivePictures::Absence ownLinks(pictures_, /*theyStay=*/true);
+  const ThumbnailAbsence noThumbnail(*package_);
   const opc::FileState written = opc::replaceFile(std::string(fileName), package_->serialize());
   if (fileName == path_) state_ = written;
 }
@@ -142,7 +148,7 @@ void Presentation::UpdateLinks() {
 }
 
 void Presentation::updateLink(std::int32_t slideIndex, pugi::xml_node shape) {
-  if (presentationml::shapeType(shape) != PowerPoint::ShapeType::LinkedPicture) return;
+  if (!showsLinkedPicture(shape)) return;
   if (pictures_.shows(shape, LivePictures::Reason::Data)) return;
   const std::string source = linkedFile(*this, slideIndex, shape);
   if (source.empty()) return;

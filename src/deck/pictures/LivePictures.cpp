@@ -134,10 +134,12 @@ struct LivePictures::Absence::Taken {
 
 LivePictures::Absence::Absence(LivePictures& pictures, bool theyStay) : pictures_(pictures) {
   for (auto& [shape, live] : pictures_.byShape_) {
-    if (theyStay && live.reason == Reason::OwnLink) continue;
     if (theyStay) {
+      pugi::xml_node blip = pictureOf(live.shape);
       // Readers prefer the file of a link to what stands beside it.
-      pictureOf(live.shape).remove_attribute("r:link");
+      if (live.reason == Reason::Data) blip.remove_attribute("r:link");
+      // Readers without drawings must not show the shape's own picture: it is what data do not say.
+      setAttribute(blip, "r:embed", live.relationshipId);
       live.slide->markChanged();
       staying_.push_back(&live);
       continue;
@@ -151,10 +153,12 @@ LivePictures::Absence::Absence(LivePictures& pictures, bool theyStay) : pictures
 LivePictures::Absence::~Absence() {
   for (Taken& taken : taken_) pictures_.put(*taken.live, std::move(taken.name), std::move(taken.picture));
   for (Live* live : staying_) {
-    if (const pugi::xml_attribute link = live->own->first_child().attribute("r:link")) {
-      setAttribute(pictureOf(live->shape), "r:link", link.value());
-      live->slide->markChanged();
-    }
+    const pugi::xml_node own = live->own->first_child();
+    const pugi::xml_node blip = pictureOf(live->shape);
+    if (const pugi::xml_attribute link = own.attribute("r:link")) setAttribute(blip, "r:link", link.value());
+    const pugi::xml_attribute embedded = own.attribute("r:embed");
+    if (embedded && svgExtensionOf(blip)) setAttribute(blip, "r:embed", embedded.value());
+    live->slide->markChanged();
   }
 }
 
