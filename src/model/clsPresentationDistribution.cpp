@@ -12,6 +12,7 @@
 #include "basic/Strings.h"
 #include "host/services.h"
 #include "model/clsPresentation.h"
+#include "model/modLinkedSheets.h"
 #include "model/modOfflineCopy.h"
 #include "model/modSending.h"
 #include "model/modTags.h"
@@ -146,8 +147,9 @@ void clsPresentation::SaveForSending() {
 void clsPresentation::MakeCopy(host::Parcel& parcel, const std::string& saved) {
   // What opens meanwhile is nobody's presentation to edit.
   const modGlobalFunctions::OfflineGeneration generation(parcel.Original);
-  SaveWithoutValues(saved);
   const bool isFrozen = parcel.Way == host::SendingWay::Frozen;
+  if (isFrozen) modLinkedSheets::Draw(presentation_);
+  SaveWithoutValues(saved);
   if (isFrozen) modOfflineCopy::Make({saved, parcel.Presentation}, {});
   const OpenCopy copy(parcel.Presentation);
   if (isFrozen) {

@@ -8,6 +8,7 @@
 #include "basic/Error.h"
 #include "host/services.h"
 #include "model/clsPresentation.h"
+#include "model/modLinkedSheets.h"
 #include "model/modOfflineCopy.h"
 #include "model/modTags.h"
 
@@ -29,6 +30,7 @@ bool clsPresentation::CreateOfflinePPT(const std::string& fileName,
   RequireOtherFile(fileName, presentation_->FullName());
   {
     const modGlobalFunctions::OfflineGeneration generation(presentation_->FullName());
+    modLinkedSheets::Draw(presentation_);
     const TemporaryFile saved;
     SaveWithoutValues(saved.Name());
     modOfflineCopy::Make({saved.Name(), fileName}, options);

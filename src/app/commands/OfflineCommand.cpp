@@ -13,7 +13,6 @@
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
-#include "app/wiring/LinkedSheets.h"
 #include "basic/Counted.h"
 #include "model/clsPresentation.h"
 #include "model/modTags.h"
@@ -34,14 +33,6 @@ struct OfflineOptions {
 
 void complain(const std::string& text) { std::cerr << "lumenfold: " << platform::forTerminal(text) << '\n'; }
 
-/// The cells of linked workbooks, as they are now.
-bool drawSheets(const std::shared_ptr<deck::Presentation>& deck, Environment& environment) {
-  const CollectedErrors errors;
-  const LinkedSheets sheets(deck, environment.loop());
-  for (const std::string& text : errors.texts()) complain(text);
-  return errors.texts().empty();
-}
-
 /// Answers whether everything that a show would show is in the copy; what is not was told.
 bool makeCopy(const OfflineOptions& options, Environment& environment) {
   AddInHost host;
@@ -53,7 +44,6 @@ bool makeCopy(const OfflineOptions& options, Environment& environment) {
   if (!LF2000::modTags::HasVersionTag(*deck)) {
     fail(options.deck + ": no data are linked to this deck; it stands alone already.");
   }
-  const bool areSheetsDrawn = drawSheets(deck, environment);
   LF2000::clsPresentation linked;
   linked.Describe(deck);
   LF2000::modOfflineCopy::Options how;
@@ -62,7 +52,7 @@ bool makeCopy(const OfflineOptions& options, Environment& environment) {
   if (!linked.CreateOfflinePPT(fs::absolute(options.out).lexically_normal().string(), how)) {
     fail(options.out + ": not written (see above).");
   }
-  return areSheetsDrawn && environment.errorsShown() == before;
+  return environment.errorsShown() == before;
 }
 
 bool print(const OfflineOptions& options, Environment& environment, HeadlessBrowser& browser) {

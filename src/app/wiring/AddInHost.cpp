@@ -1,8 +1,11 @@
 #include "app/wiring/AddInHost.h"
 
 #include "addin/support/modVersionSpecific.h"
+#include "app/wiring/LinkedSheets.h"
 #include "basic/Error.h"
 #include "host/addin.h"
+#include "host/services.h"
+#include "model/modLinkedSheets.h"
 
 namespace app {
 
@@ -18,6 +21,11 @@ class Entry final : public AddInDesigner::AddIn {
   }
 };
 
+std::vector<std::string> drawSheets(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+  const auto deck = std::dynamic_pointer_cast<deck::Presentation>(presentation);
+  return deck ? LinkedSheets(deck, *host::Current().loop).failures() : std::vector<std::string>();
+}
+
 }  // namespace
 
 AddInHost::AddInHost() : application_(std::make_shared<deck::Application>()) {
@@ -27,9 +35,11 @@ AddInHost::AddInHost() : application_(std::make_shared<deck::Application>()) {
     throw basic::Error(basic::AdapterError, "lumenfold",
                        "The add-in does not run in this host; the debug log says why.");
   }
+  LF2000::modLinkedSheets::DrawnBy(drawSheets);
 }
 
 AddInHost::~AddInHost() {
+  LF2000::modLinkedSheets::DrawnBy({});
   const auto open = application_->openPresentations();
   for (const auto& presentation : open) application_->close(presentation);
   if (!connect_.Application()) return;

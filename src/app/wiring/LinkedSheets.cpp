@@ -30,6 +30,12 @@ LinkedSheets::LinkedSheets(std::shared_ptr<deck::Presentation> presentation, hos
 
 LinkedSheets::~LinkedSheets() { presentation_->removeListener(*this); }
 
+std::vector<std::string> LinkedSheets::failures() const {
+  std::vector<std::string> texts;
+  for (const auto& [which, why] : failures_) texts.push_back(which + ": " + why);
+  return texts;
+}
+
 void LinkedSheets::linksUpdated() { draw(); }
 
 void LinkedSheets::draw() {
@@ -47,6 +53,8 @@ void LinkedSheets::draw(std::int32_t slide, const deck::LinkedObject& object) {
   const std::string which = "Slide " + std::to_string(slide) + ", shape '" + object.shapeName + "'";
   try {
     const std::string path = host::Current().files->LocalPath(object.file);
+    // Raises what keeps it from being read here.
+    static_cast<void>(host::Current().files->FileDateTime(path));
     std::string drawing = workbook::drawRange(path, object.item, loop_);
     presentation_->showLinkedObject(slide, object.shapeId,
                                     pictures::asPicture(std::move(drawing), object.file));

@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "deck/objects/LinkedObjects.h"
 #include "deck/objects/Presentation.h"
@@ -19,6 +20,9 @@ class LinkedSheets final : private deck::ChangeListener {
   ~LinkedSheets() override;
   LinkedSheets(const LinkedSheets&) = delete;
   LinkedSheets& operator=(const LinkedSheets&) = delete;
+
+  /// What could not be drawn the last time, and why.
+  [[nodiscard]] std::vector<std::string> failures() const;
 
  private:
   void shapeChanged(std::int32_t, std::uint32_t) override {}
