@@ -2,6 +2,7 @@
 
 #include "pages/frmOfflineCopy.h"
 
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -42,6 +43,12 @@ bool IsThere(const std::string& file) {
 void RequireWritable(const std::string& file) {
   host::Files& files = *host::Current().files;
   files.Kill(files.TempFileName(file.substr(0, file.find_last_of("/\\") + 1), "LFO"));
+}
+
+/// Where nothing can show it, it lies in its folder all the same.
+void ShowFile(const std::string& file) {
+  constexpr std::int32_t SW_SHOW = 5;
+  modGlobalFunctions::IgnoreErrors([&] { host::Current().shell->ShellExecute("open", file, SW_SHOW); });
 }
 
 }  // namespace
@@ -89,8 +96,9 @@ void frmOfflineCopy::Start(const std::string& file) {
   host::Job job;
   job.Caption = "Creating off-line presentation";
   job.Work = [presentation = Presentation(), file, options] {
-    // What fails was reported.
-    if (!presentation->CreateOfflinePPT(file, options) && options.IsCancelled()) {
+    if (presentation->CreateOfflinePPT(file, options)) return ShowFile(file);
+    // What failed was reported.
+    if (options.IsCancelled()) {
       throw basic::Error(basic::AdapterError, "frmOfflineCopy", modOfflineCopy::Cancelled().what());
     }
   };

@@ -42,6 +42,10 @@ class FakeDesk final : public Desk {
     return Asset{std::make_shared<const std::string>("<p>help</p>"), "text/html; charset=utf-8"};
   }
   Download deck() override { return {"Übersicht \"1\".pptx", std::make_shared<const std::string>("PK")}; }
+  Download copy(std::string_view name) override {
+    if (name != "1") throw Refusal(404, "No such copy.");
+    return {"copy.pptx", std::make_shared<const std::string>("PK copy")};
+  }
   void takeDeck(std::string bytes) override { calls.push_back("deck of " + std::to_string(bytes.size())); }
 
   std::string text = "first";
@@ -78,7 +82,7 @@ class DeskServerTest : public testing::Test {
 
 TEST_F(DeskServerTest, TakesTheTokenForEverythingOfTheDeck) {
   const std::string api = "/api/v1/desk/";
-  for (const char* path : {"roots", "deck", "windows/abcdefghijklmnop/events", "no/where"}) {
+  for (const char* path : {"roots", "deck", "copies/1", "windows/abcdefghijklmnop/events", "no/where"}) {
     EXPECT_EQ(401, ask("GET", api + path, {}, "s3creT").status) << path;
     EXPECT_EQ(401, ask("POST", api + path, {}, "").status) << path;
   }
@@ -129,6 +133,8 @@ TEST_F(DeskServerTest, TakesLongBodiesOfThoseWhoHoldTheTokenAlone) {
   EXPECT_EQ("PK", download.body);
   EXPECT_EQ("attachment; filename=\"__bersicht _1_.pptx\"; filename*=UTF-8''%C3%9Cbersicht%20%221%22.pptx",
             download.headers.at("Content-Disposition"));
+  EXPECT_EQ("PK copy", ask("GET", "/api/v1/desk/copies/1").body);
+  EXPECT_EQ(404, ask("GET", "/api/v1/desk/copies/2").status);
 }
 
 TEST_F(DeskServerTest, TellsAWindowWhatIsItsOwnAndAllOfItWhenItComesBack) {

@@ -71,9 +71,11 @@ class Desk final : public web::Desk {
   std::optional<web::Asset> asset(std::string_view name) override;
   std::optional<web::Asset> help(std::string_view name) override;
   web::Download deck() override;
+  web::Download copy(std::string_view name) override;
   void takeDeck(std::string bytes) override;
 
  private:
+  void offerCopy(const std::string& file);
   void importOld(std::string bytes);
   void takeImported(ImportedDeck imported);
   void keepDeck(std::string bytes);
@@ -152,6 +154,8 @@ class Desk final : public web::Desk {
   MissingColumns missing_;
   NearbyFiles nearby_;
   ShowProcess show_;
+  /// Copies that were made here, by the names under which they are offered.
+  std::map<std::string, std::string, std::less<>> copies_;
   LF2000::DataPreview preview_ = LF2000::DataPreview::AsTheyAre;
   std::map<std::string, std::unique_ptr<DeskWindow>> windows_;
   std::unique_ptr<host::Timer> clock_;

@@ -2,9 +2,11 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "addin/support/modErrors.h"
+#include "basic/Strings.h"
 #include "host/services.h"
 
 namespace app {
@@ -13,14 +15,15 @@ namespace app {
 /// errors log open there.
 class DeskShell final : public host::Shell {
  public:
-  /// `open` hears an address, of the web or below the desk's own; `showLog` is asked for the errors log.
-  /// `usual` outlives this object.
+  /// `open` hears an address, of the web or below the desk's own; `showLog` is asked for the errors log;
+  /// `offer` hears of a presentation's file. `usual` outlives this object.
   DeskShell(host::Shell& usual, std::function<void(const std::string& url)> open,
-            std::function<void()> showLog)
-      : usual_(usual), open_(std::move(open)), showLog_(std::move(showLog)) {}
+            std::function<void()> showLog, std::function<void(const std::string& file)> offer)
+      : usual_(usual), open_(std::move(open)), showLog_(std::move(showLog)), offer_(std::move(offer)) {}
 
   bool ShellExecute(std::string_view verb, std::string_view file, std::int32_t showCommand) override {
     if (file == LF2000::modErrors::ErrorLogFile()) return showLog_(), true;
+    if (isPresentation(file)) return offer_(std::string(file)), true;
     if (!file.starts_with("http://") && !file.starts_with("https://")) {
       return usual_.ShellExecute(verb, file, showCommand);
     }
@@ -39,9 +42,16 @@ class DeskShell final : public host::Shell {
   }
 
  private:
+  [[nodiscard]] static bool isPresentation(std::string_view file) {
+    constexpr std::string_view Ending = ".pptx";
+    return file.size() > Ending.size() &&
+           basic::EqualsIgnoreCase(file.substr(file.size() - Ending.size()), Ending);
+  }
+
   host::Shell& usual_;
   std::function<void(const std::string&)> open_;
   std::function<void()> showLog_;
+  std::function<void(const std::string&)> offer_;
 };
 
 }  // namespace app

@@ -44,6 +44,14 @@ std::string listOf(const std::vector<ForeignSource>& sources) {
   return list;
 }
 
+web::Download downloadOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  if (!file) fail(path.string() + ": the file cannot be read.");
+  return {path.filename().string(), std::make_shared<const std::string>(std::move(bytes).str())};
+}
+
 /// What was agreed to, a line each: the deck and its sources.
 class Agreements {
  public:
@@ -109,7 +117,8 @@ Desk::Desk(Environment& environment, Options options)
           [this](const std::string& url) {
             if (server_ != nullptr) server_->send(activeWindow(), "open", {{"url", url}});
           },
-          [] { std::make_shared<LogForm>()->Show(Forms::Placement::Dialog); }),
+          [] { std::make_shared<LogForm>()->Show(Forms::Placement::Dialog); },
+          [this](const std::string& file) { offerCopy(file); }),
       roots_(rootsFor(options_.deck, options_.allowed)),
       access_(roots_),
       files_(*host::Current().files, access_),
@@ -258,13 +267,29 @@ std::optional<web::Asset> Desk::help(std::string_view name) {
                     name.ends_with(".css") ? "text/css; charset=utf-8" : "text/html; charset=utf-8"};
 }
 
-web::Download Desk::deck() {
-  const fs::path path = open_->presentation->FullName();
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  if (!file) fail(path.string() + ": the deck cannot be read.");
-  return {path.filename().string(), std::make_shared<const std::string>(std::move(bytes).str())};
+web::Download Desk::deck() { return downloadOf(open_->presentation->FullName()); }
+
+web::Download Desk::copy(std::string_view name) {
+  const auto found = copies_.find(name);
+  if (found == copies_.end()) {
+    constexpr int NotFound = 404;
+    throw web::Refusal(NotFound, "No copy of that name was made here.");
+  }
+  return downloadOf(found->second);
+}
+
+/// Its author may sit in front of another machine than the one that it was written to.
+void Desk::offerCopy(const std::string& file) {
+  const std::string name = fs::path(file).filename().string();
+  const std::string path = "copies/" + std::to_string(copies_.size() + 1);
+  copies_.emplace(path.substr(path.find('/') + 1), file);
+  notices_.tell(Notices::Level::Info, name + " was written.", {},
+                {{"download", "Download it",
+                  [this, path, name] {
+                    if (server_ != nullptr)
+                      server_->send(activeWindow(), "download", {{"path", path}, {"name", name}});
+                  },
+                  /*isKept=*/true}});
 }
 
 void Desk::takeDeck(std::string bytes) {

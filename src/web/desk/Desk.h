@@ -60,6 +60,8 @@ class Desk {
   virtual std::optional<Asset> help(std::string_view name) = 0;
   /// The deck as it was saved last.
   virtual Download deck() = 0;
+  /// A copy of it that was made here, by the name under which it was offered.
+  virtual Download copy(std::string_view name) = 0;
   /// A newer version of it.
   virtual void takeDeck(std::string bytes) = 0;
 };

@@ -18,6 +18,7 @@ constexpr std::string_view apiPrefix = "/api/v1/desk/";
 constexpr std::string_view clientPrefix = "/client/";
 constexpr std::string_view helpPrefix = "/help/";
 constexpr std::string_view windowPrefix = "windows/";
+constexpr std::string_view copiesPrefix = "copies/";
 
 /// Letters and digits, enough of them that no two pages choose the same.
 bool isWindowName(std::string_view name) {
@@ -157,7 +158,8 @@ Response DeskRoutes::api(const Request& request, std::string_view path) {
   if (path.starts_with(windowPrefix)) return window(request, path.substr(windowPrefix.size()));
   if (path == "deck" && request.method == "POST") return upload(request);
   if (request.method != "GET") return wrongMethod("GET");
-  if (path == "deck") return download();
+  if (path == "deck") return download(desk_.deck());
+  if (path.starts_with(copiesPrefix)) return download(desk_.copy(path.substr(copiesPrefix.size())));
   return jsonAnswer(desk_.look(path, request.query));
 }
 
@@ -180,8 +182,7 @@ Response DeskRoutes::stream(const Request& request, const std::string& window) {
   return response;
 }
 
-Response DeskRoutes::download() {
-  Download file = desk_.deck();
+Response DeskRoutes::download(Download file) {
   Response response;
   response.headers = {
       {"Content-Type", "application/vnd.openxmlformats-officedocument.presentationml.presentation"},

@@ -35,7 +35,7 @@ class DeskRoutes : public Handler {
   Response window(const Request& request, std::string_view path);
   Response stream(const Request& request, const std::string& window);
   Response helpAnswer(std::string_view name);
-  Response download();
+  static Response download(Download file);
   Response upload(const Request& request);
 
   Desk& desk_;

@@ -56,6 +56,18 @@ test("the slides of a show are the pages of a PDF, as large as they are", (t) =>
   assert.equal(sheets(file).length, 1);
 });
 
+test("the pages of an off-line copy are those that its show has", (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("departures");
+  const copy = sandbox.path("copy.pptx");
+  const file = sandbox.path("copy.pdf");
+  // All destinations take three pages, and nothing was changed.
+  sandbox.write("departures/alerts.txt", readFileSync(sandbox.path("departures/alerts.txt"), "utf8").split("\n", 1)[0] + "\n");
+  assert.equal(sandbox.done("offline", deck, "-o", copy, "--pdf", file), `5 slides written to ${file}\n`);
+  assert.deepEqual(sheets(file), Array(5).fill([960, 540]));
+  assert.equal(sandbox.done("snapshot", copy, "--pdf", file), `5 slides written to ${file}\n`);
+});
+
 test("what is drawn can be read, slide by slide", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");

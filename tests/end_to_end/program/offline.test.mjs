@@ -5,11 +5,12 @@ import { existsSync, rmSync, writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { allXml, digest, parts, readPart } from "../support/deck.mjs";
 import { drawDeck } from "../support/drawn_deck.mjs";
-import { photoDeck, svg } from "../support/driven_deck.mjs";
+import { linkedSheetDeck, photoDeck, svg } from "../support/driven_deck.mjs";
 import { linkWhole } from "../support/linked_whole.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { added, findings } from "../support/valid.mjs";
 import { makeValueDeck, textSource } from "../support/value_deck.mjs";
+import { until } from "../support/wait.mjs";
 
 // What is drawn of each slide; clocks stand at no time.
 function drawings(sandbox, deck) {
@@ -95,4 +96,33 @@ test("clocks go on as date fields", (t) => {
   const copy = sandbox.path("copy.pptx");
   sandbox.run("offline", deck, "-o", copy, "--keep-clocks");
   assert.match(allXml(copy), /<a:fld id="[^"]+" type="datetime1[0-3]">/);
+});
+
+test("a copy that is made at the desk is as the verb's, and can be downloaded", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = linkedSheetDeck(sandbox, "Prices!R1C1:R4C4");
+  const desk = await sandbox.edit(deck);
+  const window = await desk.openWindow();
+  await window.do("press/cbrOfflineCopy");
+  await window.raise(await window.form("frmOfflineCopy"), { control: "cmdOK", event: "click" });
+  const notice = await window.until("the copy", ({ notices }) =>
+    notices.find(({ actions }) => actions.some(({ id }) => id === "download")),
+  );
+  assert.match(notice.text, /^shop-offline\.pptx /);
+  await window.do(`notices/${notice.id}/download`);
+  const { data } = await until("the download", () => window.events.find(({ event }) => event === "download"));
+  assert.equal(data.name, "shop-offline.pptx");
+  const answer = await desk.get(data.path);
+  assert.equal(answer.status, 200);
+  assert.match(answer.headers["content-disposition"], /shop-offline\.pptx/);
+  assert.equal((await desk.get("copies/2")).status, 404);
+
+  const atDesk = sandbox.path("shop/shop-offline.pptx");
+  const byVerb = sandbox.path("copy.pptx");
+  assert.equal(sandbox.run("offline", deck, "-o", byVerb).code, 0);
+  const sheet = (copy) => readPart(copy, parts(copy).find((part) => part.endsWith(".svg")));
+  assert.ok(sheet(byVerb).includes("Country sourdough"));
+  assert.equal(sheet(atDesk), sheet(byVerb));
+  assert.ok(!allXml(atDesk).includes("oleObj"));
+  assertFree(atDesk, "prices.xlsx");
 });

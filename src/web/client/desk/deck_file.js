@@ -6,11 +6,11 @@ const largest = 200 * 1024 * 1024;
 const type = "application/vnd.openxmlformats-officedocument.presentationml.presentation";
 
 export function createDeckFile({ state, server, tell, refused }) {
-  async function download() {
+  async function download(path = "deck", name = state.deck.name) {
     try {
-      const blob = await (await server.ask("GET", "deck")).blob();
+      const blob = await (await server.ask("GET", path)).blob();
       const address = URL.createObjectURL(blob);
-      h("a", { href: address, download: state.deck.name }).click();
+      h("a", { href: address, download: name }).click();
       setTimeout(() => URL.revokeObjectURL(address), 60000);
     } catch (error) {
       refused(error);

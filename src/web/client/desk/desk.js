@@ -148,6 +148,7 @@ const handlers = {
   choose,
   say: ({ text }) => desk.say(text),
   open: ({ url }) => window.open(url, "_blank", "noopener"),
+  download: ({ path, name }) => desk.deckFile.download(path, name),
 };
 
 const go = server.follow({
