@@ -243,3 +243,19 @@ test("a deck whose PowerPoint is on another machine is downloaded, and its newer
   assert.equal(digest(deck), digest(away));
   assert.deepEqual(page.faults, []);
 });
+
+test("an off-line copy is downloaded from its notice", async (t) => {
+  const sandbox = new Sandbox(t);
+  const desk = await sandbox.edit(sandbox.sample("shop"));
+  const { page } = await openDesk(t, desk);
+  await page.getByRole("button", { name: "More commands" }).click();
+  await page.getByRole("menuitem", { name: /Off-line copy/ }).click();
+  await page.getByRole("dialog").getByRole("button", { name: "OK" }).click();
+  const offer = page.getByRole("button", { name: "Download it" });
+  const [download] = await Promise.all([page.waitForEvent("download"), offer.click()]);
+  assert.equal(download.suggestedFilename(), "shop-offline.pptx");
+  const away = sandbox.path("away.pptx");
+  await download.saveAs(away);
+  assert.equal(digest(away), digest(sandbox.path("shop/shop-offline.pptx")));
+  assert.deepEqual(page.faults, []);
+});
