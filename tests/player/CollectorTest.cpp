@@ -32,8 +32,12 @@ TEST_F(CollectorTest, TakesDecksThatWerePutThereByHandWhenTheyHaveComeToRest) {
   folder.put("notes.txt", "no deck");
   look();
   EXPECT_TRUE(collector->isBusy());
+  EXPECT_FALSE(collector->isSettled());
   EXPECT_EQ(deck("Hand").why, "It is being written.");
+  changed = [this] { EXPECT_EQ(deck("Hand").why, "") << "it has come to rest"; };
   look();
+  changed = [] {};
+  EXPECT_TRUE(collector->isSettled());
   EXPECT_EQ(shown(), "Hand");
   EXPECT_EQ(deck("Hand").path, (folder.path() / "Hand.pptx").string()) << "what it reads lies beside it";
   EXPECT_EQ(collector->decks().size(), 1U);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -91,6 +92,8 @@ struct CollectorTest : testing::Test {
   basic::Date now = basic::DateFrom(2026, 11, 22, 12, 0, 0);
   std::int64_t ticks = 0;
   std::vector<std::string> log;
+  /// Done whenever the collector tells of a change, also in the midst of a look.
+  std::function<void()> changed = [] {};
   std::unique_ptr<DeckFolder> source;
   std::unique_ptr<DeckCache> cache;
   std::unique_ptr<DeckCollector> collector;
@@ -107,7 +110,8 @@ struct CollectorTest : testing::Test {
   void startOver(DeckFolder& from) {
     collector = std::make_unique<DeckCollector>(
         from, *cache, kept, options,
-        DeckCollector::Hearer{[] {}, [this](const std::string& line) { log.push_back(line); }});
+        DeckCollector::Hearer{[this] { changed(); },
+                              [this](const std::string& line) { log.push_back(line); }});
     collector->begin(now);
   }
   void look(std::int64_t after = 1000) {

@@ -180,23 +180,21 @@ void why(const PlayOptions& options, Environment& environment) {
     return nullptr;
   };
   constexpr std::int64_t LongestWait = 20'000;
-  waitFor(environment.loop(), LongestWait, [&] {
-    const FolderDeck* deck = find();
-    return folder.wasRead() && (deck == nullptr || deck->isOn || !deck->file.empty());
-  });
+  waitFor(environment.loop(), LongestWait, [&folder] { return folder.isSettled(); });
   const FolderDeck* deck = find();
-  if (deck == nullptr) {
-    const std::string trouble = folder.trouble().empty() ? "" : " " + folder.trouble();
+  const std::string trouble = folder.trouble().empty() ? "" : " " + folder.trouble();
+  if (deck == nullptr)
     fail(name + " is not shown: there is no such deck in " + options.place + "." + trouble);
-  }
-  if (!deck->isOn) fail(deck->name + " is not shown: " + deck->why);
+  if (!deck->isOn) fail(deck->name + " is not shown: " + deck->why + trouble);
   deck::SlideShowOptions show;
   show.seconds = options.seconds;
   const DeckRead read = readDeck(deck->file, deck->path, show);
   if (!read.deck) fail(deck->name + " is not shown: " + read.why);
   const auto change = LF2000::modSchedule::NextChange(deck->schedule, host::Current().clock->Now());
   std::cout << deck->name << " is shown" << (change ? " until " + basic::StoredDate(*change) : "") << ".\n";
-  if (!deck->why.empty()) std::cout << platform::forTerminal(deck->why) << '\n';
+  for (const std::string& line : {deck->why, folder.trouble()}) {
+    if (!line.empty()) std::cout << platform::forTerminal(line) << '\n';
+  }
 }
 
 void play(const PlayOptions& options, Environment& environment) {

@@ -32,10 +32,12 @@ DeckCollector::DeckCollector(DeckFolder& folder, DeckCache& cache, KeptVersions&
 void DeckCollector::look(basic::Date now, std::int64_t ticks) {
   now_ = now;
   ticks_ = ticks;
+  isSettled_ = false;
   FolderListing listing;
   try {
     listing = folder_.list();
   } catch (const basic::Error& error) {
+    isSettled_ = true;
     return tellTrouble(error.description);
   }
   tellTrouble({});
@@ -71,6 +73,7 @@ void DeckCollector::look(basic::Date now, std::int64_t ticks) {
   tellHindrances();
   sweep();
   store();
+  isSettled_ = !isBusy_;
   hearer_.changed();
 }
 
@@ -170,6 +173,11 @@ void DeckCollector::take(const std::string& key, const KnownVersion& version) {
   known.version = version;
   known.highestSerial = std::max(known.highestSerial, version.listed.note.serial);
   attempts_.erase(key);
+  // That of the look before.
+  if (const auto ended = hindrances_.find(key); ended != hindrances_.end()) {
+    tellEnd(ended->second);
+    hindrances_.erase(ended);
+  }
 }
 
 void DeckCollector::await(const Note& note) {

@@ -63,6 +63,8 @@ class DeckCollector {
   /// Why the folder could not be read at the last look, as a sentence; else empty.
   [[nodiscard]] const std::string& trouble() const { return trouble_; }
   [[nodiscard]] bool wasRead() const { return wasRead_; }
+  /// The last look was seen through to its end, and nothing was being written: another would find the same.
+  [[nodiscard]] bool isSettled() const { return isSettled_; }
   /// Another look is due soon.
   [[nodiscard]] bool isBusy() const { return isBusy_; }
 
@@ -109,6 +111,7 @@ class DeckCollector {
   void failed(const std::string& key, const std::string& version, bool isOn, const std::string& why);
   void hinder(const std::string& key, const std::string& name, const std::string& why, bool isRefusal);
   void tellHindrances();
+  void tellEnd(const Hindrance& hindrance) const;
   void tellTrouble(const std::string& why);
 
   DeckFolder& folder_;
@@ -132,6 +135,7 @@ class DeckCollector {
   /// Why what is known could not be stored, when that was told.
   std::string storeFailure_;
   bool wasRead_ = false;
+  bool isSettled_ = false;
   bool isBusy_ = false;
   /// Of the present step.
   basic::Date now_;

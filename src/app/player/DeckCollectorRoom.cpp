@@ -160,8 +160,7 @@ void DeckCollector::hinder(const std::string& key, const std::string& name, cons
 void DeckCollector::tellHindrances() {
   for (auto& [key, hindrance] : hindrances_) {
     if (!hindrance.isSeen) {
-      if (!hindrance.told.empty())
-        hearer_.log("Nothing hinders " + basic::InQuotes(hindrance.name) + " any more.");
+      tellEnd(hindrance);
       continue;
     }
     if (!hindrance.isRefusal && ticks_ - hindrance.since < Patience) continue;
@@ -170,6 +169,11 @@ void DeckCollector::tellHindrances() {
     }
   }
   std::erase_if(hindrances_, [](const auto& each) { return !each.second.isSeen; });
+}
+
+void DeckCollector::tellEnd(const Hindrance& hindrance) const {
+  if (!hindrance.told.empty())
+    hearer_.log("Nothing hinders " + basic::InQuotes(hindrance.name) + " any more.");
 }
 
 void DeckCollector::tellTrouble(const std::string& why) {

@@ -47,6 +47,7 @@ struct Findings {
   std::vector<CollectedDeck> decks;
   std::string trouble;
   bool wasRead = false;
+  bool isSettled = false;
 
   friend bool operator==(const Findings&, const Findings&) = default;
 };
@@ -105,7 +106,7 @@ void PlayerFolder::Shared::run(DeckFolder& folder, DeckCache& cache, const Playe
       {[&publish] { publish(); },
        [this](const std::string& line) { tell([line](Shared& self) { self.log(line); }); }});
   publish = [this, &collector, &told] {
-    Findings found{collector.decks(), collector.trouble(), collector.wasRead()};
+    Findings found{collector.decks(), collector.trouble(), collector.wasRead(), collector.isSettled()};
     if (found == told) return;
     told = found;
     tell([found = std::move(found)](Shared& self) { self.take(found); });
@@ -214,6 +215,7 @@ PlayerFolder::~PlayerFolder() { shared_->end(); }
 const std::vector<FolderDeck>& PlayerFolder::decks() const { return shared_->decks; }
 void PlayerFolder::onChange(std::function<void()> changed) { shared_->changed = std::move(changed); }
 bool PlayerFolder::wasRead() const { return shared_->findings.wasRead; }
+bool PlayerFolder::isSettled() const { return shared_->findings.isSettled; }
 std::string PlayerFolder::trouble() const { return shared_->findings.trouble; }
 std::shared_ptr<const void> PlayerFolder::keep(const FolderDeck& deck) {
   return shared_->kept.keep(deck.version);

@@ -56,6 +56,8 @@ class PlayerFolder {
 
   /// Whether the folder has been read since this object began.
   [[nodiscard]] bool wasRead() const;
+  /// Whether another look at the folder, if it stays as it is, would find the same.
+  [[nodiscard]] bool isSettled() const;
   /// Why the folder cannot be read at present, as a sentence; empty when it can.
   [[nodiscard]] std::string trouble() const;
 
