@@ -14,6 +14,7 @@ void prepareProcess() {
   if (opened >= 0) ::close(opened);
 
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   sigset_t hangUp;
   sigemptyset(&hangUp);
   sigaddset(&hangUp, SIGHUP);

@@ -8,7 +8,7 @@ namespace platform {
 ///   file that is opened, a deck perhaps, would get what is written to standard
 ///   output.
 /// - A pipe or connection that nobody reads is an error of the write (EPIPE) instead
-///   of the end (SIGPIPE).
+///   of the end (SIGPIPE), and so is a file beyond the limit for files (EFBIG, SIGXFSZ).
 /// - The hang-up of the terminal (SIGHUP) waits: a verb that saves finishes first,
 ///   a show takes it as the wish to end (EventLoop::onSignal).
 void prepareProcess();

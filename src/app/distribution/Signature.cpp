@@ -39,11 +39,12 @@ int noPassword(char*, int, int, void*) { return -1; }
 
 template <typename Read>
 Key readKey(const std::string& file, const std::string& kind, Read read) {
+  const std::string none =
+      file + ": this is no " + kind + " key (PEM, without a password). 'lumenfold key new' makes one.";
+  if (const auto state = opc::stateOfFile(file); state && state->size > LargestKeyFile) fail(none);
   const std::string text = opc::readFile(file, LargestKeyFile).bytes;
   const Bio bio(BIO_new_mem_buf(text.data(), static_cast<int>(text.size())), BIO_free);
-  Key key =
-      held(bio ? read(bio.get()) : nullptr,
-           file + ": this is no " + kind + " key (PEM, without a password). 'lumenfold key new' makes one.");
+  Key key = held(bio ? read(bio.get()) : nullptr, none);
   if (EVP_PKEY_get_id(key.get()) != EVP_PKEY_ED25519)
     fail(file + ": this key is of another kind than Ed25519.");
   return key;

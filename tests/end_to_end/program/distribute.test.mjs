@@ -1,11 +1,22 @@
 // A deck on its way to players: what lies in the distribution folder afterwards, and what does not go.
 
 import assert from "node:assert/strict";
+import { spawn } from "node:child_process";
 import { createHash, createPublicKey, verify } from "node:crypto";
-import { existsSync, mkdirSync, readFileSync, readdirSync, statSync, writeFileSync } from "node:fs";
+import {
+  chmodSync,
+  copyFileSync,
+  existsSync,
+  mkdirSync,
+  readFileSync,
+  readdirSync,
+  statSync,
+  truncateSync,
+  writeFileSync,
+} from "node:fs";
 import { test } from "node:test";
 import { allXml } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
+import { asNobody, Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck } from "../support/value_deck.mjs";
 
 function prepared(t) {
@@ -120,4 +131,44 @@ test("what cannot be sent leaves the folder as it was", (t) => {
   refused(/itself lies in the distribution folder/, "--folder", sandbox.path("shop"));
   refused(/holds no deck 'shop'/, ...to, "--withdraw");
   assert.deepEqual(names(), []);
+});
+
+test("a folder that takes no more keeps what it had", (t) => {
+  const { sandbox, deck, out, send } = prepared(t);
+  send();
+  const everything = () => readdirSync(sandbox.path("out"), { recursive: true }).sort();
+  const before = everything();
+  const note = readFileSync(out("shop.sent.json"));
+  const refused = (pattern, command, ...args) => {
+    const { code, error } = sandbox.runWith({ before: command, environment: { TMPDIR: "/tmp" } }, "distribute", deck, "--folder", sandbox.path("out"), ...args);
+    assert.equal(code, 1, error);
+    assert.match(error, pattern);
+    assert.deepEqual(everything(), before);
+    assert.deepEqual(readFileSync(out("shop.sent.json")), note);
+  };
+  chmodSync(sandbox.path("out"), 0o555);
+  for (const way of ["live", "files"]) refused(/out.*: Permission denied\./, asNobody, "--way", way);
+  chmodSync(sandbox.path("out"), 0o755);
+  // The deck has room, what it reads has none.
+  truncateSync(sandbox.path("shop/values.txt"), 8 << 20);
+  refused(/values\.txt.*: File too large/, ["prlimit", `--fsize=${4 << 20}`], "--way", "files");
+});
+
+test("senders at the same time wait for each other", async (t) => {
+  const { sandbox, deck, out, note } = prepared(t);
+  copyFileSync(deck, sandbox.path("shop/other.pptx"));
+  const decks = [deck, deck, deck, sandbox.path("shop/other.pptx"), sandbox.path("shop/other.pptx")];
+  const senders = decks.map((each, i) => {
+    const args = ["distribute", each, "--folder", sandbox.path("out"), "--way", i % 2 ? "files" : "live"];
+    const sender = spawn(sandbox.program, args, { env: sandbox.environment, stdio: ["ignore", "ignore", "pipe"] });
+    let error = "";
+    sender.stderr.setEncoding("utf8").on("data", (text) => (error += text));
+    return new Promise((resolve) => sender.on("close", (code) => resolve({ code, error })));
+  });
+  for (const { code, error } of await Promise.all(senders)) assert.equal(code, 0, error);
+  const notes = ["other", "shop"].map(note);
+  assert.deepEqual(JSON.parse(readFileSync(out("index.json"))).notes, notes);
+  for (const { folder, files } of notes) {
+    for (const { path, sha256: sum } of files) assert.equal(sha256(out(`${folder}/${path}`)), sum);
+  }
 });
