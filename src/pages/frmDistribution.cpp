@@ -28,7 +28,7 @@ bool IsEmpty(const Forms::TextBox& box) { return basic::Trim(box.Text()).empty()
 }  // namespace
 
 frmDistribution::frmDistribution(std::shared_ptr<clsPresentation> presentation)
-    : frmPage("frmDistribution", "Distribution list", Forms::Placement::Dialog, std::move(presentation)),
+    : frmPage("frmDistribution", "Delivery to players", Forms::Placement::Dialog, std::move(presentation)),
       txtComputers_(Add<Forms::TextBox>("txtComputers", ComputerLines)),
       cmdBrowse_(Add<Forms::CommandButton>("cmdBrowse", "&Browse\u2026")),
       txtStart_(Add<Forms::TextBox>("txtStart")),
@@ -190,7 +190,7 @@ bool frmDistribution::Apply() {
       computers == Presentation()->DistributionList()) {
     return true;
   }
-  modLinkEdits::Begin(*Presentation(), "Distribution list");
+  modLinkEdits::Begin(*Presentation(), "Delivery to players");
   Presentation()->SetDistributionListTags(schedule->start, schedule->stop, std::move(computers),
                                           std::move(schedule->days), std::move(schedule->hours));
   return true;

@@ -33,7 +33,7 @@ TEST_F(DistributionTest, StoresForWhomAndWhen) {
   view.Set("txtHours", " 06:00-22:00 ");
   view.Click("cmdOK");
   EXPECT_TRUE(view.IsEmpty());
-  EXPECT_THAT(Steps(), ElementsAre("Distribution list"));
+  EXPECT_THAT(Steps(), ElementsAre("Delivery to players"));
   EXPECT_EQ((*deck->tags)["CORVANE DISTRIBUTION COMPUTER"], "hall-1\tHALL-2\thall-3\t");
   EXPECT_EQ((*deck->tags)["CORVANE DISTRIBUTION START"], "2026-12-01 06:00:00");
   EXPECT_EQ((*deck->tags)["CORVANE DISTRIBUTION DAYS"], "mon-fri");
@@ -44,7 +44,7 @@ TEST_F(DistributionTest, StoresForWhomAndWhen) {
   EXPECT_EQ(view.Text("txtStart"), "12/1/2026 6:00:00 AM");
   EXPECT_EQ(view.Text("txtStop"), "");
   view.Click("cmdOK");
-  EXPECT_THAT(Steps(), ElementsAre("Distribution list"));
+  EXPECT_THAT(Steps(), ElementsAre("Delivery to players"));
   EXPECT_THAT(distribution.sent, IsEmpty());
 }
 
