@@ -91,7 +91,9 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// column the first is reported.
   void FillValues(bool requery);
   /// Fills one shape of a slide, if it is linked, from what is held now: nothing is opened or waited for.
-  void FillShape(PowerPoint::Slide& slide, const std::shared_ptr<PowerPoint::Shape>& shape);
+  /// `scrolledBy`: rows by which it is shown further down the data than its link says.
+  void FillShape(PowerPoint::Slide& slide, const std::shared_ptr<PowerPoint::Shape>& shape,
+                 double scrolledBy = 0);
   /// The same for all shapes of a connection. What was saved stays so.
   void FillConnection(std::string_view tagNumber);
   /// Brings the slide's clocks up to the present time; those whose text stays are left alone. What was saved
@@ -198,7 +200,7 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void Blank(const PowerPoint::Slide& slide, const clsShape& link);
   static void ShowAgain(const BlankedTexts& blanked, const PowerPoint::Slide& slide,
                         PowerPoint::Shape& shape);
-  void FillLink(PowerPoint::Slide& slide, const clsShape& link);
+  void FillLink(PowerPoint::Slide& slide, const clsShape& link, double scrolledBy = 0);
   static void FillClock(const clsShape& link, std::int32_t displayType);
   /// The connection of that number, if its shapes can be filled; null without.
   [[nodiscard]] std::shared_ptr<clsConnection> ReadyConnection(std::string_view tagNumber) const;
@@ -212,10 +214,10 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void GiveUpReading(const clsConnection& connection);
   void DropReadings();
   [[nodiscard]] bool IsDue(const clsConnection& connection) const;
-  void FillField(PowerPoint::Slide& slide, const clsShape& link, std::int32_t displayType);
+  void FillField(PowerPoint::Slide& slide, const clsShape& link, std::int32_t displayType, double scrolledBy);
   void FillGraph(const clsShape& link);
-  void FillTable(const clsShape& link, std::int32_t displayType);
-  void FillObject(const clsShape& link, std::int32_t displayType);
+  void FillTable(const clsShape& link, std::int32_t displayType, double scrolledBy);
+  void FillObject(const clsShape& link, std::int32_t displayType, double scrolledBy);
   /// Writes a copy as a save would leave the file.
   void SaveWithoutValues(const std::string& fileName);
   /// Shapes of a deck that an author works on show something, also when it was never said what.

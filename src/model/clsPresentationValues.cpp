@@ -65,11 +65,11 @@ bool Scrolls(PowerPoint::Slide& slide, PowerPoint::Shape& shape) {
 
 }  // namespace
 
-void clsPresentation::FillShape(PowerPoint::Slide& slide,
-                                const std::shared_ptr<PowerPoint::Shape>& shape) try {
+void clsPresentation::FillShape(PowerPoint::Slide& slide, const std::shared_ptr<PowerPoint::Shape>& shape,
+                                double scrolledBy) try {
   clsShape link;
   link.ShapeItem(shape);
-  if (link.LumenfoldEnabled()) FillLink(slide, link);
+  if (link.LumenfoldEnabled()) FillLink(slide, link, scrolledBy);
 } catch (...) {
   modErrors::CatchError(modErrors::FillingValues);
 }
@@ -98,7 +98,7 @@ void clsPresentation::ShowAgain(const BlankedTexts& blanked, const PowerPoint::S
 }
 
 /// A shape that cannot be filled is reported and keeps no other from being filled.
-void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) try {
+void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link, double scrolledBy) try {
   PowerPoint::Shape& shape = *link.ShapeItem();
   const std::int32_t displayType = modGlobalFunctions::CurrentDisplayType;
   switch (static_cast<SourceType>(link.SourceType())) {
@@ -106,14 +106,14 @@ void clsPresentation::FillLink(PowerPoint::Slide& slide, const clsShape& link) t
       FillClock(link, displayType);
       return;
     case SourceType::DataField:
-      FillField(slide, link, displayType);
+      FillField(slide, link, displayType, scrolledBy);
       return;
     case SourceType::LinkedObject:
-      FillObject(link, displayType);
+      FillObject(link, displayType, scrolledBy);
       return;
     case SourceType::Graph:
       if (shape.HasTable()) {
-        FillTable(link, displayType);
+        FillTable(link, displayType, scrolledBy);
       } else if (displayType == ShowsValues) {
         FillGraph(link);
       }
@@ -155,16 +155,16 @@ std::shared_ptr<clsConnection> clsPresentation::ReadyConnection(std::string_view
   return isReady ? connection : nullptr;
 }
 
-void clsPresentation::FillField(PowerPoint::Slide& slide, const clsShape& link,
-                                std::int32_t displayType) try {
+void clsPresentation::FillField(PowerPoint::Slide& slide, const clsShape& link, std::int32_t displayType,
+                                double scrolledBy) try {
   PowerPoint::Shape& shape = *link.ShapeItem();
   const auto connection = ReadyConnection(link.ConnectionTagNumber());
   if (!connection) return;
   bool noValue = true;
   // What scrolls shows its first row, and runs past the end of the data in every show: that is no news.
-  std::string text =
-      connection->GetValueDatabase(link.Row(), link.ColumnName(), static_cast<std::int16_t>(displayType),
-                                   /*showMarkers=*/!Scrolls(slide, shape), noValue);
+  std::string text = connection->GetValueDatabase(
+      link.Row() + scrolledBy, link.ColumnName(), static_cast<std::int16_t>(displayType),
+      /*showMarkers=*/scrolledBy == 0 && !Scrolls(slide, shape), noValue);
   if (text.empty()) text = " ";
   const auto range = shape.TextFrame()->TextRange();
   if (range->Text() != text) range->Text(text);
@@ -181,15 +181,15 @@ void clsPresentation::FillGraph(const clsShape& link) {
   if (connection) modGraph::FillGraph(*link.ShapeItem(), *connection);
 }
 
-void clsPresentation::FillTable(const clsShape& link, std::int32_t displayType) {
+void clsPresentation::FillTable(const clsShape& link, std::int32_t displayType, double scrolledBy) {
   const auto connection = ReadyConnection(link.ConnectionTagNumber());
   if (!connection) return;
   PowerPoint::Shape& shape = *link.ShapeItem();
   modTable::WriteCells(
-      shape, modTable::ReadCells(shape, *connection, /*firstRow=*/1, static_cast<std::int16_t>(displayType)));
+      shape, modTable::ReadCells(shape, *connection, 1 + scrolledBy, static_cast<std::int16_t>(displayType)));
 }
 
-void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType) try {
+void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType, double scrolledBy) try {
   PowerPoint::Shape& shape = *link.ShapeItem();
   if (displayType != ShowsValues) {
     // A picture has no way to show a link's name.
@@ -200,11 +200,12 @@ void clsPresentation::FillObject(const clsShape& link, std::int32_t displayType)
   if (!connection) return;
   bool noValue = true;
   const std::string name =
-      connection->GetValueObject(link.Row(), link.ColumnName(), link.ObjectFolder(), link.ObjectExtension(),
-                                 ShowsValues, /*showMarkers=*/false, noValue);
+      connection->GetValueObject(link.Row() + scrolledBy, link.ColumnName(), link.ObjectFolder(),
+                                 link.ObjectExtension(), ShowsValues, /*showMarkers=*/false, noValue);
   if (noValue) {
     // While editing, the last picture stays; previewed, the author's own comes back, as in a show.
-    if (connection->Preview() != DataPreview::AsTheyAre) modLinkedFiles::ShowOwnContent(shape);
+    if (scrolledBy != 0 || connection->Preview() != DataPreview::AsTheyAre)
+      modLinkedFiles::ShowOwnContent(shape);
     return;
   }
   modLinkedFiles::ShowFile(shape,

@@ -16,7 +16,7 @@ frmPage::frmPage(std::string name, std::string caption, Forms::Placement placeme
 
 void frmPage::Open() {
   Reload();
-  Show(where_);
+  Show(where_, [this](Forms::Result) { Closed(); });
 }
 
 void frmPage::AddOKCancel() {

@@ -38,6 +38,9 @@ class frmPage : public Forms::Form {
   /// A whole number and nothing else but blanks around it.
   [[nodiscard]] static std::optional<std::int64_t> WholeNumber(std::string_view text);
 
+  /// The page has been closed, however.
+  virtual void Closed() {}
+
   void CatchError() override;
 
  private:

@@ -33,6 +33,7 @@ frmSlide::frmSlide(Forms::Placement placement, std::shared_ptr<clsPresentation> 
                    std::shared_ptr<PowerPoint::Slide> slide)
     : frmPage("frmSlide", "Slide", placement, std::move(presentation)),
       slide_(std::move(slide)),
+      play_(std::make_shared<ScrollPlay>(Presentation(), slide_)),
       chkHideWhenNoData_(Add<Forms::CheckBox>("chkHideWhenNoData", "&Hide when no data")),
       lblHides_(Add<Forms::Label>("lblHides")),
       chkRefreshLinkedObjects_(Add<Forms::CheckBox>("chkRefreshLinkedObjects", "&Refresh linked objects")),
@@ -46,7 +47,8 @@ frmSlide::frmSlide(Forms::Placement placement, std::shared_ptr<clsPresentation> 
       txtStep_(Add<Forms::TextBox>("txtStep")),
       txtTime_(Add<Forms::TextBox>("txtTime")),
       cmdAdd_(Add<Forms::CommandButton>("cmdAdd", "&Add")),
-      cmdRemove_(Add<Forms::CommandButton>("cmdRemove", "Re&move")) {
+      cmdRemove_(Add<Forms::CommandButton>("cmdRemove", "Re&move")),
+      cmdPlay_(Add<Forms::CommandButton>("cmdPlay", "&Play")) {
   Subject(std::to_string(slide_->SlideIndex()));
   txtStep_.Unit("rows");
   txtTime_.Unit("ms");
@@ -65,6 +67,8 @@ frmSlide::frmSlide(Forms::Placement placement, std::shared_ptr<clsPresentation> 
   }
   cmdAdd_.Click = [this] { cmdAdd_Click(); };
   cmdRemove_.Click = [this] { cmdRemove_Click(); };
+  cmdPlay_.Click = [this] { cmdPlay_Click(); };
+  cmdPlay_.Hint("The slide scrolls as in a show, no page for more than 2 s.");
 
   AddRow("", {&chkHideWhenNoData_});
   AddRow("", {&lblHides_});
@@ -75,7 +79,7 @@ frmSlide::frmSlide(Forms::Placement placement, std::shared_ptr<clsPresentation> 
   AddRow("", {&chkScroll_}, &fraScroll_);
   AddRow("&Step", {&txtStep_}, &fraScroll_);
   AddRow("&Time", {&txtTime_}, &fraScroll_);
-  AddRow("", {&cmdAdd_, &cmdRemove_}, &fraScroll_);
+  AddRow("", {&cmdAdd_, &cmdRemove_, &cmdPlay_}, &fraScroll_);
   AddOKCancel();
   Read();
   chkScroll_.Value(true);
@@ -101,6 +105,14 @@ void frmSlide::ShowState() {
   chkRefreshLinkedObjects_.Value(properties_.RefreshLinkedObjects());
   ShowHides();
   ShowEntries();
+  play_->TakeUp(properties_);
+  ShowPlay();
+}
+
+void frmSlide::ShowPlay() {
+  cmdPlay_.Caption(play_->IsPlaying() ? "Sto&p" : "&Play");
+  cmdPlay_.Enabled(play_->PageCount() > 1, play_->Scrolls() ? "The data have no further rows to scroll to."
+                                                            : "Nothing on this slide scrolls.");
 }
 
 void frmSlide::ShowHides() {
@@ -229,7 +241,17 @@ void frmSlide::cmdRemove_Click() {
   Changed();
 }
 
+void frmSlide::cmdPlay_Click() {
+  if (play_->IsPlaying()) {
+    play_->Stop();
+  } else {
+    play_->Start();
+  }
+  ShowPlay();
+}
+
 void frmSlide::Changed() {
+  play_->Stop();
   isChanged_ = true;
   if (IsDocked()) Write("frmSlide " + std::to_string(slide_->SlideID()) + " " + txtEntry_.Text());
   ShowState();

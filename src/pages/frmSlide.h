@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "model/clsSlide.h"
+#include "pages/ScrollPlay.h"
 #include "pages/frmPage.h"
 
 namespace LF2000 {
@@ -19,6 +21,7 @@ class frmSlide final : public frmPage {
 
  protected:
   bool Apply() override;
+  void Closed() override { play_->Stop(); }
 
  private:
   struct Entry {
@@ -32,6 +35,7 @@ class frmSlide final : public frmPage {
   void ShowState();
   void ShowHides();
   void ShowEntries();
+  void ShowPlay();
   /// What an entry moves in a show: "shapes of 001", "shape '7'".
   [[nodiscard]] std::string Moves(std::int32_t number) const;
 
@@ -39,6 +43,7 @@ class frmSlide final : public frmPage {
   void EntryField_Change();
   void cmdAdd_Click();
   void cmdRemove_Click();
+  void cmdPlay_Click();
   /// What stands in the fields; nothing, and a complaint, for what is none.
   [[nodiscard]] std::optional<Entry> EntryInFields();
   [[nodiscard]] std::optional<std::int32_t> NumberInField(Forms::TextBox& box, std::int32_t least,
@@ -50,6 +55,7 @@ class frmSlide final : public frmPage {
   std::shared_ptr<PowerPoint::Slide> slide_;
   clsSlide properties_;
   bool isChanged_ = false;
+  std::shared_ptr<ScrollPlay> play_;
   Forms::CheckBox& chkHideWhenNoData_;
   Forms::Label& lblHides_;
   Forms::CheckBox& chkRefreshLinkedObjects_;
@@ -63,6 +69,7 @@ class frmSlide final : public frmPage {
   Forms::TextBox& txtTime_;
   Forms::CommandButton& cmdAdd_;
   Forms::CommandButton& cmdRemove_;
+  Forms::CommandButton& cmdPlay_;
 };
 
 }  // namespace LF2000

@@ -15,6 +15,7 @@
 #include "model/clsSlide.h"
 #include "model/modTable.h"
 #include "model/modTags.h"
+#include "runtime/SlideScrolling.h"
 
 namespace LF2000 {
 
@@ -126,61 +127,14 @@ clsSlide clsRuntime::ReadSlideProperties(PowerPoint::Slide& slide) {
   return properties;
 }
 
-namespace {
-
-/// The scroll entry that a shape's name means, if it is a number.
-std::int32_t EntryOfName(const clsRTShapeInfo& shape) {
-  std::int32_t number = 0;
-  modGlobalFunctions::IgnoreErrors([&] { number = basic::CLng(shape.Name); });
-  return number;
-}
-
-bool ShowsRows(const clsRTShapeInfo& shape) {
-  return shape.TableRows || shape.SourceType != static_cast<std::int32_t>(SourceType::Graph);
-}
-
-double LastRow(const clsRTShapeInfo& shape) {
-  return shape.Row + std::max(0, shape.TableRows.value_or(1) - 1);
-}
-
-}  // namespace
-
 void clsRuntime::NoteScrolling(std::int32_t slide, const clsSlide& properties) {
-  std::vector<clsRTShapeInfo>& shapes = shapes_[static_cast<std::size_t>(slide)];
-  std::vector<clsRTScrollInfo>& scrolls = slideInfo_[static_cast<std::size_t>(slide)].Scrolls;
-  const auto join = [&](std::int32_t number, const auto& isMeant) {
-    const std::string key = std::to_string(number);
-    clsRTScrollInfo scroll;
-    scroll.Step = properties.ScrollStep(key);
-    scroll.Time = properties.ScrollTime(key);
-    for (clsRTShapeInfo& shape : shapes) {
-      if (!ShowsRows(shape) || shape.Scroll || !isMeant(shape)) continue;
-      shape.Scroll = scrolls.size();
-      scroll.FirstRow = scroll.ConnectionKey.empty() ? shape.Row : std::min(scroll.FirstRow, shape.Row);
-      const double last = LastRow(shape);
-      scroll.LastRow = scroll.ConnectionKey.empty() ? last : std::max(scroll.LastRow, last);
-      scroll.ConnectionKey = shape.ConnectionKey;
-    }
-    if (scroll.ConnectionKey.empty()) return false;
-    scrolls.push_back(std::move(scroll));
-    return true;
-  };
-
-  std::vector<std::int32_t> ofConnections;
-  for (const std::int32_t number : properties.ScrollEntryNumbers()) {
-    const std::string key = std::to_string(number);
-    if (!properties.ScrollEnabled(key) || properties.ScrollStep(key) == 0) continue;
+  const auto index = static_cast<std::size_t>(slide);
+  slideInfo_[index].Scrolls = JoinScrolling(properties, shapes_[index]);
+  for (const std::int32_t number : ScrollingEntries(properties)) {
     // Faster than screens follow, several steps are taken at once.
     constexpr double ShortestTick = 20;
-    const double tick = std::max<double>(properties.ScrollTime(key), ShortestTick);
+    const double tick = std::max<double>(properties.ScrollTime(std::to_string(number)), ShortestTick);
     scrollInterval_ = scrollInterval_ == NoScrollInterval ? tick : std::min(scrollInterval_, tick);
-    if (!join(number, [&](const clsRTShapeInfo& shape) { return EntryOfName(shape) == number; })) {
-      ofConnections.push_back(number);
-    }
-  }
-  for (const std::int32_t number : ofConnections) {
-    const std::string key = modGlobalFunctions::Format000(number);
-    join(number, [&](const clsRTShapeInfo& shape) { return shape.ConnectionKey == key; });
   }
 }
 
@@ -201,32 +155,18 @@ void clsRuntime::AddShape(std::int32_t slide, const clsShape& link) {
 }
 
 void clsRuntime::AddDataShape(std::int32_t slide, const clsShape& link) {
-  const std::int32_t number = basic::CLng(link.ConnectionTagNumber());
-  if (number < 1 || number >= static_cast<std::int32_t>(ConnectionPlaces)) return;
-
-  const auto index = static_cast<std::size_t>(slide);
-  clsRTShapeInfo info;
-  info.Name = link.ShapeItem()->Name();
-  info.SourceType = link.SourceType();
-  info.ConnectionNumber = link.ConnectionTagNumber();
-  info.ConnectionKey = modGlobalFunctions::Format000(number);
-  info.ColumnName = link.ColumnName();
-  info.Row = link.Row();
-  info.DateFormat = link.DateFormat();
-  info.ObjectFolder = link.ObjectFolder();
-  info.ObjectExtension = link.ObjectExtension();
-  if (static_cast<SourceType>(info.SourceType) != SourceType::Graph) {
-    usedColumns_[info.ConnectionKey].insert(info.ColumnName);
-  } else if (link.ShapeItem()->HasTable()) {
-    const auto table = link.ShapeItem()->Table();
-    info.Row = 1;
-    info.TableRows = modTable::BodyRows(*table);
-    for (std::string& column : modTable::HeaderTexts(*table)) {
-      if (!column.empty()) usedColumns_[info.ConnectionKey].insert(std::move(column));
+  auto info = DataShapeOf(link);
+  if (!info) return;
+  if (static_cast<SourceType>(info->SourceType) != SourceType::Graph) {
+    usedColumns_[info->ConnectionKey].insert(info->ColumnName);
+  } else if (info->TableRows) {
+    for (std::string& column : modTable::HeaderTexts(*link.ShapeItem()->Table())) {
+      if (!column.empty()) usedColumns_[info->ConnectionKey].insert(std::move(column));
     }
   }
-  shapes_[index].push_back(std::move(info));
-  usedConnections_[index].set(static_cast<std::size_t>(number));
+  const auto index = static_cast<std::size_t>(slide);
+  usedConnections_[index].set(static_cast<std::size_t>(basic::CLng(info->ConnectionNumber)));
+  shapes_[index].push_back(std::move(*info));
 }
 
 void clsRuntime::AddLinkedObject(PowerPoint::Shape& shape, bool everyFile) {

@@ -133,5 +133,92 @@ TEST_F(SlideTest, ADialogWritesOnOKAndLosesNoEntryThatWasTyped) {
   EXPECT_THAT(Steps(), ElementsAre("Slide properties"));
 }
 
+struct ScrollPlayTest : OpenDeck {
+  ScrollPlayTest() {
+    slide.tags->items = {{"CORVANE SCROLLSTEP1", "True\t2\t500"}};
+    AddField("a", 1, "Item");
+    AddField("b", 2, "Item");
+    AddField("still", 1, "Name", "002");
+    presentation->FillValues(false);
+    Dock({});
+  }
+  std::string Texts() {
+    std::string texts;
+    for (const auto& shape : slide.shapes) texts += shape->text + "|";
+    return texts;
+  }
+  static constexpr const char* AtRest = "Rye|Plum|Cake|";
+};
+
+TEST_F(ScrollPlayTest, StepsThroughThePagesAsAShowWouldAndChangesNothing) {
+  const auto tags = slide.tags->items;
+  deck->saved = true;
+  ASSERT_EQ(Texts(), AtRest);
+  view.Click("cmdPlay");
+  EXPECT_EQ(view.Property("cmdPlay", "Caption"), "Sto&p");
+  EXPECT_EQ(Texts(), "Seed| |Cake|") << "beyond the data nothing is shown, nor marked";
+  machine.loop.Advance(499);
+  EXPECT_EQ(Texts(), "Seed| |Cake|");
+  machine.loop.Advance(1);
+  EXPECT_EQ(Texts(), AtRest);
+  machine.loop.Advance(500);
+  EXPECT_EQ(Texts(), "Seed| |Cake|");
+  view.Click("cmdPlay");
+  EXPECT_EQ(view.Property("cmdPlay", "Caption"), "&Play");
+  EXPECT_EQ(Texts(), AtRest);
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(Texts(), AtRest);
+  EXPECT_EQ(slide.tags->items, tags);
+  EXPECT_TRUE(deck->saved);
+  EXPECT_THAT(Steps(), IsEmpty());
+}
+
+TEST_F(ScrollPlayTest, NoPageStandsLongerThanTwoSecondsOrUnreadablyShort) {
+  const auto stands = [&](const char* time) {
+    slide.tags->items = {{"CORVANE SCROLLSTEP1", std::string("True\t2\t") + time}};
+    modPages::Refresh(presentation);
+    view.Click("cmdPlay");
+    int milliseconds = 0;
+    while (Texts() != AtRest && milliseconds < 10'000) {
+      machine.loop.Advance(10);
+      milliseconds += 10;
+    }
+    view.Click("cmdPlay");
+    return milliseconds;
+  };
+  EXPECT_EQ(stands("60000"), 2000);
+  EXPECT_EQ(stands("20"), 100);
+}
+
+TEST_F(ScrollPlayTest, AnythingElseEndsItAndNewDataAreTakenUp) {
+  view.Click("cmdPlay");
+  machine.files.Write("/decks/today.txt", "Item\tPrice\nA\t1\nB\t2\nC\t3\nD\t4\n");
+  presentation->Connections().front()->Requery(true);
+  presentation->FillConnection("001");
+  ASSERT_EQ(Texts(), "A|B|Cake|");
+  modPages::Refresh(presentation);
+  EXPECT_EQ(Texts(), "C|D|Cake|") << "the page that was on";
+  view.Check("chkHideWhenNoData", true);
+  EXPECT_EQ(Texts(), "A|B|Cake|");
+  EXPECT_FALSE(machine.loop.HasTimers());
+
+  view.Click("cmdPlay");
+  ASSERT_EQ(Texts(), "C|D|Cake|");
+  Dock({slide.shapes.front()});
+  EXPECT_EQ(Texts(), "A|B|Cake|");
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(Texts(), "A|B|Cake|");
+}
+
+TEST_F(ScrollPlayTest, SaysWhyThereIsNothingToPlay) {
+  machine.files.Write("/decks/today.txt", "Item\tPrice\nA\t1\n");
+  presentation->Connections().front()->Requery(true);
+  modPages::Refresh(presentation);
+  EXPECT_EQ(view.Click("cmdPlay"), "The data have no further rows to scroll to.");
+  slide.tags->items = {{"CORVANE SCROLLSTEP1", "False\t2\t500"}};
+  modPages::Refresh(presentation);
+  EXPECT_EQ(view.Click("cmdPlay"), "Nothing on this slide scrolls.");
+}
+
 }  // namespace
 }  // namespace LF2000
