@@ -120,6 +120,19 @@ Frame::Frame(Form& form, std::string name, std::string_view caption)
   Set("Caption", std::string(caption));
 }
 
+void Grid::Rows(Forms::Rows rows) {
+  Set("Rows", std::move(rows));
+  Set("Selected", Places());
+}
+
+bool Grid::Shows(const Places& places) const {
+  if (!Get<bool>("Selects") || places.size() != 4) return false;
+  const auto rows = static_cast<std::int64_t>(Get<Forms::Rows>("Rows").Cells.size());
+  const auto columns = static_cast<std::int64_t>(Get<Forms::Items>("Columns").size());
+  return -1 <= places[0] && places[0] <= places[2] && places[2] < rows && 0 <= places[1] &&
+         places[1] <= places[3] && places[3] < columns;
+}
+
 void ProgressBar::Step(std::int64_t step, std::int64_t maximum) {
   Set("Step", step);
   Set("Maximum", maximum);
@@ -194,6 +207,7 @@ bool Takes(const Control& control, const Event& event) {
         case Kind::OptionButton:
           return holds(bool());
         case Kind::ListBox:
+        case Kind::Grid:
           return holds(Places());
         default:
           return false;
@@ -234,6 +248,11 @@ std::optional<std::string> Form::Objection(const Event& event) const {
     return control->Reason().empty() ? "'" + event.Control + "' is not enabled." : control->Reason();
   }
   if (!Takes(*control, event)) return "'" + event.Control + "' does not take this.";
+  const auto* grid = dynamic_cast<const Grid*>(control);
+  const bool isDrawn = grid != nullptr && event.Kind == EventKind::Change;
+  if (isDrawn && !grid->Shows(std::get<Places>(*event.NewValue))) {
+    return "'" + event.Control + "' does not show these cells.";
+  }
   if (!IsOffered(*control, event)) return "'" + event.Control + "' does not offer this.";
   return std::nullopt;
 }
@@ -267,6 +286,8 @@ void Form::Take(const Event& event) {
       option->Value(std::get<bool>(*event.NewValue));
     } else if (auto* list = dynamic_cast<ListBox*>(control)) {
       list->Selected(std::get<Places>(*event.NewValue));
+    } else if (control->Kind() == Kind::Grid) {
+      control->Set("Selected", *event.NewValue);
     } else if (control->Kind() == Kind::CheckBox) {
       control->Set("Mixed", false);
       control->Set("Value", *event.NewValue);

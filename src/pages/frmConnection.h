@@ -70,6 +70,9 @@ class frmConnection : public frmPage {
   /// Ends the trial, if there is one, and nobody hears.
   static void Abandon(std::shared_ptr<ConnectionTrial>& trial);
 
+  /// Shown by AddPreview.
+  [[nodiscard]] Forms::Grid& Preview() const { return *grdPreview_; }
+
   Forms::TextBox& txtDescription_;
 
  private:

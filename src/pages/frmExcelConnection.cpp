@@ -26,14 +26,11 @@ bool MayBeName(std::string_view text) {
          std::all_of(text.begin(), text.end(), isPart);
 }
 
-/// The letters of the columns that a range takes.
-std::vector<std::string> LettersOf(const std::string& range, std::size_t count) {
+/// The letters of the columns of an area.
+std::vector<std::string> LettersOf(const std::optional<basic::Area>& area, std::size_t count) {
   std::vector<std::string> letters;
-  const auto reference = basic::ParseReference(range);
-  if (!reference) return letters;
-  for (std::uint32_t i = 0; i < count; ++i) {
-    letters.push_back(basic::ColumnLetters(reference->area.firstColumn + i));
-  }
+  if (!area) return letters;
+  for (std::uint32_t i = 0; i < count; ++i) letters.push_back(basic::ColumnLetters(area->firstColumn + i));
   return letters;
 }
 
@@ -58,6 +55,7 @@ frmExcelConnection::frmExcelConnection(const std::shared_ptr<clsPresentation>& p
   AddRow("", {&chkFirstRow_});
   AddRow("", {&lblFound_});
   AddPreview();
+  Preview().Change = [this] { TakeDrawn(); };
   cmdWholeSheet_.Visible(false);
   if (edited) {
     txtFile_.Text(edited->ConnectionFileString());
@@ -179,8 +177,14 @@ void frmExcelConnection::ShowFound(const TrialResult& result, const Found& found
     if (guessesRange_) txtRange_.Text(looked.ConnectionRange());
   }
   OfferRange();
-  const bool isReference = basic::ParseReference(looked.ConnectionRange()).has_value();
-  refusedRange_ = !result.Failure.empty() && found.Table && !isReference ? looked.ConnectionRange() : "";
+  const auto reference = basic::ParseReference(looked.ConnectionRange());
+  shown_ = reference ? std::optional(reference->area) : std::nullopt;
+  showsNames_ = looked.ConnectionFirstRowFieldNames();
+  Preview().Selects(shown_.has_value());
+  Preview().Hint(shown_ && result.Failure.empty()
+                     ? "Draw over cells to take these alone, over headers for whole columns."
+                     : "");
+  refusedRange_ = !result.Failure.empty() && found.Table && !reference ? looked.ConnectionRange() : "";
   if (!result.Failure.empty()) {
     lblFound_.Text(result.Failure, Forms::Severity::Warning);
     return ClearRows();
@@ -192,7 +196,32 @@ void frmExcelConnection::ShowFound(const TrialResult& result, const Found& found
                        basic::AreaText(found.Table->Used),
                    Forms::Severity::Ok);
   }
-  ShowRows(result, LettersOf(looked.ConnectionRange(), result.Columns.size()));
+  ShowRows(result, LettersOf(shown_, result.Columns.size()));
+}
+
+void frmExcelConnection::TakeDrawn() {
+  const Forms::Places& drawn = Preview().Selected();
+  if (!shown_ || drawn.size() != 4) return;
+  const auto below = [](std::uint32_t first, std::int64_t place) {
+    return first + static_cast<std::uint32_t>(place);
+  };
+  basic::Area area = *shown_;
+  area.firstColumn = below(shown_->firstColumn, drawn[1]);
+  area.lastColumn = below(shown_->firstColumn, drawn[3]);
+  const bool isHeadersAlone = drawn[2] < 0;
+  if (!isHeadersAlone) {
+    const std::uint32_t firstRow = shown_->firstRow + (showsNames_ ? 1 : 0);
+    const bool hasNames = showsNames_ && drawn[0] < 0;
+    area.firstRow = hasNames ? shown_->firstRow : below(firstRow, std::max<std::int64_t>(drawn[0], 0));
+    area.lastRow = below(firstRow, drawn[2]);
+    chkFirstRow_.Value(hasNames);
+    guessesFirstRow_ = false;
+  }
+  NoteChange();
+  guessesRange_ = false;
+  Complain(txtRange_, "");
+  txtRange_.Text(area.lastRow == basic::MaximumRow ? GrowingRange(area) : basic::AreaText(area));
+  Look();
 }
 
 void frmExcelConnection::OfferRange() {

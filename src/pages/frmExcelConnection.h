@@ -35,6 +35,9 @@ class frmExcelConnection final : public frmConnection {
   void ShowFound(const TrialResult& result, const Found& found, const clsConnection& looked);
   void ShowSheets(const TrialResult& result, const Found& found, const clsConnection& looked);
   void OfferRange();
+  /// The range becomes what was drawn in the preview: columns with all rows to come where only their headers
+  /// were. A rectangle without the row of the names has none.
+  void TakeDrawn();
 
   Forms::TextBox& txtFile_;
   Forms::CommandButton& cmdBrowse_;
@@ -45,6 +48,10 @@ class frmExcelConnection final : public frmConnection {
   Forms::Label& lblFound_;
   std::shared_ptr<ConnectionTrial> look_;
   std::optional<SheetTable> table_;
+  /// Where the cells of the preview stand; nothing where that is not known, as of a name. Its first row holds
+  /// the column names, or not.
+  std::optional<basic::Area> shown_;
+  bool showsNames_ = false;
   /// A range that the workbook was found not to have, although it is no reference.
   std::string refusedRange_;
   bool guessesFirstRow_;

@@ -74,6 +74,51 @@ TEST_F(ExcelConnectionTest, ARangeIsChecked) {
   EXPECT_EQ(Tag("001"), "2|prices|prices.xlsx|Offer|-1|Prices|");
 }
 
+TEST_F(ExcelConnectionTest, WhatIsDrawnInThePreviewBecomesTheRange) {
+  excel.sheets = {
+      {"Offer",
+       {{{"Item"}, {"Price"}, {"Until"}}, {{"Rye"}, {"4.80"}, {"May"}}, {{"Tart"}, {"3.20"}, {"June"}}}}};
+  const struct {
+    const char* range;
+    bool hasNames;
+    Forms::Places drawn;
+    const char* expected;
+    bool hasNamesThen;
+  } cases[] = {
+      {"B3:D9", true, {-1, 0, 0, 1}, "B3:C4", true},
+      {"B3:D9", true, {0, 1, 0, 2}, "C4:D4", false},
+      {"B3:D9", true, {0, 2, 1, 2}, "D4:D5", false},
+      {"B3:D9", true, {-1, 1, -1, 2}, "C3:D9", true},
+      {"B3:D9", false, {0, 0, 1, 0}, "B3:B4", false},
+      {"B3:C1048576", true, {-1, 1, -1, 1}, "C3:C1048576", true},
+  };
+  for (const auto& c : cases) {
+    Load({"2|Offer|prices.xlsx|Offer|" + std::string(c.hasNames ? "-1" : "0") + "|" + c.range + "|"});
+    OpenExisting("001");
+    EXPECT_EQ(view.Select("grdPreview", c.drawn), "") << c.expected;
+    EXPECT_EQ(view.Text("txtRange"), c.expected);
+    EXPECT_EQ(view.Get<Forms::CheckBox>("chkFirstRow").Value(), c.hasNamesThen) << c.expected;
+    machine.RunJobs();
+    view.Click("cmdOK");
+    EXPECT_THAT(Tag("001"), testing::EndsWith(std::string("|") + c.expected + "|"));
+  }
+}
+
+TEST_F(ExcelConnectionTest, CellsThatAreNotThereCannotBeDrawn) {
+  Load({"2|Offer|prices.xlsx|Offer|-1|B3:D9|"});
+  OpenExisting("001");
+  const std::vector<Forms::Places> wrong = {{},           {0, 0, 0},    {0, 0, 2, 0},  {0, 0, 0, 2},
+                                            {1, 0, 0, 0}, {0, 1, 0, 0}, {-2, 0, 0, 0}, {0, -1, 0, 0}};
+  for (const Forms::Places& drawn : wrong) {
+    EXPECT_EQ(view.Select("grdPreview", drawn), "'grdPreview' does not show these cells.");
+  }
+  EXPECT_EQ(view.Text("txtRange"), "B3:D9");
+  view.Set("txtRange", "Prices");  // a defined name, which says not where its cells stand
+  machine.RunJobs();
+  ASSERT_FALSE(view.Cells("grdPreview").empty());
+  EXPECT_EQ(view.Select("grdPreview", {0, 0, 0, 1}), "'grdPreview' does not show these cells.");
+}
+
 TEST_F(ExcelConnectionTest, SheetsThatCannotBeReadAreSaid) {
   Load({});
   OpenNew(ConnectionKind::Excel);

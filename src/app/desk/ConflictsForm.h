@@ -30,6 +30,7 @@ class ConflictsForm final : public Forms::Form {
 
   /// Whether other conflicts are shown than there are now.
   [[nodiscard]] bool isOutdated() const;
+  [[nodiscard]] bool KeepsAtOnce() const override { return true; }
 
  private:
   struct Line {

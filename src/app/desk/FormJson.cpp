@@ -117,6 +117,7 @@ Json formJson(const Forms::Form& form, const AddressOf& addressOf) {
           {"subject", form.Subject()},
           {"width", form.Width() == Forms::Width::Wide ? "wide" : "narrow"},
           {"placement", form.Placement() == Forms::Placement::Docked ? "docked" : "dialog"},
+          {"keepsAtOnce", form.KeepsAtOnce()},
           {"rows", std::move(rows)},
           {"default", nameOfButton(form.DefaultButton())},
           {"cancel", nameOfButton(form.CancelButton())},

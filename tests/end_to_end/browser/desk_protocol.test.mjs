@@ -221,3 +221,87 @@ test("a server that goes and comes back finds what was typed, in pages and in di
   assert.equal(await description.inputValue(), "Today's menu");
   assert.deepEqual(page.faults, []);
 });
+
+test("cells are drawn over a preview by pointer and by keys, and told when they are let go of", async (t) => {
+  const preview = (more) =>
+    control("Grid", {
+      Selects: true,
+      Columns: [
+        { text: "Item", note: "B" },
+        { text: "Price", note: "C" },
+      ],
+      Rows: {
+        first: 1,
+        cells: [
+          ["Rye", "4.80"],
+          ["Plum", "4.10"],
+        ],
+      },
+      ...more,
+    });
+  const dialog = (id, more) =>
+    docked(id, {
+      ...{ name: "frmExcelConnection", caption: "Worksheet", placement: "dialog", width: "wide", default: "" },
+      rows: [{ label: "", controls: ["grdPreview"], group: "", isButtons: false }],
+      controls: { grdPreview: preview() },
+      ...more,
+    });
+  const { desk, page } = await openDesk(t, { forms: [dialog(4)] });
+  const events = /^forms\/\d+\/events$/;
+  const told = async (place) => (await desk.request(events, place))[1].events;
+  const drawn = (...value) => [{ control: "grdPreview", event: "change", value }];
+  const cell = (text) => page.getByRole("cell", { name: text, exact: true });
+  const centre = async (target) => {
+    const { x, y, width, height } = await target.boundingBox();
+    return [x + width / 2, y + height / 2];
+  };
+  const isMarked = (...texts) =>
+    until(`${texts} marked`, async () => (await page.locator(".taken").allTextContents()).join() === texts.join());
+
+  await cell("Plum").click();
+  await isMarked("Plum");
+  await page.mouse.move(...(await centre(cell("4.10"))));
+  await page.mouse.down();
+  await page.mouse.move(...(await centre(page.getByRole("columnheader", { name: "Item" }))), { steps: 4 });
+  await isMarked("BItem", "CPrice", "Rye", "4.80", "Plum", "4.10");
+  await page.getByText("B to C, rows 1 to 2 and the names").waitFor();
+  assert.equal(desk.asked.filter(([path]) => events.test(path)).length, 0, "a click is no rectangle");
+  await page.mouse.up();
+  assert.deepEqual(await told(0), drawn(-1, 0, 1, 1));
+
+  // Other rows have nothing drawn over them.
+  desk.tell("form", {
+    form: 4,
+    ack: 1,
+    patch: {
+      grdPreview: {
+        Rows: {
+          first: 1,
+          cells: [
+            ["Oat", "0.90"],
+            ["Rye", "1.20"],
+          ],
+        },
+      },
+    },
+  });
+  await isMarked();
+  await page.getByRole("group", { name: "Preview" }).focus();
+  for (const key of ["ArrowDown", "ArrowDown", "ArrowRight"]) await page.keyboard.press(key);
+  await isMarked("0.90");
+  await page.keyboard.down("Shift");
+  await page.keyboard.press("ArrowDown");
+  await page.keyboard.press("ArrowLeft");
+  await isMarked("Oat", "0.90", "Rye", "1.20");
+  await page.keyboard.up("Shift");
+  assert.deepEqual(await told(1), drawn(0, 0, 1, 1));
+
+  // What was drawn is given up after a question, but where it is kept at once.
+  await page.keyboard.press("Escape");
+  await page.keyboard.press("Escape");
+  await page.getByRole("button", { name: "Go on editing" }).click();
+  desk.tell("state", { forms: [dialog(4, { keepsAtOnce: true, ack: 2 })] });
+  await page.getByRole("dialog").getByRole("button", { name: "Close" }).click();
+  await desk.request(/^forms\/4\/close$/);
+  assert.deepEqual(page.faults, []);
+});

@@ -65,7 +65,7 @@ export function createDialogs(desk) {
   // Where something was typed that the form does not keep, it asks.
   async function cancel(dialog) {
     const { view } = dialog;
-    if (view.session.isTouched) {
+    if (view.session.isTouched && !view.form.keepsAtOnce) {
       const answer = await ask({
         caption: view.caption,
         text: "What was changed here is given up.",

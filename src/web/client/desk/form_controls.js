@@ -3,7 +3,8 @@
 
 import { createCombobox } from "./combobox.js";
 import { accessKey, enable, fill, freshId, h, isUsable, mnemonic, set, withoutKey } from "./dom.js";
-import { createList, createPreview } from "./form_lists.js";
+import { createList } from "./form_lists.js";
+import { createPreview } from "./form_preview.js";
 
 const severities = ["plain", "ok", "warning", "error"];
 

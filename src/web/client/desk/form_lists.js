@@ -1,4 +1,4 @@
-// Lists and previews of data in forms.
+// Lists in forms.
 
 import { fill, freshId, h, rove, set } from "./dom.js";
 
@@ -102,50 +102,5 @@ export function createList(name, { session }) {
       set(problem, { text: Problem, hidden: !Problem });
     },
     focus: () => list.children[at]?.focus(),
-  };
-}
-
-// Rows of data, to read.
-export function createPreview(name) {
-  const headers = h("tr");
-  const body = h("tbody");
-  const table = h("table", { "aria-label": "Preview" }, h("thead", {}, headers), body);
-  const note = h("p", { class: "hint" });
-  const element = h(
-    "div",
-    { class: "control preview-of", "data-control": name },
-    h("div", { class: "scroller", tabindex: "0", role: "group", "aria-label": "Preview" }, table),
-    note,
-  );
-  return {
-    element,
-    draw({ Columns = [], Rows = { first: 1, cells: [] }, Total = 0, Visible, Hint = "" }) {
-      set(element, { hidden: !Visible || Columns.length === 0 });
-      fill(
-        headers,
-        [{ text: "" }, ...Columns],
-        (_, i) => i,
-        () => h("th", { scope: "col" }),
-        (cell, { text, note: kind }) => set(cell, { text, title: kind || null }),
-      );
-      fill(
-        body,
-        Rows.cells,
-        (_, i) => i,
-        () => h("tr"),
-        (line, cells, i) => {
-          fill(
-            line,
-            [Rows.first + i, ...cells],
-            (_, place) => place,
-            () => h("td"),
-            (cell, text) => set(cell, { text }),
-          );
-        },
-      );
-      const more = Total - Rows.cells.length;
-      set(note, { text: Hint || (more > 0 ? `${more.toLocaleString()} more rows` : ""), hidden: !Hint && more <= 0 });
-    },
-    focus() {},
   };
 }

@@ -81,8 +81,9 @@ export class FormSession {
 
   // Something was done: sent at once, behind what was typed.
   raise(name, event, value) {
-    if (event === "change") this.#put(name, event, value);
+    if (event === "change" && valueOf[this.form.controls[name].kind]) this.#put(name, event, value);
     else this.#queue.push(value === undefined ? { control: name, event } : { control: name, event, value });
+    if (event === "change" && !this.#touched.has(name)) this.#touched.set(name, undefined); // what was drawn over a preview
     this.flush();
   }
 
