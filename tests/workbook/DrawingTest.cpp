@@ -78,10 +78,11 @@ TEST_F(Drawing, StylesAndMeasuresAreThoseOfTheSheet) {
       << svg.substr(0, 100);
   EXPECT_TRUE(has(svg, R"(<svg x="0" y="0" width="204" height="40">)")) << "merged over A1:B1";
   EXPECT_TRUE(has(svg, "&lt;merged&gt; &amp;"));
-  EXPECT_TRUE(has(svg, R"(font:12px 'Times &lt;&quot;',Carlito)"));
+  EXPECT_TRUE(has(svg, R"(font-size:12px;font-family:'Times &lt;&quot;',Carlito)"));
   EXPECT_TRUE(has(svg, R"(fill="#00ff7f")"));
   EXPECT_TRUE(has(svg, R"(stroke="#ff0000")"));
-  EXPECT_TRUE(has(svg, R"(fill="#ff0000" style="font:bold)") && has(svg, ">-1.3<")) << "the format's red";
+  EXPECT_TRUE(has(svg, R"(fill="#ff0000" style="font-weight:bold)") && has(svg, ">-1.3<"))
+      << "the format's red";
   EXPECT_TRUE(has(svg, "<foreignObject x=\"64\""));
   EXPECT_FALSE(has(svg, ">333<")) << "hidden column";
   EXPECT_TRUE(has(svg, ">####")) << "a number wider than its column";

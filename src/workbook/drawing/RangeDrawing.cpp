@@ -312,10 +312,12 @@ class RangeDrawing {
   static std::string fontStyle(const CellLook& look) {
     // In an attribute, and in quotes of its own there.
     const std::string name = basic::Escaped(basic::Replace(look.font, "'", ""));
-    std::string style = "font:";
-    if (look.isItalic) style += "italic ";
-    if (look.isBold) style += "bold ";
-    style += number(look.size * PxPerPoint) + "px '" + name + "',Carlito,sans-serif";
+    // Few programs but browsers read the shorthand of all these.
+    std::string style;
+    if (look.isItalic) style += "font-style:italic;";
+    if (look.isBold) style += "font-weight:bold;";
+    style +=
+        "font-size:" + number(look.size * PxPerPoint) + "px;font-family:'" + name + "',Carlito,sans-serif";
     if (look.isUnderlined || look.isStruck) {
       style += std::string(";text-decoration:") + (look.isUnderlined ? "underline " : "") +
                (look.isStruck ? "line-through" : "");
