@@ -73,47 +73,46 @@ bool isTable(const Source& source) {
 }
 
 /// What is read while it lives changes nothing. No longer than that: a pooler may hand the session to others.
-class ReadingTransaction {
+class ReadOnly {
  public:
-  /// `begin`: the statement that begins it; empty for none.
-  ReadingTransaction(SQLHDBC connection, const std::string& begin) : connection_(connection), begin_(begin) {
-    if (!begin_.empty()) run(begin_);
+  ReadOnly(SQLHDBC connection, const Dialect& dialect) : connection_(connection), dialect_(dialect) {
+    begin();
   }
-  ~ReadingTransaction() { end(); }
-  ReadingTransaction(const ReadingTransaction&) = delete;
-  ReadingTransaction& operator=(const ReadingTransaction&) = delete;
+  ~ReadOnly() { end(); }
+  ReadOnly(const ReadOnly&) = delete;
+  ReadOnly& operator=(const ReadOnly&) = delete;
 
-  /// After a failure, behind which databases may do nothing more in it.
+  /// After a failure, behind which databases may do nothing more in a transaction.
   void beginAnew() const {
     end();
-    if (!begin_.empty()) run(begin_);
+    begin();
   }
 
  private:
+  void begin() const { run(dialect_.beginReading); }
+  /// What has gone with its connection has ended.
+  void end() const try { run(dialect_.endReading); } catch (const basic::Error&) {
+  }
   void run(const std::string& sql) const {
+    if (sql.empty()) return;
     const Statement statement(connection_);
     if (statement.execute(sql)) return;
     throw basic::Error(basic::AdapterError, "ADODB.Recordset",
                        diagnosisOf(HandleKind::Statement, statement.handle()).words);
   }
-  /// What has gone with its connection has ended.
-  void end() const try {
-    if (!begin_.empty()) run("ROLLBACK");
-  } catch (const basic::Error&) {
-  }
 
   SQLHDBC connection_;
-  const std::string& begin_;
+  const Dialect& dialect_;
 };
 
 void execute(const Statement& statement, const Source& source, const std::string& quote,
-             const ReadingTransaction& transaction) {
+             const ReadOnly& readOnly) {
   const auto select = [](const std::string& table) { return "SELECT * FROM " + table; };
   if (statement.execute(isTable(source) ? select(quotedTableName(source.text, quote)) : source.text)) return;
   const Diagnosis diagnosis = diagnosisOf(HandleKind::Statement, statement.handle());
   // In quotes the case of letters counts, which the author may not have meant.
   const bool again = isTable(source) && saysNoSuchTable(diagnosis.state) && isPlainName(source.text);
-  if (again) transaction.beginAnew();
+  if (again) readOnly.beginAnew();
   if (again && statement.execute(select(source.text))) return;
   throw basic::Error(basic::AdapterError, "ADODB.Recordset", diagnosis.words);
 }
@@ -243,7 +242,7 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
   const auto leaveIfStopped = [&slot] {
     if (slot.stopped()) throw basic::Error(basic::AdapterError, "ADODB.Recordset", "stopped");
   };
-  const ReadingTransaction transaction(connection_, dialect_.beginReading);
+  const ReadOnly readOnly(connection_, dialect_);
   const Statement statement(connection_);
   {
     // Interrupted between rows, drivers free those that are being read, so that
@@ -257,7 +256,7 @@ ResultTable Database::read(const Source& source, StatementSlot& slot) try {
     } else {
       const bool isQuoted = isTable(source) && !dialect_.quote.empty();
       if (target_.isReadOnly && !isQuoted) requireOneStatement(source.text);
-      execute(statement, source, dialect_.quote, transaction);
+      execute(statement, source, dialect_.quote, readOnly);
     }
   }
   leaveIfStopped();
@@ -301,8 +300,15 @@ Dialect Database::askDialect() const {
   if (target_.isReadOnly) {
     // SQLite has been told already (SqliteReadOnly).
     const std::string database = infoText(SQL_DBMS_NAME);
-    if (database == "PostgreSQL") dialect.beginReading = "BEGIN TRANSACTION READ ONLY";
-    if (database == "MariaDB" || database == "MySQL") dialect.beginReading = "START TRANSACTION READ ONLY";
+    if (database == "PostgreSQL") {
+      dialect.beginReading = "BEGIN TRANSACTION READ ONLY";
+      dialect.endReading = "ROLLBACK";
+    }
+    // By the session: what defines tables ends a transaction before it is run.
+    if (database == "MariaDB" || database == "MySQL") {
+      dialect.beginReading = "SET SESSION TRANSACTION READ ONLY";
+      dialect.endReading = "SET SESSION TRANSACTION READ WRITE";
+    }
   }
   SQLUINTEGER extensions = 0;
   SQLGetInfo(connection_, SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);

@@ -26,8 +26,9 @@ struct Dialect {
   /// The driver can be interrupted from another thread while it executes. That
   /// for SQLite frees what it is working on.
   bool interruptible = true;
-  /// Begins a transaction in which nothing is changed, where that is wanted and the database knows it.
+  /// Between the two nothing is changed. Empty where that is not wanted, or the database does not know it.
   std::string beginReading;
+  std::string endReading;
 };
 
 /// What a recordset is opened on.
