@@ -156,7 +156,8 @@ class LookingFolder {
     try {
       folder_.emplace(environment.loop(), *host::Current().clock, options, quiet);
     } catch (const basic::Error&) {
-      options.cache = own_.emplace().path().string();
+      // Below it, as files that are replaced wait for the lock of their folder, and this one's is held.
+      options.cache = (own_.emplace().path() / "cache").string();
       folder_.emplace(environment.loop(), *host::Current().clock, options, quiet);
     }
   }
