@@ -126,6 +126,23 @@ test("a finding leads to the control at fault", async (t) => {
   assert.deepEqual(page.faults, []);
 });
 
+test("an answer that comes after later news undoes none of it", async (t) => {
+  const { desk, page, row } = await openDesk(t, { forms: [docked(7)] });
+  const answers = holdAnswers(desk);
+  await row.fill("8");
+  const { body, resolve } = await answers.next();
+  const says = (Hint) => ({ txtRow: { Hint } });
+  desk.tell("form", { form: 7, ack: body.seq, patch: says("reading") });
+  desk.tell("form", { form: 7, ack: body.seq, patch: says("12 rows") });
+  await page.getByText("12 rows").waitFor();
+  resolve({ ack: body.seq, patch: says("reading") });
+  await row.fill("9");
+  await answers.next();
+  assert.equal(await page.getByText("12 rows").isVisible(), true);
+  assert.equal(await page.getByText("reading").isVisible(), false);
+  assert.deepEqual(page.faults, []);
+});
+
 test("what the server refuses goes back to what it was, and says why", async (t) => {
   const { desk, page, row } = await openDesk(t, { forms: [docked(7)] });
   desk.answers.push([/events$/, () => ({ status: 409, error: "Row is not to be used now." })]);

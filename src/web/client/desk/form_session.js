@@ -133,7 +133,8 @@ export class FormSession {
       }
       try {
         const { ack, patch } = await this.#send({ seq, events });
-        this.take(patch ?? {}, ack ?? seq);
+        // What the stream has told already may be followed there by what is newer than this answer.
+        this.take(seq > this.#ack ? (patch ?? {}) : {}, ack ?? seq);
       } catch (error) {
         // Until the server is back; one that has begun anew does not know the form, and makes it again.
         if (error.status === 0 || error.status === 404) {
