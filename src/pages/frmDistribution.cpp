@@ -65,7 +65,7 @@ void frmDistribution::AddControls() {
   AddRow("&Days", {&txtDays_});
   AddRow("&Hours", {&txtHours_});
   AddRow("Folder", {&lblFolder_});
-  AddRow("Way", {&optLive_});
+  AddRow("", {&optLive_});
   AddRow("", {&optFiles_});
   AddRow("", {&optFrozen_});
   AddRow("", {&lblLast_});
