@@ -83,6 +83,7 @@ void ScrollPlay::ShowPage(std::size_t page) {
   const bool saved = deck->Saved();
   const auto shapes = shapes_;
   std::vector<double> scrolledBy;
+  scrolledBy.reserve(shapes.size());
   for (const auto& [shape, entry] : shapes) {
     scrolledBy.push_back(static_cast<double>(pages_[page].Steps[entry]) * scrolls_[entry].Step);
   }

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t KeySize = 32;
 constexpr std::size_t SignatureSize = 64;
-constexpr std::uint64_t LargestKeyFile = 64 * 1024;
+constexpr std::uint64_t LargestKeyFile = std::uint64_t{64} << 10U;
 
 using Key = std::shared_ptr<EVP_PKEY>;
 using Context = std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)>;
