@@ -8,6 +8,7 @@
 namespace PowerPoint {
 
 /// PpDateTimeFormat: how a date or time field shows the present.
+// NOLINTBEGIN(readability-identifier-naming): the object model's own names, by the case of their letters.
 enum class DateTimeFormat : std::int32_t {
   Mdyy = 1,
   ddddMMMMddyyyy = 2,
@@ -23,6 +24,7 @@ enum class DateTimeFormat : std::int32_t {
   hmmAMPM = 12,
   hmmssAMPM = 13,
 };
+// NOLINTEND(readability-identifier-naming)
 
 /// The same as format pictures (ECMA-376 part 1, 21.1.2.2.4), in the order of the numbers. They hold for
 /// English texts; in another language a field has that one's order and signs.

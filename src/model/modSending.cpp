@@ -81,7 +81,7 @@ class Redirection {
   }
   std::string Enclose(host::Enclosure enclosure) {
     enclosure.Path = places_.Of(enclosure.Source);
-    const std::string path = goAlong_ ? enclosure.Path : enclosure.Source;
+    std::string path = goAlong_ ? enclosure.Path : enclosure.Source;
     if (told_.insert({enclosure.Source, enclosure.Extension}).second) {
       enclosures_.push_back(std::move(enclosure));
     }

@@ -93,7 +93,7 @@ class WebFolder::Transfer {
     std::string tag;  // ETag
   };
 
-  Transfer(const std::string& scheme, const GoOn& goOn) : handle_(curl_easy_init()), goOn_(goOn) {
+  Transfer(const std::string& scheme, GoOn goOn) : handle_(curl_easy_init()), goOn_(std::move(goOn)) {
     if (!handle_) fail("libcurl cannot be used.");
     constexpr long ConnectMilliseconds = 10'000;
     // Less than that for so long is a transfer that has stalled.
