@@ -1,13 +1,14 @@
-// A new version of the deck comes onto the screens at once, or not at all.
+// A new version of the deck, and a player's next one, come onto the screens at once, or not at all.
 
 import assert from "node:assert/strict";
+import { copyFileSync, rmSync } from "node:fs";
 import { test } from "node:test";
 import { film, isUntouched, openScreen, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
 import { addPart, elementId } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
 import { orderSlides, replaceDeck, replaceText, takeUp } from "../support/versions.mjs";
-import { refresh, until } from "../support/wait.mjs";
+import { patience, refresh, until } from "../support/wait.mjs";
 
 useBrowser();
 
@@ -17,6 +18,28 @@ const square = (colour) =>
 
 const currentText = (page) => page.evaluate(() => document.querySelector(".frame.current").innerText);
 
+const waitForWords = (page, words, timeout = patience) =>
+  page.waitForFunction((text) => document.querySelector(".frame.current").innerText.includes(text), words, {
+    timeout,
+    polling: 25,
+  });
+
+// What is painted while `change` leads to these words, with pictures that are slow to come.
+async function filmChange(page, change, words, timeout) {
+  await page.waitForFunction(() => document.getAnimations().length === 0);
+  await page.waitForTimeout(500);
+  await page.route("**/assets/*", async (route) => {
+    await new Promise((resolve) => setTimeout(resolve, 800));
+    await route.continue();
+  });
+  const filmed = await film(page);
+  await change();
+  await waitForWords(page, words, timeout);
+  await page.waitForTimeout(500);
+  const pictures = await filmed.end();
+  assert.equal(pictures.length, 2, "the old picture, the new one, and nothing in between");
+}
+
 test("the screen changes from one version to the next in one step", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "a");
@@ -25,29 +48,13 @@ test("the screen changes from one version to the next in one step", async (t) =>
   await show.command("goto/3");
   const page = await openScreen(t, show.url);
   await waitForSlide(page, 3);
-  await page.waitForFunction(() => document.getAnimations().length === 0);
-  await page.waitForTimeout(500);
-  // The new picture is slow to come.
-  await page.route("**/assets/*", async (route) => {
-    await new Promise((resolve) => setTimeout(resolve, 800));
-    await route.continue();
-  });
-  const filmed = await film(page);
-  const before = await page.screenshot();
-  replaceDeck(deck, (fresh) => {
-    addPart(fresh, "ppt/media/image-3-1.png", square("purple"));
-    replaceText(fresh, 3, "Offer of the day", "Offer of tomorrow");
-    orderSlides(fresh, [3, 1, 2]);
-  });
-  await page.waitForFunction(
-    () => document.querySelector(".frame.current").innerText.includes("Offer of tomorrow"),
-    null,
-    { timeout: takeUp, polling: 25 },
-  );
-  await page.waitForTimeout(500);
-  const pictures = await filmed.end();
-  assert.equal(pictures.length, 2, "the old picture, the new one, and nothing in between");
-  assert.ok(!before.equals(await page.screenshot()));
+  const change = () =>
+    replaceDeck(deck, (fresh) => {
+      addPart(fresh, "ppt/media/image-3-1.png", square("purple"));
+      replaceText(fresh, 3, "Offer of the day", "Offer of tomorrow");
+      orderSlides(fresh, [3, 1, 2]);
+    });
+  await filmChange(page, change, "Offer of tomorrow", takeUp);
   assert.equal(await page.evaluate(() => document.querySelectorAll(".frame.current").length), 1);
   await waitForSlide(page, 1);
 
@@ -55,9 +62,7 @@ test("the screen changes from one version to the next in one step", async (t) =>
   await show.command("next");
   await waitForSlide(page, 2);
   setValues(sandbox, "b");
-  await page.waitForFunction(() => /\bb\b/.test(document.querySelector(".frame.current").innerText), null, {
-    timeout: refresh,
-  });
+  await until("the new value", async () => /\bb\b/.test(await currentText(page)), refresh);
   assert.ok(await isUntouched(page));
   assert.deepEqual(page.faults, []);
 });
@@ -89,4 +94,26 @@ test("screens that keep to a slide or a shape find theirs in the new version", a
     assert.ok(await isUntouched(page));
     assert.deepEqual(page.faults, []);
   }
+});
+
+test("screens change from deck to deck of a player in one step", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = makeValueDeck(sandbox, "a");
+  for (const [name, colour] of Object.entries({ One: "green", Two: "purple" })) {
+    const file = sandbox.path(`shop/${name}.pptx`);
+    copyFileSync(deck, file);
+    addPart(file, "ppt/media/image-3-1.png", square(colour));
+    replaceText(file, 3, "Offer of the day", `Offer ${name}`);
+    orderSlides(file, [3]);
+  }
+  rmSync(deck);
+  const player = await sandbox.play(sandbox.path("shop"), "--seconds", 86400);
+  await until("both decks", async () => (await player.folder()).decks.length === 2);
+  const page = await openScreen(t, player.url);
+  await waitForWords(page, "Offer One");
+  await filmChange(page, () => player.command("next"), "Offer Two");
+  rmSync(sandbox.path("shop/Two.pptx"));
+  await waitForWords(page, "Offer One");
+  assert.ok(await isUntouched(page));
+  assert.deepEqual(page.faults, []);
 });

@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
-import { elementId } from "../support/deck.mjs";
+import { elementId, holdStill } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
@@ -81,4 +81,45 @@ test("it comes in and steers when all seats are taken, and counts as no screen",
   const { screens } = (await show.get("/api/v1/health", { Authorization: `Bearer ${show.token}` })).json;
   assert.equal(screens.length, seats);
   assert.deepEqual(remote.faults, []);
+});
+
+// Where the elements of a slide stand in it, in thousandths, and what of their looks is handed down to them.
+const looks = (slide) => {
+  const whole = slide.getBoundingClientRect();
+  const inherited = ["direction", "textTransform", "fontStyle", "letterSpacing", "wordSpacing", "color", "fontFamily"];
+  const drawn = [...slide.querySelectorAll("[id], [id] *")].filter((element) => element.getClientRects().length > 0);
+  return drawn.map((element) => {
+    const box = element.getBoundingClientRect();
+    const style = getComputedStyle(element);
+    const place = [box.left - whole.left, box.top - whole.top, box.width, box.height];
+    return [...place.map((px) => Math.round((px / whole.width) * 1000)), ...inherited.map((name) => style[name])];
+  });
+};
+
+test("a slide in small is the slide, whatever surrounds it", async (t) => {
+  const sandbox = new Sandbox(t);
+  const deck = sandbox.sample("shop");
+  holdStill(deck);
+  const show = await sandbox.show(deck, "--slide", 1);
+  const screen = await openScreen(t, show.url);
+  const remote = await openScreen(t, `${show.url}remote#token=${show.token}`, phone);
+  // What a page may have set around it.
+  await remote.addStyleTag({
+    content: `.thumbnail { direction: rtl; text-align: right; text-indent: 9px; text-transform: uppercase;
+      white-space: nowrap; font-style: italic; line-height: 3; letter-spacing: 2px; word-spacing: 9px; }`,
+  });
+  for (const slide of [1, 2, 3]) {
+    await show.command(`goto/${slide}`);
+    await waitForSlide(screen, slide);
+    await until("the end of the transition", () => screen.evaluate(() => document.getAnimations().length === 0));
+    const small = remote.locator(".thumbnail > div").nth(slide - 1).locator(".slide");
+    const large = screen.locator(".frame.current > .slide");
+    const [shown, wanted] = [await small.evaluate(looks), await large.evaluate(looks)];
+    assert.equal(shown.length, wanted.length);
+    for (const [i, each] of wanted.entries()) {
+      const isNear = each.every((value, k) => (k < 4 ? Math.abs(value - shown[i][k]) <= 2 : value === shown[i][k]));
+      assert.ok(isNear, `slide ${slide}, element ${i}: ${shown[i]} in place of ${each}`);
+    }
+  }
+  assert.deepEqual([...screen.faults, ...remote.faults], []);
 });

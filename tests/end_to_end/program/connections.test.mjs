@@ -51,15 +51,12 @@ test("a tested connection prints its columns and first rows", (t) => {
   assert.deepEqual(tested.rows, [["Zürich", "8°"], ["القدس", ""]]);
   const printed = sandbox.done("connection", deck, "test", "001");
   assert.match(printed, /^City +Note *\nZürich +8° *\n[^]*\n3 rows, 2 columns/);
-});
 
-test("what is printed from a data file cannot steer the terminal", (t) => {
-  const { sandbox, deck, add } = emptyDeck(t);
+  // What a data file holds cannot steer the terminal.
   sandbox.write("shop/values.txt", [
     ["\x1b]0;owned\x07Name", "B"],
     ["\x1b[2J", "\x9b31m"],
   ]);
-  add("Values", "values.txt");
   const link = ["link", deck, ...at(1, "p1 Item"), ...value(1, "nothing")];
   for (const line of [["connection", deck, "test", "001"], ["info", deck], link]) {
     const { out, error } = sandbox.run(...line);
@@ -210,7 +207,7 @@ test("a database is described, tested and listed", (t) => {
   const { sandbox, deck, list } = emptyDeck(t);
   execFileSync("sqlite3", [
     sandbox.path("shop/stock.db"),
-    `CREATE TABLE "two words" (Item, Price); INSERT INTO "two words" VALUES ('Rye', 4.8), ('Tart', NULL);
+    `CREATE TABLE "two words" (Item TEXT, Price REAL); INSERT INTO "two words" VALUES ('Rye', 4.8), ('Tart', NULL);
      CREATE VIEW cheap AS SELECT Item FROM "two words"`,
   ]);
   const verb = (...line) => sandbox.done("connection", deck, ...line);
@@ -226,6 +223,11 @@ test("a database is described, tested and listed", (t) => {
   assert.deepEqual([rowCount, tested.columns, tested.rows], [2, columns, [["Rye", "4.8"]]]);
 
   assert.deepEqual(read("preview").rows[1], ["Tart", null], "Null is no empty text");
+  const price = (language) => {
+    sandbox.environment.LC_ALL = language;
+    return read("preview").rows[0][1];
+  };
+  assert.deepEqual(["de_DE.UTF-8", "en_GB.UTF-8", "C", "xx_XX"].map(price), ["4,8", "4.8", "4.8", "4.8"], "whatever locales there are");
 
   verb("set", "001", "--sql", "SELECT\nItem AS a, Price AS A FROM [two words]");
   assert.deepEqual(read("preview").columns, ["a", "A"]);
@@ -236,7 +238,7 @@ test("a database is described, tested and listed", (t) => {
 });
 
 test("a workbook is read as a whole, unless a range says otherwise", (t) => {
-  const { sandbox, deck, list } = emptyDeck(t);
+  const { sandbox, deck, add, list } = emptyDeck(t);
   const verb = (...line) => sandbox.run("connection", deck, ...line);
   const book = ["--file", "prices.xlsx", "--header"];
   const added = verb("add", "--description", "Offer", ...book, "--sheet", "Offer");
@@ -254,39 +256,21 @@ test("a workbook is read as a whole, unless a range says otherwise", (t) => {
   assert.match(blank.error, /^1 row, 7 columns: Item, [^:]+, Picture\n$/, "no H and I, which hold nothing");
   assert.match(verb("set", "2", "--sheet", "Offer").error, /A:G/);
   assert.deepEqual(sources()[1], "A:G of Offer in prices.xlsx");
-});
 
-test("numbers of a database are written in the language of the environment, whatever locales there are", (t) => {
-  const { sandbox, deck } = emptyDeck(t);
-  execFileSync("sqlite3", [sandbox.path("shop/stock.db"), "CREATE TABLE stock (Price REAL); INSERT INTO stock VALUES (4.8)"]);
-  sandbox.done("connection", deck, "add", "--description", "Stock", "--file", "stock.db", "--sql", "stock");
-  const price = (language) => {
-    sandbox.environment.LC_ALL = language;
-    return JSON.parse(sandbox.done("connection", deck, "preview", "1", "--json")).rows[0][0];
-  };
-  assert.deepEqual(["de_DE.UTF-8", "en_GB.UTF-8", "C", "xx_XX"].map(price), ["4,8", "4.8", "4.8", "4.8"]);
-});
-
-test("a workbook takes the place of a text file, is tested and listed", (t) => {
-  const { sandbox, deck, add, list } = emptyDeck(t);
-  const verb = (...line) => sandbox.done("connection", deck, ...line);
+  // In the place of a text file.
   add("Prices", "prices.txt");
-  verb("set", "001", "--type", "excel", "--no-header", "--file", "prices.xlsx", "--range", "B1:D3");
-  assert.deepEqual(list().map(({ type, description }) => [type, description]), [["excel", "Prices"]]);
-  const read = (name, ...line) => JSON.parse(verb(name, "001", "--json", ...line));
+  verb("set", "3", "--type", "excel", "--no-header", "--file", "prices.xlsx", "--range", "B1:D3");
+  assert.deepEqual([list()[2].type, list()[2].description], ["excel", "Prices"]);
+  const read = (name, ...line) => JSON.parse(sandbox.done("connection", deck, name, "3", "--json", ...line));
   assert.deepEqual(read("sheets").sheets, [
     { name: "Prices", visible: true, dimension: "A1:D15" },
     { name: "Offer", visible: true, dimension: "A1:G2" },
   ]);
-  assert.deepEqual(read("preview", "--rows", 1), {
-    columns: ["B", "C", "D"],
-    rows: [["Item", "Note", "Price"]],
-  });
-  verb("set", "001", "--sheet", "Offer", "--range", "C:F", "--header");
+  assert.deepEqual(read("preview", "--rows", 1), { columns: ["B", "C", "D"], rows: [["Item", "Note", "Price"]] });
+  verb("set", "3", "--sheet", "Offer", "--range", "C:F", "--header");
   assert.deepEqual(read("preview"), {
     columns: ["Price", "Before", "Saving", "Until"],
     rows: [["€4.40", "€5.90", "−25%", "Today until 18:00"]],
   });
-  assert.equal(read("test").rowCount, 1);
-  assert.equal(list()[0].source, "C:F of Offer in prices.xlsx");
+  assert.equal(sources()[2], "C:F of Offer in prices.xlsx");
 });

@@ -236,10 +236,24 @@ describe("bad input at a desk", { concurrency: 2 }, () => {
     assert.match(sandbox.done("shapes", deck, "--slide", 1), /p2 Item.*Item 8/);
   });
 
-  it("lets two windows link one shape at once, each as a step of its own", async (t) => {
+  it("shows two windows each other's changes, also at once, and keeps their selections apart", async (t) => {
     const { desk, window: one } = await openDesk(t);
     const two = await desk.openWindow("b".repeat(16));
-    const slide = one.state.slide.id;
+    const [{ id: slide }, second] = one.state.slides;
+    await two.do("selection", { slide: second.id, shapes: [] });
+    await one.do("selection", { slide, shapes: [one.shape("p1 Item").id] });
+    await two.until("one's selection", ({ others }) => others[0]?.shapes.length === 1);
+    await two.until("its own", ({ selection }) => selection.slide === second.id && selection.shapes.length === 0);
+    await one.do("rename", { slide, shape: one.shape("p1 Item").id, name: "First" });
+    await two.until("the step", ({ deck }) => deck.undo === "Rename p1 Item (other window)");
+    await one.until("the name", ({ deck }) => deck.undo === "Rename p1 Item" && one.shape("First"));
+    assert.equal((await one.post("rename", { slide, shape: one.shape("First").id, name: "p2 Item" })).status, 409);
+    await two.do("commands/undo");
+    await one.until("the name of before", () => one.shape("p1 Item"));
+
+    // One shape is linked in both; each is a step of its own.
+    await two.do("selection", { slide, shapes: [] });
+    await two.until("the slide", ({ slide: { id } }) => id === slide);
     const { id, link: before } = one.shape("p1 Item");
     const row = () => two.shape("p1 Item").link.row;
     const link = (window, row) => window.do("link", { connection: "001", column: "Item", row, shapes: [id], slide });

@@ -15,7 +15,7 @@ function links(sandbox, deck) {
   );
 }
 
-test("shapes are linked to values and clocks, and unlinked one by one or all", (t) => {
+test("shapes are linked to values and clocks, linked anew, and unlinked one by one or all", (t) => {
   const sandbox = new Sandbox(t);
   const deck = makeValueDeck(sandbox, "a", "b", "c");
   sandbox.done("link", deck, ...at(2, "Clock"), "--clock", "hh:nn:ss");
@@ -32,7 +32,15 @@ test("shapes are linked to values and clocks, and unlinked one by one or all", (
   assert.deepEqual(links(sandbox, deck), [[values[0], values[2]], [["Clock", "hh:nn:ss"]], []]);
   assert.match(sandbox.run("unlink", deck, ...at(1, "p2 Item")).error, /'p2 Item'.*not linked/);
 
-  assert.match(sandbox.done("unlink", deck, "--all"), /^slide 1, p1 Item: .*"a"\nslide 1, p3 Item: .*"c"\nslide 2, Clock: /);
+  // Linked anew, also from a value to a clock.
+  sandbox.done("link", deck, ...at(1, "p1 Item"), ...value(3));
+  sandbox.done("link", deck, ...at(1, "p3 Item"), "--clock", "yyyy");
+  assert.deepEqual(links(sandbox, deck)[0], [["p1 Item", "001", "Value", 3], ["p3 Item", "yyyy"]]);
+  sandbox.done("fill", deck, "-o", sandbox.path("filled.pptx"));
+  assert.equal(textInFile(sandbox.path("filled.pptx"), 1, "p1 Item"), "c");
+  assert.match(textInFile(sandbox.path("filled.pptx"), 1, "p3 Item"), /^20\d\d$/);
+
+  assert.match(sandbox.done("unlink", deck, "--all"), /^slide 1, p1 Item: .*"c"\nslide 1, p3 Item: .*\nslide 2, Clock: /);
   assert.deepEqual(links(sandbox, deck), [[], [], []]);
   assert.match(sandbox.done("info", deck), /not linked/);
 });
@@ -55,34 +63,16 @@ test("a deck is kept as it was before its first link, where that is wanted", (t)
   assert.ok(existsSync(copy));
 });
 
-test("a link is changed by linking anew, also from a value to a clock", (t) => {
+test("slides have their properties, and the display type decides what linked shapes show their author", (t) => {
   const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a", "b", "c");
-  sandbox.done("link", deck, ...at(1, "p1 Item"), ...value(3));
-  sandbox.done("link", deck, ...at(1, "p2 Item"), "--clock", "yyyy");
-  assert.deepEqual(links(sandbox, deck)[0].slice(0, 2), [
-    ["p1 Item", "001", "Value", 3],
-    ["p2 Item", "yyyy"],
-  ]);
-  sandbox.done("fill", deck, "-o", sandbox.path("filled.pptx"));
-  assert.equal(textInFile(sandbox.path("filled.pptx"), 1, "p1 Item"), "c");
-  assert.match(textInFile(sandbox.path("filled.pptx"), 1, "p2 Item"), /^20\d\d$/);
-});
-
-test("properties of slides are shown and changed", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a");
+  const deck = makeValueDeck(sandbox, "live");
   const properties = (slide) => JSON.parse(sandbox.done("slide", deck, slide, "--json"));
   sandbox.done("slide", deck, 2, "--hide-when-no-data", "on", "--refresh-linked-objects", "on");
   sandbox.done("slide", deck, 2, "--refresh-linked-objects", "off");
   const unset = { hideWhenNoData: false, refreshLinkedObjects: false, scroll: [] };
   assert.deepEqual(properties(1), { ...unset, slide: 1 });
   assert.deepEqual(properties(2), { ...unset, slide: 2, hideWhenNoData: true });
-});
 
-test("the display type decides what linked shapes show their author", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "live");
   const filled = sandbox.path("filled.pptx");
   const cases = [
     ["1", "live"],

@@ -1,5 +1,6 @@
 // Looks into decks, and changes them behind the program's back.
 
+import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { copyFileSync, mkdirSync, mkdtempSync, readFileSync, renameSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
@@ -97,4 +98,12 @@ export function textInFile(deck, slide, shape) {
 
 export function digest(file) {
   return createHash("sha256").update(readFileSync(file)).digest("hex");
+}
+
+// Nothing in it tells of links, nor of these words.
+export function assertFree(deck, ...words) {
+  const everything = allXml(deck) + parts(deck).filter((part) => part.endsWith(".rels")).map((part) => readPart(deck, part)).join("");
+  for (const word of ["CORVANE", "/tags/", "custDataLst", "[Row not", "[Empty]", ...words]) {
+    assert.ok(!everything.includes(word), word);
+  }
 }
