@@ -57,15 +57,15 @@ Json DeskForms::raise(const std::string& window, int id, const Json& body) {
   }
   std::vector<Forms::Event> events;
   for (const Json& each : list) events.push_back(eventOf(each));
-  if (!body.at("seq").is_number_integer()) throw web::Refusal(400, "Events are numbered by whole numbers.");
-  const auto seq = body.at("seq").get<std::int64_t>();
-  shown.ack = std::max(shown.ack, seq);
+  const auto seq = json::wholeOf<std::int64_t>(body.at("seq"));
+  if (!seq) throw web::Refusal(400, "Events are numbered by whole numbers.");
+  shown.ack = std::max(shown.ack, *seq);
   // A handler may close the form.
   const auto form = shown.form;
   const auto refused = form->Raise(events);
   if (refused) throw web::Refusal(409, *refused);
   const auto still = forms_.find(id);
-  return {{"ack", seq}, {"patch", still == forms_.end() ? Json::object() : still->second.patch}};
+  return {{"ack", *seq}, {"patch", still == forms_.end() ? Json::object() : still->second.patch}};
 }
 
 void DeskForms::queryClose(const std::string& window, int id) {

@@ -53,8 +53,9 @@ std::int64_t queryNumber(std::string_view query, std::string_view name, std::int
 
 /// Numbers of pages are whole; others would not fit where they go.
 std::int64_t whole(const Json& json) {
-  if (!json.is_number_integer()) throw web::Refusal(400, "A whole number is expected.");
-  return json.get<std::int64_t>();
+  const auto number = json::wholeOf<std::int64_t>(json);
+  if (!number) throw web::Refusal(400, "A whole number is expected.");
+  return *number;
 }
 
 std::int64_t whole(const Json& body, const char* name, std::int64_t otherwise) {

@@ -79,9 +79,11 @@ Json controlJson(const Forms::Control& control, const AddressOf& addressOf) {
 
 std::optional<Forms::Value> valueOf(const Json& json) {
   if (json.is_boolean()) return json.get<bool>();
-  if (json.is_number_integer()) return json.get<std::int64_t>();
+  if (const auto number = json::wholeOf<std::int64_t>(json)) return *number;
   if (json.is_string()) return json.get<std::string>();
-  const auto isWhole = [](const Json& each) { return each.is_number_integer(); };
+  const auto isWhole = [](const Json& each) {
+    return json::wholeOf<Forms::Places::value_type>(each).has_value();
+  };
   if (json.is_array() && std::all_of(json.begin(), json.end(), isWhole)) return json.get<Forms::Places>();
   return std::nullopt;
 }

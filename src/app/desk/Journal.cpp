@@ -78,8 +78,8 @@ std::shared_ptr<OwnerState> stateFrom(const Json& json) {
 
 OwnerChange editFrom(const Json& json) {
   OwnerChange edit;
-  edit.owner = {json.at("slide").get<std::uint32_t>(), json.at("shape").get<std::uint32_t>(),
-                json.at("twin").get<std::uint32_t>()};
+  const auto id = [&](const char* name) { return json::wholeIn<std::uint32_t>(json, name); };
+  edit.owner = {id("slide"), id("shape"), id("twin")};
   edit.before = stateFrom(json.at("before"));
   auto after = stateFrom(json.at("after"));
   if (json.contains("content")) {
@@ -137,7 +137,7 @@ void Journal::takeUp() {
 void Journal::read(const std::string& path) {
   const opc::FileContent content = opc::readContent(path, LargestFile);
   const Json json = Json::parse(content.bytes);
-  if (json.at("format").get<int>() != Format) fail("it was written by another version of this program");
+  if (json::wholeIn<int>(json, "format") != Format) fail("it was written by another version of this program");
   if (json.at("deck").get<std::string>() != deck_) fail("it is about another deck");
   OwnerChanges edits;
   for (const Json& edit : json.at("edits")) edits.push_back(editFrom(edit));

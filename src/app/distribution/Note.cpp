@@ -37,13 +37,10 @@ std::string textIn(const json::Json& json, const char* key, bool isOptional = fa
 
 std::int64_t numberIn(const json::Json& json, const char* key) {
   const auto found = json.find(key);
-  const bool isNumber = found != json.end() && found->is_number_integer();
-  if (!isNumber || (found->is_number_unsigned() && found->get<std::uint64_t>() > INT64_MAX)) {
-    failOf(std::string("has no whole number '") + key + "'");
-  }
-  const auto number = found->get<std::int64_t>();
-  if (number < 0) failOf(std::string("has a negative '") + key + "'");
-  return number;
+  const auto number = found == json.end() ? std::nullopt : json::wholeOf<std::int64_t>(*found);
+  if (!number) failOf(std::string("has no whole number '") + key + "'");
+  if (*number < 0) failOf(std::string("has a negative '") + key + "'");
+  return *number;
 }
 
 SentFile fileIn(const json::Json& json) {
@@ -118,8 +115,8 @@ Note Note::of(const json::Json& json) {
   const auto withdrawn = json.find("withdrawn");
   note.withdrawn = withdrawn != json.end() && withdrawn->is_boolean() && withdrawn->get<bool>();
   if (note.files.empty() != note.withdrawn) failOf("must name files, or withdraw the deck");
-  note.key = textIn(json, "key", /*isOptional=*/true);
   note.signature = textIn(json, "signature", /*isOptional=*/true);
+  if (!note.signature.empty()) note.key = textIn(json, "key", /*isOptional=*/true);
   return note;
 }
 

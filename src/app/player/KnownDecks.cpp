@@ -31,8 +31,8 @@ json::Json jsonOf(const KnownDeck& deck) {
 KnownDeck deckOf(const json::Json& json) {
   KnownDeck deck;
   deck.name = json.at("name").get<std::string>();
-  deck.highestSerial = json.at("highest").get<std::int64_t>();
-  deck.shownAt = json.at("shown").get<std::int64_t>();
+  deck.highestSerial = json::wholeIn<std::int64_t>(json, "highest");
+  deck.shownAt = json::wholeIn<std::int64_t>(json, "shown");
   if (!json.contains("note")) return deck;
   KnownVersion version;
   version.listed = {Note::of(json.at("note")), json.at("path").get<std::string>()};
@@ -50,9 +50,9 @@ KnownDeck deckOf(const json::Json& json) {
 
 KnownDecks KnownDecks::read(std::string_view text) try {
   const json::Json json = json::Json::parse(text);
-  if (json.at("format").get<int>() != Format) fail("It was written by another version of the program.");
+  if (json::wholeIn<int>(json, "format") != Format) fail("It was written by another version of the program.");
   KnownDecks known;
-  known.device = json.at("device").get<std::uint64_t>();
+  known.device = json::wholeIn<std::uint64_t>(json, "device");
   for (const auto& each : json.at("decks")) {
     KnownDeck deck = deckOf(each);
     known.decks.insert_or_assign(keyOf(deck.name), std::move(deck));

@@ -201,9 +201,8 @@ std::optional<PaintReport> parsePaintReport(std::string_view json) {
   const Json report = Json::parse(json, nullptr, false);
   const auto number = [&](const char* name) -> std::optional<std::int64_t> {
     const auto found = report.find(name);
-    if (found == report.end() || !found->is_number_integer()) return std::nullopt;
-    const auto value = found->get<std::int64_t>();
-    return value >= 0 ? std::optional(value) : std::nullopt;
+    const auto value = found == report.end() ? std::nullopt : json::wholeOf<std::int64_t>(*found);
+    return value && *value >= 0 ? value : std::nullopt;
   };
   if (!report.is_object()) return std::nullopt;
   const auto slide = number("slide");
