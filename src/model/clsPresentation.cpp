@@ -62,8 +62,7 @@ void clsPresentation::Attach(const std::shared_ptr<PowerPoint::Presentation>& pr
   DropReadings();
   connections_.clear();
   displayType_ = 0;
-  schedule_ = {};
-  distributionList_.clear();
+  audience_ = {};
 }
 
 bool clsPresentation::LoadConnections(bool opens) {
@@ -120,7 +119,7 @@ void clsPresentation::CloseMeter() {
 void clsPresentation::LoadSettings() {
   DisplayType(0);
   LoadDisplayType();
-  LoadDistribution();
+  audience_ = modDistributionTags::Read(*presentation_->Tags());
 }
 
 std::string clsPresentation::DisplayTypeTag() const {

@@ -17,9 +17,9 @@
 #include "host/powerpoint.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
+#include "model/modDistributionTags.h"
 #include "model/modOfflineCopy.h"
 #include "model/modPropertyPages.h"
-#include "model/modSchedule.h"
 #include "model/modSending.h"
 
 namespace LF2000 {
@@ -148,10 +148,10 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// Null without a connection of that number.
   [[nodiscard]] std::shared_ptr<clsConnection> FindConnection(std::string_view tagNumber) const;
 
-  [[nodiscard]] basic::Date DistributionStart() const { return schedule_.start; }
-  [[nodiscard]] basic::Date DistributionStop() const { return schedule_.stop; }
-  [[nodiscard]] const modSchedule::Schedule& DistributionSchedule() const { return schedule_; }
-  [[nodiscard]] const std::vector<std::string>& DistributionList() const { return distributionList_; }
+  [[nodiscard]] basic::Date DistributionStart() const { return audience_.schedule.start; }
+  [[nodiscard]] basic::Date DistributionStop() const { return audience_.schedule.stop; }
+  [[nodiscard]] const modSchedule::Schedule& DistributionSchedule() const { return audience_.schedule; }
+  [[nodiscard]] const std::vector<std::string>& DistributionList() const { return audience_.computers; }
 
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);
@@ -187,7 +187,6 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void OpenConnection(clsConnection& connection);
   void LoadSettings();
   void LoadDisplayType();
-  void LoadDistribution();
   void SaveForSending();
   /// Makes the file that the parcel names, from one that has been made for it, and says what goes with it.
   void MakeCopy(host::Parcel& parcel, const std::string& saved);
@@ -227,8 +226,7 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   std::shared_ptr<PowerPoint::Presentation> presentation_;
   ConnectionList connections_;
   std::int32_t displayType_ = 0;
-  modSchedule::Schedule schedule_;
-  std::vector<std::string> distributionList_;
+  modDistributionTags::Audience audience_;
   bool meterShown_ = false;
   bool objectFailureTold_ = false;
   /// Connection and column of the values that could not be read.

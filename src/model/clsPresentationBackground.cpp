@@ -234,9 +234,8 @@ void clsPresentation::TakeUpTags() try {
       GiveUpReading(*connection);
     }
   }
-  schedule_ = {};
-  distributionList_.clear();
-  if (isLinked) LoadDistribution();
+  audience_ = {};
+  if (isLinked) audience_ = modDistributionTags::Read(*presentation_->Tags());
   if (isLinked && DisplayTypeTag() != displayTypeTag_) LoadDisplayType();
   if (isLinked) RequireDisplayType();
   OpenAllInBackground(std::move(others));

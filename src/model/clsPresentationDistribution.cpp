@@ -6,41 +6,20 @@
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modJobs.h"
-#include "basic/Conversion.h"
 #include "basic/Counted.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "host/services.h"
+#include "model/OpenedPresentation.h"
 #include "model/clsPresentation.h"
+#include "model/modDistributionTags.h"
 #include "model/modLinkedSheets.h"
 #include "model/modOfflineCopy.h"
 #include "model/modSending.h"
-#include "model/modTags.h"
 
 namespace LF2000 {
 
 namespace {
-
-/// A copy that is open, as long as this object lives.
-class OpenCopy {
- public:
-  explicit OpenCopy(const std::string& file) {
-    const auto& application = modGlobalFunctions::HostApplication;
-    if (!application) {
-      throw basic::Error(basic::AdapterError, "clsPresentation", "No host is there to open a copy.");
-    }
-    presentation_ = application->Presentations()->Open(file);
-  }
-  ~OpenCopy() {
-    modGlobalFunctions::IgnoreErrors([this] { presentation_->Close(); });
-  }
-  OpenCopy(const OpenCopy&) = delete;
-  OpenCopy& operator=(const OpenCopy&) = delete;
-  [[nodiscard]] PowerPoint::Presentation& operator*() const { return *presentation_; }
-
- private:
-  std::shared_ptr<PowerPoint::Presentation> presentation_;
-};
 
 std::string TextOf(const host::Sent& sent) {
   constexpr std::uint64_t Kilobyte = 1024;
@@ -64,30 +43,14 @@ void TellSent(const host::JobEnd& end, const host::Sent& sent) {
 
 }  // namespace
 
-void clsPresentation::LoadDistribution() {
-  const auto tags = presentation_->Tags();
-  const auto each = [&tags](std::string_view key, const auto& take) {
-    modTags::ForEachTag(*tags, key, [&](const std::string&, const std::string& value) { take(value); });
-  };
-  each(modTags::DistributionStart,
-       [this](const std::string& value) { schedule_.start = basic::CDate(value); });
-  each(modTags::DistributionStop, [this](const std::string& value) { schedule_.stop = basic::CDate(value); });
-  each(modTags::DistributionDays, [this](const std::string& value) { schedule_.days = value; });
-  each(modTags::DistributionHours, [this](const std::string& value) { schedule_.hours = value; });
-  each(modTags::DistributionComputer, [this](const std::string& value) {
-    distributionList_ = basic::Split(value, modTags::FieldSeparator);
-    if (!distributionList_.empty()) distributionList_.pop_back();
-  });
-}
-
 void clsPresentation::SetDistributionListTags(basic::Date start, basic::Date stop,
                                               std::vector<std::string> computers, std::string days,
                                               std::string hours) try {
   RequireVersionTag();
-  const modSchedule::Schedule schedule{start, stop, std::move(days), std::move(hours)};
-  modSending::WriteTags(*presentation_->Tags(), schedule, computers);
-  schedule_ = schedule;
-  distributionList_ = std::move(computers);
+  modDistributionTags::Audience audience{std::move(computers),
+                                         {start, stop, std::move(days), std::move(hours)}};
+  modDistributionTags::Write(*presentation_->Tags(), audience);
+  audience_ = std::move(audience);
 } catch (...) {
   modErrors::CatchError(modErrors::SavingDistributionList);
 }
@@ -151,13 +114,14 @@ void clsPresentation::MakeCopy(host::Parcel& parcel, const std::string& saved) {
   if (isFrozen) modLinkedSheets::Draw(presentation_);
   SaveWithoutValues(saved);
   if (isFrozen) modOfflineCopy::Make({saved, parcel.Presentation}, {});
-  const OpenCopy copy(parcel.Presentation);
+  const OpenedPresentation opened(parcel.Presentation);
+  PowerPoint::Presentation& copy = *opened.Presentation();
   if (isFrozen) {
-    modSending::WriteTags(*(*copy).Tags(), schedule_, distributionList_);
+    modDistributionTags::Write(*copy.Tags(), audience_);
   } else {
-    parcel.Enclosures = modSending::Redirect(*copy, parcel.Way, parcel.Original, parcel.Places);
+    parcel.Enclosures = modSending::Redirect(copy, parcel.Way, parcel.Original, parcel.Places);
   }
-  (*copy).Save();
+  copy.Save();
 }
 
 }  // namespace LF2000

@@ -1,4 +1,4 @@
-// Settings of the distribution, and the paths and tags of the copy that is sent.
+// Settings of the distribution, and the paths in the copy that is sent.
 
 #include "model/modSending.h"
 
@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "addin/support/modGlobalFunctions.h"
-#include "basic/Conversion.h"
 #include "basic/Error.h"
 #include "basic/IniLine.h"
 #include "basic/Strings.h"
@@ -183,18 +182,6 @@ std::vector<host::Enclosure> Redirect(PowerPoint::Presentation& copy, host::Send
     modSlides::ForEachShape(slide, [&](const auto& shape) { RedirectShape(shape, to); });
   });
   return to.Take();
-}
-
-void WriteTags(PowerPoint::Tags& tags, const modSchedule::Schedule& schedule,
-               const std::vector<std::string>& computers) {
-  modTags::RemoveTags(tags, modTags::Distribution);
-  tags.Add(modTags::DistributionStart, basic::StoredDate(schedule.start));
-  tags.Add(modTags::DistributionStop, basic::StoredDate(schedule.stop));
-  std::string list;
-  for (const std::string& computer : computers) list += computer + modTags::FieldSeparator;
-  if (!list.empty()) tags.Add(modTags::DistributionComputer, list);
-  if (!schedule.days.empty()) tags.Add(modTags::DistributionDays, schedule.days);
-  if (!schedule.hours.empty()) tags.Add(modTags::DistributionHours, schedule.hours);
 }
 
 }  // namespace LF2000::modSending

@@ -4,10 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "basic/Date.h"
 #include "host/distribution.h"
 #include "host/powerpoint.h"
-#include "model/modSchedule.h"
 
 /// What it takes to send a presentation to the computers that show it (host/distribution.h).
 namespace LF2000::modSending {
@@ -48,10 +46,5 @@ inline constexpr std::string_view NoFolder = "Distribution folder not specified 
 [[nodiscard]] std::vector<host::Enclosure> Redirect(PowerPoint::Presentation& copy, host::SendingWay way,
                                                     const std::string& original,
                                                     host::EnclosurePlaces& places);
-
-/// Writes the tags of a distribution in the place of those that are there. A text that is empty is not
-/// stored.
-void WriteTags(PowerPoint::Tags& tags, const modSchedule::Schedule& schedule,
-               const std::vector<std::string>& computers);
 
 }  // namespace LF2000::modSending

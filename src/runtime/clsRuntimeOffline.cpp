@@ -9,6 +9,7 @@
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "host/services.h"
+#include "model/OpenedPresentation.h"
 #include "model/modClockFormat.h"
 #include "model/modSlides.h"
 #include "model/modTags.h"
@@ -32,27 +33,6 @@ void KeepCopying(const Step& step) try {
 } catch (...) {
   modErrors::CatchError(modErrors::CreatingOfflinePresentation);
 }
-
-/// A presentation that nobody sees, closed at the end.
-class Opened {
- public:
-  explicit Opened(const std::string& fileName) {
-    const auto& application = modGlobalFunctions::HostApplication;
-    if (!application) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
-    presentation_ = application->Presentations()->Open(fileName);
-  }
-  ~Opened() {
-    modGlobalFunctions::IgnoreErrors([this] { presentation_->Close(); });
-  }
-  Opened(const Opened&) = delete;
-  Opened& operator=(const Opened&) = delete;
-  [[nodiscard]] const std::shared_ptr<PowerPoint::Presentation>& Presentation() const {
-    return presentation_;
-  }
-
- private:
-  std::shared_ptr<PowerPoint::Presentation> presentation_;
-};
 
 /// Closes the progress meter, whoever opens it.
 struct MeterEnd {
@@ -93,7 +73,7 @@ void BreakLink(PowerPoint::Shape& shape) {
 void clsRuntime::CreateOfflinePPT(const modOfflineCopy::Files& files,
                                   const modOfflineCopy::Options& options) {
   Log(DebugKind::Event, "CreateOfflinePPT:" + files.Copy);
-  const Opened copy(files.Saved);
+  const OpenedPresentation copy(files.Saved);
   presentation_ = copy.Presentation();
   ended_ = false;
   const MeterEnd meterEnd;

@@ -7,6 +7,7 @@
 
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
+#include "model/modDistributionTags.h"
 
 namespace LF2000::test {
 namespace {
@@ -93,13 +94,14 @@ TEST_F(SendingTest, FilesGoAlongAndAreNamedByTheirPlaces) {
 TEST_F(SendingTest, TagsOfADistributionStandInTheirOrder) {
   fakes::Tags& tags = *deck.tags;
   tags.items = {{"CORVANE DISTRIBUTION HOURS", "08:00-09:00"}, {"OTHER", "1"}};
-  modSending::WriteTags(tags, {basic::DateFrom(2026, 12, 1), {}, "mon-fri", "06:00-22:00"}, {"hall-1"});
+  modDistributionTags::Write(tags,
+                             {{"hall-1"}, {basic::DateFrom(2026, 12, 1), {}, "mon-fri", "06:00-22:00"}});
   std::string names;
   for (const auto& tag : tags.items) names += tag.first + ";";
   EXPECT_EQ(names,
             "OTHER;CORVANE DISTRIBUTION START;CORVANE DISTRIBUTION STOP;CORVANE DISTRIBUTION COMPUTER;"
             "CORVANE DISTRIBUTION DAYS;CORVANE DISTRIBUTION HOURS;");
-  modSending::WriteTags(tags, {}, {});
+  modDistributionTags::Write(tags, {});
   EXPECT_EQ(tags["CORVANE DISTRIBUTION DAYS"] + tags["CORVANE DISTRIBUTION COMPUTER"], "(none)(none)");
 }
 

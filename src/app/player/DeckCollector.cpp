@@ -185,7 +185,7 @@ void DeckCollector::await(const Note& note) {
 }
 
 bool DeckCollector::isWanted(const KnownVersion& version) const {
-  return version.tags.isFor(options_.computer) && ScheduleComplaint(version.tags.schedule).IsEmpty() &&
+  return version.tags.IsFor(options_.computer) && ScheduleComplaint(version.tags.schedule).IsEmpty() &&
          !IsOver(version.tags.schedule, now_);
 }
 
@@ -224,7 +224,7 @@ std::vector<CollectedDeck> DeckCollector::decks() const {
     }
     if (deck.version) {
       const Note& note = deck.version->listed.note;
-      deck.isForThisComputer = deck.version->tags.isFor(options_.computer);
+      deck.isForThisComputer = deck.version->tags.IsFor(options_.computer);
       const std::string id = versionOf(note);
       if (held_.contains(id)) deck.file = cache_.pathOf(id, note.files.front());
     }
