@@ -48,6 +48,8 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Columns, WithoutNames,
     testing::Values(Case{"AreNumberedFromOne", "x,y,z\n", "Column1|Column2|Column3/x|y|z"},
+                    Case{"HaveNoTitlesAbove", "Departures\nTime;To\n8:00;Calder\n",
+                         "Column1/Departures/Time;To/8:00;Calder"},
                     Case{"OfAnEmptyFile", "", "Column1"}, Case{"OfEmptyLines", "\r\n\n", "Column1"},
                     Case{"OfAMarkAlone", "\xEF\xBB\xBF", "Column1"}),
     NameOf);
@@ -109,10 +111,6 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"AreNotFoundInProse", "Notice\nClosed, sorry\nLate, too\n", "Notice/Closed, sorry/Late, too"},
         Case{"AreNotFoundAboveTwoWords", "Notice\nred;white\n", "Notice/red;white"}),
     NameOf);
-
-TEST(TextFileTitles, AreForFilesWithNamesAlone) {
-  EXPECT_EQ(Read("Departures\nTime;To\n8:00;Calder\n"), "Column1/Departures/Time;To/8:00;Calder");
-}
 
 TEST(TextFileDialect, IsThatOfTheFirstTwentyRecords) {
   std::string text = "A,B\n";
@@ -182,19 +180,15 @@ TEST(TextFileNames, ThatDoNotNameAColumnAreErrors) {
 
 TEST(TextFileValues, AreCutToFourThousandCharacters) {
   const std::string ascii(4000, 'x');
+  // The long field crosses the limit of short offsets in each place of the row.
+  const std::string longer(70000, 'x');
+  EXPECT_EQ(Read("A,B,C\n" + longer + ",2,3\n1,2,3\n1," + longer + ",3\n1,2," + longer + "\n1,2,3\n", true),
+            "A|B|C/" + ascii + "|2|3/1|2|3/1|" + ascii + "|3/1|2|" + ascii + "/1|2|3");
   std::string umlauts;
   for (int i = 0; i < 4000; ++i) umlauts += "ä";
   EXPECT_EQ(Read("A,B\n" + ascii + "y,z\n1,2\n", true), "A|B/" + ascii + "|z/1|2");
   EXPECT_EQ(Read("A,B\n1," + umlauts + "ö\n", true), "A|B/1|" + umlauts);
   EXPECT_EQ(Read("A,B\n\"" + umlauts + "\",\"" + ascii + "\"\"\"\n", true), "A|B/" + umlauts + "|" + ascii);
-}
-
-TEST(TextFileValues, OfRowsLongerThanSixteenBits) {
-  // The long field crosses the limit of short offsets in each place of the row.
-  const std::string longer(70000, 'x');
-  const std::string cut(4000, 'x');
-  EXPECT_EQ(Read("A,B,C\n" + longer + ",2,3\n1,2,3\n1," + longer + ",3\n1,2," + longer + "\n1,2,3\n", true),
-            "A|B|C/" + cut + "|2|3/1|2|3/1|" + cut + "|3/1|2|" + cut + "/1|2|3");
 }
 
 std::string Reported(std::string_view text) {
@@ -240,9 +234,8 @@ TEST(TextFileReader, RefusesWhatIsPlainlySomethingElse) {
   for (const char* text : {"<b>Gate;Time\n1;2\n", "PK;Name\n1;2\n", "html;xml\n<html>;<?xml\n"}) {
     EXPECT_EQ(ReadTextFile(BytesOf(text), true, {}).rowCount(), 1U) << text;
   }
-}
 
-TEST(TextFileReader, RefusesASecondLineOfNames) {
+  // As is a second line of names.
   EXPECT_EQ(ErrorOf("Gate;Time\n\"Gate\";Time\n1;2\n"),
             "The line of the column names stands twice, one below the other.");
   for (const char* text : {"Gate\nGate\n", "Gate;Time\nGate;time\n", "Gate;Time\nGate\n"}) {
