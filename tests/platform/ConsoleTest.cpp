@@ -95,9 +95,7 @@ TEST(MessageBox, AsksOnATerminal) {
     MessageBox box(loop, terminal.program(), terminal.program());
     EXPECT_EQ(box.MsgBox("Open?", c.style, "Title"), c.answer) << c.typed;
   }
-}
-
-TEST(MessageBox, LetsTheLoopGoOnWhileItWaits) {
+  // The loop goes on while it waits.
   const Terminal terminal;
   fakes::Loop loop;
   loop.onDoEvents = [&] {

@@ -42,6 +42,8 @@ TEST_F(SettingsTest, ReadsTheFile) {
   EXPECT_EQ(get("Info", "Equals"), "a=b;c#d");
   EXPECT_EQ(get("Info", "Missing"), "");
   EXPECT_EQ(settings_.GetSetting("Other program", "Info", "Debug"), "");
+  setVariable("LUMENFOLD_INFO_DEBUG", "False");
+  EXPECT_EQ(get("Info", "Debug"), "False") << "variables go first";
 }
 
 TEST_F(SettingsTest, ReadsTheFileAnewWhenItChanges) {
@@ -53,12 +55,6 @@ TEST_F(SettingsTest, ReadsTheFileAnewWhenItChanges) {
   EXPECT_EQ(get("Info", "Debug"), "2");
   std::filesystem::remove(folder_ + "/settings.ini");
   EXPECT_EQ(get("Info", "Debug"), "");
-}
-
-TEST_F(SettingsTest, VariablesGoFirst) {
-  write("settings.ini", "[Info]\nDebug=1\n");
-  setVariable("LUMENFOLD_INFO_DEBUG", "False");
-  EXPECT_EQ(get("Info", "Debug"), "False");
 }
 
 TEST_F(SettingsTest, ReportsBrokenLinesOnce) {
