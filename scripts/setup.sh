@@ -2,6 +2,7 @@
 # Installs what building and showing need and what is missing of it (Debian 12).
 #   setup.sh           to build and run
 #   setup.sh --tests   to run the tests as well
+#   setup.sh --tests --windows   those of the add-in for Windows, too
 # Works as root or through sudo; with nothing missing it needs neither.
 set -euo pipefail
 
@@ -23,15 +24,22 @@ tests=(
   nodejs:node npm:npm libbenchmark-dev chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
   libreoffice-calc libreoffice-draw libreoffice-impress poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
 )
+# The add-in for Windows is built by a compiler for it, and tried under Wine.
+windows=(
+  g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine:wine wine64 nsis:makensis fp-utils:chmcmd
+  xvfb:Xvfb imagemagick:import
+)
 
 root=$(cd "$(dirname "$0")/.." && pwd)
 wanted=("${build[@]}" "${fonts[@]}" "${sources[@]}")
 with_tests=false
-case "$#:${1:-}" in
-  0:) ;;
-  1:--tests) with_tests=true; wanted+=("${tests[@]}") ;;
-  *) echo "usage: setup.sh [--tests]" >&2; exit 2 ;;
-esac
+for option in "$@"; do
+  case $option in
+    --tests) with_tests=true; wanted+=("${tests[@]}") ;;
+    --windows) wanted+=("${windows[@]}") ;;
+    *) echo "usage: setup.sh [--tests] [--windows]" >&2; exit 2 ;;
+  esac
+done
 
 fail() {
   echo "setup: $*" >&2

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "fakes/FakeServices.h"
-#include "platform/JobQueue.h"
+#include "platform/jobs/JobQueue.h"
 
 namespace fakes {
 

@@ -1,6 +1,6 @@
 // Jobs wait for each other at the bottom of the loop, and end early by their user or by the clock.
 
-#include "platform/JobQueue.h"
+#include "platform/jobs/JobQueue.h"
 
 #include <gtest/gtest.h>
 

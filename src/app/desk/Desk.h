@@ -30,7 +30,7 @@
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/ToldOnce.h"
-#include "platform/JobQueue.h"
+#include "platform/jobs/JobQueue.h"
 #include "web/desk/Desk.h"
 #include "web/desk/DeskServer.h"
 

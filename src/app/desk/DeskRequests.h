@@ -14,7 +14,7 @@
 #include "connections/DataPreview.h"
 #include "deck/objects/Application.h"
 #include "json/Json.h"
-#include "platform/JobQueue.h"
+#include "platform/jobs/JobQueue.h"
 
 namespace app {
 

@@ -1,6 +1,6 @@
 // Jobs in a row: one at a time, from the bottom of the loop, with deadlines by the clock.
 
-#include "platform/JobQueue.h"
+#include "platform/jobs/JobQueue.h"
 
 #include <algorithm>
 #include <utility>
