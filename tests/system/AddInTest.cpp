@@ -95,6 +95,24 @@ TEST_F(AddInTest, StaysInertInAnotherHost) {
   EXPECT_NE(connect.Application(), nullptr);
 }
 
+TEST_F(AddInTest, RunsInVersionsThatTheUserAccepts) {
+  const auto runs = [this](const char* version, const char* accepted) {
+    host->version = version;
+    machine.settings.info["AcceptedVersions"] = accepted;
+    Load();
+    const bool isThere = connect.Application() != nullptr;
+    connect.OnDisconnection(AddInDesigner::RemoveMode::UserClosed);
+    return isThere;
+  };
+  EXPECT_TRUE(runs("16.0.1", "16"));
+  EXPECT_TRUE(runs("14.0", "12, 14 ,16"));
+  EXPECT_TRUE(runs("9.0", "16")) << "the list adds to it";
+  EXPECT_FALSE(runs("15.0", "14,16"));
+  EXPECT_FALSE(runs("1.0", "16"));
+  EXPECT_FALSE(runs("16.0", " "));
+  EXPECT_FALSE(runs("", ",")) << "no version at all is none of them";
+}
+
 TEST_F(AddInTest, SaysThatDataObjectsAreMissing) {
   struct NoAdo final : ADODB::Factory {
     std::vector<ADODB::Provider> Providers() const override { return {}; }

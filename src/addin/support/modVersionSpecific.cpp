@@ -1,10 +1,13 @@
 #include "addin/support/modVersionSpecific.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 
 #include "addin/support/modDebug.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Conversion.h"
+#include "basic/Strings.h"
 #include "host/services.h"
 
 namespace LF2000::modVersionSpecific {
@@ -15,6 +18,16 @@ namespace {
 
 void Log(DebugKind kind, const std::string& text) {
   modDebug::WriteDebugLog(kind, "modVersionSpecific", text);
+}
+
+/// Version 9, and those that the user has let in by a setting, separated by commas.
+bool IsAccepted(std::string_view version) {
+  const std::string_view major = version.substr(0, version.find('.'));
+  if (major == "9") return true;
+  const std::string setting = modGlobalFunctions::InfoSetting("AcceptedVersions");
+  const auto accepted = basic::Split(setting, ',');
+  return std::any_of(accepted.begin(), accepted.end(),
+                     [major](std::string_view each) { return !major.empty() && basic::Trim(each) == major; });
 }
 
 bool AdoIsThere() {
@@ -30,8 +43,7 @@ bool InstallationOK(const PowerPoint::Application& hostApplication) {
   Log(DebugKind::Information, "InstallationOK");
   StartupFailure = true;
 
-  const std::string version = hostApplication.Version();
-  if (version.substr(0, version.find('.')) != "9") {
+  if (!IsAccepted(hostApplication.Version())) {
     Log(DebugKind::Information,
         "This version of Corvane Lumenfold 2000 is not compatible with the installed version of Microsoft "
         "PowerPoint.");
