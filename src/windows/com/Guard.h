@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "windows/com/WindowsApi.h"
+
+namespace windows::com {
+
+/// A call from outside that is under way in this module: an entry point, an event, a timer. They may lie on
+/// one another, as handlers wait by letting others run.
+class Entrance {
+ public:
+  Entrance() { ++depth_; }
+  Entrance(const Entrance&) = delete;
+  Entrance& operator=(const Entrance&) = delete;
+  ~Entrance() {
+    if (--depth_ == 0 && afterwards_) std::exchange(afterwards_, {})();
+  }
+
+  /// How many lie on one another now.
+  [[nodiscard]] static int depth() { return depth_; }
+  /// Has something done when the outermost call ends; it must not throw.
+  static void afterwards(std::function<void()> action) { afterwards_ = std::move(action); }
+
+ private:
+  static inline int depth_ = 0;
+  static inline std::function<void()> afterwards_;
+};
+
+/// Does what a call from outside asks for. Success is all that the caller hears, and no exception leaves.
+template <typename Body>
+HRESULT guarded(Body&& body) noexcept {
+  const Entrance entrance;
+  try {
+    body();
+  } catch (...) {  // NOLINT(bugprone-empty-catch): whoever can say something of a failure has done so
+  }
+  return S_OK;
+}
+
+}  // namespace windows::com

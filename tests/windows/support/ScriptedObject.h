@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "windows/com/Counted.h"
+#include "windows/com/Variant.h"
+
+namespace support {
+
+/// An automation object whose members a test writes down. It counts how often a name is looked up.
+class ScriptedObject final : public windows::com::Counted<IDispatch> {
+ public:
+  using Arguments = std::vector<windows::com::Variant>;
+  using Member = std::function<windows::com::Variant(const Arguments&)>;
+
+  explicit ScriptedObject(std::vector<std::pair<std::wstring, Member>> members)
+      : Counted({IID_IUnknown, IID_IDispatch}), members_(std::move(members)) {}
+
+  /// Without a reference of the caller's: who wraps it has the only one.
+  static windows::com::Ptr<IDispatch> make(std::vector<std::pair<std::wstring, Member>> members) {
+    return windows::com::Ptr<IDispatch>::taking(new ScriptedObject(std::move(members)));
+  }
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
+    ++lookups;
+    for (std::size_t i = 0; i < members_.size(); ++i) {
+      if (members_[i].first != *names) continue;
+      *ids = static_cast<DISPID>(i) + 1;
+      return S_OK;
+    }
+    return DISP_E_UNKNOWNNAME;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS* parameters,
+                                   VARIANT* result, EXCEPINFO* said, UINT*) override {
+    kinds.push_back(kind);
+    if (FAILED(failure)) {
+      if (failure == DISP_E_EXCEPTION) *said = exception;
+      return failure;
+    }
+    Arguments arguments;
+    for (UINT i = parameters->cArgs; i > 0; --i) {
+      arguments.push_back(windows::com::Variant::copyOf(parameters->rgvarg[i - 1]));
+    }
+    const windows::com::Variant value = members_.at(static_cast<std::size_t>(id) - 1).second(arguments);
+    return result == nullptr ? S_OK : VariantCopy(result, const_cast<VARIANT*>(&value.raw()));
+  }
+
+  int lookups = 0;
+  std::vector<WORD> kinds;
+  /// What every call answers, if it is one.
+  HRESULT failure = S_OK;
+  EXCEPINFO exception{};
+
+ private:
+  std::vector<std::pair<std::wstring, Member>> members_;
+};
+
+}  // namespace support
