@@ -5,16 +5,17 @@
 namespace ppt {
 
 Record recordAt(std::string_view bytes, std::size_t offset) {
-  constexpr std::size_t HeaderSize = 8;
   constexpr std::uint32_t ContainerVersion = 0xF;
-  if (offset > bytes.size() || bytes.size() - offset < HeaderSize) failDamaged("a record lies outside of it");
-  const basic::FileBytes b(bytes.substr(offset, HeaderSize));
+  if (offset > bytes.size() || bytes.size() - offset < RecordHeaderSize)
+    failDamaged("a record lies outside of it");
+  const basic::FileBytes b(bytes.substr(offset, RecordHeaderSize));
   const std::size_t length = b.little32(4);
-  if (length > bytes.size() - offset - HeaderSize) failDamaged("a record is longer than what it lies in");
+  if (length > bytes.size() - offset - RecordHeaderSize)
+    failDamaged("a record is longer than what it lies in");
   return {.type = b.little16(2),
           .instance = b.little16(0) >> 4U,
           .isContainer = (b.little16(0) & ContainerVersion) == ContainerVersion,
-          .body = bytes.substr(offset + HeaderSize, length)};
+          .body = bytes.substr(offset + RecordHeaderSize, length)};
 }
 
 Record firstRecord(std::string_view bytes, std::uint32_t type) {

@@ -45,6 +45,9 @@ inline constexpr std::uint32_t ClientData = 0xF011;
 inline constexpr std::uint32_t MoreProperties = 0xF122;
 }  // namespace type
 
+/// Bytes of what stands before the body of a record.
+inline constexpr std::size_t RecordHeaderSize = 8;
+
 /// A record of the stream ([MS-PPT] 2.3.1): an atom, or a container of further ones.
 struct Record {
   std::uint32_t type = 0;
@@ -62,11 +65,10 @@ Record recordAt(std::string_view bytes, std::size_t offset);
 /// Calls visit(record) for each record within a container, or an atom that holds records.
 template <typename Visit>
 void forEachRecord(std::string_view bytes, Visit&& visit) {
-  constexpr std::size_t HeaderSize = 8;
-  for (std::size_t at = 0; at + HeaderSize <= bytes.size();) {
+  for (std::size_t at = 0; at + RecordHeaderSize <= bytes.size();) {
     const Record record = recordAt(bytes, at);
     visit(record);
-    at += HeaderSize + record.body.size();
+    at += RecordHeaderSize + record.body.size();
   }
 }
 

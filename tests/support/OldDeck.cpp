@@ -20,7 +20,6 @@ namespace {
 constexpr std::size_t Sector = 512;
 constexpr std::uint32_t None = 0xFFFFFFFF;
 constexpr std::uint32_t EndOfChain = 0xFFFFFFFE;
-constexpr std::size_t HeaderSize = 8;
 constexpr std::uint32_t Container = 0xF;
 
 std::string filledUp(std::string bytes, std::size_t unit) {
@@ -125,7 +124,7 @@ OldRecord OldRecord::parse(std::string_view bytes, std::size_t offset) {
   if (!read.isContainer) record.atom = read.body;
   for (std::size_t at = 0; read.isContainer && at < read.body.size();) {
     record.records.push_back(parse(read.body, at));
-    at += HeaderSize + ppt::recordAt(read.body, at).body.size();
+    at += ppt::RecordHeaderSize + ppt::recordAt(read.body, at).body.size();
   }
   return record;
 }
