@@ -229,7 +229,8 @@ TEST(OldDeck, FindsTextsInShapesAndInTheOutline) {
                          shapeOf(5, {box(atomOf(type::OutlineText, numbers({9})))})}));
   writer.save();
   std::vector<std::string> texts;
-  for (const Shape& shape : readDeck(writer.file()).slides.at(0).shapes) texts.push_back(shape.text);
+  const Deck deck = readDeck(writer.file());
+  for (const Shape& shape : deck.slides.at(0).shapes) texts.push_back(shape.text);
   EXPECT_THAT(texts, ElementsAre("€😀", "one\rtwo", "Title\vü", ""));
 }
 
