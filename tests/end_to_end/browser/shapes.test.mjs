@@ -4,8 +4,7 @@ import assert from "node:assert/strict";
 import { readFileSync, readdirSync } from "node:fs";
 import { test } from "node:test";
 import { openScreen, useBrowser } from "../support/browser.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { at } from "../support/value_deck.mjs";
+import { at, sampleDeck } from "../support/value_deck.mjs";
 
 useBrowser();
 
@@ -26,8 +25,7 @@ function coloursAt(page, file, places) {
 }
 
 test("every shape has its frame, in the colour of what can be done with it", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   sandbox.done("unlink", deck, ...at(1, "p3 Item"));
   const folder = sandbox.path("named");
   const { slides } = JSON.parse(sandbox.done("shapes", deck, "--png", folder, "--json"));

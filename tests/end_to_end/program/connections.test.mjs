@@ -5,12 +5,10 @@ import { execFileSync } from "node:child_process";
 import { writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { digest, textInFile } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { at, textSource, value } from "../support/value_deck.mjs";
+import { at, sampleDeck, textSource, value } from "../support/value_deck.mjs";
 
 function emptyDeck(t) {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   sandbox.done("unlink", deck, "--all");
   const add = (description, file) =>
     sandbox.done("connection", deck, "add", ...textSource(description, file)).trim();

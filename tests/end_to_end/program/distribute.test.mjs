@@ -6,12 +6,11 @@ import { createPublicKey, verify } from "node:crypto";
 import { chmodSync, copyFileSync, mkdirSync, readFileSync, readdirSync, statSync, truncateSync, writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { allXml, digest } from "../support/deck.mjs";
-import { asNobody, Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck } from "../support/value_deck.mjs";
+import { asNobody } from "../support/sandbox.mjs";
+import { valueDeck } from "../support/value_deck.mjs";
 
 function prepared(t) {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "live-value");
+  const { sandbox, deck } = valueDeck(t, "live-value");
   mkdirSync(sandbox.path("out"));
   const out = (name) => sandbox.path(`out/${name}`);
   const note = (name = "shop") => JSON.parse(readFileSync(out(`${name}.sent.json`)));

@@ -6,7 +6,7 @@ import { test } from "node:test";
 import { digest, parts, readPart } from "../support/deck.mjs";
 import { photoDeck, setPhotos, svg } from "../support/driven_deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck } from "../support/value_deck.mjs";
+import { valueDeck } from "../support/value_deck.mjs";
 
 test("a picture shows its file, also in a filled copy, and the deck keeps its own", (t) => {
   const sandbox = new Sandbox(t);
@@ -39,8 +39,7 @@ test("files outside of the picture's folder are refused", (t) => {
 });
 
 test("scroll entries are made, changed, switched off and refused by name", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a", "b", "c");
+  const { sandbox, deck } = valueDeck(t, "a", "b", "c");
   const slide = (...args) => sandbox.run("slide", deck, 1, ...args);
   const entries = () => JSON.parse(sandbox.done("slide", deck, 1, "--json")).scroll;
   assert.equal(slide("--scroll", 1, "--step", 2, "--time", 5000).error, "");

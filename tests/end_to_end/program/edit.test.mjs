@@ -7,11 +7,11 @@ import { describe, it } from "node:test";
 import { digest } from "../support/deck.mjs";
 import { linkedPictureDeck } from "../support/driven_deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
+import { sampleDeck } from "../support/value_deck.mjs";
 
 // The shop without its links, with a small text file beside it, and whatever else a test prepares.
 async function openShop(t, prepare = () => {}) {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   sandbox.done("unlink", deck, "--all");
   sandbox.write("shop/today.txt", [
     ["Item", "Price"],
@@ -35,8 +35,7 @@ async function connectToday(window) {
 
 describe("a desk", { concurrency: 2 }, () => {
   it("answers nobody from elsewhere, and nothing of the deck at its open addresses", async (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = sandbox.sample("shop");
+    const { sandbox, deck } = sampleDeck(t, "shop");
     const open = sandbox.run("edit", deck, "--bind", "0.0.0.0");
     assert.equal(open.code, 2);
     assert.match(open.error, /--token-file/, "its owner's token, before other machines are let in");
@@ -182,25 +181,11 @@ describe("a desk", { concurrency: 2 }, () => {
     assert.ok(!existsSync(sandbox.path("opened")), "nothing opens on this machine");
   });
 
-  it("takes up what another program saves, with what is unsaved here", async (t) => {
-    const { sandbox, deck, window } = await openShop(t, (box) => box.write("shop/~$shop.pptx", "owner"));
+  it("tells that PowerPoint has the deck open, once for each time, until it is closed", async (t) => {
+    const { sandbox, window } = await openShop(t, (box) => box.write("shop/~$shop.pptx", "owner"));
     assert.match(window.state.notices[0].text, /^PowerPoint has this deck open\./);
     await window.do(`notices/${window.state.notices[0].id}/dismiss`);
     await window.until("no notice", ({ notices }) => notices.length === 0);
-    const shape = window.shape("p1 Item").id;
-    await window.do("rename", { slide: window.state.slide.id, shape, name: "First" });
-    sandbox.done("link", deck, "--slide", 2, "--shape", "Clock", "--clock", "hh:nn");
-    const notice = await window.until("the notice", ({ notices }) => notices.find(({ actions }) => actions.length > 0));
-    assert.equal(notice.actions[0].caption, "Take it and keep my 1 change");
-    const refused = await window.post("commands/save");
-    assert.equal(refused.status, 409, refused.json.error);
-    await window.do(`notices/${notice.id}/take`);
-    await window.until("both", ({ slides }) => slides[1].links === 1 && window.shape("First"));
-    assert.equal(window.state.deck.unsaved, 1);
-    await window.do("commands/save");
-    assert.match(sandbox.done("shapes", deck, "--slide", 1), /First/);
-
-    // Told once for each time, until it is closed.
     const owner = ({ notices }) => notices.find(({ text }) => text.startsWith("PowerPoint has this deck open."));
     assert.equal(owner(window.state), undefined);
     const rename = async (from, to) => {
@@ -209,7 +194,7 @@ describe("a desk", { concurrency: 2 }, () => {
       await window.until("all saved", ({ deck: { unsaved } }) => unsaved === 0);
     };
     rmSync(sandbox.path("shop/~$shop.pptx"));
-    await rename("First", "Second");
+    await rename("p1 Item", "Second");
     assert.equal(owner(window.state), undefined);
     sandbox.write("shop/~$shop.pptx", "owner");
     await rename("Second", "Third");

@@ -5,11 +5,11 @@ import { chmodSync, copyFileSync, readFileSync, rmSync, truncateSync, writeFileS
 import { createServer } from "node:net";
 import { describe, it } from "node:test";
 import { digest, editPart, parts, readPart } from "../support/deck.mjs";
-import { Sandbox, asNobody } from "../support/sandbox.mjs";
+import { asNobody } from "../support/sandbox.mjs";
+import { sampleDeck } from "../support/value_deck.mjs";
 
 async function openDesk(t, prepare = () => {}) {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   await prepare(sandbox, deck);
   const desk = await sandbox.edit(deck);
   const window = await desk.openWindow();

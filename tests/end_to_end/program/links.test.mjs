@@ -4,8 +4,7 @@ import assert from "node:assert/strict";
 import { existsSync, rmSync } from "node:fs";
 import { test } from "node:test";
 import { digest, renameShape, textInFile } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { at, makeValueDeck, textSource, value } from "../support/value_deck.mjs";
+import { at, textSource, value, valueDeck } from "../support/value_deck.mjs";
 
 function links(sandbox, deck) {
   return JSON.parse(sandbox.done("info", deck, "--json")).slides.map((slide) =>
@@ -16,8 +15,7 @@ function links(sandbox, deck) {
 }
 
 test("shapes are linked to values and clocks, linked anew, and unlinked one by one or all", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a", "b", "c");
+  const { sandbox, deck } = valueDeck(t, "a", "b", "c");
   sandbox.done("link", deck, ...at(2, "Clock"), "--clock", "hh:nn:ss");
   const values = [
     ["p1 Item", "001", "Value", 1],
@@ -46,8 +44,7 @@ test("shapes are linked to values and clocks, linked anew, and unlinked one by o
 });
 
 test("a deck is kept as it was before its first link, where that is wanted", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a");
+  const { sandbox, deck } = valueDeck(t, "a");
   const copy = deck.replace(".pptx", ".backup.pptx");
   const before = digest(deck);
   const link = (shape) => sandbox.run("link", deck, ...at(1, shape), ...value(1), "--backup").error;
@@ -64,8 +61,7 @@ test("a deck is kept as it was before its first link, where that is wanted", (t)
 });
 
 test("slides have their properties, and the display type decides what linked shapes show their author", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "live");
+  const { sandbox, deck } = valueDeck(t, "live");
   const properties = (slide) => JSON.parse(sandbox.done("slide", deck, slide, "--json"));
   sandbox.done("slide", deck, 2, "--hide-when-no-data", "on", "--refresh-linked-objects", "on");
   sandbox.done("slide", deck, 2, "--refresh-linked-objects", "off");
@@ -88,8 +84,7 @@ test("slides have their properties, and the display type decides what linked sha
 });
 
 test("links that cannot be are told, and the deck stays as it was", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a");
+  const { sandbox, deck } = valueDeck(t, "a");
   renameShape(deck, 2, "p8 Item", "p9 Item");
   const before = digest(deck);
   const first = at(1, "p1 Item");

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import { digest, editPart, renameShape } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { textSource } from "../support/value_deck.mjs";
+import { sampleDeck, textSource } from "../support/value_deck.mjs";
 
 const slide1 = "ppt/slides/slide1.xml";
 
@@ -51,8 +51,7 @@ test("a slide's shapes are listed as people read them, with what can be linked",
 });
 
 test("a grid is linked by where its shapes stand, after a look at what would be", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("departures");
+  const { sandbox, deck } = sampleDeck(t, "departures");
   sandbox.done("unlink", deck, "--all");
   sandbox.done("connection", deck, "add", ...textSource("Departures", "departures.txt"));
   const before = digest(deck);

@@ -6,12 +6,11 @@ import { test } from "node:test";
 import { allXml, assertFree, parts, readPart } from "../support/deck.mjs";
 import { linkedSheetDeck, photoDeck, svg } from "../support/driven_deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck, textSource } from "../support/value_deck.mjs";
+import { sampleDeck, textSource, valueDeck } from "../support/value_deck.mjs";
 import { until } from "../support/wait.mjs";
 
 test("slides scroll page by page, and those without data are not there", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "Tea", "Milk", "Rye");
+  const { sandbox, deck } = valueDeck(t, "Tea", "Milk", "Rye");
   sandbox.done("slide", deck, 1, "--scroll", 1, "--step", 1, "--time", 4000);
   const copy = sandbox.path("copy.pptx");
   const out = sandbox.run("offline", deck, "-o", copy);
@@ -51,8 +50,7 @@ test("what cannot be read is told, and nothing is written where nothing can be",
 });
 
 test("clocks go on as date fields", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("plant");
+  const { sandbox, deck } = sampleDeck(t, "plant");
   const copy = sandbox.path("copy.pptx");
   sandbox.run("offline", deck, "-o", copy, "--keep-clocks");
   assert.match(allXml(copy), /<a:fld id="[^"]+" type="datetime1[0-3]">/);

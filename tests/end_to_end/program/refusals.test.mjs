@@ -5,10 +5,10 @@ import { chmodSync, copyFileSync, existsSync, mkdirSync, readFileSync, rmSync, w
 import { test } from "node:test";
 import { editPart } from "../support/deck.mjs";
 import { Sandbox, asNobody } from "../support/sandbox.mjs";
+import { sampleDeck } from "../support/value_deck.mjs";
 
 test("every verb says what is wrong with a file that is no deck", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   const [missing, cut, broken] = ["missing.pptx", "cut.pptx", "broken.pptx"].map((name) => sandbox.path(name));
   writeFileSync(cut, readFileSync(deck).subarray(0, 5000));
   copyFileSync(deck, broken);
@@ -37,8 +37,7 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
 });
 
 test("a deck whose data are missing is filled with the others, and says so", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("departures");
+  const { sandbox, deck } = sampleDeck(t, "departures");
   rmSync(sandbox.path("departures/weather.txt"));
   const { code, error } = sandbox.run("fill", deck, "-o", sandbox.path("filled.pptx"));
   assert.equal(code, 1);
@@ -47,8 +46,7 @@ test("a deck whose data are missing is filled with the others, and says so", (t)
 });
 
 test("an answer that cannot be written is a failure", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   const before = ["bash", "-c", 'exec "$@" > /dev/full', "bash"];
   const test = ["connection", deck, "test", "001"];
   for (const line of [["info", deck], ["info", deck, "--json"], test, ["--version"]]) {

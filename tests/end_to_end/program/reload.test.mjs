@@ -4,8 +4,7 @@ import assert from "node:assert/strict";
 import { copyFileSync, rmSync, truncateSync } from "node:fs";
 import { describe, it } from "node:test";
 import { editPart } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { setValues, showValues, valueDeck } from "../support/value_deck.mjs";
 import { orderSlides, replaceDeck, takeUp, writeInPieces } from "../support/versions.mjs";
 import { until } from "../support/wait.mjs";
 
@@ -16,9 +15,7 @@ const slideCount = (show, count) =>
 
 describe("a deck that changes while it is shown", { concurrency: 3 }, () => {
   it("goes on with its data and where it stood, however it is written", async (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = makeValueDeck(sandbox, "a");
-    const show = await sandbox.show(deck);
+    const { sandbox, deck, show } = await showValues(t, ["a"]);
     const unchanging = await sandbox.show(deck, "--no-reload");
     const events = show.events();
     await show.command("goto/2");
@@ -52,8 +49,7 @@ describe("a deck that changes while it is shown", { concurrency: 3 }, () => {
   });
 
   it("is left alone while it is broken, which is told once, and taken up when it is whole", async (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = makeValueDeck(sandbox, "a");
+    const { sandbox, deck } = valueDeck(t, "a");
     const whole = sandbox.path("whole.pptx");
     copyFileSync(deck, whole);
     const show = await sandbox.show(deck);
@@ -88,8 +84,7 @@ describe("a deck that changes while it is shown", { concurrency: 3 }, () => {
 });
 
 it("a slide that cannot be read is left out of what is shown, which is told once", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a");
+  const { sandbox, deck } = valueDeck(t, "a");
   editPart(deck, "ppt/slides/slide3.xml", (xml) => xml.slice(0, 900));
   const show = await sandbox.show(deck);
   await show.command("goto/3");

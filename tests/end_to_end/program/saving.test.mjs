@@ -6,11 +6,10 @@ import { dirname } from "node:path";
 import { test } from "node:test";
 import { allXml, digest, parts, textInFile } from "../support/deck.mjs";
 import { Sandbox, asNobody } from "../support/sandbox.mjs";
-import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { setValues, valueDeck } from "../support/value_deck.mjs";
 
 test("live values are in filled copies only", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "xyzzy-live-value");
+  const { sandbox, deck } = valueDeck(t, "xyzzy-live-value");
   sandbox.done("display", deck, 1);
   assert.ok(!allXml(deck).includes("xyzzy-live-value"));
   const before = digest(deck);
@@ -78,8 +77,7 @@ const failures = {
 };
 for (const [name, { prepare, before, line, error }] of Object.entries(failures)) {
   test(`a save that fails leaves the old file: ${name}`, (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = makeValueDeck(sandbox, "a");
+    const { sandbox, deck } = valueDeck(t, "a");
     prepare?.(sandbox, deck);
     const files = readdirSync(dirname(deck));
     const bytes = readFileSync(deck);
@@ -93,8 +91,7 @@ for (const [name, { prepare, before, line, error }] of Object.entries(failures))
 }
 
 test("a save that is killed at any moment leaves the old file or the new one", (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "a");
+  const { sandbox, deck } = valueDeck(t, "a");
   const before = readFileSync(deck);
   sandbox.done("display", deck, 2);
   const after = readFileSync(deck);

@@ -4,15 +4,13 @@ import assert from "node:assert/strict";
 import { copyFileSync, mkdirSync, readFileSync, renameSync, rmSync, symlinkSync, writeFileSync } from "node:fs";
 import { describe, it } from "node:test";
 import { FolderServer } from "../support/folder_server.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
-import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { setValues, valueDeck } from "../support/value_deck.mjs";
 import { orderSlides } from "../support/versions.mjs";
 import { until } from "../support/wait.mjs";
 
 // A deck of one slide, and an empty folder to send it into. `send` sends it frozen, with this value on it.
 function prepared(t) {
-  const sandbox = new Sandbox(t);
-  const deck = makeValueDeck(sandbox, "first-value");
+  const { sandbox, deck } = valueDeck(t, "first-value");
   orderSlides(deck, [1]);
   const folder = sandbox.path("out");
   mkdirSync(folder);

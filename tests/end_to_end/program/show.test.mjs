@@ -7,7 +7,7 @@ import { dirname } from "node:path";
 import { describe, it } from "node:test";
 import { digest } from "../support/deck.mjs";
 import { Sandbox, asNobody } from "../support/sandbox.mjs";
-import { makeValueDeck, setValues } from "../support/value_deck.mjs";
+import { setValues, showValues, valueDeck } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
 
 const isShown = (show, slide, shape, text) =>
@@ -16,8 +16,7 @@ const isShown = (show, slide, shape, text) =>
 // Shows wait most of the time, so several go on at once.
 describe("a show", { concurrency: 4 }, () => {
   it("ends by signals with exit code 0, streams and all", async (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = makeValueDeck(sandbox, "a");
+    const { sandbox, deck } = valueDeck(t, "a");
     for (const signal of ["SIGTERM", "SIGINT", "SIGHUP"]) {
       const show = await sandbox.show(deck);
       const events = show.events();
@@ -49,8 +48,7 @@ describe("a show", { concurrency: 4 }, () => {
   });
 
   it("a show whose folder is write-protected begins without its source and goes on without its deck's file", async (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = makeValueDeck(sandbox, "a");
+    const { sandbox, deck } = valueDeck(t, "a");
     const values = sandbox.path("shop/values.txt");
     renameSync(values, sandbox.path("values.txt"));
     for (const folder of [".", "program", "state"]) chmodSync(sandbox.path(folder), 0o777);
@@ -75,9 +73,7 @@ describe("a show", { concurrency: 4 }, () => {
   });
 
   it("a source that is away or damaged for a while leaves its values and one line in the log", async (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = makeValueDeck(sandbox, "good");
-    const show = await sandbox.show(deck);
+    const { sandbox, show } = await showValues(t, ["good"]);
     const file = sandbox.path("shop/values.txt");
     const damages = [
       () => {},
@@ -106,9 +102,7 @@ describe("a show", { concurrency: 4 }, () => {
   });
 
   it("health, the log and check name a column that is gone, and the slide that stands", async (t) => {
-    const sandbox = new Sandbox(t);
-    const deck = makeValueDeck(sandbox, "a", "b", "c");
-    const show = await sandbox.show(deck);
+    const { sandbox, deck, show } = await showValues(t, ["a", "b", "c"]);
     const health = async () => JSON.parse((await show.get("/api/v1/health")).text);
     const [{ failing, deliveries }] = (await health()).connections;
     assert.equal(failing, false);

@@ -4,12 +4,11 @@ import assert from "node:assert/strict";
 import { copyFileSync, readFileSync, renameSync, writeFileSync } from "node:fs";
 import { it } from "node:test";
 import { editPart } from "../support/deck.mjs";
-import { Sandbox } from "../support/sandbox.mjs";
 import { refresh, until } from "../support/wait.mjs";
+import { sampleDeck } from "../support/value_deck.mjs";
 
 it("a workbook is read anew once it is whole, and shown as its cells show", async (t) => {
-  const sandbox = new Sandbox(t);
-  const deck = sandbox.sample("shop");
+  const { sandbox, deck } = sampleDeck(t, "shop");
   const show = await sandbox.show(deck);
   const book = sandbox.path("shop/prices.xlsx");
   const saved = sandbox.path("shop/saved.xlsx");

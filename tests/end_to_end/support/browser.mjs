@@ -1,7 +1,9 @@
 // Chromium, one for each test file, and screens in it.
 
+import assert from "node:assert/strict";
 import { after, before } from "node:test";
 import { chromium } from "playwright-core";
+import { showValues } from "./value_deck.mjs";
 import { patience, until } from "./wait.mjs";
 
 const executablePath = process.env.CHROMIUM || "/usr/bin/chromium";
@@ -28,15 +30,18 @@ export function useBrowser() {
   after(() => browser?.close());
 }
 
-// Opens a screen in a profile of its own. What must never happen on a screen is
+// Opens a screen in a profile of its own. What must never happen on a screen fails the test at its end, and is
 // gathered in page.faults: scripts that fail, dialogs, what the page's policy forbids.
 // With `isClockHeld` the page's clock and timers stand until page.clock.runFor() moves them.
 export async function openScreen(t, url, { isClockHeld = false, ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1280, height: 720 }, ...options });
-  t.after(() => context.close());
   const page = await context.newPage();
   page.setDefaultTimeout(patience);
   page.faults = [];
+  t.after(async () => {
+    await context.close();
+    assert.deepEqual(page.faults, [], url);
+  });
   if (isClockHeld) {
     await page.clock.install({ time: "2026-01-05T09:00:00Z" });
     await page.clock.pauseAt("2026-01-05T09:00:01Z");
@@ -52,6 +57,12 @@ export async function openScreen(t, url, { isClockHeld = false, ...options } = {
   await page.goto(url);
   if (options.javaScriptEnabled !== false) await page.evaluate(() => (window.marker = "untouched"));
   return page;
+}
+
+// A screen of a show of these values: {sandbox, deck, show, page}.
+export async function openValues(t, values, ...options) {
+  const shown = await showValues(t, values, ...options);
+  return { ...shown, page: await openScreen(t, shown.show.url) };
 }
 
 // Whether the page is the one that was opened, never loaded anew since.

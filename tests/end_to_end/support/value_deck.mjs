@@ -2,6 +2,7 @@
 // whose slide 1 shows the first rows of a source.
 
 import { holdStill } from "./deck.mjs";
+import { Sandbox } from "./sandbox.mjs";
 
 // The shapes in the order of the rows.
 export const shapes = ["Item", "Note"].flatMap((column) =>
@@ -34,6 +35,22 @@ export function makeValueDeck(sandbox, ...values) {
   sandbox.sample("shop");
   setValues(sandbox, ...values);
   return makeLinkedDeck(sandbox, textSource("Values", "values.txt"), Math.max(3, values.length));
+}
+
+// Such a deck, and a sample, in a sandbox of its own: {sandbox, deck}.
+export function valueDeck(t, ...values) {
+  const sandbox = new Sandbox(t);
+  return { sandbox, deck: makeValueDeck(sandbox, ...values) };
+}
+export function sampleDeck(t, name) {
+  const sandbox = new Sandbox(t);
+  return { sandbox, deck: sandbox.sample(name) };
+}
+
+// A show of these values: {sandbox, deck, show}.
+export async function showValues(t, values, ...options) {
+  const { sandbox, deck } = valueDeck(t, ...values);
+  return { sandbox, deck, show: await sandbox.show(deck, ...options) };
 }
 
 export function makeDatabaseDeck(sandbox, connectionString, sql, rows = 1) {
