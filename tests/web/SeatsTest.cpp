@@ -31,18 +31,12 @@ TEST(SeatsTest, ALimitHoldsForAllAndForEachAddress) {
   EXPECT_TRUE(take("2001:db8::2:1"));
   EXPECT_FALSE(take("2001:db8::3")) << "one network";
   EXPECT_TRUE(take("2001:db8:0:1::1"));
-}
-
-TEST(SeatsTest, ThisMachineMayHaveThemAll) {
+  // This machine may have them all.
   for (const char* address : {"127.0.0.1", "::1", "::ffff:127.0.0.2"}) {
-    Seats seats(3, 1, 0);
-    std::vector<Seats::Seat> taken;
-    for (int i = 0; i < 3; ++i) {
-      auto seat = seats.take(make_address(address));
-      ASSERT_TRUE(seat) << address;
-      taken.push_back(std::move(*seat));
-    }
-    EXPECT_FALSE(seats.take(make_address(address)));
+    Seats few(3, 1, 0);
+    std::vector<Seats::Seat> own;
+    while (auto seat = few.take(make_address(address))) own.push_back(std::move(*seat));
+    EXPECT_EQ(own.size(), 3U) << address;
   }
 }
 
