@@ -33,6 +33,12 @@ std::string tagsReference(const std::string& relationshipId);
 class DeckBuilder {
  public:
   DeckBuilder();
+  /// A deck whose one slide has these shapes.
+  static DeckBuilder of(const std::string& shapes = {}) {
+    DeckBuilder deck;
+    deck.addSlide(shapes);
+    return deck;
+  }
 
   /// Adds a slide with these shapes (XML below p:spTree); returns its index from 1.
   int addSlide(const std::string& shapes = {});

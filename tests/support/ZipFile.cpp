@@ -105,6 +105,17 @@ std::vector<StoredEntry> storedEntries(const std::string& zip) {
   return entries;
 }
 
+std::vector<std::string> changedEntries(const std::string& before, const std::string& after) {
+  const std::vector<StoredEntry> old = storedEntries(before);
+  std::vector<std::string> changed;
+  std::size_t place = 0;
+  for (const StoredEntry& entry : storedEntries(after)) {
+    if (place >= old.size() || !(entry == old[place])) changed.push_back(entry.name);
+    ++place;
+  }
+  return changed;
+}
+
 std::string compoundFile(const std::string& entry) {
   std::string bytes("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
   bytes.resize(1024);

@@ -34,6 +34,8 @@ struct StoredEntry {
   friend bool operator==(const StoredEntry&, const StoredEntry&) = default;
 };
 std::vector<StoredEntry> storedEntries(const std::string& zip);
+/// The names of the entries of `after` that are others than in their places in `before`, or new.
+std::vector<std::string> changedEntries(const std::string& before, const std::string& after);
 /// An OLE compound file as far as a look at its directory goes: one entry of this name.
 std::string compoundFile(const std::string& entry);
 std::string commentOf(const std::string& zip);
