@@ -28,8 +28,7 @@ using Tags = std::vector<std::pair<std::string, std::string>>;
 
 /// A deck of one slide with that text, and the tags of its distribution (name behind the prefix, value).
 inline std::string deckBytes(const std::string& text, const Tags& tags = {}) {
-  support::DeckBuilder deck;
-  deck.addSlide(support::textShape(2, "Text", text));
+  support::DeckBuilder deck = support::DeckBuilder::of(support::textShape(2, "Text", text));
   Tags all;
   for (const auto& [name, value] : tags) all.emplace_back("CORVANE DISTRIBUTION " + name, value);
   if (!all.empty()) deck.presentationTags(all);

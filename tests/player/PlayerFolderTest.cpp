@@ -6,7 +6,6 @@
 
 #include "fakes/FakeServices.h"
 #include "player/PlayerFixture.h"
-#include "player/SmallServer.h"
 
 namespace app::test {
 namespace {
@@ -18,10 +17,9 @@ struct PlayerFolderTest : testing::Test {
   support::TemporaryFolder cacheFolder;
   std::vector<std::string> log;
 
-  std::unique_ptr<PlayerFolder> player() { return player(folder.path().string()); }
-  std::unique_ptr<PlayerFolder> player(const std::string& place) {
+  std::unique_ptr<PlayerFolder> player() {
     PlayerFolderOptions options;
-    options.place = place;
+    options.place = folder.path().string();
     options.computer = "Board";
     options.cache = (cacheFolder.path() / "cache").string();
     return std::make_unique<PlayerFolder>(loop, machine.clock, options,
@@ -38,43 +36,6 @@ struct PlayerFolderTest : testing::Test {
   }
 };
 
-TEST_F(PlayerFolderTest, TellsWhatComesAndGoes) {
-  const auto decks = player();
-  int changes = 0;
-  decks->onChange([&] { ++changes; });
-  until([&] { return decks->wasRead(); });
-  EXPECT_GT(changes, 0);
-  folder.send("A", 1, {{"A.pptx", deckBytes("1")}});
-  until([&] { return isOn(*decks, "A"); });
-  const FolderDeck first = decks->decks().front();
-  const auto onShow = decks->keep(first);
-  EXPECT_NE(onShow, nullptr);
-  folder.send("A", 2, {{"A.pptx", deckBytes("2")}});
-  until([&] { return decks->decks().front().version != first.version; });
-  EXPECT_TRUE(std::filesystem::exists(first.file));
-  folder.withdraw("A", 3);
-  until([&] { return !isOn(*decks, "A"); });
-}
-
-TEST_F(PlayerFolderTest, GoesOnFromItsCacheWhenTheFolderIsGone) {
-  folder.send("A", 1, {{"A.pptx", deckBytes("1")}});
-  {
-    const auto decks = player();
-    until([&] { return isOn(*decks, "A"); });
-    EXPECT_THROW(static_cast<void>(player()), basic::Error) << "one player a cache";
-  }
-  std::filesystem::rename(folder.path(), folder.path().string() + ".away");
-  const auto decks = player();
-  until([&] { return isOn(*decks, "A") && !decks->trouble().empty(); });
-  EXPECT_FALSE(decks->wasRead());
-  EXPECT_EQ(log.size(), 1U);
-  std::filesystem::rename(folder.path().string() + ".away", folder.path());
-  folder.send("B", 1, {{"B.pptx", deckBytes("1")}});
-  until([&] { return isOn(*decks, "B"); });
-  EXPECT_TRUE(decks->trouble().empty());
-  EXPECT_TRUE(isOn(*decks, "A"));
-}
-
 TEST_F(PlayerFolderTest, ReadsTheClockEverySecond) {
   folder.send("A", 1, {{"A.pptx", deckBytes("1", {{"START", "2026-02-03 12:30:00"}})}});
   const auto decks = player();
@@ -82,18 +43,6 @@ TEST_F(PlayerFolderTest, ReadsTheClockEverySecond) {
   EXPECT_EQ(decks->decks().front().why, "Its time comes at 2026-02-03 12:30:00.");
   machine.clock.start = basic::DateFrom(2026, 2, 3, 12, 30, 0);
   until([&] { return isOn(*decks, "A"); });
-}
-
-TEST_F(PlayerFolderTest, ComesFromAWebServerAsWell) {
-  EXPECT_THROW(static_cast<void>(player("http://")), basic::Error);
-  const std::string bytes = deckBytes("A");
-  const std::string index = Index::text({folder.note("A", 1, {{"A.pptx", bytes}})});
-  const SmallServer server([&](const std::string& head) {
-    return SmallServer::with("200 OK", SmallServer::pathOf(head) == "/index.json" ? index : bytes);
-  });
-  const auto decks = player(server.address());
-  until([&] { return isOn(*decks, "A"); });
-  EXPECT_EQ(decks->decks().front().path, decks->decks().front().file);
 }
 
 /// A share that does not answer, until somebody mends it.
@@ -114,7 +63,11 @@ TEST_F(PlayerFolderTest, NobodyWaitsForAShareThatHangs) {
   folder.send("A", 1, {{"A.pptx", deckBytes("1")}});
   {
     const auto decks = player();
+    int changes = 0;
+    decks->onChange([&] { ++changes; });
     until([&] { return isOn(*decks, "A"); });
+    EXPECT_GT(changes, 0);
+    EXPECT_THROW(static_cast<void>(player()), basic::Error) << "one player a cache";
   }
   std::promise<void> mend;
   std::shared_ptr<DeckFolder> hanging = std::make_shared<HangingFolder>(mend.get_future().share());

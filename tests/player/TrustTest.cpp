@@ -74,30 +74,18 @@ TEST_F(TrustTest, NobodyWithoutTheKeyTakesADeckAway) {
   folder.withdraw("A", 6, &key);
   look();
   EXPECT_EQ(shown(), "");
-  // What was withdrawn does not come back by being sent anew.
-  send(5, "good");
-  look();
-  EXPECT_EQ(shown(), "");
+  // What was withdrawn does not come back by being sent anew, nor after a restart.
+  for (const bool restarts : {false, true}) {
+    if (restarts) start();
+    send(5, "good");
+    look();
+    EXPECT_EQ(shown(), "");
+    EXPECT_EQ(deck("A").why, "It is older than the version that was taken before.");
+  }
   send(7, "good");
   look();
   EXPECT_EQ(shown(), "A");
-}
-
-TEST_F(TrustTest, RemembersTheHighestSerialNumberOverARestart) {
-  send(5, "good");
-  look();
-  folder.withdraw("A", 6, &key);
-  look();
-  start();
-  send(5, "good");
-  look();
-  EXPECT_EQ(shown(), "");
-  EXPECT_EQ(deck("A").why, "It is older than the version that was taken before.");
-}
-
-TEST_F(TrustTest, TheCacheOfAnotherMasterIsNotTrusted) {
-  send(5, "good");
-  look();
+  // The cache of another master is not trusted.
   options.trust = PrivateKey::generate().publicKey();
   start();
   EXPECT_EQ(shown(), "");

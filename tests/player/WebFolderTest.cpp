@@ -74,15 +74,24 @@ TEST_F(WebFolderTest, TakesDecksAndAsksForTheIndexAloneAfterwards) {
   EXPECT_EQ(collector->decks().size(), 1U);
 }
 
-TEST_F(WebFolderTest, WritesNamesAsAddressesNeedThem) {
+TEST_F(WebFolderTest, WritesNamesAsAddressesNeedThemAndFollowsRedirectsOfTheSameScheme) {
   const std::string name = "100% Äpfel #1? & a b";
+  const std::string written = "100%25%20%C3%84pfel%20%231%3F%20%26%20a%20b.pptx";
   send(name, 1, {{name + ".pptx", deckBytes("A")}});
   {
     const std::lock_guard lock(mutex);
-    files["/decks/100%25%20%C3%84pfel%20%231%3F%20%26%20a%20b.pptx"] = files["/decks/" + name + ".pptx"];
+    files["/decks/" + written] = files["/decks/" + name + ".pptx"];
+    for (const std::string& file : {std::string("index.json"), written}) {
+      answers["/other/" + file] = [file](const std::string&) {
+        return SmallServer::with("301 Moved", "", "Location: /decks/" + file + "\r\n");
+      };
+    }
   }
-  look();
-  EXPECT_EQ(shown(), name);
+  for (const char* place : {"/decks", "/other/"}) {
+    start(server.address() + place);
+    look();
+    EXPECT_EQ(shown(), name) << place;
+  }
 }
 
 TEST_F(WebFolderTest, GoesOnAfterABreak) {
@@ -186,22 +195,6 @@ TEST_F(WebFolderTest, FilesThatAreNotWhatTheyShouldBeAreNotTaken) {
   }
   look(60'000);
   EXPECT_EQ(shown(), "A") << deck("A").why;
-}
-
-TEST_F(WebFolderTest, FollowsRedirectsOfTheSameScheme) {
-  send("A", 1, {{"A.pptx", deckBytes("A")}});
-  {
-    const std::lock_guard lock(mutex);
-    answers["/other/index.json"] = [](const std::string&) {
-      return SmallServer::with("301 Moved", "", "Location: /decks/index.json\r\n");
-    };
-    answers["/other/A.pptx"] = [](const std::string&) {
-      return SmallServer::with("301 Moved", "", "Location: /decks/A.pptx\r\n");
-    };
-  }
-  start(server.address() + "/other/");
-  look();
-  EXPECT_EQ(shown(), "A");
 }
 
 TEST_F(WebFolderTest, SecretsOfTheAddressStandInNoMessage) {
