@@ -42,8 +42,7 @@ struct DistributionFolderTest : testing::Test {
   }
   /// What is sent from now on.
   void deck(const std::string& text) {
-    support::DeckBuilder builder;
-    builder.addSlide(support::textShape(2, "Title", text));
+    support::DeckBuilder builder = support::DeckBuilder::of(support::textShape(2, "Title", text));
     use(builder);
   }
   void use(const support::DeckBuilder& builder) {
@@ -108,10 +107,8 @@ TEST_F(DistributionFolderTest, SendsADeckAlone) {
   EXPECT_EQ(last->Way, Way::Frozen);
   EXPECT_FALSE(last->IsWithdrawn);
   EXPECT_FALSE(folder.Last(parcel.Folder, "Other"));
-}
 
-// Web servers run as somebody else.
-TEST_F(DistributionFolderTest, EverybodyMayReadWhatTheMaskAllows) {
+  // Everybody may read what the mask allows, as web servers run as somebody else.
   sendIt();
   const mode_t mask = ::umask(0);
   ::umask(mask);
@@ -164,8 +161,10 @@ TEST_F(DistributionFolderTest, KeepsOneFormerPackage) {
 
 TEST_F(DistributionFolderTest, Withdraws) {
   sendIt();
-  folder.Withdraw(parcel.Folder, "Shop", "");
+  const PrivateKey key = PrivateKey::generate();
+  folder.Withdraw(parcel.Folder, "Shop", disk.write("key", key.pem()));
   EXPECT_TRUE(note().withdrawn);
+  EXPECT_TRUE(index().notes.front().isSignedBy(key.publicKey()));
   EXPECT_EQ(note().serial, Morning + 1);
   EXPECT_THAT(index().notes, ElementsAre(note()));
   EXPECT_THAT(names(), UnorderedElementsAre("Shop.sent.json", "index.json"));
@@ -178,16 +177,6 @@ TEST_F(DistributionFolderTest, Withdraws) {
               HasSubstr("no deck 'Other'"));
   sendIt();
   EXPECT_FALSE(note().withdrawn);
-}
-
-TEST_F(DistributionFolderTest, SignsWhatItSends) {
-  const PrivateKey key = PrivateKey::generate();
-  parcel.KeyFile = disk.write("key", key.pem());
-  sendIt();
-  EXPECT_TRUE(note().isSignedBy(key.publicKey()));
-  EXPECT_TRUE(index().notes.front().isSignedBy(key.publicKey()));
-  folder.Withdraw(parcel.Folder, "Shop", parcel.KeyFile);
-  EXPECT_TRUE(note().isSignedBy(key.publicKey()));
 }
 
 TEST_F(DistributionFolderTest, TheIndexHoldsEveryNoteThatIsOne) {
