@@ -25,11 +25,7 @@ using support::zipOf;
 using testing::AllOf;
 using testing::HasSubstr;
 
-DeckBuilder oneSlide() {
-  DeckBuilder deck;
-  deck.addSlide(textShape(2, "Price", "12.50"));
-  return deck;
-}
+DeckBuilder oneSlide() { return DeckBuilder::of(textShape(2, "Price", "12.50")); }
 
 std::string withPart(const std::string& name, const std::string& content) {
   DeckBuilder deck = oneSlide();

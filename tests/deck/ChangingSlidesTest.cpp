@@ -195,21 +195,22 @@ TEST_F(ChangingSlidesTest, ShowsTakeOtherSlides) {
   EXPECT_THAT(faultsOf(deck->package().serialize()), IsEmpty());
 }
 
-TEST_F(ChangingSlidesTest, TransitionsAreWrittenWhereverTheyStand) {
-  DeckBuilder builder;
-  builder.addSlide();
+TEST_F(ChangingSlidesTest, TransitionsAreReadAndWrittenWhereverTheyStand) {
+  DeckBuilder builder = DeckBuilder::of();
   const int plain = builder.addSlide();
   builder.afterCommonData(
       plain, "<p:transition spd=\"slow\" advClick=\"0\" advTm=\"4000\"><p:push/></p:transition>");
   const int newer = builder.addSlide();
-  builder.afterCommonData(newer,
-                          support::alternative("<p:transition p14:dur=\"9\"><p14:reveal/></p:transition>",
-                                               "<p:transition><p:fade/></p:transition>") +
-                              "<p:timing/>");
+  builder.afterCommonData(
+      newer, support::alternative("<p:transition p14:dur=\"9\" advTm=\"500\"><p14:reveal/></p:transition>",
+                                  "<p:transition><p:fade/></p:transition>") +
+                 "<p:timing/>");
   const auto deck = builder.presentation();
   const auto xmlOf = [&](int slide) { return std::string(deck->slidePart(slide).bytes()); };
   for (int slide = 1; slide <= 3; ++slide) {
     const auto transition = deck->Slides()->Item(slide)->SlideShowTransition();
+    EXPECT_EQ(transition->AdvanceOnTime(), slide > 1);
+    EXPECT_DOUBLE_EQ(transition->AdvanceTime(), slide == 1 ? 0 : slide == 2 ? 4 : 0.5);
     transition->AdvanceOnTime(true);
     transition->AdvanceTime(2.5);
     EXPECT_DOUBLE_EQ(deck->Slides()->Item(slide)->SlideShowTransition()->AdvanceTime(), 2.5);

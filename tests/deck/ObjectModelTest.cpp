@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "deck/objects/LinkedObjects.h"
 #include "deck/objects/Links.h"
 #include "deck/objects/Slide.h"
 #include "deck/objects/SlideShowSettings.h"
@@ -80,16 +81,15 @@ TEST(ShapesTest, EveryKindHasItsTypeAndOnlyShapesWithTextAFrame) {
 }
 
 TEST(ShapesTest, TheFirstOfANameIsFoundInAnyCase) {
-  DeckBuilder deck;
-  deck.addSlide(textShape(2, "Price", "one") + textShape(3, "PRICE", "two") + textShape(4, "", "three"));
+  DeckBuilder deck = DeckBuilder::of(textShape(2, "Price", "one") + textShape(3, "PRICE", "two") +
+                                     textShape(4, "", "three"));
   const auto shapes = deck.presentation()->Slides()->Item(1)->Shapes();
   EXPECT_EQ(shapes->Item("price")->TextFrame()->TextRange()->Text(), "one");
   EXPECT_EQ(shapes->Item(2)->Name(), "PRICE");
 }
 
 TEST(ShapesTest, ErrorsNameSlideAndShape) {
-  DeckBuilder deck;
-  deck.addSlide();
+  DeckBuilder deck = DeckBuilder::of();
   deck.addSlide(pictureShape(2, "Photo", "<a:blip r:embed=\"rId1\"/>"));
   const auto presentation = deck.presentation();
   const auto shapes = presentation->Slides()->Item(2)->Shapes();
@@ -132,9 +132,9 @@ TEST(LinksTest, TargetsBecomePathsOfTheirSystem) {
 }
 
 TEST(LinksTest, PicturesAndObjectsTellTheirSource) {
-  DeckBuilder deck;
-  deck.addSlide();
-  const std::string book = deck.relate(1, "oleObject", "file:///C:\\Data\\Book.xlsx!Sheet1", true);
+  DeckBuilder deck = DeckBuilder::of();
+  const std::string book =
+      deck.relate(1, "oleObject", "file:///C:\\Data\\my%20Book.xlsx!Sheet1!R2C1:R5C3", true);
   const std::string photo = deck.relate(1, "image", "file:///data/photo.png", true);
   deck.part("ppt/media/film.mp4", "film");
   const std::string film = deck.relate(1, "video", "../media/film.mp4");
@@ -143,9 +143,16 @@ TEST(LinksTest, PicturesAndObjectsTellTheirSource) {
                            "<p:oleObj progId=\"Excel.Sheet.12\" r:id=\"" + book + "\"><p:link/></p:oleObj>") +
                   pictureShape(3, "Photo", "<a:blip r:link=\"" + photo + "\"/>") +
                   pictureShape(4, "Film", "", "<a:videoFile r:link=\"" + film + "\"/>"));
-  const auto shapes = deck.presentation()->Slides()->Item(1)->Shapes();
-  EXPECT_EQ(shapes->Item("Book")->LinkFormat()->SourceFullName(), "C:\\Data\\Book.xlsx!Sheet1");
+  const auto presentation = deck.presentation();
+  const auto shapes = presentation->Slides()->Item(1)->Shapes();
+  EXPECT_EQ(shapes->Item("Book")->LinkFormat()->SourceFullName(), "C:\\Data\\my Book.xlsx!Sheet1!R2C1:R5C3");
   EXPECT_EQ(shapes->Item("Book")->OLEFormat()->ProgID(), "Excel.Sheet.12");
+  const auto objects = linkedObjects(*presentation, 1);
+  ASSERT_EQ(objects.size(), 1U);
+  EXPECT_EQ(objects[0].shapeId, 2U);
+  EXPECT_EQ(objects[0].progId, "Excel.Sheet.12");
+  EXPECT_EQ(objects[0].file, "C:\\Data\\my Book.xlsx");
+  EXPECT_EQ(objects[0].item, "Sheet1!R2C1:R5C3");
   EXPECT_EQ(shapes->Item("Photo")->LinkFormat()->SourceFullName(), "/data/photo.png");
   EXPECT_THAT(errorOf([&] { static_cast<void>(shapes->Item("Film")->LinkFormat()); }),
               HasSubstr("not linked to a file"));
@@ -192,19 +199,6 @@ TEST(SlidesTest, AreHiddenAndShownAgain) {
   EXPECT_EQ(std::string(presentation->slidePart(2).bytes()).find("show="), std::string::npos);
   presentation->UpdateLinks();
   EXPECT_EQ(listener.links, 1);
-}
-
-TEST(SlidesTest, TimingsAreFoundInAlternativesToo) {
-  DeckBuilder deck;
-  for (int i = 0; i < 3; ++i) deck.addSlide();
-  deck.afterCommonData(1, "<p:transition advTm=\"2500\"/>");
-  deck.afterCommonData(2, alternative("<p:transition advTm=\"500\"/>", "<p:transition/>"));
-  deck.afterCommonData(3, "<p:transition advClick=\"0\"/>");
-  const auto slides = deck.presentation()->Slides();
-  EXPECT_TRUE(slides->Item(1)->SlideShowTransition()->AdvanceOnTime());
-  EXPECT_DOUBLE_EQ(slides->Item(1)->SlideShowTransition()->AdvanceTime(), 2.5);
-  EXPECT_DOUBLE_EQ(slides->Item(2)->SlideShowTransition()->AdvanceTime(), 0.5);
-  EXPECT_FALSE(slides->Item(3)->SlideShowTransition()->AdvanceOnTime());
 }
 
 TEST(SettingsTest, AreWhatTheAuthorSetUp) {

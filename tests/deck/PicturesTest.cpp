@@ -6,7 +6,6 @@
 #include <fstream>
 
 #include "basic/Error.h"
-#include "deck/objects/LinkedObjects.h"
 #include "pictures/PictureFile.h"
 #include "support/DeckBuilder.h"
 #include "support/PackageCheck.h"
@@ -166,7 +165,19 @@ TEST_F(PicturesTest, LinkedPicturesFollowTheirFileAndStayLinks) {
                             pictureShape(4, "Broken", "<a:blip r:link=\"" + broken + "\"/>"));
   put("deck.pptx", builder.bytes());
   put("logo.png", png("first"));
+  // They are read when their guard lets them.
+  std::string asked;
+  application->guardLinks([&](const std::string& path) {
+    if (asked.empty()) asked = path;
+    throw basic::Error(basic::AdapterError, "", "not now");
+  });
   const auto deck = application->open(at("deck.pptx"));
+  EXPECT_EQ(asked, at("logo.png"));
+  EXPECT_EQ(mediaParts(*deck), 0U);
+  EXPECT_EQ(deck->missingPictures(), std::vector<std::string>({at("logo.png"), at("none.png")}));
+  application->guardLinks({});
+  deck->loadLinkedPictures();
+  EXPECT_EQ(deck->missingPictures(), std::vector<std::string>({at("none.png")}));
   EXPECT_EQ(shownBytes(*deck), png("first"));
   EXPECT_TRUE(deck->Saved());
   put("logo.png", png("second"));
@@ -190,46 +201,6 @@ TEST_F(PicturesTest, LinkedPicturesFollowTheirFileAndStayLinks) {
   EXPECT_EQ(mediaParts(*deck), 1U);
   show(*deck, "Logo", "");
   EXPECT_EQ(shownBytes(*deck), png("second"));
-}
-
-TEST_F(PicturesTest, LinkedPicturesAreReadWhenTheirGuardLetsThem) {
-  DeckBuilder builder;
-  const int slide = builder.addSlide();
-  const std::string link = builder.relate(slide, "image", "logo.png", true);
-  builder.shapes(slide, pictureShape(2, "Logo", "<a:blip r:link=\"" + link + "\"/>"));
-  put("deck.pptx", builder.bytes());
-  put("logo.png", png("logo"));
-  std::string asked;
-  application->guardLinks([&](const std::string& path) {
-    asked = path;
-    throw basic::Error(basic::AdapterError, "", "not now");
-  });
-  const auto deck = application->open(at("deck.pptx"));
-  EXPECT_EQ(asked, at("logo.png"));
-  EXPECT_EQ(mediaParts(*deck), 0U);
-  EXPECT_EQ(deck->missingPictures(), std::vector<std::string>({at("logo.png")}));
-
-  application->guardLinks({});
-  deck->loadLinkedPictures();
-  EXPECT_EQ(shownBytes(*deck), png("logo"));
-  EXPECT_EQ(deck->missingPictures(), std::vector<std::string>());
-}
-
-TEST_F(PicturesTest, LinkedWorksheetsTellTheirCells) {
-  DeckBuilder builder;
-  const int slide = builder.addSlide();
-  const std::string link =
-      builder.relate(slide, "oleObject", "file:///C:\\data\\my%20book.xlsx!Sheet1!R2C1:R5C3", true);
-  builder.shapes(slide,
-                 support::graphicFrame(
-                     7, "Sheet", "http://schemas.openxmlformats.org/presentationml/2006/ole",
-                     "<p:oleObj progId=\"Excel.Sheet.12\" r:id=\"" + link + "\"><p:link/></p:oleObj>"));
-  const auto objects = linkedObjects(*builder.presentation(), slide);
-  ASSERT_EQ(objects.size(), 1U);
-  EXPECT_EQ(objects[0].shapeId, 7U);
-  EXPECT_EQ(objects[0].progId, "Excel.Sheet.12");
-  EXPECT_EQ(objects[0].file, "C:\\data\\my book.xlsx");
-  EXPECT_EQ(objects[0].item, "Sheet1!R2C1:R5C3");
 }
 
 }  // namespace

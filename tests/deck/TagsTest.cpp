@@ -67,8 +67,7 @@ constexpr const char* EveryKind =
     "</p:grpSp>";
 
 TEST(TagsTest, EveryOwnerKeepsThemAndLetsThemGo) {
-  DeckBuilder deck;
-  deck.addSlide(EveryKind);
+  DeckBuilder deck = DeckBuilder::of(EveryKind);
   deck.afterShapes(1, "<p:extLst/>");
   deck.presentationExtra("<p:defaultTextStyle/>");
   const auto presentation = deck.presentation();
@@ -118,9 +117,7 @@ TEST(TagsTest, AnythingSurvivesInAValue) {
                                         "\xC3\xBC \xE2\x82\xAC",
                                         std::string(70000, 'x'),
                                         ""};
-  DeckBuilder deck;
-  deck.addSlide();
-  const auto presentation = deck.presentation();
+  const auto presentation = DeckBuilder::of().presentation();
   const auto tags = presentation->Tags();
   for (std::size_t i = 0; i < values.size(); ++i) tags->Add("T" + std::to_string(i), values[i]);
   const auto again = reopened(*presentation)->Tags();
@@ -130,8 +127,7 @@ TEST(TagsTest, AnythingSurvivesInAValue) {
 }
 
 TEST(TagsTest, OneOfTheSameNameIsReplacedInItsPlace) {
-  DeckBuilder deck;
-  deck.addSlide();
+  DeckBuilder deck = DeckBuilder::of();
   deck.presentationTags({{"FIRST", "1"}, {"Foreign", "keep"}, {"LAST", "3"}});
   const auto presentation = deck.presentation();
   presentation->Tags()->Add("first", "one");
@@ -142,9 +138,8 @@ TEST(TagsTest, OneOfTheSameNameIsReplacedInItsPlace) {
 }
 
 TEST(TagsTest, TakenAwayAndAddedAgainTouchesNoPart) {
-  DeckBuilder deck;
+  DeckBuilder deck = DeckBuilder::of();
   deck.presentationTags({{"A", "1"}});
-  deck.addSlide();
   const auto presentation = deck.presentation();
   const std::string before = presentation->package().serialize();
   presentation->Tags()->Add("A", "1");
@@ -156,8 +151,7 @@ TEST(TagsTest, TakenAwayAndAddedAgainTouchesNoPart) {
 }
 
 TEST(TagsTest, SeveralPartsOfOneOwnerAreOneList) {
-  DeckBuilder deck;
-  deck.addSlide();
+  DeckBuilder deck = DeckBuilder::of();
   const std::string first = deck.relate(1, "tags", deck.addTags({{"A", "1"}, {"B", "2"}}));
   const std::string second = deck.relate(1, "tags", deck.addTags({{"C", "3"}}));
   deck.afterShapes(
@@ -207,8 +201,7 @@ TEST(TagsTest, APartSharedByTwoOwnersIsCopiedBeforeItChanges) {
 }
 
 TEST(TagsTest, OtherCustomDataStaysWhenTheTagsGo) {
-  DeckBuilder deck;
-  deck.addSlide();
+  DeckBuilder deck = DeckBuilder::of();
   const std::string id = deck.relate(1, "tags", deck.addTags({{"A", "1"}}));
   deck.part("customXml/item1.xml", "<x/>");
   const std::string data = deck.relate(1, "customXml", "../../customXml/item1.xml");
@@ -223,8 +216,7 @@ TEST(TagsTest, OtherCustomDataStaysWhenTheTagsGo) {
 }
 
 TEST(TagsTest, ErrorsNameTheOwner) {
-  DeckBuilder deck;
-  deck.addSlide();
+  DeckBuilder deck = DeckBuilder::of();
   deck.afterShapes(1, tagsReference("rId77"));
   const auto presentation = deck.presentation();
   EXPECT_THAT(errorOf([&] { static_cast<void>(presentation->Tags()->Name(1)); }), HasSubstr("no tag 1"));

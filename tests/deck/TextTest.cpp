@@ -14,9 +14,7 @@ using testing::HasSubstr;
 
 /// A presentation with one shape, which holds these paragraphs.
 std::shared_ptr<Presentation> withParagraphs(const std::string& paragraphs) {
-  DeckBuilder deck;
-  deck.addSlide(shapeWithParagraphs(7, "Body", paragraphs));
-  return deck.presentation();
+  return DeckBuilder::of(shapeWithParagraphs(7, "Body", paragraphs)).presentation();
 }
 
 std::shared_ptr<PowerPoint::TextRange> bodyOf(Presentation& presentation) {
@@ -116,9 +114,7 @@ TEST(TextTest, SurvivesSettingSavingAndReading) {
       {std::string(100000, 'x'), std::string(100000, 'x')},
   };
   for (const Case& c : cases) {
-    DeckBuilder deck;
-    deck.addSlide(textShape(7, "Body", "old"));
-    const auto presentation = deck.presentation();
+    const auto presentation = DeckBuilder::of(textShape(7, "Body", "old")).presentation();
     bodyOf(*presentation)->Text(c.set);
     EXPECT_EQ(bodyOf(*presentation)->Text(), c.read);
     const auto reopened = std::make_shared<Presentation>(
@@ -147,8 +143,7 @@ TEST(TextTest, TheSameTextChangesNothingAndTellsNobody) {
 }
 
 TEST(TextTest, AShapeWithoutTextBodyGetsOneInItsPlace) {
-  DeckBuilder deck;
-  deck.addSlide(
+  DeckBuilder deck = DeckBuilder::of(
       "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"Body\"/><p:cNvSpPr/><p:nvPr/></p:nvSpPr><p:spPr/><p:style/>"
       "<p:extLst/></p:sp>");
   const auto presentation = deck.presentation();
