@@ -185,6 +185,7 @@ TEST_F(DrivenShapesTest, APictureShowsTheFileThatItsDataName) {
 TEST_F(DrivenShapesTest, APictureWhoseValueIsGoneShowsItsOwnInAShow) {
   machine.files.Write("/decks/soup", "");
   fakes::Slide& slide = deck->Add();
+  slide.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
   fakes::Shape& photo = Linked(slide, "photo", 3, 1);
   fakes::Shape& never = Linked(slide, "never", 3, 9);
   never.shownFile = "/decks/soup";  // as it was left before the show
@@ -197,9 +198,11 @@ TEST_F(DrivenShapesTest, APictureWhoseValueIsGoneShowsItsOwnInAShow) {
     machine.loop.Advance(5000);
     EXPECT_EQ(photo.shownFile, "");
     EXPECT_EQ(photo.writes, before + 1);
+    EXPECT_TRUE(slide.transition->hidden) << "a slide of pictures alone hides as well";
     machine.files.Write(Menu, "Dish\nsoup\n");
     machine.loop.Advance(1000);
     EXPECT_EQ(photo.shownFile, "/decks/soup") << "the same file as before";
+    EXPECT_FALSE(slide.transition->hidden);
   }
   // A source that fails says nothing about its values.
   machine.files.files.erase(Menu);
@@ -253,19 +256,6 @@ TEST_F(DrivenShapesTest, AScrollingPictureBesideBlankTextsShowsItsOwn) {
   machine.loop.Advance(500);
   EXPECT_EQ(Texts(slide), "tart|");
   EXPECT_EQ(photo.shownFile, "");
-}
-
-TEST_F(DrivenShapesTest, ASlideOfPicturesAloneHidesWithoutData) {
-  machine.files.Write("/decks/soup", "");
-  deck->Add();
-  fakes::Slide& slide = deck->Add();
-  slide.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
-  Linked(slide, "photo", 3, 1);
-  Start();
-  EXPECT_FALSE(slide.transition->hidden);
-  machine.files.Write(Menu, "Dish\n");
-  machine.loop.Advance(1000);
-  EXPECT_TRUE(slide.transition->hidden);
 }
 
 TEST_F(DrivenShapesTest, ASlideThatRefreshesItsLinksHasEveryLinkedFileWatched) {
