@@ -13,10 +13,14 @@
 
 namespace windows::com {
 
-Ptr<IDispatch> Event::object(UINT place) const {
+const VARIANT& Event::argument(UINT place) const {
   if (place >= parameters_->cArgs) basic::Raise(basic::RuntimeError::SubscriptOutOfRange);
-  return Variant::copyOf(parameters_->rgvarg[parameters_->cArgs - 1 - place]).object();  // they come reversed
+  return parameters_->rgvarg[parameters_->cArgs - 1 - place];  // they come reversed
 }
+
+Ptr<IDispatch> Event::object(UINT place) const { return Variant::copyOf(argument(place)).object(); }
+
+std::int32_t Event::number(UINT place) const { return Variant::copyOf(argument(place)).number(); }
 
 /// Events come by number alone, so it knows no names and has no type information.
 class Subscription::Sink final : public Counted<IDispatch> {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "windows/com/Ptr.h"
@@ -14,8 +15,11 @@ class Event {
   /// An argument by its place, from 0, in the order of its declaration; null for Nothing. Raises TypeMismatch
   /// where it is no object, and SubscriptOutOfRange where there is none.
   [[nodiscard]] Ptr<IDispatch> object(UINT place) const;
+  [[nodiscard]] std::int32_t number(UINT place) const;
 
  private:
+  [[nodiscard]] const VARIANT& argument(UINT place) const;
+
   DISPID id_;
   const DISPPARAMS* parameters_;
 };

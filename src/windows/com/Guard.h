@@ -28,15 +28,21 @@ class Entrance {
   static inline std::function<void()> afterwards_;
 };
 
-/// Does what a call from outside asks for. Success is all that the caller hears, and no exception leaves.
+/// Lets no exception out. Success is all that the caller hears.
 template <typename Body>
-HRESULT guarded(Body&& body) noexcept {
-  const Entrance entrance;
+HRESULT contained(Body&& body) noexcept {
   try {
     body();
   } catch (...) {  // NOLINT(bugprone-empty-catch): whoever can say something of a failure has done so
   }
   return S_OK;
+}
+
+/// Does what a call from outside asks for.
+template <typename Body>
+HRESULT guarded(Body&& body) noexcept {
+  const Entrance entrance;
+  return contained(std::forward<Body>(body));
 }
 
 }  // namespace windows::com

@@ -2,8 +2,6 @@
 
 #include "windows/com/Object.h"
 
-#include <vector>
-
 #include "basic/Error.h"
 #include "windows/com/Failure.h"
 #include "windows/com/Text.h"
@@ -38,12 +36,10 @@ Object Object::create(const wchar_t* progId, Class& type) {
   return {std::move(object), type};
 }
 
-Variant Object::invoke(WORD kind, const wchar_t* member, const Variant* arguments, std::size_t count) const {
+Variant Object::invoke(WORD kind, const wchar_t* member, VARIANT* reversed, std::size_t count) const {
   if (!dispatch_) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
   const Ptr<IDispatch> held = dispatch_;  // the call may let other handlers in
-  std::vector<VARIANT> reversed(count);
-  for (std::size_t i = 0; i < count; ++i) reversed[count - 1 - i] = arguments[i].raw();
-  DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(count), 0};
+  DISPPARAMS parameters{reversed, nullptr, static_cast<UINT>(count), 0};
   DISPID newValue = DISPID_PROPERTYPUT;
   const bool isPut = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
   if (isPut) {

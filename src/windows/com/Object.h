@@ -85,10 +85,22 @@ class Object {
  private:
   template <typename... Arguments>
   Variant pass(WORD kind, const wchar_t* member, const Arguments&... arguments) const {
-    std::array<Variant, sizeof...(Arguments)> values{Variant(arguments)...};
-    return invoke(kind, member, values.data(), values.size());
+    return passAll(kind, member, asVariant(arguments)...);
   }
-  Variant invoke(WORD kind, const wchar_t* member, const Variant* arguments, std::size_t count) const;
+  static const Variant& asVariant(const Variant& argument) { return argument; }
+  template <typename Argument>
+  static Variant asVariant(const Argument& argument) {
+    return Variant(argument);
+  }
+  template <typename... Variants>
+  Variant passAll(WORD kind, const wchar_t* member, const Variants&... variants) const {
+    // They come reversed. These are views of values that live as long as the call.
+    std::array<VARIANT, sizeof...(Variants)> reversed;
+    [[maybe_unused]] auto place = reversed.rbegin();
+    ((*place++ = variants.raw()), ...);
+    return invoke(kind, member, reversed.data(), reversed.size());
+  }
+  Variant invoke(WORD kind, const wchar_t* member, VARIANT* reversed, std::size_t count) const;
   [[nodiscard]] Ptr<IDispatch> required(const Variant& value, const wchar_t* member) const;
 
   Ptr<IDispatch> dispatch_;

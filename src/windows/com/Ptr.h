@@ -6,6 +6,9 @@
 
 namespace windows::com {
 
+/// Set when the process ends: objects are gone then, whoever holds them.
+inline bool isProcessEnding = false;
+
 /// A reference to a COM object, given back when it goes.
 template <typename T>
 class Ptr {
@@ -20,7 +23,7 @@ class Ptr {
     return *this;
   }
   ~Ptr() {
-    if (object_ != nullptr) object_->Release();
+    if (object_ != nullptr && !isProcessEnding) object_->Release();
   }
 
   /// Takes over a reference that the caller has.

@@ -2,6 +2,7 @@
 
 #include "windows/com/Variant.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <type_traits>
@@ -113,6 +114,14 @@ Variant::Variant(double value) : Variant() {
 
 Variant::Variant(std::string_view text) : Variant() { setText(value_, text); }
 
+Variant::Variant(const std::vector<std::int32_t>& numbers) : Variant() {
+  SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 0, static_cast<ULONG>(numbers.size()));
+  if (array == nullptr) raise(E_OUTOFMEMORY, "numbers");
+  std::copy(numbers.begin(), numbers.end(), static_cast<LONG*>(array->pvData));
+  value_.vt = VT_ARRAY | VT_I4;
+  value_.parray = array;
+}
+
 Variant::Variant(const Object& object) : Variant() {
   value_.vt = VT_DISPATCH;
   value_.pdispVal = Ptr<IDispatch>(object.dispatch()).release();
@@ -145,6 +154,17 @@ Variant::Variant(const basic::Variant& value) : Variant() {
       value);
 }
 
+Variant Variant::array(std::vector<Variant> values) {
+  SAFEARRAY* elements = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(values.size()));
+  if (elements == nullptr) raise(E_OUTOFMEMORY, "array");
+  auto* place = static_cast<VARIANT*>(elements->pvData);
+  for (Variant& value : values) std::swap(*place++, value.value_);
+  Variant array;
+  array.value_.vt = VT_ARRAY | VT_VARIANT;
+  array.value_.parray = elements;
+  return array;
+}
+
 Variant Variant::copyOf(const VARIANT& value) {
   Variant copy;
   check(VariantCopyInd(&copy.value_, const_cast<VARIANT*>(&value)), "VariantCopyInd");
@@ -175,12 +195,35 @@ bool Variant::flag() const {
                               : changed(value_, VT_BOOL).raw().boolVal != VARIANT_FALSE;
 }
 
+Ptr<IUnknown> Variant::unknown() const {
+  if (value_.vt == VT_DISPATCH) return Ptr<IUnknown>::sharing(value_.pdispVal);
+  if (value_.vt == VT_UNKNOWN) return Ptr<IUnknown>::sharing(value_.punkVal);
+  basic::Raise(basic::RuntimeError::TypeMismatch);
+}
+
 Ptr<IDispatch> Variant::object() const {
   if (value_.vt == VT_DISPATCH) return Ptr<IDispatch>::sharing(value_.pdispVal);
-  if (value_.vt == VT_UNKNOWN) {
-    return Ptr<IUnknown>::sharing(value_.punkVal).as<IDispatch>(IID_IDispatch);
+  return unknown().as<IDispatch>(IID_IDispatch);
+}
+
+std::vector<std::int32_t> Variant::numbers() const {
+  VARTYPE kind = VT_EMPTY;
+  LONG lower = 0;
+  LONG upper = -1;
+  if ((value_.vt & VT_ARRAY) == 0 || FAILED(SafeArrayGetVartype(value_.parray, &kind)) ||
+      FAILED(SafeArrayGetLBound(value_.parray, 1, &lower)) ||
+      FAILED(SafeArrayGetUBound(value_.parray, 1, &upper))) {
+    basic::Raise(basic::RuntimeError::TypeMismatch);
   }
-  basic::Raise(basic::RuntimeError::TypeMismatch);
+  std::vector<std::int32_t> numbers;
+  for (LONG i = lower; i <= upper; ++i) {
+    Variant element;
+    void* place = kind == VT_VARIANT ? static_cast<void*>(element.out()) : &element.value_.byref;
+    check(SafeArrayGetElement(value_.parray, &i, place), "SafeArrayGetElement");
+    if (kind != VT_VARIANT) element.value_.vt = kind;
+    numbers.push_back(element.number());
+  }
+  return numbers;
 }
 
 basic::Variant Variant::value() const {

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "basic/Variant.h"
 #include "windows/com/Ptr.h"
@@ -25,6 +27,8 @@ class Variant {
   Variant(std::string_view text);
   Variant(const char* text) : Variant(std::string_view(text)) {}
   Variant(const std::string& text) : Variant(std::string_view(text)) {}
+  /// An array, as ids of slides go.
+  Variant(const std::vector<std::int32_t>& numbers);
   /// Null stands for Nothing.
   Variant(const Object& object);
   /// A 64-bit integer that needs more than 32 bits goes as a decimal number, which every component knows.
@@ -40,6 +44,8 @@ class Variant {
   }
   ~Variant() { VariantClear(&value_); }
 
+  /// An array of these values.
+  [[nodiscard]] static Variant array(std::vector<Variant> values);
   /// A copy of what somebody else keeps, with references in it followed.
   [[nodiscard]] static Variant copyOf(const VARIANT& value);
 
@@ -55,6 +61,10 @@ class Variant {
   [[nodiscard]] bool flag() const;
   /// Null for Nothing.
   [[nodiscard]] Ptr<IDispatch> object() const;
+  /// What is handed out as no more than an object; null for Nothing.
+  [[nodiscard]] Ptr<IUnknown> unknown() const;
+  /// Of an array of numbers, whatever the kind of its elements is.
+  [[nodiscard]] std::vector<std::int32_t> numbers() const;
   /// An error value of a cell is the text that cells show for it ("#N/A").
   [[nodiscard]] basic::Variant value() const;
 

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <functional>
-#include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "windows/com/Counted.h"
 #include "windows/com/Variant.h"
+#include "windows/support/EventSource.h"
 
 namespace support {
 
@@ -25,6 +26,17 @@ class ScriptedObject final : public windows::com::Counted<IDispatch> {
     return windows::com::Ptr<IDispatch>::taking(new ScriptedObject(std::move(members)));
   }
 
+  /// Makes it a source of these events.
+  EventSource& withEvents(REFIID events) { return source_.emplace(*this, events); }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    if (source_ && iid == IID_IConnectionPointContainer) {
+      *object = static_cast<IConnectionPointContainer*>(&*source_);
+      AddRef();
+      return S_OK;
+    }
+    return Counted::QueryInterface(iid, object);
+  }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
@@ -58,6 +70,7 @@ class ScriptedObject final : public windows::com::Counted<IDispatch> {
   EXCEPINFO exception{};
 
  private:
+  std::optional<EventSource> source_;
   std::vector<std::pair<std::wstring, Member>> members_;
 };
 

@@ -1,0 +1,139 @@
+// Worksheets by way of Excel. Its objects lie in another process: a cell is asked for no more than is used.
+
+#include "windows/automation/Excel.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "windows/com/Failure.h"
+#include "windows/com/Object.h"
+
+namespace windows::automation {
+namespace {
+
+namespace classes {
+com::Class Application{"Excel.Application"};
+com::Class Workbooks{"Workbooks"};
+com::Class Workbook{"Workbook"};
+com::Class Sheets{"Sheets"};
+com::Class Worksheet{"Worksheet"};
+com::Class Range{"Range"};
+}  // namespace classes
+
+class Cell final : public Excel::Cell {
+ public:
+  explicit Cell(com::Object cell) : cell_(std::move(cell)) {}
+  [[nodiscard]] std::int32_t Column() const override { return cell_.number(L"Column"); }
+  [[nodiscard]] std::int32_t Row() const override { return cell_.number(L"Row"); }
+  [[nodiscard]] std::string Text() const override { return cell_.text(L"Text"); }
+  [[nodiscard]] basic::Variant Value() const override { return cell_.get(L"Value").value(); }
+  [[nodiscard]] std::string NumberFormat() const override { return cell_.text(L"NumberFormat"); }
+
+ private:
+  com::Object cell_;
+};
+
+class Range final : public Excel::Range {
+ public:
+  explicit Range(com::Object range) : range_(std::move(range)) {}
+  void ForEach(const std::function<bool(const Excel::Cell&)>& visit) override {
+    const auto cells = range_.get(L"_NewEnum").unknown().as<IEnumVARIANT>(IID_IEnumVARIANT);
+    if (!cells) com::raise(E_NOINTERFACE, "Range._NewEnum");
+    while (true) {
+      com::Variant cell;
+      const HRESULT result = cells->Next(1, cell.out(), nullptr);
+      com::check(result, "Range._NewEnum");
+      if (result != S_OK || !visit(Cell({cell.object(), classes::Range}))) return;
+    }
+  }
+
+ private:
+  com::Object range_;
+};
+
+class Worksheet final : public Excel::Worksheet {
+ public:
+  explicit Worksheet(com::Object sheet) : sheet_(std::move(sheet)) {}
+  [[nodiscard]] std::string Name() const override { return sheet_.text(L"Name"); }
+  [[nodiscard]] std::shared_ptr<Excel::Range> Range(std::string_view reference) override {
+    com::Object range = sheet_.object(classes::Range, L"Range", reference);
+    // A whole column is a million of cells: it ends with the data.
+    const com::Object used = sheet_.object(classes::Range, L"UsedRange");
+    const auto inUse = sheet_.object(classes::Application, L"Application").get(L"Intersect", range, used);
+    if (isWhole(reference) && inUse.object()) range = com::Object(inUse.object(), classes::Range);
+    return std::make_shared<automation::Range>(std::move(range));
+  }
+
+ private:
+  /// "A:C", "1:5": without columns or without rows.
+  static bool isWhole(std::string_view reference) {
+    const auto has = [&](std::string_view any) { return reference.find_first_of(any) != reference.npos; };
+    return has(":") && (!has("0123456789") || !has("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"));
+  }
+
+  com::Object sheet_;
+};
+
+class Sheets final : public Excel::Sheets {
+ public:
+  explicit Sheets(com::Object sheets) : sheets_(std::move(sheets)) {}
+  [[nodiscard]] std::int32_t Count() const override { return sheets_.number(L"Count"); }
+  [[nodiscard]] std::shared_ptr<Excel::Worksheet> Item(std::int32_t index) override {
+    return std::make_shared<Worksheet>(sheets_.object(classes::Worksheet, L"Item", index));
+  }
+  [[nodiscard]] std::shared_ptr<Excel::Worksheet> Item(std::string_view name) override {
+    return std::make_shared<Worksheet>(sheets_.object(classes::Worksheet, L"Item", name));
+  }
+
+ private:
+  com::Object sheets_;
+};
+
+class Workbook final : public Excel::Workbook {
+ public:
+  explicit Workbook(com::Object workbook) : workbook_(std::move(workbook)) {}
+  [[nodiscard]] std::shared_ptr<Excel::Sheets> Sheets() override {
+    return std::make_shared<automation::Sheets>(workbook_.object(classes::Sheets, L"Sheets"));
+  }
+  void Saved(bool saved) override { workbook_.put(L"Saved", saved); }
+  void Close() override { workbook_.call(L"Close"); }
+
+ private:
+  com::Object workbook_;
+};
+
+class Workbooks final : public Excel::Workbooks {
+ public:
+  explicit Workbooks(com::Object workbooks) : workbooks_(std::move(workbooks)) {}
+  [[nodiscard]] std::shared_ptr<Excel::Workbook> Open(std::string_view path, std::int32_t updateLinks,
+                                                      bool readOnly) override {
+    return std::make_shared<Workbook>(
+        workbooks_.object(classes::Workbook, L"Open", path, updateLinks, readOnly));
+  }
+
+ private:
+  com::Object workbooks_;
+};
+
+class Application final : public Excel::Application {
+ public:
+  explicit Application(com::Object application) : application_(std::move(application)) {}
+  void IgnoreRemoteRequests(bool ignore) override { application_.put(L"IgnoreRemoteRequests", ignore); }
+  [[nodiscard]] bool Visible() const override { return application_.flag(L"Visible"); }
+  void Quit() override { application_.call(L"Quit"); }
+  [[nodiscard]] std::shared_ptr<Excel::Workbooks> Workbooks() override {
+    return std::make_shared<automation::Workbooks>(application_.object(classes::Workbooks, L"Workbooks"));
+  }
+
+ private:
+  com::Object application_;
+};
+
+}  // namespace
+
+std::shared_ptr<Excel::Application> ExcelFactory::CreateApplication() {
+  return std::make_shared<Application>(com::Object::create(L"Excel.Application", classes::Application));
+}
+
+}  // namespace windows::automation
