@@ -37,8 +37,7 @@ SlidePage drawn(DeckBuilder& builder) {
 TEST(Bounds, WhatEveryParagraphInheritsIsSmall) {
   const std::string longName(5000, 'n');
   const auto stops = repeated(5000, "<a:gs pos=\"1000\"><a:srgbClr val=\"123456\"/></a:gs>");
-  DeckBuilder builder;
-  builder.addSlide(shape(
+  DeckBuilder builder = DeckBuilder::of(shape(
       2, "<p:spPr>" + Frame + "</p:spPr><p:txBody><a:bodyPr/><a:lstStyle><a:lvl1pPr><a:buFont typeface=\"" +
              longName + "\"/><a:buChar char=\"" + longName + "\"/><a:defRPr><a:gradFill><a:gsLst>" + stops +
              "</a:gsLst></a:gradFill><a:latin typeface=\"" + longName +

@@ -60,8 +60,7 @@ inline std::string chartPart(const std::string& plotArea, const std::string& beh
 
 /// Shape 2 of slide 1 is the chart, shape 3 a text.
 inline std::unique_ptr<opc::Package> chartDeck(const std::string& part) {
-  support::DeckBuilder builder;
-  builder.addSlide();
+  support::DeckBuilder builder = support::DeckBuilder::of();
   builder.part("ppt/charts/chart1.xml", part,
                "application/vnd.openxmlformats-officedocument.drawingml.chart+xml");
   const auto id = builder.relate(1, "chart", "../charts/chart1.xml");

@@ -52,8 +52,7 @@ std::unique_ptr<opc::Package> deckOf(const fs::path& input) {
   const auto parsed = source.load_file(input.c_str(), pugi::parse_default | pugi::parse_ws_pcdata_single);
   EXPECT_TRUE(parsed) << input << ": " << parsed.description();
   const auto deck = source.document_element();
-  support::DeckBuilder builder;
-  builder.addSlide(inner(deck.child("slide")));
+  support::DeckBuilder builder = support::DeckBuilder::of(inner(deck.child("slide")));
   builder.afterCommonData(1, inner(deck.child("after")));
   builder.presentationExtra(inner(deck.child("presentation")));
   builder.part("ppt/theme/theme1.xml", readFile(fs::path(RENDER_TESTS) / "theme.xml"));

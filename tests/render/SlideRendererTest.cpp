@@ -3,15 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "support/DeckBuilder.h"
+#include "support/ErrorOf.h"
 #include "support/TableShape.h"
 
 namespace render {
 namespace {
 
 using support::DeckBuilder;
+using support::errorOf;
 using support::textShape;
 using testing::HasSubstr;
 using testing::Not;
@@ -38,9 +39,7 @@ TEST(SlideRenderer, AShapeMayHaveAnyNumberOf32Bits) {
 }
 
 TEST(SlideRenderer, AShapeAloneIsTheSameAsInItsSlide) {
-  DeckBuilder builder;
-  builder.addSlide(textShape(2, "A", "first") + textShape(3, "B", "second"));
-  const auto package = builder.package();
+  const auto package = DeckBuilder::of(textShape(2, "A", "first") + textShape(3, "B", "second")).package();
   SlideRenderer renderer(
       *package, {.assetPrefix = "assets/", .isLive = [](int, std::uint32_t shape) { return shape == 3; }});
   const auto page = renderer.slide(1).html;
@@ -77,8 +76,7 @@ TEST(SlideRenderer, ACellAloneIsTheSameAsInItsTable) {
 }
 
 TEST(SlideRenderer, TheSlideIsReadAnewEachTime) {
-  DeckBuilder builder;
-  builder.addSlide();
+  DeckBuilder builder = DeckBuilder::of();
   builder.part(
       "ppt/slideLayouts/slideLayout1.xml",
       "<p:sldLayout xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\" "
@@ -123,8 +121,7 @@ TEST(SlideRenderer, HiddenAndUndrawableShapesKeepTheirElement) {
 }
 
 TEST(SlideRenderer, PicturesAreServedByNamesThatTellNothing) {
-  DeckBuilder builder;
-  builder.addSlide();
+  DeckBuilder builder = DeckBuilder::of();
   builder.addSlide();
   builder.part("ppt/media/secret-name.png", Png);
   builder.part("ppt/media/unused.png", Png + "x");
@@ -170,9 +167,7 @@ TEST(SlideRenderer, GroupsMayBeNestedDeeply) {
     shape = "<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"" + std::to_string(id) +
             "\" name=\"G\"/></p:nvGrpSpPr><p:grpSpPr/>" + shape + "</p:grpSp>";
   }
-  DeckBuilder builder;
-  builder.addSlide(shape);
-  const auto package = builder.package();
+  const auto package = DeckBuilder::of(shape).package();
   EXPECT_THAT(SlideRenderer(*package).slide(1).html, HasSubstr("deep inside"));
 }
 
@@ -185,34 +180,21 @@ TEST(SlideRenderer, TextOfALiveShapeNeverSticksOut) {
   };
   replace("<a:bodyPr/>", "<a:bodyPr><a:normAutofit/></a:bodyPr>");
   replace("cy=\"400000\"", "cy=\"443865\"");
-  DeckBuilder builder;
-  builder.addSlide(shape);
-  const auto package = builder.package();
+  const auto package = DeckBuilder::of(shape).package();
   EXPECT_THAT(SlideRenderer(*package).shape(1, 2), HasSubstr("line-height:1.2;"));
   SlideRenderer live(*package, {.assetPrefix = "", .isLive = [](int, std::uint32_t) { return true; }});
   EXPECT_THAT(live.shape(1, 2), HasSubstr("line-height:1.08;"));
 }
 
 TEST(SlideRenderer, ErrorsNameTheSlideAndTheShape) {
-  DeckBuilder builder;
-  builder.addSlide();
-  const auto package = builder.package();
+  const auto package = DeckBuilder::of().package();
   SlideRenderer renderer(*package);
-  const auto message = [&](const auto& call) -> std::string {
-    try {
-      call();
-    } catch (const basic::Error& error) {
-      return error.description;
-    }
-    return "no error";
-  };
-  EXPECT_EQ(message([&] { renderer.slide(7); }), "There is no slide 7 in test.pptx; it has 1.");
-  EXPECT_EQ(message([&] { renderer.shape(1, 42); }), "Slide 1 of test.pptx has no shape with the id 42.");
+  EXPECT_EQ(errorOf([&] { renderer.slide(7); }), "There is no slide 7 in test.pptx; it has 1.");
+  EXPECT_EQ(errorOf([&] { renderer.shape(1, 42); }), "Slide 1 of test.pptx has no shape with the id 42.");
 }
 
 TEST(SlideRenderer, ADamagedPartCostsOnlyTheShapeThatNeedsIt) {
-  DeckBuilder builder;
-  builder.addSlide();
+  DeckBuilder builder = DeckBuilder::of();
   builder.part("ppt/diagrams/data1.xml", "<not xml");
   const auto id = builder.relate(1, "diagramData", "../diagrams/data1.xml");
   builder.shapes(
