@@ -61,12 +61,16 @@ bool Notices::isTold(int id) const {
 void Notices::press(int id, std::string_view action) {
   const auto notice =
       std::find_if(all_.begin(), all_.end(), [&](const Notice& each) { return each.id == id; });
+  if (notice == all_.end() && answered_.contains(id)) return;
   if (notice == all_.end()) throw web::Refusal(404, "This notice has been put away.");
   const auto found = std::find_if(notice->actions.begin(), notice->actions.end(),
                                   [&](const Action& each) { return each.id == action; });
   if (found == notice->actions.end()) throw web::Refusal(404, "The notice has no such action.");
   const auto run = found->run;
-  if (!found->isKept) dismiss(id);
+  if (!found->isKept) {
+    answered_.insert(id);
+    dismiss(id);
+  }
   if (run) run();
 }
 

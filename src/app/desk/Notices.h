@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,7 @@ class Notices final : public host::MessageBox {
   void dismiss(int id);
   [[nodiscard]] bool isTold(int id) const;
   /// Puts the notice away, unless the action keeps it, and does what the action means; an error for what is
-  /// not there.
+  /// not there. Nothing for one that was answered already: by the first of two clicks, or in another window.
   void press(int id, std::string_view action);
   /// docs/desk-protocol.md, notices.
   [[nodiscard]] json::Json toJson() const;
@@ -60,6 +61,8 @@ class Notices final : public host::MessageBox {
   std::function<void()> changed_;
   std::function<bool(std::string_view)> isToldOtherwise_;
   std::vector<Notice> all_;
+  /// Those that an action has put away.
+  std::set<int> answered_;
   int lastId_ = 0;
 };
 
