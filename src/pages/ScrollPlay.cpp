@@ -45,7 +45,7 @@ void ScrollPlay::TakeUp(const clsSlide& properties) {
     recordCounts.push_back(isRead ? connection->RecordCount() : 0);
   }
   pages_ = OfflinePagesOf(scrolls_, recordCounts);
-  if (pages_.size() < 2) timer_.reset();
+  if (pages_.size() < 2) EndTimer();
   if (!IsPlaying()) return;
   page_ %= pages_.size();
   ShowPage(page_);
@@ -53,6 +53,14 @@ void ScrollPlay::TakeUp(const clsSlide& properties) {
 
 void ScrollPlay::Start() {
   if (IsPlaying() || pages_.size() < 2) return;
+  const auto other = std::find_if(playing_.begin(), playing_.end(),
+                                  [this](const ScrollPlay* each) { return PlaysWith(*each); });
+  if (other != playing_.end()) {
+    ScrollPlay& before = **other;
+    before.Stop();
+    if (before.Ended) before.Ended();
+  }
+  playing_.push_back(this);
   page_ = 0;
   timer_ = host::Current().loop->CreateTimer([weak = weak_from_this()] {
     // A page's pictures are waited for, and the form may be closed meanwhile.
@@ -62,9 +70,18 @@ void ScrollPlay::Start() {
   if (timer_) timer_->Enabled(true);
 }
 
+bool ScrollPlay::PlaysWith(const ScrollPlay& other) const {
+  return presentation_ == other.presentation_ && slide_->SlideID() == other.slide_->SlideID();
+}
+
+void ScrollPlay::EndTimer() {
+  timer_.reset();
+  std::erase(playing_, this);
+}
+
 void ScrollPlay::Stop() {
   if (!IsPlaying()) return;
-  timer_.reset();
+  EndTimer();
   modGlobalFunctions::IgnoreErrors([this] { ShowPage(0); });
 }
 
@@ -75,7 +92,8 @@ void ScrollPlay::NextPage() try {
   ShowPage(page_);
 } catch (...) {
   modErrors::CatchError();
-  timer_.reset();
+  EndTimer();
+  if (Ended) Ended();
 }
 
 void ScrollPlay::ShowPage(std::size_t page) {

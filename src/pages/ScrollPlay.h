@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -14,7 +15,8 @@ namespace LF2000 {
 
 /// Lets a slide that is edited scroll through the pages of its rows as a show would, over and over, so that
 /// its author sees it; but none stands longer than LongestPage or shorter than ShortestPage. What the shapes
-/// show is written as live values are: the presentation stays as saved as it was.
+/// show is written as live values are: the presentation stays as saved as it was. A slide is played by one at
+/// a time: who starts takes the place of who plays it.
 class ScrollPlay : public std::enable_shared_from_this<ScrollPlay> {
  public:
   static constexpr double LongestPage = 2000;  // milliseconds
@@ -32,6 +34,9 @@ class ScrollPlay : public std::enable_shared_from_this<ScrollPlay> {
   [[nodiscard]] bool Scrolls() const { return !scrolls_.empty(); }
   [[nodiscard]] std::size_t PageCount() const { return pages_.size(); }
 
+  /// Called when it has ended otherwise than by Stop; may be empty.
+  std::function<void()> Ended;
+
   /// Begins with the second page: the first one is there.
   void Start();
   /// The shapes show their first rows again.
@@ -39,8 +44,10 @@ class ScrollPlay : public std::enable_shared_from_this<ScrollPlay> {
   [[nodiscard]] bool IsPlaying() const { return timer_ != nullptr; }
 
  private:
+  [[nodiscard]] bool PlaysWith(const ScrollPlay& other) const;
   void ShowPage(std::size_t page);
   void NextPage();
+  void EndTimer();
 
   const std::shared_ptr<clsPresentation> presentation_;
   const std::shared_ptr<PowerPoint::Slide> slide_;
@@ -51,6 +58,8 @@ class ScrollPlay : public std::enable_shared_from_this<ScrollPlay> {
   std::size_t page_ = 0;
   /// Null while nothing is played.
   std::unique_ptr<host::Timer> timer_;
+  /// Those that play.
+  static inline std::vector<ScrollPlay*> playing_;
 };
 
 }  // namespace LF2000

@@ -68,6 +68,7 @@ frmSlide::frmSlide(Forms::Placement placement, std::shared_ptr<clsPresentation> 
   cmdAdd_.Click = [this] { cmdAdd_Click(); };
   cmdRemove_.Click = [this] { cmdRemove_Click(); };
   cmdPlay_.Click = [this] { cmdPlay_Click(); };
+  play_->Ended = [this] { Update([this] { ShowPlay(); }); };
   cmdPlay_.Hint("The slide scrolls as in a show, no page for more than 2 s.");
 
   AddRow("", {&chkHideWhenNoData_});

@@ -17,6 +17,9 @@ class frmSlide final : public frmPage {
  public:
   frmSlide(Forms::Placement placement, std::shared_ptr<clsPresentation> presentation,
            std::shared_ptr<PowerPoint::Slide> slide);
+  ~frmSlide() override { play_->Ended = {}; }
+  frmSlide(const frmSlide&) = delete;
+  frmSlide& operator=(const frmSlide&) = delete;
   void Reload() override;
 
  protected:

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "pages/OpenDeck.h"
+#include "pages/ScrollPlay.h"
 
 namespace LF2000 {
 namespace {
@@ -208,6 +209,28 @@ TEST_F(ScrollPlayTest, AnythingElseEndsItAndNewDataAreTakenUp) {
   EXPECT_EQ(Texts(), "A|B|Cake|");
   machine.loop.Advance(10'000);
   EXPECT_EQ(Texts(), "A|B|Cake|");
+}
+
+TEST_F(ScrollPlayTest, StepsOncePerPeriodWhoeverPlays) {
+  view.Click("cmdPlay");
+  machine.loop.Advance(250);
+  // On the page of another window.
+  auto other = std::make_shared<ScrollPlay>(presentation, deck->slides.front());
+  clsSlide properties;
+  properties.ReadTags(*slide.tags);
+  other->TakeUp(properties);
+  other->Start();
+  EXPECT_EQ(view.Property("cmdPlay", "Caption"), "&Play");
+  EXPECT_EQ(Texts(), "Seed| |Cake|");
+  machine.loop.Advance(499);
+  EXPECT_EQ(Texts(), "Seed| |Cake|");
+  machine.loop.Advance(1);
+  EXPECT_EQ(Texts(), AtRest);
+  machine.loop.Advance(500);
+  EXPECT_EQ(Texts(), "Seed| |Cake|");
+  other.reset();
+  EXPECT_EQ(Texts(), AtRest);
+  EXPECT_FALSE(machine.loop.HasTimers());
 }
 
 TEST_F(ScrollPlayTest, SaysWhyThereIsNothingToPlay) {
