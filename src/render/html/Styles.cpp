@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::string_view Styles =
     R"(.slide{all:initial;cursor:inherit;pointer-events:inherit;visibility:inherit;direction:ltr;display:block;position:relative;overflow:hidden;background:#fff;text-rendering:geometricPrecision;font-kerning:normal;-webkit-text-size-adjust:none;--fineness:8}
+.slide,.slide *{forced-color-adjust:none}
 .slide .behind,.slide .s,.slide .t,.slide svg,.slide table,.slide deck-chart{position:absolute}
 .slide .behind,.slide svg,.slide table,.slide deck-chart{left:0;top:0}
 .slide svg{overflow:visible}
