@@ -10,6 +10,7 @@
 #include "connections/SourceKind.h"
 #include "model/modCommandState.h"
 #include "pages/modConnectionPages.h"
+#include "pages/modPages.h"
 
 namespace LF2000 {
 
@@ -237,6 +238,7 @@ void frmSlideShow::ShowUses() {
   for (const std::string& place : uses_[SelectedNumber()].Places) places.push_back({place, {}});
   lstUses_.Items(std::move(places));
   lstUses_.Visible(true);
+  modPages::ShowUses(SelectedNumber());
 }
 
 void frmSlideShow::DisplayTypeChosen() {

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Error.h"
@@ -36,6 +37,7 @@ struct Docked {
 };
 /// By window, which is named by its address alone.
 std::map<const PowerPoint::DocumentWindow*, Docked> docked;
+std::function<void(const std::string&)> showUses;
 
 std::shared_ptr<frmPage> PageFor(Forms::Placement where, const std::shared_ptr<clsPresentation>& presentation,
                                  const Selected& selected) {
@@ -121,6 +123,15 @@ void Refresh(const std::shared_ptr<clsPresentation>& presentation) {
   }
 }
 
-void Reset() { docked.clear(); }
+void ShowUsesWith(std::function<void(const std::string& connection)> show) { showUses = std::move(show); }
+
+void ShowUses(const std::string& connection) {
+  if (showUses) showUses(connection);
+}
+
+void Reset() {
+  docked.clear();
+  showUses = {};
+}
 
 }  // namespace LF2000::modPages

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "model/clsPresentation.h"
 #include "model/modPropertyPages.h"
@@ -27,7 +29,11 @@ void Dock(const std::shared_ptr<clsPresentation>& presentation);
 /// The presentation or its data have changed: brings the docked pages of all windows up to date.
 void Refresh(const std::shared_ptr<clsPresentation>& presentation);
 
-/// Forgets which pages are docked, for a test.
+/// What a host does besides to show its author the shapes of a connection ("Show uses"), by its number.
+void ShowUsesWith(std::function<void(const std::string& connection)> show);
+void ShowUses(const std::string& connection);
+
+/// Forgets which pages are docked, and what shows uses, for a test.
 void Reset();
 
 }  // namespace LF2000::modPages

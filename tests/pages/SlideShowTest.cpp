@@ -47,8 +47,12 @@ TEST_F(SlideShowTest, ListsConnectionsAndTestsThem) {
   EXPECT_EQ(Line(0), "001|Today|Text file|today.txt|1|3 shapes on 2 slides|tested: 2 rows");
   EXPECT_THAT(Line(1), HasSubstr("File not found"));
   view.Select("lstConnections", {0});
+  std::string shown;
+  modPages::ShowUsesWith([&](const std::string& connection) { shown = connection; });
   view.Click("cmdShowUses");
   EXPECT_THAT(view.Items("lstUses"), ElementsAre("slide 1: p1", "slide 1: p2", "slide 2: chart"));
+  EXPECT_EQ(shown, "001") << "the host selects them";
+  modPages::Reset();
 }
 
 TEST_F(SlideShowTest, AddsEditsAndDuplicates) {

@@ -14,6 +14,7 @@
 #include "app/desk/LogForm.h"
 #include "app/wiring/Failure.h"
 #include "basic/Format.h"
+#include "pages/modPages.h"
 #include "platform/Settings.h"
 #include "web/http/Secret.h"
 
@@ -138,6 +139,9 @@ Desk::Desk(Environment& environment, Options options)
   host_.application().guardLinks(guard);
   environment_.readDatabasesOnly(true);
   for (const std::string& file : LF2000::modSending::SettingsFiles()) access_.grant(file);
+  LF2000::modPages::ShowUsesWith([this](const std::string& connection) {
+    if (server_ != nullptr) server_->send(activeWindow(), "uses", {{"connection", connection}});
+  });
   heldJobs_.hold();
   open_ = openDeck(host_.open(options_.deck));
   edited_ = std::make_unique<EditedDeck>(
@@ -157,6 +161,7 @@ Desk::Desk(Environment& environment, Options options)
 Desk::~Desk() {
   *self_ = nullptr;
   forms_.closeAll();
+  LF2000::modPages::ShowUsesWith({});
   host_.application().bars().onChange({});
   jobs_.onChange({});
   host_.application().activate(nullptr);

@@ -147,6 +147,7 @@ const handlers = {
   form: (message) => (desk.properties.find(message.form) ?? desk.dialogs.find(message.form))?.take(message),
   choose,
   say: ({ text }) => desk.say(text),
+  uses: ({ connection }) => desk.uses.show(connection),
   open: ({ url }) => window.open(url, "_blank", "noopener"),
   download: ({ path, name }) => desk.deckFile.download(path, name),
 };
