@@ -13,6 +13,7 @@
 #include "host/excel.h"
 #include "host/graph.h"
 #include "host/services.h"
+#include "host/text_table.h"
 
 namespace LF2000 {
 
@@ -74,6 +75,10 @@ class clsConnection {
   /// 0 when the data is not open.
   [[nodiscard]] double RecordCount() const;
   [[nodiscard]] double ColumnCount() const;
+
+  /// Holds these rows from now on: no source is opened, read anew or stored.
+  void HoldSample(host::TextTable rows);
+  [[nodiscard]] bool IsSample() const { return isSample_; }
 
   void OpenConnection();
   void OpenRecordset();
@@ -215,6 +220,7 @@ class clsConnection {
   /// What was opened last has been read as well, with all that is used of it.
   bool isCurrent_ = false;
   bool isCancelled_ = false;
+  bool isSample_ = false;
   std::int64_t dataVersion_ = 0;
   float lastRequeryTime_ = 0;
   ReadingRecord readings_;

@@ -40,6 +40,15 @@ std::string clsConnection::ResolvedFile() const {
   return modGlobalFunctions::ResolvePath(connectionFileString_, Base());
 }
 
+void clsConnection::HoldSample(host::TextTable rows) {
+  auto recordset = host::Current().ado->CreateRecordset();
+  recordset->Open(std::move(rows));
+  recordset_ = std::move(recordset);
+  isSample_ = true;
+  dataOpen_ = true;
+  NoteReading();
+}
+
 void clsConnection::OpenConnection() try {
   dataOpen_ = false;
   isCurrent_ = false;
@@ -277,6 +286,7 @@ bool clsConnection::Requery(bool forced) try {
 }
 
 bool clsConnection::RequeryData(bool forced) {
+  if (isSample_) return true;
   const std::int64_t before = dataVersion_;
   const bool isCurrent =
       Kind() == ConnectionKind::Database ? RequeryDatabase(forced) : IsFile() && RequeryFile(forced);

@@ -232,6 +232,7 @@ void clsPresentation::SetConnectionTags() try {
   const auto tags = presentation_->Tags();
   modTags::RemoveTags(*tags, modTags::Connection);
   for (const auto& connection : connections_) {
+    if (connection->IsSample()) continue;
     tags->Add(std::string(modTags::Connection) + connection->ConnectionTagNumber(), connection->TagString());
   }
   modSlides::ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {

@@ -65,6 +65,17 @@ ConnectionList KeepAlike(ConnectionList& described, const ConnectionList& former
   return others;
 }
 
+/// What is stored nowhere is taken along.
+void KeepSample(ConnectionList& described, const ConnectionList& former) {
+  const auto sample = std::find_if(former.begin(), former.end(),
+                                   [](const auto& connection) { return connection->IsSample(); });
+  if (sample == former.end()) return;
+  const bool isTaken = std::any_of(described.begin(), described.end(), [&](const auto& connection) {
+    return connection->ConnectionTagNumber() == (*sample)->ConnectionTagNumber();
+  });
+  if (!isTaken) described.insert(described.begin(), *sample);
+}
+
 }  // namespace
 
 clsPresentation::~clsPresentation() {
@@ -102,6 +113,7 @@ void clsPresentation::RequeryInBackground(bool forced) try {
 }
 
 bool clsPresentation::IsDue(const clsConnection& connection) const {
+  if (connection.IsSample()) return false;
   const auto found = readings_.find(&connection);
   const Reading reading = found == readings_.end() ? Reading() : found->second;
   const auto passed = static_cast<double>(host::Current().clock->TickCount() - reading.Ended);
@@ -191,6 +203,7 @@ void clsPresentation::LoadInBackground(const clsPresentation* former) {
     std::erase_if(settled,
                   [&](const auto& connection) { return former->ReadingJob(*connection) != nullptr; });
     others = KeepAlike(connections_, settled);
+    KeepSample(connections_, former->connections_);
     TakeOverReadings(*former);
     if (displayTypeTag_ == former->displayTypeTag_) DisplayType(former->displayType_);
   }
@@ -228,6 +241,7 @@ void clsPresentation::TakeUpTags() try {
   const bool isLinked = modTags::HasVersionTag(*presentation_);
   ConnectionList present = isLinked ? DescribedConnections() : ConnectionList();
   ConnectionList others = KeepAlike(present, connections_);
+  KeepSample(present, connections_);
   const ConnectionList former = std::exchange(connections_, std::move(present));
   for (const auto& connection : former) {
     if (std::find(connections_.begin(), connections_.end(), connection) == connections_.end()) {

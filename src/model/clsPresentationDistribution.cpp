@@ -15,6 +15,7 @@
 #include "model/modDistributionTags.h"
 #include "model/modLinkedSheets.h"
 #include "model/modOfflineCopy.h"
+#include "model/modSample.h"
 #include "model/modSending.h"
 
 namespace LF2000 {
@@ -78,6 +79,7 @@ host::Sent clsPresentation::Send(const modSending::Options& options) {
   if (how.Folder.empty()) {
     throw basic::Error(basic::AdapterError, "clsPresentation", std::string(modSending::NoFolder));
   }
+  modSample::RequireNone(*this, "The presentation cannot be sent");
   host::Distribution& sender = modSending::Sender();
   SaveForSending();
 

@@ -10,6 +10,7 @@
 #include "model/clsPresentation.h"
 #include "model/modLinkedSheets.h"
 #include "model/modOfflineCopy.h"
+#include "model/modSample.h"
 #include "model/modTags.h"
 
 namespace LF2000 {
@@ -28,6 +29,7 @@ void RequireOtherFile(const std::string& fileName, const std::string& presentati
 bool clsPresentation::CreateOfflinePPT(const std::string& fileName,
                                        const modOfflineCopy::Options& options) try {
   RequireOtherFile(fileName, presentation_->FullName());
+  modSample::RequireNone(*this, "An off-line copy cannot be made");
   {
     const modGlobalFunctions::OfflineGeneration generation(presentation_->FullName());
     modLinkedSheets::Draw(presentation_);

@@ -10,6 +10,7 @@
 #include "basic/Names.h"
 #include "model/modLinkEdits.h"
 #include "model/modRelink.h"
+#include "model/modSample.h"
 
 namespace LF2000::modConnections {
 
@@ -25,6 +26,15 @@ Uses UsesOf(const std::vector<modRelink::Linked>& links) {
     uses.Places.push_back("slide " + std::to_string(link.SlideIndex) + ": " + link.Shape->Name());
   }
   return uses;
+}
+
+/// What hands the links of sample data on when the connection has been read.
+clsPresentation::Opened SampleTaker(clsPresentation& presentation, const std::string& number,
+                                    const std::string& label, const std::string& run) {
+  return [weak = presentation.weak_from_this(), number, label, run](const host::JobEnd& end) {
+    const auto taking = weak.lock();
+    if (taking && end.How == host::JobEnd::Kind::Done) modSample::TakeOver(*taking, number, label, run);
+  };
 }
 
 [[noreturn]] void FailUnknown(std::string_view number) {
@@ -86,10 +96,12 @@ std::string Add(clsPresentation& presentation, const std::shared_ptr<clsConnecti
   described->ConnectionTagNumber(number);
   described->ActivePresentationName(presentation.ActivePresentation()->FullName());
   described->DesignMode(true);
-  modLinkEdits::Begin(presentation, "Connect " + described->ConnectionDescription());
+  const std::string label = "Connect " + described->ConnectionDescription();
+  const std::string run = modSample::Find(presentation) ? "connect " + number : std::string();
+  modLinkEdits::Begin(presentation, label, run);
   presentation.Connections().push_back(described);
   presentation.SetConnectionTags();
-  presentation.OpenInBackground(described);
+  presentation.OpenInBackground(described, SampleTaker(presentation, number, label, run));
   return number;
 }
 
@@ -116,7 +128,8 @@ void Change(clsPresentation& presentation, std::string_view number,
   described->DesignMode(true);
   *place = described;
   presentation.SetConnectionTags();
-  presentation.OpenInBackground(described);
+  const std::string chosen(number);
+  presentation.OpenInBackground(described, SampleTaker(presentation, chosen, "Use " + chosen, {}));
 }
 
 void Remove(clsPresentation& presentation, std::string_view number) {
@@ -134,6 +147,7 @@ void MoveLinks(clsPresentation& presentation, std::string_view from, std::string
                       "Use " + std::string(to) + " for " + basic::Counted(links.size(), "link"));
   modRelink::Relink(links, std::string(to));
   presentation.FillConnection(to);
+  modSample::Follow(presentation);
 }
 
 }  // namespace LF2000::modConnections

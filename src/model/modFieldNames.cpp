@@ -187,6 +187,26 @@ std::optional<Field> Suggest(std::string_view name, const ColumnNames& columns) 
   return {};
 }
 
+std::optional<Field> Guess(std::string_view name) {
+  const auto bare = [](std::string_view text) {
+    text.remove_prefix(CountLeading(text, IsSeparator));
+    text.remove_suffix(CountTrailing(text, IsSeparator));
+    return text;
+  };
+  name = bare(name);
+  const std::size_t word = CountLeading(name, IsLetter);
+  const std::string_view behindWord = bare(name.substr(word));
+  const std::size_t digits = CountLeading(behindWord, IsDigit);
+  const std::size_t lastDigits = CountTrailing(name, IsDigit);
+  const std::string_view column = bare(behindWord.substr(digits));
+  if (const std::int32_t row = RowIn(behindWord.substr(0, digits)); row > 0 && !column.empty()) {
+    return Field{std::string(column), row};
+  }
+  const std::string_view before = bare(name.substr(0, name.size() - lastDigits));
+  const std::int32_t row = RowIn(name.substr(name.size() - lastDigits));
+  return row > 0 && !before.empty() ? std::optional(Field{std::string(before), row}) : std::nullopt;
+}
+
 std::optional<Mark> FromText(std::string_view text) {
   const std::size_t open = text.find(Open);
   if (open == std::string_view::npos || text.find(Close, open) == std::string_view::npos) return {};

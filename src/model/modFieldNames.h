@@ -47,6 +47,10 @@ class ColumnNames {
 /// price") with the row 0.
 [[nodiscard]] std::optional<Field> Suggest(std::string_view name, const ColumnNames& columns);
 
+/// The field that a name seems to mean where no columns are known yet: "p1 Item", "Item 1". Nothing where it
+/// speaks of no number, or of nothing else.
+[[nodiscard]] std::optional<Field> Guess(std::string_view name);
+
 /// A mark that an author has typed into a shape: {{Column.Row}} or {{Connection.Column.Row}}, as
 /// {{Item.1}} and {{001.Item.1}}. Blanks within do not count.
 struct Mark {

@@ -10,6 +10,7 @@
 #include "model/modCommandState.h"
 #include "model/modGraph.h"
 #include "model/modLinkedFiles.h"
+#include "model/modSample.h"
 #include "model/modTable.h"
 #include "model/modTags.h"
 
@@ -32,6 +33,12 @@ void StartNewUndoEntry(std::string_view label, std::string_view run = {}) {
   }
 }
 
+/// What shapes showed before may have been sample data.
+void TellLinked(clsPresentation& presentation) {
+  if (modSample::Find(presentation)) modSample::Follow(presentation);
+  modCommandState::TellChanged();
+}
+
 }  // namespace
 
 void Begin(clsPresentation& presentation, std::string_view label, std::string_view run) {
@@ -46,7 +53,7 @@ void Rename(PowerPoint::Shape& shape, std::string_view name) {
 
 void Show(clsPresentation& presentation, PowerPoint::Slide& slide, const Shapes& shapes) {
   for (const auto& shape : shapes) presentation.FillShape(slide, shape);
-  modCommandState::TellChanged();
+  TellLinked(presentation);
 }
 
 void Link(clsPresentation& presentation, const modManyLinks::Plan& plan, std::string_view label) {
@@ -77,7 +84,7 @@ void Unlink(clsPresentation& presentation, const Shapes& shapes) {
     ShowAuthors(*shape, link.SourceType());
     link.RemoveLumenfold();
   }
-  modCommandState::TellChanged();
+  TellLinked(presentation);
 }
 
 std::string MoveRows(clsPresentation& presentation, PowerPoint::Slide& slide, const Shapes& shapes,

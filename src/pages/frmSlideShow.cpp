@@ -158,7 +158,7 @@ Forms::Item frmSlideShow::ItemOf(const clsConnection& connection) const {
   const auto uses = uses_.find(connection.ConnectionTagNumber());
   Forms::Item item{connection.ConnectionTagNumber(), {}};
   item.Cells = {connection.ConnectionDescription(),
-                KindName(connection.ConnectionType()),
+                connection.IsSample() ? "Sample" : KindName(connection.ConnectionType()),
                 SourceText(connection),
                 connection.RecordsetReady()
                     ? std::to_string(static_cast<std::int64_t>(connection.RecordCount()))
@@ -177,12 +177,16 @@ void frmSlideShow::ShowItems() {
 }
 
 void frmSlideShow::ShowEnabled() {
-  const bool isSelected = Selected() != nullptr;
+  const auto selected = Selected();
+  const bool isSelected = selected != nullptr;
+  const bool isSample = isSelected && selected->IsSample();
   const bool isUsed = uses_.contains(SelectedNumber());
   const bool isAny = !Presentation()->Connections().empty();
-  for (Forms::CommandButton* button : {&cmdEdit_, &cmdTest_, &cmdDuplicate_, &cmdRemove_}) {
-    button->Enabled(isSelected, "Select a connection first.");
+  for (Forms::CommandButton* button : {&cmdEdit_, &cmdTest_, &cmdDuplicate_}) {
+    button->Enabled(isSelected && !isSample,
+                    isSample ? "Sample data have no source." : "Select a connection first.");
   }
+  cmdRemove_.Enabled(isSelected, "Select a connection first.");
   const char* const noUse = isSelected ? "No shape shows this connection." : "Select a connection first.";
   cmdShowUses_.Enabled(isSelected && isUsed, noUse);
   const bool hasOther = Presentation()->Connections().size() > 1;

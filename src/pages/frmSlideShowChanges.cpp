@@ -51,7 +51,9 @@ void frmSlideShow::Test(const clsConnection& connection) {
 void frmSlideShow::TestAll() {
   // Each by a job, so that one that does not answer holds up the others for its deadline at most.
   const auto connections = Presentation()->Connections();
-  for (const auto& connection : connections) Test(*connection);
+  for (const auto& connection : connections) {
+    if (!connection->IsSample()) Test(*connection);
+  }
 }
 
 void frmSlideShow::EndTrials() {

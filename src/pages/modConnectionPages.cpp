@@ -49,6 +49,8 @@ void OpenExisting(std::string_view number, const std::shared_ptr<clsPresentation
                   Stored stored) {
   const auto connection = presentation->FindConnection(number);
   if (!connection) Fail("The presentation has no connection " + std::string(number) + ".");
+  if (connection->IsSample())
+    Fail("Sample data have no source. Connect data of your own; they take the links over.");
   const auto kind = static_cast<ConnectionKind>(connection->ConnectionType());
   const auto dialog = DialogOf(kind, presentation, connection, {}, std::move(stored));
   if (!dialog) Fail("Connection " + std::string(number) + " is of a kind that cannot be changed here.");

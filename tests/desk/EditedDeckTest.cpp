@@ -57,11 +57,12 @@ struct ProgramRun {
   support::RecordedEvents events;
   platform::EventLoop loop;
   std::vector<std::string> heard;
+  std::vector<deck::OwnerId> keptOut;
   EditedDeck edited{
       *desk.application,
       loop,
       desk.deck,
-      {stateFolder(), nullptr},
+      {stateFolder(), nullptr, nullptr, [this] { return keptOut; }},
       {[this](const auto&, std::size_t kept) { heard.push_back("kept " + std::to_string(kept)); },
        [this] { heard.emplace_back("newer"); }, nullptr,
        [this](const std::string& problem) { heard.push_back(problem); }, nullptr}};
@@ -121,6 +122,36 @@ TEST_F(EditedDeckTest, OnlyWhatIsUnsavedIsSavedAndOnlyBySave) {
   fs::create_directory(desk.path);
   EXPECT_THAT(errorOf([&] { run->edited.save(); }), HasSubstr("cannot be saved"));
   EXPECT_EQ(run->edited.unsaved(), 1U);
+}
+
+TEST_F(EditedDeckTest, WhatIsKeptOutStaysUnsavedAndTheFileAsItWas) {
+  const std::uint32_t slide = desk.deck->slideId(2);
+  run->keptOut = {{slide, 2}, {slide, 3}};
+  run->step([&] { desk.link(*desk.shape(2, "Title"), 7, "000"); });
+  run->step([&] { desk.link(*desk.shape(2, "p1 Price"), 7, "000"); });
+  desk.fill("made up");
+  const auto before = opc::stateOfFile(desk.path);
+  EXPECT_EQ(run->edited.save(), EditedDeck::Saved::NothingToDo);
+  EXPECT_EQ(opc::stateOfFile(desk.path), before);
+
+  run->step([&] { rename(desk, 2, "Table", "Board"); });
+  EXPECT_EQ(run->edited.save(), EditedDeck::Saved::Written);
+  DeskDeck saved(desk.folder.read("desk.pptx"));
+  EXPECT_EQ(saved.text(2, "Title"), "Today");
+  EXPECT_THAT(saved.everything()["2/2"], Not(HasSubstr("ROW")));
+  EXPECT_THAT(saved.everything()["2/3"], HasSubstr("ROW=1"));
+  EXPECT_EQ(saved.shape(2, "Board")->Name(), "Board");
+
+  // Here they are as they were, and in the journal.
+  EXPECT_EQ(run->edited.unsaved(), 2U);
+  EXPECT_THAT(desk.everything()["2/2"], HasSubstr("ROW=7"));
+  EXPECT_THAT(desk.everything()["2/3"], HasSubstr("ROW=7"));
+  EXPECT_THAT(run->journal(), HasSubstr("000"));
+  run->edited.undo();
+  run->edited.undo();
+  run->edited.undo();
+  EXPECT_EQ(desk.text(2, "Title"), "Today");
+  EXPECT_EQ(run->edited.unsaved(), 1U) << "the name";
 }
 
 TEST_F(EditedDeckTest, EditsGoOntoWhatAnotherProgramHasSaved) {

@@ -128,6 +128,7 @@ class Desk final : public web::Desk {
   void takeNewer();
   void show(const std::shared_ptr<deck::Presentation>& before, std::size_t kept);
   void save();
+  void tellSaved(EditedDeck::Saved saved, std::size_t samples);
   [[nodiscard]] std::string beginShow();
 
   Environment& environment_;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "deck/objects/Slide.h"
+#include "model/modSample.h"
 
 namespace app {
 
@@ -23,6 +24,7 @@ void fill(OpenDeck& open, int slideIndex, const std::set<std::uint32_t>& ids) {
 
 void takeUp(const StepEffect& effect, deck::Application& application, OpenDeck& open, DeskWindow& window) {
   if (effect.presentation) open.model->TakeUpTags();
+  LF2000::modSample::Follow(*open.model);
   std::map<int, std::set<std::uint32_t>> touched;
   for (const deck::OwnerId& owner : effect.slides) {
     if (const auto slide = open.slides.find(owner.slide)) touched[*slide];

@@ -16,6 +16,7 @@
 #include "app/desk/DeskLinks.h"
 #include "app/wiring/Failure.h"
 #include "basic/Strings.h"
+#include "model/modSample.h"
 #include "pages/modConnectionPages.h"
 #include "web/desk/Desk.h"
 #include "web/http/Target.h"
@@ -86,13 +87,14 @@ LF2000::ConnectionKind kindOf(const std::string& name) {
 
 Json DeskRequests::act(DeskWindow& window, std::string_view path, const Json& body) const {
   using Act = void (DeskRequests::*)(DeskWindow&, const Json&) const;
-  static constexpr std::array<std::pair<std::string_view, Act>, 7> acts = {
+  static constexpr std::array<std::pair<std::string_view, Act>, 8> acts = {
       {{"selection", &DeskRequests::select},
        {"cursor", &DeskRequests::setCursor},
        {"link", &DeskRequests::link},
        {"fill", &DeskRequests::fill},
        {"rename", &DeskRequests::rename},
        {"connect", &DeskRequests::connect},
+       {"sample", &DeskRequests::trySample},
        {"preview", &DeskRequests::setPreview}}};
   for (const auto& [name, run] : acts) {
     if (path == name) return (this->*run)(window, body), nullptr;
@@ -209,6 +211,11 @@ void DeskRequests::connect(DeskWindow& window, const Json& body) const {
       [cursor = &window.cursor, document = std::weak_ptr(window.document)](const std::string& number) {
         if (document.lock()) *cursor = {number, {}, 1};
       });
+}
+
+void DeskRequests::trySample(DeskWindow& window, const Json&) const {
+  LF2000::modSample::Begin(*parts_.open.model);
+  window.cursor = {std::string(LF2000::modSample::Number), {}, 1};
 }
 
 void DeskRequests::setPreview(DeskWindow&, const Json& body) const {

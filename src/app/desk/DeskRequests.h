@@ -58,6 +58,7 @@ class DeskRequests {
   void fill(DeskWindow& window, const json::Json& body) const;
   void rename(DeskWindow& window, const json::Json& body) const;
   void connect(DeskWindow& window, const json::Json& body) const;
+  void trySample(DeskWindow& window, const json::Json& body) const;
   void setPreview(DeskWindow& window, const json::Json& body) const;
   [[nodiscard]] json::Json form(DeskWindow& window, const Words& words, const json::Json& body) const;
   void choose(DeskWindow& window, int choice, const json::Json& body) const;

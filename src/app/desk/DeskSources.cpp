@@ -23,6 +23,7 @@ DeskSource::State stateOf(const LF2000::clsConnection& connection) {
 }
 
 std::string kindOf(const LF2000::clsConnection& connection) {
+  if (connection.IsSample()) return "sample";
   const bool isWorkbook =
       connection.ConnectionType() == static_cast<std::int32_t>(LF2000::ConnectionKind::Excel);
   return isWorkbook ? "workbook" : connectionTypeName(connection.ConnectionType());
@@ -68,7 +69,7 @@ DeskSource DeskSources::describe(const std::shared_ptr<LF2000::clsConnection>& c
   source.kind = kindOf(*connection);
   source.source = LF2000::SourceText(*connection);
   source.state = app::stateOf(*connection);
-  source.asked = askedOf(*connection);
+  if (!connection->IsSample()) source.asked = askedOf(*connection);
   source.version = connection->DataVersion();
   if (readings.IsFailing) source.message = readings.LastError;
   // Of one that is being filled nothing can be asked without waiting.

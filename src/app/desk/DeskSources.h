@@ -19,7 +19,7 @@ struct DeskSource {
 
   std::string number;
   std::string description;
-  /// "text", "database", "workbook"
+  /// "text", "database", "workbook", "sample"
   std::string kind;
   /// Where the data come from, without secrets.
   std::string source;

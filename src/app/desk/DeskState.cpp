@@ -222,7 +222,7 @@ Json connectionsJson(const DeskSlides& slides, const DeskSources& sources) {
                     {"read", source.read},
                     {"asked", source.asked},
                     {"uses", uses[source.number]},
-                    {"isSample", false}});
+                    {"isSample", source.kind == "sample"}});
   }
   return json;
 }

@@ -13,7 +13,8 @@
 #include "app/desk/Desk.h"
 #include "app/desk/LogForm.h"
 #include "app/wiring/Failure.h"
-#include "basic/Format.h"
+#include "basic/Counted.h"
+#include "model/modSample.h"
 #include "pages/modPages.h"
 #include "platform/Settings.h"
 #include "web/http/Secret.h"
@@ -146,7 +147,9 @@ Desk::Desk(Environment& environment, Options options)
   open_ = openDeck(host_.open(options_.deck));
   edited_ = std::make_unique<EditedDeck>(
       host_.application(), environment_.loop(), open_->presentation,
-      EditedDeck::Options{options_.stateFolder, options_.lock, [this] { return activeWindow(); }}, hearer());
+      EditedDeck::Options{options_.stateFolder, options_.lock, [this] { return activeWindow(); },
+                          [this] { return open_->showingSample(); }},
+      hearer());
   whyReadOnly_ = edited_->file().whyReadOnly();
   jobs_.onChange([this] { requestFlush(); });
   host_.application().bars().onChange([this] { requestFlush(); });
@@ -245,15 +248,26 @@ void Desk::save() {
   settle();
   lookForOwner();
   try {
+    const std::size_t samples = open_->showingSample().size();
     const auto saved = edited_->save();
-    if (saved == EditedDeck::Saved::NothingToDo) return;
-    notices_.tell(Notices::Level::Info, saved == EditedDeck::Saved::WrittenAnew
-                                            ? "The deck's file was gone; it was written anew."
-                                            : "Saved. The file holds no live values.");
+    if (samples > 0) open_->model->FillConnection(LF2000::modSample::Number);
+    tellSaved(saved, samples);
   } catch (...) {
     open_->model->FillValues(false);
     throw;
   }
+}
+
+void Desk::tellSaved(EditedDeck::Saved saved, std::size_t samples) {
+  std::string text;
+  if (saved == EditedDeck::Saved::Written) text = "Saved. The file holds no live values.";
+  if (saved == EditedDeck::Saved::WrittenAnew) text = "The deck's file was gone; it was written anew.";
+  if (samples > 0) {
+    text += (text.empty() ? "" : " ") + basic::Counted(samples, "link") + " to sample data" +
+            (samples == 1 ? " is" : " are") + " not saved. Connect data of your own to keep " +
+            (samples == 1 ? "it." : "them.");
+  }
+  if (!text.empty()) notices_.tell(Notices::Level::Info, text);
 }
 
 std::string Desk::beginShow() {

@@ -81,8 +81,37 @@ void EditedDeck::writeJournal() {
   if (problem && !std::exchange(isJournalProblemTold_, true) && hearer_.problem) hearer_.problem(*problem);
 }
 
+/// Shapes that are kept out are as in the file until putBack.
+OwnerChanges EditedDeck::takeKeptOut() {
+  OwnerChanges taken;
+  if (!options_.keptOut) return taken;
+  for (const deck::OwnerId& owner : options_.keptOut()) {
+    const auto inFile = log_->inFile(owner);
+    if (!inFile) continue;
+    taken.push_back({owner, inFile, log_->current(owner)});
+    log_->put(owner, inFile);
+  }
+  return taken;
+}
+
 EditedDeck::Saved EditedDeck::save() {
   endStep();
+  const OwnerChanges keptOut = takeKeptOut();
+  const auto putBack = [&] {
+    for (const OwnerChange& change : keptOut) log_->put(change.owner, change.after);
+    if (!keptOut.empty()) writeJournal();
+  };
+  try {
+    const Saved saved = saveTheRest();
+    putBack();
+    return saved;
+  } catch (...) {
+    putBack();
+    throw;
+  }
+}
+
+EditedDeck::Saved EditedDeck::saveTheRest() {
   if (unsaved() == 0) return Saved::NothingToDo;
   const std::string refused = basic::InQuotes(file_.path()) + " cannot be saved: ";
   const DeckFile::Look look = file_.look(*presentation_);

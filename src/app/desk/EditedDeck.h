@@ -30,6 +30,9 @@ class EditedDeck {
     DeckLock* lock = nullptr;
     /// Names the window in which a step begins; may be null.
     std::function<std::string()> window = {};
+    /// Names the shapes whose edits a save leaves out: they are in the file as they were, and stay unsaved;
+    /// may be null.
+    std::function<std::vector<deck::OwnerId>()> keptOut = {};
   };
   /// All are called on the loop; any may be null.
   struct Hearer {
@@ -72,7 +75,7 @@ class EditedDeck {
     Written,
     /// The file was gone and has been written anew.
     WrittenAnew,
-    /// Nothing is unsaved: the file was not touched.
+    /// Nothing is unsaved but what is kept out: the file was not touched.
     NothingToDo,
   };
   /// Saves as the host does, so that the system takes its live values out. Throws basic::Error saying why it
@@ -116,6 +119,8 @@ class EditedDeck {
   void watch();
   void offer(DeckVersion version);
   void compareWithNewer();
+  [[nodiscard]] OwnerChanges takeKeptOut();
+  Saved saveTheRest();
   void writeJournal();
   void noteSaved();
   void followFile();

@@ -1,5 +1,7 @@
 #include "app/desk/OpenDeck.h"
 
+#include "model/modSample.h"
+
 namespace app {
 
 void OpenDeck::preview(LF2000::DataPreview rows) const {
@@ -9,6 +11,17 @@ void OpenDeck::preview(LF2000::DataPreview rows) const {
     connection->Preview(rows);
     model->FillConnection(connection->ConnectionTagNumber());
   }
+}
+
+std::vector<deck::OwnerId> OpenDeck::showingSample() const {
+  std::vector<deck::OwnerId> shapes;
+  if (!LF2000::modSample::Find(*model)) return shapes;
+  for (int slide = 1; slide <= slides.count(); ++slide) {
+    for (const LinkedShape& link : slides.links(slide)) {
+      if (link.connection == LF2000::modSample::Number) shapes.push_back({slides.id(slide), link.id});
+    }
+  }
+  return shapes;
 }
 
 }  // namespace app

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/desk/DeskSlides.h"
 #include "app/desk/DeskSources.h"
@@ -27,6 +28,9 @@ struct OpenDeck {
   /// Shapes see these rows of every connection that has data, also of one that was opened since it was said
   /// last. Cheap when they do already.
   void preview(LF2000::DataPreview rows) const;
+
+  /// The shapes that show sample data, which a save leaves out.
+  [[nodiscard]] std::vector<deck::OwnerId> showingSample() const;
 
   std::shared_ptr<deck::Presentation> presentation;
   std::shared_ptr<LF2000::clsPresentation> model;

@@ -38,6 +38,9 @@ export function createStart(desk) {
       h("button", { type: "button", class: "outlined", onclick: () => connect(desk, kind) }, icon(icons[kind]), text),
     ),
   );
+  others.append(
+    h("button", { type: "button", class: "link", onclick: () => desk.act("sample", {}) }, "Try with sample data"),
+  );
   const element = h(
     "div",
     { class: "start" },

@@ -18,7 +18,8 @@ function trouble({ state, seconds }) {
 
 function stateText(connection) {
   if (!connection) return "";
-  const { state, rows, read, asked, message } = connection;
+  const { state, rows, read, asked, message, isSample } = connection;
+  if (isSample) return `${rows} rows, made up and not saved; your own data take their place`;
   if (state === "failing") return message || "It cannot be read.";
   if (state === "opening") return message || "It is being opened.";
   const parts = [`${rows.toLocaleString()} ${rows === 1 ? "row" : "rows"}`];
@@ -86,7 +87,12 @@ export function createTray(desk) {
       point: event.clientX ? { x: event.clientX, y: event.clientY } : null,
       items: [
         desk.uses.item(number),
-        { text: "Change this connection…", run: () => desk.act("connect", { number }) },
+        {
+          text: "Change this connection…",
+          enabled: !connectionOf(state, number)?.isSample,
+          reason: "Sample data have no source.",
+          run: () => desk.act("connect", { number }),
+        },
         { text: "All connections…", run: () => desk.press("cbrSlideShow") },
       ],
     });
@@ -112,6 +118,7 @@ export function createTray(desk) {
           "aria-selected": String(isShown),
           "aria-controls": isShown ? "tray-panel" : null,
           tabindex: isShown ? 0 : -1,
+          "data-sample": Boolean(each.isSample),
           "data-state": each.isCheck ? (count > 0 ? "failing" : "fresh") : each.state,
           title: each.isCheck ? null : [each.source, stateText(each)].filter(Boolean).join("\n"),
         });
@@ -119,7 +126,7 @@ export function createTray(desk) {
         set(name, {
           text: each.isCheck
             ? `Check: ${count === 0 ? "all is well" : count === 1 ? "1 finding" : `${count} findings`}`
-            : `${each.number} ${each.description}${each.isSample ? " (sample)" : ""}`,
+            : `${each.number} ${each.description}`,
         });
         set(note, { text: each.isCheck ? "" : trouble(each) });
       },
@@ -144,7 +151,7 @@ export function createTray(desk) {
     set(panel, { id: "tray-panel", "aria-labelledby": isStart ? null : `tab-${state.tab}` });
     set(footer, { "data-start": isStart });
     set(told, { text: stateText(connection), "data-state": connection?.state ?? null });
-    set(refresh, { hidden: !connection });
+    set(refresh, { hidden: !connection || connection.isSample });
     enable(refresh, connection?.state !== "opening", "It is being opened.");
     place(panel, isStart ? start.element : state.tab === checkTab ? findings.element : grid.element);
   }

@@ -5,10 +5,11 @@ import { fill, h, set } from "./dom.js";
 export function createWhy({ state, watch }, main) {
   const dot = h("span", { class: "dot", "aria-hidden": "true" });
   const text = h("span", { class: "text" });
+  const sample = h("strong", { class: "sample", text: "Sample data, not saved" });
   const list = h("ul");
   const more = h("div", { class: "reasons floating", popover: "auto", id: "reasons" }, h("h3"), list);
   const button = h("button", { type: "button", class: "link", popovertarget: "reasons" }, "Why?");
-  const element = h("div", { class: "why floating" }, dot, text, button, more);
+  const element = h("div", { class: "why floating" }, dot, text, sample, button, more);
   main.append(element);
 
   more.addEventListener("beforetoggle", () => {
@@ -17,11 +18,13 @@ export function createWhy({ state, watch }, main) {
     more.style.bottom = `${innerHeight - box.top + 6}px`;
   });
 
-  watch(["slide"], () => {
+  watch(["slide", "connections"], () => {
     const { slide } = state;
     set(element, { hidden: !slide });
     if (!slide) return;
     const why = slide.why ?? [];
+    const samples = (state.connections ?? []).filter(({ isSample }) => isSample).map(({ number }) => number);
+    set(sample, { hidden: !slide.shapes.some(({ link }) => samples.includes(link?.connection)) });
     const full = why.filter(({ ok }) => ok).length;
     const shows =
       why.length === 0
