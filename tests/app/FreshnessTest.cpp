@@ -28,10 +28,7 @@ struct FreshnessTest : testing::Test {
   }
   void Start(const std::string& connection) {
     deck->tags->items = {{"CORVANE VERSION", "1"}, {"CORVANE CONNECTION001", connection}};
-    deck->Add().Add("p").tags->items = {{"CORVANE COLUMN TYPE", "2"},
-                                        {"CORVANE COLUMN TAG", "001"},
-                                        {"CORVANE COLUMN COLUMNNAME", "Price"},
-                                        {"CORVANE COLUMN ROW", "1"}};
+    deck->Add().AddField("p", 1);
     runtime.ActivePresentation(deck);
     runtime.StartTimers(std::make_shared<fakes::Window>(deck));
     freshness.look();
@@ -89,23 +86,18 @@ TEST_F(FreshnessTest, ASlideThatStandsIsStaleWhateverItsConnectionsDeliver) {
 }
 
 TEST_F(FreshnessTest, WhatWasBrokenFromTheStartHasNeverBeenDelivered) {
-  machine.files.Write(Prices, Broken);
-  Start("0\tPrices\tprices.txt\t-1\t");
-  Pass(10'000);
-  EXPECT_TRUE(freshness.isStale("001"));
-  EXPECT_EQ(Health().deliveries, 0U);
-  EXPECT_FALSE(Health().lastSuccess.has_value());
-}
-
-TEST_F(FreshnessTest, AWorkbookIsNotDeliveredWithoutWhatReadsIt) {
   fakes::ExcelProgram excel;
   excel.installed = false;
   machine.UseExcel(&excel);
   machine.files.Write("/decks/book.xlsx", "");
-  Start("2\tPrices\tbook.xlsx\t\t-1\tB3:D9\t");
-  Pass(10'000);
-  EXPECT_TRUE(freshness.isStale("001"));
-  EXPECT_EQ(Health().deliveries, 0U);
+  machine.files.Write(Prices, Broken);
+  for (const char* connection : {"0\tPrices\tprices.txt\t-1\t", "2\tPrices\tbook.xlsx\t\t-1\tB3:D9\t"}) {
+    Start(connection);
+    Pass(10'000);
+    EXPECT_TRUE(freshness.isStale("001")) << connection;
+    EXPECT_EQ(Health().deliveries, 0U);
+    EXPECT_FALSE(Health().lastSuccess.has_value());
+  }
 }
 
 }  // namespace

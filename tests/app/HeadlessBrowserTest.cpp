@@ -59,9 +59,6 @@ TEST_F(HeadlessBrowserTest, SaysWhatIsWrongWithIt) {
   EXPECT_EQ(errorOf(begin), "the browser has ended.");
   install("chromium", answering(R"("error":{"message":"not today"})"));
   EXPECT_EQ(errorOf(begin), "the browser refused Target.createTarget: not today.");
-}
-
-TEST_F(HeadlessBrowserTest, PassesOnWhatAScriptThrows) {
   install(
       "chromium",
       answering(R"("result":{"targetId":"t","sessionId":"s","exceptionDetails":{"text":"no such thing"}})"));

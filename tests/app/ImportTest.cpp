@@ -202,11 +202,7 @@ std::string newText(int id, const std::string& name, const std::string& text, in
   return shape.replace(at, close - at, "<p:spPr>" + frame);
 }
 
-std::string newDeck(const std::string& shapes) {
-  support::DeckBuilder builder;
-  builder.addSlide(shapes);
-  return builder.bytes();
-}
+std::string newDeck(const std::string& shapes) { return support::DeckBuilder::of(shapes).bytes(); }
 
 /// name=value of the tag A of each shape.
 std::vector<std::string> placed(const ImportedDeck& imported) {

@@ -95,6 +95,8 @@ TEST_F(InspectTest, MendsLinksThatMissTheSameTogether) {
 }
 
 TEST_F(InspectTest, NotesRowsThatAreNotShownToday) {
+  EXPECT_THAT(check(linked({{"001", "Cost", "9"}})), ElementsAre(HasSubstr("prices.txt")))
+      << "of columns nothing is said where the source itself is missing";
   const auto deck = linked({{"001", "Price", "1"}, {"001", "Price", "2"}});
   machine.files.Write("/decks/prices.txt", "Price\n1\n2\n3\n");
   EXPECT_THAT(
@@ -103,10 +105,6 @@ TEST_F(InspectTest, NotesRowsThatAreNotShownToday) {
   machine.files.Write("/decks/prices.txt", "Price\n");
   EXPECT_THAT(check(deck), ElementsAre("note: Connection 001 (Prices) has 0 rows today; what shows rows 1 to "
                                        "2 of it is blank."));
-}
-
-TEST_F(InspectTest, SaysNothingOfColumnsWhereTheSourceItselfIsMissing) {
-  EXPECT_THAT(check(linked({{"001", "Cost", "9"}})), ElementsAre(HasSubstr("prices.txt")));
 }
 
 TEST_F(InspectTest, TellsWhereALoopStandsStill) {

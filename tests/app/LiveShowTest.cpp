@@ -21,8 +21,7 @@ struct LiveShowTest : ShowTest {
 };
 
 TEST_F(LiveShowTest, AShowThatBeginsAgainIsNotOver) {
-  support::DeckBuilder deck;
-  deck.addSlide();
+  support::DeckBuilder deck = support::DeckBuilder::of();
   const auto live = show(deck);
   live->leave();
   live->begin({}, [this] { ++ends; });

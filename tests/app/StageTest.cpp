@@ -38,8 +38,7 @@ TEST_F(StageTest, AShowIsThereAsLongAsSomethingOfItWaits) {
 }
 
 TEST_F(StageTest, WhatCannotBeShownLeavesTheShowAlone) {
-  support::DeckBuilder deck;
-  deck.addSlide(support::textShape(2, "p", "as before"));
+  support::DeckBuilder deck = support::DeckBuilder::of(support::textShape(2, "p", "as before"));
   auto stage = show(deck);
   const std::string shown = stage->state({}).deck;
   EXPECT_THROW(stage->change(version(support::DeckBuilder())), basic::Error);
