@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <optional>
 #include <set>
+#include <vector>
 
 #include "windows/automation/SlideShow.h"
 

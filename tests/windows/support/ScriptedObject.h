@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -41,12 +42,8 @@ class ScriptedObject final : public windows::com::Counted<IDispatch> {
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
     ++lookups;
-    for (std::size_t i = 0; i < members_.size(); ++i) {
-      if (members_[i].first != *names) continue;
-      *ids = static_cast<DISPID>(i) + 1;
-      return S_OK;
-    }
-    return DISP_E_UNKNOWNNAME;
+    *ids = idOf(*names);
+    return find(*ids) == nullptr ? DISP_E_UNKNOWNNAME : S_OK;
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS* parameters,
                                    VARIANT* result, EXCEPINFO* said, UINT*) override {
@@ -59,7 +56,9 @@ class ScriptedObject final : public windows::com::Counted<IDispatch> {
     for (UINT i = parameters->cArgs; i > 0; --i) {
       arguments.push_back(windows::com::Variant::copyOf(parameters->rgvarg[i - 1]));
     }
-    const windows::com::Variant value = members_.at(static_cast<std::size_t>(id) - 1).second(arguments);
+    const Member* member = find(id);
+    if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
+    const windows::com::Variant value = (*member)(arguments);
     return result == nullptr ? S_OK : VariantCopy(result, const_cast<VARIANT*>(&value.raw()));
   }
 
@@ -70,6 +69,18 @@ class ScriptedObject final : public windows::com::Counted<IDispatch> {
   EXCEPINFO exception{};
 
  private:
+  /// A name has the same number in all objects, whatever else they have.
+  static DISPID idOf(const std::wstring& name) {
+    static std::map<std::wstring, DISPID> ids;
+    return ids.emplace(name, static_cast<DISPID>(ids.size()) + 1).first->second;
+  }
+  [[nodiscard]] const Member* find(DISPID id) const {
+    for (const auto& [name, member] : members_) {
+      if (idOf(name) == id) return &member;
+    }
+    return nullptr;
+  }
+
   std::optional<EventSource> source_;
   std::vector<std::pair<std::wstring, Member>> members_;
 };

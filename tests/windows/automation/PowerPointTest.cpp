@@ -1,0 +1,174 @@
+// Presentations, what stands on their slides, and the bars, where the adapters do more than hand on.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "windows/automation/CommandBars.h"
+#include "windows/automation/Presentation.h"
+#include "windows/automation/Shapes.h"
+#include "windows/automation/Slides.h"
+#include "windows/automation/Table.h"
+#include "windows/com/Object.h"
+#include "windows/support/ScriptedObject.h"
+
+namespace windows::automation {
+namespace {
+
+using com::Variant;
+using support::ScriptedObject;
+
+com::Class any{"Any"};
+Variant handedOut(com::Ptr<IDispatch> object) { return Variant(com::Object(std::move(object), any)); }
+
+/// A property that keeps what is put into it.
+ScriptedObject::Member kept(std::string& value) {
+  return [&value](const ScriptedObject::Arguments& a) {
+    if (!a.empty()) value = a[0].text();
+    return Variant(value);
+  };
+}
+
+TEST(KnownPresentations, OneObjectForEachPresentation) {
+  KnownPresentations known;
+  const auto first = ScriptedObject::make({});
+  const auto second = ScriptedObject::make({});
+  const auto presentation = known.of(first);
+  EXPECT_EQ(known.of(first), presentation);
+  EXPECT_NE(known.of(second), presentation);
+}
+
+TEST(LinkFormat, ShowsFilesForAWhile) {
+  std::string source = "C:\\author.png";
+  int updates = 0;
+  const auto link = ScriptedObject::make({{L"SourceFullName", kept(source)}, {L"Update", [&](const auto&) {
+                                                                                ++updates;
+                                                                                return Variant();
+                                                                              }}});
+  const auto own = std::make_shared<AuthorsOwn>();
+  Shape shape({ScriptedObject::make({{L"Id", [](const auto&) { return Variant(5); }},
+                                     {L"LinkFormat", [&](const auto&) { return handedOut(link); }}}),
+               any},
+              {own, 256});
+  shape.LinkFormat()->SourceFullName("C:\\live1.png");
+  shape.LinkFormat()->SourceFullName("C:\\live2.png");
+  EXPECT_EQ(source, "C:\\live2.png");
+  shape.LinkFormat()->SourceFullName("");
+  EXPECT_EQ(source, "C:\\author.png");
+  source = "C:\\changed by the author.png";
+  shape.LinkFormat()->SourceFullName("");
+  EXPECT_EQ(source, "C:\\changed by the author.png") << "its own is shown already";
+}
+
+TEST(Table, PutsTheAuthorsTextsBackAndSparesMergedPlaces) {
+  std::string text = "author";
+  std::vector<std::pair<int, int>> written;
+  const auto cell = [&](int row, int column) {
+    const auto range = ScriptedObject::make({{L"Text", [&, row, column](const auto& a) {
+                                                if (!a.empty()) {
+                                                  text = a[0].text();
+                                                  written.emplace_back(row, column);
+                                                }
+                                                return Variant(text);
+                                              }}});
+    const auto frame =
+        ScriptedObject::make({{L"TextRange", [range](const auto&) { return handedOut(range); }}});
+    const bool isMerged = row == 1;  // the two cells of the first row
+    const auto shape =
+        ScriptedObject::make({{L"Left", [=](const auto&) { return Variant(isMerged ? 0.0 : 50.0 * column); }},
+                              {L"Top", [=](const auto&) { return Variant(20.0 * row); }},
+                              {L"TextFrame", [frame](const auto&) { return handedOut(frame); }}});
+    return ScriptedObject::make({{L"Merged", [=](const auto&) { return Variant(isMerged); }},
+                                 {L"Shape", [shape](const auto&) { return handedOut(shape); }}});
+  };
+  const auto own = std::make_shared<AuthorsOwn>();
+  Table table(
+      {ScriptedObject::make(
+           {{L"Cell", [&](const auto& a) { return handedOut(cell(a.at(0).number(), a.at(1).number())); }}}),
+       any},
+      own, {256, 4});
+  EXPECT_FALSE(table.IsCovered(1, 1));
+  EXPECT_TRUE(table.IsCovered(1, 2));
+  EXPECT_FALSE(table.IsCovered(2, 2));
+  EXPECT_TRUE(table.FirstRow()) << "of versions that do not tell";
+  EXPECT_FALSE(table.LastRow());
+  table.Text(1, 2, "nobody sees it");
+  EXPECT_TRUE(written.empty());
+  table.Text(2, 1, "live");
+  table.Text(2, 1, "later");
+  EXPECT_EQ(text, "later");
+  table.Restore();
+  EXPECT_EQ(text, "author");
+  written.clear();
+  table.Restore();
+  EXPECT_TRUE(written.empty());
+}
+
+TEST(TimeLine, KeepsEffectsAmongFilms) {
+  for (const bool hasFilm : {false, true}) {
+    std::vector<int> effects = {1, hasFilm ? 83 : 10};
+    const auto sequence = ScriptedObject::make(
+        {{L"Count", [&](const auto&) { return Variant(static_cast<int>(effects.size())); }},
+         {L"Item", [&](const auto& a) {
+            const int index = a.at(0).number();
+            return handedOut(ScriptedObject::make({{L"EffectType",
+                                                    [&, index](const auto&) {
+                                                      return Variant(
+                                                          effects.at(static_cast<std::size_t>(index) - 1));
+                                                    }},
+                                                   {L"Delete", [&, index](const auto&) {
+                                                      effects.erase(effects.begin() + (index - 1));
+                                                      return Variant();
+                                                    }}}));
+          }}});
+    const auto none = ScriptedObject::make({{L"Count", [](const auto&) { return Variant(0); }}});
+    const auto timeLine =
+        ScriptedObject::make({{L"MainSequence", [&](const auto&) { return handedOut(sequence); }},
+                              {L"InteractiveSequences", [&](const auto&) { return handedOut(none); }}});
+    Slide slide(
+        {ScriptedObject::make({{L"TimeLine", [&](const auto&) { return handedOut(timeLine); }}}), any},
+        nullptr);
+    slide.TimeLine()->Delete();
+    EXPECT_EQ(effects.size(), hasFilm ? 2U : 0U);
+  }
+}
+
+TEST(CommandBars, AClickIsThatOfOneButton) {
+  constexpr IID ButtonEvents = {0x000C0351, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+  const auto button = [&](int id) {
+    return new ScriptedObject({{L"InstanceId", [id](const auto&) { return Variant(id); }},
+                               {L"Type", [](const auto&) { return Variant(1); }}});
+  };
+  auto* first = button(1);
+  auto& events = first->withEvents(ButtonEvents);
+  const auto held = com::Ptr<IDispatch>::taking(first);
+  const auto second = com::Ptr<IDispatch>::taking(button(2));
+  const auto controls = ScriptedObject::make({{L"Item", [&](const auto&) { return handedOut(held); }}});
+  const auto bar = ScriptedObject::make({{L"Controls", [&](const auto&) { return handedOut(controls); }}});
+  const auto bars =
+      commandBars(ScriptedObject::make({{L"Item", [&](const auto&) { return handedOut(bar); }}}));
+  const auto control =
+      std::dynamic_pointer_cast<Office::CommandBarButton>(bars->Item("Menu Bar")->Controls()->Item(1));
+  ASSERT_NE(control, nullptr);
+  int clicks = 0;
+  control->OnClick([&clicks] { ++clicks; });
+  const auto click = [&](const com::Ptr<IDispatch>& clicked) {
+    std::vector<Variant> arguments;
+    arguments.push_back(handedOut(clicked));
+    arguments.emplace_back(false);
+    events.raise(1, std::move(arguments));
+  };
+  click(held);
+  EXPECT_EQ(clicks, 1);
+  click(second);
+  EXPECT_EQ(clicks, 1) << "another button of the same tag";
+  control->OnClick({});
+  EXPECT_EQ(events.sinks(), 0U);
+  EXPECT_EQ(commandBars({}), nullptr);
+}
+
+}  // namespace
+}  // namespace windows::automation
