@@ -48,8 +48,9 @@ void CommandBars::Build(Office::CommandBars& bars) {
   bar_ = OwnBar(bars);
   Add(*bar_->Controls(), OnBar);
   bar_->Visible(true);
-  Add(*bars.Item("Shapes")->Controls(), OnShapes, /*beginsGroup=*/true);
-  Add(*bars.Item("Slides")->Controls(), OnSlides, /*beginsGroup=*/true);
+  // Versions of a host differ in their context menus; what stands there stands in the menu as well.
+  IgnoreErrors([&] { Add(*bars.Item("Shapes")->Controls(), OnShapes, /*beginsGroup=*/true); });
+  IgnoreErrors([&] { Add(*bars.Item("Slides")->Controls(), OnSlides, /*beginsGroup=*/true); });
 }
 
 void CommandBars::Add(Office::CommandBarControls& controls, std::uint32_t place, bool beginsGroup) {

@@ -393,5 +393,29 @@ TEST_F(CommandsTest, OpenDialogsAndDockThePageThatFitsWhereThereIsRoom) {
   }
 }
 
+TEST_F(CommandsTest, AHostWithoutContextMenusHasTheMenuAndTheBar) {
+  struct FewBars final : Office::CommandBars {
+    std::int32_t Count() const override { return all->Count(); }
+    std::shared_ptr<Office::CommandBar> Item(std::int32_t index) override { return all->Item(index); }
+    std::shared_ptr<Office::CommandBar> Item(std::string_view name) override {
+      if (name == "Shapes" || name == "Slides") fakes::Fail("no such bar");
+      return all->Item(name);
+    }
+    std::shared_ptr<Office::CommandBar> Add(std::string_view name, Office::BarPosition position) override {
+      return all->Add(name, position);
+    }
+    std::shared_ptr<Office::CommandBars> all;
+  };
+  const auto few = std::make_shared<FewBars>();
+  few->all = bars;
+  host->commandBars = few;
+  Load();
+  EXPECT_EQ(bars->Item("Menu Bar")->Controls()->Count(), 1);
+  EXPECT_TRUE(bars->Item("Lumenfold")->Visible());
+  EXPECT_EQ(bars->Item("Shapes")->Controls()->Count(), 0);
+  Select({"price"});
+  EXPECT_EQ(bars->Item("Lumenfold")->Controls()->Item(1)->Enabled(), true) << "and is kept up to date";
+}
+
 }  // namespace
 }  // namespace LF2000

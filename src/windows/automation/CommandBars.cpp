@@ -76,7 +76,14 @@ class Button final : public Control<Office::CommandBarButton> {
   }
   void State(Office::ButtonState state) override { control_.put(L"State", static_cast<std::int32_t>(state)); }
   [[nodiscard]] std::string ShortcutText() const override { return control_.text(L"ShortcutText"); }
-  void ShortcutText(std::string_view text) override { control_.put(L"ShortcutText", text); }
+  /// Refused for buttons without a macro; the menu does without it then.
+  void ShortcutText(std::string_view text) override {
+    if (text.empty()) return;
+    try {
+      control_.put(L"ShortcutText", text);
+    } catch (const basic::Error&) {  // NOLINT(bugprone-empty-catch): no more than said above
+    }
+  }
   void OnClick(std::function<void()> handler) override { subscribe(ButtonEvents, std::move(handler)); }
 };
 
