@@ -52,6 +52,9 @@ struct Deck {
   std::vector<Tag> tags;
   /// In their order.
   std::vector<Slide> slides;
+  /// As far as they can be read.
+  std::vector<Slide> masters;
+  std::vector<Slide> notes;
 };
 
 /// Reads a file's bytes, in time and memory in proportion to them, whatever they are. Throws a basic::Error

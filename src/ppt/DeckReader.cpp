@@ -61,9 +61,19 @@ class DeckReader {
     if (document.type != type::Document) failDamaged("its document is not where it should be");
     readPrograms(firstRecord(document.body, type::ExternalObjects));
     Deck deck;
+    // [MS-PPT] 2.4.14.1 to 2.4.14.6.
+    constexpr std::uint32_t Slides = 0;
+    constexpr std::uint32_t Masters = 1;
+    constexpr std::uint32_t Notes = 2;
     forEachRecord(document.body, [&](const Record& record) {
       if (record.type == type::DocumentInfoList) deck.tags = tagsIn(firstRecord(record.body, type::Tags));
-      if (record.type == type::SlideList && record.instance == 0) readSlides(record, deck.slides);
+      if (record.type == type::SlideList && record.instance == Slides) readSlides(record, deck.slides);
+    });
+    // What they take of the bounds is what the slides have left.
+    forEachRecord(document.body, [&](const Record& record) {
+      if (record.type != type::SlideList) return;
+      if (record.instance == Masters) readPages(record, deck.masters);
+      if (record.instance == Notes) readPages(record, deck.notes);
     });
     return deck;
   }
@@ -105,6 +115,22 @@ class DeckReader {
     if (record.type != type::Slide) failDamaged("a slide is not where it should be");
     return {tagsIn(firstRecord(record.body, type::Tags)),
             shapesIn(firstRecord(record.body, type::Drawing), surroundings)};
+  }
+
+  /// Masters or notes.
+  void readPages(const Record& list, std::vector<Slide>& pages) {
+    forEachRecord(list.body, [&](const Record& record) {
+      if (record.type != type::SlidePersist) return;
+      try {
+        const Record page = objects_.take(record.numbers().little32(0));
+        const bool isKnown =
+            page.type == type::MainMaster || page.type == type::Slide || page.type == type::Notes;
+        if (!isKnown) return;
+        pages.push_back({tagsIn(firstRecord(page.body, type::Tags)),
+                         shapesIn(firstRecord(page.body, type::Drawing), {{}, programs_, shapesLeft_})});
+      } catch (const basic::Error&) {  // no link lies in one: the slides are read all the same
+      }
+    });
   }
 
   PersistObjects objects_;

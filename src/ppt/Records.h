@@ -12,7 +12,9 @@ namespace ppt {
 namespace type {
 inline constexpr std::uint32_t Document = 0x03E8;
 inline constexpr std::uint32_t Slide = 0x03EE;
+inline constexpr std::uint32_t Notes = 0x03F0;
 inline constexpr std::uint32_t SlidePersist = 0x03F3;
+inline constexpr std::uint32_t MainMaster = 0x03F8;
 inline constexpr std::uint32_t ExternalObjects = 0x0409;
 inline constexpr std::uint32_t Drawing = 0x040C;
 inline constexpr std::uint32_t DocumentInfoList = 0x07D0;

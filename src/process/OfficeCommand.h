@@ -9,7 +9,7 @@ namespace process {
 /// What LibreOffice is to make of which file.
 struct OfficeConversion {
   std::string program = "soffice";
-  /// Two instances cannot share one. It is made when it is not there.
+  /// Two instances cannot share one.
   std::filesystem::path profile;
   /// As --convert-to takes it: "xlsx", or a filter with its options.
   std::string format;
@@ -18,7 +18,12 @@ struct OfficeConversion {
   std::filesystem::path input;
 };
 
-/// Converts a file without a window.
+/// Makes a profile, unless it is there, by which LibreOffice opens no file that another one is linked to, and
+/// runs no macro: files come from strangers, and what they lead to may be none of their business. Throws
+/// std::filesystem::filesystem_error.
+void makeOfficeProfile(const std::filesystem::path& profile);
+
+/// Converts a file without a window. The profile is made before (makeOfficeProfile).
 std::vector<std::string> officeCommand(const OfficeConversion& conversion);
 
 /// What a conversion said at last, of what it wrote into that file; empty for nothing.

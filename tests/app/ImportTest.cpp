@@ -237,6 +237,56 @@ TEST(Import, ShapesThatCameOrWentLeadNoTagAstray) {
   EXPECT_THAT(none.lost[0], Not(HasSubstr("secret")));
 }
 
+TEST(Import, TagsOfMastersAndNotesAreListed) {
+  namespace type = ppt::type;
+  using support::atomOf;
+  using support::containerOf;
+  using support::numbers;
+  const auto list = [](std::uint32_t id, std::uint32_t instance) {
+    return containerOf(type::SlideList, {atomOf(type::SlidePersist, numbers({id}))}, instance);
+  };
+  const auto page = [](std::uint32_t kind, support::OldRecord shape) {
+    const support::OldRecord tree =
+        containerOf(type::Group, {containerOf(type::Shape, {}), std::move(shape)});
+    return containerOf(kind, {containerOf(type::Drawing, {containerOf(type::DrawingContent, {tree})})});
+  };
+  support::OldDeckWriter writer;
+  writer.put(1, containerOf(type::Document, {list(3, 1), list(2, 0), list(4, 2), list(99, 2)}));
+  writer.put(2, page(type::Slide, oldText(2, "Rye", 0, {{"A", "1"}})));
+  writer.put(3, page(type::MainMaster, oldText(2, "Logo", 0, {{"B", "2"}})));
+  support::OldRecord notes = page(type::Notes, oldText(2, "Said", 0, {}));
+  notes.records.push_back(support::tagsRecord({{"C", "3"}}));
+  writer.put(4, notes);
+  writer.save();
+  const ImportedDeck imported = StandIn(newDeck(newText(2, "", "Rye", 0))).import(writer.file());
+  EXPECT_THAT(placed(imported), ElementsAre("Text 2=1"));
+  EXPECT_THAT(imported.lost, ElementsAre("Master 1, 'Text 2' (Logo): B = '2'", "Notes page 1: C = '3'"));
+}
+
+TEST(Import, NoFileIsReadThatTheOldOneIsLinkedTo) {
+  Environment environment;
+  const TemporaryFolder folder;
+  const std::string picture = std::string(SAMPLES_FOLDER) + "/shop/pictures/flat-white.png";
+  ASSERT_TRUE(fs::exists(picture));
+  saveAsOld({folder.write(
+                "linked.fodp",
+                R"(<?xml version="1.0"?><office:document
+ xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+ xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0" xmlns:xlink="http://www.w3.org/1999/xlink"
+ xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0" office:version="1.2"
+ office:mimetype="application/vnd.oasis.opendocument.presentation"><office:body><office:presentation>
+<draw:page><draw:frame svg:width="5cm" svg:height="5cm"><draw:image xlink:href="file://)" +
+                    picture +
+                    R"("/></draw:frame></draw:page></office:presentation></office:body></office:document>)")},
+            folder);
+  const std::string old = folder.read("linked.ppt");
+  ASSERT_THAT(old, HasSubstr(support::utf16("flat-white.png"))) << "the path came along";
+  const auto deck = open(importDeck(old, "linked", environment.loop(), {}).bytes);
+  for (const opc::Part* part : deck->package().parts()) {
+    EXPECT_FALSE(part->name().starts_with("ppt/media/")) << part->name();
+  }
+}
+
 TEST(Import, TellsOfGraphsThatStayObjects) {
   namespace type = ppt::type;
   using support::atomOf;

@@ -50,8 +50,8 @@ std::string nameOf(const ppt::Shape& shape) {
 }
 
 /// "Slide 2, 'Text 5' (Departures)".
-std::string placeOf(std::int32_t slide, const ppt::Shape& shape) {
-  std::string place = "Slide " + std::to_string(slide) + ", " + basic::InQuotes(oneLine(nameOf(shape)));
+std::string placeOf(const std::string& page, const ppt::Shape& shape) {
+  std::string place = page + ", " + basic::InQuotes(oneLine(nameOf(shape)));
   if (!basic::Trim(shape.text).empty()) place += " (" + oneLine(shape.text) + ')';
   return place;
 }
@@ -114,6 +114,8 @@ class Import {
     for (std::int32_t slide = 1; slide <= deck_->slideCount(); ++slide) {
       importSlide(slide, old_.slides[static_cast<std::size_t>(slide - 1)]);
     }
+    loseTagsOf(old_.masters, "Master");
+    loseTagsOf(old_.notes, "Notes page");
     deck_->tagStore().write();
     result_.bytes = deck_->package().serialize();
     return std::move(result_);
@@ -125,6 +127,23 @@ class Import {
     result_.tags += old.size();
   }
 
+  /// Of masters and notes nothing says which of the new ones is which.
+  void loseTagsOf(const std::vector<ppt::Slide>& pages, const std::string& kind) {
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+      const std::string page = kind + ' ' + std::to_string(i + 1);
+      if (!pages[i].tags.empty()) result_.lost.push_back(page + ": " + listOf(pages[i].tags));
+      loseTagsOf(pages[i].shapes, page);
+    }
+  }
+  void loseTagsOf(const std::vector<ppt::Shape>& shapes, const std::string& page) {
+    for (const ppt::Shape& shape : shapes) {
+      if (!shape.tags.empty()) result_.lost.push_back(placeOf(page, shape) + ": " + listOf(shape.tags));
+      loseTagsOf(shape.members, page);
+    }
+  }
+
+  static std::string slideNumber(std::int32_t index) { return "Slide " + std::to_string(index); }
+
   void importSlide(std::int32_t index, const ppt::Slide& old) {
     add(*deck_->Slides()->Item(index)->Tags(), old.tags);
     opc::Part& part = deck_->slidePart(index);
@@ -134,13 +153,15 @@ class Import {
     part.markChanged();
     for (const ShapeMatch::Pair& pair : match.pairs) importShape(index, *pair.old, pair.made->node);
     for (const ppt::Shape* lost : match.lost) {
-      if (!lost->tags.empty()) result_.lost.push_back(placeOf(index, *lost) + ": " + listOf(lost->tags));
+      if (!lost->tags.empty())
+        result_.lost.push_back(placeOf(slideNumber(index), *lost) + ": " + listOf(lost->tags));
     }
   }
 
   void importShape(std::int32_t slide, const ppt::Shape& old, pugi::xml_node node) {
     if (basic::EqualsIgnoreCase(old.program.substr(0, old.program.find('.')), "MSGraph")) {
-      result_.warnings.push_back(placeOf(slide, old) + ": it is an embedded graph (" + old.program +
+      result_.warnings.push_back(placeOf(slideNumber(slide), old) + ": it is an embedded graph (" +
+                                 old.program +
                                  "), which stays an object and shows no data. Put a chart in its place.");
     }
     if (old.tags.empty()) return;
@@ -172,7 +193,7 @@ ImportedDeck importBytes(std::string_view bytes, const std::string& name, host::
 std::string ImportedDeck::summary() const {
   std::string text = "with " + basic::Counted(tags, "tag") + ", on " + basic::Counted(taggedShapes, "shape") +
                      " among others";
-  if (!lost.empty()) text += "; without those of " + basic::Counted(lost.size(), "shape");
+  if (!lost.empty()) text += "; without those that are listed";
   return text;
 }
 

@@ -16,8 +16,8 @@ struct ImportedDeck {
   std::size_t taggedShapes = 0;
   /// "with 31 tags, on 12 shapes among others", and how much was lost.
   [[nodiscard]] std::string summary() const;
-  /// Shapes whose tags have no place on the new slide, a line each: slide, shape, and the tags without
-  /// passwords.
+  /// Shapes whose tags have no place on the new slide, and masters and notes, which have none: a line each
+  /// with what it is, and the tags without passwords.
   std::vector<std::string> lost;
   /// What is another thing now than its author may think, a line each.
   std::vector<std::string> warnings;

@@ -49,9 +49,11 @@ std::string convertPresentation(std::string_view bytes, host::Loop& loop,
   }
   const fs::path out = folder.path() / "out";
   const fs::path log = folder.path() / "log";
-  process::ChildProcess child(process::boundedCommand(process::officeCommand(
-                                  {conversion.program, folder.path() / "profile", "pptx", out, input})),
-                              log.string());
+  const fs::path profile = folder.path() / "profile";
+  process::makeOfficeProfile(profile);
+  process::ChildProcess child(
+      process::boundedCommand(process::officeCommand({conversion.program, profile, "pptx", out, input})),
+      log.string());
   if (child.startError() != 0) {
     fail("prlimit, which bounds its conversion, cannot be started: " +
          std::string(std::strerror(child.startError())));

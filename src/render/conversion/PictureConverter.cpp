@@ -113,6 +113,7 @@ void PictureConverter::startBatch() {
   }
   try {
     if (!folder_) folder_.emplace();
+    process::makeOfficeProfile(folder_->path() / "profile");
   } catch (const fs::filesystem_error& error) {
     failAll(std::string("there is no folder for its conversion: ") + error.what());
     return;

@@ -60,6 +60,11 @@ void Converter::run(const std::string& path, const fs::path& job, const fs::path
   // Two instances cannot share a profile.
   const fs::path profile = folder_->path() / ("profile" + std::to_string(running_));
   const fs::path log = job / "log";
+  try {
+    process::makeOfficeProfile(profile);
+  } catch (const fs::filesystem_error& error) {
+    failOpening(path, "no folder for its conversion can be made: " + error.code().message());
+  }
   process::ChildProcess child(process::officeCommand({options_.program, profile, "xlsx", job / "out", input}),
                               log.string());
   if (child.startError() == ENOENT) {
