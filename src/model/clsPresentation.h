@@ -145,6 +145,8 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   /// The presentation's connections, for those who add, change and remove them;
   /// SetConnectionTags stores what was done.
   [[nodiscard]] ConnectionList& Connections() { return connections_; }
+  /// Takes it back by a job from the folder that the settings name; `done` is called when it is.
+  void WithdrawPresentation(std::function<void()> done = {});
   /// Null without a connection of that number.
   [[nodiscard]] std::shared_ptr<clsConnection> FindConnection(std::string_view tagNumber) const;
 

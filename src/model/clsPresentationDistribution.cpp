@@ -75,6 +75,28 @@ void clsPresentation::SendPresentation(const modSending::Options& options) try {
 }
 
 host::Sent clsPresentation::Send(const modSending::Options& options) {
+void clsPresentation::WithdrawPresentation(std::function<void()> done) try {
+  host::Job job;
+  job.Caption = "Taking presentation back";
+  job.Work = [how = modSending::Complete({}), name = modSending::NameOf(*presentation_)] {
+    modSending::Sender().Withdraw(how.Folder, name, how.KeyFile);
+  };
+  job.Done = [done = std::move(done)](const host::JobEnd& end) {
+    using Kind = host::JobEnd::Kind;
+    if (end.How == Kind::Done) {
+      host::Current().messageBox->MsgBox("The presentation was taken back from the players.",
+                                         host::vbInformation, ProductTitle);
+      if (done) done();
+    } else if (end.How != Kind::Cancelled) {
+      modErrors::LastError = {static_cast<double>(end.Number), end.Source, end.Description};
+      modErrors::ReportError();
+    }
+  };
+  modJobs::Start(std::move(job));
+} catch (...) {
+  modErrors::CatchError();
+}
+
   const modSending::Options how = modSending::Complete(options);
   if (how.Folder.empty()) {
     throw basic::Error(basic::AdapterError, "clsPresentation", std::string(modSending::NoFolder));

@@ -23,6 +23,26 @@ constexpr std::int64_t ComputerLines = 4;
 
 std::string TextOf(basic::Date date) { return date == basic::Date() ? std::string() : basic::CStr(date); }
 
+constexpr std::string_view NothingThere = "Players have nothing of it from the distribution folder.";
+
+/// Asks before a presentation is taken off the players' screens.
+class frmWithdrawal final : public frmPage {
+ public:
+  frmWithdrawal(std::shared_ptr<clsPresentation> presentation, const std::string& folder)
+      : frmPage("frmWithdrawal", "Take back from players", Forms::Placement::Dialog, std::move(presentation)),
+        lblWhat_(Add<Forms::Label>("lblWhat")) {
+    lblWhat_.Text("'" + modSending::NameOf(*Presentation()->ActivePresentation()) +
+                      "' goes off the screens of all players that look into " + folder +
+                      ", within two seconds. The presentation here stays as it is.",
+                  Forms::Severity::Warning);
+    AddRow("", {&lblWhat_});
+    AddOKCancel();
+  }
+
+ private:
+  Forms::Label& lblWhat_;
+};
+
 bool IsEmpty(const Forms::TextBox& box) { return basic::Trim(box.Text()).empty(); }
 
 }  // namespace
@@ -41,10 +61,12 @@ frmDistribution::frmDistribution(std::shared_ptr<clsPresentation> presentation)
           Add<Forms::OptionButton>("optFiles", "With its &files: these go along as they are now", "way")),
       optFrozen_(Add<Forms::OptionButton>("optFrozen", "Fro&zen: with the values of this moment", "way")),
       lblLast_(Add<Forms::Label>("lblLast")),
-      cmdSend_(Add<Forms::CommandButton>("cmdSend", "S&end now")) {
+      cmdSend_(Add<Forms::CommandButton>("cmdSend", "S&end now")),
+      cmdWithdraw_(Add<Forms::CommandButton>("cmdWithdraw", "Take bac&k\u2026")) {
   AddControls();
   cmdBrowse_.Click = [this] { cmdBrowse_Click(); };
   cmdSend_.Click = [this] { cmdSend_Click(); };
+  cmdWithdraw_.Click = [this] { cmdWithdraw_Click(); };
   for (Forms::OptionButton* option : {&optLive_, &optFiles_, &optFrozen_}) {
     option->Change = [this] { isWayChosen_ = true; };
   }
@@ -69,7 +91,7 @@ void frmDistribution::AddControls() {
   AddRow("", {&optFiles_});
   AddRow("", {&optFrozen_});
   AddRow("", {&lblLast_});
-  AddRow("", {&cmdSend_});
+  AddRow("", {&cmdSend_, &cmdWithdraw_});
   AddOKCancel();
 }
 
@@ -82,6 +104,7 @@ void frmDistribution::Reload() {
   txtStop_.Text(TextOf(schedule.stop));
   txtDays_.Text(schedule.days);
   txtHours_.Text(schedule.hours);
+  cmdWithdraw_.Enabled(false, NothingThere);
   ShowFolder();
 }
 
@@ -117,6 +140,8 @@ void frmDistribution::AskLast() {
 }
 
 void frmDistribution::ShowLast(const std::optional<host::LastSending>& last) {
+  const bool isThere = last && !last->IsWithdrawn;
+  cmdWithdraw_.Enabled(isThere, isThere ? "" : NothingThere);
   if (!last) return lblLast_.Text("Not sent yet.");
   lblLast_.Text((last->IsWithdrawn ? "Taken back " : "Sent ") + basic::CStr(last->When) + ".");
   if (std::exchange(isWayChosen_, true)) return;
@@ -208,6 +233,18 @@ void frmDistribution::cmdSend_Click() {
   options.Way = Way();
   Close(Forms::Result::OK);
   presentation->SendPresentation(options);
+}
+
+void frmDistribution::cmdWithdraw_Click() {
+  const auto question = std::make_shared<frmWithdrawal>(Presentation(), lblFolder_.Text());
+  question->Show(Forms::Placement::Dialog,
+                 [presentation = Presentation(), weak = weak_from_this()](Forms::Result answer) {
+                   if (answer != Forms::Result::OK) return;
+                   presentation->WithdrawPresentation([weak] {
+                     if (const auto form = std::static_pointer_cast<frmDistribution>(weak.lock()))
+                       form->AskLast();
+                   });
+                 });
 }
 
 }  // namespace LF2000

@@ -28,6 +28,8 @@ class frmDistribution final : public frmPage {
   void ShowLast(const std::optional<host::LastSending>& last);
   void cmdBrowse_Click();
   void cmdSend_Click();
+  /// Asks, and takes it back when that is meant.
+  void cmdWithdraw_Click();
   [[nodiscard]] std::vector<std::string> Computers() const;
   /// Nothing, and a complaint, for what is no date.
   [[nodiscard]] std::optional<basic::Date> DateIn(Forms::TextBox& box);
@@ -46,6 +48,7 @@ class frmDistribution final : public frmPage {
   Forms::OptionButton& optFrozen_;
   Forms::Label& lblLast_;
   Forms::CommandButton& cmdSend_;
+  Forms::CommandButton& cmdWithdraw_;
   bool isWayChosen_ = false;
 };
 

@@ -94,6 +94,26 @@ TEST_F(DistributionTest, SendsTheWayItWentLast) {
   EXPECT_THAT(machine.messageBox.shown.back().text, HasSubstr("was sent"));
 }
 
+TEST_F(DistributionTest, AsksBeforeItTakesThePresentationBack) {
+  Open();
+  EXPECT_EQ(view.Click("cmdWithdraw"), "Players have nothing of it from the distribution folder.");
+  view.Click("cmdCancel");
+  distribution.last = host::LastSending{host::SendingWay::Live, basic::DateFrom(2026, 2, 1, 8), false};
+  Open();
+  view.Click("cmdWithdraw");
+  EXPECT_THAT(view.Text("lblWhat"), AllOf(HasSubstr("'board'"), HasSubstr("/srv/screens")));
+  view.Click("cmdCancel");
+  EXPECT_THAT(distribution.withdrawn, IsEmpty());
+
+  view.Click("cmdWithdraw");
+  distribution.last->IsWithdrawn = true;
+  view.Click("cmdOK");
+  EXPECT_THAT(distribution.withdrawn, ElementsAre("board"));
+  EXPECT_THAT(machine.messageBox.shown.back().text, HasSubstr("was taken back"));
+  EXPECT_EQ(view.Text("lblLast"), "Taken back 2/1/2026 8:00:00 AM.");
+  EXPECT_NE(view.Click("cmdWithdraw"), "");
+}
+
 TEST_F(DistributionTest, SaysThatNoFolderIsGiven) {
   machine.files.Kill("/addin/Lumenfold.INI");
   Open();
