@@ -158,6 +158,11 @@ void Application::SlideShowBegin(const std::shared_ptr<PowerPoint::SlideShowWind
   runtime_ = runtime;
   if (modGlobalFunctions::InfoSetting("HideProgressMeterOpen") != "1") runtime->ShowProgressMeter(true);
   runtime->ActivePresentation(presentation);
+  const auto entry = Find(presentation);
+  if (entry && host::Current().jobs) {
+    entry->IsShown(true);
+    runtime->ReadBy(entry);
+  }
   runtime->StartTimers(window);
 } catch (...) {
   modErrors::CatchError();
@@ -178,6 +183,7 @@ void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& 
     const auto slides = presentation->Slides();
     for (std::int32_t i = 1; i <= slides->Count(); ++i) slides->Item(i)->SlideShowTransition()->Hidden(false);
     if (runtime_) runtime_->UnSetLinkedObjects();
+    if (const auto entry = Find(presentation)) entry->IsShown(false);
     presentation->Saved(modGlobalFunctions::SavedBeforeShow != 0);
   }
   runtime_.reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -94,6 +95,13 @@ class clsConnection {
   /// what the source holds now. False when nothing is known of that: the time of a
   /// database has not come, a file that could not be read has not changed since.
   bool Requery(bool forced);
+
+  /// For who must not wait: this object takes over what `reader`, another one for the same source, reads. As
+  /// long as `isReading` says that it does, Requery asks nobody; what it has read then is taken, and the
+  /// source is asked as usual from there on.
+  void ReadBy(std::shared_ptr<clsConnection> reader, std::function<bool()> isReading);
+  /// Takes what the reader has read. False while it reads, and when it could not.
+  bool TakeReading();
 
   /// The text that a shape shows for a row and column under a display type.
   /// `noValue` tells whether there was none; it stays as passed while the data is
@@ -205,6 +213,9 @@ class clsConnection {
   /// Never assigned, so that a source that is not ready counts as timed out at once.
   basic::Date connectionStartTime_;
   std::shared_ptr<ADODB::Recordset> recordset_;
+  /// Null once its reading was taken.
+  std::shared_ptr<clsConnection> reader_;
+  std::function<bool()> isReading_;
   DataPreview preview_ = DataPreview::AsTheyAre;
   /// The data, while what stands in for them lies in their place.
   std::shared_ptr<ADODB::Recordset> previewed_;

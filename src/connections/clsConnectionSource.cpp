@@ -294,7 +294,29 @@ bool clsConnection::RequeryData(bool forced) {
   return isCurrent;
 }
 
+void clsConnection::ReadBy(std::shared_ptr<clsConnection> reader, std::function<bool()> isReading) {
+  reader_ = std::move(reader);
+  isReading_ = std::move(isReading);
+}
+
+bool clsConnection::TakeReading() {
+  if (!reader_ || isReading_()) return false;
+  const auto reader = std::exchange(reader_, nullptr);
+  isReading_ = {};
+  if (!reader->RecordsetReady()) {
+    NoteFailure(reader->Readings().LastError);
+    return false;
+  }
+  recordset_ = reader->recordset_;
+  dataOpen_ = true;
+  lastRequeryTime_ = host::Current().clock->Timer();
+  NoteReading();
+  return true;
+}
+
 bool clsConnection::RequeryDatabase(bool forced) {
+  if (reader_ && isReading_()) return false;
+  if (TakeReading()) return true;
   bool asked = forced;
   if (!designMode_) {
     const float now = host::Current().clock->Timer();

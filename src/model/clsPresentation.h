@@ -118,6 +118,11 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   static constexpr std::int64_t RetryInterval = 60'000;
   /// The job that opens a connection or reads it anew, under way or waiting; null without one.
   [[nodiscard]] std::shared_ptr<host::RunningJob> ReadingJob(const clsConnection& connection) const;
+  [[nodiscard]] bool IsReading(const clsConnection& connection) const {
+    return ReadingJob(connection) != nullptr;
+  }
+  /// While it is shown, what these jobs read is the show's to fill in.
+  void IsShown(bool isShown) { isShown_ = isShown; }
 
   /// The tags were changed behind this object (an undo, a newer version): takes up what they describe now.
   /// Connections that are described as before keep their object and data; others are opened in the
@@ -236,6 +241,7 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   BlankedTexts blanked_;
   std::map<const clsConnection*, Reading> readings_;
   std::uint64_t lastReading_ = 0;
+  bool isShown_ = false;
   /// The display type as the tag has it, empty without one.
   std::string displayTypeTag_;
 };

@@ -166,7 +166,7 @@ void clsPresentation::TakeReading(clsConnection& connection, std::int64_t versio
       modErrors::LastError = {static_cast<double>(end.Number), end.Source, end.Description};
       modErrors::ReportError(kind.ErrorCode);
     }
-  } else if (connection.DataVersion() != versionBefore) {
+  } else if (connection.DataVersion() != versionBefore && !isShown_) {
     const std::string& number = connection.ConnectionTagNumber();
     std::erase_if(toldColumns_, [&](const auto& told) { return kind.IsAsked && told.first == number; });
     FillConnection(number);

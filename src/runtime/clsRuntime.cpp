@@ -205,6 +205,7 @@ void clsRuntime::OpenConnection(const std::string& suffix, const std::string& va
   connection->UsedColumns({used.begin(), used.end()});
   connections_[key] = connection;
   connectionFlags_.set(static_cast<std::size_t>(number));
+  if (LeaveToReader(*connection)) return;
   if (showMeter_) {
     host::Current().progressMeter->Text(
         basic::Replace("Opening connection %s", "%s", connection->ConnectionDescription()));
@@ -219,6 +220,21 @@ void clsRuntime::OpenConnection(const std::string& suffix, const std::string& va
     connection->NoteFailure(modErrors::LastError.Description);
     throw;
   }
+}
+
+bool clsRuntime::LeaveToReader(clsConnection& connection) const {
+  if (!reader_ || static_cast<ConnectionKind>(connection.ConnectionType()) != ConnectionKind::Database) {
+    return false;
+  }
+  const auto reading = reader_->FindConnection(connection.ConnectionTagNumber());
+  if (!reading || reading->TagString() != connection.TagString()) return false;
+  connection.ReadBy(reading, [reader = std::weak_ptr(reader_), of = std::weak_ptr(reading)] {
+    const auto presentation = reader.lock();
+    const auto each = of.lock();
+    return presentation && each && presentation->IsReading(*each);
+  });
+  if (connection.TakeReading()) connection.RequireUsedColumns();
+  return true;
 }
 
 void clsRuntime::NoteRefreshInterval(const clsConnection& connection) {

@@ -10,6 +10,7 @@
 
 #include "addin/support/modDebug.h"
 #include "host/powerpoint.h"
+#include "model/clsPresentation.h"
 #include "model/clsShape.h"
 #include "model/clsSlide.h"
 #include "model/modOfflineCopy.h"
@@ -35,6 +36,10 @@ class clsRuntime {
   void ActivePresentation(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
     presentation_ = presentation;
   }
+
+  /// Who reads the databases of the presentation where nothing may wait for one: the show begins with what
+  /// has been read, and takes the rest when it is there. Without anybody they are read as the show begins.
+  void ReadBy(std::shared_ptr<clsPresentation> reader) { reader_ = std::move(reader); }
 
   /// Whether building the model shows the open-presentation meter.
   void ShowProgressMeter(bool show) { showMeter_ = show; }
@@ -79,6 +84,8 @@ class clsRuntime {
   void OpenConnection(const std::string& suffix, const std::string& value);
   void NoteRefreshInterval(const clsConnection& connection);
   void HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
+  /// Answers whether somebody else reads it.
+  [[nodiscard]] bool LeaveToReader(clsConnection& connection) const;
   void HandTablesOver();
   void SetUpTimers();
 
@@ -107,6 +114,7 @@ class clsRuntime {
   bool active_ = false;
   bool starting_ = false;
   bool ended_ = false;
+  std::shared_ptr<clsPresentation> reader_;
   bool showMeter_ = false;
   std::int32_t slideCount_ = 0;
 

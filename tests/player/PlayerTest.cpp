@@ -242,5 +242,26 @@ TEST_F(PlayerTest, FollowsTheClockWhereverItJumps) {
   EXPECT_EQ(shown(), "B1 1") << "and is tried again when its time comes";
 }
 
+TEST_F(PlayerTest, SynchronousPlayersGoThroughACustomShowAsItStands) {
+  isSynchronous = true;
+  support::DeckBuilder builder;
+  for (int i = 0; i < 3; ++i) {
+    builder.afterCommonData(builder.addSlide(support::textShape(2, "p", "x")),
+                            "<p:transition advTm=\"1000\"/>");
+  }
+  builder.customShow(4, {3, 1, 3});
+  builder.presentationProperties("<p:showPr><p:present/><p:custShow id=\"4\"/></p:showPr>");
+  FolderDeck custom = deck("A", "v");
+  static_cast<void>(folder.write("A1.pptx", builder.bytes()));
+  const std::vector<FolderDeck> decks = {custom, deck("B", "v")};
+  play(decks);
+  std::vector<std::string> places;
+  for (now = 0; now < 5000; now += 1000) {
+    tick(now, decks);
+    places.push_back(shown());
+  }
+  EXPECT_THAT(places, ElementsAre("A1 3", "A1 1", "A1 3", "B1 1", "A1 3"));
+}
+
 }  // namespace
 }  // namespace app::test

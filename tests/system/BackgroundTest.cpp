@@ -8,6 +8,7 @@
 #include "fakes/JobMachine.h"
 #include "model/clsPresentation.h"
 #include "model/modCommandState.h"
+#include "runtime/clsRuntime.h"
 
 namespace LF2000 {
 namespace {
@@ -58,6 +59,50 @@ struct BackgroundTest : testing::Test {
     return machine.RunJobs();
   }
 };
+
+TEST_F(BackgroundTest, AShowBeginsWithoutADatabaseAndTakesItsDataWhenTheyAreThere) {
+  presentation->ActivePresentation(host);
+  presentation->IsShown(true);
+  clsRuntime runtime;
+  runtime.ActivePresentation(host);
+  runtime.ReadBy(presentation);
+  runtime.StartTimers(std::make_shared<fakes::Window>(host));
+  ASSERT_NE(runtime.Form(), nullptr);
+  const auto look = [&] {
+    runtime.Form()->RefreshData();
+    runtime.Form()->RefreshSlide(1);
+  };
+  look();
+  EXPECT_TRUE(database.log.empty());
+  EXPECT_EQ(Shown(), (Texts{"author's", "3"}));
+
+  machine.RunJobs();
+  EXPECT_EQ(Shown(), (Texts{"author's", "3"})) << "the show writes into its shapes, nobody else";
+  const auto asked = database.log;
+  look();
+  EXPECT_EQ(Shown(), (Texts{"7", "3"}));
+  EXPECT_EQ(database.log, asked);
+  database.rows = {{"Milk", "8"}};
+  machine.loop.Advance(1000);
+  look();
+  EXPECT_EQ(Shown(), (Texts{"8", "3"})) << "from here on it asks for itself";
+}
+
+TEST_F(BackgroundTest, WhatItsReaderCouldNotReadAShowAsksForItself) {
+  database.down = true;
+  presentation->ActivePresentation(host);
+  clsRuntime runtime;
+  runtime.ActivePresentation(host);
+  runtime.ReadBy(presentation);
+  machine.RunJobs();
+  runtime.StartTimers(std::make_shared<fakes::Window>(host));
+  EXPECT_TRUE(runtime.Form()->Connections().at("001")->Readings().IsFailing);
+  database.down = false;
+  machine.loop.Advance(1000);
+  runtime.Form()->RefreshData();
+  runtime.Form()->RefreshSlide(1);
+  EXPECT_EQ(Shown().front(), "7");
+}
 
 TEST_F(BackgroundTest, LoadingOpensNothingInTheHandlerAndFilesFirst) {
   fakes::Shape& clock = slide.AddClock("hh:nn");

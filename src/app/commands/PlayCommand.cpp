@@ -21,6 +21,7 @@
 #include "basic/Conversion.h"
 #include "basic/Strings.h"
 #include "platform/Console.h"
+#include "platform/jobs/JobQueue.h"
 #include "process/TemporaryFolder.h"
 #include "web/show/Server.h"
 
@@ -69,6 +70,22 @@ void waitFor(platform::EventLoop& loop, std::int64_t milliseconds, const std::fu
   while (!isThere() && clock.TickCount() < end) loop.DoEvents();
 }
 
+/// The system hands what may wait to these jobs, as long as this lives.
+class JobsInUse {
+ public:
+  explicit JobsInUse(host::Jobs& jobs) : usual_(host::Current()) {
+    host::Services services = usual_;
+    services.jobs = &jobs;
+    host::Use(services);
+  }
+  ~JobsInUse() { host::Use(usual_); }
+  JobsInUse(const JobsInUse&) = delete;
+  JobsInUse& operator=(const JobsInUse&) = delete;
+
+ private:
+  host::Services usual_;
+};
+
 /// Runs the loop until an operator or a signal ends it.
 class PlayRun {
  public:
@@ -79,7 +96,13 @@ class PlayRun {
         source_(folderOf(options, environment)),
         folder_(environment.loop(), *host::Current().clock, source_,
                 [](const std::string& line) { LF2000::modErrors::WriteErrorLog(line); }),
-        player_(host_, environment.loop(), playerOptions()) {}
+        player_(host_, environment.loop(), playerOptions()) {
+    if (!options.synchronous) return;
+    platform::EventLoop& loop = environment.loop();
+    jobs_.emplace(loop, *host::Current().clock,
+                  [&loop](std::function<void()> handler) { loop.postOutermost(std::move(handler)); });
+    jobsInUse_.emplace(*jobs_);
+  }
 
   void run() {
     const Token token = obtainToken(options_.server.tokenFile);
@@ -93,7 +116,8 @@ class PlayRun {
     folder_.onChange([this] { take(); });
     take();
     std::optional<ServerEnd> end;
-    player_.begin([&end] {
+    player_.begin([this, &end] {
+      if (jobs_) jobs_->cancelAll();
       constexpr std::int32_t TimeToSend = 200;
       end->beginIn(TimeToSend);
     });
@@ -138,6 +162,9 @@ class PlayRun {
 
   const PlayOptions& options_;
   Environment& environment_;
+  /// Nothing waits for a database where the time alone says which slide is on.
+  std::optional<platform::JobQueue> jobs_;
+  std::optional<JobsInUse> jobsInUse_;
   AddInHost host_;
   DeckReader reader_;
   PlayerFolderOptions source_;

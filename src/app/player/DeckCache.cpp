@@ -61,7 +61,7 @@ class Coming {
 
   [[nodiscard]] std::uint64_t come() const { return come_; }
   void take(std::string_view bytes) {
-    if (bytes.size() > size_ - come_) fail("More came than the note says.");
+    if (bytes.size() > size_ - come_) fail("more came than its note says");
     while (!bytes.empty()) {
       const ssize_t written = ::write(file_.get(), bytes.data(), bytes.size());
       if (written < 0 && errno == EINTR) continue;
@@ -76,7 +76,7 @@ class Coming {
 
  private:
   [[noreturn]] static void failToKeep() {
-    fail(std::string("It cannot be kept: ") + std::strerror(errno) + ".");
+    fail(std::string("it cannot be kept: ") + std::strerror(errno));
   }
 
   process::Descriptor file_;
