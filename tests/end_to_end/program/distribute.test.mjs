@@ -4,10 +4,12 @@ import assert from "node:assert/strict";
 import { spawn } from "node:child_process";
 import { createPublicKey, verify } from "node:crypto";
 import { chmodSync, copyFileSync, mkdirSync, readFileSync, readdirSync, statSync, truncateSync, writeFileSync } from "node:fs";
+import { createServer } from "node:net";
 import { test } from "node:test";
 import { allXml, digest } from "../support/deck.mjs";
 import { asNobody } from "../support/sandbox.mjs";
 import { valueDeck } from "../support/value_deck.mjs";
+import { until } from "../support/wait.mjs";
 
 function prepared(t) {
   const { sandbox, deck } = valueDeck(t, "live-value");
@@ -154,4 +156,52 @@ test("senders at the same time wait for each other", async (t) => {
   for (const { folder, files } of notes) {
     for (const { path, sha256: sum } of files) assert.equal(digest(out(`${folder}/${path}`)), sum);
   }
+});
+
+test("while a deck is being frozen it cannot be saved, and no live value comes into its file", async (t) => {
+  const { sandbox, deck, note } = prepared(t);
+  writeFileSync(sandbox.path("program/Lumenfold.INI"), "[Distribution]\r\nFolder = ../out\r\n");
+  // A server that says nothing holds the copy up for as long as the test likes.
+  const sockets = [];
+  let isHolding = false;
+  const server = createServer((socket) => (isHolding ? sockets.push(socket) : socket.destroy()));
+  await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
+  const letGo = () => {
+    isHolding = false;
+    for (const socket of sockets) socket.destroy();
+  };
+  t.after(() => {
+    letGo();
+    server.close();
+  });
+  const string = `Driver={PostgreSQL Unicode};Servername=127.0.0.1;Port=${server.address().port};Database=x;UID=me`;
+  sandbox.run("connection", deck, "add", "--type", "database", "--description", "Silent", "--connection-string", string, "--sql", "SELECT 1");
+  const desk = await sandbox.edit(deck);
+  const window = await desk.openWindow();
+  const question = await window.until("the question", ({ notices }) =>
+    notices.find(({ actions }) => actions.some(({ id }) => id === "open")),
+  );
+  await window.do(`notices/${question.id}/open`);
+  await window.until("the values", ({ connections, jobs }) => connections[0].state === "fresh" && jobs.length === 0);
+  await window.do("rename", { slide: window.state.slide.id, shape: window.shape("p7 Note").id, name: "Before" });
+
+  isHolding = true;
+  await window.do("press/cbrDistribution");
+  const form = await window.form("frmDistribution");
+  await window.raise(form, { control: "optFrozen", event: "change", value: true }, { control: "cmdSend", event: "click" });
+  await until("the copy being made", () => sockets.length > 0);
+  const before = digest(deck);
+  assert.ok(!allXml(deck).includes("live-value"));
+  await window.do("rename", { slide: window.state.slide.id, shape: window.shape("p6 Note").id, name: "Meanwhile" });
+  const refused = await window.post("commands/save");
+  assert.equal(refused.status, 409);
+  assert.match(refused.json.error, /is being made\. Save when it is ready\./);
+  assert.equal(digest(deck), before);
+
+  letGo();
+  await window.until("the end", ({ jobs }) => jobs.length === 0);
+  assert.equal(note().way, "frozen");
+  await window.do("commands/save");
+  assert.match(sandbox.done("shapes", deck, "--slide", 1), /Meanwhile/);
+  assert.ok(!allXml(deck).includes("live-value"));
 });
