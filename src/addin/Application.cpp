@@ -33,7 +33,7 @@ void Application::InitHandler(const std::shared_ptr<PowerPoint::Application>& ho
   progId_ = progId;
   modPages::Install();
   modOfflineCopy::MadeBy([](const modOfflineCopy::Files& files, const modOfflineCopy::Options& options) {
-    clsRuntime().CreateOfflinePPT(files, options);
+    return clsRuntime().CreateOfflinePPT(files, options);
   });
   if (!modVersionSpecific::InstallationOK(*gppApp)) return;
   Log(DebugKind::Information, "Opening menu");

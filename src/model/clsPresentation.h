@@ -145,13 +145,13 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void SendPresentation(const modSending::Options& options = {});
   /// The same at once. It is saved first. Raises what kept it from being sent.
   host::Sent Send(const modSending::Options& options);
+  /// Takes it back by a job from the folder that the settings name; `done` is called when it is.
+  void WithdrawPresentation(std::function<void()> done = {});
   [[nodiscard]] bool SlideHasConnections(PowerPoint::Slide& slide) const;
 
   /// The presentation's connections, for those who add, change and remove them;
   /// SetConnectionTags stores what was done.
   [[nodiscard]] ConnectionList& Connections() { return connections_; }
-  /// Takes it back by a job from the folder that the settings name; `done` is called when it is.
-  void WithdrawPresentation(std::function<void()> done = {});
   /// Null without a connection of that number.
   [[nodiscard]] std::shared_ptr<clsConnection> FindConnection(std::string_view tagNumber) const;
 
@@ -196,7 +196,8 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   void LoadDisplayType();
   void SaveForSending();
   /// Makes the file that the parcel names, from one that has been made for it, and says what goes with it.
-  void MakeCopy(host::Parcel& parcel, const std::string& saved);
+  /// Answers what stays outside of it (modOfflineCopy::Make).
+  std::vector<std::string> MakeCopy(host::Parcel& parcel, const std::string& saved);
   /// The tag's value, empty without one.
   [[nodiscard]] std::string DisplayTypeTag() const;
   void CloseMeter();
@@ -240,8 +241,8 @@ class clsPresentation : public std::enable_shared_from_this<clsPresentation> {
   std::set<std::pair<std::string, std::string>> toldColumns_;
   BlankedTexts blanked_;
   std::map<const clsConnection*, Reading> readings_;
-  std::uint64_t lastReading_ = 0;
   bool isShown_ = false;
+  std::uint64_t lastReading_ = 0;
   /// The display type as the tag has it, empty without one.
   std::string displayTypeTag_;
 };

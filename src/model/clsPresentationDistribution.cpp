@@ -1,6 +1,7 @@
 // For whom and when a presentation is meant, and how it is sent there.
 
 #include <utility>
+#include <vector>
 
 #include "addin/support/TemporaryFile.h"
 #include "addin/support/modErrors.h"
@@ -13,8 +14,8 @@
 #include "model/OpenedPresentation.h"
 #include "model/clsPresentation.h"
 #include "model/modDistributionTags.h"
-#include "model/modLinkedSheets.h"
 #include "model/modOfflineCopy.h"
+#include "model/modOfflineLinks.h"
 #include "model/modSample.h"
 #include "model/modSending.h"
 
@@ -74,7 +75,6 @@ void clsPresentation::SendPresentation(const modSending::Options& options) try {
   modErrors::CatchError(modErrors::SendingPresentation);
 }
 
-host::Sent clsPresentation::Send(const modSending::Options& options) {
 void clsPresentation::WithdrawPresentation(std::function<void()> done) try {
   host::Job job;
   job.Caption = "Taking presentation back";
@@ -97,6 +97,7 @@ void clsPresentation::WithdrawPresentation(std::function<void()> done) try {
   modErrors::CatchError();
 }
 
+host::Sent clsPresentation::Send(const modSending::Options& options) {
   const modSending::Options how = modSending::Complete(options);
   if (how.Folder.empty()) {
     throw basic::Error(basic::AdapterError, "clsPresentation", std::string(modSending::NoFolder));
@@ -116,8 +117,10 @@ void clsPresentation::WithdrawPresentation(std::function<void()> done) try {
   const TemporaryFile saved;
   const TemporaryFile frozen;
   parcel.Presentation = parcel.Way == host::SendingWay::Frozen ? frozen.Name() : saved.Name();
-  MakeCopy(parcel, saved.Name());
-  return sender.Send(parcel);
+  const std::vector<std::string> outside = MakeCopy(parcel, saved.Name());
+  host::Sent sent = sender.Send(parcel);
+  sent.Warnings.insert(sent.Warnings.end(), outside.begin(), outside.end());
+  return sent;
 }
 
 void clsPresentation::SaveForSending() {
@@ -131,13 +134,14 @@ void clsPresentation::SaveForSending() {
   }
 }
 
-void clsPresentation::MakeCopy(host::Parcel& parcel, const std::string& saved) {
+std::vector<std::string> clsPresentation::MakeCopy(host::Parcel& parcel, const std::string& saved) {
   // What opens meanwhile is nobody's presentation to edit.
   const modGlobalFunctions::OfflineGeneration generation(parcel.Original);
   const bool isFrozen = parcel.Way == host::SendingWay::Frozen;
-  if (isFrozen) modLinkedSheets::Draw(presentation_);
+  if (isFrozen) modOfflineLinks::DrawSheets(presentation_);
   SaveWithoutValues(saved);
-  if (isFrozen) modOfflineCopy::Make({saved, parcel.Presentation}, {});
+  std::vector<std::string> outside;
+  if (isFrozen) outside = modOfflineCopy::Make({saved, parcel.Presentation}, {});
   const OpenedPresentation opened(parcel.Presentation);
   PowerPoint::Presentation& copy = *opened.Presentation();
   if (isFrozen) {
@@ -146,6 +150,7 @@ void clsPresentation::MakeCopy(host::Parcel& parcel, const std::string& saved) {
     parcel.Enclosures = modSending::Redirect(copy, parcel.Way, parcel.Original, parcel.Places);
   }
   copy.Save();
+  return outside;
 }
 
 }  // namespace LF2000

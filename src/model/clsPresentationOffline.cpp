@@ -1,6 +1,7 @@
 // How an off-line copy of a presentation is asked for, and what its author hears of it.
 
-#include <cstdint>
+#include <string>
+#include <vector>
 
 #include "addin/support/TemporaryFile.h"
 #include "addin/support/modErrors.h"
@@ -8,8 +9,8 @@
 #include "basic/Error.h"
 #include "host/services.h"
 #include "model/clsPresentation.h"
-#include "model/modLinkedSheets.h"
 #include "model/modOfflineCopy.h"
+#include "model/modOfflineLinks.h"
 #include "model/modSample.h"
 #include "model/modTags.h"
 
@@ -30,15 +31,18 @@ bool clsPresentation::CreateOfflinePPT(const std::string& fileName,
                                        const modOfflineCopy::Options& options) try {
   RequireOtherFile(fileName, presentation_->FullName());
   modSample::RequireNone(*this, "An off-line copy cannot be made");
+  std::vector<std::string> outside;
   {
     const modGlobalFunctions::OfflineGeneration generation(presentation_->FullName());
-    modLinkedSheets::Draw(presentation_);
+    modOfflineLinks::DrawSheets(presentation_);
     const TemporaryFile saved;
     SaveWithoutValues(saved.Name());
-    modOfflineCopy::Make({saved.Name(), fileName}, options);
+    outside = modOfflineCopy::Make({saved.Name(), fileName}, options);
   }
+  host::MessageBox& messageBox = *host::Current().messageBox;
+  for (const std::string& each : outside) messageBox.MsgBox(each, host::vbInformation, ProductTitle);
   if (modGlobalFunctions::InfoSetting("HideMsgBoxOfflineGeneration") != "1") {
-    host::Current().messageBox->MsgBox("Off-line presentation is ready.", host::vbInformation, ProductTitle);
+    messageBox.MsgBox("Off-line presentation is ready.", host::vbInformation, ProductTitle);
   }
   return true;
 } catch (const modOfflineCopy::Cancelled&) {

@@ -12,10 +12,10 @@ Maker maker;
 
 void MadeBy(Maker by) { maker = std::move(by); }
 
-void Make(const Files& files, const Options& options) {
+std::vector<std::string> Make(const Files& files, const Options& options) {
   const Maker make = maker;
   if (!make) throw basic::Error(basic::AdapterError, "modOfflineCopy", "Nobody makes copies here.");
-  make(files, options);
+  return make(files, options);
 }
 
 }  // namespace LF2000::modOfflineCopy

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/powerpoint.h"
 
@@ -24,13 +25,14 @@ struct Files {
   std::string Copy;
 };
 
-using Maker = std::function<void(const Files& files, const Options& options)>;
+using Maker = std::function<std::vector<std::string>(const Files& files, const Options& options)>;
 
 /// Who makes copies; an empty one ends that.
 void MadeBy(Maker maker);
 
 /// Makes the copy, while OfflineGenerationActive is set. Raises what kept it from that, and Cancelled.
-void Make(const Files& files, const Options& options);
+/// Answers what stays outside of it, as its author has linked it: films and sounds, a sentence each.
+std::vector<std::string> Make(const Files& files, const Options& options);
 
 /// What is raised when the making was cancelled.
 class Cancelled final : public std::exception {

@@ -55,8 +55,10 @@ class clsRuntime {
   /// Makes the copy of `files.Saved`, a presentation whose shapes hold their author's own (PrepareSave). Each
   /// slide is filled as at the beginning of a show; one that scrolls comes as often as its rows need, and one
   /// that hides without data not at all. What cannot be read or freed of its link is reported and stays as it
-  /// is. Raises what kept the copy from being written, and modOfflineCopy::Cancelled.
-  void CreateOfflinePPT(const modOfflineCopy::Files& files, const modOfflineCopy::Options& options);
+  /// is. Raises what kept the copy from being written, and modOfflineCopy::Cancelled. Answers what stays
+  /// outside of it (modOfflineCopy::Make).
+  std::vector<std::string> CreateOfflinePPT(const modOfflineCopy::Files& files,
+                                            const modOfflineCopy::Options& options);
   void SlideShowNextSlide(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
   /// The end of the show: timers off, model released. It may come while StartTimers waits for data, which
   /// then stops where it is and reports nothing.
@@ -82,10 +84,10 @@ class clsRuntime {
   void AddLinkedObject(PowerPoint::Shape& shape, bool everyFile);
   void OpenConnections();
   void OpenConnection(const std::string& suffix, const std::string& value);
-  void NoteRefreshInterval(const clsConnection& connection);
-  void HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
   /// Answers whether somebody else reads it.
   [[nodiscard]] bool LeaveToReader(clsConnection& connection) const;
+  void NoteRefreshInterval(const clsConnection& connection);
+  void HandOver(const std::shared_ptr<PowerPoint::SlideShowWindow>& window);
   void HandTablesOver();
   void SetUpTimers();
 
@@ -108,13 +110,15 @@ class clsRuntime {
   void TakeOutHidden(const std::vector<OfflineSlide>& slides);
   void RemoveAllTags();
   void BreakLinks();
+  /// The films and sounds that stay linked to a file, a sentence each.
+  [[nodiscard]] std::vector<std::string> FilmsOutside() const;
 
   std::shared_ptr<PowerPoint::Presentation> presentation_;
+  std::shared_ptr<clsPresentation> reader_;
   std::shared_ptr<FrmRuntimeTimer> form_;
   bool active_ = false;
   bool starting_ = false;
   bool ended_ = false;
-  std::shared_ptr<clsPresentation> reader_;
   bool showMeter_ = false;
   std::int32_t slideCount_ = 0;
 

@@ -11,6 +11,7 @@
 #include "host/services.h"
 #include "model/OpenedPresentation.h"
 #include "model/modClockFormat.h"
+#include "model/modOfflineLinks.h"
 #include "model/modSlides.h"
 #include "model/modTags.h"
 #include "runtime/OfflinePages.h"
@@ -53,16 +54,18 @@ void ForEachShapeAndItem(PowerPoint::Slide& slide, const Visit& visit) {
   });
 }
 
-bool IsLinked(PowerPoint::Shape& shape) {
-  // A film plays from its file in any case.
-  if (shape.Type() == PowerPoint::ShapeType::Media) return false;
-  bool isLinked = false;
-  modGlobalFunctions::IgnoreErrors([&] { isLinked = !shape.LinkFormat()->SourceFullName().empty(); });
-  return isLinked;
+/// Empty when it is linked to nothing.
+std::string SourceOf(PowerPoint::Shape& shape) {
+  std::string source;
+  modGlobalFunctions::IgnoreErrors([&] { source = shape.LinkFormat()->SourceFullName(); });
+  return source;
 }
 
+bool IsFilm(PowerPoint::Shape& shape) { return shape.Type() == PowerPoint::ShapeType::Media; }
+
 void BreakLink(PowerPoint::Shape& shape) {
-  if (IsLinked(shape)) shape.LinkFormat()->BreakLink();
+  // A film plays from its file in any case.
+  if (!IsFilm(shape) && !SourceOf(shape).empty()) shape.LinkFormat()->BreakLink();
   std::shared_ptr<MSGraph::Chart> chart;
   modGlobalFunctions::IgnoreErrors([&] { chart = shape.OLEFormat()->Object(); });
   if (chart && chart->IsLinked()) chart->BreakLink();
@@ -70,8 +73,8 @@ void BreakLink(PowerPoint::Shape& shape) {
 
 }  // namespace
 
-void clsRuntime::CreateOfflinePPT(const modOfflineCopy::Files& files,
-                                  const modOfflineCopy::Options& options) {
+std::vector<std::string> clsRuntime::CreateOfflinePPT(const modOfflineCopy::Files& files,
+                                                      const modOfflineCopy::Options& options) {
   Log(DebugKind::Event, "CreateOfflinePPT:" + files.Copy);
   const OpenedPresentation copy(files.Saved);
   presentation_ = copy.Presentation();
@@ -88,8 +91,11 @@ void clsRuntime::CreateOfflinePPT(const modOfflineCopy::Files& files,
   FillOffline(slides, options);
   TakeOutHidden(slides);
   BreakLinks();
+  modOfflineLinks::TakePicturesIn(presentation_, modGlobalFunctions::OfflineGenerationBase);
+  std::vector<std::string> outside = FilmsOutside();
   presentation_->SaveCopyAs(files.Copy);
   Release();
+  return outside;
 }
 
 std::vector<clsRuntime::OfflineSlide> clsRuntime::MultiplySlides() {
@@ -267,6 +273,19 @@ void clsRuntime::BreakLinks() {
       KeepCopying([&] { BreakLink(*shape); });
     });
   });
+}
+
+std::vector<std::string> clsRuntime::FilmsOutside() const {
+  std::vector<std::string> films;
+  modSlides::ForEachSlide(*presentation_, [&](PowerPoint::Slide& slide) {
+    ForEachShapeAndItem(slide, [&](const std::shared_ptr<PowerPoint::Shape>& shape) {
+      const std::string source = IsFilm(*shape) ? SourceOf(*shape) : std::string();
+      if (source.empty()) return;
+      films.push_back("Slide " + std::to_string(slide.SlideIndex()) + " plays " + source +
+                      ", which stays outside of the copy.");
+    });
+  });
+  return films;
 }
 
 }  // namespace LF2000

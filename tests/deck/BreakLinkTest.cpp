@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "deck/objects/LinkedPictures.h"
 #include "fakes/FakeServices.h"
 #include "support/ChartDeck.h"
 #include "support/DeckBuilder.h"
@@ -94,6 +95,51 @@ TEST(BreakLink, AShapeKeepsThePictureThatFillsIt) {
   EXPECT_THAT(deck->slidePart(1).bytes(), AllOf(HasSubstr("r:embed"), Not(HasSubstr("r:link"))));
   EXPECT_EQ(externalPart(deck->package()), "");
   EXPECT_THAT(faultsOf(deck->package().serialize()), IsEmpty());
+}
+
+TEST(TakePicturesIn, TakesWhatIsNoShapesAndLeavesWhatCannotBeRead) {
+  const support::TemporaryFolder folder;
+  fakes::Files files;
+  host::Services services;
+  services.files = &files;
+  host::Use(services);
+  const std::string wall = folder.write("wall.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\"/>");
+  DeckBuilder builder;
+  const int slide = builder.addSlide();
+  const auto linked = [&](const std::string& target) {
+    return "<a:blip r:link=\"" + builder.relate(slide, "image", target, true) + "\"/>";
+  };
+  builder.part("ppt/media/image1.emf", "drawing", "image/x-emf");
+  const std::string kept = "<a:blip r:embed=\"" + builder.relate(slide, "image", "../media/image1.emf") +
+                           "\" r:link=\"" + builder.relate(slide, "image", "gone.emf", true) + "\"/>";
+  const auto bullet = [](const std::string& blip) {
+    return "<a:p><a:pPr><a:buBlip>" + blip + "</a:buBlip></a:pPr><a:r><a:t>x</a:t></a:r></a:p>";
+  };
+  builder.relate(slide, "image", "leftover.png", true);
+  builder.shapes(slide, support::shapeWithParagraphs(
+                            2, "Bullets",
+                            bullet(linked("wall.svg")) + bullet(linked("file://" + wall)) + bullet(kept) +
+                                bullet(linked("gone.png")) + bullet(linked("https://example.org/a.png"))) +
+                            support::pictureShape(3, "Logo", linked("logo.png")));
+  const auto deck = builder.presentation();
+  std::vector<std::string> asked;
+  const auto problems = takePicturesIn(*deck, (folder.path() / "deck.pptx").string(),
+                                       [&](const std::string& path) { asked.push_back(path); });
+  host::Use({});
+  EXPECT_THAT(asked, testing::UnorderedElementsAre(wall, (folder.path() / "gone.png").string()));
+  EXPECT_THAT(problems, testing::UnorderedElementsAre(HasSubstr("gone.png"), HasSubstr("is an address")));
+  std::vector<std::string> left;
+  for (const opc::Relationship& each : deck->slidePart(1).relationships()) {
+    if (each.external) left.push_back(each.target);
+  }
+  EXPECT_THAT(left, testing::UnorderedElementsAre("gone.png", "https://example.org/a.png", "logo.png"));
+  EXPECT_NE(deck->package().find("ppt/media/linked1.svg"), nullptr);
+  EXPECT_EQ(deck->package().find("ppt/media/linked2.svg"), nullptr);
+  EXPECT_THAT(faultsOf(deck->package().serialize()), IsEmpty());
+
+  // Where nothing was read there is nothing to keep.
+  const auto shapes = deck->Slides()->Item(1)->Shapes();
+  EXPECT_THAT(errorOf([&] { shapes->Item(2)->LinkFormat()->BreakLink(); }), HasSubstr("could not be read"));
 }
 
 TEST(BreakLink, AChartKeepsItsValuesWithoutTheirFile) {

@@ -127,6 +127,17 @@ TEST_F(ChangingSlidesTest, ADuplicateHasWhatBelongsToTheSlideForItself) {
   EXPECT_EQ(package->part("ppt/slides/slide4.xml").related("notesSlide"), &notes);
 }
 
+TEST_F(ChangingSlidesTest, ACustomShowMayHaveRelationshipsOfItsOwn) {
+  const auto deck = threeSlides();
+  const std::string own =
+      deck->package().addRelationship(deck->part(), Relationships + std::string("slide"), deck->slidePart(2));
+  pugi::xml_node show = deck->part().xml().document_element().child("p:custShowLst").child("p:custShow");
+  show.child("p:sldLst").append_child("p:sld").append_attribute("r:id") = own.c_str();
+  EXPECT_THAT(customShow(*deck), ElementsAre(256, 258, 256, 257));
+  deck->Slides()->Item(2)->Delete();
+  EXPECT_THAT(customShow(*deck), ElementsAre(256, 258, 256));
+}
+
 TEST_F(ChangingSlidesTest, ADeletedSlideLeavesNothingBehind) {
   const auto deck = threeSlides();
   deck->Slides()->Item(1)->Tags()->Add("MINE", "changed");

@@ -16,6 +16,7 @@ struct OfflineCopyTest : OpenDeck {
     modOfflineCopy::MadeBy(
         [this](const modOfflineCopy::Files& files, const modOfflineCopy::Options& options) {
           made.push_back(files.Copy + (options.KeepClocks ? ", clocks go on" : ""));
+          return std::vector<std::string>();
         });
     std::make_shared<frmOfflineCopy>(presentation)->Open();
   }

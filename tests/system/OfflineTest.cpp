@@ -9,6 +9,7 @@
 #include "fakes/FakeServices.h"
 #include "model/clsPresentation.h"
 #include "model/modClockFormat.h"
+#include "model/modOfflineLinks.h"
 #include "runtime/OfflinePages.h"
 
 namespace LF2000 {
@@ -101,6 +102,28 @@ TEST_F(OfflineTest, HoldsTheValuesAndNothingOfWhereTheyCameFrom) {
   machine.settings.info["HideMsgBoxOfflineGeneration"] = "1";
   EXPECT_TRUE(Create());
   EXPECT_THAT(machine.messageBox.shown, IsEmpty());
+}
+
+TEST_F(OfflineTest, FilmsStayOutsideAndArePointedOut) {
+  fakes::Slide& slide = deck->Add();
+  slide.AddField("p", 2);
+  slide.Add("own film").type = PowerPoint::ShapeType::Media;
+  slide.AddLinked("/films/harbour.mp4", PowerPoint::ShapeType::Media);
+  std::string original;
+  modOfflineLinks::DoneBy(
+      {{}, [&](const std::shared_ptr<PowerPoint::Presentation>&, const std::string& name) {
+         original = name;
+         return std::vector<std::string>{"wall.png cannot be read."};
+       }});
+  EXPECT_TRUE(Create());
+  modOfflineLinks::DoneBy({});
+  EXPECT_EQ(original, "/decks/board.pptx");
+  EXPECT_EQ(Written()->slides[0]->shapes[2]->linkSource, "/films/harbour.mp4");
+  ASSERT_EQ(machine.messageBox.shown.size(), 3U);
+  EXPECT_THAT(machine.messageBox.shown[0].text, HasSubstr("wall.png cannot be read."));
+  EXPECT_EQ(machine.messageBox.shown[1].text,
+            "Slide 1 plays /films/harbour.mp4, which stays outside of the copy.");
+  EXPECT_EQ(machine.messageBox.shown[1].style, host::vbInformation);
 }
 
 TEST_F(OfflineTest, AScrollingSlideComesAsOftenAsItsRowsNeed) {

@@ -75,9 +75,7 @@ class Coming {
   }
 
  private:
-  [[noreturn]] static void failToKeep() {
-    fail(std::string("it cannot be kept: ") + std::strerror(errno));
-  }
+  [[noreturn]] static void failToKeep() { fail(std::string("it cannot be kept: ") + std::strerror(errno)); }
 
   process::Descriptor file_;
   std::uint64_t size_;

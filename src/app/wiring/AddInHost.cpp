@@ -3,9 +3,10 @@
 #include "addin/support/modVersionSpecific.h"
 #include "app/wiring/LinkedSheets.h"
 #include "basic/Error.h"
+#include "deck/objects/LinkedPictures.h"
 #include "host/addin.h"
 #include "host/services.h"
-#include "model/modLinkedSheets.h"
+#include "model/modOfflineLinks.h"
 
 namespace app {
 
@@ -35,11 +36,18 @@ AddInHost::AddInHost() : application_(std::make_shared<deck::Application>()) {
     throw basic::Error(basic::AdapterError, "lumenfold",
                        "The add-in does not run in this host; the debug log says why.");
   }
-  LF2000::modLinkedSheets::DrawnBy(drawSheets);
+  LF2000::modOfflineLinks::DoneBy(
+      {drawSheets,
+       [this](const std::shared_ptr<PowerPoint::Presentation>& copy, const std::string& original) {
+         const auto deck = std::dynamic_pointer_cast<deck::Presentation>(copy);
+         if (!deck) return std::vector<std::string>();
+         return deck::takePicturesIn(
+             *deck, original, [this](const std::string& path) { application_->requireReadable(path); });
+       }});
 }
 
 AddInHost::~AddInHost() {
-  LF2000::modLinkedSheets::DrawnBy({});
+  LF2000::modOfflineLinks::DoneBy({});
   const auto open = application_->openPresentations();
   for (const auto& presentation : open) application_->close(presentation);
   if (!connect_.Application()) return;

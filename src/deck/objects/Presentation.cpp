@@ -268,10 +268,15 @@ bool Presentation::isHidden(std::int32_t slideIndex) const {
 }
 
 std::optional<std::int32_t> Presentation::slideByRelationship(std::string_view id) const {
-  for (std::size_t i = 0; i < slides_.size(); ++i) {
-    if (slides_[i].relationshipId == id) return static_cast<std::int32_t>(i + 1);
-  }
-  return std::nullopt;
+  const auto find = [&](const auto& matches) {
+    return std::find_if(slides_.begin(), slides_.end(), matches);
+  };
+  auto found = find([&](const SlideEntry& entry) { return entry.relationshipId == id; });
+  // A custom show may have relationships of its own to the slides.
+  const opc::Part* part = found == slides_.end() ? part_->target(id) : nullptr;
+  if (part != nullptr) found = find([&](const SlideEntry& entry) { return entry.part == part; });
+  if (found == slides_.end()) return std::nullopt;
+  return static_cast<std::int32_t>(found - slides_.begin() + 1);
 }
 
 void Presentation::addListener(ChangeListener& listener) { listeners_.push_back(&listener); }

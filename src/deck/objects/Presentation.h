@@ -76,8 +76,8 @@ class Presentation final : public PowerPoint::Presentation,
   /// What names the slide in every version of the deck, wherever it stands: the id of its p:sldId.
   [[nodiscard]] std::uint32_t slideId(std::int32_t index) const { return slide(index).id; }
   [[nodiscard]] bool isHidden(std::int32_t slideIndex) const;
-  /// The index of the slide that the presentation part refers to by this
-  /// relationship; nothing when none does.
+  /// The index of the slide to which this relationship of the presentation part leads; nothing when it leads
+  /// to none.
   [[nodiscard]] std::optional<std::int32_t> slideByRelationship(std::string_view id) const;
   /// The id of the relationship that leads to the slide of that id; empty without such a slide.
   [[nodiscard]] std::string slideRelationship(std::uint32_t id) const;

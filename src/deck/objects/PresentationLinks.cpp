@@ -4,26 +4,13 @@
 
 #include "basic/Strings.h"
 #include "deck/Failure.h"
+#include "deck/objects/LinkedPictures.h"
 #include "deck/objects/Presentation.h"
 #include "opc/Xml.h"
 
 namespace deck {
 
 namespace {
-
-constexpr std::string_view ImageType =
-    "http://schemas.openxmlformats.org/officeDocument/2006/relationships/image";
-
-bool usesRelationship(pugi::xml_node root, std::string_view id) {
-  bool isUsed = false;
-  opc::xml::forEachNode(root, [&](pugi::xml_node node, int) {
-    for (const pugi::xml_attribute attribute : node.attributes()) {
-      if (std::string_view(attribute.name()).starts_with("r:") && id == attribute.value()) isUsed = true;
-    }
-    return !isUsed;
-  });
-  return isUsed;
-}
 
 /// The image that older programs keep in a drawing of the slide (VML, ECMA-376 part 4, 19.1); null without.
 opc::Part* olderPreview(opc::Part& slide, pugi::xml_node frame) {
@@ -88,13 +75,17 @@ void Presentation::breakLink(std::int32_t slideIndex, pugi::xml_node shape) {
   if (presentationml::media(shape)) refuse(" plays a file, which cannot be taken into the presentation.");
   opc::Part* older = pictureOf(shape) ? nullptr : olderPreview(part, shape);
   if (!pictureOf(shape) && older == nullptr) refuse(" holds no picture of what it is linked to.");
+  if (older == nullptr && !pictureOf(shape).attribute("r:embed")) {
+    refuse(" is linked to a picture that could not be read.");
+  }
 
   // The picture that it shows is its own from here on.
   pictures_.adopt(shape);
   if (presentationml::oleObject(shape)) {
     tags_.write();
     tags_.forget(shape);
-    putPictureInPlace(shape, older == nullptr ? "" : package_->addRelationship(part, ImageType, *older));
+    putPictureInPlace(shape,
+                      older == nullptr ? "" : package_->addRelationship(part, ImageRelationship, *older));
     slides_[static_cast<std::size_t>(slideIndex - 1)].readShapes();
     owners_.reset();
   } else {

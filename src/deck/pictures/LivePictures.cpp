@@ -8,8 +8,6 @@
 namespace deck {
 namespace {
 
-constexpr std::string_view RelationshipType =
-    "http://schemas.openxmlformats.org/officeDocument/2006/relationships/image";
 constexpr const char* SvgExtension = "{96DAC541-7B7A-43D3-8B79-37D633B846F1}";
 constexpr const char* SvgNamespace = "http://schemas.microsoft.com/office/drawing/2016/SVG/main";
 
@@ -33,14 +31,14 @@ void showDrawing(pugi::xml_node blip, const std::string& relationshipId) {
   drawing.append_attribute("r:embed") = relationshipId.c_str();
 }
 
+}  // namespace
+
 void showPicture(pugi::xml_node blip, const std::string& relationshipId, bool isSvg) {
   if (const pugi::xml_node drawing = svgExtensionOf(blip)) drawing.parent().remove_child(drawing);
   if (isSvg) showDrawing(blip, relationshipId);
   // A drawing keeps the picture for readers that draw none, if there is one.
   if (!isSvg || !blip.attribute("r:embed")) setAttribute(blip, "r:embed", relationshipId);
 }
-
-}  // namespace
 
 pugi::xml_node pictureOf(pugi::xml_node shape) {
   if (presentationml::oleObject(shape)) {
@@ -110,7 +108,7 @@ void LivePictures::put(Live& live, std::string name, pictures::PictureFile pictu
   live.own = std::make_unique<pugi::xml_document>();
   live.own->append_copy(blip);
   live.part = &package_.add(std::move(name), picture.contentType, std::move(picture.bytes));
-  live.relationshipId = package_.addRelationship(*live.slide, RelationshipType, *live.part);
+  live.relationshipId = package_.addRelationship(*live.slide, ImageRelationship, *live.part);
   showPicture(blip, live.relationshipId, picture.isSvg);
   live.slide->markChanged();
 }

@@ -77,6 +77,14 @@ class LivePictures {
   std::unordered_map<const void*, Live> byShape_;  // by element
 };
 
+/// The full type of a relationship to a picture.
+inline constexpr std::string_view ImageRelationship =
+    "http://schemas.openxmlformats.org/officeDocument/2006/relationships/image";
+
+/// Has an a:blip show the picture of a relationship of its part; a drawing beside the picture that it embeds,
+/// if there is one.
+void showPicture(pugi::xml_node blip, const std::string& relationshipId, bool isSvg);
+
 /// The a:blip of the picture that a shape shows: of a picture, of an object's
 /// preview, of a shape filled with a picture. Null when it shows none.
 pugi::xml_node pictureOf(pugi::xml_node shape);

@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { existsSync, rmSync, writeFileSync } from "node:fs";
 import { test } from "node:test";
-import { allXml, assertFree, parts, readPart } from "../support/deck.mjs";
+import { allXml, assertFree, editPart, parts, readPart } from "../support/deck.mjs";
 import { linkedSheetDeck, photoDeck, svg } from "../support/driven_deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { sampleDeck, textSource, valueDeck } from "../support/value_deck.mjs";
@@ -12,6 +12,13 @@ import { until } from "../support/wait.mjs";
 test("slides scroll page by page, and those without data are not there", (t) => {
   const { sandbox, deck } = valueDeck(t, "Tea", "Milk", "Rye");
   sandbox.done("slide", deck, 1, "--scroll", 1, "--step", 1, "--time", 4000);
+  const jump = '<a:hlinkClick r:id="" action="ppaction://customshow?id=7&amp;return=true"/>';
+  editPart(deck, "ppt/slides/slide1.xml", (xml) => xml.replace(/(<p:cNvPr id="\d+" name="[^"]+")\/>/, `$1>${jump}</p:cNvPr>`));
+  editPart(deck, "ppt/presentation.xml", (xml) => {
+    const first = xml.match(/<p:sldId [^>]*r:id="([^"]+)"/)[1];
+    const show = `<p:custShow name="Short" id="7"><p:sldLst><p:sld r:id="${first}"/></p:sldLst></p:custShow>`;
+    return xml.replace(/<p:notesSz[^>]*>/, `$&<p:custShowLst>${show}</p:custShowLst>`);
+  });
   const copy = sandbox.path("copy.pptx");
   const out = sandbox.run("offline", deck, "-o", copy);
   assert.equal(out.code, 0, out.error);
@@ -20,7 +27,13 @@ test("slides scroll page by page, and those without data are not there", (t) => 
   assert.equal(slides.length, parts(deck).filter((part) => /slides\/slide\d+\.xml$/.test(part)).length + 2);
   const times = slides.map((part) => readPart(copy, part).match(/advTm="(\d+)"/)?.[1]);
   assert.ok(times.filter((time) => time === "4000").length >= 2, times.join());
+  // The custom show has all pages of its slide, in their order, and links lead to it still.
+  const presentation = readPart(copy, "ppt/presentation.xml");
+  const ids = (text) => [...text.matchAll(/r:id="([^"]+)"/g)].map(([, id]) => id);
+  const show = presentation.match(/<p:custShow name="Short" id="7">.*?<\/p:custShow>/s)[0];
+  assert.deepEqual(ids(show), ids(presentation.match(/<p:sldIdLst>.*<\/p:sldIdLst>/s)[0]).slice(0, 3));
   const all = allXml(copy);
+  assert.equal(all.split(jump).length - 1, 3);
   for (const value of ["Tea", "Milk", "Rye"]) assert.ok(all.includes(`<a:t>${value}</a:t>`), value);
   assertFree(copy);
 });
