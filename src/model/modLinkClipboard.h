@@ -39,7 +39,7 @@ Pasted Paste(clsPresentation& presentation, PowerPoint::Slide& slide, const Shap
 [[nodiscard]] std::string WhyNot(const clsPresentation& presentation, PowerPoint::Slide& slide,
                                  const Shapes& shapes, Way way);
 
-/// Forgets it, for a test.
+/// Forgets it.
 void Reset();
 
 }  // namespace modLinkClipboard

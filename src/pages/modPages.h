@@ -33,7 +33,7 @@ void Refresh(const std::shared_ptr<clsPresentation>& presentation);
 void ShowUsesWith(std::function<void(const std::string& connection)> show);
 void ShowUses(const std::string& connection);
 
-/// Forgets which pages are docked, and what shows uses, for a test.
+/// Forgets which pages are docked, and what shows uses.
 void Reset();
 
 }  // namespace LF2000::modPages

@@ -293,6 +293,20 @@ TEST_F(AddInTest, AShowMayEndWhileItBegins) {
   EXPECT_EQ(deck->slides[0]->shapes[0]->text, "x");
 }
 
+TEST_F(AddInTest, ARunningShowEndsWithTheAddIn) {
+  Load();
+  const auto deck = Deck();
+  host->sink->SlideShowBegin(std::make_shared<fakes::Window>(deck));
+  ASSERT_TRUE(machine.loop.HasTimers());
+  connect.OnDisconnection(AddInDesigner::RemoveMode::UserClosed);
+  EXPECT_FALSE(machine.loop.HasTimers());
+  EXPECT_EQ(host->sink, nullptr);
+  machine.files.Write("/decks/prices.txt", "Item\tPrice\nTea\t4\n");
+  machine.loop.Advance(10'000);
+  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "3");
+  connect.OnDisconnection(AddInDesigner::RemoveMode::HostShutdown);
+}
+
 TEST_F(AddInTest, AnUnlinkedShowHasNoRuntime) {
   Load();
   const auto deck = std::make_shared<fakes::Presentation>();

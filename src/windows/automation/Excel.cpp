@@ -58,10 +58,12 @@ class Worksheet final : public Excel::Worksheet {
   [[nodiscard]] std::string Name() const override { return sheet_.text(L"Name"); }
   [[nodiscard]] std::shared_ptr<Excel::Range> Range(std::string_view reference) override {
     com::Object range = sheet_.object(classes::Range, L"Range", reference);
-    // A whole column is a million of cells: it ends with the data.
-    const com::Object used = sheet_.object(classes::Range, L"UsedRange");
-    const auto inUse = sheet_.object(classes::Application, L"Application").get(L"Intersect", range, used);
-    if (isWhole(reference) && inUse.object()) range = com::Object(inUse.object(), classes::Range);
+    if (isWhole(reference)) {  // a whole column is a million of cells: it ends with the data
+      const com::Object used = sheet_.object(classes::Range, L"UsedRange");
+      const com::Object excel = sheet_.object(classes::Application, L"Application");
+      const com::Ptr<IDispatch> inUse = excel.get(L"Intersect", range, used).object();
+      if (inUse) range = com::Object(inUse, classes::Range);
+    }
     return std::make_shared<automation::Range>(std::move(range));
   }
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/graph.h"
+#include "windows/com/Object.h"
 
 namespace windows::automation {
 
@@ -20,8 +21,10 @@ struct AuthorsOwn {
     MSGraph::Table shown;
   };
 
-  /// What pictures are linked to.
+  /// What linked pictures are linked to.
   std::map<Place, std::string> pictures;
+  /// The linked pictures that lie over embedded ones.
+  std::map<Place, com::Object> covers;
   /// Texts of cells by row and column.
   std::map<Place, std::map<std::pair<std::int32_t, std::int32_t>, std::string>> cells;
   std::map<Place, Data> charts;

@@ -8,6 +8,7 @@
 #include "windows/automation/Slides.h"
 #include "windows/automation/Tags.h"
 #include "windows/automation/TriState.h"
+#include "windows/com/Failure.h"
 
 namespace windows::automation {
 
@@ -38,7 +39,9 @@ std::shared_ptr<PowerPoint::SlideShowSettings> Presentation::SlideShowSettings()
 std::shared_ptr<Presentation> KnownPresentations::of(const com::Ptr<IDispatch>& dispatch) {
   if (!dispatch) basic::Raise(basic::RuntimeError::ObjectVariableNotSet);
   std::erase_if(presentations_, [](const auto& each) { return each.second.expired(); });
-  std::weak_ptr<Presentation>& known = presentations_[com::identity(dispatch).get()];
+  const com::Ptr<IUnknown> identity = com::identity(dispatch);
+  if (!identity) com::raise(RPC_E_DISCONNECTED, classes::Presentation.name());
+  std::weak_ptr<Presentation>& known = presentations_[identity.get()];
   std::shared_ptr<Presentation> presentation = known.lock();
   if (!presentation) {
     presentation = std::make_shared<Presentation>(com::Object(dispatch, classes::Presentation));

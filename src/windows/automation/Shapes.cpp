@@ -4,10 +4,10 @@
 
 #include <utility>
 
-#include "basic/Error.h"
 #include "basic/Strings.h"
 #include "windows/automation/Charts.h"
 #include "windows/automation/Classes.h"
+#include "windows/automation/Links.h"
 #include "windows/automation/Table.h"
 #include "windows/automation/Tags.h"
 #include "windows/automation/TriState.h"
@@ -43,36 +43,6 @@ class TextFrame final : public PowerPoint::TextFrame {
   com::Object frame_;
 };
 
-/// The object model changes what a picture is linked to, so the author's own source is kept aside. Embedded
-/// pictures, which it cannot replace, have none.
-class LinkFormat final : public PowerPoint::LinkFormat {
- public:
-  LinkFormat(com::Object link, std::shared_ptr<AuthorsOwn> own, AuthorsOwn::Place key)
-      : link_(std::move(link)), own_(std::move(own)), key_(key) {}
-  [[nodiscard]] std::string SourceFullName() const override { return link_.text(L"SourceFullName"); }
-  void SourceFullName(std::string_view path) override {
-    auto& pictures = own_->pictures;
-    const auto found = pictures.find(key_);
-    if (!path.empty()) {
-      if (found == pictures.end()) pictures.emplace(key_, SourceFullName());
-      link_.put(L"SourceFullName", path);
-    } else if (found != pictures.end()) {
-      link_.put(L"SourceFullName", found->second);
-      pictures.erase(found);
-    }
-  }
-  void Update() override { link_.call(L"Update"); }
-  void BreakLink() override {
-    link_.call(L"BreakLink");
-    own_->pictures.erase(key_);
-  }
-
- private:
-  com::Object link_;
-  std::shared_ptr<AuthorsOwn> own_;
-  AuthorsOwn::Place key_;
-};
-
 class GroupShapes final : public PowerPoint::GroupShapes {
  public:
   GroupShapes(com::Object shapes, ShapePlace place) : shapes_(std::move(shapes)), place_(std::move(place)) {}
@@ -96,10 +66,7 @@ std::shared_ptr<PowerPoint::Tags> Shape::Tags() {
   return std::make_shared<automation::Tags>(shape_.object(classes::Tags, L"Tags"));
 }
 
-std::shared_ptr<PowerPoint::LinkFormat> Shape::LinkFormat() {
-  return std::make_shared<automation::LinkFormat>(shape_.object(classes::LinkFormat, L"LinkFormat"),
-                                                  place_.own, key());
-}
+std::shared_ptr<PowerPoint::LinkFormat> Shape::LinkFormat() { return linkFormat(shape_, place_.own, key()); }
 
 std::shared_ptr<PowerPoint::OLEFormat> Shape::OLEFormat() { return oleFormat(shape_, place_.own, key()); }
 

@@ -9,6 +9,12 @@
 #include <utility>
 
 #include "addin/support/modDebug.h"
+#include "addin/support/modErrors.h"
+#include "addin/support/modGlobalFunctions.h"
+#include "addin/support/modVersionSpecific.h"
+#include "model/modLinkClipboard.h"
+#include "pages/modLastUsed.h"
+#include "pages/modPages.h"
 #include "windows/automation/Application.h"
 #include "windows/com/Events.h"
 #include "windows/com/Guard.h"
@@ -24,6 +30,17 @@ namespace {
 /// The members of the interface, by their numbers from 1.
 constexpr std::array Members = {L"OnConnection", L"OnDisconnection", L"OnAddInsUpdate", L"OnStartupComplete",
                                 L"OnBeginShutdown"};
+
+/// The system as it is when it is loaded: the module may stay in memory in between.
+void beginAfresh() {
+  LF2000::modDebug::Reset();
+  LF2000::modErrors::Reset();
+  LF2000::modGlobalFunctions::Reset();
+  LF2000::modVersionSpecific::Reset();
+  LF2000::modLinkClipboard::Reset();
+  LF2000::modLastUsed::Reset();
+  LF2000::modPages::Reset();
+}
 
 void note(const std::string& text) {
   LF2000::modDebug::WriteDebugLog(LF2000::modDebug::DebugKind::Information, "Application", text);
@@ -41,11 +58,15 @@ class AddIn::InForce {
         messageBox_(*services_.messageBox, loop_) {
     services_.loop = &loop_;
     services_.messageBox = &messageBox_;
+    beginAfresh();
     host::Use(services_);
   }
   InForce(const InForce&) = delete;
   InForce& operator=(const InForce&) = delete;
-  ~InForce() { host::Use({}); }
+  ~InForce() {
+    beginAfresh();  // nothing of the host's stays behind
+    host::Use({});
+  }
 
   static std::shared_ptr<InForce> of(const MakeSurroundings& make) {
     static std::weak_ptr<InForce> current;

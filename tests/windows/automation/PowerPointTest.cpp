@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -61,6 +62,68 @@ TEST(LinkFormat, ShowsFilesForAWhile) {
   source = "C:\\changed by the author.png";
   shape.LinkFormat()->SourceFullName("");
   EXPECT_EQ(source, "C:\\changed by the author.png") << "its own is shown already";
+}
+
+TEST(LinkFormat, CoversAnEmbeddedPictureForAWhile) {
+  std::string source;
+  std::string visible = "-1";
+  std::vector<std::string> steps;
+  bool isDeleted = false;
+  const auto step = [&steps](std::string text) {
+    return [&steps, text](const auto&) {
+      steps.push_back(text);
+      return Variant(0.0);
+    };
+  };
+  const auto link = ScriptedObject::make({{L"SourceFullName", kept(source)}, {L"Update", step("update")}});
+  auto* cover = new ScriptedObject({{L"ZOrderPosition", [](const auto&) { return Variant(7); }},
+                                    {L"ZOrder", step("backward")},
+                                    {L"Rotation", step("rotated")},
+                                    {L"LinkFormat", [&](const auto&) { return handedOut(link); }},
+                                    {L"Delete", [&](const auto&) {
+                                       isDeleted = true;
+                                       return Variant();
+                                     }}});
+  const auto held = com::Ptr<IDispatch>::taking(cover);
+  const auto shapes = ScriptedObject::make({{L"AddPicture", [&](const auto& a) {
+                                               steps.push_back("added " + a.at(0).text() + " at " +
+                                                               a.at(3).text() + " " + a.at(4).text());
+                                               return handedOut(held);
+                                             }}});
+  const auto slide = ScriptedObject::make({{L"Shapes", [&](const auto&) { return handedOut(shapes); }}});
+  const auto number = [](double value) { return [value](const auto&) { return Variant(value); }; };
+  const auto own = std::make_shared<AuthorsOwn>();
+  Shape shape({ScriptedObject::make({{L"Id", number(5)},
+                                     {L"Type", number(13)},
+                                     {L"Parent", [&](const auto&) { return handedOut(slide); }},
+                                     {L"Left", number(10)},
+                                     {L"Top", number(20)},
+                                     {L"Width", number(30)},
+                                     {L"Height", number(40)},
+                                     {L"Rotation", number(0)},
+                                     {L"ZOrderPosition", number(4)},
+                                     {L"Visible", kept(visible)}}),
+               any},
+              {own, 256});
+  const auto show = [&shape](std::string_view path) {
+    const auto format = shape.LinkFormat();
+    format->SourceFullName(path);
+    format->Update();
+  };
+  show("");
+  EXPECT_TRUE(steps.empty()) << "its own is shown already";
+  show("C:\\live1.png");
+  EXPECT_EQ(steps,
+            (std::vector<std::string>{"added C:\\live1.png at 10 20", "backward", "backward", "rotated"}));
+  EXPECT_EQ(visible, "0");
+  steps.clear();
+  show("C:\\live2.png");
+  EXPECT_EQ(shape.LinkFormat()->SourceFullName(), "C:\\live2.png");
+  EXPECT_EQ(steps, std::vector<std::string>{"update"}) << "the same one goes on";
+  show("");
+  EXPECT_TRUE(isDeleted);
+  EXPECT_EQ(visible, "-1");
+  EXPECT_EQ(shape.LinkFormat()->SourceFullName(), "");
 }
 
 TEST(Table, PutsTheAuthorsTextsBackAndSparesMergedPlaces) {

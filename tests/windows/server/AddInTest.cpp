@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "addin/support/modErrors.h"
 #include "addin/support/modVersionSpecific.h"
 #include "fakes/FakeServices.h"
 #include "windows/com/Object.h"
@@ -35,12 +36,15 @@ struct Apartment {
 };
 
 struct FakeSurroundings final : Surroundings {
-  host::Services services() override { return host::Current(); }
+  explicit FakeSurroundings(const host::Services& services) : machine(services) {}
+  host::Services services() override { return machine; }
+  host::Services machine;
 };
 
 struct AddInServer : testing::Test {
   Apartment apartment;
   fakes::Machine machine;
+  const host::Services services = host::Current();
   const long before = com::liveObjects;
   EventSource* events = nullptr;
   int saves = 0;
@@ -51,22 +55,28 @@ struct AddInServer : testing::Test {
   AddInServer() {
     machine.settings.info["Debug"] = "True";
     machine.settings.info["HideUserInterface"] = "1";
-    const auto factory =
-        com::Ptr<ClassFactory>::taking(new ClassFactory([] { return std::make_unique<FakeSurroundings>(); }));
-    DWORD cookie = 0;
-    EXPECT_EQ(CoRegisterClassObject(CLSID_Connect, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                                    &cookie),
-              S_OK);
-    EXPECT_EQ(CoCreateInstance(CLSID_Connect, nullptr, CLSCTX_INPROC_SERVER, IID_IDTExtensibility2,
-                               reinterpret_cast<void**>(addIn.out())),
-              S_OK);
-    CoRevokeClassObject(cookie);
+    addIn = create();
   }
   ~AddInServer() override {
     addIn = {};
     EXPECT_EQ(com::liveObjects, before) << "somebody still holds an object";
   }
 
+  /// As a program that knows the class creates it.
+  com::Ptr<IDTExtensibility2> create() const {
+    const auto factory = com::Ptr<ClassFactory>::taking(
+        new ClassFactory([this] { return std::make_unique<FakeSurroundings>(services); }));
+    com::Ptr<IDTExtensibility2> created;
+    DWORD cookie = 0;
+    EXPECT_EQ(CoRegisterClassObject(CLSID_Connect, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                                    &cookie),
+              S_OK);
+    EXPECT_EQ(CoCreateInstance(CLSID_Connect, nullptr, CLSCTX_INPROC_SERVER, IID_IDTExtensibility2,
+                               reinterpret_cast<void**>(created.out())),
+              S_OK);
+    CoRevokeClassObject(cookie);
+    return created;
+  }
   com::Ptr<IDispatch> host(const char* version = "9.0.2716") {
     auto* application = new ScriptedObject(
         {{L"Version", [version](const auto&) { return Variant(version); }},
@@ -176,6 +186,18 @@ TEST_F(AddInServer, AHostThatAnswersNothingLeavesItInert) {
   EXPECT_EQ(connect(ScriptedObject::make({})), S_OK);
   EXPECT_EQ(addIn->OnConnection(nullptr, 1, nullptr, nullptr), S_OK);
   EXPECT_EQ(disconnect(), S_OK);
+}
+
+TEST_F(AddInServer, BeginsAfreshWheneverItIsLoaded) {
+  const auto application = host();
+  connect(application);
+  LF2000::modErrors::SlideShowRunning = true;  // it is let go in a running show
+  disconnect();
+  addIn = {};
+  addIn = create();
+  connect(application);
+  EXPECT_FALSE(LF2000::modErrors::SlideShowRunning);
+  disconnect();
 }
 
 TEST_F(AddInServer, IsLetGoWhileAHandlerWaits) {
