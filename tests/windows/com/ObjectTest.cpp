@@ -85,6 +85,11 @@ basic::Error failing(HRESULT result, EXCEPINFO said = {}) {
   return {0, "", "no error"};
 }
 
+HRESULT STDMETHODCALLTYPE fillInLate(EXCEPINFO* info) {
+  info->bstrDescription = Bstr("filled in late").release();
+  return S_OK;
+}
+
 TEST(Object, FailuresHaveTheNumbersOfTheHostLanguage) {
   EXPECT_EQ(failing(E_OUTOFMEMORY).number, 7);
   EXPECT_EQ(failing(DISP_E_TYPEMISMATCH).number, 13);
@@ -107,10 +112,7 @@ TEST(Object, FailuresHaveTheNumbersOfTheHostLanguage) {
 
   EXCEPINFO late{};
   late.wCode = 1004;
-  late.pfnDeferredFillIn = [](EXCEPINFO* info) -> HRESULT {
-    info->bstrDescription = Bstr("filled in late").release();
-    return S_OK;
-  };
+  late.pfnDeferredFillIn = fillInLate;
   EXPECT_EQ(failing(DISP_E_EXCEPTION, late).number, 1004);
   EXPECT_EQ(failing(DISP_E_EXCEPTION, late).description, "filled in late");
 }
