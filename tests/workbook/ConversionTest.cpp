@@ -58,8 +58,12 @@ class TemporaryFiles {
   ~TemporaryFiles() { ::unsetenv("TMPDIR"); }
   TemporaryFiles(const TemporaryFiles&) = delete;
   TemporaryFiles& operator=(const TemporaryFiles&) = delete;
+  /// But for the converter's profile, which serves all conversions.
   [[nodiscard]] std::ptrdiff_t count() const {
-    return std::distance(fs::recursive_directory_iterator(folder_.path()), {});
+    const fs::recursive_directory_iterator all(folder_.path());
+    return std::count_if(begin(all), end(all), [](const fs::directory_entry& entry) {
+      return entry.path().string().find("/profile") == std::string::npos;
+    });
   }
 
  private:
