@@ -2,31 +2,11 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
 #include "windows/com/WindowsApi.h"
 
 namespace windows::com {
-
-/// A call from outside that is under way in this module: an entry point, an event, a timer. They may lie on
-/// one another, as handlers wait by letting others run.
-class Entrance {
- public:
-  Entrance() { ++depth_; }
-  Entrance(const Entrance&) = delete;
-  Entrance& operator=(const Entrance&) = delete;
-  ~Entrance() {
-    if (--depth_ == 0 && afterwards_) std::exchange(afterwards_, {})();
-  }
-
-  /// How many lie on one another now.
-  [[nodiscard]] static int depth() { return depth_; }
-  /// Has something done when the outermost call ends; it must not throw.
-  static void afterwards(std::function<void()> action) { afterwards_ = std::move(action); }
-
- private:
-  static inline int depth_ = 0;
-  static inline std::function<void()> afterwards_;
-};
 
 /// Lets no exception out. Success is all that the caller hears.
 template <typename Body>
@@ -37,6 +17,29 @@ HRESULT contained(Body&& body) noexcept {
   }
   return S_OK;
 }
+
+/// A call from outside that is under way in this module: an entry point, an event, a timer. They may lie on
+/// one another, as handlers wait by letting others run.
+class Entrance {
+ public:
+  Entrance() { ++depth_; }
+  Entrance(const Entrance&) = delete;
+  Entrance& operator=(const Entrance&) = delete;
+  ~Entrance() {
+    if (--depth_ > 0) return;
+    for (const auto& action : std::exchange(afterwards_, {})) contained(action);
+  }
+
+  /// How many lie on one another now.
+  [[nodiscard]] static int depth() { return depth_; }
+  /// Has something done when the outermost call ends, in the order in which it was asked for. It must not
+  /// throw.
+  static void afterwards(std::function<void()> action) { afterwards_.push_back(std::move(action)); }
+
+ private:
+  static inline int depth_ = 0;
+  static inline std::vector<std::function<void()>> afterwards_;
+};
 
 /// Does what a call from outside asks for.
 template <typename Body>

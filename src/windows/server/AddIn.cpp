@@ -95,10 +95,16 @@ void AddIn::prepare() {
 HRESULT AddIn::OnConnection(IDispatch* application, ExtConnectMode mode, IDispatch* addInInst, SAFEARRAY**) {
   return guarded([&] {
     prepare();
-    connect_.OnConnection(
-        std::make_shared<automation::Application>(com::Ptr<IDispatch>::sharing(application), note),
-        static_cast<AddInDesigner::ConnectMode>(mode),
-        std::make_shared<automation::AddIn>(com::Ptr<IDispatch>::sharing(addInInst)));
+    const auto connect = [self = com::Ptr<AddIn>::sharing(this), mode,
+                          program = com::Ptr<IDispatch>::sharing(application),
+                          entry = com::Ptr<IDispatch>::sharing(addInInst)] {
+      self->connect_.OnConnection(std::make_shared<automation::Application>(program, note),
+                                  static_cast<AddInDesigner::ConnectMode>(mode),
+                                  std::make_shared<automation::AddIn>(entry));
+    };
+    // What it was loaded for before has not ended yet.
+    if (surroundings_->loop().isLeaving()) return com::Entrance::afterwards(connect);
+    connect();
   });
 }
 

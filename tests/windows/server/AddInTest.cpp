@@ -214,8 +214,15 @@ TEST_F(AddInServer, IsLetGoWhileAHandlerWaits) {
   EXPECT_TRUE(saved.empty()) << "what would have followed is left out";
   EXPECT_FALSE(machine.loop.HasTimers());
 
-  machine.loop.onDoEvents = {};
+  machine.loop.onDoEvents = [&] {
+    connect(application);
+    disconnect();
+    connect(application);
+  };
   connect(application);
+  events->raise(PresentationOpen, self());
+  EXPECT_EQ(events->sinks(), 1U) << "loaded again in the same wait";
+  machine.loop.onDoEvents = {};
   events->raise(PresentationOpen, self());
   EXPECT_EQ(saved, std::vector<bool>{true}) << "and the next time it is as before";
   disconnect();
