@@ -27,7 +27,7 @@ tests=(
 # The add-in for Windows is built by a compiler for it, and tried under Wine.
 windows=(
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine:wine wine64 nsis:makensis fp-utils:chmcmd
-  xvfb:Xvfb imagemagick:import
+  xvfb:Xvfb xauth imagemagick:import
 )
 
 root=$(cd "$(dirname "$0")/.." && pwd)

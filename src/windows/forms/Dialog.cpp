@@ -26,6 +26,11 @@ constexpr int FirstId = 100;
 constexpr UINT DrawMessage = WM_APP;
 constexpr UINT ResolutionMessage = 0x02E0;  // WM_DPICHANGED, of Windows 8.1
 
+BOOL CALLBACK setFont(HWND window, LPARAM font) {
+  ::SendMessageW(window, WM_SETFONT, static_cast<WPARAM>(font), TRUE);
+  return TRUE;
+}
+
 }  // namespace
 
 Dialog::Dialog(std::shared_ptr<Forms::Form> form, std::function<void(Forms::Result)> closed)
@@ -336,13 +341,7 @@ INT_PTR Dialog::colour(HDC context, HWND window) const {
 
 void Dialog::useResolution(unsigned dpi, const RECT& place) {
   const auto former = std::exchange(metrics_, std::make_unique<Metrics>(dpi));
-  ::EnumChildWindows(
-      window_,
-      [](HWND child, LPARAM font) -> BOOL {
-        ::SendMessageW(child, WM_SETFONT, static_cast<WPARAM>(font), TRUE);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(metrics_->font()));
+  ::EnumChildWindows(window_, &setFont, reinterpret_cast<LPARAM>(metrics_->font()));
   ::SetWindowPos(window_, nullptr, place.left, place.top, 0, 0, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE);
   arrangeAll();
 }

@@ -2,19 +2,26 @@
 
 namespace windows::forms {
 
+namespace {
+
+struct Search {
+  HWND dialog;
+  std::vector<HWND>* found;
+};
+
+BOOL CALLBACK look(HWND window, LPARAM parameter) {
+  const auto& search = *reinterpret_cast<Search*>(parameter);
+  if (window != search.dialog && ::IsWindowVisible(window) && ::IsWindowEnabled(window)) {
+    search.found->push_back(window);
+  }
+  return TRUE;
+}
+
+}  // namespace
+
 Modality::Modality(HWND dialog) {
-  struct Search {
-    HWND dialog;
-    std::vector<HWND>* found;
-  } search{dialog, &disabled_};
-  const auto look = [](HWND window, LPARAM parameter) -> BOOL {
-    const auto& wanted = *reinterpret_cast<Search*>(parameter);
-    if (window != wanted.dialog && ::IsWindowVisible(window) && ::IsWindowEnabled(window)) {
-      wanted.found->push_back(window);
-    }
-    return TRUE;
-  };
-  ::EnumThreadWindows(::GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+  Search search{dialog, &disabled_};
+  ::EnumThreadWindows(::GetCurrentThreadId(), &look, reinterpret_cast<LPARAM>(&search));
   for (const HWND each : disabled_) ::EnableWindow(each, FALSE);
 }
 

@@ -6,6 +6,16 @@
 
 namespace windows::test {
 
+namespace {
+
+BOOL CALLBACK lookForDialog(HWND window, LPARAM found) {
+  if (classOf(window) != L"#32770" || !::IsWindowVisible(window) || !::IsWindowEnabled(window)) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+}  // namespace
+
 Screen::Screen() {
   host = ::CreateWindowExW(0, L"STATIC", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 60, 40, 1100, 900,
                            nullptr, nullptr, nullptr, nullptr);
@@ -15,22 +25,9 @@ Screen::Screen() {
 Screen::~Screen() { ::DestroyWindow(host); }
 
 HWND Screen::top() const {
-  struct Search {
-    HWND host;
-    HWND found;
-  } search{host, nullptr};
-  ::EnumThreadWindows(
-      ::GetCurrentThreadId(),
-      [](HWND window, LPARAM parameter) -> BOOL {
-        auto& wanted = *reinterpret_cast<Search*>(parameter);
-        const bool isDialog =
-            classOf(window) == L"#32770" && ::IsWindowVisible(window) && ::IsWindowEnabled(window);
-        if (!isDialog) return TRUE;
-        wanted.found = window;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  HWND found = nullptr;
+  ::EnumThreadWindows(::GetCurrentThreadId(), &lookForDialog, reinterpret_cast<LPARAM>(&found));
+  return found;
 }
 
 void Screen::settle() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "windows/com/Text.h"
@@ -8,23 +7,24 @@
 
 namespace windows::test {
 
+struct TitleSearch {
+  std::wstring title;
+  HWND found;
+};
+
+inline BOOL CALLBACK lookForTitle(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<TitleSearch*>(parameter);
+  wchar_t text[256] = {};
+  ::GetWindowTextW(window, text, 256);
+  if (!::IsWindowVisible(window) || search.title != text) return TRUE;
+  search.found = window;
+  return FALSE;
+}
+
 /// The visible dialog of this thread with that title; null without one.
 inline HWND dialogCalled(const std::string& title) {
-  struct Search {
-    std::wstring title;
-    HWND found;
-  } search{com::wide(title), nullptr};
-  ::EnumThreadWindows(
-      ::GetCurrentThreadId(),
-      [](HWND window, LPARAM parameter) -> BOOL {
-        auto& wanted = *reinterpret_cast<Search*>(parameter);
-        wchar_t text[256] = {};
-        ::GetWindowTextW(window, text, 256);
-        if (!::IsWindowVisible(window) || wanted.title != text) return TRUE;
-        wanted.found = window;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&search));
+  TitleSearch search{com::wide(title), nullptr};
+  ::EnumThreadWindows(::GetCurrentThreadId(), &lookForTitle, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
 
