@@ -5,13 +5,14 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "addin/support/modVersionSpecific.h"
 #include "basic/Locale.h"
+#include "fakes/Passage.h"
 
 namespace fakes {
 
 Machine::Machine() {
   services_ = {&clock, &loop,  &files,    &module, &settings, &messageBox,
-               &meter, &shell, &registry, &ado,    nullptr};
-  host::Use(services_);
+               &meter, &shell, &registry, nullptr, nullptr};
+  UseAdo(&ado);
   LF2000::modDebug::Reset();
   LF2000::modErrors::Reset();
   LF2000::modGlobalFunctions::Reset();
@@ -22,12 +23,12 @@ Machine::Machine() {
 Machine::~Machine() { host::Use({}); }
 
 void Machine::UseAdo(ADODB::Factory* factory) {
-  services_.ado = factory;
+  services_.ado = handed(factory);
   host::Use(services_);
 }
 
 void Machine::UseExcel(Excel::Factory* factory) {
-  services_.excel = factory;
+  services_.excel = handed(factory);
   host::Use(services_);
 }
 

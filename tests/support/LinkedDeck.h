@@ -9,6 +9,7 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
+#include "fakes/Passage.h"
 #include "model/clsPresentation.h"
 
 namespace LF2000 {
@@ -20,8 +21,8 @@ struct LinkedDeck : testing::Test {
     deck->tags->items = {{"CORVANE VERSION", "1"},
                          {"CORVANE DISPLAYTYPE", "1"},
                          {"CORVANE CONNECTION001", "0\tToday\ttoday.txt\t-1\t"}};
-    presentation->ActivePresentation(deck);
-    modGlobalFunctions::HostApplication = application;
+    presentation->ActivePresentation(handed(deck));
+    modGlobalFunctions::HostApplication = handed(application);
   }
 
   std::shared_ptr<fakes::Shape> Add(const std::string& name, double left = 0, double top = 0) {

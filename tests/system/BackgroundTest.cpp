@@ -6,6 +6,7 @@
 #include "fakes/FakeDatabase.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/JobMachine.h"
+#include "fakes/Passage.h"
 #include "model/clsPresentation.h"
 #include "model/modCommandState.h"
 #include "runtime/clsRuntime.h"
@@ -43,7 +44,7 @@ struct BackgroundTest : testing::Test {
     return shape;
   }
   void Load() {
-    presentation->ActivePresentation(host);
+    presentation->ActivePresentation(handed(host));
     machine.RunJobs();
   }
   Texts Shown() const {
@@ -107,7 +108,7 @@ TEST_F(BackgroundTest, WhatItsReaderCouldNotReadAShowAsksForItself) {
 TEST_F(BackgroundTest, LoadingOpensNothingInTheHandlerAndFilesFirst) {
   fakes::Shape& clock = slide.AddClock("hh:nn");
   host->saved = true;
-  presentation->ActivePresentation(host);
+  presentation->ActivePresentation(handed(host));
   EXPECT_EQ(Shown(), (Texts{"author's", "author's", "12:00"}));
   EXPECT_TRUE(database.log.empty());
   EXPECT_EQ(machine.files.opens, 0);
@@ -161,7 +162,7 @@ TEST_F(BackgroundTest, AnOpeningThatIsCancelledIsNotedAndNotReported) {
     if (machine.loop.Now() == 3000) presentation->ReadingJob(Connection("001"))->Cancel();
   };
   host::JobEnd heard;
-  presentation->ActivePresentation(host);
+  presentation->ActivePresentation(handed(host));
   presentation->OpenInBackground(presentation->FindConnection("001"),
                                  [&](const host::JobEnd& end) { heard = end; });
   EXPECT_EQ(machine.jobs.current().size(), 2U) << "in place of the one that waited";
@@ -286,14 +287,14 @@ TEST_F(BackgroundTest, TagsThatHaveChangedAreTakenUp) {
 TEST_F(BackgroundTest, AnotherVersionTakesOverWhatIsDescribedAlike) {
   const auto application = std::make_shared<fakes::Application>();
   Application system;
-  system.InitHandler(application, "LF2000.Connect");
+  system.InitHandler(handed(application), "LF2000.Connect");
   application->sink->PresentationOpen(host);
   machine.RunJobs();
-  system.Find(host)->DisplayType(3);
-  const auto stock = system.Find(host)->FindConnection("001");
+  system.Find(handed(host))->DisplayType(3);
+  const auto stock = system.Find(handed(host))->FindConnection("001");
   const std::size_t asked = database.log.size();
   const int opens = machine.files.opens;
-  system.Find(host)->OpenInBackground(system.Find(host)->FindConnection("002"));
+  system.Find(handed(host))->OpenInBackground(system.Find(handed(host))->FindConnection("002"));
 
   const auto newer = std::make_shared<fakes::Presentation>();
   newer->tags->items = host->tags->items;
@@ -301,14 +302,14 @@ TEST_F(BackgroundTest, AnotherVersionTakesOverWhatIsDescribedAlike) {
   fakes::Shape& shape = newer->Add().AddField("stock", 1);
   application->sink->PresentationOpen(newer);
   EXPECT_EQ(shape.text, "Price") << "at once, as the author looked at it before";
-  EXPECT_EQ(system.Find(newer)->FindConnection("001"), stock);
+  EXPECT_EQ(system.Find(handed(newer))->FindConnection("001"), stock);
   application->sink->PresentationClose(host);
   EXPECT_EQ(machine.Captions(), (Texts{"Opening connection Prices", "Opening connection More"}))
       << "what was still to be opened is opened for the newer one";
   machine.RunJobs();
   EXPECT_EQ(database.log.size(), asked);
   EXPECT_EQ(machine.files.opens, opens + 2);
-  system.Find(newer)->RequeryInBackground(false);
+  system.Find(handed(newer))->RequeryInBackground(false);
   EXPECT_EQ(machine.RunJobs(), 0);
   // A host without jobs loads each version by itself.
   machine.UseJobs(nullptr);

@@ -9,6 +9,7 @@
 #include "fakes/FakeFormView.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
+#include "fakes/Passage.h"
 #include "model/modLinkClipboard.h"
 #include "model/modPropertyPages.h"
 
@@ -45,7 +46,8 @@ struct CommandsTest : testing::Test {
     slide.Add("twin");
   }
   void Load() {
-    connect.OnConnection(host, AddInDesigner::ConnectMode::Startup, std::make_shared<fakes::AddIn>());
+    connect.OnConnection(handed(host), AddInDesigner::ConnectMode::Startup,
+                         handed(std::make_shared<fakes::AddIn>()));
     host->sink->PresentationOpen(deck);
   }
   fakes::Shape& Named(const std::string& name) {
@@ -237,11 +239,11 @@ TEST_F(CommandsTest, AreEnabledByWhatIsSelected) {
   bars->press("cbrCopyLink");
   EXPECT_EQ(Reason("cbrPasteLink"), "") << "after each click as well";
 
-  connect.Application()->Find(deck)->FindConnection("001")->CloseRecordset();
+  connect.Application()->Find(handed(deck))->FindConnection("001")->CloseRecordset();
   Select({"price", "second"});
   EXPECT_EQ(Reason("cbrFillWithRows"), "No data have been read yet.");
-  connect.Application()->Find(deck)->Connections().clear();
-  connect.Application()->Find(deck)->SetConnectionTags();
+  connect.Application()->Find(handed(deck))->Connections().clear();
+  connect.Application()->Find(handed(deck))->SetConnectionTags();
   EXPECT_EQ(Reason("cbrRefresh"), "Connect data first.");
   EXPECT_EQ(Reason("cbrLinkByNames"), "Connect data first.");
   deck->slides.clear();
@@ -293,9 +295,9 @@ TEST_F(CommandsTest, DisplayTypeIsPressedAndChosenTogether) {
   bars->choose("cmbDisplayType", 3);
   EXPECT_EQ(pressed(), "cbrDisplayColumn");
   EXPECT_EQ(Named("price").text, "Price");
-  EXPECT_EQ(connect.Application()->Find(deck)->DisplayType(), 3);
+  EXPECT_EQ(connect.Application()->Find(handed(deck))->DisplayType(), 3);
   // A type that there is not presses nothing.
-  connect.Application()->Find(deck)->DisplayType(99);
+  connect.Application()->Find(handed(deck))->DisplayType(99);
   EXPECT_EQ(pressed(), "");
   EXPECT_EQ(list->ListIndex(), 0);
 }

@@ -265,8 +265,8 @@ TEST_F(DrivenShapesTest, ASlideThatRefreshesItsLinksHasEveryLinkedFileWatched) {
     slide.tags->Add("CORVANE SLIDE PROPERTIES", properties);
     slide.AddLinked("/srv/logo.png", PowerPoint::ShapeType::LinkedPicture);
     clsRuntime each;
-    each.ActivePresentation(deck);
-    each.StartTimers(window);
+    each.ActivePresentation(handed(deck));
+    each.StartTimers(handed(window));
     machine.files.Write("/srv/logo.png", "");
     machine.loop.Advance(2500);
   }

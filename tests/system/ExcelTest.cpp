@@ -8,6 +8,7 @@
 #include "fakes/FakeExcel.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
+#include "fakes/Passage.h"
 
 namespace LF2000 {
 namespace {
@@ -161,8 +162,8 @@ TEST_F(ExcelTest, TheSystemKeepsOneExcelAndQuitsItUnlessItIsVisible) {
     excel.quits = 0;
     excel.created = 0;
     Connect connect;
-    connect.OnConnection(std::make_shared<fakes::Application>(), AddInDesigner::ConnectMode::Startup,
-                         std::make_shared<fakes::AddIn>());
+    connect.OnConnection(handed(std::make_shared<fakes::Application>()), AddInDesigner::ConnectMode::Startup,
+                         handed(std::make_shared<fakes::AddIn>()));
     Open();
     Open();
     EXPECT_EQ(excel.created, 2);  // one to look, one to keep

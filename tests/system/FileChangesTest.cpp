@@ -42,8 +42,8 @@ TEST_F(FileChangesTest, AChangeIsOnTheSlideSoon) {
     fakes::Slide& last = deck->Add();
     last.AddField("far", 1, "002");
     clsRuntime each;
-    each.ActivePresentation(deck);
-    each.StartTimers(window);
+    each.ActivePresentation(handed(deck));
+    each.StartTimers(handed(window));
     EXPECT_EQ(watcher.watched, std::set<std::string>{Prices});
     for (const char* price : {"4", "5", "3"}) {
       machine.loop.Advance(200);
@@ -52,7 +52,7 @@ TEST_F(FileChangesTest, AChangeIsOnTheSlideSoon) {
       EXPECT_EQ(shape.text, price) << "scrolling " << scrolls;
     }
     window->position = 3;
-    each.SlideShowNextSlide(window);
+    each.SlideShowNextSlide(handed(window));
     EXPECT_TRUE(watcher.watched.contains("/decks/far.txt"));
     window->position = 4;  // the end of the show
     machine.loop.Advance(3000);

@@ -7,6 +7,7 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
+#include "fakes/Passage.h"
 #include "model/clsPresentation.h"
 #include "model/modClockFormat.h"
 #include "model/modOfflineLinks.h"
@@ -35,10 +36,11 @@ struct OfflineTest : testing::Test {
                          {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"},
                          {"CORVANE DISPLAYTYPE", "3"},
                          {"MINE", "stays"}};
-    connect.OnConnection(host, AddInDesigner::ConnectMode::Startup, std::make_shared<fakes::AddIn>());
+    connect.OnConnection(handed(host), AddInDesigner::ConnectMode::Startup,
+                         handed(std::make_shared<fakes::AddIn>()));
   }
   bool Create(const modOfflineCopy::Options& options = {}) {
-    linked.ActivePresentation(deck);
+    linked.ActivePresentation(handed(deck));
     machine.messageBox.shown.clear();
     const bool done = linked.CreateOfflinePPT(Copy, options);
     EXPECT_FALSE(modGlobalFunctions::OfflineGenerationActive);

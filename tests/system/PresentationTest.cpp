@@ -5,6 +5,7 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
+#include "fakes/Passage.h"
 #include "model/clsPresentation.h"
 #include "model/modTags.h"
 
@@ -45,7 +46,7 @@ TEST_F(PresentationTest, FillsByDisplayType) {
     fakes::Slide& slide = host->Add();
     fakes::Shape& field = AddField(slide, "p", "Price", 1);
     fakes::Shape& clock = slide.AddClock("hh:nn");
-    presentation.ActivePresentation(host);
+    presentation.ActivePresentation(handed(host));
     EXPECT_EQ(field.text, c.field) << c.type;
     EXPECT_EQ(clock.text, c.clock) << c.type;
     EXPECT_EQ(modGlobalFunctions::CurrentDisplayType, c.type);
@@ -59,7 +60,7 @@ TEST_F(PresentationTest, ClocksThatShowAnotherTextAreWritten) {
   fakes::Shape& minutes = slide.AddClock("hh:nn");
   fakes::Shape& seconds = slide.AddClock("hh:nn:ss");
   slide.AddClock("hh:nn").hasTextFrame = false;
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   const int before = minutes.writes;
   machine.messageBox.shown.clear();
   machine.loop.Pass(5000);
@@ -84,7 +85,7 @@ TEST_F(PresentationTest, LeavesAloneWhatItCannotFill) {
   type5.tags->items[0].second = "5";
   fakes::Shape& graph = AddField(slide, "graph", "Price", 1);
   graph.tags->items[0].second = "4";
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_EQ(unchanged.writes, 0);
   EXPECT_EQ(unknown.text, "sample");
   EXPECT_EQ(empty.text, "[Empty]");
@@ -100,7 +101,7 @@ TEST_F(PresentationTest, WithoutTheVersionTagNothingIsLoaded) {
   fakes::Shape& field = AddField(slide, "p", "Price", 1);
   fakes::Shape& clock = slide.AddClock("hh:nn");
   clock.text = "sample";
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_TRUE(presentation.Connections().empty());
   EXPECT_EQ(presentation.DisplayType(), 0);
   // Nor is it filled or blanked, whatever is asked.
@@ -115,14 +116,14 @@ TEST_F(PresentationTest, WithoutTheVersionTagNothingIsLoaded) {
 
 TEST_F(PresentationTest, AnotherPresentationStartsAfresh) {
   Link(4);
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   presentation.SetDistributionListTags(basic::DateFrom(2026, 1, 2), basic::DateFrom(2026, 3, 4), {"GATE1"});
   const auto other = std::make_shared<fakes::Presentation>();
-  presentation.ActivePresentation(other);
+  presentation.ActivePresentation(handed(other));
   EXPECT_EQ(presentation.DisplayType(), 0);
   EXPECT_EQ(modGlobalFunctions::CurrentDisplayType, 4) << "what is not linked changes no display";
   other->tags->Add("CORVANE VERSION", "1");
-  presentation.ActivePresentation(other);
+  presentation.ActivePresentation(handed(other));
   EXPECT_EQ(modGlobalFunctions::CurrentDisplayType, 0);
   EXPECT_TRUE(presentation.DistributionList().empty());
   EXPECT_EQ(presentation.DistributionStart(), basic::Date{});
@@ -144,7 +145,7 @@ TEST_F(PresentationTest, AShapeThatScrollsByItsNameIsBlankBeyondTheData) {
       {AddField(slide, "Title", "Item", 9), Marker},
       {AddField(broken, "7", "Item", 9), Marker},
   };
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_EQ(first.text, "Milk");
   for (const auto& [shape, text] : beyond) EXPECT_EQ(shape.text, text) << shape.name;
 }
@@ -152,16 +153,16 @@ TEST_F(PresentationTest, AShapeThatScrollsByItsNameIsBlankBeyondTheData) {
 TEST_F(PresentationTest, TheMeterCountsSlidesAndConnections) {
   Link();
   host->Add();
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_TRUE(machine.meter.log.empty());
   host->tags->Add("CORVANE CONNECTION002", "0\tMore\tprices.txt\t-1\t");
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   ASSERT_FALSE(machine.meter.log.empty());
   EXPECT_EQ(machine.meter.log.front(), "show Opening presentation 3") << "one slide, two connections";
   Link();
   machine.meter.log.clear();
   host->Add();
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_EQ(machine.meter.log,
             (std::vector<std::string>{"show Opening presentation 3", "Opening connection Prices", "step",
                                       "\r\nPopulating slide 1", "step", "\r\nPopulating slide 2", "step",
@@ -175,7 +176,7 @@ TEST_F(PresentationTest, ALoadThatFailsStopsButLosesNothing) {
   fakes::Slide& slide = host->Add();
   fakes::Shape& field = AddField(slide, "p", "Price", 1);
   fakes::Shape& later = AddField(slide, "q", "Price", 1, "003");
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   ASSERT_EQ(machine.messageBox.shown.size(), 1U);
   EXPECT_EQ(machine.messageBox.shown[0].text,
             "Error while opening presentation. \r\nError while opening file Gone. \r\nFile not found: "
@@ -198,7 +199,7 @@ TEST_F(PresentationTest, SavingBlanksLinkedTextsOnly) {
   plain.text = "Menu";
   fakes::Shape& picture = AddField(slide, "picture", "Price", 1);
   picture.hasTextFrame = false;
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   presentation.PrepareSave();
   EXPECT_EQ(field.text, " ");
   EXPECT_EQ(plain.text, "Menu");
@@ -215,7 +216,7 @@ TEST_F(PresentationTest, AShapeWhoseSourceFailsShowsAfterASaveWhatItShowedBefore
   fakes::Slide& slide = host->Add();
   fakes::Shape& field = AddField(slide, "p", "Price", 1);
   fakes::Shape& other = AddField(host->Add(), "p", "Item", 1);
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   constexpr int EveryAttempt = 4;
   machine.files.files["/decks/prices.txt"].lockedAttempts = EveryAttempt;
   EXPECT_THROW(presentation.Connections()[0]->Requery(true), basic::Error);
@@ -238,7 +239,7 @@ TEST_F(PresentationTest, AShapeThatTakesNoTextKeepsNoOtherFromBeingFilledOrBlank
   slide.AddClock("hh:nn").hasTextFrame = false;
   slide.AddChart("chart").fails = true;
   fakes::Shape& field = AddField(slide, "p", "Price", 1);
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_EQ(field.text, "3");
   ASSERT_EQ(machine.messageBox.shown.size(), 2U);
   EXPECT_EQ(machine.messageBox.shown[0].text,
@@ -254,7 +255,7 @@ TEST_F(PresentationTest, ChartsTakeAllRowsWhileValuesAreOnDisplay) {
   fakes::Chart& chart = slide.AddChart("chart");
   fakes::Chart& unknown = slide.AddChart("unknown", "002");
   broken.fails = true;
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_EQ(chart.fills, 0);
   presentation.DisplayType(1);
   presentation.FillValues(false);
@@ -295,7 +296,7 @@ TEST_F(PresentationTest, ConnectionNumbersFollowTheLargest) {
 TEST_F(PresentationTest, QuestionsReportWhatKeepsThemFromAnAnswer) {
   Link();
   fakes::Slide& slide = host->Add();
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   host->tags->failOnRead = true;
   slide.isDeleted = true;
   EXPECT_EQ(presentation.LumenfoldVersion(), "");
@@ -310,7 +311,7 @@ TEST_F(PresentationTest, RemovingAConnectionUnlinksItsShapes) {
   fakes::Slide& slide = host->Add();
   fakes::Shape& kept = AddField(slide, "kept", "Price", 1, "001");
   fakes::Shape& orphan = AddField(slide, "orphan", "Price", 1, "002");
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   EXPECT_TRUE(presentation.SlideHasConnections(slide));
   presentation.SetConnectionTags();
   EXPECT_EQ(kept.tags->Count(), 4);
@@ -324,7 +325,7 @@ TEST_F(PresentationTest, RemovingAConnectionUnlinksItsShapes) {
 TEST_F(PresentationTest, WritersAndRemoversTouchTheirOwnTags) {
   host->tags->Add("OTHER", "kept");
   fakes::Slide& slide = host->Add();
-  presentation.ActivePresentation(host);
+  presentation.ActivePresentation(handed(host));
   clsSlide properties;
   properties.HideWhenNoData(true);
   properties.AddScrollInfo("2", "True\t1\t500");
@@ -340,7 +341,7 @@ TEST_F(PresentationTest, WritersAndRemoversTouchTheirOwnTags) {
   EXPECT_EQ((*host->tags)["CORVANE DISTRIBUTION START"], "2026-01-02 03:04:05");
   EXPECT_EQ((*host->tags)["CORVANE DISTRIBUTION COMPUTER"], "GATE1\tGATE2\t");
   clsPresentation reread;
-  reread.ActivePresentation(host);
+  reread.ActivePresentation(handed(host));
   EXPECT_EQ(reread.DistributionList(), (std::vector<std::string>{"GATE1", "GATE2"}));
   EXPECT_EQ(reread.DistributionStart(), basic::DateFrom(2026, 1, 2, 3, 4, 5));
   reread.SetDistributionListTags({}, {}, {});

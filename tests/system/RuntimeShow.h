@@ -9,6 +9,7 @@
 #include "addin/support/modErrors.h"
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
+#include "fakes/Passage.h"
 #include "runtime/clsRuntime.h"
 
 namespace LF2000 {
@@ -28,12 +29,12 @@ struct RuntimeShow : testing::Test {
     modErrors::SlideShowRunning = true;
   }
   void Start() {
-    runtime.ActivePresentation(deck);
-    runtime.StartTimers(window);
+    runtime.ActivePresentation(handed(deck));
+    runtime.StartTimers(handed(window));
   }
   void GoTo(std::int32_t slide) {
     window->position = slide;
-    runtime.SlideShowNextSlide(window);
+    runtime.SlideShowNextSlide(handed(window));
   }
   const std::string& ErrorLog() { return machine.files.files["/addin/errors.txt"].content; }
   std::size_t LoggedErrors() {

@@ -61,8 +61,8 @@ TEST_F(RuntimeTimersTest, TimersArePacedByWhatTheDeckHolds) {
     if (c.scroll) slide.tags->Add("CORVANE SCROLLSTEP1", c.scroll);
     window = std::make_shared<fakes::Window>(deck);
     clsRuntime each;
-    each.ActivePresentation(deck);
-    each.StartTimers(window);
+    each.ActivePresentation(handed(deck));
+    each.StartTimers(handed(window));
     ASSERT_NE(each.Form(), nullptr);
     EXPECT_EQ(each.Form()->tmrData().Interval(), c.data);
     EXPECT_EQ(each.Form()->tmrConnections().Enabled(), c.connectionsEnabled);
@@ -98,8 +98,8 @@ TEST_F(RuntimeTimersTest, ADatabaseIsRequeriedAtItsRate) {
         slide.AddField("p", 1);
         window = std::make_shared<fakes::Window>(deck);
         clsRuntime each;
-        each.ActivePresentation(deck);
-        each.StartTimers(window);
+        each.ActivePresentation(handed(deck));
+        each.StartTimers(handed(window));
         machine.loop.Advance(60'000);
         const auto reloads = std::count(database.log.begin(), database.log.end(), "requery -1");
         EXPECT_GE(reloads, fewest) << rate << " ms from second " << start << ", scrolling " << scrolls;

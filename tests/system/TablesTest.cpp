@@ -40,7 +40,7 @@ TEST_F(TablesTest, ColumnsGoByTheHeaderOrElseByPosition) {
     table.hasHeader = c.hasHeader;
     table.hasTotal = c.hasTotal;
     clsPresentation presentation;
-    presentation.ActivePresentation(deck);
+    presentation.ActivePresentation(handed(deck));
     EXPECT_EQ(table.Cells(), c.filled);
     const int writes = table.writes;
     presentation.FillValues(true);
@@ -56,7 +56,7 @@ TEST_F(TablesTest, ColumnsGoByTheHeaderOrElseByPosition) {
 TEST_F(TablesTest, WhileADeckIsEditedCellsFollowTheDisplayAndTheAuthorsAreSaved) {
   fakes::Table& table = deck->Add().AddTable("t", "Zug|Nach/a|b/c|d");
   clsPresentation presentation;
-  presentation.ActivePresentation(deck);
+  presentation.ActivePresentation(handed(deck));
   EXPECT_EQ(table.Cells(), "Zug|Nach/IC 1|Basel/IR 2|Chur");
   presentation.DisplayType(5);
   presentation.FillValues(false);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include "fakes/FakePowerPoint.h"
+#include "host/adodb.h"
+#include "host/excel.h"
+
+namespace fakes {
+
+/// How what stands for a host reaches the system. A program of tests may bring one that leads through a
+/// host's own way of calling.
+class Passage {
+ public:
+  virtual ~Passage() = default;
+  virtual std::shared_ptr<PowerPoint::Application> hand(const std::shared_ptr<Application>& application) = 0;
+  virtual std::shared_ptr<PowerPoint::Presentation> hand(
+      const std::shared_ptr<Presentation>& presentation) = 0;
+  virtual std::shared_ptr<PowerPoint::SlideShowWindow> hand(const std::shared_ptr<Window>& window) = 0;
+  virtual std::shared_ptr<AddInDesigner::AddIn> hand(const std::shared_ptr<AddIn>& addIn) = 0;
+  /// The factory of objects that lead to those of this one; null for none.
+  virtual ADODB::Factory* hand(ADODB::Factory* factory) = 0;
+  virtual Excel::Factory* hand(Excel::Factory* factory) = 0;
+};
+
+/// Null: they are handed as they are.
+inline Passage* passage = nullptr;
+
+/// What the system is given for a fake.
+template <typename Fake>
+auto handed(const Fake& fake) -> decltype(passage->hand(fake)) {
+  if (passage == nullptr) return fake;
+  return passage->hand(fake);
+}
+
+}  // namespace fakes

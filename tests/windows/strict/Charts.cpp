@@ -1,0 +1,140 @@
+// Charts of Graph: the cells of their datasheets.
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "fakes/FakeSlide.h"
+#include "windows/strict/Members.h"
+
+namespace strict {
+namespace {
+
+/// The program that draws a chart. Cells that are typed show with its next Update.
+struct Graph {
+  std::shared_ptr<MSGraph::DataSheet> sheet;
+  std::optional<MSGraph::Table> typed;
+
+  [[nodiscard]] basic::Variant cell(std::size_t row, std::size_t column) const {
+    const MSGraph::Table table = typed ? *typed : sheet->Cells();
+    if (row >= table.rows() || column >= table.columns()) return basic::Empty{};
+    return table.cell(row, column);
+  }
+  void cell(std::size_t row, std::size_t column, basic::Variant value) {
+    const MSGraph::Table before = typed ? *typed : sheet->Cells();
+    MSGraph::Table table(std::max(before.rows(), row + 1), std::max(before.columns(), column + 1));
+    for (std::size_t i = 0; i < before.rows(); ++i) {
+      for (std::size_t j = 0; j < before.columns(); ++j) table.cell(i, j, before.cell(i, j));
+    }
+    table.cell(row, column, std::move(value));
+    typed = std::move(table);
+  }
+  void update() {
+    if (!typed) return;
+    sheet->Cells(withoutEmptyEnds(*typed));
+    typed.reset();
+  }
+
+ private:
+  static MSGraph::Table withoutEmptyEnds(const MSGraph::Table& table) {
+    std::size_t rows = 1;
+    std::size_t columns = 1;
+    for (std::size_t i = 0; i < table.rows(); ++i) {
+      for (std::size_t j = 0; j < table.columns(); ++j) {
+        if (std::holds_alternative<basic::Empty>(table.cell(i, j))) continue;
+        rows = std::max(rows, i + 1);
+        columns = std::max(columns, j + 1);
+      }
+    }
+    MSGraph::Table used(rows, columns);
+    for (std::size_t i = 0; i < rows; ++i) {
+      for (std::size_t j = 0; j < columns; ++j) used.cell(i, j, table.cell(i, j));
+    }
+    return used;
+  }
+};
+
+struct Range {
+  std::shared_ptr<Graph> graph;
+  std::size_t row = 0;
+  std::size_t column = 0;
+};
+
+const Class<Range>& rangeClass() {
+  static const Class<Range> type{
+      "Range",
+      {get<Range>(L"Value", [](const auto& it) { return it->graph->cell(it->row, it->column); }),
+       put<Range>(L"Value", Kind::Any,
+                  [](const auto& it, const Arguments& arguments) {
+                    it->graph->cell(it->row, it->column, arguments.value(0));
+                  }),
+       action<Range>(L"ClearContents",
+                     [](const auto& it) { it->graph->cell(it->row, it->column, basic::Empty{}); })}};
+  return type;
+}
+
+/// "A0" heads the first series, "01" is the first category, "00" the corner.
+Range rangeNamed(const std::shared_ptr<Graph>& graph, const std::string& name) {
+  Range range{graph};
+  std::size_t at = 0;
+  if (name.at(0) == '0') {
+    at = 1;
+  } else {
+    for (; std::isalpha(static_cast<unsigned char>(name.at(at))) != 0; ++at) {
+      range.column = range.column * 26 + static_cast<std::size_t>(name[at] - 'A') + 1;
+    }
+  }
+  if (name.find_first_not_of("0123456789", at) != std::string::npos) fakes::Fail("no range " + name);
+  range.row = std::stoul(name.substr(at));
+  return range;
+}
+
+struct Sheet {
+  std::shared_ptr<Graph> graph;
+};
+
+const Class<Sheet>& sheetClass() {
+  static const Class<Sheet> type{
+      "DataSheet", {call<Sheet>(L"Range", {Kind::Text}, [](const auto& it, const Arguments& arguments) {
+        return dispatchOf(std::make_shared<Range>(rangeNamed(it->graph, arguments.text(0))), rangeClass());
+      })}};
+  return type;
+}
+
+const Class<Graph>& graphClass() {
+  static const Class<Graph> type{
+      "Application",
+      {get<Graph>(
+           L"DataSheet",
+           [](const auto& it) { return dispatchOf(std::make_shared<Sheet>(Sheet{it}), sheetClass()); }),
+       action<Graph>(L"Update", [](const auto& it) { it->update(); })}};
+  return type;
+}
+
+const Class<MSGraph::Chart>& chartClass() {
+  using Target = MSGraph::Chart;
+  static const Class<Target> type{
+      "Chart", {get<Target>(L"Application", [](const auto& it) {
+        return dispatchOf(std::make_shared<Graph>(Graph{it->Application()->DataSheet(), {}}), graphClass());
+      })}};
+  return type;
+}
+
+const Class<PowerPoint::OLEFormat>& oleFormatClass() {
+  using Target = PowerPoint::OLEFormat;
+  static const Class<Target> type{
+      "OLEFormat",
+      {get<Target>(L"ProgID", [](const auto& it) { return it->ProgID(); }),
+       get<Target>(L"Object", [](const auto& it) { return dispatchOf(it->Object(), chartClass()); })}};
+  return type;
+}
+
+}  // namespace
+
+Ptr<IDispatch> of(const std::shared_ptr<PowerPoint::OLEFormat>& target) {
+  return dispatchOf(target, oleFormatClass());
+}
+
+}  // namespace strict
