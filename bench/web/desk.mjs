@@ -83,6 +83,7 @@ const ask = async (path, body) => {
 };
 const { columns, rows } = await (await fetch(`${api}data/001?count=500`, { headers })).json();
 const column = columns.findIndex((name, i) => new Set(rows.map((cells) => cells[i])).size > Number(times));
+if (column < 0) throw new Error(`No column of the first connection has more than ${times} values.`);
 const { shapes, id: slide } = await page.evaluate(async ({ api, headers, own }) => {
   const reader = (await fetch(`${api}windows/${own}/events`, { headers })).body.getReader();
   let text = "";
