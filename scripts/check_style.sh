@@ -8,12 +8,15 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+# What this system can compile.
+here=('src/*.cpp' 'src/*.h' ':!src/windows')
+
 # The files to look at for what differs from the last release, or from the beginning; the newest
 # changes first. A header is looked at through a file that includes it, its own if it has one.
 changed() {
   local since file
   since=$(git describe --tags --match 'v*' --abbrev=0 2>/dev/null || git rev-list --max-parents=0 HEAD | tail -1)
-  git log --format= --name-only --diff-filter=d "$since..HEAD" -- 'src/*.cpp' 'src/*.h' |
+  git log --format= --name-only --diff-filter=d "$since..HEAD" -- "${here[@]}" |
     while read -r file; do
       [[ -f $file ]] || continue
       case $file in
@@ -47,7 +50,7 @@ case ${1:-} in
       shift 2
     fi
     if [[ ${1:-} == --all ]]; then
-      mapfile -t files < <(git ls-files 'src/*.cpp')
+      mapfile -t files < <(git ls-files "${here[@]}" | grep '\.cpp$')
     elif [[ $# -gt 0 ]]; then
       files=("$@")
     else

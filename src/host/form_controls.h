@@ -207,6 +207,9 @@ class CommandButton final : public Control {
   CommandButton(Form& form, std::string name, std::string_view caption);
   [[nodiscard]] const std::string& Caption() const { return Get<std::string>("Caption"); }
   void Caption(std::string_view text) { Set("Caption", std::string(text)); }
+  /// What a click puts onto the clipboard of who clicks, by the view; empty: nothing.
+  [[nodiscard]] const std::string& Copies() const { return Get<std::string>("Copies"); }
+  void Copies(std::string_view text) { Set("Copies", std::string(text)); }
 };
 
 class Frame final : public Control {

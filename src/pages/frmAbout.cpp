@@ -12,9 +12,11 @@ namespace LF2000 {
 frmAbout::frmAbout() : frmPage("frmAbout", "About", Forms::Placement::Dialog, nullptr) {
   const host::Services& services = host::Current();
   const host::Module& module = *services.module;
-  const auto add = [this](const char* name, std::string label, const std::string& text) {
+  std::string all;
+  const auto add = [&](const char* name, std::string label, const std::string& text) {
     auto& control = Add<Forms::Label>(name);
     control.Text(text);
+    all += label + ": " + text + "\r\n";
     AddRow(std::move(label), {&control});
   };
   add("lblProduct", "Product", module.Title());
@@ -30,9 +32,11 @@ frmAbout::frmAbout() : frmPage("frmAbout", "About", Forms::Placement::Dialog, nu
       "What it is made with comes under licences of its own: pugixml, nlohmann-json (MIT); libzip, CLI11 "
       "(BSD, 3 clauses); Boost (Boost Software License 1.0); FreeType (FTL); Fontconfig (MIT); ICU "
       "(Unicode); "
-      "zlib (zlib); SQLite (public domain); unixODBC (LGPL 2.1); Apache ECharts (Apache License 2.0). Their "
-      "texts come with their packages.");
+      "zlib (zlib); SQLite (public domain); unixODBC (LGPL 2.1); OpenSSL, Apache ECharts (Apache License "
+      "2.0); libcurl (curl). Their texts come with their packages.");
   auto& cmdCopy = Add<Forms::CommandButton>("cmdCopy", "&Copy");
+  cmdCopy.Copies(all);
+  cmdCopy.Click = [&cmdCopy] { cmdCopy.Caption("Copied"); };
   auto& cmdOK = Add<Forms::CommandButton>("cmdOK", "OK");
   cmdOK.Click = [this] { Close(Forms::Result::OK); };
   AddButtons({&cmdCopy, &cmdOK});

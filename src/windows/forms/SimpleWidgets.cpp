@@ -1,6 +1,7 @@
 // The widgets of one window each: labels, text boxes, ticks, buttons, steps, progress.
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -176,6 +177,20 @@ class TickWidget final : public Widget {
   bool isFirstOfGroup_;
 };
 
+/// Where the clipboard is another program's at the moment, nothing is copied.
+void putOnClipboard(HWND owner, const std::wstring& text) {
+  if (!::OpenClipboard(owner)) return;
+  ::EmptyClipboard();
+  const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
+  if (HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, size)) {
+    std::memcpy(::GlobalLock(memory), text.c_str(), size);
+    ::GlobalUnlock(memory);
+    // The clipboard owns what it takes.
+    if (::SetClipboardData(CF_UNICODETEXT, memory) == nullptr) ::GlobalFree(memory);
+  }
+  ::CloseClipboard();
+}
+
 class ButtonWidget final : public Widget {
  public:
   ButtonWidget(Surface& surface, const Forms::Control& control, bool isDefault)
@@ -193,7 +208,9 @@ class ButtonWidget final : public Widget {
     return std::max(wanted, metrics().x(text("Caption") == L"\u2026" ? 16 : 50));
   }
   void command(HWND, unsigned code) override {
-    if (code == BN_CLICKED) raise(EventKind::Click);
+    if (code != BN_CLICKED) return;
+    if (const std::wstring copied = text("Copies"); !copied.empty()) putOnClipboard(main(), copied);
+    raise(EventKind::Click);
   }
   [[nodiscard]] std::string tip() const override {
     return control().Enabled() ? control().Hint() : control().Reason();

@@ -218,10 +218,30 @@ function tick(type, name, { session }) {
   });
 }
 
+async function copy(text, beside) {
+  try {
+    await navigator.clipboard.writeText(text);
+  } catch {
+    // Pages of another machine have no clipboard without TLS, but may copy what is selected.
+    const area = h("textarea", { class: "said" });
+    area.value = text;
+    beside.after(area);
+    area.select();
+    document.execCommand("copy");
+    area.remove();
+    beside.focus();
+  }
+}
+
 function commandButton(name, { session }) {
   const { form } = session;
   const button = h("button", { type: "button", class: name === form.default ? "primary" : "outlined" });
-  const press = () => isUsable(button) && session.raise(name, "click");
+  const press = () => {
+    if (!isUsable(button)) return;
+    const text = session.get(name, "Copies");
+    if (text) copy(text, button);
+    session.raise(name, "click");
+  };
   button.addEventListener("click", press);
   return {
     element: button,
