@@ -230,7 +230,6 @@ TEST_P(Catalog, ListsTablesAndViews) {
   server.execute("CREATE TABLE " + server.quoted("Stock list") + " (x integer)");
   server.execute("CREATE VIEW cheap AS SELECT x FROM " + server.quoted("Stock list"));
   const auto connection = opening(server.connectionString());
-  EXPECT_THAT(errorOf([&] { (void)connection->OpenSchema(ADODB::adSchemaTables); }), HasSubstr("connection"));
   waitWhile(*connection, ADODB::adStateConnecting);
 
   const auto tables = connection->OpenSchema(ADODB::adSchemaTables);
@@ -257,6 +256,9 @@ TEST_P(Catalog, ListsTablesAndViews) {
                     value(*columns, "ORDINAL_POSITION"));
   }
   EXPECT_THAT(names, testing::ElementsAre("a_b Two words 1", "a_b y 2"));
+
+  connection->Close();
+  EXPECT_THAT(errorOf([&] { (void)connection->OpenSchema(ADODB::adSchemaTables); }), HasSubstr("connection"));
 }
 
 }  // namespace
