@@ -29,25 +29,44 @@ com::Class Worksheet{"Worksheet"};
 com::Class Range{"Range"};
 }  // namespace excel
 
-/// In a datasheet the names of columns stand in row "0", the categories in column "0": "A0", "01", "00".
-class GraphCells final : public ChartCells {
+/// Cells that are ranges of one cell each.
+class RangeCells : public ChartCells {
  public:
-  explicit GraphCells(com::Object application)
-      : application_(std::move(application)), sheet_(application_.object(graph::DataSheet, L"DataSheet")) {}
-  [[nodiscard]] basic::Variant cell(std::size_t row, std::size_t column) const override {
+  [[nodiscard]] basic::Variant cell(std::size_t row, std::size_t column) const final {
     return range(row, column).get(L"Value").value();
   }
-  void cell(std::size_t row, std::size_t column, const basic::Variant& value) override {
+  void cell(std::size_t row, std::size_t column, const basic::Variant& value) final {
     if (std::holds_alternative<basic::Empty>(value)) {
       range(row, column).call(L"ClearContents");
     } else {
       range(row, column).put(L"Value", value);
     }
   }
+
+ private:
+  [[nodiscard]] virtual com::Object range(std::size_t row, std::size_t column) const = 0;
+};
+
+/// Opens the cells of a chart by the object that has them.
+template <typename Cells>
+class SourceOf final : public CellSource {
+ public:
+  explicit SourceOf(com::Object object) : object_(std::move(object)) {}
+  [[nodiscard]] std::unique_ptr<ChartCells> open() override { return std::make_unique<Cells>(object_); }
+
+ private:
+  com::Object object_;
+};
+
+/// In a datasheet the names of columns stand in row "0", the categories in column "0": "A0", "01", "00".
+class GraphCells final : public RangeCells {
+ public:
+  explicit GraphCells(com::Object application)
+      : application_(std::move(application)), sheet_(application_.object(graph::DataSheet, L"DataSheet")) {}
   void show(std::size_t, std::size_t) override { application_.call(L"Update"); }
 
  private:
-  [[nodiscard]] com::Object range(std::size_t row, std::size_t column) const {
+  [[nodiscard]] com::Object range(std::size_t row, std::size_t column) const override {
     const std::string name = column == 0 ? "0" : basic::ColumnLetters(static_cast<std::uint32_t>(column));
     return sheet_.object(graph::Range, L"Range", name + std::to_string(row));
   }
@@ -56,19 +75,8 @@ class GraphCells final : public ChartCells {
   com::Object sheet_;
 };
 
-class GraphSource final : public CellSource {
- public:
-  explicit GraphSource(com::Object application) : application_(std::move(application)) {}
-  [[nodiscard]] std::unique_ptr<ChartCells> open() override {
-    return std::make_unique<GraphCells>(application_);
-  }
-
- private:
-  com::Object application_;
-};
-
 /// The first sheet of the workbook behind a chart, which is closed when this goes.
-class WorkbookCells final : public ChartCells {
+class WorkbookCells final : public RangeCells {
  public:
   explicit WorkbookCells(com::Object chart) : chart_(std::move(chart)) {
     const com::Object data = chart_.object(classes::ChartData, L"ChartData");
@@ -84,16 +92,6 @@ class WorkbookCells final : public ChartCells {
     } catch (const basic::Error&) {  // NOLINT(bugprone-empty-catch): the user has closed it
     }
   }
-  [[nodiscard]] basic::Variant cell(std::size_t row, std::size_t column) const override {
-    return range(row, column).get(L"Value").value();
-  }
-  void cell(std::size_t row, std::size_t column, const basic::Variant& value) override {
-    if (std::holds_alternative<basic::Empty>(value)) {
-      range(row, column).call(L"ClearContents");
-    } else {
-      range(row, column).put(L"Value", value);
-    }
-  }
   void show(std::size_t rows, std::size_t columns) override {
     constexpr std::int32_t SeriesInColumns = 2;  // xlColumns
     const std::string sheet = basic::Replace(sheet_.text(L"Name"), "'", "''");
@@ -101,24 +99,13 @@ class WorkbookCells final : public ChartCells {
   }
 
  private:
-  [[nodiscard]] com::Object range(std::size_t row, std::size_t column) const {
+  [[nodiscard]] com::Object range(std::size_t row, std::size_t column) const override {
     return sheet_.object(excel::Range, L"Range", cellName(row, column));
   }
 
   com::Object chart_;
   com::Object workbook_;
   com::Object sheet_;
-};
-
-class WorkbookSource final : public CellSource {
- public:
-  explicit WorkbookSource(com::Object chart) : chart_(std::move(chart)) {}
-  [[nodiscard]] std::unique_ptr<ChartCells> open() override {
-    return std::make_unique<WorkbookCells>(chart_);
-  }
-
- private:
-  com::Object chart_;
 };
 
 class GraphChart final : public MSGraph::Chart,
@@ -129,7 +116,7 @@ class GraphChart final : public MSGraph::Chart,
       : chart_(std::move(chart)), own_(std::move(own)), place_(place) {}
   [[nodiscard]] std::shared_ptr<MSGraph::Application> Application() override { return shared_from_this(); }
   [[nodiscard]] std::shared_ptr<MSGraph::DataSheet> DataSheet() override {
-    auto source = std::make_unique<GraphSource>(chart_.object(graph::Application, L"Application"));
+    auto source = std::make_unique<SourceOf<GraphCells>>(chart_.object(graph::Application, L"Application"));
     return std::make_shared<automation::DataSheet>(std::move(source), own_, place_);
   }
   /// Its datasheet is its own.
@@ -153,7 +140,8 @@ class WorkbookChart final : public PowerPoint::OLEFormat,
   [[nodiscard]] std::shared_ptr<MSGraph::Chart> Object() override { return shared_from_this(); }
   [[nodiscard]] std::shared_ptr<MSGraph::Application> Application() override { return shared_from_this(); }
   [[nodiscard]] std::shared_ptr<MSGraph::DataSheet> DataSheet() override {
-    return std::make_shared<automation::DataSheet>(std::make_unique<WorkbookSource>(chart_), own_, place_);
+    return std::make_shared<automation::DataSheet>(std::make_unique<SourceOf<WorkbookCells>>(chart_), own_,
+                                                   place_);
   }
   [[nodiscard]] bool IsLinked() const override {
     return chart_.object(classes::ChartData, L"ChartData").flag(L"IsLinked");
