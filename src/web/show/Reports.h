@@ -13,7 +13,7 @@ namespace web {
 
 class Broadcast;
 
-/// The answer of /api/v1/health; docs/operating.md describes its fields.
+/// The answer of /api/v1/health; docs/interface.md describes its fields.
 std::string healthJson(const Health& health, const Broadcast& broadcast);
 
 /// The answer of /metrics, in Prometheus' text format 0.0.4.

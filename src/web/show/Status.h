@@ -16,7 +16,7 @@ enum class Level { Idle, Good, Warning, Bad };
 
 struct Judgement {
   Level level = Level::Good;
-  /// The word for it in the JSON; docs/operating.md explains them.
+  /// The word for it in the JSON; docs/interface.md explains them.
   std::string_view state;
 };
 
