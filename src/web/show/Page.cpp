@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <map>
 #include <string_view>
 
 #include "basic/Markup.h"
@@ -43,7 +44,16 @@ std::string valueOf(std::string_view name, const ScreenState& state) {
   return "";
 }
 
-std::string filled(std::string_view file, const ScreenState& state) {
+/// Where of a wall the screen stands, for screen.css.
+std::string wallStyle(const WallPart& part) {
+  return "; --columns: " + std::to_string(part.columns) + "; --rows: " + std::to_string(part.rows) +
+         "; --column: " + std::to_string(part.column) + "; --row: " + std::to_string(part.row);
+}
+
+/// What a page needs beside the state, by name.
+using Further = std::map<std::string_view, std::string>;
+
+std::string filled(std::string_view file, const ScreenState& state, const Further& further = {}) {
   std::string page;
   std::string_view rest = clientFile(file)->bytes;
   while (true) {
@@ -51,14 +61,22 @@ std::string filled(std::string_view file, const ScreenState& state) {
     page += rest.substr(0, open);
     if (open == std::string_view::npos) return page;
     const std::size_t close = rest.find("}}", open);
-    page += valueOf(rest.substr(open + 2, close - open - 2), state);
+    const std::string_view name = rest.substr(open + 2, close - open - 2);
+    const auto own = further.find(name);
+    page += own == further.end() ? valueOf(name, state) : own->second;
     rest.remove_prefix(close + 2);
   }
 }
 
 }  // namespace
 
-std::string screenPage(const ScreenState& state) { return filled("screen/screen.html", state); }
+std::string screenPage(const ScreenState& state, const std::optional<WallPart>& part) {
+  return filled("screen/screen.html", state, {{"wall", part ? wallStyle(*part) : ""}});
+}
+
+std::string wrongPartPage(const ScreenState& state, std::string_view part) {
+  return filled("screen/wrong_part.html", state, {{"part", basic::Escaped(part)}});
+}
 
 std::string statusPage(const ScreenState& state) { return filled("status/status.html", state); }
 

@@ -116,7 +116,7 @@ Response Routes::get(const Request& request) {
 /// What is made for this answer.
 Response Routes::built(const Request& request) {
   const std::string_view path = request.path;
-  if (path == "/") return pageAnswer(screenPage(show_.state(viewOf(request))));
+  if (path == "/") return screenAnswer(request);
   if (path == "/remote") return pageAnswer(remotePage(show_.state(View{})));
   if (path == "/status") return pageAnswer(statusPage(show_.state(View{})));
   if (path == "/healthz") return json(R"({"status":"ok"})");
@@ -131,6 +131,14 @@ Response Routes::built(const Request& request) {
   if (path.starts_with(slidePrefix)) return slideAnswer(path.substr(slidePrefix.size()));
   if (path.starts_with(clientPrefix)) return clientFileAnswer(path.substr(clientPrefix.size()));
   return notFound();
+}
+
+Response Routes::screenAnswer(const Request& request) {
+  const ScreenState state = show_.state(viewOf(request));
+  const auto text = queryField(request.query, "part");
+  if (!text) return pageAnswer(screenPage(state));
+  const auto part = wallPartNamed(*text);
+  return pageAnswer(part ? screenPage(state, part) : wrongPartPage(state, *text));
 }
 
 Response Routes::readyAnswer() {

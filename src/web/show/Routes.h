@@ -18,7 +18,8 @@ class Broadcast;
 /// Every address of the server and what stands there:
 ///
 ///   GET  /                        the screen's page; "?slide=N" keeps to a slide,
-///                                 "?shape=NAME" (with "&slide=N") to one shape
+///                                 "?shape=NAME" (with "&slide=N") to one shape; with
+///                                 "part=2x1/1" one screen of a wall (WallPart.h)
 ///   GET  /remote                  the page for phones that steers
 ///   GET  /status                  the page that tells people how the show does
 ///   GET  /client/VERSION/FILE     scripts and styles of the pages
@@ -57,6 +58,7 @@ class Routes : public Handler {
   Response dispatch(const Request& request);
   Response get(const Request& request);
   Response built(const Request& request);
+  Response screenAnswer(const Request& request);
   Response readyAnswer();
   Response slideAnswer(std::string_view number);
   [[nodiscard]] View viewOf(const Request& request);
