@@ -24,6 +24,7 @@ tests=(
   nodejs:node npm:npm libbenchmark-dev chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
   libreoffice-calc libreoffice-draw libreoffice-impress poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
   prometheus:promtool cage:cage xwayland:Xwayland grim:grim
+  debhelper:dh lintian:lintian systemd:systemd-analyze
 )
 # The add-in for Windows is built by a compiler for it, and tried under Wine.
 windows=(

@@ -12,16 +12,40 @@ namespace platform {
 std::string Module::Title() const { return ApplicationName; }
 std::string Module::EXEName() const { return "lumenfold"; }
 
-std::string Module::Path() const {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Empty when the system does not tell it.
+fs::path programFolder() {
   std::error_code failure;
-  const auto program = std::filesystem::read_symlink("/proc/self/exe", failure);
-  if (!failure) {
-    std::string folder = program.parent_path().string();
-    if (::access(folder.c_str(), W_OK) == 0) return folder;
+  return fs::read_symlink("/proc/self/exe", failure).parent_path();
+}
+
+/// What came with an installed program; empty for one that lies where it was built.
+fs::path installedFiles() {
+  const fs::path files = programFolder().parent_path() / "share/lumenfold";
+  std::error_code failure;
+  return fs::is_directory(files, failure) ? files : fs::path();
+}
+
+}  // namespace
+
+std::string helpFolder() {
+  const fs::path installed = installedFiles();
+  return ((installed.empty() ? programFolder() : installed) / "help").string();
+}
+
+std::string Module::Path() const {
+  if (std::string logs = serviceFolder("LOGS_DIRECTORY"); !logs.empty()) return logs;
+  if (std::string folder = programFolder().string();
+      installedFiles().empty() && !folder.empty() && ::access(folder.c_str(), W_OK) == 0) {
+    return folder;
   }
   std::string folder = stateFolder();
+  std::error_code failure;
   // Whoever writes there without it gets the error that says why.
-  std::filesystem::create_directories(folder, failure);
+  fs::create_directories(folder, failure);
   return folder;
 }
 

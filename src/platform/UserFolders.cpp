@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <string_view>
 
 namespace platform {
 namespace {
@@ -24,12 +25,29 @@ std::string baseFolder(const char* variable, const char* underHome) {
   return (base / ApplicationName).string();
 }
 
+std::string either(const std::string& ofService, const std::string& ofUser) {
+  return ofService.empty() ? ofUser : ofService;
+}
+
 }  // namespace
 
-std::string configFolder() { return baseFolder("XDG_CONFIG_HOME", ".config"); }
+std::string serviceFolder(const char* variable) {
+  const char* const named = std::getenv(variable);
+  if (named == nullptr || *named != '/') return {};
+  const std::string_view all = named;
+  return std::string(all.substr(0, all.find(':')));
+}
 
-std::string cacheFolder() { return baseFolder("XDG_CACHE_HOME", ".cache"); }
+std::string configFolder() {
+  return either(serviceFolder("CONFIGURATION_DIRECTORY"), baseFolder("XDG_CONFIG_HOME", ".config"));
+}
 
-std::string stateFolder() { return baseFolder("XDG_STATE_HOME", ".local/state"); }
+std::string cacheFolder() {
+  return either(serviceFolder("CACHE_DIRECTORY"), baseFolder("XDG_CACHE_HOME", ".cache"));
+}
+
+std::string stateFolder() {
+  return either(serviceFolder("STATE_DIRECTORY"), baseFolder("XDG_STATE_HOME", ".local/state"));
+}
 
 }  // namespace platform

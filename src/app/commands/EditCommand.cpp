@@ -1,6 +1,5 @@
 // The verb edit: a deck at the desk, for its authors in browsers.
 
-#include <CLI/CLI.hpp>
 #include <boost/asio/ip/address.hpp>
 #include <filesystem>
 #include <iostream>
@@ -11,6 +10,7 @@
 #include "app/commands/Commands.h"
 #include "app/commands/ServerEnd.h"
 #include "app/commands/ServerOptions.h"
+#include "app/commands/SettingsFile.h"
 #include "app/desk/DeckLock.h"
 #include "app/desk/Desk.h"
 #include "app/wiring/Environment.h"
@@ -93,6 +93,7 @@ class EditRun {
 };
 
 void edit(const EditOptions& options, Environment& environment) {
+  requireGiven("DECK", options.deck);
   requireSafety(options.server);
   const auto deck = std::filesystem::absolute(options.deck).lexically_normal().string();
   DeckLock lock(deskFolder(), deck);
@@ -101,18 +102,24 @@ void edit(const EditOptions& options, Environment& environment) {
   if (!lock.theirAddress().empty()) std::cout << "Desk: " << lock.theirAddress() << '\n';
 }
 
+void define(CLI::App& verb, EditOptions& options) {
+  verb.add_option("DECK", options.deck, "The deck");
+  addServerOptions(verb, options.server);
+  verb.get_option("--bind")->description("Address to listen on; beyond this machine with --token-file");
+  verb.add_option("--allow", options.allowed, "A further folder in which data files may be chosen");
+}
+
 }  // namespace
 
 void addEditCommand(CLI::App& program, Environment& environment) {
   auto options = std::make_shared<EditOptions>();
   CLI::App* verb = program.add_subcommand("edit", "Link a deck to data, in a browser");
-  verb->add_option("DECK", options->deck, "The deck")->required();
   constexpr std::uint16_t Port = 2001;
   options->server.port = Port;
-  addServerOptions(*verb, options->server);
-  verb->get_option("--bind")->description("Address to listen on; beyond this machine with --token-file");
-  verb->add_option("--allow", options->allowed, "A further folder in which data files may be chosen");
-  verb->callback([options, &environment] { edit(*options, environment); });
+  define(*verb, *options);
+  verb->callback([options, verb, &environment] {
+    edit(withSettings(*options, optionsGiven(*verb), define), environment);
+  });
 }
 
 }  // namespace app

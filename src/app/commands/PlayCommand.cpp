@@ -1,6 +1,5 @@
 // The verb play: the decks of a distribution folder, by turns, on screens.
 
-#include <CLI/CLI.hpp>
 #include <chrono>
 #include <filesystem>
 #include <iostream>
@@ -11,6 +10,7 @@
 #include "app/commands/Commands.h"
 #include "app/commands/ScreenOptions.h"
 #include "app/commands/ServerEnd.h"
+#include "app/commands/SettingsFile.h"
 #include "app/player/Player.h"
 #include "app/player/PlayerFolder.h"
 #include "app/wiring/AddInHost.h"
@@ -226,9 +226,32 @@ void why(const PlayOptions& options, Environment& environment) {
 }
 
 void play(const PlayOptions& options, Environment& environment) {
+  requireGiven("FOLDER", options.place);
   if (!options.why.empty()) return why(options, environment);
   { PlayRun(options, environment).run(); }
   tellOfErrors();
+}
+
+void define(CLI::App& verb, PlayOptions& options) {
+  verb.add_option("FOLDER", options.place, "The folder, or the address of one behind a web server");
+  verb.add_option("--computer", options.computer, "This computer's name in the decks' lists (else its own)");
+  verb.add_option("--trust", options.trust, "Take decks alone that the owner of this public key has signed")
+      ->check(CLI::ExistingFile);
+  addServerOptions(verb, options.server);
+  addPerAddressOption(verb, options.server);
+  verb.add_option("--seconds", options.seconds, "How long slides without a timing of their own stay")
+      ->check(CLI::Range(ShortestStay, LongestStay))
+      ->capture_default_str();
+  verb.add_option("--when-empty", options.whenEmpty,
+                  "Deck whose last slide is shown while no other is due (else a plain ground)");
+  verb.add_option("--stale", options.stale,
+                  "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
+  verb.add_option("--cache-size", options.cacheBytes, "What the cache of decks may hold, such as 4GB")
+      ->transform(CLI::AsSizeValue(false));
+  verb.add_flag("--kiosk", options.kiosk, "Kiosk shows: no pointer, no keys but Escape");
+  verb.add_flag("--synchronous", options.synchronous,
+                "Show the same slide as every other player of the folder, by the clock");
+  verb.add_option("--why", options.why, "Say whether this deck is shown now, and why not; exit code 0 or 1");
 }
 
 }  // namespace
@@ -236,30 +259,11 @@ void play(const PlayOptions& options, Environment& environment) {
 void addPlayCommand(CLI::App& program, Environment& environment) {
   auto options = std::make_shared<PlayOptions>();
   CLI::App* verb = program.add_subcommand("play", "Show the decks of a distribution folder, by turns");
-  verb->add_option("FOLDER", options->place, "The folder, or the address of one behind a web server")
-      ->required();
-  verb->add_option("--computer", options->computer,
-                   "This computer's name in the decks' lists (else its own)");
-  verb->add_option("--trust", options->trust, "Take decks alone that the owner of this public key has signed")
-      ->check(CLI::ExistingFile);
   options->server.port = ScreensPort;
-  addServerOptions(*verb, options->server);
-  addPerAddressOption(*verb, options->server);
-  verb->add_option("--seconds", options->seconds, "How long slides without a timing of their own stay")
-      ->check(CLI::Range(ShortestStay, LongestStay))
-      ->capture_default_str();
-  verb->add_option("--when-empty", options->whenEmpty,
-                   "Deck whose last slide is shown while no other is due (else a plain ground)");
-  verb->add_option("--stale", options->stale,
-                   "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
-  verb->add_option("--cache-size", options->cacheBytes, "What the cache of decks may hold, such as 4GB")
-      ->transform(CLI::AsSizeValue(false));
-  verb->add_flag("--kiosk", options->kiosk, "Kiosk shows: no pointer, no keys but Escape");
-  verb->add_flag("--synchronous", options->synchronous,
-                 "Show the same slide as every other player of the folder, by the clock");
-  verb->add_option("--why", options->why,
-                   "Say whether this deck is shown now, and why not; exit code 0 or 1");
-  verb->callback([options, &environment] { play(*options, environment); });
+  define(*verb, *options);
+  verb->callback([options, verb, &environment] {
+    play(withSettings(*options, optionsGiven(*verb), define), environment);
+  });
 }
 
 }  // namespace app

@@ -37,6 +37,9 @@ void addServerOptions(CLI::App& verb, ServerOptions& options) {
   verb.add_option("--name", options.names, "A further host name under which browsers may ask");
   verb.add_option("--token-file", options.tokenFile,
                   "File with the token that changing anything takes (else LUMENFOLD_TOKEN, else a new one)");
+  verb.add_option(
+      "--config", options.config,
+      "File with lines KEY = VALUE for what the command line does not say: deck, port and all others");
   verb.add_flag("--open", options.open, "Start a browser");
 }
 

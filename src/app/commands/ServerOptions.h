@@ -22,12 +22,14 @@ struct ServerOptions {
   std::string bind = "127.0.0.1";
   std::vector<std::string> names;
   std::string tokenFile;
+  /// A file with what the command line does not say (SettingsFile.h).
+  std::string config;
   std::optional<std::size_t> perAddress;
   bool open = false;
 };
 
-/// Adds --port (with the default that `options` has), --bind, --name, --token-file and --open to a verb;
-/// `options` outlives it.
+/// Adds --port (with the default that `options` has), --bind, --name, --token-file, --config and --open to a
+/// verb; `options` outlives it.
 void addServerOptions(CLI::App& verb, ServerOptions& options);
 /// Adds --per-address: for verbs with many screens.
 void addPerAddressOption(CLI::App& verb, ServerOptions& options);

@@ -1,6 +1,5 @@
 // The verb show: the deck as a running slide show on screens.
 
-#include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -9,6 +8,7 @@
 #include "app/commands/Commands.h"
 #include "app/commands/ScreenOptions.h"
 #include "app/commands/ServerEnd.h"
+#include "app/commands/SettingsFile.h"
 #include "app/inspect/Standstill.h"
 #include "app/show/Stage.h"
 #include "app/wiring/AddInHost.h"
@@ -136,8 +136,26 @@ class ShowRun {
 };
 
 void show(const ShowOptions& options, Environment& environment) {
+  requireGiven("DECK", options.deck);
   { ShowRun(options, environment).run(); }
   tellOfErrors();
+}
+
+void define(CLI::App& verb, ShowOptions& options) {
+  verb.add_option("DECK", options.deck, "The deck");
+  addServerOptions(verb, options.server);
+  addPerAddressOption(verb, options.server);
+  verb.add_option("--slide", options.slide, "Slide to begin with");
+  verb.add_option("--seconds", options.seconds,
+                  "How long slides without a timing of their own stay; the deck is not changed")
+      ->check(CLI::Range(ShortestStay, LongestStay));
+  verb.add_option("--when-empty", options.whenEmpty,
+                  "Slide to show while every slide is hidden (else the deck's background)");
+  verb.add_option("--stale", options.stale,
+                  "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
+  verb.add_flag("--kiosk", options.kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
+  verb.add_flag("--loop", options.loop, "Begin anew after the last slide");
+  verb.add_flag("--no-reload", options.noReload, "Go on with the deck as it is now when its file changes");
 }
 
 }  // namespace
@@ -145,22 +163,11 @@ void show(const ShowOptions& options, Environment& environment) {
 void addShowCommand(CLI::App& program, Environment& environment) {
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = program.add_subcommand("show", "Show a deck with live data on screens");
-  verb->add_option("DECK", options->deck, "The deck")->required();
   options->server.port = ScreensPort;
-  addServerOptions(*verb, options->server);
-  addPerAddressOption(*verb, options->server);
-  verb->add_option("--slide", options->slide, "Slide to begin with");
-  verb->add_option("--seconds", options->seconds,
-                   "How long slides without a timing of their own stay; the deck is not changed")
-      ->check(CLI::Range(ShortestStay, LongestStay));
-  verb->add_option("--when-empty", options->whenEmpty,
-                   "Slide to show while every slide is hidden (else the deck's background)");
-  verb->add_option("--stale", options->stale,
-                   "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
-  verb->add_flag("--kiosk", options->kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
-  verb->add_flag("--loop", options->loop, "Begin anew after the last slide");
-  verb->add_flag("--no-reload", options->noReload, "Go on with the deck as it is now when its file changes");
-  verb->callback([options, &environment] { show(*options, environment); });
+  define(*verb, *options);
+  verb->callback([options, verb, &environment] {
+    show(withSettings(*options, optionsGiven(*verb), define), environment);
+  });
 }
 
 }  // namespace app

@@ -16,6 +16,7 @@
 #include "basic/Counted.h"
 #include "model/modSample.h"
 #include "pages/modPages.h"
+#include "platform/Module.h"
 #include "platform/Settings.h"
 #include "web/http/Secret.h"
 
@@ -277,7 +278,7 @@ std::string Desk::beginShow() {
 
 /// A page of the help, or what it refers to.
 std::optional<web::Asset> Desk::help(std::string_view name) {
-  const fs::path file = fs::path(host::Current().module->Path()) / "help" / name;
+  const fs::path file = fs::path(platform::helpFolder()) / name;
   std::ifstream in(file, std::ios::binary);
   std::ostringstream bytes;
   bytes << in.rdbuf();
