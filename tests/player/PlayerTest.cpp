@@ -242,6 +242,26 @@ TEST_F(PlayerTest, FollowsTheClockWhereverItJumps) {
   EXPECT_EQ(shown(), "B1 1") << "and is tried again when its time comes";
 }
 
+TEST_F(PlayerTest, ScreensOfSynchronousPlayersChangeAtTheSameMoments) {
+  isSynchronous = true;
+  const std::vector<FolderDeck> decks = {deck("A", "vv"), deck("B", "v")};
+  const auto shownAt = [this] {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+               stage().state({}).shownAt->time_since_epoch()) -
+           TimeToPrepare;
+  };
+  now = 1500;
+  play(decks);
+  EXPECT_EQ(shownAt().count(), 1000) << "the moment of the players that were there before";
+  tick(2040, decks);
+  EXPECT_EQ(shownAt().count(), 2000);
+  tick(61'020, decks);
+  EXPECT_EQ(shownAt().count(), 61'000);
+  now = 61'200;
+  EXPECT_TRUE(stage().blank(web::Blank::Black).isDone());
+  EXPECT_EQ(shownAt().count(), 61'200) << "this player's operator alone";
+}
+
 TEST_F(PlayerTest, SynchronousPlayersGoThroughACustomShowAsItStands) {
   isSynchronous = true;
   support::DeckBuilder builder;

@@ -32,8 +32,15 @@ struct ShowOptions {
   std::optional<double> seconds;
   bool kiosk = false;
   bool loop = false;
+  bool synchronous = false;
   bool noReload = false;
 };
+
+/// When screens show what the show does now, if they are to do it together.
+std::function<std::chrono::system_clock::time_point()> momentOf(const ShowOptions& options) {
+  if (!options.synchronous) return {};
+  return [] { return std::chrono::system_clock::now() + TimeToPrepare; };
+}
 
 /// Runs the loop until the show is over and the screens have been told.
 class ShowRun {
@@ -42,7 +49,7 @@ class ShowRun {
       : options_(options),
         environment_(environment),
         stage_(host_, environment.loop(), host_.open(options.deck, deck::Application::Damaged::Repaired),
-               {{staleDataOf(options.stale), options.whenEmpty, {}},
+               {{staleDataOf(options.stale), options.whenEmpty, {}, momentOf(options)},
                 options.kiosk ? std::optional(true) : std::nullopt,
                 options.loop ? std::optional(true) : std::nullopt,
                 options.seconds}) {}
@@ -155,6 +162,8 @@ void define(CLI::App& verb, ShowOptions& options) {
                   "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
   verb.add_flag("--kiosk", options.kiosk, "Kiosk show: loops, no pointer, no keys but Escape");
   verb.add_flag("--loop", options.loop, "Begin anew after the last slide");
+  verb.add_flag("--synchronous", options.synchronous,
+                "All screens change at the same moment, half a second after the show");
   verb.add_flag("--no-reload", options.noReload, "Go on with the deck as it is now when its file changes");
 }
 

@@ -31,4 +31,8 @@ struct FolderDeck {
   friend bool operator==(const FolderDeck&, const FolderDeck&) = default;
 };
 
+/// Of one version of a deck.
+inline std::string idOf(const FolderDeck& deck) { return deck.name + '\n' + deck.version; }
+inline bool isSame(const FolderDeck& a, const FolderDeck& b) { return idOf(a) == idOf(b); }
+
 }  // namespace app

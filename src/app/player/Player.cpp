@@ -25,11 +25,6 @@ const FolderDeck* find(const std::vector<FolderDeck>& decks, const std::string& 
   return found == decks.end() ? nullptr : &*found;
 }
 
-/// Of one version of a deck.
-std::string idOf(const FolderDeck& deck) { return deck.name + '\n' + deck.version; }
-
-bool isSame(const FolderDeck& a, const FolderDeck& b) { return idOf(a) == idOf(b); }
-
 FolderDeck fillerOf(const std::string& path) {
   FolderDeck filler;
   filler.isOn = true;
@@ -44,7 +39,7 @@ Player::Player(AddInHost& host, platform::EventLoop& loop, Options options)
     : host_(host),
       loop_(loop),
       options_(std::move(options)),
-      stage_(host, loop, nullptr, options_.stage, this),
+      stage_(host, loop, nullptr, stageOptions(), this),
       waking_(loop.CreateTimer([this] {
         waking_->Enabled(false);
         isResting_ = false;
@@ -52,6 +47,17 @@ Player::Player(AddInHost& host, platform::EventLoop& loop, Options options)
       })),
       self_(std::make_shared<Player*>(this)) {
   if (!options_.whenEmpty.empty()) filler_ = fillerOf(options_.whenEmpty);
+}
+
+/// All players of the folder have their screens change at the same moments.
+Stage::Options Player::stageOptions() {
+  Stage::Options stage = options_.stage;
+  if (!options_.isSynchronous) return stage;
+  stage.live.moment = [this] {
+    return std::chrono::system_clock::time_point() + TimeToPrepare +
+           std::chrono::milliseconds(due_.value_or(options_.now()));
+  };
+  return stage;
 }
 
 Player::~Player() { *self_ = nullptr; }
@@ -118,6 +124,7 @@ void Player::decide() {
     if (!isOn_) break;
     if (options_.isSynchronous) {
       decideByTime();
+      due_.reset();
     } else {
       decideByTurn();
     }
@@ -194,8 +201,10 @@ void Player::decideByTime() {
   if (!areTimesKnown(decks)) return;
   std::vector<TimedDeck> times;
   for (const FolderDeck& deck : decks) times.push_back(known_[idOf(deck)].times);
-  const auto place = synchronousPlace(times, options_.now());
+  const std::int64_t now = options_.now();
+  const auto place = synchronousPlace(times, now);
   if (!place) return rest();
+  due_ = now + place->remaining - place->slide.milliseconds;
   // Clocks are set, and machines sleep.
   constexpr std::int64_t LongestSleep = 500;
   wakeIn(std::min(place->remaining, LongestSleep));
@@ -211,8 +220,8 @@ void Player::decideByTime() {
   if (absent_.contains(idOf(deck))) return rest();
   const TimedSlide slide = stands == place->deck ? place->slide : times[stands].front();
   if (isOnShow(deck)) {
-    const auto now = stage_.place();
-    if (now && now->blank == deck::Blank::None) stage_.moveTo(slide.place);
+    const auto stage = stage_.place();
+    if (stage && stage->blank == deck::Blank::None) stage_.moveTo(slide.place);
     const FolderDeck& next = decks[(stands + 1) % decks.size()];
     if (!isOnShow(next) && !absent_.contains(idOf(next))) prepare(next);
     return;
@@ -359,10 +368,8 @@ void Player::wakeIn(std::int64_t milliseconds) {
 }
 
 web::DecksHealth Player::decks() const {
-  web::DecksHealth health;
+  web::DecksHealth health{{}, changes_, trouble_};
   for (const FolderDeck& deck : decks_) health.decks.push_back(healthOf(deck));
-  health.changes = changes_;
-  health.problem = trouble_;
   return health;
 }
 

@@ -98,6 +98,7 @@ class Player final : private Programme {
   void rest();
   bool showFiller();
   [[nodiscard]] deck::SlideShowOptions showOptions() const;
+  [[nodiscard]] Stage::Options stageOptions();
   [[nodiscard]] bool isOnShow(const FolderDeck& deck) const;
   [[nodiscard]] web::DeckHealth healthOf(const FolderDeck& deck) const;
   void wakeIn(std::int64_t milliseconds);
@@ -131,6 +132,8 @@ class Player final : private Programme {
   /// Decks that had nothing to show when it was their time, and whose time that was.
   std::set<std::string> absent_;
   std::string timeOf_;
+  /// While it is decided by the time: when the slide was due that is on, in milliseconds since 1970.
+  std::optional<std::int64_t> due_;
   std::uint64_t changes_ = 0;
   bool isDeciding_ = false;
   bool isAgain_ = false;

@@ -73,6 +73,7 @@ void LiveShow::begin(const deck::SlideShowOptions& options, std::function<void()
   show_ = deck::SlideShow::begin(application_, presentation_, loop_, options, this);
   if (!options_.began) options_.began = std::chrono::system_clock::now();
   builtBefore_ = show_->builtSteps();
+  setMoment();
   for (const deck::Damage& damage : presentation_->damages()) problems_.tell(damage.text);
   watch(watched_);
   lookAround();
@@ -95,6 +96,10 @@ void LiveShow::leave() {
   onEnd_ = nullptr;
   presentation_->removeListener(*this);
   show_->end();
+}
+
+void LiveShow::setMoment() {
+  if (options_.moment) shownAt_ = options_.moment();
 }
 
 void LiveShow::stand() {
@@ -158,6 +163,7 @@ web::ScreenState LiveShow::state(const web::View& view) {
   state.stylesheet = SlidePages::styleSheetName();
   state.began = options_.began;
   state.progress = progress_;
+  state.shownAt = shownAt_;
   if (show_) {
     state.blank = toWeb(show_->blank());
     state.kiosk = show_->isKiosk();
@@ -247,13 +253,23 @@ void LiveShow::linksUpdated() {
 
 void LiveShow::slideChanged() {
   if (show_) builtBefore_ = show_->builtSteps();
+  setMoment();
   changes_.slideOnShow();
 }
-void LiveShow::blankChanged() { changes_.everything(); }
-void LiveShow::buildChanged() { changes_.slideOnShow(); }
+
+void LiveShow::blankChanged() {
+  setMoment();
+  changes_.everything();
+}
+
+void LiveShow::buildChanged() {
+  setMoment();
+  changes_.slideOnShow();
+}
 
 void LiveShow::ended() {
   lookout_->Enabled(false);
+  setMoment();
   if (!standing_) changes_.everything();
   // Of this show: another one may have begun until then.
   if (onEnd_) loop_.post(std::exchange(onEnd_, nullptr));

@@ -23,12 +23,18 @@
 
 namespace app {
 
+/// From a change of the show to the moment at which screens show it together: they have it by then, over the
+/// networks between, and have drawn it out of sight.
+inline constexpr std::chrono::milliseconds TimeToPrepare{500};
+
 struct LiveShowOptions {
   StaleData staleData = StaleData::Keep;
   /// The slide to show when every slide is hidden; nothing: the deck's background.
   std::optional<int> whenEmpty;
   /// When the show began that this one goes on with.
   std::optional<std::chrono::system_clock::time_point> began;
+  /// When screens show what the show does now; without it each shows it as soon as it can.
+  std::function<std::chrono::system_clock::time_point()> moment = {};
 };
 
 /// The running show of one deck, between its three neighbours: what the deck and the show report as changed
@@ -100,6 +106,7 @@ class LiveShow final : private deck::ChangeListener, private deck::SlideShowList
     std::optional<int> next;
     bool isEmpty = false;
   };
+  void setMoment();
   void stand();
   [[nodiscard]] std::optional<int> currentSlide() const;
   [[nodiscard]] std::optional<int> nextSlide() const;
@@ -133,6 +140,7 @@ class LiveShow final : private deck::ChangeListener, private deck::SlideShowList
   std::optional<web::Progress> progress_;
   /// How far the slide on show was built up when it was last looked at.
   std::size_t builtBefore_ = 0;
+  std::optional<std::chrono::system_clock::time_point> shownAt_;
   std::optional<Standing> standing_;
 };
 

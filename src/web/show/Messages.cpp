@@ -91,9 +91,11 @@ SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& stat
                {"builds", buildsJson(state.builds)},
                {"progress", progressJson(state.progress)},
                {"began", nullptr},
+               {"at", nullptr},
                {"current", slideJson(state.current)},
                {"next", slideJson(state.next)}};
   if (state.began) json["began"] = epochMilliseconds(*state.began);
+  if (state.shownAt) json["at"] = epochMilliseconds(*state.shownAt);
   return event("picture", sequence, textOf(json), true);
 }
 
@@ -167,6 +169,11 @@ std::string styleRules(const ScreenState& state) {
           "content:\"\";position:absolute;top:0;right:0;width:8px;height:8px;background:#d98a00;"
           "clip-path:polygon(0 0,100% 0,100% 100%);opacity:.85");
   return rules;
+}
+
+std::string timeJson(std::chrono::system_clock::time_point now) {
+  const std::chrono::duration<double, std::milli> time = now.time_since_epoch();
+  return textOf({{"now", time.count()}});
 }
 
 std::int64_t epochMilliseconds(std::chrono::system_clock::time_point time) {

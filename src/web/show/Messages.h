@@ -25,7 +25,8 @@ SharedMessage greetingMessage(const std::optional<std::string>& screen);
 /// (ms), title, left, top, width, height, transparent, kiosk, blank ("none", "black", "white"), ended,
 /// stylesheet, rules (a style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
 /// (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption, text, step, maximum} or
-/// null, slideCount, began (ms since 1970) or null, current: {index, html} or null, next: likewise}
+/// null, slideCount, began (ms since 1970) or null, at (ms since 1970 by the server's time: all screens show
+/// it then; null: at once), current: {index, html} or null, next: likewise}
 SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& state, std::string_view version,
                                  std::chrono::milliseconds heartbeat);
 /// `shapes`: [{slide, id, html}] of those changes that `isShown` picks; with
@@ -57,6 +58,10 @@ std::string_view blankName(Blank blank);
 
 /// The style rules of the present moment: which elements carry a mark, withhold their text or are hidden.
 std::string styleRules(const ScreenState& state);
+
+/// What GET /screen/time answers: {now: ms since 1970, in fractions}. Screens find by it how their clocks
+/// differ.
+std::string timeJson(std::chrono::system_clock::time_point now);
 
 /// ms since 1970
 std::int64_t epochMilliseconds(std::chrono::system_clock::time_point time);

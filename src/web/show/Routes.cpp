@@ -8,6 +8,7 @@
 #include "web/http/Target.h"
 #include "web/show/Answers.h"
 #include "web/show/Broadcast.h"
+#include "web/show/Messages.h"
 #include "web/show/Page.h"
 #include "web/show/Reports.h"
 #include "web/show/Status.h"
@@ -121,6 +122,7 @@ Response Routes::built(const Request& request) {
   if (path == "/status") return pageAnswer(statusPage(show_.state(View{})));
   if (path == "/healthz") return json(R"({"status":"ok"})");
   if (path == "/readyz") return readyAnswer();
+  if (path == "/screen/time") return json(timeJson(std::chrono::system_clock::now()));
   if (path == "/metrics") {
     return Response::fresh(200, "text/plain; version=0.0.4; charset=utf-8",
                            metricsText(show_.health(), broadcast_, failures_));

@@ -25,6 +25,7 @@ class Broadcast;
 ///   GET  /client/VERSION/FILE     scripts and styles of the pages
 ///   GET  /assets/NAME             what the slides refer to, or a range of its bytes
 ///   GET  /slides/N                a slide as it is now, a piece of HTML
+///   GET  /screen/time             the server's time, JSON: see timeJson()
 ///   GET  /screen/events           event stream for screens, with the page's query
 ///   GET  /remote/events           the same events for remote controls, which are no screens
 ///   GET  /api/v1/events           event stream for programs

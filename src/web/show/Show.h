@@ -114,6 +114,9 @@ struct ScreenState {
   /// While the show is being opened.
   std::optional<Progress> progress;
   std::optional<std::chrono::system_clock::time_point> began;
+  /// When all screens show it, by the server's time; nothing: as soon as each can. One that has passed means
+  /// the same.
+  std::optional<std::chrono::system_clock::time_point> shownAt;
 };
 
 /// A cell of a table that screens hold.

@@ -4,6 +4,7 @@
 import { isAwake } from "./awake.js";
 import { renewFor } from "./renewal.js";
 import { changeShapes, showState } from "./slides.js";
+import { measureServerTime } from "./server_time.js";
 import { openStream } from "./stream.js";
 
 const page = document.documentElement;
@@ -23,6 +24,7 @@ export function followShow(url, { before, hello, state, changed }) {
     before,
     hello,
     picture: inTurn(async (fresh, isNext) => {
+      if (fresh.at !== null && !isNext) measureServerTime();
       renewFor(fresh.version);
       if (document.title !== fresh.title) document.title = fresh.title;
       await showState(fresh, isNext && isAwake());

@@ -2,6 +2,7 @@
 
 import { loadChartsFor } from "./chart_loader.js";
 import { finishGlide, finishGlides, glide } from "./glides.js";
+import { frameAt, isAhead, lateFor } from "./moment.js";
 import { isInsideSvg, parse, patch } from "./patch.js";
 import { finishTransition, playBuild, playTransition } from "./transitions.js";
 
@@ -91,7 +92,9 @@ function swapTo(state, isAnimated) {
     playMedia(frame, frame === current);
   }
   wanted = [current, next];
-  if (isOther && isAnimated && before) playTransition(before, current, state.transition, dropOthers);
+  if (isOther && isAnimated && before) {
+    playTransition(before, current, state.transition, lateFor(state.at), dropOthers);
+  }
   dropOthers();
 }
 
@@ -154,12 +157,26 @@ function keepRulesForLeaving(rules) {
     .join("\n");
 }
 
+// What comes stands behind the slide in front, and is drawn out of sight.
+function standBehind(slide) {
+  if (!slide || [...stage.children].some((frame) => frame.firstElementChild?.id === `s${slide.index}`)) return;
+  const frame = frameFor(slide);
+  if (!frame) return;
+  frame.inert = true;
+  wanted.push(frame);
+}
+
 // Draws a state; `isAnimated` lets another slide come in by its transition.
 export async function showState(state, isAnimated) {
   await useStylesheet(state.stylesheet);
   await loadChartsFor(`${state.current?.html}${state.next?.html}`);
   const page = document.documentElement;
   if (page.dataset.deck !== state.deck) await prepareDeck(state);
+  if (isAhead(state.at)) {
+    standBehind(state.current);
+    picturesLoaded(`${state.current?.html}`);
+    await frameAt(state.at);
+  }
   page.dataset.deck = state.deck;
   const rules = document.getElementById("rules");
   if (state.current?.index !== currentSlide()) keepRulesForLeaving(rules);

@@ -56,8 +56,9 @@ export function finishTransition() {
   finish();
 }
 
-// Moves from one frame to the other; `done` is called once, when it is over.
-export function playTransition(leaving, entering, { kind, direction, duration, throughBlack: isThroughBlack }, done) {
+// Moves from one frame to the other, as it should have begun `late` ms ago where that is known; `done` is called
+// once, when it is over.
+export function playTransition(leaving, entering, { kind, direction, duration, throughBlack: isThroughBlack }, late, done) {
   const plan = isThroughBlack ? throughBlack[kind] : (kinds[kind] ?? kinds.fade)(direction);
   if (!plan || !(duration > 0) || !isMotionWanted()) return done();
   const timing = { duration, easing: plan.entering?.opacity ? "linear" : "ease-in-out", fill: "both" };
@@ -67,6 +68,8 @@ export function playTransition(leaving, entering, { kind, direction, duration, t
     plan.leaving && leaving.animate(plan.leaving, timing),
     plan.entering && entering.animate(plan.entering, timing),
   ].filter(Boolean);
+  // Screens of one wall are in step, whenever each has its frames.
+  if (late !== null) for (const animation of animations) animation.currentTime = late;
   finish = () => {
     finish = () => {};
     for (const animation of animations) animation.cancel();

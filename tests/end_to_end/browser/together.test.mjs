@@ -1,0 +1,85 @@
+// Screens that all change at one moment.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { openScreen, useBrowser, waitForSlide } from "../support/browser.mjs";
+import { showValues } from "../support/value_deck.mjs";
+import { until } from "../support/wait.mjs";
+
+useBrowser();
+
+test("a screen finds the server's time, and waits for a moment of it in its frames", async (t) => {
+  const { show } = await showValues(t, ["one"]);
+  const page = await openScreen(t, show.url, { isClockHeld: true });
+  // The first answer tells the time, an hour from the screen's; later ones are lost.
+  const hour = 3600000;
+  let asked = 0;
+  await page.route(/\/screen\/time/, async (route) => {
+    const now = await page.evaluate(() => performance.now());
+    if (++asked === 1) await route.fulfill({ json: { now: now + hour } });
+    else await route.abort();
+  });
+  await page.evaluate(async () => {
+    const from = document.querySelector("script[src]").src.replace("screen/screen.js", "core/");
+    const { measureServerTime, timeUntil } = await import(`${from}server_time.js`);
+    const { frameAt, isAhead, lateFor } = await import(`${from}moment.js`);
+    Object.assign(window, { timeUntil, frameAt, isAhead, lateFor });
+    window.unknown = [timeUntil(Date.now()), isAhead(Date.now() + 100)];
+    measureServerTime();
+  });
+  assert.deepEqual(await page.evaluate(() => unknown), [null, false]);
+  await until("an exchange", async () => {
+    await page.clock.runFor(100);
+    return page.evaluate(() => timeUntil(0) !== null);
+  });
+  const ahead = (time) => page.evaluate((delay) => isAhead(performance.now() + 3600000 + delay), time);
+  assert.deepEqual([await ahead(-1), await ahead(500), await ahead(60000)], [false, true, false]);
+
+  await page.evaluate(() => {
+    window.moment = performance.now() + 3600000 + 500;
+    frameAt(moment).then(() => (window.shown = timeUntil(moment)));
+  });
+  await page.clock.runFor(400);
+  assert.equal(await page.evaluate(() => window.shown), undefined);
+  await page.clock.runFor(200);
+  const { shown, late } = await page.evaluate(() => ({ shown: window.shown, late: lateFor(moment) }));
+  assert.ok(Math.abs(shown) <= 10, `${shown} ms from the moment`);
+  assert.equal(late, null);
+  // What has passed is not waited for.
+  assert.equal(await page.evaluate(() => frameAt(performance.now() + 3600000 - 5).then(() => "at once")), "at once");
+});
+
+test("with --synchronous a change comes with its moment, and no screen shows it before", async (t) => {
+  const { show } = await showValues(t, ["one"], "--synchronous");
+  const first = await openScreen(t, show.url);
+  const second = await openScreen(t, `${show.url}?part=2x1/2`);
+  const told = show.events("/screen/events");
+  for (const page of [first, second]) {
+    await waitForSlide(page, 1);
+    await page.evaluate(() => {
+      window.changes = [];
+      const note = () => changes.push({ slide: document.querySelector(".frame.current > .slide")?.id, time: Date.now() });
+      new MutationObserver(note).observe(document.getElementById("stage"), { attributeFilter: ["class"], subtree: true });
+    });
+  }
+  await until("the first exchanges", () =>
+    Promise.all([first, second].map((page) => page.evaluate(async () => {
+      const from = document.querySelector("script[src]").src.replace("screen/screen.js", "core/");
+      return (await import(`${from}server_time.js`)).timeUntil(0) !== null;
+    }))).then((known) => known.every(Boolean)),
+  );
+  const before = Date.now();
+  await show.command("next");
+  const { data } = await told.next("slide 2", ({ event, data }) => event === "picture" && data.current?.index === 2);
+  assert.ok(data.at >= before + 400, "time to prepare");
+  for (const page of [first, second]) {
+    await waitForSlide(page, 2);
+    const { time } = await page.evaluate(() => changes.find(({ slide }) => slide === "s2"));
+    // A busy machine is late. Half of the time to prepare is far more than the clocks may be wrong.
+    assert.ok(time >= data.at - 250, `${data.at - time} ms too early`);
+  }
+  // Without the option nobody waits.
+  const { show: other } = await showValues(t, ["one"]);
+  const { data: plain } = await other.events("/screen/events").next("the picture", ({ event }) => event === "picture");
+  assert.equal(plain.at, null);
+});
