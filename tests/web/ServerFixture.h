@@ -20,7 +20,7 @@ class ServerFixture : public testing::Test {
   }
 
   Server& server() {
-    if (!server_) server_ = std::make_unique<Server>(loop, show, options);
+    if (!server_) server_ = std::make_unique<Server>(loop, show, options, hub);
     return *server_;
   }
   Client connect(int receiveBuffer = 0) { return {loop, server().port(), receiveBuffer}; }
@@ -29,11 +29,18 @@ class ServerFixture : public testing::Test {
     client.open(path);
     return client;
   }
+  /// Tells what a screen has painted; returns the status.
+  static int postPainted(Client& client, const std::string& report) {
+    client.send("POST /screen/painted HTTP/1.1\r\nHost: localhost\r\nContent-Length: " +
+                std::to_string(report.size()) + "\r\n\r\n" + report);
+    return client.answer().status;
+  }
   bool until(const std::function<bool()>& done) { return runUntil(loop, done); }
 
   boost::asio::io_context loop;
   FakeShow show;
   Options options;
+  PublisherOptions hub;
   std::vector<std::string> errors;
   std::unique_ptr<Server> server_;
 };

@@ -8,6 +8,7 @@
 
 #include "addin/support/modErrors.h"
 #include "app/commands/Commands.h"
+#include "app/commands/HubOptions.h"
 #include "app/commands/ScreenOptions.h"
 #include "app/commands/ServerEnd.h"
 #include "app/commands/SettingsFile.h"
@@ -34,6 +35,7 @@ struct PlayOptions {
   std::string computer;
   std::string trust;
   ServerOptions server;
+  HubOptions hub;
   std::string whenEmpty;
   std::string stale;
   std::string why;
@@ -123,10 +125,10 @@ class PlayRun {
     });
     isStarting_ = false;
     web::Server server(environment_.loop().context(), player_.stage(),
-                       serverOf(options_.server, token, ScreenConnections));
+                       screensServerOf(options_.server, options_.hub, token), publisherOf(options_.hub));
     end.emplace(
         environment_.loop(), [&server] { server.stop(); },
-        [&server] { return server.screens() + server.programs(); });
+        [&server] { return server.screens() + server.programs() + server.unpublished(); });
     player_.stage().connect(&server);
     environment_.loop().onSignal([this](int) { player_.shutDown(); });
     std::cout << "Playing " << platform::forTerminal(source_.place) << " as "
@@ -239,6 +241,7 @@ void define(CLI::App& verb, PlayOptions& options) {
       ->check(CLI::ExistingFile);
   addServerOptions(verb, options.server);
   addPerAddressOption(verb, options.server);
+  addHubOptions(verb, options.hub);
   verb.add_option("--seconds", options.seconds, "How long slides without a timing of their own stay")
       ->check(CLI::Range(ShortestStay, LongestStay))
       ->capture_default_str();

@@ -19,6 +19,12 @@ StaleData staleDataOf(const std::string& option) {
        std::string(" must be keep, mark or blank, not \"") + name + "\".");
 }
 
+web::Options screensServerOf(const ServerOptions& options, const HubOptions& hub, const Token& token) {
+  web::Options server = serverOf(options, token, ScreenConnections);
+  addHubsTo(server, hub);
+  return server;
+}
+
 void announceScreens(const web::Server& server, const Token& token, const ServerOptions& options,
                      Environment& environment) {
   std::cout << "Screen:   " << server.url() << '\n';

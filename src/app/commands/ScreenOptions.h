@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/commands/HubOptions.h"
 #include "app/commands/ServerOptions.h"
 #include "app/show/StaleValues.h"
 #include "web/show/Server.h"
@@ -18,6 +19,9 @@ constexpr double LongestStay = 86'400;
 
 /// What --stale says, else the setting StaleData; throws basic::Error for another word.
 StaleData staleDataOf(const std::string& option);
+
+/// How the server of screens is to listen, and the hubs that it has; as serverOf() and addHubsTo().
+web::Options screensServerOf(const ServerOptions& options, const HubOptions& hub, const Token& token);
 
 /// Says where people find the screens, and steer them.
 void announceScreens(const web::Server& server, const Token& token, const ServerOptions& options,

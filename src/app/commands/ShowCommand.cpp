@@ -6,6 +6,7 @@
 
 #include "addin/support/modErrors.h"
 #include "app/commands/Commands.h"
+#include "app/commands/HubOptions.h"
 #include "app/commands/ScreenOptions.h"
 #include "app/commands/ServerEnd.h"
 #include "app/commands/SettingsFile.h"
@@ -26,6 +27,7 @@ namespace {
 struct ShowOptions {
   std::string deck;
   ServerOptions server;
+  HubOptions hub;
   std::optional<std::int32_t> slide;
   std::optional<std::int32_t> whenEmpty;
   std::string stale;
@@ -58,11 +60,11 @@ class ShowRun {
     const Token token = obtainToken(options_.server.tokenFile);
     // Listen first: a port in use is told before anything has begun.
     web::Server server(environment_.loop().context(), stage_,
-                       serverOf(options_.server, token, ScreenConnections));
+                       screensServerOf(options_.server, options_.hub, token), publisherOf(options_.hub));
     // The last picture is on its way: close the doors, then leave.
     ServerEnd end(
         environment_.loop(), [&server] { server.stop(); },
-        [&server] { return server.screens() + server.programs(); });
+        [&server] { return server.screens() + server.programs() + server.unpublished(); });
     // Screens may come while the show is being opened.
     stage_.connect(&server);
     environment_.progressMeter().watch(
@@ -152,6 +154,7 @@ void define(CLI::App& verb, ShowOptions& options) {
   verb.add_option("DECK", options.deck, "The deck");
   addServerOptions(verb, options.server);
   addPerAddressOption(verb, options.server);
+  addHubOptions(verb, options.hub);
   verb.add_option("--slide", options.slide, "Slide to begin with");
   verb.add_option("--seconds", options.seconds,
                   "How long slides without a timing of their own stay; the deck is not changed")

@@ -24,6 +24,8 @@ std::string randomToken() {
   return token;
 }
 
+}  // namespace
+
 std::string readToken(const std::string& file) {
   std::ifstream in(file);
   std::string token;
@@ -32,8 +34,6 @@ std::string readToken(const std::string& file) {
   if (token.empty()) fail(file + ": the token file holds no token.");
   return token;
 }
-
-}  // namespace
 
 Token obtainToken(const std::string& file) {
   if (!file.empty()) return {readToken(file), false};

@@ -14,5 +14,7 @@ struct Token {
 
 /// Throws basic::Error when the file cannot be read or holds no token.
 Token obtainToken(const std::string& file);
+/// The token in a file. Throws likewise.
+std::string readToken(const std::string& file);
 
 }  // namespace app

@@ -63,6 +63,7 @@ bool isSameOrigin(std::string_view origin, const Authority& host) {
 
 Guard::Guard(const Options& options, std::string_view machine)
     : names_{"localhost", "127.0.0.1", "::1", options.address},
+      hubs_(options.hubs),
       token_(options.token),
       pass_("pass-" + newSecret().substr(0, 8) + '=' + newSecret()) {
   boost::system::error_code malformed;
@@ -72,14 +73,23 @@ Guard::Guard(const Options& options, std::string_view machine)
     names_.push_back(std::string(machine) + ".local");
   }
   for (const std::string& name : options.allowedNames) names_.emplace_back(withoutBrackets(name));
+  for (const std::string& hub : hubs_) {
+    const auto host = parseAuthority(std::string_view(hub).substr(hub.find("//") + 2));
+    if (host) names_.emplace_back(withoutBrackets(host->name));
+  }
 }
 
-std::optional<std::string> Guard::objection(const Request& request) const {
+bool Guard::isOfHub(const Request& request) const {
+  return request.hasOrigin && basic::HasName(hubs_, request.origin);
+}
+
+std::optional<std::string> Guard::objection(const Request& request, bool mayBeOfHub) const {
   const auto host = parseAuthority(request.host);
   if (!host || !isOurs(withoutBrackets(host->name))) {
     return "The name in the Host header is not one of this server's. Use its address, or allow the name in "
            "the server's settings.";
   }
+  if (mayBeOfHub && isOfHub(request)) return std::nullopt;
   if (request.hasOrigin && !isSameOrigin(request.origin, *host)) {
     return "The request comes from a page of another site (see its Origin header).";
   }

@@ -21,15 +21,19 @@ struct Options;
 ///    to, and Options::allowedNames;
 ///  - unless bound to loopback, also every IP literal (nobody can own one by
 ///    DNS), the machine's name, and that name under ".local".
+///  - the names of Options::hubs.
 /// The port is not compared, so a forwarded port works. An Origin, when there is
-/// one, must have the same name and port as the Host.
+/// one, must have the same name and port as the Host; but screens of one hub may look whether
+/// another one is there.
 class Guard {
  public:
   /// `machine` is the computer's host name.
   Guard(const Options& options, std::string_view machine);
 
-  /// Why the request is foreign, or nothing.
-  [[nodiscard]] std::optional<std::string> objection(const Request& request) const;
+  /// Why the request is foreign, or nothing. `mayBeOfHub`: pages of all hubs may ask this.
+  [[nodiscard]] std::optional<std::string> objection(const Request& request, bool mayBeOfHub = false) const;
+  /// Whether it comes from a page of one of Options::hubs.
+  [[nodiscard]] bool isOfHub(const Request& request) const;
   /// Whether the request carries the token; takes the same time for any wrong
   /// token of the right length.
   [[nodiscard]] bool mayChange(const Request& request) const;
@@ -44,6 +48,7 @@ class Guard {
   [[nodiscard]] bool isOurs(std::string_view name) const;
 
   std::vector<std::string> names_;
+  std::vector<std::string> hubs_;
   bool anyAddress_;
   std::string token_;
   /// Name and value; a name of its own, as cookies do not tell two servers on one machine apart.

@@ -22,6 +22,9 @@ struct Options {
   std::string token;
   /// Further names under which the server may be addressed; see Guard.
   std::vector<std::string> allowedNames;
+  /// The origins at which browsers find the hubs that pass this server's messages on, and the server itself:
+  /// "http://hub.example.org:8080", in small letters. Their names are allowed.
+  std::vector<std::string> hubs;
 
   /// Connections at one time, streams included; see Listener for what one more gets.
   std::size_t maxConnections = 2000;
@@ -55,6 +58,8 @@ struct Options {
 
   /// Hears of failures inside the program that a request met.
   std::function<void(const basic::Error&)> onError;
+  /// The clock by which screens are late or gone.
+  std::function<std::chrono::steady_clock::time_point()> now = std::chrono::steady_clock::now;
 
   /// How many connections there may be at one time beside maxConnections.
   [[nodiscard]] std::size_t beyond() const { return maxGuests + keptSeats; }

@@ -13,8 +13,9 @@ namespace {
 
 constexpr std::string_view pagePolicy =
     "default-src 'none'; script-src 'self'; style-src 'self' 'unsafe-inline'; img-src 'self' data:; "
-    "connect-src 'self'; font-src 'self'; media-src 'self'; base-uri 'none'; form-action 'none'; "
-    "frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types slides charts default";
+    "font-src 'self'; media-src 'self'; base-uri 'none'; form-action 'none'; "
+    "frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types slides charts default; "
+    "connect-src 'self'";
 // An asset comes out of a deck: opened by itself (an SVG picture), it may do nothing.
 constexpr std::string_view assetPolicy =
     "default-src 'none'; style-src 'unsafe-inline'; img-src data:; sandbox";
@@ -67,9 +68,11 @@ std::string machineName() {
   return boost::asio::ip::host_name(nameless);
 }
 
-Response pageAnswer(std::string html) {
+Response pageAnswer(std::string html, const std::vector<std::string>& origins) {
   Response response = Response::fresh(200, "text/html; charset=utf-8", std::move(html));
-  response.headers.emplace_back("Content-Security-Policy", pagePolicy);
+  std::string policy(pagePolicy);
+  for (const std::string& origin : origins) policy.append(" ").append(origin);
+  response.headers.emplace_back("Content-Security-Policy", std::move(policy));
   return response;
 }
 

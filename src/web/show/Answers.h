@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "web/http/Request.h"
 #include "web/http/Response.h"
@@ -15,8 +16,8 @@ namespace web {
 /// The name of this machine, as Guard asks for it; empty when it has none.
 std::string machineName();
 
-/// A page, under a policy that lets it load nothing but what this server has.
-Response pageAnswer(std::string html);
+/// A page, under a policy that lets it load nothing but what this server has, and ask `origins` besides.
+Response pageAnswer(std::string html, const std::vector<std::string>& origins = {});
 /// A file of ClientFiles.h by VERSION/NAME; pages are none.
 Response clientFileAnswer(std::string_view path);
 /// What slides refer to, or the range of its bytes that is asked for; 404 without an asset.

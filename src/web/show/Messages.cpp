@@ -70,8 +70,8 @@ SharedMessage greetingMessage(const std::optional<std::string>& screen) {
   return messageOf(eventText("hello", std::nullopt, textOf(json)));
 }
 
-SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& state, std::string_view version,
-                                 std::chrono::milliseconds heartbeat) {
+std::string pictureData(const ScreenState& state, std::string_view version,
+                        std::chrono::milliseconds heartbeat) {
   Json json = {{"version", version},
                {"heartbeat", heartbeat.count()},
                {"deck", state.deck},
@@ -96,11 +96,11 @@ SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& stat
                {"next", slideJson(state.next)}};
   if (state.began) json["began"] = epochMilliseconds(*state.began);
   if (state.shownAt) json["at"] = epochMilliseconds(*state.shownAt);
-  return event("picture", sequence, textOf(json), true);
+  return textOf(json);
 }
 
-SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
-                            const std::function<bool(const ShapeChange&)>& isShown) {
+std::string shapesData(const std::vector<ShapeChange>& changes,
+                       const std::function<bool(const ShapeChange&)>& isShown) {
   Json json = Json::array();
   for (const ShapeChange& change : changes) {
     if (!isShown(change)) continue;
@@ -112,7 +112,20 @@ SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChang
     }
     if (change.glides) json.back()["glides"] = true;
   }
-  return event("shapes", sequence, textOf(json));
+  return textOf(json);
+}
+
+SharedMessage screenMessage(std::string_view name, std::uint64_t sequence, std::string_view data) {
+  return event(name, sequence, data, name == "picture");
+}
+
+std::string stateOfView(std::string_view run, std::uint64_t sequence, const std::optional<std::string>& hubId,
+                        const std::vector<std::string>& hubs, std::string_view picture) {
+  Json head = {{"run", run}, {"sequence", sequence}, {"hub", {{"id", nullptr}}}, {"hubs", hubs}};
+  if (hubId) head["hub"]["id"] = *hubId;
+  std::string text = textOf(head);
+  text.pop_back();
+  return text.append(",\"picture\":").append(picture).append("}");
 }
 
 SharedMessage stateMessage(std::uint64_t sequence, std::string_view stateJson) {

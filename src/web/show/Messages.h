@@ -21,19 +21,26 @@ namespace web {
 /// `hello`, without a number: {screen: the name under which it reports its paints, null for a remote
 /// control, now: the server's time in ms since 1970}
 SharedMessage greetingMessage(const std::optional<std::string>& screen);
-/// `picture`: everything. {version, deck (another one: nothing on the screen is the same any more), heartbeat
-/// (ms), title, left, top, width, height, transparent, kiosk, blank ("none", "black", "white"), ended,
-/// stylesheet, rules (a style sheet, see styleRules()), transition: {kind, direction, throughBlack, duration
-/// (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption, text, step, maximum} or
-/// null, slideCount, began (ms since 1970) or null, at (ms since 1970 by the server's time: all screens show
-/// it then; null: at once), current: {index, html} or null, next: likewise}
-SharedMessage screenStateMessage(std::uint64_t sequence, const ScreenState& state, std::string_view version,
-                                 std::chrono::milliseconds heartbeat);
-/// `shapes`: [{slide, id, html}] of those changes that `isShown` picks; with
+/// The data of `picture`: everything. {version, deck (another one: nothing on the screen is the same any
+/// more), heartbeat (ms), title, left, top, width, height, transparent, kiosk, blank ("none", "black",
+/// "white"), ended, stylesheet, rules (a style sheet, see styleRules()), transition: {kind, direction,
+/// throughBlack, duration (ms)}, builds: [{id, isEntrance, kind, direction, duration}], progress: {caption,
+/// text, step, maximum} or null, slideCount, began (ms since 1970) or null, at (ms since 1970 by the
+/// server's time: all screens show it then; null: at once), current: {index, html} or null, next: likewise}
+std::string pictureData(const ScreenState& state, std::string_view version,
+                        std::chrono::milliseconds heartbeat);
+/// The data of `shapes`: [{slide, id, html}] of those changes that `isShown` picks; with
 /// "glides": true where ShapeChange::glides, and with "cells": [[index, html]] in place of "html" where
 /// there are ShapeChange::cells.
-SharedMessage shapesMessage(std::uint64_t sequence, const std::vector<ShapeChange>& changes,
-                            const std::function<bool(const ShapeChange&)>& isShown);
+std::string shapesData(const std::vector<ShapeChange>& changes,
+                       const std::function<bool(const ShapeChange&)>& isShown);
+/// One of both as an event of a stream.
+SharedMessage screenMessage(std::string_view event, std::uint64_t sequence, std::string_view data);
+
+/// The answer of /screen/state/VIEW: {run, sequence, hub: {id}, hubs, picture}. `hubId` is what the hub calls
+/// the last message that it has taken; `picture` is pictureData().
+std::string stateOfView(std::string_view run, std::uint64_t sequence, const std::optional<std::string>& hubId,
+                        const std::vector<std::string>& hubs, std::string_view picture);
 
 // For programs:
 

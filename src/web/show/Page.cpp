@@ -70,8 +70,9 @@ std::string filled(std::string_view file, const ScreenState& state, const Furthe
 
 }  // namespace
 
-std::string screenPage(const ScreenState& state, const std::optional<WallPart>& part) {
-  return filled("screen/screen.html", state, {{"wall", part ? wallStyle(*part) : ""}});
+std::string screenPage(const ScreenState& state, const std::string& view,
+                       const std::optional<WallPart>& part) {
+  return filled("screen/screen.html", state, {{"view", view}, {"wall", part ? wallStyle(*part) : ""}});
 }
 
 std::string wrongPartPage(const ScreenState& state, std::string_view part) {

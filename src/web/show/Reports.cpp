@@ -10,16 +10,20 @@
 #include "json/Json.h"
 #include "web/show/Broadcast.h"
 #include "web/show/ViewJson.h"
+#include "web/show/ViewName.h"
 
 namespace web {
 namespace {
 
 using json::Json;
 
+/// Screens at hubs that are told of one by one; the others are counted.
+constexpr std::size_t mostTold = 500;
+
 double rounded(double seconds) { return std::round(seconds * 1000) / 1000; }
 
-double secondsSince(Screens::Clock::time_point time) {
-  return rounded(std::chrono::duration<double>(Screens::Clock::now() - time).count());
+double secondsBetween(Screens::Clock::time_point earlier, Screens::Clock::time_point later) {
+  return rounded(std::chrono::duration<double>(later - earlier).count());
 }
 
 /// ISO 8601 in UTC.
@@ -52,17 +56,18 @@ Json connectionJson(const ConnectionHealth& connection) {
   return json;
 }
 
-Json screenJson(const Screens::Screen& screen, std::uint64_t newest) {
+Json screenJson(const Screens::Screen& screen, std::uint64_t newest, Screens::Clock::time_point now) {
   Json json = {{"screen", screen.number},
                {"view", viewJson(screen.view)},
-               {"connected", secondsSince(screen.opened)},
+               {"connected", secondsBetween(screen.opened, now)},
+               {"hub", screen.course.has_value()},
                {"newest", newest},
                {"painted", nullptr}};
   if (screen.painted) {
     Json& painted = json["painted"];
     painted = {{"slide", screen.painted->slide},
                {"sequence", screen.painted->sequence},
-               {"age", secondsSince(screen.painted->at)},
+               {"age", secondsBetween(screen.painted->at, now)},
                {"delay", nullptr}};
     if (screen.painted->delay) painted["delay"] = rounded(*screen.painted->delay);
   }
@@ -76,6 +81,12 @@ Json decksJson(const DecksHealth& decks) {
         {{"name", deck.name}, {"state", wordFor(deck.state)}, {"why", deck.why}, {"until", deck.until}});
   }
   return {{"decks", list}, {"changes", decks.changes}, {"problem", decks.problem}};
+}
+
+/// 8 to 64 characters that need no care anywhere.
+bool isScreenName(std::string_view name) {
+  constexpr std::string_view allowed = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-";
+  return name.size() >= 8 && name.size() <= 64 && name.find_first_not_of(allowed) == std::string_view::npos;
 }
 
 /// One line per sample, families with their help and type.
@@ -139,6 +150,48 @@ void writeDecks(MetricsWriter& out, const DecksHealth& decks) {
              decks.problem.empty() ? 0 : 1);
 }
 
+/// What stands between quotation marks there: a path may hold anything.
+std::string label(std::string_view text) {
+  std::string escaped;
+  for (const char c : text) {
+    if (c == '"' || c == '\\') escaped += '\\';
+    escaped += c;
+  }
+  return escaped;
+}
+
+void writeHub(MetricsWriter& out, const Broadcast& broadcast) {
+  const Publisher& hub = *broadcast.publisher();
+  out.family("lumenfold_hub_up", "gauge", "1 while the hub's node takes messages.");
+  for (const Publisher::Node& node : hub.nodes()) {
+    if (node.isUp) out.sample(*node.isUp ? 1 : 0, "{node=\"" + label(node.address.name) + "\"}");
+  }
+  out.single("lumenfold_hub_messages_total", "counter", "Messages that a hub has taken.",
+             static_cast<double>(hub.taken()));
+  out.single("lumenfold_hub_failures_total", "counter", "Messages that a node of a hub did not take.",
+             static_cast<double>(hub.failures()));
+  out.single("lumenfold_hub_waiting", "gauge", "Messages that wait for a hub.",
+             static_cast<double>(hub.waiting()));
+  out.single("lumenfold_hub_views", "gauge", "Views that are published.",
+             static_cast<double>(broadcast.viewsAtHubs()));
+}
+
+Json hubJson(const Broadcast& broadcast) {
+  const Publisher& hub = *broadcast.publisher();
+  Json nodes = Json::array();
+  for (const Publisher::Node& node : hub.nodes()) {
+    nodes.push_back({{"address", node.address.name}, {"up", nullptr}, {"since", nullptr}, {"why", node.why}});
+    if (!node.isUp) continue;
+    nodes.back()["up"] = *node.isUp;
+    nodes.back()["since"] = secondsBetween(node.since, Publisher::Clock::now());
+  }
+  return {{"nodes", nodes},
+          {"views", broadcast.viewsAtHubs()},
+          {"taken", hub.taken()},
+          {"failures", hub.failures()},
+          {"waiting", hub.waiting()}};
+}
+
 void writeDelays(MetricsWriter& out, const Histogram& delays) {
   out.family("lumenfold_screen_paint_delay_seconds", "histogram",
              "From a change of the data to its paint on a screen.");
@@ -165,14 +218,16 @@ std::string healthJson(const Health& health, const Broadcast& broadcast) {
     standing.push_back({{"slide", slide.slide}, {"age", rounded(slide.age)}, {"error", slide.error}});
   }
   Json screens = Json::array();
+  std::size_t left = mostTold;
   for (const auto& [id, screen] : broadcast.screenBook().all()) {
-    screens.push_back(screenJson(screen, broadcast.newest(screen.view)));
+    if (screen.course && left == 0) continue;
+    if (screen.course) --left;
+    screens.push_back(screenJson(screen, broadcast.newest(screen.view), broadcast.screenBook().now()));
   }
-  Json json = {{"ready", health.isReady},
-               {"position", health.position},
-               {"connections", connections},
-               {"standing", standing},
-               {"screens", screens}};
+  Json json = {{"ready", health.isReady},    {"position", health.position},
+               {"connections", connections}, {"standing", standing},
+               {"screens", screens},         {"screensAtHubs", broadcast.screenBook().atHubs()}};
+  if (broadcast.publisher() != nullptr) json["hub"] = hubJson(broadcast);
   if (health.decks) json["player"] = decksJson(*health.decks);
   return json::textOf(json);
 }
@@ -182,35 +237,50 @@ std::string metricsText(const Health& health, const Broadcast& broadcast, std::u
   out.single("lumenfold_ready", "gauge", "1 while the show runs and its first slide is rendered.",
              health.isReady ? 1 : 0);
   out.single("lumenfold_slide", "gauge", "The slide on show; 0 when there is none.", health.position);
-  out.single("lumenfold_screens", "gauge", "Screens with an open stream.",
-             static_cast<double>(broadcast.screens()));
+  out.single("lumenfold_screens", "gauge",
+             "Screens with an open stream, and those at hubs that have reported.",
+             static_cast<double>(broadcast.screenBook().all().size()));
+  out.single("lumenfold_screens_at_hubs", "gauge", "Those of them at hubs.",
+             static_cast<double>(broadcast.screenBook().atHubs()));
   out.single("lumenfold_programs", "gauge", "Programs with an open stream.",
              static_cast<double>(broadcast.programs()));
   out.single("lumenfold_request_failures_total", "counter", "Requests that the show could not answer.",
              static_cast<double>(failedRequests));
   out.single("lumenfold_standing_slides", "gauge", "Slides that could not be refreshed.",
              static_cast<double>(health.standing.size()));
+  if (broadcast.publisher() != nullptr) writeHub(out, broadcast);
   if (health.decks) writeDecks(out, *health.decks);
   writeConnections(out, health.connections);
   writeDelays(out, broadcast.screenBook().delays());
   return out.take();
 }
 
-std::optional<PaintReport> parsePaintReport(std::string_view json) {
+std::optional<ScreenReport> parseScreenReport(std::string_view json) {
   constexpr std::int64_t longestHeld = 60'000;
   const Json report = Json::parse(json, nullptr, false);
+  if (!report.is_object()) return std::nullopt;
   const auto number = [&](const char* name) -> std::optional<std::int64_t> {
     const auto found = report.find(name);
     const auto value = found == report.end() ? std::nullopt : json::wholeOf<std::int64_t>(*found);
     return value && *value >= 0 ? value : std::nullopt;
   };
-  if (!report.is_object()) return std::nullopt;
+  const auto text = [&](const char* name) {
+    const auto found = report.find(name);
+    return found != report.end() && found->is_string() ? found->get<std::string>() : std::string();
+  };
   const auto slide = number("slide");
   const auto sequence = number("sequence");
   const auto held = number("held");
   if (!slide || !sequence || !held || *slide > 1'000'000 || *held > longestHeld) return std::nullopt;
-  return PaintReport{static_cast<int>(*slide), static_cast<std::uint64_t>(*sequence),
-                     std::chrono::milliseconds(*held)};
+  ScreenReport screen;
+  screen.paint = {static_cast<int>(*slide), static_cast<std::uint64_t>(*sequence),
+                  std::chrono::milliseconds(*held)};
+  screen.screen = text("screen");
+  screen.view = text("view");
+  screen.run = text("run");
+  const bool isAtHub = !screen.view.empty();
+  if (!isScreenName(screen.screen) || (isAtHub && !viewNamed(screen.view))) return std::nullopt;
+  return screen;
 }
 
 }  // namespace web

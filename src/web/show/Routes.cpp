@@ -12,6 +12,7 @@
 #include "web/show/Page.h"
 #include "web/show/Reports.h"
 #include "web/show/Status.h"
+#include "web/show/ViewName.h"
 
 namespace web {
 namespace {
@@ -20,8 +21,7 @@ constexpr std::string_view commandPrefix = "/api/v1/";
 constexpr std::string_view assetPrefix = "/assets/";
 constexpr std::string_view clientPrefix = "/client/";
 constexpr std::string_view slidePrefix = "/slides/";
-constexpr std::string_view reportPrefix = "/api/v1/screens/";
-constexpr std::string_view reportSuffix = "/painted";
+constexpr std::string_view statePrefix = "/screen/state/";
 
 Response json(std::string text) { return Response::fresh(200, "application/json", std::move(text)); }
 
@@ -76,7 +76,8 @@ bool Routes::mustGetIn(const Request& request) const {
 
 Response Routes::dispatch(const Request& request) {
   if (request.hosts != 1) return Response::error(400, "A request needs one Host header.");
-  if (const auto objection = guard_.objection(request)) return Response::error(403, *objection);
+  const bool mayBeOfHub = request.path.starts_with(statePrefix);
+  if (const auto objection = guard_.objection(request, mayBeOfHub)) return Response::error(403, *objection);
 
   if (auto taker = streamAt(request)) {
     if (request.method != "GET") return wrongMethod("GET");
@@ -85,13 +86,8 @@ Response Routes::dispatch(const Request& request) {
     response.stream = std::move(taker);
     return response;
   }
-  std::string_view path = request.path;
-  if (path.starts_with(reportPrefix) && path.ends_with(reportSuffix) &&
-      path.size() > reportPrefix.size() + reportSuffix.size()) {
-    path.remove_prefix(reportPrefix.size());
-    path.remove_suffix(reportSuffix.size());
-    return painted(request, path);
-  }
+  const std::string_view path = request.path;
+  if (path == "/screen/painted") return painted(request);
   if (path.starts_with(commandPrefix)) {
     if (const auto run = command(path.substr(commandPrefix.size()))) {
       if (request.method != "POST") return wrongMethod("POST");
@@ -130,17 +126,20 @@ Response Routes::built(const Request& request) {
   if (path == "/api/v1/state") return json(show_.stateJson());
   if (path == "/api/v1/health") return json(healthJson(show_.health(), broadcast_));
   if (path == "/api/v1/status") return json(statusJson(show_.health(), show_.state(View{}), broadcast_));
+  if (path.starts_with(statePrefix)) return stateAnswer(request, path.substr(statePrefix.size()));
   if (path.starts_with(slidePrefix)) return slideAnswer(path.substr(slidePrefix.size()));
   if (path.starts_with(clientPrefix)) return clientFileAnswer(path.substr(clientPrefix.size()));
   return notFound();
 }
 
 Response Routes::screenAnswer(const Request& request) {
-  const ScreenState state = show_.state(viewOf(request));
+  const ViewAddress address = viewAddressed(request.query);
+  const ScreenState state = show_.state(viewAt(show_, address));
   const auto text = queryField(request.query, "part");
-  if (!text) return pageAnswer(screenPage(state));
-  const auto part = wallPartNamed(*text);
-  return pageAnswer(part ? screenPage(state, part) : wrongPartPage(state, *text));
+  const auto part = text ? wallPartNamed(*text) : std::nullopt;
+  if (text && !part) return pageAnswer(wrongPartPage(state, *text));
+  // A screen whose hub is gone asks the others.
+  return pageAnswer(screenPage(state, viewName(address), part), options_.hubs);
 }
 
 Response Routes::readyAnswer() {
@@ -156,12 +155,20 @@ Response Routes::slideAnswer(std::string_view number) {
 }
 
 /// An address that makes no sense is a view of nothing: a screen shows no errors.
-View Routes::viewOf(const Request& request) {
-  const auto number = queryField(request.query, "slide");
-  const auto shape = queryField(request.query, "shape");
-  if (!number && !shape) return {};
-  return show_.view(number ? std::optional(positiveNumber(*number).value_or(0)) : std::nullopt,
-                    shape.value_or(""));
+View Routes::viewOf(const Request& request) { return viewAt(show_, viewAddressed(request.query)); }
+
+Response Routes::stateAnswer(const Request& request, std::string_view name) {
+  if (!viewNamed(name)) return notFound();
+  auto state = broadcast_.stateText(std::string(name));
+  if (!state)
+    return Response::error(503, "Too many views are in use, or the show cannot say how this one is.");
+  Response response = json(std::move(*state));
+  if (guard_.isOfHub(request)) {
+    response.headers.emplace_back("Access-Control-Allow-Origin", request.origin);
+    response.headers.emplace_back("Access-Control-Allow-Credentials", "true");
+    response.headers.emplace_back("Vary", "Origin");
+  }
+  return response;
 }
 
 std::function<void(Connection)> Routes::streamAt(const Request& request) {
@@ -179,11 +186,13 @@ std::function<void(Connection)> Routes::streamAt(const Request& request) {
   return nullptr;
 }
 
-Response Routes::painted(const Request& request, std::string_view screen) {
+Response Routes::painted(const Request& request) {
   if (request.method != "POST") return wrongMethod("POST");
-  const auto report = parsePaintReport(request.body);
-  if (!report) return Response::error(400, "A report is {\"slide\":3,\"sequence\":17,\"held\":12}.");
-  switch (broadcast_.painted(screen, *report)) {
+  const auto report = parseScreenReport(request.body);
+  if (!report) {
+    return Response::error(400, R"(A report is {"screen":"NAME","slide":3,"sequence":17,"held":12}.)");
+  }
+  switch (broadcast_.painted(*report)) {
     case Broadcast::Reported::Done:
       break;
     case Broadcast::Reported::UnknownScreen:

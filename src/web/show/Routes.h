@@ -35,10 +35,13 @@ class Broadcast;
 ///   GET  /healthz                 {"status":"ok"}: the program's loop turns
 ///   GET  /readyz                  {"status":"ready"}, or 503 before and after the show
 ///   GET  /metrics                 for Prometheus
-///   POST /api/v1/screens/ID/painted   a screen tells what it has painted
-///   POST /api/v1/next, previous, first, last, goto/N, end,
+///   GET  /screen/state/VIEW       the whole state of a view by its name (ViewName.h), for screens at hubs,
+///   JSON POST /screen/painted          a screen tells what it has painted POST /api/v1/next, previous,
+///   first, last, goto/N, end,
 ///        blank/black, blank/white, blank/off     with "Authorization: Bearer TOKEN"
 ///   POST /api/v1/pass             likewise: the browser may come in when it is full
+///
+/// docs/hubs.md tells what screens at hubs make of it.
 ///
 /// HEAD works wherever GET does, streams apart. Errors are JSON, {"error":"…"}:
 /// 400 for a slide number that is none, 401 without the token, 403 for a foreign
@@ -63,7 +66,8 @@ class Routes : public Handler {
   Response readyAnswer();
   Response slideAnswer(std::string_view number);
   [[nodiscard]] View viewOf(const Request& request);
-  Response painted(const Request& request, std::string_view screen);
+  Response stateAnswer(const Request& request, std::string_view name);
+  Response painted(const Request& request);
   [[nodiscard]] bool mustGetIn(const Request& request) const;
   /// Who takes over the connection of a stream; empty when there is none at this address.
   std::function<void(Connection)> streamAt(const Request& request);

@@ -11,9 +11,9 @@ namespace web {
 
 namespace asio = boost::asio;
 
-Server::Server(asio::io_context& loop, Show& show, Options options)
+Server::Server(asio::io_context& loop, Show& show, Options options, PublisherOptions hub)
     : options_(std::make_unique<const Options>(std::move(options))),
-      broadcast_(std::make_shared<Broadcast>(loop, show, *options_)),
+      broadcast_(std::make_shared<Broadcast>(loop, show, *options_, std::move(hub))),
       routes_(std::make_unique<Routes>(show, *broadcast_, *options_)) {
   listener_ = std::make_shared<Listener>(loop, *options_, *routes_);
   port_ = listener_->endpoint().port();
@@ -43,6 +43,11 @@ void Server::shapesChanged(const std::vector<ShapeChange>& changes, Time changed
 std::size_t Server::screens() const { return broadcast_->screens(); }
 
 std::size_t Server::programs() const { return broadcast_->programs(); }
+
+std::size_t Server::unpublished() const {
+  const Publisher* const publisher = broadcast_->publisher();
+  return publisher == nullptr ? 0 : publisher->waiting();
+}
 
 void Server::stop() {
   listener_->stop();

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "web/http/Options.h"
+#include "web/publish/Publisher.h"
 #include "web/show/Show.h"
 
 namespace boost::asio {
@@ -28,8 +29,9 @@ class Listener;
 class Server {
  public:
   /// Listens at once. Throws basic::Error when it cannot, saying which port and
-  /// what to do. `loop` and `show` outlive the server.
-  Server(boost::asio::io_context& loop, Show& show, Options options);
+  /// what to do. `loop` and `show` outlive the server. Messages go to the nodes of `hub` as well, if there
+  /// are any.
+  Server(boost::asio::io_context& loop, Show& show, Options options, PublisherOptions hub = {});
   /// Cuts all connections; for a graceful end, stop() and run the loop first.
   ~Server();
   Server(const Server&) = delete;
@@ -60,6 +62,9 @@ class Server {
   /// Streams open at present.
   [[nodiscard]] std::size_t screens() const;
   [[nodiscard]] std::size_t programs() const;
+
+  /// Messages that no hub has taken yet.
+  [[nodiscard]] std::size_t unpublished() const;
 
   /// Ends the streams with an `end` event, answers what is being asked and takes
   /// nothing more. The loop runs out of the server's work within

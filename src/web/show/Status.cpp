@@ -88,6 +88,7 @@ Json screenStatus(const Screens::Screen& screen, Clock::time_point now) {
   Json json = {{"screen", screen.number},
                {"view", viewJson(screen.view)},
                {"connected", secondsBetween(screen.opened, now)},
+               {"hub", screen.course.has_value()},
                {"painted", nullptr}};
   if (screen.painted) {
     Json& painted = json["painted"];
@@ -164,6 +165,16 @@ Judgement judged(const Screens::Screen& screen, std::uint64_t newest, std::optio
   return {Level::Good, "current"};
 }
 
+Judgement judged(const Screens::Course& course, const Screens::Screen& screen) {
+  return judged(screen, course.newest, course.waits, course.at);
+}
+
+Judgement judged(const Publisher::Node& node, bool isReplaced) {
+  if (!node.isUp) return {Level::Idle, "waiting"};
+  if (*node.isUp) return {Level::Good, "taking"};
+  return {isReplaced ? Level::Warning : Level::Bad, "away"};
+}
+
 std::string withoutFolders(std::string_view text) {
   constexpr std::string_view Ends = " \t\r\n,;()'\"";
   std::string told;
@@ -188,6 +199,50 @@ std::string withoutFolders(std::string_view text) {
   return told;
 }
 
+namespace {
+
+/// All are judged; of those at hubs the ones that need a look are told of, and the first of the others.
+Json screensStatus(const Broadcast& broadcast, Judges& judges) {
+  constexpr std::size_t mostTold = 200;
+  const Screens& book = broadcast.screenBook();
+  const auto now = book.now();
+  Json screens = Json::array();
+  std::size_t well = 0;
+  std::size_t ill = 0;
+  for (const auto& [id, screen] : book.all()) {
+    const auto waits =
+        screen.painted ? broadcast.changedAt(screen.view, screen.painted->sequence + 1) : std::nullopt;
+    const Judgement judgement = screen.course ? judged(*screen.course, screen)
+                                              : judged(screen, broadcast.newest(screen.view), waits, now);
+    judges.add(judgement.level);
+    std::size_t& told = judgement.level > Level::Good ? ill : well;
+    if (screen.course && ++told > mostTold) continue;
+    screens.push_back(screenStatus(screen, now));
+    judges.add(screens.back(), judgement);
+  }
+  // By their secret names they would stand in a different order each time they come.
+  std::sort(screens.begin(), screens.end(),
+            [](const Json& a, const Json& b) { return a["screen"] < b["screen"]; });
+  return screens;
+}
+
+/// Null without a hub.
+Json hubStatus(const Publisher* hub, Judges& judges) {
+  if (hub == nullptr) return nullptr;
+  const std::vector<Publisher::Node>& nodes = hub->nodes();
+  const bool isReplaced =
+      std::any_of(nodes.begin(), nodes.end(), [](const auto& node) { return node.isUp == true; });
+  Json json = Json::array();
+  for (const Publisher::Node& node : nodes) {
+    json.push_back({{"address", node.address.name}, {"since", nullptr}, {"problem", node.why}});
+    if (node.isUp) json.back()["since"] = secondsBetween(node.since, Publisher::Clock::now());
+    judges.add(json.back(), judged(node, isReplaced));
+  }
+  return json;
+}
+
+}  // namespace
+
 std::string statusJson(const Health& health, const ScreenState& state, const Broadcast& broadcast) {
   Judges judges;
   Json show = showStatus(state, health.position);
@@ -203,22 +258,20 @@ std::string statusJson(const Health& health, const ScreenState& state, const Bro
     slides.push_back({{"slide", slide.slide}, {"age", slide.age}, {"error", withoutFolders(slide.error)}});
     judges.add(slides.back(), judged(slide));
   }
-  Json screens = Json::array();
-  const auto now = Clock::now();
-  for (const auto& [id, screen] : broadcast.screenBook().all()) {
-    const auto waits =
-        screen.painted ? broadcast.changedAt(screen.view, screen.painted->sequence + 1) : std::nullopt;
-    screens.push_back(screenStatus(screen, now));
-    judges.add(screens.back(), judged(screen, broadcast.newest(screen.view), waits, now));
-  }
-  // By their secret names they would stand in a different order each time they come.
-  std::sort(screens.begin(), screens.end(),
-            [](const Json& a, const Json& b) { return a["screen"] < b["screen"]; });
+  const Screens& book = broadcast.screenBook();
+  const Json screens = screensStatus(broadcast, judges);
   // Nobody sees this show.
   if (screens.empty()) judges.add(Level::Warning);
-  Json json = {
-      {"version", clientVersion()}, {"title", state.title}, {"level", judges.worst()}, {"show", show},
-      {"connections", connections}, {"slides", slides},     {"screens", screens}};
+  const Json hub = hubStatus(broadcast.publisher(), judges);
+  Json json = {{"version", clientVersion()},
+               {"title", state.title},
+               {"level", judges.worst()},
+               {"show", show},
+               {"connections", connections},
+               {"slides", slides},
+               {"screens", screens},
+               {"screenCount", book.all().size()},
+               {"hub", hub}};
   if (health.decks) {
     Json decks = Json::array();
     for (const DeckHealth& deck : health.decks->decks) {

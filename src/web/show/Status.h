@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "web/publish/Publisher.h"
 #include "web/show/Screens.h"
 #include "web/show/Show.h"
 
@@ -30,6 +31,11 @@ Judgement judged(const ScreenState& state);
 /// waits that it has not painted; nothing when that was too long ago to be known.
 Judgement judged(const Screens::Screen& screen, std::uint64_t newest,
                  std::optional<Screens::Clock::time_point> waits, Screens::Clock::time_point now);
+
+/// A screen at a hub is judged by how far the show was when it last reported.
+Judgement judged(const Screens::Course& course, const Screens::Screen& screen);
+/// One of several nodes of a hub that is away is no harm yet; `isReplaced`: another one takes messages.
+Judgement judged(const Publisher::Node& node, bool isReplaced);
 
 /// A message without the folders of the files that it names.
 std::string withoutFolders(std::string_view text);

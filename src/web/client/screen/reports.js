@@ -14,10 +14,10 @@ export function reporter() {
     if (!screen) return;
     const { slide, sequence, at } = last;
     const held = Math.min(Math.round(performance.now() - at), 60000);
-    fetch(`/api/v1/screens/${screen}/painted`, {
+    fetch("/screen/painted", {
       method: "POST",
       headers: { "Content-Type": "application/json" },
-      body: JSON.stringify({ slide, sequence, held }),
+      body: JSON.stringify({ screen, slide, sequence, held }),
     }).catch(() => {}); // the next paint is told again
   }
 

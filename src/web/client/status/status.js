@@ -71,13 +71,30 @@ function slideRow({ slide, level, age, error }) {
   };
 }
 
+const nodeWords = {
+  taking: "takes the show's messages",
+  away: "takes no messages",
+  waiting: "has not been asked yet",
+};
+
+function nodeRow({ address, level, state, since, problem }) {
+  return {
+    level,
+    name: address,
+    state: nodeWords[state],
+    details: "",
+    age: since === null ? "" : `for ${lasting(since)}`,
+    problem,
+  };
+}
+
 function viewName({ kind, slide }) {
   if (kind === "slide") return `keeps to slide ${slide}`;
   if (kind === "shape") return `one shape of slide ${slide}`;
   return "the show";
 }
 
-function screenRow({ screen, level, state, view, connected, painted }) {
+function screenRow({ screen, level, state, view, hub, connected, painted }) {
   const delay = painted?.delay ?? null;
   return {
     level,
@@ -85,6 +102,7 @@ function screenRow({ screen, level, state, view, connected, painted }) {
     state: screenWords[state],
     details: sentence(
       viewName(view),
+      hub && "over a hub",
       painted && (painted.slide ? `painted slide ${painted.slide}` : "painted no slide"),
       delay !== null && `${Math.round(delay * 1000)} ms after the data`,
     ),
@@ -108,7 +126,7 @@ function fill(list, rows, none = "") {
   list.replaceChildren(...items);
 }
 
-function verdict({ show, decks = [], folder, connections, slides, screens }) {
+function verdict({ show, decks = [], folder, connections, slides, screens, hub }) {
   const troubled = (list) => list.filter(({ level }) => level === "warning" || level === "bad").length;
   const [sources, viewers] = [troubled(connections), troubled(screens)];
   const parts = [
@@ -118,13 +136,14 @@ function verdict({ show, decks = [], folder, connections, slides, screens }) {
     sources > 0 && several(sources, "connection needs", "connections need") + " a look",
     slides.length > 0 && several(slides.length, "slide shows", "slides show") + " old values",
     viewers > 0 && several(viewers, "screen needs", "screens need") + " a look",
+    hub?.some(({ state }) => state === "away") && "A node of the hub takes no messages",
     screens.length === 0 && show.state !== "ended" && "No screen is connected",
   ];
   return parts.filter(Boolean).join(". ") || "Everything is well";
 }
 
 function showStatus(status) {
-  const { show, decks, folder, connections, slides, screens } = status;
+  const { show, decks, folder, connections, slides, screens, screenCount, hub } = status;
   renewFor(status.version);
   document.title = `${status.title} – status`;
   document.documentElement.removeAttribute("data-lost");
@@ -142,6 +161,10 @@ function showStatus(status) {
   element("standing").hidden = slides.length === 0;
   fill(element("slides"), slides.map(slideRow));
   fill(element("screens"), screens.map(screenRow), "No screen is connected.");
+  element("count").textContent =
+    screenCount > screens.length ? `${screenCount.toLocaleString()} screens, of which ${screens.length} stand here.` : "";
+  element("hub").hidden = !hub;
+  if (hub) fill(element("nodes"), hub.map(nodeRow));
 }
 
 let heard = Date.now();
