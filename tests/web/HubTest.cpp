@@ -18,7 +18,6 @@ using namespace std::chrono_literals;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 using Json = nlohmann::json;
 
@@ -87,12 +86,15 @@ TEST(ViewName, StandsForOneAddress) {
 }
 
 TEST_F(HubTest, BeginsWithTheStateAndGoesOnWithoutAGap) {
+  server();
+  ASSERT_TRUE(until([&] { return node.bodies("show").size() == 1; })) << "for screens that were there before";
+  node.posted.clear();
   const Json first = state("show");
   EXPECT_EQ(first["picture"]["title"], "Board");
   EXPECT_EQ(first["sequence"], 0);
   EXPECT_EQ(first["hubs"], Json(options.hubs));
-  EXPECT_TRUE(first["hub"]["id"].is_null()) << "the hub has nothing of this view yet";
-  ASSERT_TRUE(until([&] { return !state("show")["hub"]["id"].is_null(); })) << "a beat gives it an id";
+  EXPECT_TRUE(state("slide-2")["hub"]["id"].is_null()) << "the hub has nothing of this view yet";
+  ASSERT_TRUE(until([&] { return !state("slide-2")["hub"]["id"].is_null(); })) << "a beat gives it an id";
 
   server().shapesChanged({change(1, "Gate 8")});
   show.shown.title = "Arrivals";
@@ -131,7 +133,6 @@ TEST_F(HubTest, PublishesAViewForAsLongAsScreensReport) {
   EXPECT_THAT(show.watched, ElementsAre(2));
   server().shapesChanged({change(2, "a")});
   ASSERT_TRUE(untilMessages("slide-2", 1));
-  EXPECT_THAT(messages("show"), IsEmpty()) << "nobody looks at it";
 
   for (int minutes = 0; minutes < 5; ++minutes) {
     now += 60s;
@@ -218,7 +219,7 @@ TEST_F(HubTest, BoundsTheViewsInUse) {
     const int status = client.get("/screen/state/slide-" + std::to_string(slide)).status;
     if (status == 503) ++refused;
   }
-  EXPECT_EQ(refused, 400 - static_cast<int>(ViewsInUse::most));
+  EXPECT_EQ(refused, 400 - static_cast<int>(ViewsInUse::most - 1));
   EXPECT_EQ(404, client.get("/screen/state/nothing").status);
   EXPECT_EQ(200, client.get("/screen/state/slide-1").status);
 }

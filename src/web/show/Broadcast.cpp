@@ -44,6 +44,11 @@ Broadcast::Broadcast(boost::asio::io_context& loop, Show& show, const Options& o
 }
 
 void Broadcast::start() {
+  beatLater();
+  if (publisher_) use(viewName({}));
+}
+
+void Broadcast::beatLater() {
   heart_.expires_after(options_.heartbeat);
   heart_.async_wait([self = shared_from_this()](error_code cancelled) {
     if (!cancelled && !self->stopped_) self->beat();
@@ -51,7 +56,7 @@ void Broadcast::start() {
 }
 
 void Broadcast::beat() {
-  start();
+  beatLater();
   static const SharedMessage visible = heartbeatMessage(true);
   static const SharedMessage silent = heartbeatMessage(false);
   for (auto& [view, channel] : views_) channel.streams().send(visible);

@@ -33,7 +33,8 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   /// All outlive it or its close(). Without nodes of a hub nothing is published.
   Broadcast(boost::asio::io_context& loop, Show& show, const Options& options, PublisherOptions hub = {});
 
-  /// Begins the heartbeat.
+  /// Begins the heartbeat. What follows the show is published from then on: screens at hubs may have been
+  /// there before.
   void start();
   /// Each begins with the whole state. A failure of the show ends the stream and is reported to
   /// Options::onError.
@@ -87,6 +88,7 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   void publish(std::string_view event, const ViewChannel::Data& data, const View& view, ViewChannel& channel,
                Time changed);
   std::optional<std::string> pictureForHubs(const std::string& name);
+  void beatLater();
   void beat();
   void beatAtHubs();
   /// Runs `build`; a failure of the show is reported and gives null.

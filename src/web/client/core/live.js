@@ -5,24 +5,23 @@ import { isAwake } from "./awake.js";
 import { renewFor } from "./renewal.js";
 import { changeShapes, showState } from "./slides.js";
 import { measureServerTime } from "./server_time.js";
-import { openStream } from "./stream.js";
 
 const page = document.documentElement;
 
-// `state` is called with each state once it stands on the stage; `changed` with the number
-// of each event when the page has taken it up; `hello` and `before` as in openStream.
-export function followShow(url, { before, hello, state, changed }) {
+// `open` begins the stream, with handlers as openStream takes them. `state` is called with each state once it
+// stands on the stage; `changed` with the number of each event, and its run where there is one, when the page
+// has taken it up; `others` are handlers of the stream besides.
+export function followShow(open, { state, changed, ...others }) {
   // One event after the other, also when one has to wait for a file.
   let queue = Promise.resolve();
-  const inTurn = (handler) => (data, number, isNext) => {
+  const inTurn = (handler) => (data, number, isNext, run) => {
     queue = queue
       .then(() => handler(data, isNext))
-      .then(() => changed?.(number))
+      .then(() => changed?.(number, run))
       .catch((error) => console.error(error));
   };
-  openStream(url, {
-    before,
-    hello,
+  open({
+    ...others,
     picture: inTurn(async (fresh, isNext) => {
       if (fresh.at !== null && !isNext) measureServerTime();
       renewFor(fresh.version);

@@ -4,6 +4,7 @@
 import { commander, keptToken, order } from "../core/commands.js";
 import { followShow } from "../core/live.js";
 import { currentSlide } from "../core/slides.js";
+import { openStream } from "../core/stream.js";
 import { thumbnails } from "./thumbnails.js";
 
 const longestWait = 3000; // for the pass, which most streams do without
@@ -115,7 +116,7 @@ function askForPass() {
   return Promise.race([order("pass", token.get()), wait]);
 }
 
-followShow("/remote/events", {
+followShow((handlers) => openStream("/remote/events", handlers), {
   before: askForPass,
   hello: ({ now }) => (clockAhead = now - Date.now()),
   state: show,

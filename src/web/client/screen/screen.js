@@ -9,6 +9,7 @@ import { hidePointerWhenIdle } from "./pointer.js";
 import { reporter } from "./reports.js";
 import { fitStage } from "./stage.js";
 import { showProgress } from "./waiting.js";
+import { openWay } from "./way.js";
 
 const page = document.documentElement;
 const reports = reporter();
@@ -33,10 +34,12 @@ function show(state) {
 
 fitStage();
 hidePointerWhenIdle();
-followShow(`/screen/events${location.search}`, {
+const { view } = page.dataset;
+followShow((handlers) => openWay(view, handlers), {
   hello: ({ screen }) => reports.named(screen),
+  atHub: () => reports.atHub(view),
   state: show,
-  changed: (number) => reports.changed(currentSlide(), number),
+  changed: (number, run) => reports.changed(currentSlide(), number, run),
 });
 listenToKeys({
   send,
