@@ -56,8 +56,12 @@ void Application::UpdateCommandState() try { commands_.Update(); } catch (...) {
 void Application::UnInitHandler() {
   using modGlobalFunctions::ExcelState;
   using modGlobalFunctions::ExcelStatus;
+  using modGlobalFunctions::IgnoreErrors;
   Log(DebugKind::Information, "UnInitHandler");
   commands_.Delete();
+  // A show that goes on has nobody left who brings back what is hidden.
+  if (const auto runtime = runtime_) IgnoreErrors([&] { GiveBack(runtime->ActivePresentation()); });
+  runtime_.reset();
   if (ExcelStatus(false, false) == ExcelState::Started) ExcelStatus(false, true);
 }
 
@@ -180,11 +184,7 @@ void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& 
   modErrors::SlideShowRunning = false;
   if (modTags::HasVersionTag(*presentation)) {
     Log(DebugKind::Event, presentation->FullName() + "DisplayTypeModified:");
-    const auto slides = presentation->Slides();
-    for (std::int32_t i = 1; i <= slides->Count(); ++i) slides->Item(i)->SlideShowTransition()->Hidden(false);
-    if (runtime_) runtime_->UnSetLinkedObjects();
-    if (const auto entry = Find(presentation)) entry->IsShown(false);
-    presentation->Saved(modGlobalFunctions::SavedBeforeShow != 0);
+    GiveBack(presentation);
   }
   runtime_.reset();
   if (modErrors::ErrorsOccurred &&
@@ -197,6 +197,14 @@ void Application::SlideShowEnd(const std::shared_ptr<PowerPoint::Presentation>& 
 } catch (...) {
   runtime_.reset();
   modErrors::CatchError();
+}
+
+void Application::GiveBack(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+  const auto slides = presentation->Slides();
+  for (std::int32_t i = 1; i <= slides->Count(); ++i) slides->Item(i)->SlideShowTransition()->Hidden(false);
+  if (runtime_) runtime_->UnSetLinkedObjects();
+  if (const auto entry = Find(presentation)) entry->IsShown(false);
+  presentation->Saved(modGlobalFunctions::SavedBeforeShow != 0);
 }
 
 void Application::WindowSelectionChange(const std::shared_ptr<PowerPoint::Selection>&) try {

@@ -52,6 +52,8 @@ class Application final : public PowerPoint::ApplicationEvents {
 
  private:
   static void Log(modDebug::DebugKind kind, std::string_view text);
+  /// Ends what a show does to its presentation: every slide is visible, saved is what was saved before.
+  void GiveBack(const std::shared_ptr<PowerPoint::Presentation>& presentation);
   void BuildCommands();
   /// The entry of another version of the presentation that is still open; null without one.
   [[nodiscard]] std::shared_ptr<clsPresentation> FindVersion(
