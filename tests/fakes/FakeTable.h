@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "basic/Error.h"
@@ -24,10 +25,13 @@ class Table final : public PowerPoint::Table {
     return IsCovered(row, column) ? std::string() : Cell(row, column);
   }
   void Text(std::int32_t row, std::int32_t column, std::string_view text) override {
+    if (authors_.empty()) authors_ = rows;
     rows.at(static_cast<std::size_t>(row) - 1).at(static_cast<std::size_t>(column) - 1) = text;
     ++writes;
   }
-  void Restore() override { ++restored; }
+  void Restore() override {
+    if (!authors_.empty()) rows = std::exchange(authors_, {});
+  }
 
   /// As in the constructor.
   std::string Cells() const {
@@ -43,12 +47,14 @@ class Table final : public PowerPoint::Table {
   bool hasHeader = true;
   bool hasTotal = false;
   int writes = 0;
-  int restored = 0;
 
  private:
   const std::string& Cell(std::int32_t row, std::int32_t column) const {
     return rows.at(static_cast<std::size_t>(row) - 1).at(static_cast<std::size_t>(column) - 1);
   }
+
+  /// What it held before the first text was written.
+  std::vector<std::vector<std::string>> authors_;
 };
 
 }  // namespace fakes

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "fakes/FakePowerPoint.h"
+#include "host/addin.h"
 #include "host/adodb.h"
 #include "host/excel.h"
 
@@ -13,6 +14,8 @@ namespace fakes {
 class Passage {
  public:
   virtual ~Passage() = default;
+  /// The object by which a host calls the system.
+  virtual std::shared_ptr<AddInDesigner::IDTExtensibility2> newEntry() = 0;
   virtual std::shared_ptr<PowerPoint::Application> hand(const std::shared_ptr<Application>& application) = 0;
   virtual std::shared_ptr<PowerPoint::Presentation> hand(
       const std::shared_ptr<Presentation>& presentation) = 0;

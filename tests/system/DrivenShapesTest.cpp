@@ -99,8 +99,8 @@ TEST_F(DrivenShapesTest, BrokenScrollEntriesLeaveTheShowRunning) {
   slide.tags->Add("CORVANE SCROLLSTEP1000", "True\t1\t500");
   slide.tags->Add("CORVANE SCROLLSTEP3", "True\t0\t10");
   Start();
-  ASSERT_NE(runtime.Form(), nullptr);
-  EXPECT_EQ(runtime.Form()->tmrData().Interval(), 1000);
+  ASSERT_TRUE(IsRunning());
+  EXPECT_EQ(Runtime().Form()->tmrData().Interval(), 1000);
   EXPECT_NE(ErrorLog().find("Scroll entry 1 cannot be read: Overflow"), std::string::npos);
   machine.loop.Advance(2000);
   EXPECT_EQ(Texts(slide), "soup");
@@ -187,11 +187,8 @@ TEST_F(DrivenShapesTest, APictureWhoseValueIsGoneShowsItsOwnInAShow) {
   fakes::Slide& slide = deck->Add();
   slide.tags->Add("CORVANE SLIDE PROPERTIES", "-1\t0\t");
   fakes::Shape& photo = Linked(slide, "photo", 3, 1);
-  fakes::Shape& never = Linked(slide, "never", 3, 9);
-  never.shownFile = "/decks/soup";  // as it was left before the show
   Start();
   EXPECT_EQ(photo.shownFile, "/decks/soup");
-  EXPECT_EQ(never.shownFile, "");
   for (const char* rows : {"", "\"\"\n"}) {
     const int before = photo.writes;
     machine.files.Write(Menu, std::string("Dish\n") + rows);
@@ -210,6 +207,13 @@ TEST_F(DrivenShapesTest, APictureWhoseValueIsGoneShowsItsOwnInAShow) {
   EXPECT_EQ(photo.shownFile, "/decks/soup");
 }
 
+TEST_F(DrivenShapesTest, APictureThatAnEarlierShowHasLeftIsTakenBack) {
+  fakes::Shape& never = Linked(deck->Add(), "never", 3, 9);
+  never.shownFile = "/decks/soup";
+  Start();
+  EXPECT_EQ(never.shownFile, "");
+}
+
 TEST_F(DrivenShapesTest, APictureReplacedUnderItsNameIsShownSoonWhereFilesAreWatched) {
   fakes::FileWatcher watcher;
   machine.UseFileWatcher(&watcher);
@@ -222,7 +226,7 @@ TEST_F(DrivenShapesTest, APictureReplacedUnderItsNameIsShownSoonWhereFilesAreWat
   watcher.Change("/decks/soup");
   machine.loop.Advance(60);
   EXPECT_EQ(shape.writes, 2);
-  runtime.UnSetLinkedObjects();
+  End();
 }
 
 TEST_F(DrivenShapesTest, APictureThatCannotBeShownLeavesTheLastOneAndIsLoggedOnce) {
@@ -264,11 +268,10 @@ TEST_F(DrivenShapesTest, ASlideThatRefreshesItsLinksHasEveryLinkedFileWatched) {
     fakes::Slide& slide = deck->Add();
     slide.tags->Add("CORVANE SLIDE PROPERTIES", properties);
     slide.AddLinked("/srv/logo.png", PowerPoint::ShapeType::LinkedPicture);
-    clsRuntime each;
-    each.ActivePresentation(handed(deck));
-    each.StartTimers(handed(window));
+    Start();
     machine.files.Write("/srv/logo.png", "");
     machine.loop.Advance(2500);
+    End();
   }
   EXPECT_EQ(deck->linkUpdates, 1);
 }

@@ -13,7 +13,7 @@ struct FileChangesTest : RuntimeShow {
     machine.UseFileWatcher(&watcher);
     machine.loop.lateness = 8;
   }
-  ~FileChangesTest() override { runtime.UnSetLinkedObjects(); }
+  ~FileChangesTest() override { addIn.reset(); }
   void Change(const std::string& path, const std::string& content) {
     machine.files.Write(path, content);
     watcher.Change(path);
@@ -41,9 +41,7 @@ TEST_F(FileChangesTest, AChangeIsOnTheSlideSoon) {
     deck->Add();
     fakes::Slide& last = deck->Add();
     last.AddField("far", 1, "002");
-    clsRuntime each;
-    each.ActivePresentation(handed(deck));
-    each.StartTimers(handed(window));
+    Start();
     EXPECT_EQ(watcher.watched, std::set<std::string>{Prices});
     for (const char* price : {"4", "5", "3"}) {
       machine.loop.Advance(200);
@@ -51,13 +49,13 @@ TEST_F(FileChangesTest, AChangeIsOnTheSlideSoon) {
       machine.loop.Advance(60);
       EXPECT_EQ(shape.text, price) << "scrolling " << scrolls;
     }
-    window->position = 3;
-    each.SlideShowNextSlide(handed(window));
+    GoTo(3);
     EXPECT_TRUE(watcher.watched.contains("/decks/far.txt"));
     window->position = 4;  // the end of the show
     machine.loop.Advance(3000);
+    End();
   }
-  EXPECT_FALSE(machine.loop.HasTimers());
+  EXPECT_FALSE(IsRunning());
 }
 
 TEST_F(FileChangesTest, AFileThatNeverRestsCostsNoMoreThanTheInterval) {
@@ -127,7 +125,7 @@ TEST_F(FileChangesTest, TheShowMayEndWhileFilesAreWatched) {
   deck->Add().AddField("p", 1);
   for (const bool onSlideChange : {false, true}) {
     Start();
-    watcher.onFiles = [&] { runtime.UnSetLinkedObjects(); };
+    watcher.onFiles = [&] { End(); };
     if (onSlideChange) {
       GoTo(1);
     } else {
@@ -135,8 +133,7 @@ TEST_F(FileChangesTest, TheShowMayEndWhileFilesAreWatched) {
     }
     watcher.onFiles = {};
     EXPECT_FALSE(watcher.goneInUse);
-    EXPECT_EQ(runtime.Form(), nullptr);
-    EXPECT_FALSE(machine.loop.HasTimers());
+    EXPECT_FALSE(IsRunning());
   }
 }
 

@@ -73,7 +73,7 @@ TEST_F(OfflineTest, HoldsTheValuesAndNothingOfWhereTheyCameFrom) {
       .tags->items.insert(
           slide.shapes.back()->tags->items.end(),
           {{"CORVANE COLUMN OBJECT FOLDER", "/decks/pictures"}, {"CORVANE COLUMN OBJECT EXTESION", "png"}});
-  slide.AddChart("chart").isLinked = true;
+  slide.AddChart("chart");
   slide.AddTable("table", "Item|Price/a|b/c|d");
   slide.AddLinked("/decks/book.xlsx!Sheet1");
   slide.Add("free").text = "mine";
@@ -87,7 +87,6 @@ TEST_F(OfflineTest, HoldsTheValuesAndNothingOfWhereTheyCameFrom) {
   EXPECT_EQ(shapes[1]->text, "12:00");
   EXPECT_EQ(shapes[2]->shownFile, "/decks/pictures/Tea.png");
   EXPECT_EQ(shapes[3]->chart->cells.rows(), 6U);
-  EXPECT_FALSE(shapes[3]->chart->isLinked);
   EXPECT_EQ(shapes[4]->table->Cells(), "Item|Price/Tea|3/Milk|2");
   EXPECT_EQ(shapes[5]->linkSource, "");
   EXPECT_EQ(shapes[6]->text, "mine");
@@ -104,6 +103,14 @@ TEST_F(OfflineTest, HoldsTheValuesAndNothingOfWhereTheyCameFrom) {
   machine.settings.info["HideMsgBoxOfflineGeneration"] = "1";
   EXPECT_TRUE(Create());
   EXPECT_THAT(machine.messageBox.shown, IsEmpty());
+}
+
+TEST_F(OfflineTest, AChartWithItsDataElsewhereIsFreedOfThem) {
+  deck->Add().AddChart("chart").isLinked = true;
+  EXPECT_TRUE(Create());
+  const auto& chart = Written()->slides.at(0)->shapes[0]->chart;
+  EXPECT_EQ(chart->cells.rows(), 6U);
+  EXPECT_FALSE(chart->isLinked);
 }
 
 TEST_F(OfflineTest, FilmsStayOutsideAndArePointedOut) {

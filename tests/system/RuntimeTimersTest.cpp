@@ -60,15 +60,15 @@ TEST_F(RuntimeTimersTest, TimersArePacedByWhatTheDeckHolds) {
     fakes::Slide& slide = deck->Add();
     if (c.scroll) slide.tags->Add("CORVANE SCROLLSTEP1", c.scroll);
     window = std::make_shared<fakes::Window>(deck);
-    clsRuntime each;
-    each.ActivePresentation(handed(deck));
-    each.StartTimers(handed(window));
-    ASSERT_NE(each.Form(), nullptr);
-    EXPECT_EQ(each.Form()->tmrData().Interval(), c.data);
-    EXPECT_EQ(each.Form()->tmrConnections().Enabled(), c.connectionsEnabled);
-    EXPECT_EQ(each.Form()->tmrConnections().Interval(), c.connections);
-    EXPECT_FALSE(each.Form()->tmrClock().Enabled());
-    EXPECT_FALSE(each.Form()->tmrRefreshLinkedObjects().Enabled());
+    Start();
+    FrmRuntimeTimer* const form = Runtime().Form();
+    ASSERT_NE(form, nullptr);
+    EXPECT_EQ(form->tmrData().Interval(), c.data);
+    EXPECT_EQ(form->tmrConnections().Enabled(), c.connectionsEnabled);
+    EXPECT_EQ(form->tmrConnections().Interval(), c.connections);
+    EXPECT_FALSE(form->tmrClock().Enabled());
+    EXPECT_FALSE(form->tmrRefreshLinkedObjects().Enabled());
+    End();
   }
 }
 
@@ -97,13 +97,12 @@ TEST_F(RuntimeTimersTest, ADatabaseIsRequeriedAtItsRate) {
         if (scrolls) slide.tags->Add("CORVANE SCROLLSTEP1", "True\t1\t400");
         slide.AddField("p", 1);
         window = std::make_shared<fakes::Window>(deck);
-        clsRuntime each;
-        each.ActivePresentation(handed(deck));
-        each.StartTimers(handed(window));
+        Start();
         machine.loop.Advance(60'000);
         const auto reloads = std::count(database.log.begin(), database.log.end(), "requery -1");
         EXPECT_GE(reloads, fewest) << rate << " ms from second " << start << ", scrolling " << scrolls;
         EXPECT_LE(reloads, most) << rate << " ms from second " << start << ", scrolling " << scrolls;
+        End();
       }
     }
   }
@@ -137,7 +136,7 @@ TEST_F(RuntimeTimersTest, AChangeOfSlideRestoresTheTimersAsTheyWere) {
   deck->Add().AddField("p", 1);
   deck->Add().AddField("p", 1);
   Start();
-  FrmRuntimeTimer& form = *runtime.Form();
+  FrmRuntimeTimer& form = *Runtime().Form();
   form.EnableTimer();
   std::vector<bool> enabled;
   window->onPosition = [&] {
@@ -182,9 +181,9 @@ TEST_F(RuntimeTimersTest, ChangedSourcesOfLinkedObjectsUpdateTheLinksOnce) {
 TEST_F(RuntimeTimersTest, TheShowMayEndInsideATick) {
   deck->Add().AddField("p", 1);
   Start();
-  machine.loop.onDoEvents = [&] { runtime.UnSetLinkedObjects(); };
+  machine.loop.onDoEvents = [&] { End(); };
   machine.loop.Advance(3000);
-  EXPECT_EQ(runtime.Form(), nullptr);
+  EXPECT_FALSE(IsRunning());
   EXPECT_TRUE(machine.messageBox.shown.empty());
 }
 

@@ -2,20 +2,16 @@
 
 #include <utility>
 
+#include "addin/Connect.h"
 #include "windows/automation/Classes.h"
 #include "windows/automation/SlideShow.h"
 #include "windows/strict/Classes.h"
+#include "windows/strict/ProgramClasses.h"
 
 namespace conformance {
 namespace {
 
 namespace automation = windows::automation;
-
-constexpr CLSID ConnectionClass = {
-    0x00000514, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
-constexpr CLSID RecordsetClass = {
-    0x00000535, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x6D, 0x2E, 0xA4}};
-constexpr CLSID ExcelClass = {0x00024500, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 
 /// The port of the same object.
 template <typename Port, typename Fake>
@@ -27,11 +23,16 @@ std::shared_ptr<Port> as(const std::shared_ptr<Fake>& fake) {
 
 AutomationPassage::AutomationPassage()
     : known_(std::make_shared<automation::KnownPresentations>()),
-      connections_(L"ADODB.Connection", ConnectionClass,
+      connections_(L"ADODB.Connection", strict::AdoConnection,
                    [this] { return strict::of(ado_->CreateConnection()); }),
-      recordsets_(L"ADODB.Recordset", RecordsetClass, [this] { return strict::of(ado_->CreateRecordset()); }),
-      excelPrograms_(L"Excel.Application", ExcelClass,
+      recordsets_(L"ADODB.Recordset", strict::AdoRecordset,
+                  [this] { return strict::of(ado_->CreateRecordset()); }),
+      excelPrograms_(L"Excel.Application", strict::ExcelProgram,
                      [this] { return strict::of(excel_->CreateApplication()); }) {}
+
+std::shared_ptr<AddInDesigner::IDTExtensibility2> AutomationPassage::newEntry() {
+  return std::make_shared<LF2000::Connect>();
+}
 
 std::shared_ptr<PowerPoint::Application> AutomationPassage::hand(
     const std::shared_ptr<fakes::Application>& application) {

@@ -16,6 +16,7 @@ class AutomationPassage final : public fakes::Passage {
  public:
   AutomationPassage();
 
+  std::shared_ptr<AddInDesigner::IDTExtensibility2> newEntry() override;
   std::shared_ptr<PowerPoint::Application> hand(
       const std::shared_ptr<fakes::Application>& application) override;
   std::shared_ptr<PowerPoint::Presentation> hand(

@@ -208,7 +208,7 @@ HRESULT Object::Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS* parameter
                   << " arguments that are not those declared";
     return wrong;
   }
-  if (++world().calls == world().fault.call) {
+  if (role() == Role::Host && ++world().calls == world().fault.call) {
     if (world().fault.result != DISP_E_EXCEPTION) return world().fault.result;
     return raise(said,
                  basic::Error(basic::AdapterError, "test host", described(place) + " was made to fail"));

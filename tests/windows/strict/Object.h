@@ -42,12 +42,17 @@ struct EventSource {
   std::function<Ptr<IConnectionPoint>(const std::shared_ptr<Target>&)> make;
 };
 
+/// Whose objects they are. What is the machine's is no part of the host: calls of it are not counted, and
+/// none is made to fail.
+enum class Role { Host, Machine };
+
 /// One class of an object model.
 template <typename Target>
 struct Class {
   const char* name;
   std::vector<Member<Target>> members;
   std::vector<EventSource<Target>> events = {};
+  Role role = Role::Host;
 };
 
 /// A call that fails: the one of this number, counted from 1, and no other.
@@ -84,6 +89,7 @@ class Object : public windows::com::Counted<IDispatch> {
   ~Object() override;
 
   [[nodiscard]] virtual std::string className() const = 0;
+  [[nodiscard]] virtual Role role() const = 0;
   [[nodiscard]] virtual std::size_t memberCount() const = 0;
   [[nodiscard]] virtual const wchar_t* memberName(std::size_t place) const = 0;
   [[nodiscard]] virtual Use memberUse(std::size_t place) const = 0;
@@ -113,6 +119,7 @@ class ObjectOf final : public Object {
  private:
   ~ObjectOf() override = default;
   std::string className() const override { return type_.name; }
+  Role role() const override { return type_.role; }
   std::size_t memberCount() const override { return type_.members.size(); }
   const wchar_t* memberName(std::size_t place) const override { return type_.members[place].name; }
   Use memberUse(std::size_t place) const override { return type_.members[place].use; }
