@@ -8,4 +8,4 @@
 
 /// Exported as "TakeMachine". Add-in objects that are connected from now on ask this machine, and keep it;
 /// null takes it back.
-using TakesMachine = void(STDAPICALLTYPE*)(IDispatch* machine);
+using TakesMachine = void (*)(IDispatch* machine);

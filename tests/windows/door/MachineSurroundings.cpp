@@ -61,7 +61,7 @@ std::unique_ptr<Surroundings> makeWindowsSurroundings() { return std::make_uniqu
 
 }  // namespace windows::server
 
-extern "C" __declspec(dllexport) void STDAPICALLTYPE TakeMachine(IDispatch* machine) {
+extern "C" __declspec(dllexport) void TakeMachine(IDispatch* machine) {
   using windows::com::Ptr;
   windows::server::machine() = Ptr<IDispatch>::sharing(machine);
 }
