@@ -5,92 +5,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <memory>
 #include <set>
 #include <string>
 
-#include "pages/OpenDeck.h"
-#include "pages/frmAbout.h"
-#include "pages/frmNotLinkable.h"
-#include "pages/frmOfflineCopy.h"
-#include "pages/modConnectionPages.h"
-#include "pages/modSelected.h"
+#include "windows/forms/FormDeck.h"
 #include "windows/forms/Metrics.h"
 #include "windows/forms/PictureFile.h"
-#include "windows/forms/Screen.h"
 
 namespace windows::forms {
 
 namespace {
-
-using LF2000::modPropertyPages::Page;
-
-/// Remembers what is shown.
-struct ShownForms final : ::Forms::View {
-  explicit ShownForms(FormView& on) : view(on) {}
-  [[nodiscard]] bool Docks() const override { return view.Docks(); }
-  void Show(const std::shared_ptr<::Forms::Form>& form, ::Forms::Placement placement,
-            std::function<void(::Forms::Result)> closed) override {
-    shown = form;
-    view.Show(form, placement, [this, closed](::Forms::Result how) {
-      result = how;
-      closed(how);
-    });
-  }
-  void Changed(::Forms::Form& form, const ::Forms::Changes& changes) override { view.Changed(form, changes); }
-  void Complain(::Forms::Form& form, const ::Forms::Control& control) override {
-    view.Complain(form, control);
-  }
-  void Focus(::Forms::Form& form, const ::Forms::Control& control) override { view.Focus(form, control); }
-  void Close(::Forms::Form& form, ::Forms::Result how) override { view.Close(form, how); }
-  void ChooseFile(::Forms::Form& form, std::string_view title, const std::vector<::Forms::FileKind>& kinds,
-                  std::function<void(std::optional<std::string>)> chosen) override {
-    view.ChooseFile(form, title, kinds, std::move(chosen));
-  }
-  void ChooseFolder(::Forms::Form& form, std::string_view title,
-                    std::function<void(std::optional<std::string>)> chosen) override {
-    view.ChooseFolder(form, title, std::move(chosen));
-  }
-  FormView& view;
-  std::shared_ptr<::Forms::Form> shown;
-  std::optional<::Forms::Result> result;
-};
-
-struct Deck : LF2000::OpenDeck {
-  Deck() { machine.UseForms(&told); }
-  void TestBody() override {}
-
-  void open(const std::string& name) {
-    if (name == "frmAbout") return std::make_shared<LF2000::frmAbout>()->Open();
-    if (name == "frmOfflineCopy") return std::make_shared<LF2000::frmOfflineCopy>(presentation)->Open();
-    if (name == "frmTextConnection") return openNew(LF2000::ConnectionKind::TextFile);
-    if (name == "frmExcelConnection") return openNew(LF2000::ConnectionKind::Excel);
-    if (name == "frmDatabaseConnection") return openNew(LF2000::ConnectionKind::Database);
-    if (name == "frmDataField") return Open(Page::DataField, {AddField("p1 Price", 1)});
-    if (name == "frmDataObject") return Open(Page::DataObject, {AddPicture("Photo")});
-    if (name == "frmGraph") {
-      slide.AddChart("Chart 1", "001");
-      return Open(Page::Graph, {slide.shapes.back()});
-    }
-    if (name == "frmNotLinkable") {
-      window->shapes = {Add("Line")};
-      const auto selected = LF2000::modSelected::LookForAll(deck);
-      return std::make_shared<LF2000::frmNotLinkable>(presentation, selected)->Open();
-    }
-    if (name == "frmClock") return Open(Page::Clock, {AddField("p1 Price", 1)});
-    if (name == "frmSlide") return Open(Page::Slide, {});
-    if (name == "frmSlideShow") return Open(Page::SlideShow, {});
-    if (name == "frmDistribution") return Open(Page::Distribution, {});
-    window->shapes = {AddField("p1 Price", 1), AddField("p2 Price", 2), AddField("p2 Item", 2, "Item")};
-    if (name == "frmFillWithRows") return LF2000::modPages::OpenFillWithRows(presentation);
-    if (name == "frmLinkByNames") return LF2000::modPages::OpenLinkByNames(presentation);
-    FAIL() << name;
-  }
-  void openNew(LF2000::ConnectionKind kind) { LF2000::modConnectionPages::OpenNew(kind, "", presentation); }
-
-  test::Screen screen;
-  ShownForms told{screen.view};
-};
 
 bool isTabStop(HWND window) { return (::GetWindowLongW(window, GWL_STYLE) & WS_TABSTOP) != 0; }
 
@@ -158,6 +82,34 @@ void expectTabGoesRound(HWND dialog) {
   }
 }
 
+SIZE sizeOf(HWND window) {
+  RECT place{};
+  ::GetClientRect(window, &place);
+  return {place.right, place.bottom};
+}
+
+/// It is moved to a screen of another resolution, and back.
+void expectFollowsTheResolution(HWND dialog) {
+  constexpr UINT ResolutionMessage = 0x02E0;  // WM_DPICHANGED, of Windows 8.1
+  const unsigned own = Metrics::dpiOf(dialog);
+  const auto moveTo = [&](unsigned dpi) {
+    RECT place{10, 10, 600, 600};
+    ::SendMessageW(dialog, ResolutionMessage, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+  };
+  const SIZE before = sizeOf(dialog);
+  moveTo(own * 3 / 2);
+  const SIZE after = sizeOf(dialog);
+  const Metrics coarse(own);
+  const Metrics fine(own * 3 / 2);
+  constexpr int Width = 1000;
+  EXPECT_NEAR(static_cast<double>(after.cx) / before.cx, static_cast<double>(fine.x(Width)) / coarse.x(Width),
+              0.02);
+  expectNothingCut(dialog, fine);
+  moveTo(own);
+  EXPECT_EQ(sizeOf(dialog).cx, before.cx);
+  EXPECT_EQ(sizeOf(dialog).cy, before.cy);
+}
+
 /// Means of a picture's cells, row by row, from 0 for black to 255 for white: what of it does not depend on
 /// the font that happens to be there.
 constexpr int CellColumns = 24;
@@ -194,7 +146,7 @@ test::Picture pictureOfFile(const std::string& path) {
 
 TEST(FormPictureTest, AFormLooksAsItDid) {
   ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  Deck deck;
+  test::FormDeck deck;
   deck.open("frmSlide");
   deck.screen.settle();
   const test::Picture now = test::pictureOf(deck.screen.top());
@@ -215,7 +167,7 @@ TEST(FormPictureTest, AFormLooksAsItDid) {
 struct AllFormsTest : testing::TestWithParam<const char*> {};
 
 TEST_P(AllFormsTest, StandsWellAndGoesByEsc) {
-  Deck deck;
+  test::FormDeck deck;
   deck.open(GetParam());
   deck.screen.settle();
   const HWND dialog = deck.screen.top();
@@ -232,6 +184,7 @@ TEST_P(AllFormsTest, StandsWellAndGoesByEsc) {
     EXPECT_EQ(test::textOf(::GetDlgItem(dialog, LOWORD(id))), button->Caption());
   }
   EXPECT_TRUE(::IsChild(dialog, ::GetFocus()));
+  expectFollowsTheResolution(dialog);
   deck.screen.press(VK_ESCAPE);
   EXPECT_FALSE(::IsWindow(dialog));
   EXPECT_TRUE(deck.told.result.has_value());

@@ -63,6 +63,28 @@ void Screen::click(const std::string& text) {
   settle();
 }
 
+HWND Screen::field(const std::string& label) const {
+  const HWND found = find(label);
+  return found == nullptr ? nullptr : ::GetWindow(found, GW_HWNDNEXT);
+}
+
+void Screen::fill(const std::string& label, const std::string& text) {
+  ::SetFocus(field(label));
+  ::SendMessageW(::GetFocus(), EM_SETSEL, 0, -1);
+  type(text);
+}
+
+void Screen::choose(const std::string& label, const std::string& text) {
+  const HWND list = field(label);
+  const std::wstring wanted = com::wide(text);
+  if (::SendMessageW(list, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                     reinterpret_cast<LPARAM>(wanted.c_str())) == CB_ERR)
+    return;
+  ::PostMessageW(top(), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(list), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+  settle();
+}
+
 std::vector<HWND> visibleWindows(HWND dialog) {
   std::vector<HWND> windows;
   for (HWND each = ::GetWindow(dialog, GW_CHILD); each != nullptr; each = ::GetWindow(each, GW_HWNDNEXT)) {

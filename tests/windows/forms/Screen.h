@@ -31,6 +31,12 @@ struct Screen {
   /// The visible window of the dialog that begins with that text; null without one.
   [[nodiscard]] HWND find(const std::string& text) const;
   void click(const std::string& text);
+  /// What stands behind a row's label; null without such a row.
+  [[nodiscard]] HWND field(const std::string& label) const;
+  /// Types into it instead of what it holds.
+  void fill(const std::string& label, const std::string& text);
+  /// Takes the item of its list that begins with that text.
+  void choose(const std::string& label, const std::string& text);
 
   HWND host = nullptr;
   platform::MessageLoop loop;
