@@ -1,10 +1,5 @@
-# The target help_chm: the pages of docs/help as one compiled file, help.chm, as viewers of Windows read it. Without
-# the compiler (Debian's fp-utils) there is no such target.
-find_program(LUMENFOLD_CHMCMD chmcmd)
-if(NOT LUMENFOLD_CHMCMD)
-  message(STATUS "chmcmd is not installed: no target help_chm")
-  return()
-endif()
+# The target help_chm: the pages of docs/help as one compiled file, help.chm, as viewers of Windows read it.
+find_program(LUMENFOLD_CHMCMD chmcmd REQUIRED)  # Debian's fp-utils
 
 file(GLOB help_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/help/*)
 set(help_folder ${CMAKE_BINARY_DIR}/help)
@@ -31,3 +26,4 @@ add_custom_command(OUTPUT ${help_folder}/help.chm
   WORKING_DIRECTORY ${help_folder}
   VERBATIM)
 add_custom_target(help_chm DEPENDS ${help_folder}/help.chm)
+set_target_properties(help_chm PROPERTIES FILE ${help_folder}/help.chm)

@@ -3,10 +3,14 @@
 #include "windows/platform/Shell.h"
 
 #include <array>
+#include <filesystem>
+#include <string>
 
 #include "windows/com/Text.h"
 #include "windows/com/WindowsApi.h"
 #include "windows/platform/Library.h"
+#include "windows/platform/MessageBox.h"
+#include "windows/platform/Module.h"
 #include "windows/platform/OwnerWindow.h"
 // They need the headers above.
 #include <shellapi.h>
@@ -36,13 +40,16 @@ class ItemList {
   LPITEMIDLIST list_;
 };
 
-/// A page of help: within the compiled file beside its folder ("help.chm" beside "help"), where there is one.
-std::string compiledHelp(std::string_view page) {
-  const std::size_t end = page.find_last_of("\\/");
-  if (end == std::string_view::npos) return std::string(page);
-  const std::string compiled = std::string(page.substr(0, end)) + ".chm";
-  if (::GetFileAttributesW(com::wide(compiled).c_str()) == INVALID_FILE_ATTRIBUTES) return std::string(page);
-  return compiled + "::/" + std::string(page.substr(end + 1));
+bool isThere(const std::filesystem::path& file) {
+  return ::GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// Where a page of help may lie: where it is said to, and one folder above, as modules for programs of both
+/// sizes of words have one help beside their folders.
+std::array<std::filesystem::path, 2> helpPages(std::string_view page) {
+  const std::filesystem::path said(com::wide(page));
+  const std::filesystem::path folder = said.parent_path();
+  return {said, folder.parent_path().parent_path() / folder.filename() / said.filename()};
 }
 
 }  // namespace
@@ -60,9 +67,23 @@ std::int64_t Shell::HtmlHelp(std::int64_t owner, std::string_view file, std::uin
   // It stays loaded: its windows outlive the call.
   static const auto call =
       procedure<Call>(::LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), "HtmlHelpW");
-  if (call == nullptr) return 0;
-  return reinterpret_cast<LONG_PTR>(
-      call(window(owner), com::wide(compiledHelp(file)).c_str(), command, data));
+  const auto pages = helpPages(file);
+  for (const std::filesystem::path& page : pages) {
+    const std::filesystem::path compiled = page.parent_path().concat(L".chm");
+    if (call == nullptr || !isThere(compiled)) continue;
+    const std::wstring topic = compiled.wstring() + L"::/" + page.filename().wstring();
+    if (const HWND shown = call(window(owner), topic.c_str(), command, data)) {
+      return reinterpret_cast<LONG_PTR>(shown);
+    }
+  }
+  for (const std::filesystem::path& page : pages) {
+    if (isThere(page) && ShellExecute("open", com::narrow(page.wstring()), SW_SHOWNORMAL)) return 0;
+  }
+  MessageBox().MsgBox(
+      "The help cannot be shown: neither it nor a program that opens it was found. It should be " +
+          com::narrow(pages.back().wstring()) + ".",
+      MB_ICONEXCLAMATION, Module().Title());
+  return 0;
 }
 
 std::optional<std::string> Shell::ComputerName() const {

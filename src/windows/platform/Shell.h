@@ -8,8 +8,9 @@ namespace windows::platform {
 class Shell final : public host::Shell {
  public:
   bool ShellExecute(std::string_view verb, std::string_view file, std::int32_t showCommand) override;
-  /// A page of a folder is taken from the compiled file beside that folder, where there is one (help.chm
-  /// beside help). 0 where there is no viewer for compiled help.
+  /// A page of a folder is taken from the compiled file beside that folder (help.chm beside help), there or
+  /// one folder above. Without that file, or a viewer for it, what opens such pages shows it, which answers
+  /// 0; without both the user is told.
   std::int64_t HtmlHelp(std::int64_t ownerWindow, std::string_view file, std::uint32_t command,
                         std::uint32_t data) override;
   [[nodiscard]] std::optional<std::string> ComputerName() const override;
