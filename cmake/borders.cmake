@@ -85,6 +85,12 @@ endfunction()
 add_custom_target(unit_tests)
 add_custom_target(fuzzers)
 
+# What is tested on Windows has names of its own: windows.forms for "windows_forms", windows.basic for "basic".
+function(lumenfold_windows_test_name result name)
+  string(REGEX REPLACE "^windows_" "" plain ${name})
+  set(${result} windows.${plain} PARENT_SCOPE)
+endfunction()
+
 # lumenfold_tests(NAME LINKS target...): the test program of tests/NAME, which
 # sees all of src/ and tests/.
 function(lumenfold_tests name)
@@ -96,7 +102,10 @@ function(lumenfold_tests name)
   target_link_libraries(test_${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main warnings)
   add_dependencies(unit_tests test_${name})
   if(CMAKE_CROSSCOMPILING)
-    add_test(NAME ${name} COMMAND test_${name})  # to start it once for each case would take longer than all of them
+    # To start it once for each case would take longer than all of them. They share a Windows and its registry.
+    lumenfold_windows_test_name(test ${name})
+    add_test(NAME ${test} COMMAND test_${name})
+    set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine)
   else()
     gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60)
   endif()

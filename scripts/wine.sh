@@ -6,7 +6,7 @@ set -euo pipefail
 [[ $# -ge 2 ]] || { echo "usage: wine.sh PREFIX PROGRAM [ARGUMENT...]" >&2; exit 2; }
 export WINEPREFIX=$1
 shift
-export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
+export WINEARCH=${WINEARCH:-win64} WINEDEBUG=${WINEDEBUG:--all}
 # No questions for Mono and Gecko, no menu entries on this desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 mkdir -p "$(dirname "$WINEPREFIX")"

@@ -1,6 +1,6 @@
 ; The installer of the add-in: for the user alone, without an administrator. Logs lie beside the DLLs, so they go
 ; into a folder that the user can write.
-;   makensis -DVERSION=1.2.3 -DDLL64=... -DDLL32=... -DHELP=folder -DLICENCES=file -DOUTPUT=file lumenfold.nsi
+;   makensis -DVERSION=1.2.3 -DDLL64=... -DDLL32=... -DHELP=folder -DCOMPILED_HELP=file -DLICENCES=file -DOUTPUT=file lumenfold.nsi
 Target amd64-unicode
 Unicode true
 
@@ -58,6 +58,7 @@ Section
   SetOutPath "$INSTDIR\help"
   File /r "${HELP}\*.*"
   SetOutPath "$INSTDIR"
+  File "/oname=help.chm" "${COMPILED_HELP}"
   File "/oname=licences.txt" "${LICENCES}"
   WriteUninstaller "$INSTDIR\uninstall.exe"
 
@@ -81,7 +82,7 @@ Section
   ${EndIf}
 
   CreateDirectory "$SMPROGRAMS\${TITLE}"
-  CreateShortCut "$SMPROGRAMS\${TITLE}\Help.lnk" "$INSTDIR\help\index.html"
+  CreateShortCut "$SMPROGRAMS\${TITLE}\Help.lnk" "$INSTDIR\help.chm"
   CreateShortCut "$SMPROGRAMS\${TITLE}\Licences.lnk" "$INSTDIR\licences.txt"
   CreateShortCut "$SMPROGRAMS\${TITLE}\Uninstall.lnk" "$INSTDIR\uninstall.exe"
 
@@ -124,6 +125,7 @@ Section "Uninstall"
   !insertmacro RemoveDll "64-bit"
   !insertmacro RemoveDll "32-bit"
   RMDir /r "$INSTDIR\help"
+  Delete "$INSTDIR\help.chm"
   Delete "$INSTDIR\licences.txt"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"

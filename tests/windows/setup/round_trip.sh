@@ -38,10 +38,12 @@ loaded=$(wine "$loader" | tr -d '\r')
 addin='HKCU\Software\Microsoft\Office\PowerPoint\Addins\LF2000.Connect'
 [[ $(value "$addin" /v LoadBehavior) == 0x3 ]] || fail "PowerPoint would not load it at its start"
 installed="$WINEPREFIX/drive_c/users/$USER/AppData/Local/Programs/Corvane Lumenfold 2000"
-for file in 64-bit/LF2000.dll 32-bit/LF2000.dll help/index.html licences.txt uninstall.exe; do
+for file in 64-bit/LF2000.dll 32-bit/LF2000.dll help.chm help/index.html licences.txt uninstall.exe; do
   [[ -f $installed/$file ]] || fail "$file is not installed"
 done
-[[ -n $(find "$WINEPREFIX/drive_c" -name 'Help.lnk') ]] || fail "no entry of the start menu"
+link=$(find "$WINEPREFIX/drive_c" -name 'Help.lnk')
+[[ -n $link ]] || fail "no entry of the start menu"
+strings -e l "$link" | grep -q 'help\.chm$' || fail "the start menu does not open the help"
 echo "a log" > "$installed/64-bit/errors.txt"
 
 # Once more over it, as for a newer version.
