@@ -8,6 +8,7 @@
 
 #include "basic/Strings.h"
 #include "platform/Console.h"
+#include "platform/Log.h"
 
 namespace platform {
 namespace {
@@ -20,8 +21,15 @@ constexpr std::int32_t ButtonsOf = 0xF;
 }  // namespace
 
 host::MsgBoxResult MessageBox::MsgBox(std::string_view text, std::int32_t style, std::string_view title) {
+  const bool isQuestion = (style & ButtonsOf) == host::vbYesNo;
+  if (logForm() != LogForm::Text) {
+    // Nobody answers a log.
+    const bool isError = (style & host::vbInformation) == 0;
+    if (!isQuestion) tell(isError ? Priority::Error : Priority::Notice, "program", text);
+    return isQuestion ? host::MsgBoxResult::Yes : host::MsgBoxResult::OK;
+  }
   const std::string message = forTerminal(title) + ": " + forTerminal(text);
-  if ((style & ButtonsOf) != host::vbYesNo) {
+  if (!isQuestion) {
     writeTo(output_, message + "\n");
     return host::MsgBoxResult::OK;
   }

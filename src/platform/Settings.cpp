@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <iostream>
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
 #include "platform/InputFile.h"
+#include "platform/Log.h"
 #include "platform/UserFolders.h"
 
 namespace platform {
@@ -75,7 +75,7 @@ const IniFile& Settings::content() const {
 void Settings::reportOnce(const std::string& problem) const {
   if (std::find(reported_.begin(), reported_.end(), problem) != reported_.end()) return;
   reported_.push_back(problem);
-  std::cerr << ApplicationName << ": " << problem << '\n';
+  tell(Priority::Warning, "settings", problem);
 }
 
 }  // namespace platform

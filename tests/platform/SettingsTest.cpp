@@ -68,7 +68,7 @@ TEST_F(SettingsTest, ReportsBrokenLinesOnce) {
   write("settings.ini", "[Info\n[Info]\nno value\nDebug=2\n= x\nmore\n");
   CaptureStderr();
   EXPECT_EQ(get("Info", "Debug"), "2");
-  EXPECT_EQ(GetCapturedStderr(), "Corvane Lumenfold 2000: " + settings_.file() +
+  EXPECT_EQ(GetCapturedStderr(), "lumenfold: " + settings_.file() +
                                      ", line 6 is ignored: there is no = between a key and its value.\n");
 }
 
@@ -80,8 +80,7 @@ TEST_F(SettingsTest, KeepsWhatItReadWhileTheFileCannotBeRead) {
   CaptureStderr();
   EXPECT_EQ(get("Info", "Debug"), "1");
   EXPECT_EQ(get("Info", "Debug"), "1");
-  EXPECT_EQ(GetCapturedStderr(),
-            "Corvane Lumenfold 2000: '" + settings_.file() + "' is a folder, not a file.\n");
+  EXPECT_EQ(GetCapturedStderr(), "lumenfold: '" + settings_.file() + "' is a folder, not a file.\n");
 }
 
 TEST_F(SettingsTest, LiesInTheUsersFolder) {

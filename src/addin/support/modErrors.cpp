@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <exception>
+#include <utility>
 
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/ConnectionString.h"
@@ -145,9 +146,18 @@ std::string ErrorLogFile() {
   return modGlobalFunctions::FileInFolder(host::Current().module->Path(), "errors.txt");
 }
 
+namespace {
+
+std::function<void(std::string_view)> Hear;
+
+}  // namespace
+
+void AlsoTell(std::function<void(std::string_view text)> hear) { Hear = std::move(hear); }
+
 void WriteErrorLog(std::string_view text) {
   WriteLogLine(ErrorLogFile(), ErrorsLogStarted, ErrorsLogSize, text);
   ErrorsOccurred = true;
+  if (Hear) Hear(text);
 }
 
 void OpenErrorLog() {

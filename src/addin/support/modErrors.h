@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -101,6 +102,8 @@ void CatchError();
 
 /// Appends a line to the errors log, which each process starts afresh.
 void WriteErrorLog(std::string_view text);
+/// Has each line of the errors log told to the host as well; an empty function ends that.
+void AlsoTell(std::function<void(std::string_view text)> hear);
 /// The errors log's path.
 [[nodiscard]] std::string ErrorLogFile();
 /// Shows the errors log in whatever program the user reads text files with.

@@ -17,6 +17,7 @@
 #include "app/wiring/Failure.h"
 #include "app/wiring/Token.h"
 #include "platform/Console.h"
+#include "platform/Log.h"
 #include "platform/UserFolders.h"
 #include "web/desk/DeskServer.h"
 
@@ -41,8 +42,9 @@ void requireSafety(const ServerOptions& options) {
   if (options.tokenFile.empty()) {
     throw UsageError("--bind " + options.bind + " opens the desk to other machines; that takes --token-file");
   }
-  std::cerr << "lumenfold: the desk answers other machines without encryption; put a server in front of it "
-               "that speaks TLS.\n";
+  platform::tell(
+      platform::Priority::Warning, "program",
+      "the desk answers other machines without encryption; put a server in front of it that speaks TLS.");
 }
 
 std::string deskFolder() { return (std::filesystem::path(platform::stateFolder()) / "desk").string(); }
@@ -79,10 +81,13 @@ class EditRun {
   void announce(const web::DeskServer& server, const Token& token) const {
     const std::string address = server.url() + (token.isNew ? "#token=" + token.value : std::string());
     lock_.tell(address);
-    if (!lock_.problem().empty()) std::cerr << "lumenfold: " << lock_.problem() << '\n';
-    std::cout << "Editing " << platform::forTerminal(desk_.presentation().FullName()) << '\n'
-              << "Desk: " << address << '\n'
-              << std::flush;
+    if (!lock_.problem().empty()) platform::tell(platform::Priority::Warning, "program", lock_.problem());
+    app::announce("Editing " + desk_.presentation().FullName());
+    if (token.isNew) {
+      announceSecret("Desk: ", server.url(), token);
+    } else {
+      app::announce("Desk: " + server.url());
+    }
     openWhenWanted(options_.server, environment_, address);
   }
 
@@ -94,6 +99,7 @@ class EditRun {
 
 void edit(const EditOptions& options, Environment& environment) {
   requireGiven("DECK", options.deck);
+  beginLog(options.server);
   requireSafety(options.server);
   const auto deck = std::filesystem::absolute(options.deck).lexically_normal().string();
   DeckLock lock(deskFolder(), deck);

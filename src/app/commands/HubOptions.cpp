@@ -2,12 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>
-#include <iostream>
 #include <sstream>
 
 #include "addin/support/modGlobalFunctions.h"
 #include "app/wiring/Token.h"
-#include "platform/Console.h"
+#include "platform/Log.h"
 
 namespace app {
 
@@ -56,9 +55,7 @@ web::PublisherOptions publisherOf(const HubOptions& options) {
   }
   if (publisher.nodes.empty()) return publisher;
   publisher.token = tokenOf(options);
-  publisher.tell = [](const std::string& line) {
-    std::cerr << "lumenfold: " << platform::forTerminal(line) << '\n';
-  };
+  publisher.tell = [](const std::string& line) { platform::tell(platform::Priority::Warning, "hub", line); };
   return publisher;
 }
 

@@ -17,6 +17,8 @@ struct HubOptions {
   std::vector<std::string> publish;
   std::string tokenFile;
   std::vector<std::string> hubs;
+
+  bool operator==(const HubOptions&) const = default;
 };
 
 /// Adds --publish, --publish-token-file and --hub to a verb; `options` outlives it.

@@ -1,6 +1,7 @@
 // The verb play: the decks of a distribution folder, by turns, on screens.
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -17,11 +18,11 @@
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
-#include "app/wiring/Language.h"
 #include "app/wiring/Token.h"
 #include "basic/Conversion.h"
 #include "basic/Strings.h"
 #include "platform/Console.h"
+#include "platform/Log.h"
 #include "platform/jobs/JobQueue.h"
 #include "process/TemporaryFolder.h"
 #include "web/show/Server.h"
@@ -108,8 +109,7 @@ class PlayRun {
 
   void run() {
     const Token token = obtainToken(options_.server.tokenFile);
-    const std::string language = unknownLanguage();
-    if (!language.empty()) std::cerr << "lumenfold: " << platform::forTerminal(language) << '\n';
+    tellLanguage();
     // Screens that were there before keep their picture until the port is open: not before there is one for
     // them.
     constexpr std::int64_t LongestWait = 2000;
@@ -130,9 +130,14 @@ class PlayRun {
         environment_.loop(), [&server] { server.stop(); },
         [&server] { return server.screens() + server.programs() + server.unpublished(); });
     player_.stage().connect(&server);
-    environment_.loop().onSignal([this](int) { player_.shutDown(); });
-    std::cout << "Playing " << platform::forTerminal(source_.place) << " as "
-              << platform::forTerminal(source_.computer) << '\n';
+    ServiceNotices notices(environment_.loop(), [&] { return standingOf(player_.stage(), server); });
+    const bool isReloaded = platform::isReloadedByHangUp();
+    environment_.loop().onSignal([&, isReloaded](int signal) {
+      if (signal == SIGHUP && isReloaded) return goOn(notices);
+      notices.stopping();
+      player_.shutDown();
+    });
+    announce("Playing " + source_.place + " as " + source_.computer);
     announceScreens(server, token, options_.server, environment_);
     environment_.loop().run();
     folder_.onChange({});
@@ -140,6 +145,14 @@ class PlayRun {
   }
 
  private:
+  /// The folder and its decks are looked at all the time.
+  static void goOn(ServiceNotices& notices) {
+    notices.reloading();
+    platform::tell(platform::Priority::Notice, "settings",
+                   "the folder is read all the time anyway; new options of a player take a restart.");
+    notices.reloaded();
+  }
+
   void take() { player_.take(folder_.decks(), folder_.trouble()); }
 
   Player::Options playerOptions() {
@@ -230,6 +243,7 @@ void why(const PlayOptions& options, Environment& environment) {
 void play(const PlayOptions& options, Environment& environment) {
   requireGiven("FOLDER", options.place);
   if (!options.why.empty()) return why(options, environment);
+  beginLog(options.server);
   { PlayRun(options, environment).run(); }
   tellOfErrors();
 }

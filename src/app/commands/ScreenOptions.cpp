@@ -1,12 +1,16 @@
 #include "app/commands/ScreenOptions.h"
 
-#include <iostream>
+#include <algorithm>
+#include <filesystem>
 
 #include "addin/support/modErrors.h"
 #include "addin/support/modGlobalFunctions.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
+#include "app/wiring/Language.h"
 #include "app/wiring/Token.h"
+#include "basic/Counted.h"
+#include "platform/Log.h"
 
 namespace app {
 
@@ -25,25 +29,43 @@ web::Options screensServerOf(const ServerOptions& options, const HubOptions& hub
   return server;
 }
 
+void tellLanguage() {
+  const std::string language = unknownLanguage();
+  if (!language.empty()) platform::tell(platform::Priority::Warning, "settings", language);
+}
+
+ServiceNotices::Standing standingOf(Stage& stage, const web::Server& server) {
+  const web::Health health = stage.health();
+  const auto deck = stage.deck();
+  std::string status = "No deck is on show";
+  if (deck) {
+    status = std::filesystem::path(deck->FullName()).filename().string() + ": ";
+    status += health.position > 0
+                  ? "slide " + std::to_string(health.position) + " of " + std::to_string(deck->slideCount())
+                  : "no slide is on show";
+  }
+  status += "; " + basic::Counted(server.screens(), "screen");
+  const auto stale =
+      std::count_if(health.connections.begin(), health.connections.end(),
+                    [](const web::ConnectionHealth& connection) { return connection.isStale; });
+  if (stale > 0) status += "; " + basic::Counted(stale, "stale connection");
+  return {health.isReady, status};
+}
+
 void announceScreens(const web::Server& server, const Token& token, const ServerOptions& options,
                      Environment& environment) {
-  std::cout << "Screen:   " << server.url() << '\n';
-  if (const auto network = networkUrl(options, environment, server.port())) {
-    std::cout << "Network:  " << *network << '\n';
-  }
-  std::cout << "Status:   " << server.url() << "status\n";
-  if (token.isNew) {
-    std::cout << "Operator: " << server.url() << "#token=" << token.value << '\n'
-              << "Remote:   " << server.url() << "remote#token=" << token.value << '\n';
-  }
-  std::cout << std::flush;
+  announce("Screen:   " + server.url());
+  if (const auto network = networkUrl(options, environment, server.port())) announce("Network:  " + *network);
+  announce("Status:   " + server.url() + "status");
+  announceSecret("Operator: ", server.url(), token);
+  announceSecret("Remote:   ", server.url() + "remote", token);
   openWhenWanted(options, environment, server.url());
 }
 
 void tellOfErrors() {
   if (!LF2000::modErrors::ErrorsOccurred) return;
-  std::cerr << "lumenfold: there were errors during the show; see " << LF2000::modErrors::ErrorLogFile()
-            << '\n';
+  platform::tell(platform::Priority::Notice, "show",
+                 "there were errors during the show; see " + LF2000::modErrors::ErrorLogFile());
 }
 
 }  // namespace app

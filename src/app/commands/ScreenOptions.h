@@ -4,6 +4,8 @@
 
 #include "app/commands/HubOptions.h"
 #include "app/commands/ServerOptions.h"
+#include "app/commands/ServiceNotices.h"
+#include "app/show/Stage.h"
 #include "app/show/StaleValues.h"
 #include "web/show/Server.h"
 
@@ -26,6 +28,12 @@ web::Options screensServerOf(const ServerOptions& options, const HubOptions& hub
 /// Says where people find the screens, and steer them.
 void announceScreens(const web::Server& server, const Token& token, const ServerOptions& options,
                      Environment& environment);
+
+/// Says so when the environment names a language that is not known.
+void tellLanguage();
+
+/// How a show stands, for the service manager.
+ServiceNotices::Standing standingOf(Stage& stage, const web::Server& server);
 
 /// Says where the errors of the show are to be read, if there were any.
 void tellOfErrors();

@@ -5,10 +5,14 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "addin/support/modErrors.h"
 #include "app/wiring/Environment.h"
+#include "app/wiring/LogLine.h"
+#include "app/wiring/Output.h"
 #include "app/wiring/Token.h"
 #include "platform/Console.h"
 #include "platform/Descriptors.h"
+#include "platform/Log.h"
 
 namespace app {
 
@@ -23,9 +27,11 @@ void limitConnections(web::Options& web) {
   const std::size_t allowed = platform::allowDescriptors(wanted);
   if (allowed >= wanted) return;
   web.maxConnections = allowed > kept + Fewest ? allowed - kept : Fewest;
-  std::cerr << "lumenfold: the system lets this program open " << allowed << " files, so it takes "
-            << web.maxConnections << " connections at a time; raise the hard limit (ulimit -Hn) to " << wanted
-            << " for all of them.\n";
+  platform::tell(platform::Priority::Warning, "program",
+                 "the system lets this program open " + std::to_string(allowed) + " files, so it takes " +
+                     std::to_string(web.maxConnections) +
+                     " connections at a time; raise the hard limit (ulimit -Hn) to " +
+                     std::to_string(wanted) + " for all of them.");
 }
 
 }  // namespace
@@ -40,6 +46,11 @@ void addServerOptions(CLI::App& verb, ServerOptions& options) {
   verb.add_option(
       "--config", options.config,
       "File with lines KEY = VALUE for what the command line does not say: deck, port and all others");
+  verb.add_option(
+          "--log", options.log,
+          "Form of what is told on standard error: text, or json with one object a line; in the journal of "
+          "systemd lines have their priorities")
+      ->check(CLI::IsMember({"text", "json"}));
   verb.add_flag("--open", options.open, "Start a browser");
 }
 
@@ -59,9 +70,32 @@ web::Options serverOf(const ServerOptions& options, const Token& token, std::siz
   limitConnections(web);
   web.maxPerAddress = options.perAddress.value_or(web.maxConnections / 2);
   web.onError = [](const basic::Error& error) {
-    std::cerr << "lumenfold: a request failed: " << platform::forTerminal(error.description) << '\n';
+    platform::tell(platform::Priority::Error, "request", "a request failed: " + error.description);
   };
   return web;
+}
+
+void beginLog(const ServerOptions& options) {
+  using platform::LogForm;
+  if (options.log == "json") platform::useLogForm(LogForm::Json);
+  if (options.log == "text") platform::useLogForm(LogForm::Text);
+  if (platform::logForm() == LogForm::Text) return;
+  LF2000::modErrors::AlsoTell([](std::string_view text) {
+    platform::tell(platform::Priority::Error, "show", joinedLines(std::string(withoutErrorNumber(text))));
+  });
+}
+
+void announce(const std::string& line) {
+  if (platform::logForm() == platform::LogForm::Json) {
+    platform::tell(platform::Priority::Information, "program", line);
+  } else {
+    std::cout << platform::forTerminal(line) << '\n' << std::flush;
+  }
+}
+
+void announceSecret(const std::string& label, const std::string& address, const Token& token) {
+  if (!token.isNew || platform::logForm() == platform::LogForm::Json) return;
+  announce(label + address + "#token=" + token.value);
 }
 
 std::optional<std::string> networkUrl(const ServerOptions& options, Environment& environment,
@@ -75,8 +109,8 @@ std::optional<std::string> networkUrl(const ServerOptions& options, Environment&
 void openWhenWanted(const ServerOptions& options, Environment& environment, const std::string& address) {
   if (!options.open || environment.shell().ShellExecute("open", address, 1)) return;
   // A token in the fragment has no place in a log.
-  std::cerr << "lumenfold: no browser could be started; open " << address.substr(0, address.find('#'))
-            << " yourself.\n";
+  platform::tell(platform::Priority::Warning, "program",
+                 "no browser could be started; open " + address.substr(0, address.find('#')) + " yourself.");
 }
 
 }  // namespace app

@@ -1,23 +1,24 @@
 // The verb show: the deck as a running slide show on screens.
 
-#include <iostream>
+#include <csignal>
+#include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 
-#include "addin/support/modErrors.h"
 #include "app/commands/Commands.h"
 #include "app/commands/HubOptions.h"
 #include "app/commands/ScreenOptions.h"
 #include "app/commands/ServerEnd.h"
 #include "app/commands/SettingsFile.h"
 #include "app/inspect/Standstill.h"
+#include "app/show/DeckTaker.h"
 #include "app/show/Stage.h"
 #include "app/wiring/AddInHost.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
-#include "app/wiring/Language.h"
 #include "app/wiring/Token.h"
-#include "platform/Console.h"
+#include "platform/Log.h"
 #include "web/show/Server.h"
 
 namespace app {
@@ -44,17 +45,23 @@ std::function<std::chrono::system_clock::time_point()> momentOf(const ShowOption
   return [] { return std::chrono::system_clock::now() + TimeToPrepare; };
 }
 
+Stage::Options stageOf(const ShowOptions& options) {
+  return {{staleDataOf(options.stale), options.whenEmpty, {}, momentOf(options)},
+          options.kiosk ? std::optional(true) : std::nullopt,
+          options.loop ? std::optional(true) : std::nullopt,
+          options.seconds};
+}
+
 /// Runs the loop until the show is over and the screens have been told.
 class ShowRun {
  public:
-  ShowRun(const ShowOptions& options, Environment& environment)
-      : options_(options),
+  /// `read` gives the options as they are when it is called.
+  ShowRun(std::function<ShowOptions()> read, Environment& environment)
+      : read_(std::move(read)),
+        options_(read_()),
         environment_(environment),
-        stage_(host_, environment.loop(), host_.open(options.deck, deck::Application::Damaged::Repaired),
-               {{staleDataOf(options.stale), options.whenEmpty, {}, momentOf(options)},
-                options.kiosk ? std::optional(true) : std::nullopt,
-                options.loop ? std::optional(true) : std::nullopt,
-                options.seconds}) {}
+        stage_(host_, environment.loop(), host_.open(options_.deck, deck::Application::Damaged::Repaired),
+               stageOf(options_)) {}
 
   void run() {
     const Token token = obtainToken(options_.server.tokenFile);
@@ -72,11 +79,16 @@ class ShowRun {
     beginShow(end);
     environment_.progressMeter().watch({});
     // Before the address is told: whoever knows it may end the show.
-    environment_.loop().onSignal([&](int) { stage_.shutDown(); });
-    if (!options_.noReload) watchDeck();
-    announce(server, token);
+    ServiceNotices notices(environment_.loop(), [&] { return standingOf(stage_, server); });
+    environment_.loop().onSignal([&](int signal) {
+      if (signal == SIGHUP && isReloaded_) return reload(notices);
+      notices.stopping();
+      stage_.shutDown();
+    });
+    if (!options_.noReload) taker_.watch();
+    tellAddresses(server, token);
     environment_.loop().run();
-    watch_.reset();
+    taker_.stop();
     stage_.connect(nullptr);
   }
 
@@ -86,35 +98,33 @@ class ShowRun {
     requireSlide(options_.whenEmpty);
     // Before slides hide that have no data yet.
     const auto standstill = standstillOf(deck::ShowCourse(stage_.deck(), stage_.showOptions()));
-    if (standstill) std::cerr << "lumenfold: " << *standstill << '\n';
-    const std::string language = unknownLanguage();
-    if (!language.empty()) std::cerr << "lumenfold: " << platform::forTerminal(language) << '\n';
+    if (standstill) platform::tell(platform::Priority::Warning, "show", *standstill);
+    tellLanguage();
     stage_.begin(options_.slide, [this, &end] {
-      watch_.reset();
+      taker_.stop();
       constexpr std::int32_t TimeToSend = 200;
       end.beginIn(TimeToSend);
     });
   }
 
-  void watchDeck() {
-    const deck::Presentation& deck = *stage_.deck();
-    watch_.emplace(environment_.loop(), deck.FullName(), deck.fileState().value(),
-                   deck.package().fingerprint(),
-                   DeckWatch::Hearer{[this](DeckVersion version) { takeUp(std::move(version)); },
-                                     [this](const std::string& why) { leaveAlone(why); }});
-  }
-
-  void takeUp(DeckVersion version) {
+  /// Settings and deck as they are now. What is wrong with them is told, and the show goes on as it is.
+  void reload(ServiceNotices& notices) {
+    notices.reloading();
     try {
-      stage_.change(std::move(version));
-    } catch (const basic::Error& error) {
-      leaveAlone(error.description);
+      ShowOptions now = read_();
+      stage_.use(stageOf(now));
+      if (now.server != options_.server || now.hub != options_.hub) {
+        platform::tell(platform::Priority::Warning, "settings",
+                       "what concerns the server (port, bind, name, token-file, per-address, log) and hubs "
+                       "takes a restart.");
+      }
+      options_ = std::move(now);
+    } catch (const std::exception& error) {
+      platform::tell(platform::Priority::Error, "settings",
+                     std::string("the settings are not taken up: ") + error.what());
+      return notices.reloaded();
     }
-  }
-
-  void leaveAlone(const std::string& why) {
-    LF2000::modErrors::WriteErrorLog("A new version of " + stage_.deck()->FullName() +
-                                     " is not shown, and the one before stays: " + why);
+    taker_.take(options_.deck, !options_.noReload, [&notices] { notices.reloaded(); });
   }
 
   void tellProgress(const platform::Progress* progress) {
@@ -131,22 +141,24 @@ class ShowRun {
          std::to_string(stage_.deck()->slideCount()) + ".");
   }
 
-  void announce(const web::Server& server, const Token& token) const {
-    std::cout << "Showing " << stage_.deck()->FullName() << " (" << stage_.deck()->slideCount()
-              << " slides)\n";
+  void tellAddresses(const web::Server& server, const Token& token) const {
+    announce("Showing " + stage_.deck()->FullName() + " (" + std::to_string(stage_.deck()->slideCount()) +
+             " slides)");
     announceScreens(server, token, options_.server, environment_);
   }
 
-  const ShowOptions& options_;
+  std::function<ShowOptions()> read_;
+  ShowOptions options_;
   Environment& environment_;
+  const bool isReloaded_ = platform::isReloadedByHangUp();
   AddInHost host_;
   Stage stage_;
-  std::optional<DeckWatch> watch_;
+  DeckTaker taker_{host_, environment_.loop(), stage_};
 };
 
-void show(const ShowOptions& options, Environment& environment) {
-  requireGiven("DECK", options.deck);
-  { ShowRun(options, environment).run(); }
+void show(const std::function<ShowOptions()>& read, Environment& environment) {
+  beginLog(read().server);
+  { ShowRun(read, environment).run(); }
   tellOfErrors();
 }
 
@@ -178,7 +190,13 @@ void addShowCommand(CLI::App& program, Environment& environment) {
   options->server.port = ScreensPort;
   define(*verb, *options);
   verb->callback([options, verb, &environment] {
-    show(withSettings(*options, optionsGiven(*verb), define), environment);
+    show(
+        [options, given = optionsGiven(*verb)] {
+          ShowOptions now = withSettings(*options, given, define);
+          requireGiven("DECK", now.deck);
+          return now;
+        },
+        environment);
   });
 }
 

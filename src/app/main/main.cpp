@@ -13,7 +13,7 @@
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
 #include "basic/Error.h"
-#include "platform/Console.h"
+#include "platform/Log.h"
 #include "platform/StartUp.h"
 
 namespace {
@@ -22,7 +22,7 @@ constexpr int Failed = 1;
 constexpr int Usage = 2;
 
 int complain(const std::string& text, int exitCode) {
-  std::cerr << "lumenfold: " << platform::forTerminal(app::joinedLines(text)) << '\n';
+  platform::tell(platform::Priority::Error, "program", app::joinedLines(text));
   return exitCode;
 }
 

@@ -71,6 +71,11 @@ deck::SlideShowOptions Stage::showOptions() const {
   return show;
 }
 
+void Stage::use(Options options) {
+  options.live.began = options_.live.began;
+  options_ = std::move(options);
+}
+
 std::optional<deck::ShowPlace> Stage::place() const {
   if (isBetween_ || isGround() || !act_->live.isRunning()) return std::nullopt;
   return act_->live.place();

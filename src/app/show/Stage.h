@@ -51,6 +51,9 @@ class Stage final : public web::Show {
   /// How its shows are begun, wherever they begin.
   [[nodiscard]] deck::SlideShowOptions showOptions() const;
 
+  /// How shows begin from now on; the present one goes on as it was begun.
+  void use(Options options);
+
   /// Begins the show of the first deck, if there is one. `onEnd` is called once when the last show is over,
   /// however it ended.
   void begin(std::optional<std::int32_t> startSlide, std::function<void()> onEnd);

@@ -1,13 +1,20 @@
 #include "app/wiring/Token.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <random>
 
 #include "app/wiring/Failure.h"
+#include "platform/Console.h"
+#include "platform/UserFolders.h"
 
 namespace app {
 
@@ -35,10 +42,28 @@ std::string readToken(const std::string& file) {
   return token;
 }
 
+namespace {
+
+/// A service keeps its token, where its administrator finds it: the same after each restart, and in no log.
+std::string keptToken(const std::string& folder) {
+  const std::string file = folder + "/token";
+  if (std::filesystem::exists(file)) return readToken(file);
+  const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (descriptor < 0) fail(file + ": the token cannot be kept: " + std::strerror(errno) + ".");
+  const std::string token = randomToken();
+  platform::writeTo(descriptor, token + "\n");
+  ::close(descriptor);
+  return token;
+}
+
+}  // namespace
+
 Token obtainToken(const std::string& file) {
   if (!file.empty()) return {readToken(file), false};
   const char* given = std::getenv("LUMENFOLD_TOKEN");
   if (given && *given) return {given, false};
+  const std::string folder = platform::serviceFolder("STATE_DIRECTORY");
+  if (!folder.empty()) return {keptToken(folder), false};
   return {randomToken(), true};
 }
 

@@ -5,7 +5,8 @@
 namespace app {
 
 /// The secret that who steers a show must present: the content of the file when
-/// one is named, else LUMENFOLD_TOKEN, else a new random one.
+/// one is named, else LUMENFOLD_TOKEN, else that which a service keeps in its folder of state
+/// ("token"), else a new random one.
 struct Token {
   std::string value;
   /// Made for this run: it must be told, nobody knows it yet.

@@ -17,7 +17,7 @@ const isShown = (show, slide, shape, text) =>
 describe("a show", { concurrency: 4 }, () => {
   it("ends by signals with exit code 0, streams and all", async (t) => {
     const { sandbox, deck } = valueDeck(t, "a");
-    for (const signal of ["SIGTERM", "SIGINT", "SIGHUP"]) {
+    for (const signal of ["SIGTERM", "SIGINT"]) {
       const show = await sandbox.show(deck);
       const events = show.events();
       await events.next("the state", ({ event }) => event === "state");

@@ -1,0 +1,78 @@
+#include "app/show/DeckTaker.h"
+
+#include <filesystem>
+#include <memory>
+#include <utility>
+
+#include "addin/support/modErrors.h"
+#include "opc/Files.h"
+
+namespace app {
+
+void DeckTaker::watch() {
+  const deck::Presentation& deck = *stage_.deck();
+  goesOn_ = true;
+  lookAt(deck.FullName(), deck.fileState().value(), deck.package().fingerprint());
+}
+
+void DeckTaker::take(const std::string& file, bool goesOn, std::function<void()> done) {
+  const std::string path = std::filesystem::absolute(file).lexically_normal().string();
+  if (!opc::stateOfFile(path)) {
+    LF2000::modErrors::WriteErrorLog(path + " is not shown, and " + stage_.deck()->FullName() +
+                                     " stays: the file cannot be found.");
+    return done();
+  }
+  done_ = std::move(done);
+  goesOn_ = goesOn;
+  // As if nothing had been read before.
+  lookAt(path, {}, 0);
+}
+
+void DeckTaker::lookAt(const std::string& path, const opc::FileState& shown, std::size_t fingerprint) {
+  path_ = path;
+  watch_.emplace(loop_, path, shown, fingerprint,
+                 DeckWatch::Hearer{[this](DeckVersion version) { takeUp(std::move(version)); },
+                                   [this](const std::string& why) { leaveAlone(why); }});
+}
+
+void DeckTaker::takeUp(DeckVersion version) {
+  if (path_ != stage_.deck()->FullName()) {
+    // Not within a change of the stage that waits for its sources.
+    const auto other = std::make_shared<DeckVersion>(std::move(version));
+    return loop_.postOutermost([this, other] {
+      carryOut([&] {
+        const auto deck = host_.application().open(std::move(other->package), other->state);
+        stage_.follow(deck, stage_.showOptions(), false);
+      });
+    });
+  }
+  carryOut([&] { stage_.change(std::move(version)); });
+}
+
+void DeckTaker::carryOut(const std::function<void()>& change) {
+  try {
+    change();
+  } catch (const basic::Error& error) {
+    return leaveAlone(error.description);
+  }
+  finish();
+}
+
+void DeckTaker::leaveAlone(const std::string& why) {
+  const std::string shown = stage_.deck()->FullName();
+  LF2000::modErrors::WriteErrorLog(
+      (path_ == shown ? "A new version of " + shown + " is not shown, and the one before stays: "
+                      : path_ + " is not shown, and " + shown + " stays: ") +
+      why);
+  finish();
+}
+
+void DeckTaker::finish() {
+  const auto done = std::exchange(done_, {});
+  if (!done) return;
+  // Not before the watch has told all that it has to.
+  if (!goesOn_) loop_.postOutermost([this] { stop(); });
+  done();
+}
+
+}  // namespace app
