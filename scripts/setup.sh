@@ -25,6 +25,7 @@ tests=(
   libreoffice-calc libreoffice-draw libreoffice-impress poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
   prometheus:promtool cage:cage xwayland:Xwayland grim:grim
   debhelper:dh lintian:lintian systemd:systemd-analyze
+  nginx-light:nginx libnginx-mod-nchan redis-server:redis-server iproute2:ss
 )
 # The add-in for Windows is built by a compiler for it, and tried under Wine.
 windows=(

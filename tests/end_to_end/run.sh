@@ -23,6 +23,14 @@ case $1 in
     ;;
 esac
 case $1 in
+  hub/*)
+    for tool in nginx redis-server ss; do
+      command -v "$tool" >/dev/null || missing "$tool"
+    done
+    [ -e /usr/lib/nginx/modules/ngx_nchan_module.so ] || missing "nginx's module nchan"
+    ;;
+esac
+case $1 in
   browser/desk*) [ -d node_modules/axe-core ] || missing tests/end_to_end/node_modules/axe-core ;;
 esac
 exec node --test --test-reporter=spec "$1"

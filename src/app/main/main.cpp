@@ -91,6 +91,7 @@ int run(int argc, char** argv) {
   app::addImportCommand(program, environment);
   app::addDistributeCommand(program, environment);
   app::addKeyCommand(program, environment);
+  app::addHubConfigCommand(program, environment);
   app::addLogCommand(program, environment);
   app::addManualCommand(program, environment);
 
