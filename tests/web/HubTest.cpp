@@ -126,6 +126,13 @@ TEST_F(HubTest, TellsOfLargeMessagesByTheirNumberAlone) {
   EXPECT_EQ(message["event"], "fetch");
   EXPECT_EQ(message["sequence"], 1);
   EXPECT_FALSE(message.contains("data"));
+  show.shown.title = std::string(190'000, 'x');
+  server().slideChanged();
+  show.shown.title += std::string(7'000, 'x');
+  server().slideChanged();
+  ASSERT_TRUE(untilMessages("show", 3));
+  EXPECT_EQ(messages("show")[1]["event"], "picture") << "slides are awaited";
+  EXPECT_EQ(messages("show")[2]["event"], "fetch");
 }
 
 TEST_F(HubTest, PublishesAViewForAsLongAsScreensReport) {
@@ -221,7 +228,18 @@ TEST_F(HubTest, BoundsTheViewsInUse) {
   }
   EXPECT_EQ(refused, 400 - static_cast<int>(ViewsInUse::most - 1));
   EXPECT_EQ(404, client.get("/screen/state/nothing").status);
+  EXPECT_EQ(503, client.get("/screen/state/slide-2000").status);
   EXPECT_EQ(200, client.get("/screen/state/slide-1").status);
+}
+
+TEST_F(HubTest, LeavesRoomForViewsOfSomething) {
+  Client client = connect();
+  int refused = 0;
+  for (int slide = 1001; slide <= 1100; ++slide) {
+    if (client.get("/screen/state/slide-" + std::to_string(slide)).status == 503) ++refused;
+  }
+  EXPECT_EQ(refused, 100 - static_cast<int>(ViewsInUse::mostOfNothing));
+  EXPECT_EQ(200, client.get("/screen/state/slide-2").status);
 }
 
 TEST_F(HubTest, LetsScreensOfOtherHubsLook) {

@@ -146,7 +146,7 @@ bool Publisher::judge(std::size_t node, const Poster::Answer& answer) {
     nodeIsUp(node);
     if (!std::exchange(isTooLargeTold_, true)) {
       tell("The hub at " + nodes_[node].address.name +
-           " takes no messages of 64 kB (status 413): screens fetch what is in them.");
+           " finds a message too large (status 413): screens fetch what is in it.");
     }
     return true;
   }

@@ -41,7 +41,8 @@ std::optional<std::string> ViewChannel::pictureForHubs() {
 }
 
 std::string ViewChannel::forHubs(std::string_view event, std::string_view data) const {
-  constexpr std::size_t largest = 64UL * 1024;
+  // A slide is due at once on all screens; what fills a shape has the time that a state takes.
+  const std::size_t largest = (event == "picture" ? 192UL : 64UL) * 1024;
   const bool isTold = data.size() <= largest;
   std::string text = R"({"run":")" + run_ + R"(","sequence":)" + std::to_string(sequence());
   text.append(R"(,"event":")").append(isTold ? event : "fetch").append("\"");

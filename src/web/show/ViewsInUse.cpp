@@ -1,11 +1,20 @@
 #include "web/show/ViewsInUse.h"
 
+#include <algorithm>
+
 namespace web {
 
 bool ViewsInUse::use(const std::string& name, const View& view, Time now) {
-  if (uses_.size() >= most && !contains(name)) return false;
+  if (!contains(name) && !hasRoomFor(view)) return false;
   uses_[name] = {view, now + lease};
   return true;
+}
+
+bool ViewsInUse::hasRoomFor(const View& view) const {
+  const auto isOfNothing = [](const View& each) { return each.kind != View::Kind::Show && each.slide == 0; };
+  const auto nothings = std::count_if(uses_.begin(), uses_.end(),
+                                      [&](const auto& entry) { return isOfNothing(entry.second.view); });
+  return uses_.size() < most && (!isOfNothing(view) || static_cast<std::size_t>(nothings) < mostOfNothing);
 }
 
 std::vector<std::string> ViewsInUse::expire(Time now) {

@@ -22,6 +22,8 @@ class ViewsInUse {
   static constexpr std::chrono::seconds lease{150};
   /// Each costs drawing and a channel of the hub.
   static constexpr std::size_t most = 256;
+  /// Of these, views of nothing: any address makes one.
+  static constexpr std::size_t mostOfNothing = 32;
 
   /// Uses a view from now on, or goes on with it. False when there is no room for one more.
   bool use(const std::string& name, const View& view, Time now);
@@ -43,6 +45,8 @@ class ViewsInUse {
     View view;
     Time until;
   };
+  [[nodiscard]] bool hasRoomFor(const View& view) const;
+
   std::map<std::string, Use, std::less<>> uses_;
 };
 
