@@ -182,7 +182,7 @@ void append(std::string& to, pugi::xml_node node) {
 }
 
 std::string legalText(std::string_view text) {
-  const auto isSuspect = [](char c) { return (c >= 0 && c < ' ') || c == '\xEF'; };
+  const auto isSuspect = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\xEF'; };
   if (std::none_of(text.begin(), text.end(), isSuspect) && basic::IsValidUtf8(text)) return std::string(text);
 
   std::string legal;
