@@ -23,7 +23,7 @@ tests=(
   clang:clang++ libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14
   nodejs:node npm:npm libbenchmark-dev chromium:chromium zip:zip unzip:unzip sqlite3:sqlite3
   libreoffice-calc libreoffice-draw libreoffice-impress poppler-utils:pdftocairo postgresql odbc-postgresql mariadb-server-core odbc-mariadb tdsodbc odbc-mdbtools
-  prometheus:promtool cage:cage xwayland:Xwayland grim:grim
+  prometheus:promtool cage:cage xwayland:Xwayland python3:/usr/bin/python3
   debhelper:dh lintian:lintian systemd:systemd-analyze
   nginx-light:nginx libnginx-mod-nchan redis-server:redis-server iproute2:ss
 )
