@@ -266,6 +266,7 @@ TEST_F(HubTest, TellsOfANodeThatIsAway) {
   EXPECT_EQ(status["level"], "bad");
   EXPECT_THAT(connect().get("/metrics").body,
               HasSubstr("lumenfold_hub_up{node=\"" + node.address() + "\"} 0\n"));
+  EXPECT_EQ(status["hub"][0]["address"], node.address());
   Publisher::Node one{{"one", "", ""}, false, "", {}};
   EXPECT_EQ(judged(one, true).level, Level::Warning) << "another node takes the messages";
 }

@@ -164,6 +164,15 @@ TEST_F(PublisherTest, GivesUpOnANodeThatHangs) {
   EXPECT_THAT(second.bodies("slide-2"), ElementsAre("b"));
 }
 
+TEST_F(PublisherTest, SaysThatNobodyListensAtASocket) {
+  options.nodes = {hubNodeAt("unix:/nowhere/hub.sock:/publish")};
+  publisher().publish("show", "a");
+  ASSERT_TRUE(until([&] { return publisher().waiting() == 0; }));
+  EXPECT_THAT(told,
+              ElementsAre("The hub at unix:/nowhere/hub.sock:/publish takes no messages: nobody listens at "
+                          "its socket."));
+}
+
 TEST_F(PublisherTest, TakesAnAnswerThatSaysNoId) {
   for (const char* body : {"", "{}", "[1]", "queued messages: 3", R"({"last_message_id":7})"}) {
     hub.answer = [&](const FakeHub::Posted&) { return FakeHub::answerOf(202, body); };

@@ -44,7 +44,7 @@ ServiceNotices::Standing standingOf(Stage& stage, const web::Server& server) {
                   ? "slide " + std::to_string(health.position) + " of " + std::to_string(deck->slideCount())
                   : "no slide is on show";
   }
-  status += "; " + basic::Counted(server.screens(), "screen");
+  status += "; " + basic::Counted(server.screens() + server.screensAtHubs(), "screen");
   const auto stale =
       std::count_if(health.connections.begin(), health.connections.end(),
                     [](const web::ConnectionHealth& connection) { return connection.isStale; });

@@ -169,12 +169,15 @@ class Poster::Work : public std::enable_shared_from_this<Poster::Work> {
       if (message->msg != CURLMSG_DONE) continue;
       CURL* const handle = message->easy_handle;
       const CURLcode code = message->data.result;
-      const auto& why = underWay_.at(handle).why;
       curl_multi_remove_handle(multi_.get(), handle);
-      finish(handle, code == CURLE_OK      ? std::string()
-                     : why.front() == '\0' ? std::string(curl_easy_strerror(code))
-                                           : std::string(why.data()));
+      finish(handle, code == CURLE_OK ? "" : whyNot(underWay_.at(handle), code));
     }
+  }
+
+  static std::string whyNot(const Post& post, CURLcode code) {
+    // libcurl speaks of a host and a port there.
+    if (code == CURLE_COULDNT_CONNECT && !post.socket.empty()) return "nobody listens at its socket";
+    return post.why.front() == '\0' ? curl_easy_strerror(code) : post.why.data();
   }
 
   void finish(CURL* handle, std::string why) {

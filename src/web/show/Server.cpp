@@ -44,6 +44,8 @@ std::size_t Server::screens() const { return broadcast_->screens(); }
 
 std::size_t Server::programs() const { return broadcast_->programs(); }
 
+std::size_t Server::screensAtHubs() const { return broadcast_->screenBook().atHubs(); }
+
 std::size_t Server::unpublished() const {
   const Publisher* const publisher = broadcast_->publisher();
   return publisher == nullptr ? 0 : publisher->waiting();

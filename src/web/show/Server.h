@@ -63,6 +63,8 @@ class Server {
   [[nodiscard]] std::size_t screens() const;
   [[nodiscard]] std::size_t programs() const;
 
+  /// Screens at hubs that have reported lately.
+  [[nodiscard]] std::size_t screensAtHubs() const;
   /// Messages that no hub has taken yet.
   [[nodiscard]] std::size_t unpublished() const;
 

@@ -234,7 +234,10 @@ Json hubStatus(const Publisher* hub, Judges& judges) {
       std::any_of(nodes.begin(), nodes.end(), [](const auto& node) { return node.isUp == true; });
   Json json = Json::array();
   for (const Publisher::Node& node : nodes) {
-    json.push_back({{"address", node.address.name}, {"since", nullptr}, {"problem", node.why}});
+    const HubNode& address = node.address;
+    const std::string name =
+        address.socket.empty() ? address.name : "socket " + std::string(lastName(address.socket));
+    json.push_back({{"address", name}, {"since", nullptr}, {"problem", withoutFolders(node.why)}});
     if (node.isUp) json.back()["since"] = secondsBetween(node.since, Publisher::Clock::now());
     judges.add(json.back(), judged(node, isReplaced));
   }

@@ -82,8 +82,8 @@ function nodeRow({ address, level, state, since, problem }) {
     level,
     name: address,
     state: nodeWords[state],
-    details: "",
-    age: since === null ? "" : `for ${lasting(since)}`,
+    details: since === null ? "" : `for ${lasting(since)}`,
+    age: "",
     problem,
   };
 }
