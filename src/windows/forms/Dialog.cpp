@@ -343,6 +343,7 @@ void Dialog::useResolution(unsigned dpi, const RECT& place) {
   const auto former = std::exchange(metrics_, std::make_unique<Metrics>(dpi));
   ::EnumChildWindows(window_, &setFont, reinterpret_cast<LPARAM>(metrics_->font()));
   ::SetWindowPos(window_, nullptr, place.left, place.top, 0, 0, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE);
+  for (const auto& widget : widgets_) widget->draw();
   arrangeAll();
 }
 

@@ -25,8 +25,10 @@ class PictureWidget final : public Widget {
   }
   [[nodiscard]] bool isTall() const override { return true; }
   void draw() override {
-    if (const auto file = get<std::string>("File"); file != file_) {
+    const auto file = get<std::string>("File");
+    if (file != file_ || metrics().dpi() != dpi_) {
       file_ = file;
+      dpi_ = metrics().dpi();
       const HBITMAP made =
           file.empty() ? nullptr : pictureFile(file, metrics().x(Wide - 2), metrics().y(High - 2));
       ::SendMessageW(main(), STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(made));
@@ -49,6 +51,8 @@ class PictureWidget final : public Widget {
   static constexpr int Wide = 120;
   static constexpr int High = 68;
   std::string file_;
+  /// What the bitmap was made for.
+  unsigned dpi_ = 0;
   HBITMAP bitmap_ = nullptr;
 };
 

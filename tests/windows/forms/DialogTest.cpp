@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "fakes/FakeServices.h"
+#include "windows/forms/Metrics.h"
 #include "windows/forms/ProgressMeter.h"
 #include "windows/forms/Screen.h"
 #include "windows/support/Windows.h"
@@ -169,6 +172,51 @@ TEST_F(DialogTest, AComplaintStandsBelowAndIsToldWhenAButtonWasClicked) {
   EXPECT_EQ(screen.find("None is no order."), nullptr);
   screen.press(VK_RETURN);
   EXPECT_EQ(result, ::Forms::Result::OK);
+}
+
+/// A form that shows a picture alone.
+struct PhotoForm final : ::Forms::Form {
+  explicit PhotoForm(const std::string& file) : Form("frmPhoto", "Photo") {
+    AddRow("", {&photo});
+    photo.File(file);
+  }
+  void CatchError() override { ADD_FAILURE(); }
+  ::Forms::Picture& photo = Add<::Forms::Picture>("picPhoto");
+};
+
+TEST_F(DialogTest, APictureIsDrawnInItsProportionsAtAnyResolution) {
+  form->QueryClose();
+  const std::filesystem::path file = std::filesystem::temp_directory_path() / "red.bmp";
+  test::Picture red{1000, 500, {}};
+  for (int i = 0; i < red.width * red.height; ++i) {
+    for (const int part : {0, 0, 255, 255}) red.pixels.push_back(static_cast<std::uint8_t>(part));
+  }
+  test::write(red, file);
+  const auto photos = std::make_shared<PhotoForm>(com::narrow(file.wstring()));
+  photos->Show(::Forms::Placement::Dialog);
+  screen.settle();
+  dialog = screen.top();
+  const auto reds = [&] {
+    RECT place{};
+    long width = 0;
+    long height = 0;
+    ::GetWindowRect(windowOfClass(L"Static"), &place);
+    const test::Picture shown = test::pictureOf(windowOfClass(L"Static"));
+    for (int x = 0; x < shown.width; ++x) width += test::isRed(shown, x, shown.height / 2) ? 1 : 0;
+    for (int y = 0; y < shown.height; ++y) height += test::isRed(shown, shown.width / 2, y) ? 1 : 0;
+    EXPECT_GT(width, shown.width * 9 / 10) << "it fills its box";
+    EXPECT_NEAR(static_cast<double>(width) / static_cast<double>(height), 2, 0.1);
+    return width;
+  };
+  const long before = reds();
+  RECT place{0, 0, 900, 600};
+  ::SendMessageW(dialog, 0x02E0, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&place));
+  EXPECT_NEAR(static_cast<double>(reds()) / static_cast<double>(before), 192.0 / Metrics::dpiOf(screen.host),
+              0.3);
+  photos->Update([&] { photos->photo.File("C:\\not there.png"); });
+  EXPECT_NE(screen.find("The picture cannot be shown here."), nullptr);
+  screen.press(VK_ESCAPE);
+  std::filesystem::remove(file);
 }
 
 TEST_F(DialogTest, ClosesWithItsOwner) {

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 namespace windows::test {
@@ -141,9 +142,17 @@ Picture pictureOf(HWND window) {
   return picture;
 }
 
+bool isRed(const Picture& picture, int x, int y) {
+  const std::uint8_t* pixel = picture.pixels.data() + (y * picture.width + x) * 4;
+  return pixel[0] < 64 && pixel[1] < 64 && pixel[2] > 192;
+}
+
 void keep(const Picture& picture, const std::string& name) {
   const char* const folder = std::getenv("LUMENFOLD_PICTURES");
-  if (folder == nullptr) return;
+  if (folder != nullptr) write(picture, std::filesystem::path(folder) / (name + ".bmp"));
+}
+
+void write(const Picture& picture, const std::filesystem::path& path) {
   BITMAPFILEHEADER file{};
   BITMAPINFOHEADER info{};
   file.bfType = 0x4D42;
@@ -154,7 +163,7 @@ void keep(const Picture& picture, const std::string& name) {
   info.biHeight = -picture.height;
   info.biPlanes = 1;
   info.biBitCount = 32;
-  std::ofstream out(std::string(folder) + "/" + name + ".bmp", std::ios::binary);
+  std::ofstream out(path, std::ios::binary);
   out.write(reinterpret_cast<const char*>(&file), sizeof file);
   out.write(reinterpret_cast<const char*>(&info), sizeof info);
   out.write(reinterpret_cast<const char*>(picture.pixels.data()),

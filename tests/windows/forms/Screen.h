@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -57,6 +58,9 @@ struct Picture {
   std::vector<std::uint8_t> pixels;
 };
 [[nodiscard]] Picture pictureOf(HWND window);
+[[nodiscard]] bool isRed(const Picture& picture, int x, int y);
+/// As a bitmap.
+void write(const Picture& picture, const std::filesystem::path& file);
 /// Keeps it as a bitmap in the folder that the environment names (LUMENFOLD_PICTURES), for people to look at.
 void keep(const Picture& picture, const std::string& name);
 
