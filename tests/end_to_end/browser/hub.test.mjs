@@ -114,6 +114,17 @@ test("a screen whose hub is gone goes over to the next, and then to the show", a
   }
 });
 
+test("a page that has grown old waits until the hub has the new one", async (t) => {
+  const { show, hub } = await showBehindHub(t, "first");
+  const page = await openScreen(t, `${hub.origin}/`);
+  await waitForSlide(page, 1);
+  await page.evaluate(() => (document.documentElement.dataset.version = "old"));
+  // Who loads itself anew too soon stands without a slide.
+  hub.kept = Array(2).fill('<html data-version="old">');
+  await show.command("next");
+  await page.waitForFunction(() => window.marker === undefined && document.querySelector(".frame.current > #s2"));
+});
+
 test("a show that is silent for three beats is asked for its state, while the hub goes on", async (t) => {
   const { sandbox, deck } = valueDeck(t, "first");
   const bus = new Bus();

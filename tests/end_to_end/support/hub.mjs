@@ -46,6 +46,7 @@ const send = (stream, { id, body }) => stream.write(`id: ${id}\ndata: ${body}\n\
 export class Hub {
   asked = []; // methods and paths, in their order
   refuses = false;
+  kept = []; // pages that a cache gives out before it asks the show again
 
   // `hubs` are the origins whose pages may look at the state.
   static async start(t, bus, hubs = []) {
@@ -75,6 +76,7 @@ export class Hub {
     const view = path.split("/")[path.startsWith("/publish/") ? 2 : 3];
     if (path.startsWith("/publish/")) this.#take(asked, answer, view);
     else if (path.startsWith("/screen/hub/")) this.#stream(asked, answer, view, searchParams);
+    else if (path === "/" && this.kept.length > 0) answer.end(this.kept.shift());
     else this.#pass(asked, answer, path);
   }
 
