@@ -53,9 +53,9 @@ TEST_F(ServiceManagerTest, MayBeGoneOrNotThereAtAll) {
   ServiceManager none;
   EXPECT_FALSE(none.isThere());
   none.tell("READY=1\n");
-  for (const std::string& address :
-       {std::string("relative"), std::string("/") + std::string(200, 'x'), std::string("@")}) {
-    setVariable("NOTIFY_SOCKET", address.c_str());
+  const std::string tooLong = "/" + std::string(200, 'x');
+  for (const char* const address : {"relative", tooLong.c_str(), "@"}) {
+    setVariable("NOTIFY_SOCKET", address);
     EXPECT_FALSE(ServiceManager().isThere()) << address;
   }
   setVariable("NOTIFY_SOCKET", "/nowhere/notify");

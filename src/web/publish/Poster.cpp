@@ -17,7 +17,8 @@
 #include "web/publish/HubNode.h"
 
 namespace web {
-namespace {
+// Named, as a class has members of them.
+namespace handles {
 
 // libcurl calls the first two by one type.
 struct EasyCleanUp {
@@ -33,14 +34,18 @@ using Easy = std::unique_ptr<CURL, EasyCleanUp>;
 using Multi = std::unique_ptr<CURLM, MultiCleanUp>;
 using Headers = std::unique_ptr<curl_slist, HeadersCleanUp>;
 
+}  // namespace handles
+
+namespace {
+
 void prepareLibrary() {
   // Once for the program, before its threads use it.
   static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
   if (ready != CURLE_OK) throw basic::Error(basic::AdapterError, "web", "libcurl cannot be used.");
 }
 
-Headers headersWith(const std::string& token) {
-  Headers list;
+handles::Headers headersWith(const std::string& token) {
+  handles::Headers list;
   std::vector<std::string> lines = {"Content-Type: application/json", "Accept: text/json", "Expect:"};
   if (!token.empty()) lines.push_back("Authorization: Bearer " + token);
   for (const std::string& line : lines) {
@@ -100,7 +105,7 @@ class Poster::Work : public std::enable_shared_from_this<Poster::Work> {
     Then then;
     std::string received;
     std::array<char, CURL_ERROR_SIZE> why;
-    Easy handle;
+    handles::Easy handle;
   };
 
   void run() {
@@ -130,7 +135,7 @@ class Poster::Work : public std::enable_shared_from_this<Poster::Work> {
   }
 
   void begin(Post post) {
-    Easy easy(curl_easy_init());
+    handles::Easy easy(curl_easy_init());
     CURL* const handle = easy.get();
     post.handle = std::move(easy);
     Post& kept = underWay_.insert_or_assign(handle, std::move(post)).first->second;
@@ -197,9 +202,9 @@ class Poster::Work : public std::enable_shared_from_this<Poster::Work> {
 
   boost::asio::io_context& loop_;
   std::weak_ptr<bool> isWanted_;
-  Headers headers_;
+  handles::Headers headers_;
   std::chrono::milliseconds timeout_;
-  Multi multi_;
+  handles::Multi multi_;
   std::promise<void> over_;
   std::mutex mutex_;
   std::vector<Post> coming_;
