@@ -17,7 +17,7 @@ case $1 in
       [ -d "node_modules/$module" ] || missing "tests/end_to_end/node_modules/$module"
     done
     ;;
-  browser/*)
+  browser/* | hub/page.*)
     [ -d node_modules/playwright-core ] || missing tests/end_to_end/node_modules/playwright-core
     [ -x "${CHROMIUM:-/usr/bin/chromium}" ] || missing "${CHROMIUM:-/usr/bin/chromium}"
     ;;

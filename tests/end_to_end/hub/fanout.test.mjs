@@ -2,6 +2,7 @@
 // kept, and in the end everybody shows the last one.
 
 import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
 import { before, test } from "node:test";
 import { ask, Line, Node, Redis } from "../support/nginx_hub.mjs";
 import { Reader } from "../support/hub_reader.mjs";
@@ -80,6 +81,19 @@ test("screens over two nodes", async (t) => {
     await nodes[0].start();
     await tell(5);
     await allShow(readers, "those of the node that was killed");
+    nothingIsMissing();
+  });
+
+  await t.test("outlive another configuration, and the end of a node's process", async () => {
+    const looked = ["-P", String(nodes[0].process.pid), "-xf", "nginx: worker process"];
+    const worker = () => execFileSync("pgrep", looked, { encoding: "utf8" }).trim();
+    const before = worker();
+    process.kill(nodes[0].process.pid, "SIGHUP");
+    await tell(10);
+    await until("another process", () => /^\d+$/.test(worker()) && worker() !== before);
+    process.kill(Number(worker()), "SIGKILL");
+    await tell(10);
+    await allShow(readers, "those of the node's new process");
     nothingIsMissing();
   });
 

@@ -81,7 +81,7 @@ export class Node extends Group {
     const place = isPlain ? [] : ["--publish", `unix:${this.publishing.socketPath}`];
     const folders = ["--run-folder", this.folder, "--cache-folder", `${this.folder}/cache`];
     mkdirSync(`${this.folder}/cache`, { recursive: true });
-    const ports = ["--listen", `127.0.0.1:${this.port}`, "--connections", 2048];
+    const ports = ["--listen", `127.0.0.1:${this.port}`];
     const file = `${this.folder}/hub.conf`;
     writeFileSync(file, this.sandbox.done("hub-config", "--site", this.name, ...place, ...folders, ...ports, ...this.args));
     // As the unit does before each start.
