@@ -10,9 +10,10 @@ add_custom_target(manual ALL DEPENDS ${manual}/completion/lumenfold)
 
 install(DIRECTORY ${manual}/man/ DESTINATION share/man/man1)
 install(FILES ${manual}/completion/lumenfold DESTINATION share/bash-completion/completions)
+install(DIRECTORY contrib/hub DESTINATION share/lumenfold USE_SOURCE_PERMISSIONS)
 install(DIRECTORY samples/ DESTINATION share/lumenfold/samples USE_SOURCE_PERMISSIONS PATTERN make EXCLUDE)
 install(DIRECTORY docs/linking docs/images DESTINATION share/doc/lumenfold)
-install(FILES docs/desk.md docs/distribution.md docs/installing.md docs/offline.md docs/operating.md docs/playing.md
+install(FILES docs/desk.md docs/distribution.md docs/installing.md docs/many-screens.md docs/offline.md docs/operating.md docs/playing.md
               docs/tags.md README.md DESTINATION share/doc/lumenfold)
 install(FILES src/web/bundles/charts.licences.txt DESTINATION share/doc/lumenfold)
 install(FILES CHANGELOG.md DESTINATION share/doc/lumenfold)
