@@ -228,12 +228,15 @@ constexpr std::string_view DirectStreams = R"(    location = /screen/events {
     }
 )";
 
-/// Headers are inherited by a location that sets none, so each is repeated.
+/// The answer is kept by the screen's cookie, so the show must judge by nothing else: others who may look,
+/// such as who steers, would let in everybody without one. Headers are inherited by a location that sets
+/// none, so each is repeated.
 constexpr std::string_view Check = R"(    location = /screen/check {
-      internal;
       proxy_pass @show@/screen/check;
       proxy_pass_request_body off;
       proxy_set_header Content-Length "";
+      proxy_set_header Cookie "lumenfold_screen=$cookie_lumenfold_screen";
+      proxy_set_header Authorization "";
       proxy_set_header Host "@authority@";
       proxy_set_header Origin "";
       proxy_set_header Connection "";
@@ -269,11 +272,18 @@ std::string pages(const Hub& hub) {
   text.append("      proxy_pass @show@$uri;\n");
   // A plain proxy has no streams of its own to go on from, so nothing of it may be old.
   if (!hub.isPlain) text.append("      proxy_cache_key $uri;\n").append(Momentary);
-  return text + R"(    }
+  text += R"(    }
     location ~ ^/screen/(painted|enter|time)$ {
       client_max_body_size 16k;
       proxy_pass @show@;
-    }
+)";
+  // So the show knows that the cookie of a screen needs TLS as well.
+  if (hasTls(hub)) {
+    const std::string authority = hub.show.authority();
+    text += "      proxy_set_header Host \"" + authority + "\";\n      proxy_set_header Origin \"https://" +
+            authority + "\";\n      proxy_set_header Connection \"\";\n";
+  }
+  return text + R"(    }
     location = /healthz {
       default_type application/json;
       return 200 '{"status":"ok"}';

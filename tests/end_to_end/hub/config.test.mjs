@@ -147,6 +147,10 @@ test("known screens alone look, also while the show is away", async (t) => {
   assert.equal((await get("/screen/state/show")).status, 401);
   assert.equal((await get("/screen/state/show", as("bad"))).status, 401);
   assert.equal((await get("/screen/hub/show", as("bad"))).status, 401);
+  // Others that the show lets look do not open the hub to all that have no cookie.
+  assert.equal((await get("/screen/state/show", { Cookie: "pass-1=x" })).status, 401);
+  assert.equal((await get("/screen/check", as("good"))).status, 204);
+  assert.equal((await get("/screen/check", as("bad"))).status, 401);
   assert.equal((await get("/screen/state/show", as("good"))).status, 200);
   assert.equal((await get("/", as("good"))).text, "the slide");
   const stranger = await get("/");
