@@ -35,9 +35,9 @@ class Broadcast;
 ///   GET  /healthz                 {"status":"ok"}: the program's loop turns
 ///   GET  /readyz                  {"status":"ready"}, or 503 before and after the show
 ///   GET  /metrics                 for Prometheus
-///   GET  /screen/state/VIEW       the whole state of a view by its name (ViewName.h), for screens at hubs,
-///   JSON POST /screen/painted          a screen tells what it has painted POST /api/v1/next, previous,
-///   first, last, goto/N, end,
+///   GET  /screen/state/VIEW       the whole state of a view by its name (ViewName.h), JSON
+///   POST /screen/painted          a screen tells what it has painted
+///   POST /api/v1/next, previous, first, last, goto/N, end,
 ///        blank/black, blank/white, blank/off     with "Authorization: Bearer TOKEN"
 ///   POST /api/v1/pass             likewise: the browser may come in when it is full
 ///
