@@ -32,6 +32,7 @@ void addLogCommand(CLI::App& program, Environment& environment);
 void addSnapshotCommand(CLI::App& program, Environment& environment);
 void addDistributeCommand(CLI::App& program, Environment& environment);
 void addHubConfigCommand(CLI::App& program, Environment& environment);
+void addScreenCommand(CLI::App& program, Environment& environment);
 void addKeyCommand(CLI::App& program, Environment& environment);
 /// For who packs the program; users are not told of it.
 void addManualCommand(CLI::App& program, Environment& environment);

@@ -124,8 +124,11 @@ class PlayRun {
       end->beginIn(TimeToSend);
     });
     isStarting_ = false;
+    const auto screens = screensIn(options_.server.screens, environment_);
     web::Server server(environment_.loop().context(), player_.stage(),
-                       screensServerOf(options_.server, options_.hub, token), publisherOf(options_.hub));
+                       screensServerOf(options_.server, options_.hub, token, screens.get()),
+                       publisherOf(options_.hub));
+    watchScreens(screens.get(), server);
     end.emplace(
         environment_.loop(), [&server] { server.stop(); },
         [&server] { return server.screens() + server.programs() + server.unpublished(); });
@@ -256,6 +259,7 @@ void define(CLI::App& verb, PlayOptions& options) {
   addServerOptions(verb, options.server);
   addPerAddressOption(verb, options.server);
   addHubOptions(verb, options.hub);
+  addScreensOption(verb, options.server.screens);
   verb.add_option("--seconds", options.seconds, "How long slides without a timing of their own stay")
       ->check(CLI::Range(ShortestStay, LongestStay))
       ->capture_default_str();

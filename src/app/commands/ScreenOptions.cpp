@@ -1,5 +1,6 @@
 #include "app/commands/ScreenOptions.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
 
@@ -23,8 +24,10 @@ StaleData staleDataOf(const std::string& option) {
        std::string(" must be keep, mark or blank, not \"") + name + "\".");
 }
 
-web::Options screensServerOf(const ServerOptions& options, const HubOptions& hub, const Token& token) {
+web::Options screensServerOf(const ServerOptions& options, const HubOptions& hub, const Token& token,
+                             const web::KnownScreens* screens) {
   web::Options server = serverOf(options, token, ScreenConnections);
+  server.screens = screens;
   addHubsTo(server, hub);
   return server;
 }
@@ -50,6 +53,23 @@ ServiceNotices::Standing standingOf(Stage& stage, const web::Server& server) {
                     [](const web::ConnectionHealth& connection) { return connection.isStale; });
   if (stale > 0) status += "; " + basic::Counted(stale, "stale connection");
   return {health.isReady, status};
+}
+
+void addScreensOption(CLI::App& verb, std::string& file) {
+  verb.add_option("--screens", file, "List of the screens that may look (else LUMENFOLD_SCREENS)")
+      ->envname("LUMENFOLD_SCREENS");
+}
+
+std::unique_ptr<ScreenRegister> screensIn(const std::string& file, Environment& environment) {
+  return file.empty() ? nullptr : std::make_unique<ScreenRegister>(environment.loop(), file);
+}
+
+void watchScreens(ScreenRegister* screens, web::Server& server) {
+  if (screens == nullptr) return;
+  screens->watch({[&server] { server.screensChanged(); },
+                  [](const std::string& why) {
+                    LF2000::modErrors::WriteErrorLog("The list of screens is as it was: " + why);
+                  }});
 }
 
 void announceScreens(const web::Server& server, const Token& token, const ServerOptions& options,

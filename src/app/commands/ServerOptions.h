@@ -27,6 +27,8 @@ struct ServerOptions {
   /// "json" or "text"; nothing for what suits whoever reads standard error.
   std::string log;
   std::optional<std::size_t> perAddress;
+  /// The list of screens that may look; empty: everybody may.
+  std::string screens;
   bool open = false;
 
   bool operator==(const ServerOptions&) const = default;

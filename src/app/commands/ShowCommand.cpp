@@ -65,9 +65,12 @@ class ShowRun {
 
   void run() {
     const Token token = obtainToken(options_.server.tokenFile);
+    const auto screens = screensIn(options_.server.screens, environment_);
     // Listen first: a port in use is told before anything has begun.
     web::Server server(environment_.loop().context(), stage_,
-                       screensServerOf(options_.server, options_.hub, token), publisherOf(options_.hub));
+                       screensServerOf(options_.server, options_.hub, token, screens.get()),
+                       publisherOf(options_.hub));
+    watchScreens(screens.get(), server);
     // The last picture is on its way: close the doors, then leave.
     ServerEnd end(
         environment_.loop(), [&server] { server.stop(); },
@@ -167,6 +170,7 @@ void define(CLI::App& verb, ShowOptions& options) {
   addServerOptions(verb, options.server);
   addPerAddressOption(verb, options.server);
   addHubOptions(verb, options.hub);
+  addScreensOption(verb, options.server.screens);
   verb.add_option("--slide", options.slide, "Slide to begin with");
   verb.add_option("--seconds", options.seconds,
                   "How long slides without a timing of their own stay; the deck is not changed")

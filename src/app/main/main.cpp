@@ -92,6 +92,7 @@ int run(int argc, char** argv) {
   app::addDistributeCommand(program, environment);
   app::addKeyCommand(program, environment);
   app::addHubConfigCommand(program, environment);
+  app::addScreenCommand(program, environment);
   app::addLogCommand(program, environment);
   app::addManualCommand(program, environment);
 

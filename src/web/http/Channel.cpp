@@ -40,8 +40,14 @@ void Channel::close() {
   streams_.clear();
 }
 
-void Channel::dismiss() {
-  for (const auto& [key, reader] : std::exchange(streams_, {})) {
+void Channel::dismiss(const std::function<bool(const std::string& name)>& which) {
+  std::unordered_map<EventStream*, Reader> dismissed;
+  for (auto reader = streams_.begin(); reader != streams_.end();) {
+    const auto next = std::next(reader);
+    if (!which || which(reader->second.name)) dismissed.insert(streams_.extract(reader));
+    reader = next;
+  }
+  for (const auto& [key, reader] : dismissed) {
     reader.stream->close();
     if (left_) left_(reader.name);
   }

@@ -43,8 +43,9 @@ class Channel : private EventStream::Source {
   void finish(const Build& build);
   /// Closes them at once; `left` hears nothing.
   void close();
-  /// Cuts the streams as if they had closed by themselves: their readers come back.
-  void dismiss();
+  /// Cuts streams as if they had closed by themselves, all or those whose name `which` picks: their readers
+  /// come back.
+  void dismiss(const std::function<bool(const std::string& name)>& which = {});
 
   [[nodiscard]] std::size_t size() const { return streams_.size(); }
   /// The number of the newest event.

@@ -107,18 +107,14 @@ std::string Guard::pass() const { return pass_ + "; Path=/; Max-Age=86400; HttpO
 
 bool Guard::hasPass(const Request& request) const { return request.cookie.find(pass_) != std::string::npos; }
 
-bool Guard::mayChange(const Request& request) const {
+bool Guard::mayChange(const Request& request) const { return isToken(bearerOf(request)); }
+
+std::string_view Guard::bearerOf(const Request& request) {
   constexpr std::string_view scheme = "Bearer ";
-  if (token_.empty() || request.authorization.size() != scheme.size() + token_.size() ||
-      !basic::EqualsIgnoreCase(request.authorization.substr(0, scheme.size()), scheme)) {
-    return false;
-  }
-  const std::string_view offered = request.authorization.substr(scheme.size());
-  unsigned difference = 0;
-  for (std::size_t i = 0; i < token_.size(); ++i) {
-    difference |= static_cast<unsigned>(static_cast<unsigned char>(token_[i] ^ offered[i]));
-  }
-  return difference == 0;
+  if (!basic::EqualsIgnoreCase(request.authorization.substr(0, scheme.size()), scheme)) return {};
+  return request.authorization.substr(scheme.size());
 }
+
+bool Guard::isToken(std::string_view text) const { return !token_.empty() && isSameSecret(text, token_); }
 
 }  // namespace web

@@ -37,6 +37,10 @@ class Guard {
   /// Whether the request carries the token; takes the same time for any wrong
   /// token of the right length.
   [[nodiscard]] bool mayChange(const Request& request) const;
+  /// Whether this is the token.
+  [[nodiscard]] bool isToken(std::string_view text) const;
+  /// What the request offers as a token (RFC 6750); empty for nothing.
+  [[nodiscard]] static std::string_view bearerOf(const Request& request);
 
   /// A cookie (the value of a Set-Cookie header, RFC 6265) for the browser of who holds the token. It
   /// says who may come in when it is full, and nothing else: a browser sends no header of a script's

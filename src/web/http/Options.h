@@ -11,6 +11,8 @@
 
 namespace web {
 
+class KnownScreens;
+
 /// How a server listens, whom it lets in and how long it waits.
 struct Options {
   /// The address to listen on, an IP literal. "0.0.0.0" or "::" for every
@@ -20,6 +22,8 @@ struct Options {
   std::uint16_t port = 8080;
   /// What a request must carry to change something. Empty: nothing may.
   std::string token;
+  /// Who may look, if that takes a token as well; outlives the server. Null: everybody may.
+  const KnownScreens* screens = nullptr;
   /// Further names under which the server may be addressed; see Guard.
   std::vector<std::string> allowedNames;
   /// The origins at which browsers find the hubs that pass this server's messages on, and the server itself:

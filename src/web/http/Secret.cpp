@@ -19,4 +19,13 @@ std::string newSecret() {
   return name;
 }
 
+bool isSameSecret(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  unsigned difference = 0;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    difference |= static_cast<unsigned>(static_cast<unsigned char>(a[i] ^ b[i]));
+  }
+  return difference == 0;
+}
+
 }  // namespace web

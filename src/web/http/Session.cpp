@@ -214,7 +214,7 @@ class HttpSession : public Session, public std::enable_shared_from_this<HttpSess
     for (const auto& [name, value] : response_.headers) set(name, value);
     answer_->keep_alive(keepAlive);
     const std::string_view body = response_.content();
-    if (response_.status != 304) answer_->content_length(body.size());
+    if (response_.status != 304 && response_.status != 204) answer_->content_length(body.size());
     if (!headOnly) answer_->body() = {body.data(), body.size()};
     serializer_.emplace(*answer_);
     serializer_->limit(pieceSize);

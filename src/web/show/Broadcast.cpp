@@ -38,6 +38,7 @@ Broadcast::Broadcast(boost::asio::io_context& loop, Show& show, const Options& o
       programs_([this](std::uint64_t sequence) {
         return guarded([&] { return stateMessage(sequence, show_.stateJson()); });
       }) {
+  expectScreens();
   if (hub.nodes.empty()) return;
   publisher_ = std::make_unique<Publisher>(loop, std::move(hub),
                                            [this](const std::string& name) { return pictureForHubs(name); });
@@ -73,19 +74,43 @@ void Broadcast::beatAtHubs() {
   }
 }
 
-void Broadcast::openScreen(Connection connection, const View& view) {
-  openOn(view, std::move(connection), book_.add(view));
+void Broadcast::openScreen(Connection connection, const View& view, const KnownScreen& visitor) {
+  openOn(view, std::move(connection), book_.add(view, visitor), true);
 }
 
-void Broadcast::openRemote(Connection connection) { openOn(View{}, std::move(connection), std::nullopt); }
+void Broadcast::openRemote(Connection connection, const KnownScreen& visitor) {
+  openOn(View{}, std::move(connection), visitor.key, false);
+}
 
-void Broadcast::openProgram(Connection connection) { programs_.open(std::move(connection), options_); }
+void Broadcast::openProgram(Connection connection, const KnownScreen& visitor) {
+  programs_.open(std::move(connection), options_, visitor.key);
+}
 
-void Broadcast::openOn(const View& view, Connection connection, const std::optional<std::string>& screen) {
+void Broadcast::openOn(const View& view, Connection connection, const std::string& name, bool isScreen) {
   dropUnusedChannels();
   Channel& streams = channelOf(view).streams();
   watchSlides();
-  streams.open(std::move(connection), options_, screen.value_or(""), greetingMessage(screen));
+  streams.open(std::move(connection), options_, name,
+               greetingMessage(isScreen ? std::optional(name) : std::nullopt));
+}
+
+void Broadcast::expectScreens() {
+  if (options_.screens == nullptr) return;
+  book_.expect(options_.screens->names(),
+               [this](const std::string& key) { return options_.screens->nameOf(key); });
+}
+
+void Broadcast::screensChanged() {
+  if (stopped_ || options_.screens == nullptr) return;
+  const auto isGone = [this](const std::string& stream) {
+    const Screens::Screen* screen = book_.find(stream);
+    const std::string& key = screen != nullptr ? screen->known.key : stream;
+    return !key.empty() && !options_.screens->nameOf(key);
+  };
+  for (auto& [view, channel] : views_) channel.streams().dismiss(isGone);
+  programs_.dismiss(isGone);
+  dropUnusedChannels();
+  expectScreens();
 }
 
 ViewChannel& Broadcast::channelOf(const View& view) {
@@ -198,7 +223,7 @@ void Broadcast::shapesChanged(const std::vector<ShapeChange>& changes, Time chan
   programs_.publish([&](std::uint64_t sequence) { return valuesMessage(sequence, changes); }, changed);
 }
 
-Broadcast::Reported Broadcast::painted(const ScreenReport& report) {
+Broadcast::Reported Broadcast::painted(const ScreenReport& report, const KnownScreen& visitor) {
   const bool isAtHub = !report.view.empty();
   if (isAtHub && !use(report.view)) return Reported::UnknownScreen;
   Screens::Screen* const screen =
@@ -209,6 +234,7 @@ Broadcast::Reported Broadcast::painted(const ScreenReport& report) {
   if (isAtHub && report.run != channelOf(screen->view).run()) paint.sequence = 0;
   if (!book_.painted(*screen, paint, changedAt(screen->view, paint.sequence))) return Reported::TooOften;
   if (isAtHub) {
+    screen->known = visitor;
     screen->course = {options_.now(), newest(screen->view), changedAt(screen->view, paint.sequence + 1)};
   }
   return Reported::Done;

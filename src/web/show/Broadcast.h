@@ -37,11 +37,13 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   /// there before.
   void start();
   /// Each begins with the whole state. A failure of the show ends the stream and is reported to
-  /// Options::onError.
-  void openScreen(Connection connection, const View& view);
+  /// Options::onError. `visitor` is who looks, where screens are known.
+  void openScreen(Connection connection, const View& view, const KnownScreen& visitor = {});
   /// Follows the show as a screen does, but is not one: it reports nothing and is not counted.
-  void openRemote(Connection connection);
-  void openProgram(Connection connection);
+  void openRemote(Connection connection, const KnownScreen& visitor = {});
+  void openProgram(Connection connection, const KnownScreen& visitor = {});
+  /// Others may be known now (Options::screens): cuts the streams of who may not look any more.
+  void screensChanged();
 
   // As Server's; `changed` is when the cause happened.
 
@@ -56,7 +58,7 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
 
   enum class Reported { Done, UnknownScreen, TooOften };
   /// What a screen at a hub looks at is in use from then on.
-  Reported painted(const ScreenReport& report);
+  Reported painted(const ScreenReport& report, const KnownScreen& visitor = {});
   /// The whole state of a view, by its name, which is in use from then on (docs/hubs.md); nothing when too
   /// many are, and when the show fails.
   std::optional<std::string> stateText(const std::string& name);
@@ -75,7 +77,9 @@ class Broadcast : public std::enable_shared_from_this<Broadcast> {
   [[nodiscard]] std::optional<Time> changedAt(const View& view, std::uint64_t sequence) const;
 
  private:
-  void openOn(const View& view, Connection connection, const std::optional<std::string>& screen);
+  /// `name` is that of the stream: the screen's secret one, else the visitor's key.
+  void openOn(const View& view, Connection connection, const std::string& name, bool isScreen);
+  void expectScreens();
   ViewChannel& channelOf(const View& view);
   [[nodiscard]] bool isLookedAt(const View& view, const ViewChannel& channel) const {
     return channel.streams().size() > 0 || uses_.shows(view);

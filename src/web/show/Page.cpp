@@ -70,10 +70,14 @@ std::string filled(std::string_view file, const ScreenState& state, const Furthe
 
 }  // namespace
 
-std::string screenPage(const ScreenState& state, const std::string& view,
-                       const std::optional<WallPart>& part) {
-  return filled("screen/screen.html", state, {{"view", view}, {"wall", part ? wallStyle(*part) : ""}});
+std::string screenPage(const ScreenState& state, const std::string& view, const std::optional<WallPart>& part,
+                       bool isKnown) {
+  return filled(
+      "screen/screen.html", state,
+      {{"view", view}, {"wall", part ? wallStyle(*part) : ""}, {"known", isKnown ? " data-known" : ""}});
 }
+
+std::string enterPage() { return filled("screen/enter.html", {}); }
 
 std::string wrongPartPage(const ScreenState& state, std::string_view part) {
   return filled("screen/wrong_part.html", state, {{"part", basic::Escaped(part)}});

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <set>
 
 #include "json/Json.h"
 #include "web/show/Broadcast.h"
@@ -63,6 +64,7 @@ Json screenJson(const Screens::Screen& screen, std::uint64_t newest, Screens::Cl
                {"hub", screen.course.has_value()},
                {"newest", newest},
                {"painted", nullptr}};
+  if (!screen.known.name.empty()) json["name"] = screen.known.name;
   if (screen.painted) {
     Json& painted = json["painted"];
     painted = {{"slide", screen.painted->slide},
@@ -70,6 +72,14 @@ Json screenJson(const Screens::Screen& screen, std::uint64_t newest, Screens::Cl
                {"age", secondsBetween(screen.painted->at, now)},
                {"delay", nullptr}};
     if (screen.painted->delay) painted["delay"] = rounded(*screen.painted->delay);
+  }
+  return json;
+}
+
+Json missingJson(const Screens& book) {
+  Json json = Json::array();
+  for (const Screens::Missing& screen : book.missing()) {
+    json.push_back({{"name", screen.name}, {"age", secondsBetween(screen.since, book.now())}});
   }
   return json;
 }
@@ -192,6 +202,25 @@ Json hubJson(const Broadcast& broadcast) {
           {"waiting", hub.waiting()}};
 }
 
+/// As the value of a label.
+std::string labelled(const std::string& text) {
+  std::string label;
+  for (const char c : text) {
+    if (c == '"' || c == '\\') label += '\\';
+    label += c;
+  }
+  return label;
+}
+
+void writeKnownScreens(MetricsWriter& out, const Screens& book) {
+  out.family("lumenfold_screen_present", "gauge", "1 while the known screen is there.");
+  std::set<std::string> missing;
+  for (const Screens::Missing& screen : book.missing()) missing.insert(screen.name);
+  for (const std::string& name : book.expected()) {
+    out.sample(missing.contains(name) ? 0 : 1, "{screen=\"" + labelled(name) + "\"}");
+  }
+}
+
 void writeDelays(MetricsWriter& out, const Histogram& delays) {
   out.family("lumenfold_screen_paint_delay_seconds", "histogram",
              "From a change of the data to its paint on a screen.");
@@ -227,6 +256,7 @@ std::string healthJson(const Health& health, const Broadcast& broadcast) {
   Json json = {{"ready", health.isReady},    {"position", health.position},
                {"connections", connections}, {"standing", standing},
                {"screens", screens},         {"screensAtHubs", broadcast.screenBook().atHubs()}};
+  if (broadcast.screenBook().expects()) json["missing"] = missingJson(broadcast.screenBook());
   if (broadcast.publisher() != nullptr) json["hub"] = hubJson(broadcast);
   if (health.decks) json["player"] = decksJson(*health.decks);
   return json::textOf(json);
@@ -250,6 +280,7 @@ std::string metricsText(const Health& health, const Broadcast& broadcast, std::u
              static_cast<double>(health.standing.size()));
   if (broadcast.publisher() != nullptr) writeHub(out, broadcast);
   if (health.decks) writeDecks(out, *health.decks);
+  if (broadcast.screenBook().expects()) writeKnownScreens(out, broadcast.screenBook());
   writeConnections(out, health.connections);
   writeDelays(out, broadcast.screenBook().delays());
   return out.take();

@@ -32,20 +32,33 @@ std::optional<int> positiveNumber(std::string_view text) {
   return isNumber ? std::optional(number) : std::nullopt;
 }
 
-Response answerTo(const Outcome& outcome) {
+/// What may be asked without a look at the show, where that takes a token: what watches over the program, and
+/// what a browser needs to be let in.
+bool isOpen(std::string_view path) {
+  static constexpr std::string_view open[] = {"/healthz",       "/readyz",        "/status",
+                                              "/api/v1/status", "/api/v1/health", "/metrics"};
+  return std::find(std::begin(open), std::end(open), path) != std::end(open) ||
+         path.starts_with(clientPrefix);
+}
+
+Response answerFor(const Outcome& outcome) {
   return outcome.isDone() ? Response::done() : Response::error(409, outcome.why());
 }
 
 Response answerToGoTo(Show& show, std::string_view number) {
   const auto slide = positiveNumber(number);
   if (!slide) return Response::error(400, "goto needs the number of a slide, 1 or more.");
-  return answerTo(show.goTo(*slide));
+  return answerFor(show.goTo(*slide));
 }
 
 }  // namespace
 
 Routes::Routes(Show& show, Broadcast& broadcast, const Options& options)
-    : show_(show), broadcast_(broadcast), options_(options), guard_(options, machineName()) {}
+    : show_(show),
+      broadcast_(broadcast),
+      options_(options),
+      guard_(options, machineName()),
+      admission_(guard_, options.screens) {}
 
 Response Routes::answer(const Request& request) {
   try {
@@ -79,7 +92,25 @@ Response Routes::dispatch(const Request& request) {
   const bool mayBeOfHub = request.path.starts_with(statePrefix);
   if (const auto objection = guard_.objection(request, mayBeOfHub)) return Response::error(403, *objection);
 
-  if (auto taker = streamAt(request)) {
+  if (request.path == "/screen/check") return admission_.checked(request);
+  if (request.path == "/screen/enter" && admission_.isAsked()) {
+    return request.method == "POST" ? admission_.entered(request) : pageAnswer(enterPage());
+  }
+  const auto visitor = admission_.visitor(request);
+  if (!visitor && !isOpen(request.path)) return refusal(request);
+  return answerTo(request, visitor.value_or(KnownScreen{}));
+}
+
+/// People get a page that says what to do.
+Response Routes::refusal(const Request& request) const {
+  if (request.path != "/" && request.path != "/remote") return unknownVisitor();
+  Response response = pageAnswer(enterPage());
+  response.status = 401;
+  return response;
+}
+
+Response Routes::answerTo(const Request& request, const KnownScreen& visitor) {
+  if (auto taker = streamAt(request, visitor)) {
     if (request.method != "GET") return wrongMethod("GET");
     if (!request.canStream) return Response::error(505, "An event stream needs HTTP/1.1.");
     Response response;
@@ -87,7 +118,7 @@ Response Routes::dispatch(const Request& request) {
     return response;
   }
   const std::string_view path = request.path;
-  if (path == "/screen/painted") return painted(request);
+  if (path == "/screen/painted") return painted(request, visitor);
   if (path.starts_with(commandPrefix)) {
     if (const auto run = command(path.substr(commandPrefix.size()))) {
       if (request.method != "POST") return wrongMethod("POST");
@@ -139,7 +170,7 @@ Response Routes::screenAnswer(const Request& request) {
   const auto part = text ? wallPartNamed(*text) : std::nullopt;
   if (text && !part) return pageAnswer(wrongPartPage(state, *text));
   // A screen whose hub is gone asks the others.
-  return pageAnswer(screenPage(state, viewName(address), part), options_.hubs);
+  return pageAnswer(screenPage(state, viewName(address), part, admission_.isAsked()), options_.hubs);
 }
 
 Response Routes::readyAnswer() {
@@ -171,28 +202,28 @@ Response Routes::stateAnswer(const Request& request, std::string_view name) {
   return response;
 }
 
-std::function<void(Connection)> Routes::streamAt(const Request& request) {
+std::function<void(Connection)> Routes::streamAt(const Request& request, const KnownScreen& visitor) {
   if (request.path == "/screen/events") {
-    return [this, view = viewOf(request)](Connection connection) {
-      broadcast_.openScreen(std::move(connection), view);
+    return [this, visitor, view = viewOf(request)](Connection connection) {
+      broadcast_.openScreen(std::move(connection), view, visitor);
     };
   }
   if (request.path == "/remote/events") {
-    return [this](Connection connection) { broadcast_.openRemote(std::move(connection)); };
+    return [this, visitor](Connection connection) { broadcast_.openRemote(std::move(connection), visitor); };
   }
   if (request.path == "/api/v1/events") {
-    return [this](Connection connection) { broadcast_.openProgram(std::move(connection)); };
+    return [this, visitor](Connection connection) { broadcast_.openProgram(std::move(connection), visitor); };
   }
   return nullptr;
 }
 
-Response Routes::painted(const Request& request) {
+Response Routes::painted(const Request& request, const KnownScreen& visitor) {
   if (request.method != "POST") return wrongMethod("POST");
   const auto report = parseScreenReport(request.body);
   if (!report) {
     return Response::error(400, R"(A report is {"screen":"NAME","slide":3,"sequence":17,"held":12}.)");
   }
-  switch (broadcast_.painted(*report)) {
+  switch (broadcast_.painted(*report, visitor)) {
     case Broadcast::Reported::Done:
       break;
     case Broadcast::Reported::UnknownScreen:
@@ -212,10 +243,10 @@ std::function<Response()> Routes::command(std::string_view name) {
   static constexpr std::pair<std::string_view, Blank> blanks[] = {
       {"blank/black", Blank::Black}, {"blank/white", Blank::White}, {"blank/off", Blank::None}};
   for (const auto& [known, function] : simple) {
-    if (known == name) return [this, call = function] { return answerTo((show_.*call)()); };
+    if (known == name) return [this, call = function] { return answerFor((show_.*call)()); };
   }
   for (const auto& [known, kind] : blanks) {
-    if (known == name) return [this, blank = kind] { return answerTo(show_.blank(blank)); };
+    if (known == name) return [this, blank = kind] { return answerFor(show_.blank(blank)); };
   }
   if (name == "pass") return [this] { return passAnswer(); };
   constexpr std::string_view goTo = "goto/";

@@ -9,6 +9,7 @@
 #include "web/http/Handler.h"
 #include "web/http/Options.h"
 #include "web/http/SharedBodies.h"
+#include "web/show/Admission.h"
 #include "web/show/Show.h"
 
 namespace web {
@@ -25,6 +26,10 @@ class Broadcast;
 ///   GET  /client/VERSION/FILE     scripts and styles of the pages
 ///   GET  /assets/NAME             what the slides refer to, or a range of its bytes
 ///   GET  /slides/N                a slide as it is now, a piece of HTML
+///   GET  /screen/enter            the page that asks for a token, where screens are known; it stands in
+///                                 place of any page that a browser may not see
+///   POST /screen/enter            lets a browser look by its token; see Admission
+///   GET  /screen/check            204, or 401 for who may not look
 ///   GET  /screen/time             the server's time, JSON: see timeJson()
 ///   GET  /screen/events           event stream for screens, with the page's query
 ///   GET  /remote/events           the same events for remote controls, which are no screens
@@ -44,7 +49,8 @@ class Broadcast;
 /// docs/hubs.md tells what screens at hubs make of it.
 ///
 /// HEAD works wherever GET does, streams apart. Errors are JSON, {"error":"…"}:
-/// 400 for a slide number that is none, 401 without the token, 403 for a foreign
+/// 400 for a slide number that is none, 401 without the token (of all but the program's own files and what
+/// watches over it, where screens are known), 403 for a foreign
 /// request (see Guard), 404, 405, 409 when the show refuses a command, 416 for a range behind the end, 429
 /// for a screen that reports too often, 500 when the show fails, 503 when too many are here.
 class Routes : public Handler {
@@ -60,6 +66,9 @@ class Routes : public Handler {
 
  private:
   Response dispatch(const Request& request);
+  /// What `visitor` gets, who may look.
+  Response answerTo(const Request& request, const KnownScreen& visitor);
+  [[nodiscard]] Response refusal(const Request& request) const;
   Response get(const Request& request);
   Response built(const Request& request);
   Response screenAnswer(const Request& request);
@@ -67,10 +76,10 @@ class Routes : public Handler {
   Response slideAnswer(std::string_view number);
   [[nodiscard]] View viewOf(const Request& request);
   Response stateAnswer(const Request& request, std::string_view name);
-  Response painted(const Request& request);
+  Response painted(const Request& request, const KnownScreen& visitor);
   [[nodiscard]] bool mustGetIn(const Request& request) const;
   /// Who takes over the connection of a stream; empty when there is none at this address.
-  std::function<void(Connection)> streamAt(const Request& request);
+  std::function<void(Connection)> streamAt(const Request& request, const KnownScreen& visitor);
   /// What the path under /api/v1/ does; empty when it is no command.
   std::function<Response()> command(std::string_view name);
   [[nodiscard]] Response passAnswer() const;
@@ -80,6 +89,7 @@ class Routes : public Handler {
   Broadcast& broadcast_;
   const Options& options_;
   Guard guard_;
+  Admission admission_;
   SharedBodies bodies_;
   std::uint64_t failures_ = 0;
 };

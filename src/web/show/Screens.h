@@ -9,7 +9,9 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
+#include "web/http/KnownScreens.h"
 #include "web/show/Histogram.h"
 #include "web/show/Show.h"
 
@@ -67,6 +69,8 @@ class Screens {
     std::uint64_t number = 0;
     View view;
     Clock::time_point opened;
+    /// Where screens are known; else empty.
+    KnownScreen known;
     std::optional<Paint> painted;
     /// A report before this is one too many.
     Clock::time_point mayReportFrom;
@@ -77,8 +81,8 @@ class Screens {
   explicit Screens(Now now = Clock::now) : now_(std::move(now)) {}
 
   /// A new screen with a stream; returns the secret name under which it reports.
-  std::string add(const View& view);
-  void remove(const std::string& id) { screens_.erase(id); }
+  std::string add(const View& view, KnownScreen known = {});
+  void remove(const std::string& id);
   /// By its secret name; null when there is none.
   [[nodiscard]] Screen* find(std::string_view id);
   /// A screen at a hub, by the name that it has given itself, when it is new or looks at another view as
@@ -90,6 +94,21 @@ class Screens {
   /// when the screen reports more than five times a second.
   bool painted(Screen& screen, const PaintReport& report, std::optional<Clock::time_point> changed);
 
+  /// The names of the known screens, which should be there, and what each is called by its key (nothing: it
+  /// is not known any more).
+  void expect(const std::vector<std::string>& names,
+              const std::function<std::optional<std::string>(const std::string& key)>& nameOf);
+  struct Missing {
+    std::string name;
+    /// When it was there last, or began to be expected.
+    Clock::time_point since;
+  };
+  /// Those of the expected screens that are not there.
+  [[nodiscard]] std::vector<Missing> missing() const;
+  [[nodiscard]] std::vector<std::string> expected() const;
+  /// Whether there are any.
+  [[nodiscard]] bool expects() const { return !seen_.empty(); }
+
   /// By their secret names.
   [[nodiscard]] const std::map<std::string, Screen, std::less<>>& all() const { return screens_; }
   [[nodiscard]] std::size_t withStream() const { return screens_.size() - atHubs_; }
@@ -100,12 +119,16 @@ class Screens {
 
  private:
   Screen newScreen(const View& view);
+  void noteSeen(const std::string& name, Clock::time_point at);
+  void dropAtHubs(const std::function<bool(const Screen&)>& which);
 
   Now now_;
   std::map<std::string, Screen, std::less<>> screens_;
   std::size_t atHubs_ = 0;
   std::uint64_t count_ = 0;
   Histogram delays_;
+  /// When each expected screen was there last, as far as it is not there now.
+  std::map<std::string, Clock::time_point> seen_;
 };
 
 }  // namespace web

@@ -40,6 +40,8 @@ void Server::shapesChanged(const std::vector<ShapeChange>& changes, Time changed
   broadcast_->shapesChanged(changes, changed);
 }
 
+void Server::screensChanged() { broadcast_->screensChanged(); }
+
 std::size_t Server::screens() const { return broadcast_->screens(); }
 
 std::size_t Server::programs() const { return broadcast_->programs(); }

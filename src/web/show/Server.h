@@ -59,6 +59,9 @@ class Server {
   void shapesChanged(const std::vector<ShapeChange>& changes,
                      Time changed = std::chrono::steady_clock::now());
 
+  /// Cuts the streams of who may not look any more (Options::screens).
+  void screensChanged();
+
   /// Streams open at present.
   [[nodiscard]] std::size_t screens() const;
   [[nodiscard]] std::size_t programs() const;

@@ -17,6 +17,10 @@ namespace {
 using json::Json;
 using Clock = Screens::Clock;
 
+// A screen reports every five seconds or six.
+constexpr std::chrono::seconds PatienceWithScreens{15};
+constexpr std::chrono::seconds LongestPatienceWithScreens{60};
+
 const char* nameOf(Level level) {
   switch (level) {
     case Level::Good:
@@ -90,6 +94,7 @@ Json screenStatus(const Screens::Screen& screen, Clock::time_point now) {
                {"connected", secondsBetween(screen.opened, now)},
                {"hub", screen.course.has_value()},
                {"painted", nullptr}};
+  if (!screen.known.name.empty()) json["name"] = screen.known.name;
   if (screen.painted) {
     Json& painted = json["painted"];
     painted = {{"slide", screen.painted->slide},
@@ -150,19 +155,21 @@ Judgement judged(const ScreenState& state) {
 
 Judgement judged(const Screens::Screen& screen, std::uint64_t newest, std::optional<Clock::time_point> waits,
                  Clock::time_point now) {
-  // A screen reports every five seconds or six.
-  constexpr std::chrono::seconds Patience{15};
-  constexpr std::chrono::seconds LongestPatience{60};
   const auto isOver = [&](Clock::time_point since, std::chrono::seconds time) { return now - since > time; };
   if (!screen.painted) {
-    if (isOver(screen.opened, LongestPatience)) return {Level::Bad, "silent"};
-    if (isOver(screen.opened, Patience)) return {Level::Warning, "silent"};
+    if (isOver(screen.opened, LongestPatienceWithScreens)) return {Level::Bad, "silent"};
+    if (isOver(screen.opened, PatienceWithScreens)) return {Level::Warning, "silent"};
     return {Level::Idle, "new"};
   }
   if (screen.painted->sequence >= newest) return {Level::Good, "current"};
-  if (!waits || isOver(*waits, LongestPatience)) return {Level::Bad, "behind"};
-  if (isOver(*waits, Patience)) return {Level::Warning, "behind"};
+  if (!waits || isOver(*waits, LongestPatienceWithScreens)) return {Level::Bad, "behind"};
+  if (isOver(*waits, PatienceWithScreens)) return {Level::Warning, "behind"};
   return {Level::Good, "current"};
+}
+
+Judgement judged(const Screens::Missing& screen, Clock::time_point now) {
+  if (now - screen.since > LongestPatienceWithScreens) return {Level::Bad, "missing"};
+  return {now - screen.since > PatienceWithScreens ? Level::Warning : Level::Idle, "missing"};
 }
 
 Judgement judged(const Screens::Course& course, const Screens::Screen& screen) {
@@ -223,6 +230,14 @@ Json screensStatus(const Broadcast& broadcast, Judges& judges) {
   // By their secret names they would stand in a different order each time they come.
   std::sort(screens.begin(), screens.end(),
             [](const Json& a, const Json& b) { return a["screen"] < b["screen"]; });
+  for (const Screens::Missing& screen : book.missing()) {
+    const Judgement judgement = judged(screen, now);
+    judges.add(judgement.level);
+    if (++ill > mostTold) continue;
+    screens.push_back(
+        {{"screen", nullptr}, {"name", screen.name}, {"away", secondsBetween(screen.since, now)}});
+    judges.add(screens.back(), judgement);
+  }
   return screens;
 }
 

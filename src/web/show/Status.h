@@ -37,6 +37,9 @@ Judgement judged(const Screens::Course& course, const Screens::Screen& screen);
 /// One of several nodes of a hub that is away is no harm yet; `isReplaced`: another one takes messages.
 Judgement judged(const Publisher::Node& node, bool isReplaced);
 
+/// A known screen that is not there.
+Judgement judged(const Screens::Missing& screen, Screens::Clock::time_point now);
+
 /// A message without the folders of the files that it names.
 std::string withoutFolders(std::string_view text);
 

@@ -18,7 +18,8 @@ function ownName() {
   return name;
 }
 
-export function reporter() {
+// `refused` is called when this screen may not look any more.
+export function reporter(refused) {
   let screen;
   let view; // at a hub
   let last;
@@ -33,7 +34,9 @@ export function reporter() {
       method: "POST",
       headers: { "Content-Type": "application/json" },
       body: JSON.stringify({ screen, view, ...painted, held }),
-    }).catch(() => {}); // the next paint is told again
+    })
+      .then(({ status }) => status === 401 && refused())
+      .catch(() => {}); // the next paint is told again
     if (view) timer = setTimeout(send, pauseAtHub + Math.random() * spreadAtHub);
   }
 

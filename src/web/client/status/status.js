@@ -43,6 +43,7 @@ const screenWords = {
   new: "has just come",
   behind: "is behind",
   silent: "paints nothing",
+  missing: "is not there",
 };
 
 function connectionRow({ connection, description, level, state, rows, interval, age, error }) {
@@ -94,11 +95,14 @@ function viewName({ kind, slide }) {
   return "the show";
 }
 
-function screenRow({ screen, level, state, view, hub, connected, painted }) {
+function screenRow({ screen, name, level, state, view, hub, connected, painted, away }) {
+  if (away !== undefined) {
+    return { level, name, state: screenWords[state], details: "", age: `for ${lasting(away)}`, problem: "" };
+  }
   const delay = painted?.delay ?? null;
   return {
     level,
-    name: `Screen ${screen}`,
+    name: name ?? `Screen ${screen}`,
     state: screenWords[state],
     details: sentence(
       viewName(view),
@@ -137,7 +141,7 @@ function verdict({ show, decks = [], folder, connections, slides, screens, hub }
     slides.length > 0 && several(slides.length, "slide shows", "slides show") + " old values",
     viewers > 0 && several(viewers, "screen needs", "screens need") + " a look",
     hub?.some(({ state }) => state === "away") && "A node of the hub takes no messages",
-    screens.length === 0 && show.state !== "ended" && "No screen is connected",
+    screens.every(({ away }) => away !== undefined) && show.state !== "ended" && "No screen is connected",
   ];
   return parts.filter(Boolean).join(". ") || "Everything is well";
 }
