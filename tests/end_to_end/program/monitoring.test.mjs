@@ -31,7 +31,10 @@ test("alerts are raised when they should be", () => {
 test("every metric that is asked for is one that a show or a player tells, and is what Prometheus reads", async (t) => {
   const { sandbox, deck } = sampleDeck(t, "shop");
   // Nobody is there, which the show has to live with.
-  const show = await sandbox.show(deck, "--publish", "http://127.0.0.1:1/publish");
+  const hub = ["--publish", "http://127.0.0.1:1/publish"];
+  const known = sandbox.path("screens.txt");
+  sandbox.done("screen", "add", "HALL1", "--screens", known);
+  const show = await sandbox.show(deck, ...hub, "--screens", known);
   mkdirSync(sandbox.path("empty"));
   const player = await sandbox.play(sandbox.path("empty"));
   const told = [];
