@@ -8,7 +8,7 @@ import { ask, Line, Node, Redis } from "../support/nginx_hub.mjs";
 import { Reader } from "../support/hub_reader.mjs";
 import { StandInShow } from "../support/hub_show.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { until } from "../support/wait.mjs";
+import { patience, until } from "../support/wait.mjs";
 
 const rising = (numbers) => numbers.every((number, i) => i === 0 || number > numbers[i - 1]);
 const next = (numbers) => numbers.every((number, i) => i === 0 || number === numbers[i - 1] + 1);
@@ -41,7 +41,7 @@ test("screens over two nodes", async (t) => {
   let number = 0;
   const tell = (count, to = nodes) => Promise.all(Array.from({ length: count }, () => show.publish(`text ${++number}`, to)));
   const allShow = (readers, what) =>
-    until(what, () => readers.every(({ text, anew }) => text === `text ${number}` && !anew)).catch((error) => {
+    until(what, () => readers.every(({ text, anew }) => text === `text ${number}` && !anew), 2 * patience).catch((error) => {
       const wrong = readers.filter(({ text }) => text !== `text ${number}`);
       throw new Error(`${error.message}; ${wrong.length} of ${readers.length}, the first has "${wrong[0]?.text}"`);
     });
