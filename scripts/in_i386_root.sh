@@ -14,13 +14,13 @@ shift
 project=$(cd "$(dirname "$(readlink -f "$0")")/.." && pwd)
 here=$PWD
 
-# The log is the last of it: a root without one was left half made.
+# Who comes second waits; a root that is not marked as ready was left half made.
 exec {lock}>"$root.lock"
 flock "$lock"
 if [[ ! -f $root/ready ]]; then
   command -v debootstrap >/dev/null || fail "debootstrap is not installed"
   rm -rf "$root"
-  debootstrap --arch=i386 --variant=minbase --include=wine,wine32,xvfb,xauth bookworm "$root" \
+  debootstrap --arch=i386 --variant=minbase --include=wine,wine32,xvfb,xauth,fonts-liberation bookworm "$root" \
     "${DEBIAN_MIRROR:-http://deb.debian.org/debian}" >"$root.log" 2>&1 || fail "no root was made, see $root.log"
   touch "$root/ready"
 fi
