@@ -70,7 +70,8 @@ TEST(ScreenListTest, SaysWhichLineIsWrongAndWhy) {
       {std::string("\0\0\0", 3), "line 2: a screen's line is"},
   };
   for (const auto& [text, why] : wrong) {
-    EXPECT_THAT(complaintOf([&] { ScreenList(good + text); }), HasSubstr(why)) << text;
+    const std::string list = good + text;
+    EXPECT_THAT(complaintOf([&] { ScreenList{list}; }), HasSubstr(why)) << text;
   }
 }
 
