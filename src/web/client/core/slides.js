@@ -75,7 +75,8 @@ function dropOthers() {
   }
 }
 
-function swapTo(state, isAnimated) {
+// `behind` has the frames that were made for the state before.
+function swapTo(state, isAnimated, behind) {
   finishGlides();
   const before = stage.querySelector(".frame.current");
   const isOther =
@@ -84,8 +85,8 @@ function swapTo(state, isAnimated) {
   for (const side of ["left", "top", "width", "height"]) {
     stage.style.setProperty(`--slide-${side}`, `${state[side]}px`);
   }
-  const current = frameFor(state.current);
-  const next = frameFor(state.next);
+  const current = behind.current ?? frameFor(state.current);
+  const next = behind.next ?? frameFor(state.next);
   for (const frame of stage.children) {
     frame.classList.toggle("current", frame === current);
     frame.inert = frame !== current;
@@ -157,13 +158,20 @@ function keepRulesForLeaving(rules) {
     .join("\n");
 }
 
-// What comes stands behind the slide in front, and is drawn out of sight.
-function standBehind(slide) {
-  if (!slide || [...stage.children].some((frame) => frame.firstElementChild?.id === `s${slide.index}`)) return;
-  const frame = frameFor(slide);
-  if (!frame) return;
-  frame.inert = true;
-  wanted.push(frame);
+// What comes stands behind the slide in front and is drawn out of sight; that one stays as it is.
+function standBehind(state) {
+  const front = stage.querySelector(".frame.current");
+  const isInFront = (slide) => front?.firstElementChild.id === `s${slide.index}` && !isOfOldDeck(front);
+  const frames = {};
+  for (const place of ["current", "next"]) {
+    const slide = state[place];
+    const frame = slide && !isInFront(slide) && frameFor(slide);
+    if (!frame) continue;
+    frame.inert = true;
+    wanted.push(frame);
+    frames[place] = frame;
+  }
+  return frames;
 }
 
 // Draws a state; `isAnimated` lets another slide come in by its transition.
@@ -172,8 +180,10 @@ export async function showState(state, isAnimated) {
   await loadChartsFor(`${state.current?.html}${state.next?.html}`);
   const page = document.documentElement;
   if (page.dataset.deck !== state.deck) await prepareDeck(state);
+  let behind = {};
   if (isAhead(state.at)) {
-    standBehind(state.current);
+    // At the moment itself little is left to do: so screens keep it with other work to do as well.
+    behind = standBehind(state);
     picturesLoaded(`${state.current?.html}`);
     await frameAt(state.at);
   }
@@ -181,7 +191,7 @@ export async function showState(state, isAnimated) {
   const rules = document.getElementById("rules");
   if (state.current?.index !== currentSlide()) keepRulesForLeaving(rules);
   if (rules.textContent !== state.rules) rules.textContent = state.rules;
-  swapTo(state, isAnimated);
+  swapTo(state, isAnimated, behind);
   if (!isAnimated) return;
   for (const motion of state.builds) {
     const element = document.getElementById(motion.id);
