@@ -1,8 +1,8 @@
 // How far apart screens change: pages in Chromium and plain readers follow one show with --synchronous, and
 // each page tells when its slide changed, by the one clock of this machine.
 //   node bench/together/together.mjs build/release/lumenfold [CHANGES [PAGES [READERS [ADDRESS]]]]
-// With an ADDRESS, such as that of a hub before the show, pages go there. The variables PORT and SHOW_OPTIONS are the
-// show's port and further options, such as --publish.
+// With an ADDRESS, such as that of a hub before the show, pages go there. The variables SAMPLE, PORT and SHOW_OPTIONS
+// are the deck (a folder of samples/), the show's port and further options, such as --publish.
 
 import { spawn } from "node:child_process";
 import { cpSync, mkdtempSync, readFileSync, rmSync } from "node:fs";
@@ -18,11 +18,12 @@ const require = createRequire(new URL("../../tests/end_to_end/package.json", imp
 const { chromium } = require("playwright-core");
 const [program, changes = "30", pages = "20", readers = "500", address] = process.argv.slice(2);
 const port = process.env.PORT ?? "0";
+const sample = process.env.SAMPLE ?? "plant";
 
 const folder = mkdtempSync(join(tmpdir(), "lumenfold-together-"));
-cpSync(fileURLToPath(new URL("../../samples/plant/", import.meta.url)), folder, { recursive: true });
+cpSync(fileURLToPath(new URL(`../../samples/${sample}/`, import.meta.url)), folder, { recursive: true });
 const more = process.env.SHOW_OPTIONS?.split(" ") ?? [];
-const show = spawn(resolve(program), ["show", "plant.pptx", "--port", port, "--synchronous", ...more], {
+const show = spawn(resolve(program), ["show", `${sample}.pptx`, "--port", port, "--synchronous", ...more], {
   cwd: folder,
   env: { ...process.env, LUMENFOLD_TOKEN: "bench" },
   stdio: ["ignore", "pipe", "inherit"],
