@@ -3,7 +3,6 @@
 #include <boost/asio/read.hpp>
 #include <boost/asio/read_until.hpp>
 #include <boost/asio/write.hpp>
-#include <regex>
 
 namespace web::test {
 
@@ -19,7 +18,7 @@ struct FakeHub::Session : std::enable_shared_from_this<FakeHub::Session> {
         socket, asio::dynamic_buffer(text), "\r\n\r\n",
         [self = shared_from_this(), &hub](error_code failed, std::size_t head) {
           if (failed) return;
-          const std::size_t size = std::stoul(self->field("Content-Length: (\\d+)"));
+          const std::size_t size = std::stoul(self->between("Content-Length: ", "\r"));
           const std::size_t missing = head + size - std::min(head + size, self->text.size());
           asio::async_read(self->socket, asio::dynamic_buffer(self->text), asio::transfer_exactly(missing),
                            [self, &hub, head](error_code cut, std::size_t) {
@@ -29,7 +28,7 @@ struct FakeHub::Session : std::enable_shared_from_this<FakeHub::Session> {
   }
 
   void take(FakeHub& hub, std::size_t head) {
-    hub.posted.push_back({field("POST (\\S+)"), field("Authorization: (.*)\r"), text.substr(head)});
+    hub.posted.push_back({between("POST ", " "), between("Authorization: ", "\r"), text.substr(head)});
     bytes = hub.answer(hub.posted.back());
     // Nothing more comes: this sees that the other side has given up.
     if (bytes.empty()) {
@@ -39,9 +38,11 @@ struct FakeHub::Session : std::enable_shared_from_this<FakeHub::Session> {
     asio::async_write(socket, asio::buffer(bytes), [self = shared_from_this()](error_code, std::size_t) {});
   }
 
-  [[nodiscard]] std::string field(const std::string& pattern) const {
-    std::smatch found;
-    return std::regex_search(text, found, std::regex(pattern)) ? found[1].str() : "";
+  [[nodiscard]] std::string between(std::string_view before, std::string_view after) const {
+    const std::size_t found = text.find(before);
+    if (found == std::string::npos) return "";
+    const std::size_t begin = found + before.size();
+    return text.substr(begin, text.find(after, begin) - begin);
   }
 
   tcp::socket socket;
