@@ -200,6 +200,7 @@ void Player::decideByTime() {
   if (decks.empty()) return rest();
   if (!areTimesKnown(decks)) return;
   std::vector<TimedDeck> times;
+  times.reserve(decks.size());
   for (const FolderDeck& deck : decks) times.push_back(known_[idOf(deck)].times);
   const std::int64_t now = options_.now();
   const auto place = synchronousPlace(times, now);

@@ -13,7 +13,7 @@
 
 namespace app {
 
-ScreenRegister::ScreenRegister(platform::EventLoop& loop, std::string path)
+ScreenRegister::ScreenRegister(platform::EventLoop& loop, const std::string& path)
     : file_(std::filesystem::absolute(path).string()), looking_(loop.CreateTimer([this] { look(); })) {
   Found found = find();
   if (!found.list) fail(found.why);

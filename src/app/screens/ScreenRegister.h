@@ -23,7 +23,7 @@ class ScreenRegister final : public web::KnownScreens {
   };
 
   /// Reads the file; throws basic::Error when it cannot. The loop outlives it.
-  ScreenRegister(platform::EventLoop& loop, std::string path);
+  ScreenRegister(platform::EventLoop& loop, const std::string& path);
 
   /// Begins to watch the file.
   void watch(Hearer hearer);

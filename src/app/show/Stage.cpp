@@ -40,10 +40,10 @@ Stage::Act::Act(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck
           host.application(), deck, loop, [&host] { return host.runtimeTimer(); }, options, problems) {}
 
 Stage::Stage(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck::Presentation> deck,
-             const Options& options, Programme* programme)
+             Options options, Programme* programme)
     : host_(host),
       loop_(loop),
-      options_(options),
+      options_(std::move(options)),
       programme_(programme),
       act_(deck ? act(std::move(deck)) : nullptr),
       self_(std::make_shared<Stage*>(this)) {

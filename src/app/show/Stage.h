@@ -35,8 +35,8 @@ class Stage final : public web::Show {
 
   /// Without a deck it begins as a plain ground. The host, the loop and the programme, if there is one,
   /// outlive it.
-  Stage(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck::Presentation> deck,
-        const Options& options, Programme* programme = nullptr);
+  Stage(AddInHost& host, platform::EventLoop& loop, std::shared_ptr<deck::Presentation> deck, Options options,
+        Programme* programme = nullptr);
 
   ~Stage() override;
   Stage(const Stage&) = delete;

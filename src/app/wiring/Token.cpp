@@ -50,7 +50,7 @@ std::string keptToken(const std::string& folder) {
   if (std::filesystem::exists(file)) return readToken(file);
   const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
   if (descriptor < 0) fail(file + ": the token cannot be kept: " + std::strerror(errno) + ".");
-  const std::string token = randomToken();
+  std::string token = randomToken();
   platform::writeTo(descriptor, token + "\n");
   ::close(descriptor);
   return token;

@@ -58,7 +58,10 @@ class Address {
   std::unique_ptr<CURLU, CleanUp> parts_;
 };
 
-std::string withSlash(std::string url) { return url.ends_with('/') ? url : url + '/'; }
+std::string withSlash(std::string url) {
+  if (!url.ends_with('/')) url += '/';
+  return url;
+}
 
 }  // namespace
 
