@@ -9,6 +9,12 @@
 
 namespace LF2000 {
 
+namespace {
+std::string madeOf;
+}
+
+void frmAbout::MadeOf(std::string_view licences) { madeOf = licences; }
+
 frmAbout::frmAbout() : frmPage("frmAbout", "About", Forms::Placement::Dialog, nullptr) {
   const host::Services& services = host::Current();
   const host::Module& module = *services.module;
@@ -28,12 +34,7 @@ frmAbout::frmAbout() : frmPage("frmAbout", "About", Forms::Placement::Dialog, nu
   add("lblSettings", "Settings", services.settings->Location());
   add("lblErrorsLog", "Errors log", modErrors::ErrorLogFile());
   add("lblDebugLog", "Debug log", modDebug::DebugLogFile() + (modDebug::DebugOn ? "" : " (switched off)"));
-  add("lblLicences", "Licences",
-      "What it is made with comes under licences of its own: pugixml, nlohmann-json (MIT); libzip, CLI11 "
-      "(BSD, 3 clauses); Boost (Boost Software License 1.0); FreeType (FTL); Fontconfig (MIT); ICU "
-      "(Unicode); "
-      "zlib (zlib); SQLite (public domain); unixODBC (LGPL 2.1); OpenSSL, Apache ECharts (Apache License "
-      "2.0); libcurl (curl). Their texts come with their packages.");
+  if (!madeOf.empty()) add("lblLicences", "Licences", madeOf);
   auto& cmdCopy = Add<Forms::CommandButton>("cmdCopy", "&Copy");
   cmdCopy.Copies(all);
   cmdCopy.Click = [&cmdCopy] { cmdCopy.Caption("Copied"); };
