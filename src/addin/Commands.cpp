@@ -42,6 +42,10 @@ std::function<std::string(Selection)> InPresentation(Question question) {
 
 std::string Never(Selection) { return {}; }
 
+std::string WhyNotLinkable(Selection selection) {
+  return selection.WhyNot([](PowerPoint::Shape&, Shows) { return true; }, {});
+}
+
 std::string WhyNoText(Selection selection) {
   return selection.WhyNot([](PowerPoint::Shape& shape, Shows) { return shape.HasTextFrame(); },
                           [](const PowerPoint::Shape& shape) { return Quoted(shape) + " holds no text."; });
@@ -59,6 +63,12 @@ std::string WhyNoGraph(Selection selection) {
       [](const PowerPoint::Shape&) {
         return std::string("Only charts and tables take a whole connection.");
       });
+}
+
+std::string WhyLinkable(Selection selection) {
+  const std::string why = WhyNotLinkable(selection);
+  if (selection.Shapes().empty()) return why;
+  return why.empty() ? "What is selected can be linked." : "";
 }
 
 std::string WhyNoSlide(Selection selection) { return selection.Slide() ? "" : "There is no slide."; }
@@ -187,6 +197,8 @@ std::vector<Command> Links() {
       {"cbrRowDown", "Next ro&w", "Alt+↓", ForShapes, InPresentation(WhyNoNextRow), MovesRows(1)},
       {"cbrUnlink", "Unl&ink", "Delete", ForShapes | NewGroup, InPresentation(WhyNoUnlink),
        [](Selection selection) { modLinkEdits::Unlink(*selection.Presentation(), selection.Shapes()); }},
+      {"cbrNotLinkable", "Ob&jections to linking…", "", OnMenu | OnShapes, InPresentation(WhyLinkable),
+       [](Selection selection) { modPages::OpenNotLinkable(selection.Presentation()); }},
   };
 }
 

@@ -25,8 +25,9 @@ std::string FreeName(PowerPoint::Slide& slide, const std::string& name) {
 
 }  // namespace
 
-frmNotLinkable::frmNotLinkable(std::shared_ptr<clsPresentation> presentation, modSelected::Selected selected)
-    : frmPage("frmNotLinkable", "Cannot be linked", Forms::Placement::Docked, std::move(presentation)),
+frmNotLinkable::frmNotLinkable(Forms::Placement where, std::shared_ptr<clsPresentation> presentation,
+                               modSelected::Selected selected)
+    : frmPage("frmNotLinkable", "Cannot be linked", where, std::move(presentation)),
       selected_(std::move(selected)),
       lblWhy_(Add<Forms::Label>("lblWhy")),
       txtName_(Add<Forms::TextBox>("txtName")),
@@ -35,6 +36,12 @@ frmNotLinkable::frmNotLinkable(std::shared_ptr<clsPresentation> presentation, mo
   cmdRename_.Click = [this] { Rename(); };
   AddRow("", {&lblWhy_});
   AddRow("&New name", {&txtName_, &cmdRename_});
+  if (IsDocked()) return;
+  auto& cmdClose = Add<Forms::CommandButton>("cmdClose", "Close");
+  cmdClose.Click = [this] { Close(Forms::Result::OK); };
+  AddButtons({&cmdClose});
+  DefaultButton(cmdClose);
+  CancelButton(cmdClose);
 }
 
 void frmNotLinkable::Reload() {

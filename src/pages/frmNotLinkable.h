@@ -9,8 +9,10 @@ namespace LF2000 {
 /// its own, which is all that stands in the way of linking it.
 class frmNotLinkable final : public frmPage {
  public:
-  frmNotLinkable(std::shared_ptr<clsPresentation> presentation, modSelected::Selected selected);
+  frmNotLinkable(Forms::Placement where, std::shared_ptr<clsPresentation> presentation,
+                 modSelected::Selected selected);
   void Reload() override;
+  [[nodiscard]] bool KeepsAtOnce() const override { return true; }
 
  private:
   void Rename();

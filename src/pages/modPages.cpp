@@ -55,7 +55,7 @@ std::shared_ptr<frmPage> PageFor(Forms::Placement where, const std::shared_ptr<c
     case Kind::NotLinkable:
       break;
   }
-  return std::make_shared<frmNotLinkable>(presentation, selected);
+  return std::make_shared<frmNotLinkable>(where, presentation, selected);
 }
 
 [[noreturn]] void Fail(const std::string& why) { throw basic::Error(basic::AdapterError, "modPages", why); }
@@ -91,6 +91,12 @@ void OpenLinkByNames(const std::shared_ptr<clsPresentation>& presentation) {
   const Selected selected = modSelected::LookForAll(presentation->ActivePresentation());
   if (!selected.Slide) Fail("There is no slide.");
   std::make_shared<frmLinkByNames>(presentation, selected)->Open();
+}
+
+void OpenNotLinkable(const std::shared_ptr<clsPresentation>& presentation) {
+  const Selected selected = modSelected::LookForNotLinkable(presentation->ActivePresentation());
+  if (selected.Shapes.empty()) Fail("What is selected can be linked.");
+  PageFor(Forms::Placement::Dialog, presentation, selected)->Open();
 }
 
 void Dock(const std::shared_ptr<clsPresentation>& presentation) {

@@ -22,6 +22,10 @@ void Open(modPropertyPages::Page page, const std::shared_ptr<clsPresentation>& p
 void OpenFillWithRows(const std::shared_ptr<clsPresentation>& presentation);
 void OpenLinkByNames(const std::shared_ptr<clsPresentation>& presentation);
 
+/// A dialog that says why some of what is selected in the active window cannot be linked. Raises that all
+/// can.
+void OpenNotLinkable(const std::shared_ptr<clsPresentation>& presentation);
+
 /// Shows the page that fits what is selected in the active window in its panel. One that is there already for
 /// the same shapes stays, and is brought up to date.
 void Dock(const std::shared_ptr<clsPresentation>& presentation);

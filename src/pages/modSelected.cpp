@@ -107,6 +107,13 @@ Selected Gather(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   return selected;
 }
 
+std::vector<Kind> KindsOf(const Selected& selected) {
+  const modLinkable::NameCounts names(*selected.Slide);
+  std::vector<Kind> kinds;
+  for (const auto& shape : selected.Shapes) kinds.push_back(KindOf(names, shape));
+  return kinds;
+}
+
 /// Keeps the shapes of one kind, as `kindOf` sees them.
 void Keep(Selected& selected, Kind kind, const std::vector<Kind>& kinds) {
   std::map<Kind, std::size_t> counts;
@@ -132,13 +139,9 @@ std::string Selected::Key() const {
 Selected Look(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   Selected selected = Gather(presentation);
   if (selected.Shapes.empty()) return selected;
-  const modLinkable::NameCounts names(*selected.Slide);
-  std::vector<Kind> kinds;
+  const std::vector<Kind> kinds = KindsOf(selected);
   std::map<Kind, std::size_t> counts;
-  for (const auto& shape : selected.Shapes) {
-    kinds.push_back(KindOf(names, shape));
-    ++counts[kinds.back()];
-  }
+  for (const Kind kind : kinds) ++counts[kind];
   const auto isSmaller = [&](Kind a, Kind b) { return counts[a] < counts[b]; };
   Keep(selected, *std::max_element(kinds.begin(), kinds.end(), isSmaller), kinds);
   return selected;
@@ -146,6 +149,12 @@ Selected Look(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
 
 Selected LookForAll(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
   return Gather(presentation);
+}
+
+Selected LookForNotLinkable(const std::shared_ptr<PowerPoint::Presentation>& presentation) {
+  Selected selected = Gather(presentation);
+  if (!selected.Shapes.empty()) Keep(selected, Kind::NotLinkable, KindsOf(selected));
+  return selected;
 }
 
 Selected LookFor(modPropertyPages::Page page, const std::shared_ptr<PowerPoint::Presentation>& presentation) {
@@ -160,17 +169,14 @@ Selected LookFor(modPropertyPages::Page page, const std::shared_ptr<PowerPoint::
                       : page == Page::DataField  ? Kind::Field
                       : page == Page::DataObject ? Kind::Object
                                                  : Kind::Graph;
-  const modLinkable::NameCounts names(*selected.Slide);
-  std::vector<Kind> kinds;
-  for (const auto& shape : selected.Shapes) {
-    Kind kind = KindOf(names, shape);
+  std::vector<Kind> kinds = KindsOf(selected);
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
     // What can be linked may be linked to something else.
-    if (kind != wanted && kind != Kind::NotLinkable) {
-      const bool holdsText = shape->HasTextFrame();
-      if (holdsText && (wanted == Kind::Field || wanted == Kind::Clock)) kind = wanted;
-      if (holdsText && wanted == Kind::Object && modLinkable::HasPicture(*shape)) kind = wanted;
-    }
-    kinds.push_back(kind);
+    if (kinds[i] == wanted || kinds[i] == Kind::NotLinkable) continue;
+    PowerPoint::Shape& shape = *selected.Shapes[i];
+    const bool holdsText = shape.HasTextFrame();
+    if (holdsText && (wanted == Kind::Field || wanted == Kind::Clock)) kinds[i] = wanted;
+    if (holdsText && wanted == Kind::Object && modLinkable::HasPicture(shape)) kinds[i] = wanted;
   }
   Keep(selected, wanted, kinds);
   return selected;

@@ -37,6 +37,9 @@ struct Selected {
 /// All shapes that are selected, whatever they are.
 [[nodiscard]] Selected LookForAll(const std::shared_ptr<PowerPoint::Presentation>& presentation);
 
+/// Those that cannot be linked; no shapes where all can.
+[[nodiscard]] Selected LookForNotLinkable(const std::shared_ptr<PowerPoint::Presentation>& presentation);
+
 /// What a page takes that an author has asked for, the rest left out: any text may become a clock.
 [[nodiscard]] Selected LookFor(modPropertyPages::Page page,
                                const std::shared_ptr<PowerPoint::Presentation>& presentation);

@@ -121,6 +121,7 @@ TEST_F(CommandsTest, StandOnBarsMenusAndContextMenus) {
                                          "-Previo&us row",
                                          "Next ro&w",
                                          "-Unl&ink",
+                                         "Ob&jections to linking…",
                                          "-Displa&y type",
                                          "&Value",
                                          "&Connection",
@@ -138,9 +139,10 @@ TEST_F(CommandsTest, StandOnBarsMenusAndContextMenus) {
                                          "We&b page",
                                          "&About…"}));
   EXPECT_EQ(Captions("Slides"), (Texts{"-&Slide properties…", "Slide show proper&ties…", "Link by na&mes…"}));
-  EXPECT_EQ(Captions("Shapes"), (Texts{"-&Data field…", "&Picture or object…", "&Clock…", "&Graph…",
-                                       "-&Fill with rows…", "Link by na&mes…", "-C&opy link", "Paste &link",
-                                       "Paste as ne&xt row", "-Previo&us row", "Next ro&w", "-Unl&ink"}));
+  EXPECT_EQ(Captions("Shapes"),
+            (Texts{"-&Data field…", "&Picture or object…", "&Clock…", "&Graph…", "-&Fill with rows…",
+                   "Link by na&mes…", "-C&opy link", "Paste &link", "Paste as ne&xt row", "-Previo&us row",
+                   "Next ro&w", "-Unl&ink", "Ob&jections to linking…"}));
   EXPECT_TRUE(bars->Item(std::string_view("Lumenfold"))->Visible());
 
   // No access key stands for two entries of one menu.
@@ -170,17 +172,17 @@ TEST_F(CommandsTest, AreHiddenByExactlyOneAndDeletedInTheOrderMade) {
   machine.settings.info["HideUserInterface"] = " 1";
   Load();
   const Texts all = Captions("Shapes");
-  ASSERT_EQ(all.size(), 12U);
+  ASSERT_EQ(all.size(), 13U);
   bars->Item(std::string_view("Shapes"))->Controls()->Item(3)->Delete();  // by the user
   std::vector<std::size_t> left;
   std::string firstLeft;
   bars->onChange([&] {
     const Texts now = Captions("Shapes");
     if (left.empty() || left.back() != now.size()) left.push_back(now.size());
-    if (now.size() == 10) firstLeft = now.front();
+    if (now.size() == 11) firstLeft = now.front();
   });
   addIn->OnDisconnection(AddInDesigner::RemoveMode::UserClosed);
-  EXPECT_EQ(left, (std::vector<std::size_t>{11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0}));
+  EXPECT_EQ(left, (std::vector<std::size_t>{12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0}));
   EXPECT_EQ(firstLeft, "&Picture or object…");
   EXPECT_EQ(bars->Count(), 3);
   EXPECT_TRUE(Captions("Menu Bar").empty());
@@ -206,6 +208,7 @@ TEST_F(CommandsTest, AreEnabledByWhatIsSelected) {
         {"cbrFillWithRows", "Select the shapes that are to show rows, at least two."},
         {"cbrLinkByNames", ""},
         {"cbrUnlink", "Nothing here is linked."},
+        {"cbrNotLinkable", none},
         {"cbrPasteLink", "Copy a link first."},
         {"cbrRefresh", ""},
         {"cbrWebPage", "The settings name no web page (WebPage)."},
@@ -217,6 +220,7 @@ TEST_F(CommandsTest, AreEnabledByWhatIsSelected) {
         {"cbrDataObject", "'price' shows no picture."},
         {"cbrGraph", "Only charts and tables take a whole connection."},
         {"cbrUnlink", ""},
+        {"cbrNotLinkable", "What is selected can be linked."},
         {"cbrCopyLink", ""},
         {"cbrRowUp", "'price' shows the first row."},
         {"cbrRowDown", ""}}},
@@ -232,8 +236,8 @@ TEST_F(CommandsTest, AreEnabledByWhatIsSelected) {
       {{"title", "price"},
        {{"cbrFillWithRows", ""}, {"cbrDataField", ""}, {"cbrUnlink", ""}, {"cbrRowDown", ""}}},
       {{"title"}, {{"cbrUnlink", "Nothing here is linked."}, {"cbrCopyLink", "Nothing here is linked."}}},
-      {{"group", "price"}, {{"cbrDataField", group}, {"cbrGraph", group}}},
-      {{"twin"}, {{"cbrDataField", twin}}},
+      {{"group", "price"}, {{"cbrDataField", group}, {"cbrGraph", group}, {"cbrNotLinkable", ""}}},
+      {{"twin"}, {{"cbrDataField", twin}, {"cbrNotLinkable", ""}}},
   };
   for (const auto& c : cases) {
     Select(c.selected);
@@ -394,6 +398,11 @@ TEST_F(CommandsTest, OpenDialogsAndDockThePageThatFitsWhereThereIsRoom) {
   view.docks = true;
   Select({"group"});
   EXPECT_EQ(view.TopName(), "frmNotLinkable");
+  Select({"group", "twin", "price"});
+  bars->press("cbrNotLinkable");
+  EXPECT_EQ(view.shown.back().placement, Forms::Placement::Dialog);
+  EXPECT_EQ(view.Click("cmdClose"), "");
+  EXPECT_EQ(view.result, Forms::Result::OK);
   const std::pair<const char*, const char*> dialogs[] = {
       {"cbrFillWithRows", "frmFillWithRows"}, {"cbrLinkByNames", "frmLinkByNames"}, {"cbrAbout", "frmAbout"}};
   Select({"price", "second"});

@@ -11,10 +11,8 @@
 #include "basic/Strings.h"
 #include "pages/OpenDeck.h"
 #include "pages/frmAbout.h"
-#include "pages/frmNotLinkable.h"
 #include "pages/frmOfflineCopy.h"
 #include "pages/modConnectionPages.h"
-#include "pages/modSelected.h"
 #include "windows/forms/Screen.h"
 
 namespace windows::test {
@@ -71,8 +69,7 @@ struct FormDeck : LF2000::OpenDeck {
     if (name == "frmNotLinkable") {
       Add("Line");
       window->shapes = {Add("line")};
-      return std::make_shared<LF2000::frmNotLinkable>(presentation, LF2000::modSelected::LookForAll(deck))
-          ->Open();
+      return LF2000::modPages::OpenNotLinkable(presentation);
     }
     if (name == "frmClock") return Open(Page::Clock, {AddField("p1 Price", 1)});
     if (name == "frmSlide") return Open(Page::Slide, {});

@@ -127,6 +127,8 @@ TEST(WayOutTest, AShapeThatSharesItsNameIsRenamed) {
   EXPECT_EQ(deck.slide.shapes.back()->name, "Arrow");
   EXPECT_NE(deck.screen.find("'Arrow' (text box) can be linked now."), nullptr);
   EXPECT_EQ(deck.screen.find("&Rename"), nullptr);
+  deck.screen.click("Close");
+  EXPECT_TRUE(deck.screen.isEmpty());
 }
 
 TEST(WayOutTest, AnOfflineCopyIsMadeOnOKAlone) {
