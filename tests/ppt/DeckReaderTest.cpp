@@ -27,6 +27,7 @@ using support::OldRecord;
 using support::smallNumbers;
 using support::utf16;
 using ::testing::ElementsAre;
+using ::testing::FieldsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
@@ -82,16 +83,17 @@ OldRecord documentOf(OldRecord list, const std::vector<Tag>& tags = {}, std::vec
   return containerOf(type::Document, std::move(more));
 }
 
-OldDeckWriter deckOf(OldRecord slide) {
+OldDeckWriter deckOf(const OldRecord& slide, const OldRecord& document = documentOf(slideList({2}))) {
   OldDeckWriter writer;
-  writer.put(1, documentOf(slideList({2})));
+  writer.put(1, document);
   writer.put(2, slide);
   writer.save();
   return writer;
 }
 
-std::vector<Shape> shapesOf(std::vector<OldRecord> shapes) {
-  return readDeck(deckOf(slideOf(std::move(shapes))).file()).slides.at(0).shapes;
+std::vector<Shape> shapesOf(std::vector<OldRecord> shapes,
+                            const OldRecord& document = documentOf(slideList({2}))) {
+  return readDeck(deckOf(slideOf(std::move(shapes)), document).file()).slides.at(0).shapes;
 }
 
 std::string errorOf(const std::string& bytes) {
@@ -99,16 +101,8 @@ std::string errorOf(const std::string& bytes) {
 }
 
 TEST(OldDeck, RealFilesGiveTheirTags) {
-  const auto tagsOf = [](const char* name) { return readDeck(fileOf(name)).tags; };
-  EXPECT_THAT(tagsOf("41246-2.ppt"), ElementsAre(Tag{"DEFINEDINNAVIGATOR", "False"}, Tag{"BRANCHTO", "0"}));
-  EXPECT_THAT(tagsOf("49541_symbol_map.ppt"),
-              ElementsAre(Tag{"VARPPTCOMPATIBLERD03", "RXP"}, Tag{"VARPPTTYPE", "RXP"},
-                          Tag{"VARPPTSLIDEFORMAT", "RXP"}, Tag{"VARPPTCOMPATIBLE4", "RXP"},
-                          Tag{"VARSAVEMESSAGETIMESTAMP", "RXP23.02.2010"}));
-  EXPECT_THAT(
-      tagsOf("bug56240.ppt"),
-      ElementsAre(
-          Tag{"WMTOOLS", R"(<WMTools ver="1.0"><Timings><Slide id="256" dur=".651"/></Timings></WMTools>)"}));
+  EXPECT_THAT(readDeck(fileOf("41246-2.ppt")).tags,
+              ElementsAre(Tag{"DEFINEDINNAVIGATOR", "False"}, Tag{"BRANCHTO", "0"}));
   const Deck named = readDeck(fileOf("44296.ppt"));
   EXPECT_EQ(named.tags.size(), 2U);
   ASSERT_EQ(named.slides.at(0).shapes.size(), 3U);
@@ -172,22 +166,17 @@ TEST(OldDeck, KnowsKindsNamesAndPrograms) {
                  numbers({static_cast<std::uint32_t>(name.size())}) + points + name,
              3);
   const OldRecord isTable = atomOf(type::MoreProperties, smallNumbers({0x39F}) + numbers({1}), 1);
-  OldDeckWriter writer;
-  writer.put(1,
-             documentOf(slideList({2}), {},
-                        {containerOf(type::ExternalObjects,
-                                     {containerOf(type::EmbeddedObject,
-                                                  {atomOf(type::Object, numbers({1, 0, 7, 0, 9, 0})),
-                                                   atomOf(type::String, utf16("Diagramm"), 1),
-                                                   atomOf(type::String, utf16("MSGraph.Chart.8"), 2)})})}));
-  writer.put(2,
-             slideOf({shapeOf(2, {properties}), shapeOf(3, {}, 20), shapeOf(4, {}, 32, Connector),
-                      shapeOf(5, {}, 75), shapeOf(6, {}, 1, Deleted),
-                      shapeOf(7, {clientData({atomOf(type::ObjectReference, numbers({7}))})}, 75, OfAnObject),
-                      groupOf(shapeOf(8, {isTable}), {shapeOf(9)}),
-                      shapeOf(10, {clientData({atomOf(type::Placeholder, numbers({0, 13}))})})}));
-  writer.save();
-  const std::vector<Shape> shapes = readDeck(writer.file()).slides.at(0).shapes;
+  const OldRecord chart =
+      containerOf(type::EmbeddedObject, {atomOf(type::Object, numbers({1, 0, 7, 0, 9, 0})),
+                                         atomOf(type::String, utf16("Diagramm"), 1),
+                                         atomOf(type::String, utf16("MSGraph.Chart.8"), 2)});
+  const std::vector<Shape> shapes =
+      shapesOf({shapeOf(2, {properties}), shapeOf(3, {}, 20), shapeOf(4, {}, 32, Connector),
+                shapeOf(5, {}, 75), shapeOf(6, {}, 1, Deleted),
+                shapeOf(7, {clientData({atomOf(type::ObjectReference, numbers({7}))})}, 75, OfAnObject),
+                groupOf(shapeOf(8, {isTable}), {shapeOf(9)}),
+                shapeOf(10, {clientData({atomOf(type::Placeholder, numbers({0, 13}))})})},
+               documentOf(slideList({2}), {}, {containerOf(type::ExternalObjects, {chart})}));
   std::vector<Shape::Kind> kinds;
   for (const Shape& shape : shapes) kinds.push_back(shape.kind);
   using Kind = Shape::Kind;
@@ -205,13 +194,8 @@ TEST(OldDeck, PlacesMembersOfGroupsOnTheSlide) {
                                     atomOf(type::Anchor, smallNumbers({1000, 2000, 2400, 1100}))}),
                         {shapeOf(3, {atomOf(type::MemberAnchor, numbers({150, 100, 250, 200}))})}),
                 shapeOf(4, {atomOf(type::Anchor, numbers({100000, 200000, 300000, 400000}))})});
-  const Frame& member = shapes.at(0).members.at(0).frame;
-  EXPECT_EQ(member.left, 2100 * Unit);
-  EXPECT_EQ(member.top, 1000 * Unit);
-  EXPECT_EQ(member.width, 200 * Unit);
-  EXPECT_EQ(member.height, 100 * Unit);
-  EXPECT_EQ(shapes.at(1).frame.left, 200000 * Unit);
-  EXPECT_EQ(shapes.at(1).frame.height, 300000 * Unit);
+  EXPECT_THAT(shapes.at(0).members.at(0).frame, FieldsAre(2100 * Unit, 1000 * Unit, 200 * Unit, 100 * Unit));
+  EXPECT_THAT(shapes.at(1).frame, FieldsAre(200000 * Unit, 100000 * Unit, 100000 * Unit, 300000 * Unit));
 }
 
 TEST(OldDeck, FindsTextsInShapesAndInTheOutline) {
@@ -220,17 +204,16 @@ TEST(OldDeck, FindsTextsInShapesAndInTheOutline) {
       atomOf(type::TextHeader, numbers({1})),
       atomOf(type::TextCharacters, std::string("\xAC\x20\x3D\xD8\x00\xDE", 6))};
   const auto box = [](OldRecord record) { return containerOf(type::TextBox, {std::move(record)}); };
-  OldDeckWriter writer;
-  writer.put(1, documentOf(slideList({2}, outline)));
-  OldRecord own = containerOf(type::TextBox,
-                              {atomOf(type::TextHeader, numbers({4})), atomOf(type::TextBytes, "one\rtwo")});
-  writer.put(2, slideOf({shapeOf(2, {box(atomOf(type::OutlineText, numbers({1})))}), shapeOf(3, {own}),
-                         shapeOf(4, {box(atomOf(type::OutlineText, numbers({0})))}),
-                         shapeOf(5, {box(atomOf(type::OutlineText, numbers({9})))})}));
-  writer.save();
+  const OldRecord own = containerOf(
+      type::TextBox, {atomOf(type::TextHeader, numbers({4})), atomOf(type::TextBytes, "one\rtwo")});
   std::vector<std::string> texts;
-  const Deck deck = readDeck(writer.file());
-  for (const Shape& shape : deck.slides.at(0).shapes) texts.push_back(shape.text);
+  for (const Shape& shape :
+       shapesOf({shapeOf(2, {box(atomOf(type::OutlineText, numbers({1})))}), shapeOf(3, {own}),
+                 shapeOf(4, {box(atomOf(type::OutlineText, numbers({0})))}),
+                 shapeOf(5, {box(atomOf(type::OutlineText, numbers({9})))})},
+                documentOf(slideList({2}, outline)))) {
+    texts.push_back(shape.text);
+  }
   EXPECT_THAT(texts, ElementsAre("€😀", "one\rtwo", "Title\vü", ""));
 }
 
@@ -269,22 +252,23 @@ TEST(OldDeck, EndsWithAReasonWhateverIsBroken) {
   OldDeckWriter twice = deckOf(slideOf({}));
   twice.save();
   const std::size_t edit = twice.stream().size() - Edit;
-  EXPECT_THAT(errorOf(damaged(twice, edit + 16, static_cast<std::uint32_t>(edit))),
-              HasSubstr("lead in a circle"));
-  EXPECT_THAT(errorOf(damaged(twice, edit + 16, 0xFFFFFF00)), HasSubstr("lead in a circle"));
-  EXPECT_THAT(errorOf(damaged(twice, edit + 20, 0xFFFFFF00)), HasSubstr("outside of it"));
-  EXPECT_THAT(errorOf(damaged(twice, edit + 24, 99)), HasSubstr("is missing"));
-  EXPECT_THAT(errorOf(damaged(twice, 4, 0x7FFFFFFF)), HasSubstr("longer than what it lies in"));
-  // Of the first record in the document, not of the document.
-  EXPECT_THAT(errorOf(damaged(twice, 12, 0x0000FFFF)), HasSubstr("longer than what it lies in"));
+  const struct {
+    std::size_t at;
+    std::uint32_t number;
+    const char* reason;
+  } cases[] = {{edit + 16, static_cast<std::uint32_t>(edit), "lead in a circle"},
+               {edit + 16, 0xFFFFFF00, "lead in a circle"},
+               {edit + 20, 0xFFFFFF00, "outside of it"},
+               {edit + 24, 99, "is missing"},
+               {4, 0x7FFFFFFF, "longer than what it lies in"},
+               // Of the first record in the document, not of the document.
+               {12, 0x0000FFFF, "longer than what it lies in"}};
+  for (const auto& each : cases) {
+    EXPECT_THAT(errorOf(damaged(twice, each.at, each.number)), HasSubstr(each.reason)) << each.at;
+  }
+  const OldRecord often = documentOf(slideList(std::vector<std::uint32_t>(1000, 2)));
+  EXPECT_THAT(errorOf(deckOf(slideOf({}), often).file()), HasSubstr("a slide is in it twice"));
 
-  OldDeckWriter often;
-  often.put(1, documentOf(slideList(std::vector<std::uint32_t>(1000, 2))));
-  often.put(2, slideOf({}));
-  often.save();
-  EXPECT_THAT(errorOf(often.file()), HasSubstr("a slide is in it twice"));
-
-  OldDeckWriter crowded = deckOf(slideOf({}));
   const std::string shape = shapeOf(2).bytes();
   OldRecord slide = slideOf({});
   std::string all;
@@ -292,9 +276,7 @@ TEST(OldDeck, EndsWithAReasonWhateverIsBroken) {
   OldRecord* group = slide.find(type::Drawing)->find(type::DrawingContent)->find(type::Group);
   group->atom = group->records.front().bytes() + all;
   group->records.clear();
-  crowded.put(2, slide);
-  crowded.save();
-  EXPECT_THAT(errorOf(crowded.file()), HasSubstr("more shapes than anybody draws"));
+  EXPECT_THAT(errorOf(deckOf(slide).file()), HasSubstr("more shapes than anybody draws"));
 
   OldRecord deep = shapeOf(3);
   for (int i = 0; i < 200; ++i) deep = groupOf(shapeOf(2), {deep});
@@ -339,8 +321,7 @@ TEST(OldDeck, ChainsOfSectorsThatLeadInCirclesEnd) {
     static_cast<void>(errorOf(circle));
   }
   std::string circle = file;
-  for (std::size_t at = table; at < table + 160; at += 4)
-    circle.replace(at, 4, numbers({static_cast<std::uint32_t>(0)}));
+  for (std::size_t at = table; at < table + 160; at += 4) circle.replace(at, 4, numbers({0}));
   EXPECT_THAT(errorOf(circle), HasSubstr("damaged or not complete"));
 }
 
