@@ -16,11 +16,6 @@ using test::finnish;
 using test::german;
 using test::korean;
 
-struct Case {
-  const char* text;
-  const char* date;  // as StoredDate writes it
-};
-
 /// What a text means in the year 2026, "" for nothing.
 std::string meaning(const char* text, const Locale& locale) {
   const auto date = ParseDate(text, locale, 2026);
@@ -28,52 +23,42 @@ std::string meaning(const char* text, const Locale& locale) {
 }
 
 TEST(CDateTest, ReadsTheFormsThatEveryLocaleShares) {
-  const Case cases[] = {
-      {"2026-01-05", "2026-01-05 00:00:00"},
-      {"2026-1-5T7:08", "2026-01-05 07:08:00"},
-      {"2026-01-05T10:20:30", "2026-01-05 10:20:30"},
-      {"2026-01-05 23:59:59.999", "2026-01-05 23:59:59"},
-      {"2026/01/05", "2026-01-05 00:00:00"},
-      {"2026.01.05", "2026-01-05 00:00:00"},
-      {"2026-13-01", "2026-01-13 00:00:00"},
-      {"0100-01-01", "0100-01-01 00:00:00"},
-      {"9999-12-31 23:59:59", "9999-12-31 23:59:59"},
-      {"2024-02-29", "2024-02-29 00:00:00"},
-      {"10:20", "1899-12-30 10:20:00"},
-      {" 7:8:9 ", "1899-12-30 07:08:09"},
-      {"10 : 20", "1899-12-30 10:20:00"},
-      {"5 PM", "1899-12-30 17:00:00"},
-      {"5pm", "1899-12-30 17:00:00"},
-      {"5:30 p", "1899-12-30 17:30:00"},
-      {"12 AM", "1899-12-30 00:00:00"},
-      {"12:30 am", "1899-12-30 00:30:00"},
-      {"12 PM", "1899-12-30 12:00:00"},
-      {"13:00 PM", "1899-12-30 13:00:00"},
-      {"5 Jan 2026", "2026-01-05 00:00:00"},
-      {"5-jan-26", "2026-01-05 00:00:00"},
-      {"5 APRIL 29", "2029-04-05 00:00:00"},
-      {"5 April 30", "1930-04-05 00:00:00"},
-      {"April 5, 2026", "2026-04-05 00:00:00"},
-      {"April 5, 2026 5:30 PM", "2026-04-05 17:30:00"},
-      {"5:30 PM, April 5, 2026", "2026-04-05 17:30:00"},
-      {"2026 April 5", "2026-04-05 00:00:00"},
-      {"5April2026", "2026-04-05 00:00:00"},
-      {"April 5", "2026-04-05 00:00:00"},
-      {"April 2030", "2030-04-01 00:00:00"},
-      {"April 31", "1931-04-01 00:00:00"},
-      {"13/5/2026", "2026-05-13 00:00:00"},
-      {"5/13/2026", "2026-05-13 00:00:00"},
-      {"10:20 13/5/2026", "2026-05-13 10:20:00"},
-      {"13 5 2026", "2026-05-13 00:00:00"},
-      {"99/12/31", "1999-12-31 00:00:00"},
-      {"13/5", "2026-05-13 00:00:00"},
-      {"5-13", "2026-05-13 00:00:00"},
-      {"5/2026", "2026-05-01 00:00:00"},
-      {"2026/5", "2026-05-01 00:00:00"},
+  const struct {
+    const char* date;  // as StoredDate writes it
+    std::vector<const char*> texts;
+  } cases[] = {
+      {"2026-01-05 00:00:00", {"2026-01-05", "2026/01/05", "2026.01.05", "5 Jan 2026", "5-jan-26"}},
+      {"2026-01-05 07:08:00", {"2026-1-5T7:08"}},
+      {"2026-01-05 10:20:30", {"2026-01-05T10:20:30"}},
+      {"2026-01-05 23:59:59", {"2026-01-05 23:59:59.999"}},
+      {"2026-01-13 00:00:00", {"2026-13-01"}},
+      {"0100-01-01 00:00:00", {"0100-01-01"}},
+      {"9999-12-31 23:59:59", {"9999-12-31 23:59:59"}},
+      {"2024-02-29 00:00:00", {"2024-02-29"}},
+      {"1899-12-30 10:20:00", {"10:20", "10 : 20"}},
+      {"1899-12-30 07:08:09", {" 7:8:9 "}},
+      {"1899-12-30 17:00:00", {"5 PM", "5pm"}},
+      {"1899-12-30 17:30:00", {"5:30 p"}},
+      {"1899-12-30 00:00:00", {"12 AM"}},
+      {"1899-12-30 00:30:00", {"12:30 am"}},
+      {"1899-12-30 12:00:00", {"12 PM"}},
+      {"1899-12-30 13:00:00", {"13:00 PM"}},
+      {"2029-04-05 00:00:00", {"5 APRIL 29"}},
+      {"1930-04-05 00:00:00", {"5 April 30"}},
+      {"2026-04-05 00:00:00", {"April 5, 2026", "2026 April 5", "5April2026", "April 5"}},
+      {"2026-04-05 17:30:00", {"April 5, 2026 5:30 PM", "5:30 PM, April 5, 2026"}},
+      {"2030-04-01 00:00:00", {"April 2030"}},
+      {"1931-04-01 00:00:00", {"April 31"}},
+      {"2026-05-13 00:00:00", {"13/5/2026", "5/13/2026", "13 5 2026", "13/5", "5-13"}},
+      {"2026-05-13 10:20:00", {"10:20 13/5/2026"}},
+      {"1999-12-31 00:00:00", {"99/12/31"}},
+      {"2026-05-01 00:00:00", {"5/2026", "2026/5"}},
   };
   for (const Locale& locale : {american(), british(), german(), finnish(), korean()}) {
-    for (const Case& c : cases)
-      EXPECT_EQ(meaning(c.text, locale), c.date) << c.text << " in " << locale.shortDate;
+    for (const auto& [date, texts] : cases) {
+      for (const char* text : texts)
+        EXPECT_EQ(meaning(text, locale), date) << text << " in " << locale.shortDate;
+    }
   }
 }
 
@@ -135,9 +120,9 @@ TEST(CDateTest, RefusesWhatIsNoDate) {
     texts.emplace_back(text);
   for (const Locale& locale : {american(), british(), german(), korean()}) {
     for (const std::string& text : texts) {
-      EXPECT_EQ(meaning(text.c_str(), locale), "") << text << " in " << locale.shortDate;
-      const std::int32_t error = errorNumber([&] { CDate(text, locale); });
-      EXPECT_TRUE(error == 13 || text == "1,2,2026") << text << " in " << locale.shortDate;
+      SCOPED_TRACE(text + " in " + locale.shortDate);
+      EXPECT_EQ(meaning(text.c_str(), locale), "");
+      EXPECT_TRUE(errorNumber([&] { CDate(text, locale); }) == 13 || text == "1,2,2026");
     }
   }
 }
@@ -149,9 +134,9 @@ TEST(CDateTest, TakesANumberForASerial) {
   EXPECT_EQ(CDate(" -1.25 ", american()).serial, -1.25);
   EXPECT_EQ(CDate("46,000", american()).serial, 46000);
   EXPECT_EQ(CDate("20260", american()).serial, 20260);
-  EXPECT_EQ(errorNumber([] { CDate("2958466", american()); }), 6);
-  EXPECT_EQ(errorNumber([] { CDate("20260105", american()); }), 6);
-  EXPECT_EQ(errorNumber([] { CDate("-657435", american()); }), 6);
+  for (const char* beyond : {"2958466", "20260105", "-657435"}) {
+    EXPECT_EQ(errorNumber([&] { CDate(beyond, american()); }), 6) << beyond;
+  }
 }
 
 TEST(CDateTest, ReadsBackWhatCStrAndStoredDateWrite) {

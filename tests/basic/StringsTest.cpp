@@ -126,20 +126,14 @@ TEST(StringsTest, ChangesTheCaseOfAsciiAlone) {
   EXPECT_FALSE(StartsWith("TA", "TAG"));
 }
 
-TEST(StringsTest, TrimsBlanksAlone) {
-  EXPECT_EQ(Trim("  a b\t "), "a b\t");
+TEST(StringsTest, TrimsSplitsAndReplaces) {
+  EXPECT_EQ(Trim("  a b\t "), "a b\t") << "blanks alone";
   EXPECT_EQ(Trim("   "), "");
   EXPECT_EQ(Trim("\u00A0a"), "\u00A0a");
-}
-
-TEST(StringsTest, SplitsKeepingEmptyPieces) {
   EXPECT_THAT(Split("", ';'), IsEmpty());
   EXPECT_THAT(Split("a", ';'), ElementsAre("a"));
   EXPECT_THAT(Split(";a;;b;", ';'), ElementsAre("", "a", "", "b", ""));
-}
-
-TEST(StringsTest, ReplacesFromTheLeft) {
-  EXPECT_EQ(Replace("aaa", "aa", "b"), "ba");
+  EXPECT_EQ(Replace("aaa", "aa", "b"), "ba") << "from the left";
   EXPECT_EQ(Replace("abab", "ab", "abab"), "abababab");
   EXPECT_EQ(Replace("abc", "", "x"), "abc");
   EXPECT_EQ(Replace("abc", "b", ""), "ac");
