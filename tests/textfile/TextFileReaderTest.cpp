@@ -17,100 +17,95 @@ struct Case {
   std::string table;  // as Written has it
 };
 
-void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
-std::string NameOf(const testing::TestParamInfo<Case>& info) { return info.param.name; }
-
 std::string Read(std::string_view text, bool names = false) {
   return Written(ReadTextFile(BytesOf(text), names, [](std::string_view) {}));
 }
 
-class WithNames : public testing::TestWithParam<Case> {};
-TEST_P(WithNames, ReadsAs) { EXPECT_EQ(Read(GetParam().text, true), GetParam().table); }
+/// Each text is read, with its first line for the names of the columns unless `names` says otherwise.
+void ExpectRead(const std::vector<Case>& cases, bool names = true) {
+  for (const Case& each : cases) EXPECT_EQ(Read(each.text, names), each.table) << each.name;
+}
 
-class WithoutNames : public testing::TestWithParam<Case> {};
-TEST_P(WithoutNames, ReadsAs) { EXPECT_EQ(Read(GetParam().text), GetParam().table); }
+TEST(TextFileLines, ReadAs) {
+  ExpectRead({{"line feed", "A\tB\n1\t2\n3\t4\n", "A|B/1|2/3|4"},
+              {"carriage return", "A\tB\r1\t2\r3\t4\r", "A|B/1|2/3|4"},
+              {"both", "A\tB\r\n1\t2\r\n3\t4\r\n", "A|B/1|2/3|4"},
+              {"mixed", "A\tB\r1\t2\n3\t4\r\n5\t6", "A|B/1|2/3|4/5|6"},
+              {"no end at the end", "A\tB\n1\t2", "A|B/1|2"},
+              {"empty lines are no records", "\n\r\nA\tB\n\n\n1\t2\r\r\n\n", "A|B/1|2"},
+              {"names only", "A\tB\n", "A|B"},
+              {"empty fields", "A\tB\tC\n\t\t\n\t2\t\n", "A|B|C/||/|2|"},
+              {"short line", "A\tB\tC\n1\n1\t2\n", "A|B|C/1|~|~/1|2|~"},
+              {"long line", "A\tB\n1\t2\t3\t4\n5\t6\n", "A|B/1|2/5|6"},
+              {"blanks and controls are kept", "A\tB\n 1 \t\0\x01\x7F\n"s, "A|B/ 1 |\0\x01\x7F"s}});
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Lines, WithNames,
-    testing::Values(Case{"LineFeed", "A\tB\n1\t2\n3\t4\n", "A|B/1|2/3|4"},
-                    Case{"CarriageReturn", "A\tB\r1\t2\r3\t4\r", "A|B/1|2/3|4"},
-                    Case{"Both", "A\tB\r\n1\t2\r\n3\t4\r\n", "A|B/1|2/3|4"},
-                    Case{"Mixed", "A\tB\r1\t2\n3\t4\r\n5\t6", "A|B/1|2/3|4/5|6"},
-                    Case{"NoEndAtTheEnd", "A\tB\n1\t2", "A|B/1|2"},
-                    Case{"EmptyLinesAreNoRecords", "\n\r\nA\tB\n\n\n1\t2\r\r\n\n", "A|B/1|2"},
-                    Case{"NamesOnly", "A\tB\n", "A|B"},
-                    Case{"EmptyFields", "A\tB\tC\n\t\t\n\t2\t\n", "A|B|C/||/|2|"},
-                    Case{"ShortLine", "A\tB\tC\n1\n1\t2\n", "A|B|C/1|~|~/1|2|~"},
-                    Case{"LongLine", "A\tB\n1\t2\t3\t4\n5\t6\n", "A|B/1|2/5|6"},
-                    Case{"BlanksAndControlsAreKept", "A\tB\n 1 \t\0\x01\x7F\n"s, "A|B/ 1 |\0\x01\x7F"s}),
-    NameOf);
+TEST(TextFileColumns, ReadAs) {
+  ExpectRead({{"are numbered from one", "x,y,z\n", "Column1|Column2|Column3/x|y|z"},
+              {"have no titles above", "Departures\nTime;To\n8:00;Calder\n",
+               "Column1/Departures/Time;To/8:00;Calder"},
+              {"of an empty file", "", "Column1"},
+              {"of empty lines", "\r\n\n", "Column1"},
+              {"of a mark alone", "\xEF\xBB\xBF", "Column1"}},
+             false);
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Columns, WithoutNames,
-    testing::Values(Case{"AreNumberedFromOne", "x,y,z\n", "Column1|Column2|Column3/x|y|z"},
-                    Case{"HaveNoTitlesAbove", "Departures\nTime;To\n8:00;Calder\n",
-                         "Column1/Departures/Time;To/8:00;Calder"},
-                    Case{"OfAnEmptyFile", "", "Column1"}, Case{"OfEmptyLines", "\r\n\n", "Column1"},
-                    Case{"OfAMarkAlone", "\xEF\xBB\xBF", "Column1"}),
-    NameOf);
+TEST(TextFileDelimiter, ReadAs) {
+  ExpectRead(
+      {{"semicolon", "A;B\n1,5;2,5\n", "A|B/1,5|2,5"},
+       {"comma", "A,B\n1,2\n", "A|B/1|2"},
+       {"bar", "A|B\n1|2\n", "A|B/1|2"},
+       {"tab before comma", "A,B\tC\n1,2\t3\n", "A,B|C/1,2|3"},
+       {"comma when semicolons are uneven", "A,B\n1;2,3\n4,5;\n", "A|B/1;2|3/4|5;"},
+       {"one column", "Name\nPort Calder\nOulu\n", "Name/Port Calder/Oulu"},
+       {"commas of prose", "Notice\nGate closed, sorry\nDelayed\n", "Notice/Gate closed, sorry/Delayed"},
+       {"quoted delimiters do not count", "A,B\n\"x,y\",1\n\"x;y\",\"2,3\"\n", "A|B/x,y|1/x;y|2,3"},
+       {"short line keeps it", "A;B;C\n1\n1;2\n4;5;6\n", "A|B|C/1|~|~/1|2|~/4|5|6"}});
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Delimiter, WithNames,
-    testing::Values(
-        Case{"Semicolon", "A;B\n1,5;2,5\n", "A|B/1,5|2,5"}, Case{"Comma", "A,B\n1,2\n", "A|B/1|2"},
-        Case{"Bar", "A|B\n1|2\n", "A|B/1|2"}, Case{"TabBeforeComma", "A,B\tC\n1,2\t3\n", "A,B|C/1,2|3"},
-        Case{"CommaWhenSemicolonsAreUneven", "A,B\n1;2,3\n4,5;\n", "A|B/1;2|3/4|5;"},
-        Case{"OneColumn", "Name\nPort Calder\nOulu\n", "Name/Port Calder/Oulu"},
-        Case{"CommasOfProse", "Notice\nGate closed, sorry\nDelayed\n", "Notice/Gate closed, sorry/Delayed"},
-        Case{"QuotedDelimitersDoNotCount", "A,B\n\"x,y\",1\n\"x;y\",\"2,3\"\n", "A|B/x,y|1/x;y|2,3"},
-        Case{"ShortLineKeepsIt", "A;B;C\n1\n1;2\n4;5;6\n", "A|B|C/1|~|~/1|2|~/4|5|6"}),
-    NameOf);
+TEST(TextFileExports, ReadAs) {
+  ExpectRead({{"delimiter behind the names", "A;B;C;\n1,5;2;3;\n4,5;5;6;\n", "A|B|C/1,5|2|3/4,5|5|6"},
+              {"delimiter behind the names alone", "A;B;;\n1,5;2\n4,5;5\n", "A|B/1,5|2/4,5|5"},
+              {"delimiter behind the rows alone", "A;B,C\n1,5;2;\n4,5;;\n", "A|B,C/1,5|2/4,5|"},
+              {"quoted nothing behind the names", "\"A\";\"B\";\"\"\n\"1\";\"2\";\"\"\n", "A|B/1|2"},
+              {"declared delimiter", "sep=;\nA,a;B\n1,5;2\n", "A,a|B/1,5|2"},
+              {"declared quoted in capitals", "\xEF\xBB\xBF\"SEP=^\"\r\nA^B\r\n1^2\r\n", "A|B/1|2"},
+              {"declared alone is a column", "sep=\nx\n", "sep=/x"},
+              {"declared with titles", "sep=,\nPrices\nA,B\n1;2,3\n", "A|B/1;2|3"},
+              {"marks in the midst",
+               "\xEF\xBB\xBF\xEF\xBB\xBF"
+               "A;B\n1;2\n\xEF\xBB\xBF\"3\";4\n5;\xEF\xBB\xBF",
+               "A|B/1|2/3|4/5|"},
+              {"mark before Windows-1252", "A\n\xEF\xBB\xBF\xE4\n", "A/ä"},
+              {"marks of UTF-16",
+               "\xFF\xFE"
+               "A\0\n\0\xFF\xFE"
+               "b\0"s,
+               "A/b"},
+              {"blank lines", "  \nA;B\n \t \n1;2\n\t\n;\n3;4\n   ", "A|B/1|2/|/3|4"},
+              {"blank lines of one column", "A\n  \nx\n", "A/  /x"},
+              {"tabs are no blanks where they split", "A\tB\n\t\n1\t2\n", "A|B/|/1|2"}});
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Exports, WithNames,
-    testing::Values(Case{"DelimiterBehindTheNames", "A;B;C;\n1,5;2;3;\n4,5;5;6;\n", "A|B|C/1,5|2|3/4,5|5|6"},
-                    Case{"DelimiterBehindTheNamesAlone", "A;B;;\n1,5;2\n4,5;5\n", "A|B/1,5|2/4,5|5"},
-                    Case{"DelimiterBehindTheRowsAlone", "A;B,C\n1,5;2;\n4,5;;\n", "A|B,C/1,5|2/4,5|"},
-                    Case{"QuotedNothingBehindTheNames", "\"A\";\"B\";\"\"\n\"1\";\"2\";\"\"\n", "A|B/1|2"},
-                    Case{"DeclaredDelimiter", "sep=;\nA,a;B\n1,5;2\n", "A,a|B/1,5|2"},
-                    Case{"DeclaredQuotedInCapitals", "\xEF\xBB\xBF\"SEP=^\"\r\nA^B\r\n1^2\r\n", "A|B/1|2"},
-                    Case{"DeclaredAloneIsAColumn", "sep=\nx\n", "sep=/x"},
-                    Case{"DeclaredWithTitles", "sep=,\nPrices\nA,B\n1;2,3\n", "A|B/1;2|3"},
-                    Case{"MarksInTheMidst",
-                         "\xEF\xBB\xBF\xEF\xBB\xBF"
-                         "A;B\n1;2\n\xEF\xBB\xBF\"3\";4\n5;\xEF\xBB\xBF",
-                         "A|B/1|2/3|4/5|"},
-                    Case{"MarkBeforeWindows1252", "A\n\xEF\xBB\xBF\xE4\n", "A/ä"},
-                    Case{"MarksOfUtf16",
-                         "\xFF\xFE"
-                         "A\0\n\0\xFF\xFE"
-                         "b\0"s,
-                         "A/b"},
-                    Case{"BlankLines", "  \nA;B\n \t \n1;2\n\t\n;\n3;4\n   ", "A|B/1|2/|/3|4"},
-                    Case{"BlankLinesOfOneColumn", "A\n  \nx\n", "A/  /x"},
-                    Case{"TabsAreNoBlanksWhereTheySplit", "A\tB\n\t\n1\t2\n", "A|B/|/1|2"}),
-    NameOf);
-
-INSTANTIATE_TEST_SUITE_P(
-    Titles, WithNames,
-    testing::Values(
-        Case{"ArePassedOver",
-             "Departures, today\nAs of: 04:15\n\nTime;Train;To\n08:00;IC 1;Calder\n9:00;IC 2;Oulu\n",
-             "Time|Train|To/08:00|IC 1|Calder/9:00|IC 2|Oulu"},
-        Case{"FilledUpWithDelimiters", "Prices;;\nAs of:;May;\nItem;Size;Price\nRye;1;4,80\nTart;;3,20\n",
-             "Item|Size|Price/Rye|1|4,80/Tart||3,20"},
-        Case{"WithoutRows", "Departures, today\nTime;Train;To\n", "Time|Train|To"},
-        Case{"WithOneRow", "Departures\nTime\tTo\n8:00\tCalder\n", "Time|To/8:00|Calder"},
-        Case{"WithDecimalCommas", "Prices, May\nItem;Price\nRye;4,80\nTart;3,20\n",
-             "Item|Price/Rye|4,80/Tart|3,20"},
-        Case{"OverUnevenRows", "Departures\nTime;Train;To\n8;IC\n9;IC;Oulu\n9;IC;Calder;late\n9;IC;Oulu\n",
-             "Time|Train|To/8|IC|~/9|IC|Oulu/9|IC|Calder/9|IC|Oulu"},
-        Case{"AreNotARowOfNumbers", "Name\n1;2\n3;4\n", "Name/1;2/3;4"},
-        Case{"AreNotWhatIsHalfAsWide", "A;B;C\nx;y;z;u\nv;w;x;y\n", "A|B|C/x|y|z/v|w|x"},
-        Case{"AreNotAHeaderOfDoubledNames", "Name\nx;x\ny;z\n", "Name/x;x/y;z"},
-        Case{"AreNotFoundInProse", "Notice\nClosed, sorry\nLate, too\n", "Notice/Closed, sorry/Late, too"},
-        Case{"AreNotFoundAboveTwoWords", "Notice\nred;white\n", "Notice/red;white"}),
-    NameOf);
+TEST(TextFileTitles, ReadAs) {
+  ExpectRead(
+      {{"are passed over",
+        "Departures, today\nAs of: 04:15\n\nTime;Train;To\n08:00;IC 1;Calder\n9:00;IC 2;Oulu\n",
+        "Time|Train|To/08:00|IC 1|Calder/9:00|IC 2|Oulu"},
+       {"filled up with delimiters", "Prices;;\nAs of:;May;\nItem;Size;Price\nRye;1;4,80\nTart;;3,20\n",
+        "Item|Size|Price/Rye|1|4,80/Tart||3,20"},
+       {"without rows", "Departures, today\nTime;Train;To\n", "Time|Train|To"},
+       {"with one row", "Departures\nTime\tTo\n8:00\tCalder\n", "Time|To/8:00|Calder"},
+       {"with decimal commas", "Prices, May\nItem;Price\nRye;4,80\nTart;3,20\n",
+        "Item|Price/Rye|4,80/Tart|3,20"},
+       {"over uneven rows", "Departures\nTime;Train;To\n8;IC\n9;IC;Oulu\n9;IC;Calder;late\n9;IC;Oulu\n",
+        "Time|Train|To/8|IC|~/9|IC|Oulu/9|IC|Calder/9|IC|Oulu"},
+       {"are not a row of numbers", "Name\n1;2\n3;4\n", "Name/1;2/3;4"},
+       {"are not what is half as wide", "A;B;C\nx;y;z;u\nv;w;x;y\n", "A|B|C/x|y|z/v|w|x"},
+       {"are not a header of doubled names", "Name\nx;x\ny;z\n", "Name/x;x/y;z"},
+       {"are not found in prose", "Notice\nClosed, sorry\nLate, too\n", "Notice/Closed, sorry/Late, too"},
+       {"are not found above two words", "Notice\nred;white\n", "Notice/red;white"}});
+}
 
 TEST(TextFileDialect, IsThatOfTheFirstTwentyRecords) {
   std::string text = "A,B\n";
@@ -118,51 +113,48 @@ TEST(TextFileDialect, IsThatOfTheFirstTwentyRecords) {
   EXPECT_EQ(Read(text + "3;4;5\n", true).substr(0, 8), "A|B/1|2/");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Quotes, WithNames,
-    testing::Values(
-        Case{"Plain", "A,B\n\"1\",\"2\"\n", "A|B/1|2"},
-        Case{"Doubled", "A,B\n\"a\"\"b\"\"\",\"\"\"\"\n", "A|B/a\"b\"|\""},
-        Case{"Empty", "A,B\n\"\",\"\"\n", "A|B/|"}, Case{"AloneOnALine", "A\n\"\"\nx\n", "A//x"},
-        Case{"HoldDelimitersAndLineEnds", "A,B\n\"1,2\",\"3\r\n\n4\"\n5,6\n", "A|B/1,2|3\r\n\n4/5|6"},
-        Case{"InAnUnquotedField", "A,B\n5\" pipe,a\"\"b\n", "A|B/5\" pipe|a\"\"b"},
-        Case{"TextBehindIsAppended", "A,B\n\"a\"\"b\"cd,\"x\" \"y\"\n", "A|B/a\"bcd|x \"y\""},
-        Case{"NeverClosed", "A,B\n\"1,2\n3,4\n", "A|B/\"1|2/3|4"},
-        Case{"NeverClosedAtTheEnd", "A,B\n1,\"", "A|B/1|\""},
-        Case{"NeverClosedDoubled", "A,B\n\"\"\"1,2\n\"\",\"\"\"\"\n", "A|B/\"\"\"1|2/|\""},
-        Case{"ClosedAtTheEnd", "A,B\n1,\"2\"", "A|B/1|2"},
-        Case{"InNames", "\"First, name\",\"Size \"\"mm\"\"\"\n1,2\n", "First, name|Size \"mm\"/1|2"}),
-    NameOf);
+TEST(TextFileQuotes, ReadAs) {
+  ExpectRead({{"plain", "A,B\n\"1\",\"2\"\n", "A|B/1|2"},
+              {"doubled", "A,B\n\"a\"\"b\"\"\",\"\"\"\"\n", "A|B/a\"b\"|\""},
+              {"empty", "A,B\n\"\",\"\"\n", "A|B/|"},
+              {"alone on a line", "A\n\"\"\nx\n", "A//x"},
+              {"hold delimiters and line ends", "A,B\n\"1,2\",\"3\r\n\n4\"\n5,6\n", "A|B/1,2|3\r\n\n4/5|6"},
+              {"in an unquoted field", "A,B\n5\" pipe,a\"\"b\n", "A|B/5\" pipe|a\"\"b"},
+              {"text behind is appended", "A,B\n\"a\"\"b\"cd,\"x\" \"y\"\n", "A|B/a\"bcd|x \"y\""},
+              {"never closed", "A,B\n\"1,2\n3,4\n", "A|B/\"1|2/3|4"},
+              {"never closed at the end", "A,B\n1,\"", "A|B/1|\""},
+              {"never closed doubled", "A,B\n\"\"\"1,2\n\"\",\"\"\"\"\n", "A|B/\"\"\"1|2/|\""},
+              {"closed at the end", "A,B\n1,\"2\"", "A|B/1|2"},
+              {"in names", "\"First, name\",\"Size \"\"mm\"\"\"\n1,2\n", "First, name|Size \"mm\"/1|2"}});
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Encoding, WithNames,
-    testing::Values(Case{"Utf8", "Größe\n€ 😀\n", "Größe/€ 😀"},
-                    Case{"Utf8Marked",
-                         "\xEF\xBB\xBF"
-                         "A\n\xC3\xA4\n",
-                         "A/ä"},
-                    Case{"Utf8MarkedThenMalformed",
-                         "\xEF\xBB\xBF"
-                         "A\n\xC3\xA4\xE4\xE2\x82\n\xFF\n",
-                         "A/ä���/�"},
-                    Case{"Windows1252",
-                         "Gr\xF6\xDF"
-                         "e\n\x80\x92\xFF\n",
-                         "Größe/€’ÿ"},
-                    Case{"Windows1252Undefined", "A\n\x81\x8D\x8F\x90\x9D\n",
-                         "A/\u0081\u008D\u008F\u0090\u009D"},
-                    Case{"OverlongIsWindows1252", "A\n\xC0\x80\n", "A/À€"},
-                    Case{"Utf16LittleEndian",
-                         "\xFF\xFE"
-                         "A\0\n\0\xAC\x20\x3D\xD8\x00\xDE"s,
-                         "A/€😀"},
-                    Case{"Utf16BigEndian", "\xFE\xFF\0A\0\n\x20\xAC\xD8\x3D\xDE\x00\0\x22"s, "A/€😀\""},
-                    Case{"Utf16LoneSurrogates", "\xFE\xFF\0A\0\n\xDE\x00\xD8\x3D\0x\xD8\x3D"s, "A/��x�"},
-                    Case{"Utf16HalfAUnit",
-                         "\xFF\xFE"
-                         "A\0\n\0b\0c"s,
-                         "A/b�"}),
-    NameOf);
+TEST(TextFileEncoding, ReadAs) {
+  ExpectRead({{"UTF-8", "Größe\n€ 😀\n", "Größe/€ 😀"},
+              {"UTF-8, marked",
+               "\xEF\xBB\xBF"
+               "A\n\xC3\xA4\n",
+               "A/ä"},
+              {"UTF-8, marked then malformed",
+               "\xEF\xBB\xBF"
+               "A\n\xC3\xA4\xE4\xE2\x82\n\xFF\n",
+               "A/ä���/�"},
+              {"Windows-1252",
+               "Gr\xF6\xDF"
+               "e\n\x80\x92\xFF\n",
+               "Größe/€’ÿ"},
+              {"Windows-1252, undefined", "A\n\x81\x8D\x8F\x90\x9D\n", "A/\u0081\u008D\u008F\u0090\u009D"},
+              {"overlong is Windows-1252", "A\n\xC0\x80\n", "A/À€"},
+              {"UTF-16, little endian",
+               "\xFF\xFE"
+               "A\0\n\0\xAC\x20\x3D\xD8\x00\xDE"s,
+               "A/€😀"},
+              {"UTF-16, big endian", "\xFE\xFF\0A\0\n\x20\xAC\xD8\x3D\xDE\x00\0\x22"s, "A/€😀\""},
+              {"UTF-16, lone surrogates", "\xFE\xFF\0A\0\n\xDE\x00\xD8\x3D\0x\xD8\x3D"s, "A/��x�"},
+              {"UTF-16, half a unit",
+               "\xFF\xFE"
+               "A\0\n\0b\0c"s,
+               "A/b�"}});
+}
 
 std::string ErrorOf(std::string_view text) {
   return support::errorOf([&] { (void)Read(text, true); });
