@@ -41,7 +41,6 @@ void expectShown(const std::vector<Case>& cases) {
 
 TEST(CellText, IsOfTheSharedStrings) {
   expectShown({
-
       {R"(<c r="A1" t="s"><v>0</v></c><c r="B1" t="s"><v>1</v></c><c r="C1" t="s"><v>2</v></c>)",
        "plain|rich text|東京"},
       {R"(<c r="A1" t="s"><v>3</v></c><c r="B1" t="s"><v>4</v></c><c r="C1" t="s"><v>5</v></c>)",
@@ -55,7 +54,6 @@ TEST(CellText, IsOfTheSharedStrings) {
 
 TEST(CellText, IsThatOfItsValue) {
   expectShown({
-
       {R"(<c r="A1"><v>1.5</v></c><c r="B1" t="n"><v>-2E-3</v></c><c r="C1" t="b"><v>1</v></c>)",
        "1.5|-0.002|TRUE"},
       {R"(<c r="A1" t="e"><v>#N/A</v></c><c r="B1" t="str"><v> s_x000D_&amp; </v></c><c r="C1" t="inlineStr"><is><r><t>in</t></r><r><t>line</t></r></is></c>)",
@@ -71,7 +69,6 @@ TEST(CellText, IsThatOfItsValue) {
 
 TEST(CellText, FollowsItsFormat) {
   expectShown({
-
       {R"(<c r="A1" s="1"><v>2.5</v></c><c r="B1" s="2"><v>7</v></c><c r="C1" s="3"><v>7</v></c>)",
        "2.50 kg|never closed|"},
       {R"(<c r="A1" s="4" t="str"><v>x</v></c><c r="B1" s="6"><v>7</v></c><c r="C1" s="999"><v>7</v></c>)",
@@ -125,15 +122,12 @@ TEST(CellNumberFormat, IsTheCodeOfTheStyle) {
   book.rows = R"(<row><c><v>1</v></c><c s="1"><v>1</v></c><c s="2"/></row>)";
   const TemporaryFolder folder;
   std::string codes;
-  Desk()
-      .open(folder.write("book.xlsx", book.bytes()))
-      ->Sheets()
-      ->Item(1)
-      ->Range("A1:D1")
-      ->ForEach([&](const Excel::Cell& cell) {
-        codes += cell.NumberFormat() + "|";
-        return true;
-      });
+  Desk desk;
+  const auto opened = desk.open(folder.write("book.xlsx", book.bytes()));
+  opened->Sheets()->Item(1)->Range("A1:D1")->ForEach([&](const Excel::Cell& cell) {
+    codes += cell.NumberFormat() + "|";
+    return true;
+  });
   EXPECT_EQ(codes, "General|0.0|#,##0|General|");
 }
 

@@ -1,5 +1,6 @@
 // Cells drawn as a picture: which ones, and what their styles make of them.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "basic/Error.h"
@@ -10,13 +11,14 @@
 namespace workbook::test {
 namespace {
 
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
 class Drawing : public ::testing::Test {
  protected:
   std::string draw(const BookBuilder& book, std::string_view item) {
     return drawRange(folder_.write("book.xlsx", book.bytes()), item, loop_);
-  }
-  static bool has(const std::string& svg, std::string_view part) {
-    return svg.find(part) != std::string::npos;
   }
 
  private:
@@ -34,23 +36,21 @@ BookBuilder numbered() {
 }
 
 TEST_F(Drawing, ItemsAreFoundAsLinksNameThem) {
-  struct Case {
+  const struct {
     const char* item;
     const char* size;
     const char* text;
-  };
-  for (const Case& each :
-       {Case{"", R"(width="192" height="80")", ">43<"}, Case{"Sheet1", R"(width="192" height="80")", ">43<"},
-        Case{"Sheet1!R1C1:R2C2", R"(width="128" height="40")", ">12<"},
-        Case{"'sheet1'!R2C1", R"(width="64" height="20")", ">21<"},
-        Case{"Sheet1!r2c2:r1c1", R"(width="128" height="40")", ">12<"},
-        Case{"Sheet1!B1", R"(width="64" height="20")", ">12<"},
-        Case{"Sheet1!A:B", R"(width="128" height="80")", ">21<"},
-        Case{"Corner", R"(width="64" height="20")", ">21<"},
-        Case{"Sheet1!Corner", R"(width="64" height="20")", ">21<"}}) {
-    const std::string svg = draw(numbered(), each.item);
-    EXPECT_TRUE(has(svg, each.size)) << each.item << ": " << svg.substr(0, 120);
-    EXPECT_TRUE(has(svg, each.text)) << each.item;
+  } cases[] = {{"", R"(width="192" height="80")", ">43<"},
+               {"Sheet1", R"(width="192" height="80")", ">43<"},
+               {"Sheet1!R1C1:R2C2", R"(width="128" height="40")", ">12<"},
+               {"'sheet1'!R2C1", R"(width="64" height="20")", ">21<"},
+               {"Sheet1!r2c2:r1c1", R"(width="128" height="40")", ">12<"},
+               {"Sheet1!B1", R"(width="64" height="20")", ">12<"},
+               {"Sheet1!A:B", R"(width="128" height="80")", ">21<"},
+               {"Corner", R"(width="64" height="20")", ">21<"},
+               {"Sheet1!Corner", R"(width="64" height="20")", ">21<"}};
+  for (const auto& each : cases) {
+    EXPECT_THAT(draw(numbered(), each.item), AllOf(HasSubstr(each.size), HasSubstr(each.text))) << each.item;
   }
   for (const char* item : {"Sheet2!R1C1", "Sheet1!R0C1", "Sheet1!R1C1:", "Nothing", "Sheet1!R1C99999"}) {
     EXPECT_THROW(draw(numbered(), item), basic::Error) << item;
@@ -74,19 +74,15 @@ TEST_F(Drawing, StylesAndMeasuresAreThoseOfTheSheet) {
        R"(<c r="B2" s="2" t="inlineStr"><is><t>broken into lines</t></is></c><c r="C2"><v>333</v></c><c r="D2" s="1"><v>123456789012</v></c></row></sheetData>)"
        R"(<mergeCells><mergeCell ref="A1:B1"/><mergeCell ref="nonsense"/></mergeCells></worksheet>)"});
   const std::string svg = draw(book, "Sheet1!R1C1:R2C4");
-  EXPECT_TRUE(has(svg, R"(<svg xmlns="http://www.w3.org/2000/svg" width="268" height="60")"))
-      << svg.substr(0, 100);
-  EXPECT_TRUE(has(svg, R"(<svg x="0" y="0" width="204" height="40">)")) << "merged over A1:B1";
-  EXPECT_TRUE(has(svg, "&lt;merged&gt; &amp;"));
-  EXPECT_TRUE(has(svg, R"(font-size:12px;font-family:'Times &lt;&quot;',Carlito)"));
-  EXPECT_TRUE(has(svg, R"(fill="#00ff7f")"));
-  EXPECT_TRUE(has(svg, R"(stroke="#ff0000")"));
-  EXPECT_TRUE(has(svg, R"(fill="#ff0000" style="font-weight:bold)") && has(svg, ">-1.3<"))
-      << "the format's red";
-  EXPECT_TRUE(has(svg, "<foreignObject x=\"64\""));
-  EXPECT_FALSE(has(svg, ">333<")) << "hidden column";
-  EXPECT_TRUE(has(svg, ">####")) << "a number wider than its column";
-  EXPECT_FALSE(has(svg, "#d4d4d4")) << "no grid";
+  for (const char* part : {R"(<svg xmlns="http://www.w3.org/2000/svg" width="268" height="60")",
+                           R"(<svg x="0" y="0" width="204" height="40">)",  // merged over A1:B1
+                           "&lt;merged&gt; &amp;", R"(font-size:12px;font-family:'Times &lt;&quot;',Carlito)",
+                           R"(fill="#00ff7f")", R"(stroke="#ff0000")",
+                           R"(fill="#ff0000" style="font-weight:bold)", ">-1.3<",  // the format's red
+                           "<foreignObject x=\"64\"", ">####"}) {  // a number wider than its column
+    EXPECT_THAT(svg, HasSubstr(part));
+  }
+  EXPECT_THAT(svg, AllOf(Not(HasSubstr(">333<")), Not(HasSubstr("#d4d4d4")))) << "a hidden column, a grid";
 }
 
 }  // namespace

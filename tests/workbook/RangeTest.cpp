@@ -101,24 +101,17 @@ TEST(RangeOfASheet, RefusesWhatIsNone) {
             "workbook '" + path + "' has no sheet named 'Other'. Its worksheets: 'Sheet1'");
 }
 
-TEST(RangeOfASheet, IsDescribedWhereTheSheetDeclaresNone) {
+TEST(RangeOfASheet, IsDescribedWhereTheSheetDeclaresNoneAndStopsWhenTheVisitorSaysSo) {
   const TemporaryFolder folder;
-  IdleLoop loop;
-  const Description description = describe(folder.write("book.xlsx", scattered().bytes()), loop);
+  const std::string path = folder.write("book.xlsx", scattered().bytes());
+  Desk desk;
+  const Description description = describe(path, desk.loop);
   ASSERT_EQ(description.sheets.size(), 1U);
   EXPECT_EQ(description.sheets[0].dimension, "A1:D4");
   EXPECT_EQ(description.names.size(), 4U) << "hidden names are left out";
-}
-
-TEST(RangeOfASheet, StopsWhenTheVisitorSaysSo) {
-  const TemporaryFolder folder;
   int visited = 0;
-  Desk()
-      .open(folder.write("book.xlsx", scattered().bytes()))
-      ->Sheets()
-      ->Item(1)
-      ->Range("A1:C9")
-      ->ForEach([&](const Excel::Cell&) { return ++visited < 5; });
+  const auto range = desk.open(path)->Sheets()->Item(1)->Range("A1:C9");
+  range->ForEach([&](const Excel::Cell&) { return ++visited < 5; });
   EXPECT_EQ(visited, 5);
 }
 
