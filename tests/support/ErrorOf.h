@@ -28,4 +28,14 @@ inline std::int32_t errorNumber(const std::function<void()>& action) {
   return 0;
 }
 
+/// "4 Error while opening …": the number of that error among those of the system, and its description.
+inline std::string failureOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const basic::Error& error) {
+    return std::to_string(error.number + 2147221504) + " " + error.description;
+  }
+  return "none";
+}
+
 }  // namespace support

@@ -6,9 +6,12 @@
 #include "connections/clsConnection.h"
 #include "fakes/FakeDatabase.h"
 #include "fakes/FakeServices.h"
+#include "support/ErrorOf.h"
 
 namespace LF2000 {
 namespace {
+
+using support::failureOf;
 
 constexpr const char* SalesTag = "0\tSales\tsales.txt\t-1\t";
 constexpr const char* StockTag = "1\tStock\tDSN=stock\tSELECT * FROM Stock\t\t5000\t";
@@ -35,15 +38,6 @@ struct ConnectionTest : testing::Test {
   }
 };
 
-std::string Failure(const std::function<void()>& operation) {
-  try {
-    operation();
-  } catch (const basic::Error& error) {
-    return std::to_string(error.number + 2147221504) + " " + error.description;
-  }
-  return "none";
-}
-
 TEST_F(ConnectionTest, TagStringsRoundTrip) {
   for (const char* text :
        {SalesTag, StockTag, "2\tTargets\tbook.xls\tSheet1\t0\tA1:I10\t", "1\t\t\t\t\t0\t", "7\tOther\t"}) {
@@ -55,12 +49,12 @@ TEST_F(ConnectionTest, TagStringsRoundTrip) {
   read.TagString(" 0 \tA\tf\ttrue\textra\t");
   EXPECT_EQ(read.TagString(), "0\tA\tf\t-1\t");
 
-  EXPECT_EQ(Failure([&] { read.TagString("2\tName\tfile.txt"); }), "1 Error setting connection tag.");
+  EXPECT_EQ(failureOf([&] { read.TagString("2\tName\tfile.txt"); }), "1 Error setting connection tag.");
   EXPECT_EQ(read.ConnectionType(), 2);
   EXPECT_EQ(read.ConnectionDescription(), "Name");
   EXPECT_EQ(read.ConnectionFileString(), "file.txt");
   for (const char* bad : {"", "x\tName\tf\t0\t", "0\tName\tf\tmaybe\t", "1\tN\tc\ts\tc\tfast\t"}) {
-    EXPECT_EQ(Failure([&] { read.TagString(bad); }), "1 Error setting connection tag.") << bad;
+    EXPECT_EQ(failureOf([&] { read.TagString(bad); }), "1 Error setting connection tag.") << bad;
   }
 }
 
@@ -77,7 +71,7 @@ TEST_F(ConnectionTest, ValuesAreReadByRowAndColumn) {
     EXPECT_EQ(Value(row, "Name"), "");
     EXPECT_TRUE(noValue);
   }
-  EXPECT_EQ(Failure([&] { (void)Value(1, "Colour"); }).substr(0, 60),
+  EXPECT_EQ(failureOf([&] { (void)Value(1, "Colour"); }).substr(0, 60),
             "17 Error while retrieving value of column Colour of row 1.\r\n");
 }
 
@@ -152,7 +146,7 @@ TEST_F(ConnectionTest, ALockedFileIsTriedThreeTimesAndOnceMore) {
   EXPECT_EQ(machine.files.opens, 3);
 
   machine.files.files["/decks/sales.txt"].lockedAttempts = 9;
-  EXPECT_EQ(Failure([&] { connection.OpenConnection(); }),
+  EXPECT_EQ(failureOf([&] { connection.OpenConnection(); }),
             "3 Error while opening file Sales. \r\nPermission denied");
   EXPECT_EQ(machine.files.opens, 7);
   EXPECT_FALSE(connection.ConnectionReady());
@@ -173,7 +167,7 @@ TEST_F(ConnectionTest, AFileThatFailsLeavesTheDataAndComesBack) {
   OpenSales();
   const fakes::Files::File good = machine.files.files["/decks/sales.txt"];
   machine.files.files.clear();
-  EXPECT_EQ(Failure([&] { connection.Requery(false); }),
+  EXPECT_EQ(failureOf([&] { connection.Requery(false); }),
             "7 Error requerying file Sales. \r\nFile not found: /decks/sales.txt");
   EXPECT_EQ(Value(1, "Name"), "Tea");
 
@@ -181,7 +175,7 @@ TEST_F(ConnectionTest, AFileThatFailsLeavesTheDataAndComesBack) {
   machine.files.files["/decks/sales.txt"] = good;
   machine.files.files["/decks/sales.txt"].lockedAttempts = 99;
   machine.files.files["/decks/sales.txt"].date += 1;
-  EXPECT_NE(Failure([&] { connection.Requery(false); }), "none");
+  EXPECT_NE(failureOf([&] { connection.Requery(false); }), "none");
   EXPECT_FALSE(connection.RecordsetReady());
   machine.files.files["/decks/sales.txt"] = good;
   connection.Requery(false);
@@ -189,7 +183,7 @@ TEST_F(ConnectionTest, AFileThatFailsLeavesTheDataAndComesBack) {
 
   // A bad header is reported, and the last values stand.
   machine.files.Write("/decks/sales.txt", "Name\tname\nTea\t4\n");
-  EXPECT_EQ(Failure([&] { connection.Requery(false); }).substr(0, 34),
+  EXPECT_EQ(failureOf([&] { connection.Requery(false); }).substr(0, 34),
             "7 Error requerying file Sales. \r\nE");
   EXPECT_EQ(Value(1, "Price"), "3,50");
 }
@@ -279,11 +273,11 @@ TEST_F(DatabaseTest, RequeriesByRateAndForce) {
 TEST_F(DatabaseTest, AServerThatIsDownIsReportedAndRecoversByItself) {
   Describe(StockTag);
   database.down = true;
-  EXPECT_EQ(Failure([&] { connection.OpenConnection(); }),
+  EXPECT_EQ(failureOf([&] { connection.OpenConnection(); }),
             "4 Error while opening database Stock. \r\nserver down");
   EXPECT_FALSE(connection.RecordsetReady());
   EXPECT_TRUE(connection.ConnectionTimedOut());
-  EXPECT_EQ(Failure([&] { connection.Requery(true); }),
+  EXPECT_EQ(failureOf([&] { connection.Requery(true); }),
             "8 Error requerying database Stock. \r\nError while opening database Stock. \r\nserver down");
   database.down = false;
   connection.Requery(true);
@@ -295,7 +289,7 @@ TEST_F(DatabaseTest, ARequeryThatFailsLeavesTheRowsAndNoOpenConnection) {
   Open();
   database.tableIsGone = true;
   database.log.clear();
-  EXPECT_EQ(Failure([&] { connection.Requery(true); }),
+  EXPECT_EQ(failureOf([&] { connection.Requery(true); }),
             "8 Error requerying database Stock. \r\nno such table");
   EXPECT_EQ(database.log,
             (std::vector<std::string>{"open DSN=stock -1", "attach", "requery -1", "detach", "close"}));
@@ -307,12 +301,12 @@ TEST_F(DatabaseTest, AConnectionThatIsClosedWhileItOpensGivesUp) {
   Describe(StockTag);
   database.ticksToOpen = 1'000'000;
   machine.loop.onDoEvents = [this] { connection.CloseConnection(); };
-  EXPECT_EQ(Failure([&] { connection.OpenConnection(); }),
+  EXPECT_EQ(failureOf([&] { connection.OpenConnection(); }),
             "4 Error while opening database Stock. \r\nIt was closed while it was being opened.");
   machine.loop.onDoEvents = {};
   database.ticksToOpen = 0;
   database.onOpen = [this] { connection.CloseConnection(); };
-  EXPECT_EQ(Failure([&] { connection.OpenConnection(); }),
+  EXPECT_EQ(failureOf([&] { connection.OpenConnection(); }),
             "4 Error while opening database Stock. \r\nIt was closed while it was being opened.");
   EXPECT_FALSE(database.goneInUse);
 }
@@ -322,7 +316,7 @@ TEST_F(DatabaseTest, ARecordsetThatIsClosedWhileItIsReadGivesUp) {
   connection.OpenConnection();
   machine.loop.onDoEvents = [this] { connection.CloseRecordset(); };
   database.ticksToFetch = 2;
-  EXPECT_EQ(Failure([&] { connection.OpenRecordset(); }),
+  EXPECT_EQ(failureOf([&] { connection.OpenRecordset(); }),
             "6 Error while reading database Stock. \r\nIt was closed while it was being read.");
   machine.loop.onDoEvents = {};
   database.ticksToFetch = 0;
@@ -330,7 +324,7 @@ TEST_F(DatabaseTest, ARecordsetThatIsClosedWhileItIsReadGivesUp) {
   connection.OpenRecordset();
   machine.loop.onDoEvents = [this] { connection.CloseRecordset(); };
   database.ticksPerRequery = 2;
-  EXPECT_EQ(Failure([&] { connection.Requery(true); }),
+  EXPECT_EQ(failureOf([&] { connection.Requery(true); }),
             "8 Error requerying database Stock. \r\nIt was closed while it was being read.");
 }
 

@@ -9,12 +9,14 @@
 #include "fakes/FakePowerPoint.h"
 #include "fakes/FakeServices.h"
 #include "fakes/Passage.h"
+#include "support/ErrorOf.h"
 
 namespace LF2000 {
 namespace {
 
 using modGlobalFunctions::ExcelState;
 using modGlobalFunctions::ExcelStatus;
+using support::failureOf;
 
 struct ExcelTest : testing::Test {
   fakes::Machine machine;
@@ -42,14 +44,6 @@ struct ExcelTest : testing::Test {
   }
   std::string Value(double row, const char* column) {
     return connection.GetValueDatabase(row, column, 1, false, noValue);
-  }
-  static std::string Failure(const std::function<void()>& operation) {
-    try {
-      operation();
-    } catch (const basic::Error& error) {
-      return std::to_string(error.number + 2147221504) + " " + error.description;
-    }
-    return "none";
   }
 };
 
@@ -83,14 +77,14 @@ TEST_F(ExcelTest, LongTextsAreCutAndARangeWithoutDataHasNoRows) {
 
 TEST_F(ExcelTest, FailuresSayWhatAndWhy) {
   excel.sheets[0].second = {{{"Name"}, {"Name"}}};
-  EXPECT_EQ(Failure([&] { Open("First"); }), "30 Duplicated column name 'Name' detected.");
+  EXPECT_EQ(failureOf([&] { Open("First"); }), "30 Duplicated column name 'Name' detected.");
   EXPECT_EQ(excel.opened, excel.closed);
-  EXPECT_EQ(Failure([&] { Open("Nowhere"); }),
+  EXPECT_EQ(failureOf([&] { Open("Nowhere"); }),
             "26 Error while opening excel file Targets. \r\nno sheet Nowhere");
   connection.ConnectionSheet("Sheet1");
   connection.ConnectionRange("nonsense");
   connection.OpenConnection();
-  EXPECT_EQ(Failure([&] { connection.OpenRecordset(); }),
+  EXPECT_EQ(failureOf([&] { connection.OpenRecordset(); }),
             "27 Error while reading excel file Targets. \r\nno such range");
   EXPECT_FALSE(connection.ConnectionReady());
 }
@@ -107,7 +101,7 @@ TEST_F(ExcelTest, ABookInUseIsTriedAgainAndRequeriedWhenItChanged) {
   EXPECT_EQ(Value(1, "Name"), "Coffee");
   machine.files.files["/decks/book.xlsx"].date += 1;
   excel.failingOpens = 4;
-  EXPECT_EQ(Failure([&] { connection.Requery(false); }),
+  EXPECT_EQ(failureOf([&] { connection.Requery(false); }),
             "28 Error requerying excel file Targets. \r\nError while opening excel file Targets. \r\nthe "
             "file is in "
             "use");
@@ -125,7 +119,7 @@ TEST_F(ExcelTest, WithoutExcelNothingOpens) {
 
 TEST_F(ExcelTest, AnExcelThatIsThereButDoesNotStartIsReported) {
   excel.mostCreated = 1;  // the one that is created to look
-  const std::string failure = Failure([&] { Open(); });
+  const std::string failure = failureOf([&] { Open(); });
   EXPECT_EQ(failure,
             "26 Error while opening excel file Targets. \r\nWhat reads workbooks could not be started.");
   EXPECT_FALSE(connection.ConnectionReady());

@@ -28,35 +28,33 @@ TEST_F(RuntimeTimersTest, ClocksAreRewrittenWhenTheirTextChanges) {
 
 TEST_F(RuntimeTimersTest, TimersArePacedByWhatTheDeckHolds) {
   const struct {
-    std::vector<std::pair<const char*, const char*>> tags;
+    std::vector<const char*> rates;  // of databases
     const char* scroll;
     std::int32_t data;
-    bool connectionsEnabled;
+    /// 0: the timer of connections does not run.
     std::int32_t connections;
   } cases[] = {
-      {{{"CORVANE CONNECTION001", "0\tP\tprices.txt\t-1\t"}}, nullptr, 1000, false, 100},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"},
-        {"CORVANE CONNECTION002", "1\tP\tDSN=x\tt\t\t3000\t"}},
-       nullptr,
-       3000,
-       false,
-       100},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t-2500\t"}}, nullptr, 2500, false, 100},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, nullptr, 1000, false, 100},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t1E12\t"}}, nullptr, 1000, false, 100},
-      {{}, nullptr, 1000, false, 100},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "True\t1\t400", 400, true, 5000},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t300\t"}}, "True\t1\t400", 300, true, 300},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0\t"}}, "True\t1\t400", 1000, true, 1000},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t0.4\t"}}, "True\t1\t400", 1000, true, 1000},
-      {{{"CORVANE CONNECTION001", "1\tP\tDSN=x\tt\t\t5000\t"}}, "False\t1\t400", 5000, false, 100},
+      {{}, nullptr, 1000, 0},
+      {{"5000", "3000"}, nullptr, 3000, 0},
+      {{"-2500"}, nullptr, 2500, 0},
+      {{"0"}, nullptr, 1000, 0},
+      {{"1E12"}, nullptr, 1000, 0},
+      {{"5000"}, "True\t1\t400", 400, 5000},
+      {{"300"}, "True\t1\t400", 300, 300},
+      {{"0"}, "True\t1\t400", 1000, 1000},
+      {{"0.4"}, "True\t1\t400", 1000, 1000},
+      {{"5000"}, "False\t1\t400", 5000, 0},
   };
   for (const auto& c : cases) {
     fakes::Database database;
     machine.UseAdo(&database);
     deck = std::make_shared<fakes::Presentation>();
     deck->tags->Add("CORVANE VERSION", "1");
-    for (const auto& [name, value] : c.tags) deck->tags->Add(name, value);
+    int number = 0;
+    for (const char* rate : c.rates) {
+      deck->tags->Add("CORVANE CONNECTION00" + std::to_string(++number),
+                      "1\tP\tDSN=x\tt\t\t" + std::string(rate) + "\t");
+    }
     fakes::Slide& slide = deck->Add();
     if (c.scroll) slide.tags->Add("CORVANE SCROLLSTEP1", c.scroll);
     window = std::make_shared<fakes::Window>(deck);
@@ -64,8 +62,8 @@ TEST_F(RuntimeTimersTest, TimersArePacedByWhatTheDeckHolds) {
     FrmRuntimeTimer* const form = Runtime().Form();
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(form->tmrData().Interval(), c.data);
-    EXPECT_EQ(form->tmrConnections().Enabled(), c.connectionsEnabled);
-    EXPECT_EQ(form->tmrConnections().Interval(), c.connections);
+    EXPECT_EQ(form->tmrConnections().Enabled(), c.connections > 0);
+    EXPECT_EQ(form->tmrConnections().Interval(), c.connections > 0 ? c.connections : 100);
     EXPECT_FALSE(form->tmrClock().Enabled());
     EXPECT_FALSE(form->tmrRefreshLinkedObjects().Enabled());
     End();
