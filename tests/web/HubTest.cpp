@@ -34,9 +34,6 @@ class HubTest : public ServerFixture {
     EXPECT_EQ(200, answer.status) << view;
     return Json::parse(answer.body);
   }
-  static ShapeChange change(int slide, const std::string& text) {
-    return {slide, "s1-sh2", "<p id=\"s1-sh2\">" + text + "</p>", "Gate", text};
-  }
   /// The messages of a view that the hub has, beats apart.
   std::vector<Json> messages(const std::string& view) {
     std::vector<Json> all;
@@ -58,7 +55,7 @@ class HubTest : public ServerFixture {
                                      {"held", 0}})
                                    .dump());
   }
-  Json health() { return Json::parse(connect().get("/api/v1/health").body); }
+  Json health() { return jsonAt("/api/v1/health"); }
 
   FakeHub node{loop};
   Screens::Clock::time_point now = Screens::Clock::now();
@@ -203,9 +200,7 @@ TEST_F(HubTest, JudgesAScreenByWhatWasNewWhenItReported) {
   const Json first = state("show");
   server().shapesChanged({change(1, "a")}, now);
   EXPECT_EQ(200, report("screen-1", "show", first["run"], 1));
-  const auto judgement = [&] {
-    return Json::parse(connect().get("/api/v1/status").body)["screens"][0]["state"];
-  };
+  const auto judgement = [&] { return jsonAt("/api/v1/status")["screens"][0]["state"]; };
   EXPECT_EQ(judgement(), "current");
   now += 40s;
   server().shapesChanged({change(1, "b")}, now);
@@ -261,7 +256,7 @@ TEST_F(HubTest, TellsOfANodeThatIsAway) {
   hub.firstPause = 1ms;
   state("show");
   ASSERT_TRUE(until([&] { return health()["hub"]["nodes"][0]["up"] == false; }));
-  const Json status = Json::parse(connect().get("/api/v1/status").body);
+  const Json status = jsonAt("/api/v1/status");
   EXPECT_EQ(status["hub"][0]["state"], "away");
   EXPECT_EQ(status["level"], "bad");
   EXPECT_THAT(connect().get("/metrics").body,

@@ -66,7 +66,7 @@ class KnownScreensTest : public ServerFixture {
   /// "NAME state" of each screen, as the status page has them.
   std::vector<std::string> told() {
     std::vector<std::string> told;
-    const Json status = Json::parse(connect().get("/api/v1/status").body);
+    const Json status = jsonAt("/api/v1/status");
     for (const Json& screen : status["screens"]) {
       told.push_back(screen.value("name", "?") + " " + screen["level"].get<std::string>() + " " +
                      screen["state"].get<std::string>());
@@ -164,7 +164,7 @@ TEST_F(KnownScreensTest, WhoIsRevokedIsCutAtOnceOnEveryStream) {
   }
   EXPECT_EQ(1U, server().screens());
   EXPECT_EQ(1U, server().programs());
-  const Json health = Json::parse(connect().get("/api/v1/health").body);
+  const Json health = jsonAt("/api/v1/health");
   EXPECT_EQ("HALL 3", health["screens"][0]["name"]) << "one that is called otherwise goes on";
   EXPECT_EQ("HALL1", health["missing"][0]["name"]);
   EXPECT_EQ(401, connect().get("/screen/check", "Cookie: lumenfold_screen=t-one\r\n").status);

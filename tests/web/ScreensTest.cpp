@@ -30,7 +30,7 @@ class ScreensTest : public ServerFixture {
     return postPainted(client,
                        body.starts_with('{') ? "{\"screen\":\"" + screen + "\"," + body.substr(1) : body);
   }
-  Json health() { return Json::parse(connect().get("/api/v1/health").body); }
+  Json health() { return jsonAt("/api/v1/health"); }
 };
 
 TEST_F(ScreensTest, GivesEachViewItsOwnChangesAndBuildsThemOnce) {

@@ -4,6 +4,7 @@
 
 #include <boost/asio/io_context.hpp>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "web/Client.h"
 #include "web/FakeShow.h"
@@ -24,6 +25,11 @@ class ServerFixture : public testing::Test {
     return *server_;
   }
   Client connect(int receiveBuffer = 0) { return {loop, server().port(), receiveBuffer}; }
+  nlohmann::json jsonAt(std::string_view path) { return nlohmann::json::parse(connect().get(path).body); }
+  /// The text of shape 2, as the show tells of it.
+  static ShapeChange change(int slide, const std::string& text) {
+    return {slide, "s1-sh2", "<p id=\"s1-sh2\">" + text + "</p>", "Gate", text};
+  }
   Client open(std::string_view path) {
     Client client = connect();
     client.open(path);

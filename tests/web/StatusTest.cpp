@@ -102,7 +102,7 @@ TEST(Status, LeavesOutTheFoldersOfFiles) {
 
 class StatusPageTest : public ServerFixture {
  protected:
-  Json status() { return Json::parse(connect().get("/api/v1/status").body); }
+  Json status() { return jsonAt("/api/v1/status"); }
 };
 
 TEST_F(StatusPageTest, TellsTheWorstOfAllWithoutSecretsOrFolders) {
@@ -166,8 +166,7 @@ TEST_F(StatusPageTest, TellsWhatBecomesOfThePlayersDecks) {
   told = status();
   EXPECT_EQ(told["show"]["state"], "waiting");
   EXPECT_EQ(told["folder"], "'decks' cannot be read.");
-  EXPECT_EQ(Json::parse(connect().get("/api/v1/health").body)["player"]["problem"],
-            "'/mnt/decks' cannot be read.");
+  EXPECT_EQ(jsonAt("/api/v1/health")["player"]["problem"], "'/mnt/decks' cannot be read.");
 }
 
 }  // namespace

@@ -12,12 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Json = nlohmann::json;
 
-class StreamTest : public ServerFixture {
- protected:
-  static ShapeChange change(int slide, std::string text) {
-    return {slide, "s1-sh2", "<p id=\"s1-sh2\">" + text + "</p>", "Gate", text};
-  }
-};
+using StreamTest = ServerFixture;
 
 TEST_F(StreamTest, GivesScreensThePictureAndThenWhatChanges) {
   Client screen = open("/screen/events");
