@@ -1,5 +1,5 @@
-// How far apart screens change: pages in Chromium and plain readers follow one show with --synchronous, and
-// each page tells when its slide changed, by the one clock of this machine.
+// How far apart screens change: pages in Chromium and plain readers follow one show with --synchronous. Each page is a
+// window on a virtual display, and what counts is when a pixel of it changes there, which is looked at twice a millisecond.
 //   node bench/together/together.mjs build/release/lumenfold [CHANGES [PAGES [READERS [ADDRESS]]]]
 // With an ADDRESS, such as that of a hub before the show, pages go there. The variables SAMPLE, PORT and SHOW_OPTIONS
 // are the deck (a folder of samples/), the show's port and further options, such as --publish.
@@ -13,6 +13,7 @@ import { join, resolve } from "node:path";
 import { createInterface } from "node:readline";
 import { setTimeout as pause } from "node:timers/promises";
 import { fileURLToPath } from "node:url";
+import { startDisplay } from "./display.mjs";
 
 const require = createRequire(new URL("../../tests/end_to_end/package.json", import.meta.url));
 const { chromium } = require("playwright-core");
@@ -64,44 +65,86 @@ function read(isFirst) {
 }
 const asked = Array.from({ length: Number(readers) }, (_, i) => read(i === 0));
 
+const [width, height, inRow] = [500, 400, 5];
+const display = await startDisplay(width * inRow, height * Math.ceil(Number(pages) / inRow));
 const browser = await chromium.launch({
   executablePath: process.env.CHROMIUM || "/usr/bin/chromium",
+  headless: false,
+  env: { ...process.env, DISPLAY: display.name },
   args: ["--no-sandbox", "--disable-gpu", "--disable-background-networking", "--no-first-run"],
 });
 const open = [];
 for (let i = 0; i < Number(pages); ++i) {
-  const page = await (await browser.newContext({ viewport: { width: 640, height: 360 } })).newPage();
+  const page = await (await browser.newContext({ viewport: null, reducedMotion: "reduce" })).newPage();
+  const devtools = await page.context().newCDPSession(page);
+  const { windowId } = await devtools.send("Browser.getWindowForTarget");
+  const bounds = { left: width * (i % inRow), top: height * Math.floor(i / inRow), width, height };
+  await devtools.send("Browser.setWindowBounds", { windowId, bounds });
+  await devtools.detach();
   await page.goto(`${seen}?part=2x1/${1 + (i % 2)}`);
-  await page.evaluate(() => {
-    window.changes = [];
-    let shown;
-    new MutationObserver(() => {
-      const slide = document.querySelector(".frame.current > .slide")?.id;
-      if (slide !== shown) changes.push(performance.timeOrigin + performance.now());
-      shown = slide;
-    }).observe(document.getElementById("stage"), { attributeFilter: ["class"], subtree: true });
-  });
-  open.push(page);
+  open.push({ page, bounds });
 }
 await pause(5000); // the first exchanges
 
 const order = (command) =>
   fetch(new URL(`/api/v1/${command}`, url), { method: "POST", headers: { Authorization: "Bearer bench" } });
-const begun = { cpu: jiffies(), time: now() };
+
+// A place of each window that has one colour on the first slide and another on the second, also a while later.
+async function coloursOn(slide) {
+  const step = 10;
+  await order(`goto/${slide}`);
+  await pause(4000);
+  return open.map(({ bounds: { left, top } }) => {
+    const colours = new Map();
+    for (let y = top + height / 2; y < top + height; y += step) {
+      for (let x = left; x < left + width; x += step) colours.set(`${x},${y}`, display.colour({ x, y }));
+    }
+    return colours;
+  });
+}
+const seenColours = [];
+for (const slide of [1, 2, 1, 2]) seenColours.push(await coloursOn(slide));
+const places = open.map((_, i) => {
+  const [first, second, firstAgain, secondAgain] = seenColours.map((colours) => colours[i]);
+  for (const [place, colour] of first) {
+    const isSteady = firstAgain.get(place) === colour && secondAgain.get(place) === second.get(place);
+    if (!isSteady || second.get(place) === colour) continue;
+    const [x, y] = place.split(",").map(Number);
+    return { x, y };
+  }
+  throw new Error(`page ${i + 1} shows no change`);
+});
+
+// Of all processes of the browser, in ms.
+const devtools = await browser.newBrowserCDPSession();
+async function browserTime() {
+  const { processInfo } = await devtools.send("SystemInfo.getProcessInfo");
+  return 1000 * processInfo.reduce((sum, { cpuTime }) => sum + cpuTime, 0);
+}
+const restBegun = { browser: await browserTime(), time: now() };
+await pause(5000);
+const atRest = ((await browserTime()) - restBegun.browser) / (now() - restBegun.time);
+
+const begun = { cpu: jiffies(), browser: await browserTime(), time: now() };
 const rows = [];
+const doubts = [];
 for (let i = 0; i < Number(changes); ++i) {
   moments.length = 0;
-  for (const page of open) await page.evaluate(() => (window.changes = []));
-  await order(i % 2 ? "goto/1" : "goto/2");
-  await pause(3000);
-  const times = [];
-  for (const page of open) times.push(await page.evaluate(() => window.changes[0]));
-  if (moments.length === 0 || times.some((time) => !time)) console.log(`change ${i + 1} has not come to all in time`);
-  else rows.push(times.map((time) => time - moments[0]));
+  const looked = display.changes(places, now() + 2500);
+  await pause(200); // the looker starts
+  await order(`goto/${1 + (i % 2)}`);
+  const changed = await looked;
+  await pause(500);
+  if (moments.length === 0 || !changed.every(Boolean)) console.log(`change ${i + 1} has not come to all in time`);
+  else {
+    rows.push(changed.map(({ time }) => time - moments[0]));
+    doubts.push(...changed.map(({ doubt }) => doubt));
+  }
 }
+const forChanges = (await browserTime()) - begun.browser - atRest * (now() - begun.time);
 const cpu = (100 * ((jiffies() - begun.cpu) / 100)) / ((now() - begun.time) / 1000);
 const errors = [];
-for (const page of open) {
+for (const { page } of open) {
   errors.push(
     await page.evaluate(async () => {
       const from = document.querySelector("script[src]").src.replace("screen/screen.js", "core/");
@@ -117,12 +160,15 @@ const told = (list) => `median ${at(list, 0.5)}, 95 % ${at(list, 0.95)}, max ${a
 const spreads = rows.map((row) => Math.max(...row) - Math.min(...row));
 console.log(`${changes} changes, ${pages} pages, ${readers} readers; load ${loadavg()[0].toFixed(1)}`);
 console.log(`  between the first and the last page: ${told(spreads)}`);
-console.log(`  from the moment to the change of a page: min ${at(rows.flat(), 0)}, ${told(rows.flat())}`);
+console.log(`  from the moment to the change of a page's pixel: min ${at(rows.flat(), 0)}, ${told(rows.flat())}`);
+console.log(`  time between the looks at a pixel before and after its change: ${told(doubts)}`);
 console.log(`  the pages' idea of the show's time is off by: ${told(errors.map(Math.abs))}`);
 console.log(`  readers had it before the moment: min ${at(ahead, 0)}, median ${at(ahead, 0.5)} ms`);
+console.log(`  a change took ${(forChanges / changes / pages).toFixed(1)} ms of a core for a page, of all that the browser does`);
 console.log(`  the program took ${cpu.toFixed(1)} % of a core`);
 
 for (const reader of asked) reader.destroy();
 await browser.close();
+display.stop();
 show.kill();
 rmSync(folder, { recursive: true, force: true });

@@ -13,10 +13,15 @@ export function isAhead(moment) {
   return left > 0 && left < longestWait;
 }
 
-// How many ms ago the moment was, or less than 0, for who has just waited for it; null for who has not.
-export function lateFor(moment) {
+// The moment by this page's clock, for who waits for it or has just done so; null for who has not.
+export function timeOf(moment) {
   const left = moment && timeUntil(moment);
-  return left && Math.abs(left) < longestFrame ? -left : null;
+  return isAhead(moment) || (left && Math.abs(left) < longestFrame) ? performance.now() + left : null;
+}
+
+// Resolves some time after the moment, when each page has had its turn to show it.
+export function momentPassed(moment) {
+  return new Promise((resolve) => setTimeout(resolve, timeUntil(moment) + patience));
 }
 
 // Resolves within the frame that is nearest to the moment, or at once when it has passed.

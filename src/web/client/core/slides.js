@@ -2,11 +2,12 @@
 
 import { loadChartsFor } from "./chart_loader.js";
 import { finishGlide, finishGlides, glide } from "./glides.js";
-import { frameAt, isAhead, lateFor } from "./moment.js";
+import { frameAt, isAhead, momentPassed, timeOf } from "./moment.js";
 import { isInsideSvg, parse, patch } from "./patch.js";
-import { finishTransition, playBuild, playTransition } from "./transitions.js";
+import { finishTransition, isTransitionRunning, playBuild, playTransition } from "./transitions.js";
 
 const longestLoad = 10000;
+const sides = ["left", "top", "width", "height"];
 const stage = document.getElementById("stage");
 
 // Of a table no more than what has changed, each cell by its index.
@@ -75,27 +76,31 @@ function dropOthers() {
   }
 }
 
-// `behind` has the frames that were made for the state before.
-function swapTo(state, isAnimated, behind) {
-  finishGlides();
-  const before = stage.querySelector(".frame.current");
-  const isOther =
-    state.current && before?.firstElementChild.id !== `s${state.current.index}` && !isOfOldDeck(before);
-  if (isOther || !state.current) finishTransition();
-  for (const side of ["left", "top", "width", "height"]) {
-    stage.style.setProperty(`--slide-${side}`, `${state[side]}px`);
-  }
-  const current = behind.current ?? frameFor(state.current);
-  const next = behind.next ?? frameFor(state.next);
+// Where the slide on the stage is another one of the same deck, the frame that it stands in.
+function frameToLeave(state) {
+  const front = stage.querySelector(".frame.current");
+  const isSame = front?.firstElementChild.id === `s${state.current?.index}` || isOfOldDeck(front);
+  return state.current && !isSame ? front : null;
+}
+
+function putForward({ current, next }) {
   for (const frame of stage.children) {
     frame.classList.toggle("current", frame === current);
     frame.inert = frame !== current;
-    playMedia(frame, frame === current);
   }
   wanted = [current, next];
-  if (isOther && isAnimated && before) {
-    playTransition(before, current, state.transition, lateFor(state.at), dropOthers);
-  }
+}
+
+// `behind` has the frames that were made for the state before.
+function swapTo(state, isAnimated, behind) {
+  finishGlides();
+  const before = frameToLeave(state);
+  if (before || !state.current) finishTransition();
+  for (const side of sides) stage.style.setProperty(`--slide-${side}`, `${state[side]}px`);
+  const current = behind.current ?? frameFor(state.current);
+  putForward({ current, next: behind.next ?? frameFor(state.next) });
+  for (const frame of stage.children) playMedia(frame, frame === current);
+  if (before && isAnimated) playTransition(before, current, state.transition, timeOf(state.at), dropOthers);
   dropOthers();
 }
 
@@ -174,6 +179,36 @@ function standBehind(state) {
   return frames;
 }
 
+// Whether nothing is to be done at the moment but to show another slide.
+function canBeginAhead(state) {
+  const { blank, ended } = document.documentElement.dataset;
+  return (
+    frameToLeave(state) &&
+    !isTransitionRunning() &&
+    state.builds.length === 0 &&
+    blank === state.blank &&
+    (ended !== undefined) === state.ended &&
+    sides.every((side) => stage.style.getPropertyValue(`--slide-${side}`) === `${state[side]}px`)
+  );
+}
+
+// Leaves the whole change to the browser's compositor, which keeps its moment also where many pages have one
+// processor: what it shows then is drawn already, and no script runs.
+async function swapAhead(state, { current, next }) {
+  const before = frameToLeave(state);
+  putForward({ current, next: next ?? (state.next && before) });
+  playTransition(before, current, state.transition, timeOf(state.at), dropOthers);
+  dropOthers();
+  await momentPassed(state.at);
+  for (const frame of stage.children) playMedia(frame, frame === current);
+}
+
+function useRules(state) {
+  const rules = document.getElementById("rules");
+  if (state.current?.index !== currentSlide()) keepRulesForLeaving(rules);
+  if (rules.textContent !== state.rules) rules.textContent = state.rules;
+}
+
 // Draws a state; `isAnimated` lets another slide come in by its transition.
 export async function showState(state, isAnimated) {
   await useStylesheet(state.stylesheet);
@@ -182,15 +217,16 @@ export async function showState(state, isAnimated) {
   if (page.dataset.deck !== state.deck) await prepareDeck(state);
   let behind = {};
   if (isAhead(state.at)) {
-    // At the moment itself little is left to do: so screens keep it with other work to do as well.
     behind = standBehind(state);
+    if (isAnimated && canBeginAhead(state)) {
+      useRules(state);
+      return swapAhead(state, behind);
+    }
     picturesLoaded(`${state.current?.html}`);
     await frameAt(state.at);
   }
   page.dataset.deck = state.deck;
-  const rules = document.getElementById("rules");
-  if (state.current?.index !== currentSlide()) keepRulesForLeaving(rules);
-  if (rules.textContent !== state.rules) rules.textContent = state.rules;
+  useRules(state);
   swapTo(state, isAnimated, behind);
   if (!isAnimated) return;
   for (const motion of state.builds) {

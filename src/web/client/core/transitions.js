@@ -44,8 +44,13 @@ const throughBlack = {
   },
 };
 
+// From one frame to the next, for what must not be seen before its time. What is left behind goes a while later, so
+// that pages on one processor do not tidy up while others have yet to change.
+const sudden = { plan: { entering: { opacity: [0, 1, 1], offset: [0, 0.004, 1] } }, duration: 250 };
+
 const motion = matchMedia("(prefers-reduced-motion: reduce)");
-let finish = () => {};
+const nothing = () => {};
+let finish = nothing;
 
 export function isMotionWanted() {
   return !motion.matches;
@@ -56,11 +61,18 @@ export function finishTransition() {
   finish();
 }
 
-// Moves from one frame to the other, as it should have begun `late` ms ago where that is known; `done` is called
-// once, when it is over.
-export function playTransition(leaving, entering, { kind, direction, duration, throughBlack: isThroughBlack }, late, done) {
-  const plan = isThroughBlack ? throughBlack[kind] : (kinds[kind] ?? kinds.fade)(direction);
-  if (!plan || !(duration > 0) || !isMotionWanted()) return done();
+export function isTransitionRunning() {
+  return finish !== nothing;
+}
+
+// Moves from one frame to the other, from the time `begin` on where that is known, and not seen before; `done` is
+// called once, when it is over.
+export function playTransition(leaving, entering, { kind, direction, duration, throughBlack: isThroughBlack }, begin, done) {
+  let plan = isThroughBlack ? throughBlack[kind] : (kinds[kind] ?? kinds.fade)(direction);
+  if (!plan || !(duration > 0) || !isMotionWanted()) {
+    if (begin > performance.now()) ({ plan, duration } = sudden);
+    else return done();
+  }
   const timing = { duration, easing: plan.entering?.opacity ? "linear" : "ease-in-out", fill: "both" };
   leaving.classList.add("leaving");
   leaving.classList.toggle("above", Boolean(plan.isLeavingAbove));
@@ -69,9 +81,9 @@ export function playTransition(leaving, entering, { kind, direction, duration, t
     plan.entering && entering.animate(plan.entering, timing),
   ].filter(Boolean);
   // Screens of one wall are in step, whenever each has its frames.
-  if (late !== null) for (const animation of animations) animation.currentTime = late;
+  if (begin !== null) for (const animation of animations) animation.startTime = begin;
   finish = () => {
-    finish = () => {};
+    finish = nothing;
     for (const animation of animations) animation.cancel();
     leaving.classList.remove("leaving", "above");
     done();
