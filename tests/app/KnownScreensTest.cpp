@@ -9,12 +9,13 @@
 
 #include "app/distribution/Digest.h"
 #include "app/screens/ScreenRegister.h"
-#include "basic/Error.h"
+#include "support/ErrorOf.h"
 #include "support/TemporaryFolder.h"
 
 namespace app::test {
 namespace {
 
+using support::errorOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -29,24 +30,14 @@ std::vector<std::string> namesOf(const ScreenList& list) {
   return names;
 }
 
-template <typename Work>
-std::string complaintOf(Work work) {
-  try {
-    work();
-  } catch (const basic::Error& error) {
-    return error.description;
-  }
-  return "";
-}
-
 TEST(ScreenListTest, KeepsNotesAndOrderWhateverIsAddedAndRevoked) {
   ScreenList list("# Hall\r\n\n" + line("a", "HALL 1") + "  # and\n" + line("b", "Büro, \"2\" \\ #3"));
   list.add("new", sha256("c"));
   EXPECT_THAT(namesOf(list), ElementsAre("HALL 1", "Büro, \"2\" \\ #3", "new"));
   list.remove("hall 1");
   EXPECT_EQ(list.text(), "# Hall\n\n  # and\n" + line("b", "Büro, \"2\" \\ #3") + line("c", "new"));
-  EXPECT_THAT(complaintOf([&] { list.add("NEW", sha256("d")); }), HasSubstr("There is a screen NEW already"));
-  EXPECT_THAT(complaintOf([&] { list.remove("HALL 1"); }), HasSubstr("There is no screen HALL 1."));
+  EXPECT_THAT(errorOf([&] { list.add("NEW", sha256("d")); }), HasSubstr("There is a screen NEW already"));
+  EXPECT_THAT(errorOf([&] { list.remove("HALL 1"); }), HasSubstr("There is no screen HALL 1."));
   EXPECT_THAT(namesOf(list), ElementsAre("Büro, \"2\" \\ #3", "new"));
 }
 
@@ -71,7 +62,7 @@ TEST(ScreenListTest, SaysWhichLineIsWrongAndWhy) {
   };
   for (const auto& [text, why] : wrong) {
     const std::string list = good + text;
-    EXPECT_THAT(complaintOf([&] { ScreenList{list}; }), HasSubstr(why)) << text;
+    EXPECT_THAT(errorOf([&] { ScreenList{list}; }), HasSubstr(why)) << text;
   }
 }
 
@@ -87,7 +78,7 @@ struct ScreensFileTest : testing::Test {
 
 TEST_F(ScreensFileTest, IsReplacedAsAWholeWithTheRightsItHad) {
   const ScreensFile file(path);
-  EXPECT_THAT(complaintOf([&] { static_cast<void>(file.read()); }), HasSubstr("cannot be read"));
+  EXPECT_THAT(errorOf([&] { static_cast<void>(file.read()); }), HasSubstr("cannot be read"));
   file.change([](ScreenList& list) { list.add("HALL1", sha256("a")); });
   EXPECT_THAT(content(), testing::StartsWith("# Screens that may look"));
   ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
@@ -101,20 +92,20 @@ TEST_F(ScreensFileTest, IsReplacedAsAWholeWithTheRightsItHad) {
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
 
   const std::string before = content();
-  EXPECT_NE(complaintOf([&] { file.change([](ScreenList& list) { list.remove("HALL3"); }); }), "");
+  EXPECT_THAT(errorOf([&] { file.change([](ScreenList& list) { list.remove("HALL3"); }); }),
+              HasSubstr("There is no screen HALL3."));
   EXPECT_EQ(content(), before);
   static_cast<void>(folder.write("screens.txt", before + "damaged\n"));
-  EXPECT_THAT(complaintOf([&] { file.change([](ScreenList& list) { list.add("HALL3", sha256("c")); }); }),
+  EXPECT_THAT(errorOf([&] { file.change([](ScreenList& list) { list.add("HALL3", sha256("c")); }); }),
               HasSubstr("screens.txt, line 5: "));
   EXPECT_EQ(content(), before + "damaged\n");
-  EXPECT_THAT(complaintOf([&] { ScreensFile(folder.path()).change([](ScreenList&) {}); }),
-              HasSubstr("is a folder"));
+  EXPECT_THAT(errorOf([&] { ScreensFile(folder.path()).change([](ScreenList&) {}); }),
+              HasSubstr("it is a folder"));
 }
 
 TEST_F(ScreensFileTest, ARunningShowFollowsItAndKeepsTheLastGoodList) {
   platform::EventLoop loop;
-  EXPECT_THAT(complaintOf([&] { ScreenRegister(loop, path); }),
-              HasSubstr("there is no such list of screens"));
+  EXPECT_THAT(errorOf([&] { ScreenRegister(loop, path); }), HasSubstr("cannot be read: No such file"));
   const ScreensFile file(path);
   file.change([](ScreenList& list) {
     list.add("HALL1", sha256("a"));
@@ -144,7 +135,7 @@ TEST_F(ScreensFileTest, ARunningShowFollowsItAndKeepsTheLastGoodList) {
   EXPECT_THAT(damages, ElementsAre(HasSubstr("screens.txt, line 5: a screen's line is")));
   std::filesystem::remove(path);
   for (int i = 0; i < 3; ++i) screens.look();
-  EXPECT_THAT(damages, ElementsAre(testing::_, HasSubstr("there is no such list of screens")));
+  EXPECT_THAT(damages, ElementsAre(testing::_, HasSubstr("cannot be read: No such file")));
   EXPECT_THAT(screens.names(), ElementsAre("HALL1", "HALL2"));
   EXPECT_EQ(screens.nameOf(hall->key), "HALL1");
 

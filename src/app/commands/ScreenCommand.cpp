@@ -1,6 +1,7 @@
 // The verb screen: which screens may look at a show that knows its screens.
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -37,8 +38,19 @@ std::string addressOf(const ScreenAction& options, Environment& environment) {
   return "http://" + machine + ":" + std::to_string(ScreensPort) + "/";
 }
 
+/// What is typed on a screen as it stands.
+void requireAddress(const std::string& url) {
+  const bool isWeb = url.starts_with("http://") || url.starts_with("https://");
+  const bool isWhole =
+      std::all_of(url.begin(), url.end(), [](char c) { return c > ' ' && c < 127 && c != '#'; });
+  if (!isWeb || !isWhole) {
+    throw UsageError(
+        "--url takes an address like http://boards.example.org:2000/, without blanks and without a #");
+  }
+}
+
 void add(const ScreenAction& options, Environment& environment) {
-  if (options.url.find('#') != std::string::npos) throw UsageError("--url takes an address without a #");
+  if (!options.url.empty()) requireAddress(options.url);
   const std::string token = web::newSecret();
   fileOf(options).change([&](ScreenList& list) { list.add(options.name, sha256(token)); });
   std::cout << platform::forTerminal(options.name)
@@ -55,7 +67,8 @@ void list(const ScreenAction& options) {
 
 void revoke(const ScreenAction& options) {
   const ScreensFile file = fileOf(options);
-  if (!file.state()) fail(file.path() + ": there is no such list of screens.");
+  // Not to make an empty list where there is none.
+  static_cast<void>(file.read());
   file.change([&](ScreenList& list) { list.remove(options.name); });
   std::cout << platform::forTerminal(options.name) << " may not look any more.\n";
 }
@@ -73,8 +86,8 @@ void addScreenCommand(CLI::App& program, Environment& environment) {
   };
   CLI::App* adding = action("add", "Make a token for a screen, and tell the address that sets it up");
   adding->add_option("NAME", options->name, "What the screen is called")->required();
-  adding->add_option("--url", options->url,
-                     "Address of the show as that screen has it (else this machine's)");
+  adding->add_option("--url", options->url, "Address of the show as that screen has it (else this machine's)")
+      ->type_name("ADDRESS");
   adding->callback([options, &environment] { add(*options, environment); });
   action("list", "Tell the names of all screens")->callback([options] { list(*options); });
   CLI::App* revoking = action("revoke", "Let a screen look no more; a running show cuts it off at once");

@@ -87,28 +87,34 @@ void ScreenList::take(const std::string& line) {
   } catch (const basic::Error& error) {
     fail(here + error.description);
   }
-  if (const Screen* same = find(screen.name)) {
+  if (const Screen* same = withName(screen.name)) {
     fail(here + "the name " + screen.name + " stands in " + place(same->line) + " already.");
   }
-  const auto twin = std::find_if(screens_.begin(), screens_.end(),
-                                 [&](const Screen& other) { return other.digest == screen.digest; });
-  if (twin != screens_.end()) {
+  if (const Screen* twin = withDigest(screen.digest)) {
     fail(here + screen.name + " has the token of " + twin->name + " (" + place(twin->line) +
          "); each screen needs its own.");
   }
+  names_.emplace(basic::UCase(screen.name), screens_.size());
+  digests_.emplace(screen.digest, screens_.size());
   screens_.push_back(std::move(screen));
 }
 
-const ScreenList::Screen* ScreenList::find(std::string_view name) const {
-  const auto found = std::find_if(screens_.begin(), screens_.end(), [&](const Screen& screen) {
-    return basic::EqualsIgnoreCase(screen.name, name);
-  });
-  return found == screens_.end() ? nullptr : &*found;
+const ScreenList::Screen* ScreenList::at(const Index& index, const std::string& key) const {
+  const auto found = index.find(key);
+  return found == index.end() ? nullptr : &screens_[found->second];
+}
+
+const ScreenList::Screen* ScreenList::withName(std::string_view name) const {
+  return at(names_, basic::UCase(name));
+}
+
+const ScreenList::Screen* ScreenList::withDigest(const std::string& digest) const {
+  return at(digests_, digest);
 }
 
 void ScreenList::add(std::string_view name, std::string_view digest) {
   requireScreenName(name);
-  if (find(name) != nullptr) {
+  if (withName(name) != nullptr) {
     fail("There is a screen " + std::string(name) +
          " already; revoke it first if it is to have another token.");
   }
@@ -116,7 +122,7 @@ void ScreenList::add(std::string_view name, std::string_view digest) {
 }
 
 void ScreenList::remove(std::string_view name) {
-  const Screen* screen = find(name);
+  const Screen* screen = withName(name);
   if (screen == nullptr) fail("There is no screen " + std::string(name) + ".");
   lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(screen->line) - 1);
   *this = ScreenList(text());

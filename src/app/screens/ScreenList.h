@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace app {
@@ -31,12 +32,22 @@ class ScreenList {
   void remove(std::string_view name);
   [[nodiscard]] std::string text() const;
 
+  /// The screen whose token has this digest, in small letters; null when there is none. A list may have many
+  /// thousands, and each request of each screen asks.
+  [[nodiscard]] const Screen* withDigest(const std::string& digest) const;
+
  private:
+  using Index = std::unordered_map<std::string, std::size_t>;
+
   void take(const std::string& line);
-  [[nodiscard]] const Screen* find(std::string_view name) const;
+  [[nodiscard]] const Screen* withName(std::string_view name) const;
+  [[nodiscard]] const Screen* at(const Index& index, const std::string& key) const;
 
   std::vector<std::string> lines_;
   std::vector<Screen> screens_;
+  /// By their names in capital letters.
+  Index names_;
+  Index digests_;
 };
 
 /// What people may call a screen: 1 to 100 bytes of UTF-8 without control characters, and without blanks at

@@ -2,14 +2,12 @@
 
 #include "app/screens/ScreenRegister.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <utility>
 
 #include "app/distribution/Digest.h"
 #include "app/wiring/Failure.h"
 #include "host/drives.h"
-#include "web/http/Secret.h"
 
 namespace app {
 
@@ -35,11 +33,7 @@ ScreenRegister::Found ScreenRegister::find() const {
       Found found;
       found.state = file.state();
       try {
-        if (!found.state) {
-          found.why = file.path() + ": there is no such list of screens.";
-        } else if (found.state != before) {
-          found.list = file.read();
-        }
+        if (!found.state || found.state != before) found.list = file.read();
       } catch (const basic::Error& error) {
         found.why = error.description;
       }
@@ -68,20 +62,15 @@ void ScreenRegister::look() {
 }
 
 std::optional<web::KnownScreen> ScreenRegister::withToken(std::string_view token) const {
-  const std::string digest = sha256(token);
-  const ScreenList::Screen* found = nullptr;
-  for (const ScreenList::Screen& screen : list_.screens()) {
-    if (web::isSameSecret(screen.digest, digest)) found = &screen;
-  }
+  // How long the search takes tells something of digests alone, which nobody can choose.
+  const ScreenList::Screen* found = list_.withDigest(sha256(token));
   if (found == nullptr) return std::nullopt;
   return web::KnownScreen{found->name, found->digest};
 }
 
 std::optional<std::string> ScreenRegister::nameOf(std::string_view key) const {
-  const auto& screens = list_.screens();
-  const auto found = std::find_if(screens.begin(), screens.end(),
-                                  [&](const ScreenList::Screen& screen) { return screen.digest == key; });
-  return found == screens.end() ? std::nullopt : std::optional(found->name);
+  const ScreenList::Screen* found = list_.withDigest(std::string(key));
+  return found == nullptr ? std::nullopt : std::optional(found->name);
 }
 
 std::vector<std::string> ScreenRegister::names() const {

@@ -37,7 +37,7 @@ class ScreenRegister final : public web::KnownScreens {
  private:
   /// What a look at the file found.
   struct Found {
-    std::optional<ScreensFile::State> state;
+    std::optional<opc::FileState> state;
     std::optional<ScreenList> list;
     std::string why;
   };
@@ -45,7 +45,7 @@ class ScreenRegister final : public web::KnownScreens {
 
   ScreensFile file_;
   ScreenList list_;
-  std::optional<ScreensFile::State> read_;
+  std::optional<opc::FileState> read_;
   /// What was complained about.
   std::string complaint_;
   /// A file that is wrong may be half written: it counts when it is at the next look as well.

@@ -7,8 +7,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "app/wiring/Failure.h"
 #include "opc/SavingFile.h"
@@ -20,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Beyond that it is another file.
-constexpr std::uintmax_t MostBytes = 16U << 20U;
+constexpr std::uint64_t MostBytes = 16U << 20U;
 
 constexpr const char* Head =
     "# Screens that may look: the SHA-256 of each one's token, and its name.\n"
@@ -41,26 +39,15 @@ bool setRights(int descriptor, const std::string& path) {
 
 }  // namespace
 
-std::optional<ScreensFile::State> ScreensFile::state() const {
-  struct stat status {};
-  if (::stat(path_.c_str(), &status) != 0) return std::nullopt;
-  constexpr std::int64_t Second = 1'000'000'000;
-  return State{status.st_dev, status.st_ino, status.st_size,
-               status.st_mtim.tv_sec * Second + status.st_mtim.tv_nsec};
-}
-
 ScreenList ScreensFile::read() const {
-  std::error_code failed;
-  if (fs::is_directory(path_, failed)) fail(path_ + " is a folder, not a list of screens.");
-  std::ifstream in(path_, std::ios::binary);
-  if (!in) fail(path_ + ": the list of screens cannot be read: " + why());
-  if (fs::file_size(path_, failed) > MostBytes && !failed)
-    fail(path_ + " is too large for a list of screens.");
-  std::ostringstream text;
-  text << in.rdbuf();
-  if (in.bad()) fail(path_ + ": the list of screens cannot be read: " + why());
+  std::string text;
   try {
-    return ScreenList(text.str());
+    text = opc::readContent(path_, MostBytes).bytes;
+  } catch (const basic::Error& error) {
+    fail(path_ + ": the list of screens cannot be read: " + error.description + ".");
+  }
+  try {
+    return ScreenList(text);
   } catch (const basic::Error& error) {
     fail(path_ + ", " + error.description);
   }
@@ -73,7 +60,7 @@ void ScreensFile::change(const std::function<void(ScreenList&)>& change) const {
   if (failed) target = fs::absolute(path_);
   const opc::SavingLock lock(target.parent_path());
   if (lock.isBusy()) fail(path_ + ": another program is writing into this folder; try again.");
-  ScreenList list = state() ? read() : ScreenList(Head);
+  ScreenList list = fs::exists(target, failed) ? read() : ScreenList(Head);
   change(list);
   opc::SavingFile file(target);
   if (file.descriptor() < 0 || !setRights(file.descriptor(), target) || !file.write(list.text()) ||

@@ -1,33 +1,22 @@
 #pragma once
 
-#include <sys/stat.h>
-
 #include <functional>
 #include <optional>
 #include <string>
 
 #include "app/screens/ScreenList.h"
+#include "opc/Files.h"
 
 namespace app {
 
 /// The file of a list of screens.
 class ScreensFile {
  public:
-  /// Tells one state of the file from others.
-  struct State {
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = 0;
-    std::int64_t changed = 0;
-
-    friend bool operator==(const State&, const State&) = default;
-  };
-
   explicit ScreensFile(std::string path) : path_(std::move(path)) {}
 
   [[nodiscard]] const std::string& path() const { return path_; }
   /// Nothing while there is none.
-  [[nodiscard]] std::optional<State> state() const;
+  [[nodiscard]] std::optional<opc::FileState> state() const { return opc::stateOfFile(path_); }
   /// Throws basic::Error that names the file, and the line where one is wrong.
   [[nodiscard]] ScreenList read() const;
   /// Changes the list and puts the file as a whole in the place of the one before, whose rights it has; makes

@@ -105,7 +105,7 @@ test("a damaged list changes nothing, and says so in the errors log", async (t) 
   const complaints = [
     [`${good}HALL3\n`, /line 5: a screen's line is the SHA-256/],
     [`${good}${lines.at(-1).replace("HALL2", "HALL4")}\n`, /line 5: HALL4 has the token of HALL2 \(line 4\)/],
-    [null, /there is no such list of screens/],
+    [null, /the list of screens cannot be read: No such file/],
   ];
   for (const [text, why] of complaints) {
     if (text === null) rmSync(list);
@@ -121,7 +121,7 @@ test("a damaged list changes nothing, and says so in the errors log", async (t) 
     const file = wrong === "damaged" ? sandbox.write("damaged.txt", "damaged\n") : sandbox.path("none.txt");
     const { code, error } = sandbox.run("show", sandbox.path("shop/shop.pptx"), "--port", 0, "--screens", file);
     assert.equal(code, 1);
-    assert.match(error, wrong === "damaged" ? /damaged\.txt, line 1: / : /none\.txt: there is no such list/);
+    assert.match(error, wrong === "damaged" ? /damaged\.txt, line 1: / : /none\.txt: the list of screens cannot be read: No such file/);
   }
   for (const [name, why] of [["HALL2", /already/], ["a\nb", /control character/], [" ", /blank/], ["", /needs a name/]]) {
     const { code, error } = sandbox.run("screen", "add", name, "--screens", list);
