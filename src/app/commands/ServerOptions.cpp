@@ -3,6 +3,7 @@
 #include "app/commands/ServerOptions.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <iostream>
 
 #include "addin/support/modErrors.h"
@@ -34,22 +35,38 @@ void limitConnections(web::Options& web) {
                      std::to_string(wanted) + " for all of them.");
 }
 
+/// What is wrong with the text; empty when it is a port.
+std::string requirePort(const std::string& text) {
+  std::uint16_t port = 0;
+  const char* const end = text.data() + text.size();
+  const auto [read, failed] = std::from_chars(text.data(), end, port);
+  return failed == std::errc() && read == end ? "" : text + " is no port; ports are 0 to 65535";
+}
+
 }  // namespace
 
 void addServerOptions(CLI::App& verb, ServerOptions& options) {
-  verb.add_option("--port", options.port, "Port to listen on")->capture_default_str();
+  verb.add_option("--port", options.port, "Port to listen on; 0 takes any free one")
+      ->capture_default_str()
+      ->type_name("PORT")
+      ->check(CLI::Validator(requirePort, ""));
   verb.add_option("--bind", options.bind, "Address to listen on; 0.0.0.0 for every network")
-      ->capture_default_str();
-  verb.add_option("--name", options.names, "A further host name under which browsers may ask");
+      ->capture_default_str()
+      ->type_name("ADDRESS");
+  verb.add_option("--name", options.names, "A further host name under which browsers may ask")
+      ->type_name("HOST");
   verb.add_option("--token-file", options.tokenFile,
-                  "File with the token that changing anything takes (else LUMENFOLD_TOKEN, else a new one)");
+                  "File with the token that changing anything takes (else LUMENFOLD_TOKEN, else a new one)")
+      ->type_name("FILE");
   verb.add_option(
-      "--config", options.config,
-      "File with lines KEY = VALUE for what the command line does not say: deck, port and all others");
+          "--config", options.config,
+          "File with lines KEY = VALUE for what the command line does not say: deck, port and all others")
+      ->type_name("FILE");
   verb.add_option(
           "--log", options.log,
           "Form of what is told on standard error: text, or json with one object a line; in the journal of "
           "systemd lines have their priorities")
+      ->type_name("FORM")
       ->check(CLI::IsMember({"text", "json"}));
   verb.add_flag("--open", options.open, "Start a browser");
 }
@@ -57,6 +74,7 @@ void addServerOptions(CLI::App& verb, ServerOptions& options) {
 void addPerAddressOption(CLI::App& verb, ServerOptions& options) {
   verb.add_option("--per-address", options.perAddress,
                   "Connections that one address may hold (else half of all); this machine may hold all")
+      ->type_name("NUMBER")
       ->check(CLI::PositiveNumber);
 }
 

@@ -35,8 +35,7 @@ struct ServerOptions {
 };
 
 /// Adds to a verb --port (with the default that `options` has), --bind, --name, --token-file, --config, --log
-/// and
-/// --open; `options` outlives it.
+/// and --open; `options` outlives it.
 void addServerOptions(CLI::App& verb, ServerOptions& options);
 /// Adds --per-address: for verbs with many screens.
 void addPerAddressOption(CLI::App& verb, ServerOptions& options);

@@ -3,15 +3,17 @@
 #include "app/commands/SettingsFile.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <filesystem>
 #include <initializer_list>
+#include <sstream>
 #include <string_view>
 
 #include "app/wiring/Failure.h"
 #include "basic/IniLine.h"
 #include "basic/Strings.h"
+#include "basic/Utf8.h"
+#include "host/drives.h"
+#include "opc/Files.h"
 
 namespace app {
 
@@ -41,8 +43,10 @@ bool isOneOf(std::initializer_list<std::string_view> words, std::string_view val
 /// What is wrong with the line; empty when it was taken.
 std::string take(CLI::App& verb, const basic::IniLine& line, const std::set<std::string>& given) {
   using Kind = basic::IniLine::Kind;
+  constexpr std::size_t LongestKey = 100;
   if (line.kind == Kind::Nothing) return {};
-  if (line.kind != Kind::Entry) return "this is no line of the form KEY = VALUE";
+  if (line.kind != Kind::Entry || line.name.size() > LongestKey)
+    return "this is no line of the form KEY = VALUE";
   const std::string key(line.name);
   std::string value(line.value);
   CLI::Option* option = optionOf(verb, key);
@@ -63,6 +67,19 @@ std::string take(CLI::App& verb, const basic::IniLine& line, const std::set<std:
   return {};
 }
 
+std::string contentOf(const std::string& file) {
+  constexpr std::uint64_t MostBytes = 1U << 20U;
+  const std::string path = std::filesystem::absolute(file).string();
+  try {
+    std::string text =
+        host::OnDrive(path, [path](const auto&) { return opc::readContent(path, MostBytes); }).bytes;
+    if (text.starts_with(basic::Utf8Mark)) text.erase(0, basic::Utf8Mark.size());
+    return text;
+  } catch (const basic::Error& error) {
+    fail(file + ": the settings cannot be read: " + error.description + ".");
+  }
+}
+
 }  // namespace
 
 std::set<std::string> optionsGiven(const CLI::App& verb) {
@@ -78,11 +95,10 @@ void requireGiven(const char* name, const std::string& value) {
 }
 
 void takeSettings(CLI::App& verb, const std::string& file, const std::set<std::string>& given) {
-  std::ifstream in(file);
-  if (!in) fail(file + ": the settings cannot be read: " + std::strerror(errno) + ".");
-  std::string text;
-  for (int number = 1; std::getline(in, text); ++number) {
-    const std::string wrong = take(verb, basic::ReadIniLine(text), given);
+  std::istringstream in(contentOf(file));
+  std::string line;
+  for (int number = 1; std::getline(in, line); ++number) {
+    const std::string wrong = take(verb, basic::ReadIniLine(line), given);
     if (!wrong.empty()) fail(file + ", line " + std::to_string(number) + ": " + wrong + ".");
   }
 }

@@ -16,10 +16,10 @@ std::set<std::string> optionsGiven(const CLI::App& verb);
 ///     port = 2000
 ///     kiosk = yes
 ///
-/// A key is the name of an option without its dashes, or of what the verb takes without a name, in small
-/// letters
-/// ("deck"). Flags are yes or no; an option that may be repeated has a line for each value. What is in
-/// `given` is passed over: the command line goes first. Throws basic::Error that names file and line.
+/// A key is the name of an option without its dashes, or of what the verb takes without a name ("deck"), in
+/// any case. Flags are yes or no; an option that may be repeated has a line for each value. What is in
+/// `given` is passed over: the command line goes first. A drive that does not answer holds up no show that
+/// runs. Throws basic::Error that names file and line.
 void takeSettings(CLI::App& verb, const std::string& file, const std::set<std::string>& given);
 
 /// Throws CLI::RequiredError when neither the command line nor the settings gave what has this name.

@@ -117,9 +117,10 @@ class ShowRun {
       ShowOptions now = read_();
       stage_.use(stageOf(now));
       if (now.server != options_.server || now.hub != options_.hub) {
-        platform::tell(platform::Priority::Warning, "settings",
-                       "what concerns the server (port, bind, name, token-file, per-address, log) and hubs "
-                       "takes a restart.");
+        platform::tell(
+            platform::Priority::Warning, "settings",
+            "what concerns the server (port, bind, name, token-file, screens, per-address, log) and "
+            "hubs (publish, publish-token-file, hub) takes a restart.");
       }
       options_ = std::move(now);
     } catch (const std::exception& error) {

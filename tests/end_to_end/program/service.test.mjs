@@ -28,17 +28,21 @@ describe("a service", { concurrency: 4 }, () => {
       "line 1: 'kiosk' is yes or no, not 'perhaps'": ["kiosk = perhaps"],
       "line 2: --seconds: Value 0 not in range": ["", "seconds=0"],
       "line 1: this is no line of the form KEY = VALUE": ["deck"],
-      "line 2: --port: 1 required port missing": ["port = 1", "port = 2"],
+      "line 2: --port: At Most 1 required but received 2": ["port = 1", "port = 2"],
+      "line 1: --port: 65536 is no port": ["\ufeffport = 65536"],
       "line 1: 'deck' has no value": ["deck ="],
       "line 1: there is no setting 'config'": ["config = other.conf"],
     };
     for (const [what, lines] of Object.entries(wrong)) {
       const { code, error } = refused(...lines);
       assert.equal(code, 1, what);
-      if (!what.includes("required")) assert.ok(error.includes(`board.conf, ${what}`), error);
+      assert.ok(error.includes(`board.conf, ${what}`), error);
     }
     assert.equal(sandbox.run("show").code, 2, "no deck at all");
-    assert.match(sandbox.run("show", "--config", sandbox.path("none.conf")).error, /none\.conf: the settings cannot be read/);
+    for (const [name, why] of [["none.conf", "No such file or directory"], [".", "it is a folder"]]) {
+      const { error } = sandbox.run("show", deck, "--config", sandbox.path(name));
+      assert.ok(error.includes(`the settings cannot be read: ${why}.`), error);
+    }
   });
 
   it("tells the manager when its first slide is drawn, what is on, and that it ends", async (t) => {
