@@ -1,44 +1,35 @@
 #include "app/wiring/Token.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <random>
+#include <iomanip>
 
 #include "app/wiring/Failure.h"
-#include "platform/Console.h"
+#include "opc/SavingFile.h"
 #include "platform/UserFolders.h"
+#include "web/http/Secret.h"
 
 namespace app {
 
-namespace {
-
-std::string randomToken() {
-  constexpr int Words = 4;
-  constexpr char Digits[] = "0123456789abcdef";
-  std::random_device device;
-  std::string token;
-  for (int word = 0; word < Words; ++word) {
-    for (std::uint32_t bits = device(), digit = 0; digit < 8; ++digit, bits >>= 4) token += Digits[bits & 15];
-  }
-  return token;
-}
-
-}  // namespace
-
 std::string readToken(const std::string& file) {
+  constexpr std::size_t Longest = 1000;
   std::ifstream in(file);
   std::string token;
-  if (!in) fail(file + ": the token file cannot be read: " + std::strerror(errno) + ".");
-  in >> token;
+  if (in) in >> std::setw(Longest + 1) >> token;
+  if (!in.is_open() || in.bad())
+    fail(file + ": the token file cannot be read: " + std::strerror(errno) + ".");
   if (token.empty()) fail(file + ": the token file holds no token.");
+  const auto isVisible = [](char c) { return c > ' ' && c < 127; };
+  if (token.size() > Longest || !std::all_of(token.begin(), token.end(), isVisible)) {
+    fail(file + ": a token has up to " + std::to_string(Longest) +
+         " letters, digits and signs of ASCII, as others cannot be sent.");
+  }
   return token;
 }
 
@@ -47,12 +38,14 @@ namespace {
 /// A service keeps its token, where its administrator finds it: the same after each restart, and in no log.
 std::string keptToken(const std::string& folder) {
   const std::string file = folder + "/token";
-  if (std::filesystem::exists(file)) return readToken(file);
-  const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  if (descriptor < 0) fail(file + ": the token cannot be kept: " + std::strerror(errno) + ".");
-  std::string token = randomToken();
-  platform::writeTo(descriptor, token + "\n");
-  ::close(descriptor);
+  std::error_code failed;
+  if (std::filesystem::exists(file, failed)) return readToken(file);
+  std::string token = web::newSecret();
+  opc::SavingFile saving(file);
+  if (saving.descriptor() < 0 || !saving.write(token + "\n") || ::fsync(saving.descriptor()) != 0 ||
+      !saving.close() || !saving.renameTo(file, /*replacing=*/false)) {
+    fail(file + ": the token cannot be kept: " + std::strerror(errno) + ".");
+  }
   return token;
 }
 
@@ -64,7 +57,7 @@ Token obtainToken(const std::string& file) {
   if (given && *given) return {given, false};
   const std::string folder = platform::serviceFolder("STATE_DIRECTORY");
   if (!folder.empty()) return {keptToken(folder), false};
-  return {randomToken(), true};
+  return {web::newSecret(), true};
 }
 
 }  // namespace app

@@ -15,7 +15,7 @@ struct Token {
 
 /// Throws basic::Error when the file cannot be read or holds no token.
 Token obtainToken(const std::string& file);
-/// The token in a file. Throws likewise.
+/// The first word of a file: 1 to 1000 visible characters of ASCII. Throws likewise.
 std::string readToken(const std::string& file);
 
 }  // namespace app

@@ -1,22 +1,19 @@
 #include "web/http/Secret.h"
 
-#include <array>
-#include <charconv>
 #include <cstdint>
 #include <random>
 
 namespace web {
 
 std::string newSecret() {
+  constexpr std::string_view digits = "0123456789abcdef";
   std::random_device device;
-  std::string name;
+  std::string secret;
   for (int word = 0; word < 4; ++word) {
-    std::array<char, 8> digits{};
-    const auto [end, failed] =
-        std::to_chars(digits.data(), digits.data() + digits.size(), std::uint32_t{device()}, 16);
-    name.append(digits.data(), end);
+    for (std::uint32_t bits = device(), digit = 0; digit < 8; ++digit, bits >>= 4)
+      secret += digits[bits & 15];
   }
-  return name;
+  return secret;
 }
 
 bool isSameSecret(std::string_view a, std::string_view b) {

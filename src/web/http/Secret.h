@@ -5,7 +5,7 @@
 
 namespace web {
 
-/// A name that nobody guesses: 128 bits from the system's generator, as up to 32 hexadecimal digits.
+/// A name that nobody guesses: 128 bits from the system's generator, as 32 hexadecimal digits.
 std::string newSecret();
 
 /// Compares in a time that tells nothing but whether the sizes are the same.
