@@ -1,10 +1,12 @@
 #include "app/show/DeckTaker.h"
 
+#include <exception>
 #include <filesystem>
 #include <memory>
 #include <utility>
 
 #include "addin/support/modErrors.h"
+#include "host/drives.h"
 #include "opc/Files.h"
 
 namespace app {
@@ -17,15 +19,23 @@ void DeckTaker::watch() {
 
 void DeckTaker::take(const std::string& file, bool goesOn, std::function<void()> done) {
   const std::string path = std::filesystem::absolute(file).lexically_normal().string();
-  if (!opc::stateOfFile(path)) {
-    LF2000::modErrors::WriteErrorLog(path + " is not shown, and " + stage_.deck()->FullName() +
-                                     " stays: the file cannot be found.");
+  if (const std::string why = whatHinders(path); !why.empty()) {
+    tellOf(path, why);
     return done();
   }
   done_ = std::move(done);
   goesOn_ = goesOn;
   // As if nothing had been read before.
   lookAt(path, {}, 0);
+}
+
+std::string DeckTaker::whatHinders(const std::string& path) {
+  try {
+    const auto look = [path](const auto&) { return opc::stateOfFile(path).has_value(); };
+    return host::OnDrive(path, look) ? "" : "the file cannot be found.";
+  } catch (const basic::Error& error) {
+    return error.description;
+  }
 }
 
 void DeckTaker::lookAt(const std::string& path, const opc::FileState& shown, std::size_t fingerprint) {
@@ -52,26 +62,34 @@ void DeckTaker::takeUp(DeckVersion version) {
 void DeckTaker::carryOut(const std::function<void()>& change) {
   try {
     change();
-  } catch (const basic::Error& error) {
-    return leaveAlone(error.description);
+  } catch (const std::exception& error) {
+    return leaveAlone(error.what());
   }
   finish();
 }
 
 void DeckTaker::leaveAlone(const std::string& why) {
+  tellOf(path_, why);
+  finish();
+}
+
+void DeckTaker::tellOf(const std::string& path, const std::string& why) const {
   const std::string shown = stage_.deck()->FullName();
   LF2000::modErrors::WriteErrorLog(
-      (path_ == shown ? "A new version of " + shown + " is not shown, and the one before stays: "
-                      : path_ + " is not shown, and " + shown + " stays: ") +
+      (path == shown ? "A new version of " + shown + " is not shown, and the one before stays: "
+                     : path + " is not shown, and " + shown + " stays: ") +
       why);
-  finish();
 }
 
 void DeckTaker::finish() {
   const auto done = std::exchange(done_, {});
   if (!done) return;
-  // Not before the watch has told all that it has to.
-  if (!goesOn_) loop_.postOutermost([this] { stop(); });
+  // Not before the watch has told all that it has to, and not the watch of somebody who asked meanwhile.
+  if (!goesOn_) {
+    loop_.postOutermost([this] {
+      if (!done_) stop();
+    });
+  }
   done();
 }
 

@@ -29,10 +29,13 @@ class DeckTaker {
   void stop() { watch_.reset(); }
 
  private:
+  /// Why the file cannot be taken; empty when it can be looked at.
+  static std::string whatHinders(const std::string& path);
   void lookAt(const std::string& path, const opc::FileState& shown, std::size_t fingerprint);
   void takeUp(DeckVersion version);
   void carryOut(const std::function<void()>& change);
   void leaveAlone(const std::string& why);
+  void tellOf(const std::string& path, const std::string& why) const;
   void finish();
 
   AddInHost& host_;
