@@ -15,7 +15,7 @@ namespace app {
 
 namespace {
 
-struct HubOptions {
+struct HubConfigOptions {
   std::string site = "hub", show = "http://127.0.0.1:2000", group = "lumenfold";
   std::string publish = "unix:/run/lumenfold-hub/publish.sock", tokenFile;
   std::string certificate = "/etc/lumenfold/hub.crt", key = "/etc/lumenfold/hub.key";
@@ -36,7 +36,7 @@ void guardPublishing(const hub::Hub& made) {
   }
 }
 
-hub::Hub hubOf(const HubOptions& options) {
+hub::Hub hubOf(const HubConfigOptions& options) {
   hub::Hub made;
   made.site = hub::siteName(options.site);
   made.show = hub::webAddress(options.show);
@@ -57,7 +57,7 @@ hub::Hub hubOf(const HubOptions& options) {
   for (const std::string& server : options.redis) made.redis.push_back(hub::redisUrl(server));
   made.channelGroup = hub::channelGroup(options.group);
   made.publishing = hub::listening(options.publish);
-  if (!options.tokenFile.empty()) made.publishToken = hub::token(obtainToken(options.tokenFile).value);
+  if (!options.tokenFile.empty()) made.publishToken = hub::token(readToken(options.tokenFile));
   guardPublishing(made);
   return made;
 }
@@ -65,13 +65,13 @@ hub::Hub hubOf(const HubOptions& options) {
 }  // namespace
 
 void addHubConfigCommand(CLI::App& program, Environment&) {
-  const auto options = std::make_shared<HubOptions>();
+  const auto options = std::make_shared<HubConfigOptions>();
   CLI::App* verb =
       program.add_subcommand("hub-config", "Print the configuration of an nginx that serves many screens");
   verb->add_option("--site", options->site, "What this hub is called")->capture_default_str();
   verb->add_option("--show", options->show, "Where the hub reaches the show")->capture_default_str();
   CLI::Option* redis = verb->add_option("--redis", options->redis,
-                                        "The Redis that all hubs of the show share; repeated for a cluster");
+                                        "The Redis that all hubs of the show share; several are a cluster");
   CLI::Option* group =
       verb->add_option("--group", options->group, "Another one for each show that shares the Redis")
           ->capture_default_str();
@@ -85,9 +85,8 @@ void addHubConfigCommand(CLI::App& program, Environment&) {
           ->capture_default_str();
   CLI::Option* tokenFile = verb->add_option("--publish-token-file", options->tokenFile,
                                             "File with the token that publishing takes");
-  verb->add_option(
-      "--hub", options->hubs,
-      "A public address of another hub or of the show, as the show is given it; may be repeated");
+  verb->add_option("--hub", options->hubs,
+                   "A public address of another hub or of the show, as the show is given it");
   verb->add_flag("--screens", options->screens, "The show runs with --screens: looking takes a token");
   verb->add_flag("--operators", options->operators,
                  "Pass on /remote, /status, /api/ and /metrics of the show as well");

@@ -37,14 +37,14 @@ std::string tokenOf(const HubOptions& options) {
 }  // namespace
 
 void addHubOptions(CLI::App& verb, HubOptions& options) {
-  verb.add_option("--publish", options.publish,
-                  "Address of a hub's node that takes messages for its screens; may be repeated")
+  verb.add_option("--publish", options.publish, "Address of a hub's node that takes messages for its screens")
+      ->type_name("ADDRESS")
       ->allow_extra_args(false);
-  verb.add_option("--publish-token-file", options.tokenFile, "File with the token that the hub asks for");
-  verb.add_option(
-          "--hub", options.hubs,
-          "Address at which browsers find a hub, or this show; may be repeated, for screens whose hub "
-          "is gone")
+  verb.add_option("--publish-token-file", options.tokenFile, "File with the token that the hub asks for")
+      ->type_name("FILE");
+  verb.add_option("--hub", options.hubs,
+                  "Address at which browsers find a hub, or this show, for screens whose hub is gone")
+      ->type_name("ADDRESS")
       ->allow_extra_args(false);
 }
 

@@ -69,6 +69,18 @@ std::string operands(const CLI::App& verb) {
   return text;
 }
 
+/// What stands behind an option: "FILE", "text|json", "FLOAT in [0.1 - 86400]". The parser's word for it has
+/// the check of the value behind a colon.
+std::string valueOf(const CLI::Option& option) {
+  const std::string type = option.get_type_name();
+  const std::size_t colon = type.find(':');
+  if (colon == std::string::npos) return type;
+  const std::string check = type.substr(colon + 1);
+  if (check.starts_with('{')) return basic::Replace(check.substr(1, check.size() - 2), ",", "|");
+  const std::size_t range = check.find(" in [");
+  return type.substr(0, colon) + (range == std::string::npos ? "" : check.substr(range));
+}
+
 void writeOption(std::ostream& out, const CLI::Option& option) {
   out << ".TP\n\\fB";
   std::string names;
@@ -76,7 +88,7 @@ void writeOption(std::ostream& out, const CLI::Option& option) {
   for (const std::string& name : option.get_lnames()) names += (names.empty() ? "--" : ", --") + name;
   out << roff(names.empty() ? option.get_name(true) : names) << "\\fR";
   if (option.get_items_expected_max() != 0 && !names.empty()) {
-    out << " \\fI" << roff(option.get_type_name()) << "\\fR";
+    out << " \\fI" << roff(valueOf(option)) << "\\fR";
   }
   out << '\n' << roff(option.get_description()) << (option.get_description().empty() ? "" : ".");
   if (!option.get_default_str().empty()) out << " Without it " << roff(option.get_default_str()) << '.';
@@ -136,6 +148,11 @@ void writeProgramPage(std::ostream& out, const CLI::App& program) {
   writeExitStatus(out);
   out << ".SH ENVIRONMENT\n"
          ".TP\n\\fBLUMENFOLD_TOKEN\\fR\nThe token that steering a show takes, and a desk.\n"
+         ".TP\n\\fBLUMENFOLD_SCREENS\\fR\nThe list of the screens that may look, as \\fB\\-\\-screens\\fR.\n"
+         ".TP\n\\fBLUMENFOLD_PUBLISH\\fR, \\fBLUMENFOLD_PUBLISH_TOKEN_FILE\\fR, \\fBLUMENFOLD_HUB\\fR\n"
+         "As the options \\fB\\-\\-publish\\fR, \\fB\\-\\-publish\\-token\\-file\\fR and "
+         "\\fB\\-\\-hub\\fR, with blanks between several addresses.\n"
+         ".TP\n\\fBLUMENFOLD_PUBLISH_TOKEN\\fR\nThe token that the hub asks for.\n"
          ".TP\n\\fBLUMENFOLD_INFO_\\fIKEY\\fR\nGoes before the setting KEY of the section [Info].\n"
          ".TP\n\\fBLC_ALL\\fR, \\fBLC_NUMERIC\\fR, \\fBLC_TIME\\fR, \\fBLANG\\fR\n"
          "The language of numbers, days and clocks.\n"

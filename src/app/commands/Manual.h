@@ -11,8 +11,7 @@ class App;
 namespace app {
 
 // Pages of the manual (man(7)) and completion for bash, from the verbs and options that the command line is
-// parsed by: what
-// --help says is what they say.
+// parsed by: what --help says is what they say.
 
 /// The verbs that users are told of.
 std::vector<const CLI::App*> shownVerbs(const CLI::App& program);

@@ -57,6 +57,7 @@ ServiceNotices::Standing standingOf(Stage& stage, const web::Server& server) {
 
 void addScreensOption(CLI::App& verb, std::string& file) {
   verb.add_option("--screens", file, "List of the screens that may look (else LUMENFOLD_SCREENS)")
+      ->type_name("FILE")
       ->envname("LUMENFOLD_SCREENS");
 }
 

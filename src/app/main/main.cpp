@@ -28,10 +28,14 @@ int complain(const std::string& text, int exitCode) {
 
 /// "lumenfold connection DECK add --help", as far as the command line got.
 std::string helpOf(const CLI::App& program) {
+  const auto isOperand = [](const CLI::Option* option) { return option->get_positional(); };
   std::string line = program.get_name();
   for (const CLI::App* verb : program.get_subcommands()) {
     line += ' ' + verb->get_name();
-    for (const CLI::App* action : verb->get_subcommands()) line += " DECK " + action->get_name();
+    for (const CLI::App* action : verb->get_subcommands()) {
+      for (const CLI::Option* operand : verb->get_options(isOperand)) line += ' ' + operand->get_name();
+      line += ' ' + action->get_name();
+    }
   }
   return line + " --help";
 }
@@ -52,16 +56,25 @@ int finishOutput() {
       std::string("the answer cannot be written to standard output: ") + std::strerror(errno) + ".", Failed);
 }
 
+std::string actionsOf(const CLI::App& verb) {
+  std::string names;
+  for (const CLI::App* action : verb.get_subcommands({}))
+    names += (names.empty() ? "" : ", ") + action->get_name();
+  return names;
+}
+
 /// What the parser says, with the word that it stumbled over.
 std::string explain(const CLI::App& program, const CLI::ParseError& error) {
+  if (error.get_name() != "RequiredError") return error.what();
   for (const CLI::App* verb : program.get_subcommands()) {
-    if (const auto rest = verb->remaining(); !rest.empty() && error.get_name() == "RequiredError") {
-      return verb->get_name() + " has no action '" + rest.front() + "'";
+    const auto rest = verb->remaining();
+    if (!rest.empty()) return verb->get_name() + " has no action '" + rest.front() + "'";
+    if (error.what() == std::string(CLI::RequiredError::Subcommand(1).what())) {
+      return verb->get_name() + " takes an action: " + actionsOf(*verb);
     }
   }
-  const auto rest = program.remaining();
-  if (!rest.empty() && error.get_name() == "RequiredError") return "there is no verb '" + rest.front() + "'";
-  return error.what();
+  if (const auto rest = program.remaining(); !rest.empty()) return "there is no verb '" + rest.front() + "'";
+  return program.get_subcommands().empty() ? "a verb is required" : error.what();
 }
 
 int run(int argc, char** argv) {

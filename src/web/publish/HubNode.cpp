@@ -26,10 +26,11 @@ struct CleanUp {
 /// An address of the web, taken apart.
 class Address {
  public:
-  explicit Address(std::string_view text) : text_(text), parts_(curl_url()) {
+  /// `example` is how such an address is written.
+  Address(std::string_view text, const std::string& example) : text_(text), parts_(curl_url()) {
     const bool isClean = std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c < 127; });
     if (!isClean || !parts_ || curl_url_set(parts_.get(), CURLUPART_URL, text_.c_str(), 0) != CURLUE_OK) {
-      refuse(text, "is no address: it is written like http://hub.example.org:8090/publish.");
+      refuse(text, "is no address: it is written like " + example + ".");
     }
     const std::string scheme = part(CURLUPART_SCHEME);
     if (scheme != "http" && scheme != "https") refuse(text, "begins with neither http:// nor https://.");
@@ -66,9 +67,10 @@ std::string withSlash(std::string url) {
 }  // namespace
 
 HubNode hubNodeAt(std::string_view address) {
+  constexpr const char* example = "http://hub.example.org:8090/publish";
   constexpr std::string_view local = "unix:";
   if (!address.starts_with(local)) {
-    return {std::string(address), withSlash(Address(address).part(CURLUPART_URL)), {}};
+    return {std::string(address), withSlash(Address(address, example).part(CURLUPART_URL)), {}};
   }
   const std::string_view rest = address.substr(local.size());
   const std::size_t colon = rest.find(':');
@@ -79,11 +81,11 @@ HubNode hubNodeAt(std::string_view address) {
     refuse(address, "names no socket: it is written like unix:/run/lumenfold/hub.sock:/publish.");
   }
   const std::string url = "http://localhost" + std::string(path);
-  return {std::string(address), withSlash(Address(url).part(CURLUPART_URL)), std::string(socket)};
+  return {std::string(address), withSlash(Address(url, example).part(CURLUPART_URL)), std::string(socket)};
 }
 
 std::string hubOriginOf(std::string_view address) {
-  const Address parts(address);
+  const Address parts(address, "http://hub.example.org:8080");
   const std::string path = parts.part(CURLUPART_PATH);
   if (!path.empty() && path != "/") refuse(address, "has a path; screens are served from the root.");
   std::string origin = parts.part(CURLUPART_SCHEME) + "://" + parts.part(CURLUPART_HOST);
