@@ -23,7 +23,7 @@ class Browser:
     async def start(cls, command, page, environment, patience=60):
         """Starts `command`, a Chromium that is told --remote-debugging-pipe, maybe within something else, with a first page.
 
-        Raises BrowserGone when that does not stand within `patience` seconds.
+        Raises BrowserGone when that does not stand within `patience` seconds. Who is cancelled leaves nothing running.
         """
         browser = cls()
         theirs_in, ours_out = os.pipe()
@@ -38,13 +38,17 @@ class Browser:
         finally:
             os.close(theirs_in)
             os.close(theirs_out)
+        stands = False
         try:
             async with asyncio.timeout(patience):
                 await browser._connect(ours_in, ours_out)
                 await browser._wait_for(page)
+            stands = True
         except (TimeoutError, BrowserGone) as error:
-            await browser.kill()
             raise BrowserGone(str(error) or f"its first page does not stand {patience} s after its start") from error
+        finally:
+            if not stands:
+                await browser.kill()
         return browser
 
     def __init__(self):

@@ -61,8 +61,9 @@ class Kiosk:
             self._console.clear()
             began = self._clock.monotonic()
             try:
-                browser = await self._start()
-                await _Showing(self, browser).run()
+                browser = await self._browser()
+                if browser:
+                    await _Showing(self, browser).run()
                 failures = 0
             except BrowserGone as gone:
                 if self._clock.monotonic() - began >= GOOD_RUN:
@@ -71,6 +72,12 @@ class Kiosk:
                 failures += 1
                 self._tell(f"the browser is started anew in {pause} s, as {gone}")
                 await self._rest(pause)
+
+    async def _browser(self):
+        """One whose first page stands; none if the kiosk stops before."""
+        starting = asyncio.create_task(self._start())
+        await _first_of(starting, self._stopping.wait())
+        return None if starting.cancelled() else starting.result()
 
     def _is_on(self):
         return is_on(self._configuration.windows, self._clock.now())

@@ -1,13 +1,15 @@
 """A screen machine and its show: what is seen while either is away, and after the browser has failed."""
 
 import asyncio
+import os
 import tempfile
 import threading
 import unittest
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
+from pathlib import Path
 
 import hours
-from browser import BrowserGone
+from browser import Browser, BrowserGone
 from stage import Screen, Show, until
 
 TEXT = "document.body.innerText"
@@ -66,6 +68,17 @@ class Showing(unittest.IsolatedAsyncioTestCase):
             show.start()
             screen.clock.move(15)
             await screen.sees("window.marker === undefined && !!document.querySelector('.slide')")
+
+    async def test_ends_while_a_browser_starts_and_leaves_none(self):
+        number = Path(self.folder) / "process"
+        command = ["sh", "-c", f"echo $$ >'{number}'; exec sleep 3600"]
+
+        async def start():
+            return await Browser.start(command, "about:blank", os.environ, patience=3600)
+
+        async with Screen(self.folder, start=start):
+            process = await until("the start", lambda: number.exists() and number.read_text().strip())
+        self.assertFalse(Path("/proc", process).exists())
 
     async def test_answers_that_are_errors_are_not_shown_and_the_next_address_is_tried(self):
         class Failing(BaseHTTPRequestHandler):
