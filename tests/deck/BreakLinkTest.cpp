@@ -29,11 +29,10 @@ std::string linkedSheet(int id, const std::string& link, const std::string& prev
                                    "\" progId=\"Excel.Sheet.12\"><p:link/>" + preview + "</p:oleObj>");
 }
 
+/// The part that leads out of the package, "" for none.
 std::string externalPart(opc::Package& package) {
   for (opc::Part* part : package.parts()) {
-    for (const opc::Relationship& relationship : part->relationships()) {
-      if (relationship.external) return part->name();
-    }
+    if (std::ranges::any_of(part->relationships(), &opc::Relationship::external)) return part->name();
   }
   return {};
 }
@@ -58,12 +57,11 @@ TEST(BreakLink, ObjectsAndPicturesKeepWhatTheyShow) {
   shapes->Item(1)->Tags()->Add("MINE", "kept");
   const double width = shapes->Item(1)->Width();
   shapes->Item(1)->LinkFormat()->BreakLink();
-  EXPECT_EQ(shapes->Item(1)->Type(), PowerPoint::ShapeType::Picture);
-  EXPECT_EQ(shapes->Item(1)->Name(), "Sheet 2");
-  EXPECT_EQ(shapes->Item(1)->Id(), 2);
-  EXPECT_DOUBLE_EQ(shapes->Item(1)->Width(), width);
-  EXPECT_EQ(shapes->Item(1)->Tags()->Value(1), "kept");
-  EXPECT_EQ(shapes->Item(1)->LinkFormat()->SourceFullName(), "");
+  const auto sheet2 = shapes->Item(1);
+  EXPECT_EQ(sheet2->Type(), PowerPoint::ShapeType::Picture);
+  EXPECT_EQ(sheet2->Name() + " " + std::to_string(sheet2->Id()), "Sheet 2 2");
+  EXPECT_DOUBLE_EQ(sheet2->Width(), width);
+  EXPECT_EQ(sheet2->Tags()->Value(1) + sheet2->LinkFormat()->SourceFullName(), "kept");
 
   EXPECT_THAT(errorOf([&] { shapes->Item(2)->LinkFormat()->BreakLink(); }), HasSubstr("no picture of what"));
   EXPECT_EQ(shapes->Item(2)->Type(), PowerPoint::ShapeType::LinkedOLEObject);
@@ -82,10 +80,9 @@ TEST(BreakLink, AShapeKeepsThePictureThatFillsIt) {
   DeckBuilder builder;
   const int slide = builder.addSlide();
   const std::string wall = builder.relate(slide, "image", "file://" + file, true);
-  builder.shapes(slide,
-                 "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"Wall\"/><p:cNvSpPr/><p:nvPr/></p:nvSpPr><p:spPr>"
-                 "<a:blipFill><a:blip r:link=\"" +
-                     wall + "\"/><a:stretch/></a:blipFill></p:spPr></p:sp>");
+  builder.shapes(
+      slide, support::plainShape(2, "Wall",
+                                 "<a:blipFill><a:blip r:link=\"" + wall + "\"/><a:stretch/></a:blipFill>"));
   const auto deck = builder.presentation();
   deck->loadLinkedPictures();
   const auto shape = deck->Slides()->Item(1)->Shapes()->Item("Wall");

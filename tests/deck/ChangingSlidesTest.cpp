@@ -37,8 +37,7 @@ struct ChangingSlidesTest : testing::Test {
   /// Three slides in two sections and a custom show; the first has notes, a chart and tags, the second leads
   /// to the first.
   std::shared_ptr<Presentation> threeSlides() {
-    support::ChartDeck chart;
-    DeckBuilder builder = chart.build();
+    DeckBuilder builder = support::ChartDeck().build();
     builder.relate(1, "notesSlide", "../notesSlides/notesSlide1.xml");
     builder.part("ppt/notesSlides/notesSlide1.xml",
                  "<p:notes xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\"/>",
@@ -57,12 +56,8 @@ struct ChangingSlidesTest : testing::Test {
                                "\" action=\"ppaction://hlinksldjump\"/></p:cNvPr><p:cNvSpPr/><p:nvPr/>"
                                "</p:nvSpPr><p:spPr/></p:sp>");
     builder.addSlide(textShape(2, "Third", "three"));
-    std::string show;
-    for (const int slide : {1, 3, 1})
-      show += "<p:sld r:id=\"" + DeckBuilder::slideRelationship(slide) + "\"/>";
+    builder.customShow(0, {1, 3, 1});
     builder.presentationExtra(
-        "<p:custShowLst><p:custShow name=\"Short\" id=\"0\"><p:sldLst>" + show +
-        "</p:sldLst></p:custShow></p:custShowLst>"
         "<p:extLst><p:ext uri=\"{521415D9-36F7-43E2-AB2F-B90AF26B5E84}\"><p14:sectionLst "
         "xmlns:p14=\"http://schemas.microsoft.com/office/powerpoint/2010/main\">" +
         section("A", "<p14:sldId id=\"256\"/><p14:sldId id=\"257\"/>") +
@@ -118,10 +113,11 @@ TEST_F(ChangingSlidesTest, ADuplicateHasWhatBelongsToTheSlideForItself) {
   const std::string bytes = saved(*deck);
   EXPECT_THAT(faultsOf(bytes), IsEmpty());
   const auto package = opc::Package::fromBytes(bytes, "copy");
-  EXPECT_THAT(support::seriesIn(std::string(package->part("ppt/charts/chart1.xml").bytes())),
-              HasSubstr("Jan 1"));
-  EXPECT_THAT(support::seriesIn(std::string(package->part("ppt/charts/chart2.xml").bytes())),
-              HasSubstr("Jan 7"));
+  const auto seriesOf = [&](const char* part) {
+    return support::seriesIn(std::string(package->part(part).bytes()));
+  };
+  EXPECT_THAT(seriesOf("ppt/charts/chart1.xml"), HasSubstr("Jan 1"));
+  EXPECT_THAT(seriesOf("ppt/charts/chart2.xml"), HasSubstr("Jan 7"));
   opc::Part& notes = package->part("ppt/notesSlides/notesSlide2.xml");
   EXPECT_EQ(notes.related("slide"), &package->part("ppt/slides/slide4.xml"));
   EXPECT_EQ(package->part("ppt/slides/slide4.xml").related("notesSlide"), &notes);
@@ -177,9 +173,10 @@ TEST_F(ChangingSlidesTest, WhoeverWatchesAPresentationKeepsItsSlides) {
   const auto deck = threeSlides();
   support::RecordedChanges changes;
   deck->addListener(changes);
-  for (const auto& change : {std::function<void()>([&] { deck->Slides()->Item(1)->Duplicate(); }),
-                             std::function<void()>([&] { deck->Slides()->Item(1)->Delete(); }),
-                             std::function<void()>([&] { deck->Slides()->Item(1)->MoveTo(2); })}) {
+  const auto slide = deck->Slides()->Item(1);
+  for (const std::function<void()>& change : {std::function<void()>([&] { slide->Duplicate(); }),
+                                              {[&] { slide->Delete(); }},
+                                              {[&] { slide->MoveTo(2); }}}) {
     EXPECT_THAT(errorOf(change), HasSubstr("while it is shown or edited"));
   }
   EXPECT_THAT(names(*deck), ElementsAre("Chart", "Second", "Third"));

@@ -45,25 +45,15 @@ MSGraph::Table table(const std::string& text) {
 /// The chart of a deck, refilled as the system does it.
 struct Refilled {
   explicit Refilled(const ChartDeck& source = {}, const std::string& data = {})
-      : original(source.build().bytes()), deck(open(original)) {
+      : original(source.build().bytes()), deck(DeckBuilder::opened(original)) {
     deck->addListener(changes);
     if (!data.empty()) fill(data);
   }
   ~Refilled() { deck->removeListener(changes); }
 
-  static std::shared_ptr<Presentation> open(const std::string& bytes) {
-    return std::make_shared<Presentation>(opc::Package::fromBytes(bytes, "test.pptx"), "/decks/test.pptx",
-                                          std::nullopt);
-  }
   std::shared_ptr<MSGraph::DataSheet> sheet() {
-    return deck->Slides()
-        ->Item(1)
-        ->Shapes()
-        ->Item("Chart")
-        ->OLEFormat()
-        ->Object()
-        ->Application()
-        ->DataSheet();
+    const auto shape = deck->Slides()->Item(1)->Shapes()->Item("Chart");
+    return shape->OLEFormat()->Object()->Application()->DataSheet();
   }
   void fill(const std::string& data) { sheet()->Cells(table(data)); }
   std::string xml() { return std::string(deck->package().part("ppt/charts/chart1.xml").bytes()); }
@@ -73,13 +63,10 @@ struct Refilled {
     return folder.read("copy.pptx");
   }
   /// A part of the saved copy's workbook.
-  std::string bookPart(const std::string& part) {
-    const auto package = opc::Package::fromBytes(book(), "book.xlsx");
-    return std::string(package->part(part).bytes());
-  }
-  std::string book() {
-    const auto copy = opc::Package::fromBytes(saved(), "copy.pptx");
-    return std::string(copy->part("ppt/embeddings/book.xlsx").bytes());
+  std::string bookPart(const std::string& part) { return partOf(book(), part); }
+  std::string book() { return partOf(saved(), "ppt/embeddings/book.xlsx"); }
+  static std::string partOf(const std::string& package, const std::string& part) {
+    return std::string(opc::Package::fromBytes(package, "package")->part(part).bytes());
   }
   std::string cells(const std::string& range) {
     return workbook::test::Desk().texts(folder.write("book.xlsx", book()), "Sheet1", range);
@@ -328,8 +315,7 @@ TEST(ChartTest, OtherObjectsAreNoCharts) {
       {textShape(2, "a", "x"), "is neither a chart nor an embedded or linked object"},
   };
   for (const auto& [xml, reason] : cases) {
-    DeckBuilder deck = DeckBuilder::of(xml);
-    const auto shape = deck.presentation()->Slides()->Item(1)->Shapes()->Item("a");
+    const auto shape = DeckBuilder::of(xml).presentation()->Slides()->Item(1)->Shapes()->Item("a");
     EXPECT_THAT(errorOf([&] { static_cast<void>(shape->OLEFormat()->Object()->Application()->DataSheet()); }),
                 HasSubstr(reason));
   }

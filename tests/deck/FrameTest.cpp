@@ -15,9 +15,6 @@ namespace {
 
 using testing::ElementsAre;
 
-const std::string Presentation = "http://schemas.openxmlformats.org/presentationml/2006/main";
-const std::string Drawing = "http://schemas.openxmlformats.org/drawingml/2006/main";
-
 /// Lengths in points.
 std::string transform(const std::string& tag, const std::array<int, 4>& frame, const std::string& more = {}) {
   return "<" + tag + "><a:off x=\"" + std::to_string(frame[0]) + "pt\" y=\"" + std::to_string(frame[1]) +
@@ -26,19 +23,11 @@ std::string transform(const std::string& tag, const std::array<int, 4>& frame, c
 }
 
 std::string shape(const std::string& xfrm, const std::string& nvPr = {}) {
-  return "<p:sp><p:nvSpPr><p:cNvPr id=\"9\" name=\"a\"/><p:cNvSpPr/><p:nvPr>" + nvPr +
-         "</p:nvPr></p:nvSpPr><p:spPr>" + xfrm + "</p:spPr></p:sp>";
+  return support::plainShape(9, "a", xfrm, nvPr);
 }
 
 std::string group(const std::string& xfrm, const std::string& shapes) {
-  return "<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"8\" name=\"g\"/><p:cNvGrpSpPr/><p:nvPr/></p:nvGrpSpPr>"
-         "<p:grpSpPr>" +
-         xfrm + "</p:grpSpPr>" + shapes + "</p:grpSp>";
-}
-
-std::string tree(const std::string& root, const std::string& shapes) {
-  return "<p:" + root + " xmlns:p=\"" + Presentation + "\" xmlns:a=\"" + Drawing + "\"><p:cSld><p:spTree>" +
-         shapes + "</p:spTree></p:cSld></p:" + root + ">";
+  return support::groupShape(8, "g", shapes, xfrm);
 }
 
 std::vector<double> frame(PowerPoint::Shape& shape) {
@@ -59,9 +48,7 @@ TEST(FrameTest, IsInPointsWhateverTheElementAndItsUnits) {
       group(transform("a:xfrm", {10, 20, 30, 40}), {}),
   };
   for (const std::string& xml : cases) {
-    support::DeckBuilder deck;
-    deck.addSlide(xml);
-    EXPECT_THAT(frame(*firstShape(deck)), ElementsAre(10, 20, 30, 40)) << xml;
+    EXPECT_THAT(frame(*firstShape(support::DeckBuilder::of(xml))), ElementsAre(10, 20, 30, 40)) << xml;
   }
 }
 
@@ -69,10 +56,11 @@ TEST(FrameTest, OfAPlaceholderComesFromItsOwnLayoutOrMaster) {
   support::DeckBuilder deck;
   const std::string body = "<p:ph type=\"body\" idx=\"7\"/>";
   const std::string title = "<p:ph type=\"title\"/>";
-  deck.part("ppt/slideMasters/slideMaster1.xml",
-            tree("sldMaster", shape(transform("a:xfrm", {1, 1, 1, 1}), title)));
-  deck.part("ppt/slideLayouts/slideLayout1.xml",
-            tree("sldLayout", shape({}, title) + shape(transform("a:xfrm", {2, 2, 2, 2}), body)));
+  deck.part("ppt/slideMasters/slideMaster1.xml", "<p:sldMaster><p:cSld><p:spTree>" +
+                                                     shape(transform("a:xfrm", {1, 1, 1, 1}), title) +
+                                                     "</p:spTree></p:cSld></p:sldMaster>");
+  deck.layout("<p:spTree>" + shape({}, title) + shape(transform("a:xfrm", {2, 2, 2, 2}), body) +
+              "</p:spTree>");
   deck.addSlide(shape({}, title) + shape({}, "<p:ph idx=\"7\"/>") +
                 shape(transform("a:xfrm", {3, 3, 3, 3}), body) + shape({}, "<p:ph type=\"dt\"/>"));
   const auto shapes = deck.presentation()->Slides()->Item(1)->Shapes();
@@ -87,11 +75,11 @@ TEST(FrameTest, ItemsOfAGroupAreThoseOfInnerGroupsAndStandOnTheSlide) {
   const std::string halved = "<a:chOff x=\"1270000\" y=\"1270000\"/><a:chExt cx=\"635000\" cy=\"635000\"/>";
   const std::string inner = transform("a:xfrm", {110, 110, 10, 10},
                                       "<a:chOff x=\"0\" y=\"0\"/><a:chExt cx=\"127000\" cy=\"127000\"/>");
-  support::DeckBuilder deck;
-  deck.addSlide(group(transform("a:xfrm", {10, 20, 100, 100}, halved),
-                      shape(transform("a:xfrm", {100, 105, 20, 10})) +
-                          group(inner, shape(transform("a:xfrm", {1, 2, 3, 4})))));
-  const auto items = firstShape(deck)->GroupItems();
+  const auto items =
+      firstShape(support::DeckBuilder::of(group(transform("a:xfrm", {10, 20, 100, 100}, halved),
+                                                shape(transform("a:xfrm", {100, 105, 20, 10})) +
+                                                    group(inner, shape(transform("a:xfrm", {1, 2, 3, 4}))))))
+          ->GroupItems();
   ASSERT_EQ(items->Count(), 2);
   EXPECT_THAT(frame(*items->Item(1)), ElementsAre(10, 30, 40, 20));
   EXPECT_THAT(frame(*items->Item(2)), ElementsAre(32, 44, 6, 8));
@@ -107,11 +95,8 @@ TEST(FrameTest, IsANumberHoweverGroupsAreScaled) {
       "<a:chOff x=\"-1e12\" y=\"0\"/><a:chExt cx=\"1e-12\" cy=\"1e-12\"/></a:xfrm>";
   std::string shapes = shape(transform("a:xfrm", {1, 1, 1, 1}));
   for (int i = 0; i < 40; ++i) shapes = group(huge, shapes);
-  support::DeckBuilder deck;
-  deck.addSlide(shapes);
-  for (const double value : frame(*firstShape(deck)->GroupItems()->Item(1))) {
-    EXPECT_TRUE(std::isfinite(value));
-  }
+  const auto items = firstShape(support::DeckBuilder::of(shapes))->GroupItems();
+  for (const double value : frame(*items->Item(1))) EXPECT_TRUE(std::isfinite(value));
 }
 
 }  // namespace

@@ -17,17 +17,13 @@ using support::alternative;
 using support::DeckBuilder;
 using support::errorOf;
 using support::graphicFrame;
+using support::groupShape;
 using support::pictureShape;
+using support::plainShape;
 using support::textShape;
 using support::ZipEntry;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-std::string geometry(const std::string& name, const std::string& cNvSpPr, const std::string& nvPr,
-                     const std::string& spPr) {
-  return "<p:sp><p:nvSpPr><p:cNvPr id=\"9\" name=\"" + name + "\"/><p:cNvSpPr " + cNvSpPr + "/><p:nvPr>" +
-         nvPr + "</p:nvPr></p:nvSpPr><p:spPr>" + spPr + "</p:spPr></p:sp>";
-}
 
 const std::string Ole = "http://schemas.openxmlformats.org/presentationml/2006/ole";
 
@@ -39,18 +35,15 @@ TEST(ShapesTest, EveryKindHasItsTypeAndOnlyShapesWithTextAFrame) {
   };
   const std::string schemas = "http://schemas.openxmlformats.org/drawingml/2006/";
   const std::vector<Case> cases{
-      {geometry("a", "", "", "<a:prstGeom prst=\"ellipse\"/>"), ShapeType::AutoShape, true},
-      {geometry("a", "txBox=\"1\"", "", "<a:prstGeom prst=\"rect\"/>"), ShapeType::TextBox, true},
-      {geometry("a", "", "<p:ph type=\"title\"/>", ""), ShapeType::Placeholder, true},
-      {geometry("a", "", "", "<a:custGeom/>"), ShapeType::Freeform, true},
-      {geometry("a", "", "", "<a:prstGeom prst=\"line\"/>"), ShapeType::Line, true},
-      {"<p:cxnSp><p:nvCxnSpPr><p:cNvPr id=\"2\" name=\"a\"/><p:cNvCxnSpPr/><p:nvPr/></p:nvCxnSpPr><p:spPr>"
+      {plainShape(9, "a", "<a:prstGeom prst=\"ellipse\"/>"), ShapeType::AutoShape, true},
+      {textShape(9, "a", "x"), ShapeType::TextBox, true},
+      {plainShape(9, "a", "", "<p:ph type=\"title\"/>"), ShapeType::Placeholder, true},
+      {plainShape(9, "a", "<a:custGeom/>"), ShapeType::Freeform, true},
+      {plainShape(9, "a", "<a:prstGeom prst=\"line\"/>"), ShapeType::Line, true},
+      {"<p:cxnSp><p:nvCxnSpPr><p:cNvPr id=\"2\" name=\"a\"/></p:nvCxnSpPr><p:spPr>"
        "<a:prstGeom prst=\"line\"/></p:spPr></p:cxnSp>",
        ShapeType::Line},
-      {"<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"2\" "
-       "name=\"a\"/><p:cNvGrpSpPr/><p:nvPr/></p:nvGrpSpPr><p:grpSpPr/>" +
-           textShape(3, "inner", "x") + "</p:grpSp>",
-       ShapeType::Group},
+      {groupShape(2, "a", textShape(3, "inner", "x")), ShapeType::Group},
       {pictureShape(2, "a", "<a:blip r:embed=\"rId1\"/>"), ShapeType::Picture},
       {pictureShape(2, "a", "<a:blip r:link=\"rId1\"/>"), ShapeType::LinkedPicture},
       {pictureShape(2, "a", "<a:blip r:embed=\"rId1\"/>", "<a:videoFile r:link=\"rId1\"/>"),
@@ -103,18 +96,12 @@ TEST(ShapesTest, ErrorsNameSlideAndShape) {
                 HasSubstr("There is no slide " + std::to_string(index)));
   }
   const auto photo = shapes->Item(1);
-  for (const auto& action : std::vector<std::function<void()>>{
-           [&] { static_cast<void>(photo->TextFrame()); }, [&] { static_cast<void>(photo->OLEFormat()); }}) {
-    EXPECT_THAT(errorOf(action), HasSubstr("'Photo' on slide 2"));
-  }
+  EXPECT_THAT(errorOf([&] { static_cast<void>(photo->TextFrame()); }), HasSubstr("'Photo' on slide 2"));
+  EXPECT_THAT(errorOf([&] { static_cast<void>(photo->OLEFormat()); }), HasSubstr("'Photo' on slide 2"));
 }
 
 TEST(LinksTest, TargetsBecomePathsOfTheirSystem) {
-  struct Case {
-    const char* target;
-    const char* path;
-  };
-  const std::vector<Case> cases{
+  const std::pair<const char*, const char*> cases[] = {
       {"file:///C:\\Data\\Book%201.xlsx!Sheet1!R1C1:R2C2", "C:\\Data\\Book 1.xlsx!Sheet1!R1C1:R2C2"},
       {"file:///C:/Data/a.png", "C:\\Data\\a.png"},
       {"file:///\\\\server\\share\\a.png", "\\\\server\\share\\a.png"},
@@ -127,7 +114,7 @@ TEST(LinksTest, TargetsBecomePathsOfTheirSystem) {
       {"/data/a.png", "/data/a.png"},
       {"https://example.com/a%20b.png", "https://example.com/a%20b.png"},
   };
-  for (const Case& c : cases) EXPECT_EQ(sourcePath(c.target, "/decks/test.pptx"), c.path) << c.target;
+  for (const auto& [target, path] : cases) EXPECT_EQ(sourcePath(target, "/decks/test.pptx"), path) << target;
   EXPECT_EQ(sourcePath("a.png", "C:\\decks\\test.pptx"), "C:\\decks\\a.png");
 }
 
@@ -149,10 +136,8 @@ TEST(LinksTest, PicturesAndObjectsTellTheirSource) {
   EXPECT_EQ(shapes->Item("Book")->OLEFormat()->ProgID(), "Excel.Sheet.12");
   const auto objects = linkedObjects(*presentation, 1);
   ASSERT_EQ(objects.size(), 1U);
-  EXPECT_EQ(objects[0].shapeId, 2U);
-  EXPECT_EQ(objects[0].progId, "Excel.Sheet.12");
-  EXPECT_EQ(objects[0].file, "C:\\Data\\my Book.xlsx");
-  EXPECT_EQ(objects[0].item, "Sheet1!R2C1:R5C3");
+  EXPECT_EQ(std::to_string(objects[0].shapeId) + " " + objects[0].progId, "2 Excel.Sheet.12");
+  EXPECT_EQ(objects[0].file + " " + objects[0].item, "C:\\Data\\my Book.xlsx Sheet1!R2C1:R5C3");
   EXPECT_EQ(shapes->Item("Photo")->LinkFormat()->SourceFullName(), "/data/photo.png");
   EXPECT_THAT(errorOf([&] { static_cast<void>(shapes->Item("Film")->LinkFormat()); }),
               HasSubstr("not linked to a file"));

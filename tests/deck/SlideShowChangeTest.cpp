@@ -30,10 +30,8 @@ TEST_F(SlideShowTest, GoesOnWhereAnotherShowStands) {
   next.place = show_->place();
   goOn("v3vh");
   EXPECT_EQ(show_->position(), 2);
-  loop_.Advance(1999);
-  EXPECT_EQ(show_->position(), 2);
-  loop_.Advance(1);
-  EXPECT_EQ(show_->position(), 3) << "its time ran on from the show before";
+  EXPECT_EQ(after(1999), 2);
+  EXPECT_EQ(after(1), 3) << "its time ran on from the show before";
 
   show_->blank(Blank::White);
   next.place = show_->place();
@@ -72,8 +70,7 @@ TEST_F(SlideShowTest, StandsWhenItIsThroughAndAnotherFollows) {
     deck_ = support::DeckBuilder();
     begin("1h1h", options);
     heard_.clear();
-    loop_.Advance(5000);
-    EXPECT_EQ(show_->position(), 3) << "nothing moves until the other one is there";
+    EXPECT_EQ(after(5000), 3) << "nothing moves until the other one is there";
     EXPECT_THAT(heard_, ElementsAre("slide 3", "through"));
     isFollowed_ = false;
     show_->next();
@@ -93,8 +90,7 @@ TEST_F(SlideShowTest, APacedShowMovesWhereItIsPut) {
   paced.isPaced = true;
   paced.loop = true;
   begin("1h1v", paced);
-  loop_.Advance(5000);
-  EXPECT_EQ(show_->position(), 1);
+  EXPECT_EQ(after(5000), 1);
   show_->moveTo(1);
   EXPECT_EQ(show_->position(), 3) << "the next one stands in for a hidden one";
   heard_.clear();
@@ -102,8 +98,7 @@ TEST_F(SlideShowTest, APacedShowMovesWhereItIsPut) {
   EXPECT_THAT(heard_, ElementsAre()) << "that one is on show already";
   show_->moveTo(3);
   hide(4);
-  loop_.Advance(10);
-  EXPECT_EQ(show_->position(), 1);
+  EXPECT_EQ(after(10), 1);
   show_->goTo(2);
   show_->moveTo(1);
   EXPECT_EQ(show_->position(), 3) << "chosen by number it was not where it was put";

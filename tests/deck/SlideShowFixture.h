@@ -34,6 +34,11 @@ class SlideShowTest : public testing::Test, public SlideShowListener {
   void hide(std::int32_t slide, bool hidden = true) {
     presentation_->Slides()->Item(slide)->SlideShowTransition()->Hidden(hidden);
   }
+  /// The position when so many milliseconds have gone by.
+  std::int32_t after(int milliseconds) {
+    loop_.Advance(milliseconds);
+    return show_->position();
+  }
   /// The positions that a number of steps forward lead to; 0 once it has ended.
   std::vector<std::int32_t> steps(int count) {
     std::vector<std::int32_t> positions;

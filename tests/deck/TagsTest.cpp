@@ -32,10 +32,9 @@ NamedValues valuesOf(PowerPoint::Tags& tags) {
 /// Puts pending tags into the package, and opens what would be saved.
 std::shared_ptr<Presentation> reopened(Presentation& presentation) {
   presentation.tagStore().write();
-  std::string bytes = presentation.package().serialize();
+  const std::string bytes = presentation.package().serialize();
   EXPECT_THAT(faultsOf(bytes), IsEmpty());
-  return std::make_shared<Presentation>(opc::Package::fromBytes(std::move(bytes), "again"), "again",
-                                        std::nullopt);
+  return DeckBuilder::opened(bytes);
 }
 
 std::shared_ptr<PowerPoint::Shape> shapeOf(Presentation& presentation, int slide, std::int32_t index) {
@@ -51,20 +50,12 @@ std::vector<std::string> tagParts(Presentation& presentation) {
 }
 
 /// One shape of every kind that can carry tags.
-constexpr const char* EveryKind =
-    "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" "
-    "name=\"sp\"/><p:cNvSpPr/><p:nvPr><p:ph/><p:extLst/></p:nvPr></p:nvSpPr>"
-    "<p:spPr/></p:sp>"
-    "<p:pic><p:nvPicPr><p:cNvPr id=\"3\" "
-    "name=\"pic\"/><p:cNvPicPr/><p:nvPr/></p:nvPicPr><p:blipFill/><p:spPr/>"
-    "</p:pic>"
-    "<p:graphicFrame><p:nvGraphicFramePr><p:cNvPr id=\"4\" name=\"frame\"/><p:cNvGraphicFramePr/><p:nvPr/>"
-    "</p:nvGraphicFramePr><p:xfrm/><a:graphic><a:graphicData uri=\"urn:x\"/></a:graphic></p:graphicFrame>"
-    "<p:cxnSp><p:nvCxnSpPr><p:cNvPr id=\"5\" "
-    "name=\"line\"/><p:cNvCxnSpPr/><p:nvPr/></p:nvCxnSpPr><p:spPr/></p:cxnSp>"
-    "<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"6\" "
-    "name=\"group\"/><p:cNvGrpSpPr/><p:nvPr/></p:nvGrpSpPr><p:grpSpPr/>"
-    "</p:grpSp>";
+const std::string EveryKind =
+    support::plainShape(2, "sp", "", "<p:ph/><p:extLst/>") + support::pictureShape(3, "pic", "") +
+    support::graphicFrame(4, "frame", "urn:x") +
+    "<p:cxnSp><p:nvCxnSpPr><p:cNvPr id=\"5\" name=\"line\"/><p:cNvCxnSpPr/><p:nvPr/></p:nvCxnSpPr><p:spPr/>"
+    "</p:cxnSp>" +
+    support::groupShape(6, "group", "");
 
 TEST(TagsTest, EveryOwnerKeepsThemAndLetsThemGo) {
   DeckBuilder deck = DeckBuilder::of(EveryKind);

@@ -30,25 +30,18 @@ std::string paragraphsOf(Presentation& presentation) {
 }
 
 TEST(TextTest, IsReadAsPowerPointGivesIt) {
-  struct Case {
-    const char* paragraphs;
-    const char* text;
-  };
-  const std::vector<Case> cases{
+  const std::pair<const char*, const char*> cases[] = {
       {"<a:p/>", ""},
       {"<a:p><a:r><a:t>one</a:t></a:r></a:p>", "one"},
       {"<a:p><a:r><a:t>o</a:t></a:r><a:r><a:rPr b=\"1\"/><a:t>ne</a:t></a:r></a:p>", "one"},
       {"<a:p><a:r><a:t>one</a:t></a:r></a:p>\n  <a:p><a:r><a:t>two</a:t></a:r></a:p>", "one\rtwo"},
       {"<a:p><a:r><a:t>one</a:t></a:r></a:p><a:p><a:endParaRPr/></a:p>", "one\r"},
       {"<a:p><a:r><a:t>one</a:t></a:r><a:br/><a:r><a:t>two</a:t></a:r></a:p>", "one\vtwo"},
-      {"<a:p><a:fld id=\"{1}\" type=\"slidenum\"><a:rPr/><a:t>4</a:t></a:fld><a:r><a:t> of "
-       "9</a:t></a:r></a:p>",
-       "4 of 9"},
+      {"<a:p><a:fld type=\"slidenum\"><a:t>4</a:t></a:fld><a:r><a:t> of 9</a:t></a:r></a:p>", "4 of 9"},
       {"<a:p><a:r><a:t> </a:t></a:r></a:p>", " "},
       {"<a:p><a:r><a:t>a &lt; b &amp; c<![CDATA[ < d]]></a:t></a:r></a:p>", "a < b & c < d"},
   };
-  for (const Case& c : cases)
-    EXPECT_EQ(bodyOf(*withParagraphs(c.paragraphs))->Text(), c.text) << c.paragraphs;
+  for (const auto& [xml, text] : cases) EXPECT_EQ(bodyOf(*withParagraphs(xml))->Text(), text) << xml;
 }
 
 TEST(TextTest, KeepsTheFirstFormattingWhenItIsSet) {
@@ -93,33 +86,24 @@ TEST(TextTest, KeepsTheFirstFormattingWhenItIsSet) {
 }
 
 TEST(TextTest, SurvivesSettingSavingAndReading) {
-  struct Case {
-    std::string set;
-    std::string read;
-  };
-  const std::vector<Case> cases{
+  const std::pair<std::string, std::string> cases[] = {
       {"a\nb\r\nc\rd", "a\rb\rc\rd"},
       {"\ra\r", "\ra\r"},
       {"  blanks at both ends  ", "  blanks at both ends  "},
       {"a\tb", "a\tb"},
       {"<b>&amp;\"'</b>]]>", "<b>&amp;\"'</b>]]>"},
-      {std::string("a\0b\x01\x1F"
-                   "c",
-                   6),
-       "abc"},
+      {std::string("a\0b\x01\x1F|", 6), "ab|"},
       {"a\vb\x02", "a\vb"},
       {"50 \xE2\x82\xAC, \xF0\x9F\x98\x80", "50 \xE2\x82\xAC, \xF0\x9F\x98\x80"},
       {"caf\xE9 latin", "caf\xEF\xBF\xBD latin"},
       {"\xEF\xBF\xBF|\xED\xA0\x80|", "|\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD|"},
       {std::string(100000, 'x'), std::string(100000, 'x')},
   };
-  for (const Case& c : cases) {
+  for (const auto& [set, read] : cases) {
     const auto presentation = DeckBuilder::of(textShape(7, "Body", "old")).presentation();
-    bodyOf(*presentation)->Text(c.set);
-    EXPECT_EQ(bodyOf(*presentation)->Text(), c.read);
-    const auto reopened = std::make_shared<Presentation>(
-        opc::Package::fromBytes(presentation->package().serialize(), "again"), "again", std::nullopt);
-    EXPECT_EQ(bodyOf(*reopened)->Text(), c.read);
+    bodyOf(*presentation)->Text(set);
+    EXPECT_EQ(bodyOf(*presentation)->Text(), read);
+    EXPECT_EQ(bodyOf(*DeckBuilder::opened(presentation->package().serialize()))->Text(), read);
   }
 }
 
@@ -143,10 +127,8 @@ TEST(TextTest, TheSameTextChangesNothingAndTellsNobody) {
 }
 
 TEST(TextTest, AShapeWithoutTextBodyGetsOneInItsPlace) {
-  DeckBuilder deck = DeckBuilder::of(
-      "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"Body\"/><p:cNvSpPr/><p:nvPr/></p:nvSpPr><p:spPr/><p:style/>"
-      "<p:extLst/></p:sp>");
-  const auto presentation = deck.presentation();
+  const auto presentation =
+      DeckBuilder::of(support::plainShape(2, "Body", "", "", "<p:style/><p:extLst/>")).presentation();
   const auto frame = presentation->Slides()->Item(1)->Shapes()->Item(1)->TextFrame();
   EXPECT_FALSE(frame->HasText());
   frame->TextRange()->Text("");

@@ -1,6 +1,6 @@
 #include "deck/show/TransitionEffect.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "support/DeckBuilder.h"
 
@@ -41,14 +41,11 @@ TEST(TransitionEffectTest, ReadsHowSlidesComeIn) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.xml);
-    DeckBuilder deck;
-    deck.afterCommonData(deck.addSlide(), c.xml);
-    const auto presentation = deck.presentation();
-    const TransitionEffect read = transitionOf(presentation->slidePart(1));
-    EXPECT_EQ(read.kind, c.expected.kind);
-    EXPECT_EQ(read.direction, c.expected.direction);
-    EXPECT_EQ(read.throughBlack, c.expected.throughBlack);
-    EXPECT_EQ(read.milliseconds, c.expected.milliseconds);
+    DeckBuilder deck = DeckBuilder::of();
+    deck.afterCommonData(1, c.xml);
+    const auto& [kind, direction, throughBlack, milliseconds] = c.expected;
+    EXPECT_THAT(transitionOf(deck.presentation()->slidePart(1)),
+                testing::FieldsAre(kind, direction, throughBlack, milliseconds));
   }
 }
 

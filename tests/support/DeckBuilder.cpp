@@ -71,9 +71,9 @@ std::string master() {
          "r:id=\"rId1\"/></p:sldLayoutIdLst></p:sldMaster>";
 }
 
-std::string layout() {
-  return Declaration + "<p:sldLayout" + Namespaces + " type=\"blank\"><p:cSld name=\"Blank\"><p:spTree>" +
-         EmptyTree + "</p:spTree></p:cSld><p:clrMapOvr><a:masterClrMapping/></p:clrMapOvr></p:sldLayout>";
+std::string layoutOf(const std::string& commonData) {
+  return Declaration + "<p:sldLayout" + Namespaces + " type=\"blank\"><p:cSld name=\"Blank\">" + commonData +
+         "</p:cSld><p:clrMapOvr><a:masterClrMapping/></p:clrMapOvr></p:sldLayout>";
 }
 
 std::string nvSpPr(int id, const std::string& name, const std::string& nvPr) {
@@ -95,6 +95,20 @@ std::string textShape(int id, const std::string& name, const std::string& text, 
 std::string shapeWithParagraphs(int id, const std::string& name, const std::string& paragraphs) {
   return "<p:sp>" + nvSpPr(id, name, {}) + "<p:txBody><a:bodyPr/><a:lstStyle/>" + paragraphs +
          "</p:txBody></p:sp>";
+}
+
+std::string plainShape(int id, const std::string& name, const std::string& spPr, const std::string& nvPr,
+                       const std::string& more) {
+  return "<p:sp><p:nvSpPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
+         "\"/><p:cNvSpPr/><p:nvPr>" + nvPr + "</p:nvPr></p:nvSpPr><p:spPr>" + spPr + "</p:spPr>" + more +
+         "</p:sp>";
+}
+
+std::string groupShape(int id, const std::string& name, const std::string& shapes,
+                       const std::string& grpSpPr) {
+  return "<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
+         "\"/><p:cNvGrpSpPr/><p:nvPr/></p:nvGrpSpPr><p:grpSpPr>" + grpSpPr + "</p:grpSpPr>" + shapes +
+         "</p:grpSp>";
 }
 
 std::string pictureShape(int id, const std::string& name, const std::string& blip, const std::string& nvPr) {
@@ -128,6 +142,10 @@ DeckBuilder::DeckBuilder()
 int DeckBuilder::addSlide(const std::string& shapes) {
   slides_.push_back({shapes, {}, {}, {}, {}, 1});
   return static_cast<int>(slides_.size());
+}
+
+void DeckBuilder::layout(const std::string& commonData) {
+  part("ppt/slideLayouts/slideLayout1.xml", layoutOf(commonData));
 }
 
 std::string DeckBuilder::relate(int slide, const std::string& type, const std::string& target,
@@ -221,7 +239,7 @@ std::vector<ZipEntry> DeckBuilder::entries() const {
       {"ppt/slideMasters/_rels/slideMaster1.xml.rels",
        relationships(relationship("rId1", "slideLayout", "../slideLayouts/slideLayout1.xml") +
                      relationship("rId2", "theme", "../theme/theme1.xml"))},
-      {"ppt/slideLayouts/slideLayout1.xml", layout()},
+      {"ppt/slideLayouts/slideLayout1.xml", layoutOf("<p:spTree>" + EmptyTree + "</p:spTree>")},
       {"ppt/slideLayouts/_rels/slideLayout1.xml.rels",
        relationships(relationship("rId1", "slideMaster", "../slideMasters/slideMaster1.xml"))},
       {"ppt/theme/theme1.xml", theme()}};

@@ -16,6 +16,13 @@ namespace support {
 std::string textShape(int id, const std::string& name, const std::string& text, const std::string& nvPr = {});
 /// XML of a p:sp with this p:txBody content (paragraphs).
 std::string shapeWithParagraphs(int id, const std::string& name, const std::string& paragraphs);
+/// XML of a p:sp with this content of its p:spPr and nothing to place it by; `nvPr` goes into its p:nvPr,
+/// `more` stands behind.
+std::string plainShape(int id, const std::string& name, const std::string& spPr = {},
+                       const std::string& nvPr = {}, const std::string& more = {});
+/// XML of a p:grpSp around these shapes, with this content of its p:grpSpPr.
+std::string groupShape(int id, const std::string& name, const std::string& shapes,
+                       const std::string& grpSpPr = {});
 /// XML of a p:pic with this a:blip; `nvPr` goes into its p:nvPr.
 std::string pictureShape(int id, const std::string& name, const std::string& blip,
                          const std::string& nvPr = {});
@@ -44,6 +51,8 @@ class DeckBuilder {
   int addSlide(const std::string& shapes = {});
   /// Replaces the shapes of a slide.
   void shapes(int slide, const std::string& xml) { slides_[at(slide)].shapes = xml; }
+  /// Replaces what the one layout shows: XML of its p:cSld.
+  void layout(const std::string& commonData);
   /// Attributes of the slide's root, such as show="0".
   void slideAttributes(int slide, const std::string& attributes) {
     slides_[at(slide)].attributes = attributes;
@@ -61,9 +70,9 @@ class DeckBuilder {
   void presentationTags(const std::vector<std::pair<std::string, std::string>>& tags);
   /// Content of p:showPr's parent: the presentation's properties.
   void presentationProperties(const std::string& xml) { properties_ = xml; }
-  /// XML between p:notesSz and the end of the presentation, such as a p:custShowLst.
-  void presentationExtra(const std::string& xml) { presentationExtra_ = xml; }
-  /// The presentation's one custom show; `more` stands behind its slides.
+  /// Appends XML behind the presentation's p:notesSz, such as a p:custShowLst.
+  void presentationExtra(const std::string& xml) { presentationExtra_ += xml; }
+  /// Appends the presentation's one custom show; `more` stands behind its slides.
   void customShow(int id, const std::vector<int>& slides, const std::string& more = {});
   /// The id of the presentation's relationship to a slide.
   [[nodiscard]] static std::string slideRelationship(int slide) {
@@ -80,8 +89,10 @@ class DeckBuilder {
     return opc::Package::fromBytes(bytes(), "test.pptx");
   }
   /// Opened without a file or an application.
-  [[nodiscard]] std::shared_ptr<deck::Presentation> presentation() const {
-    return std::make_shared<deck::Presentation>(package(), "/decks/test.pptx", std::nullopt);
+  [[nodiscard]] std::shared_ptr<deck::Presentation> presentation() const { return opened(bytes()); }
+  [[nodiscard]] static std::shared_ptr<deck::Presentation> opened(std::string bytes) {
+    return std::make_shared<deck::Presentation>(opc::Package::fromBytes(std::move(bytes), "test.pptx"),
+                                                "/decks/test.pptx", std::nullopt);
   }
 
  private:
