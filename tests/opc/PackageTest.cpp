@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 
 #include "basic/Error.h"
 #include "basic/Strings.h"
@@ -77,33 +76,25 @@ TEST(PackageTest, PartsAreFoundWhateverTheCaseAndTheSlash) {
 }
 
 TEST(PackageTest, TargetsAreResolvedAsUris) {
-  struct Case {
-    const char* target;
-    const char* part;  // null: leads nowhere
-  };
-  const std::array<Case, 7> cases{{{"../media/image1.png", "ppt/media/image1.png"},
-                                   {"/ppt/media/image1.png", "ppt/media/image1.png"},
-                                   {"./../media/./image1.png#frag", "ppt/media/image1.png"},
-                                   {"../media/two%20words.png", "ppt/media/two words.png"},
-                                   {"../../../ppt/media/image1.png", nullptr},
-                                   {"../media/other.png", nullptr},
-                                   {"", nullptr}}};
+  const std::pair<const char*, const char*> cases[] = {
+      {"../media/image1.png", "ppt/media/image1.png"},
+      {"/ppt/media/image1.png", "ppt/media/image1.png"},
+      {"./../media/./image1.png#frag", "ppt/media/image1.png"},
+      {"../media/two%20words.png", "ppt/media/two words.png"},
+      {"../../../ppt/media/image1.png", "nowhere"},
+      {"../media/other.png", "nowhere"},
+      {"", "nowhere"}};
   DeckBuilder deck = DeckBuilder::of();
   deck.part("ppt/media/image1.png", "one");
   deck.part("ppt/media/two words.png", "two");
   std::vector<std::string> ids;
-  for (const Case& c : cases) ids.push_back(deck.relate(1, "image", c.target));
+  for (const auto& each : cases) ids.push_back(deck.relate(1, "image", each.first));
   const std::string external = deck.relate(1, "image", "../media/image1.png", true);
   const auto package = deck.package();
   Part& slide = package->part(SlideName);
-  for (std::size_t i = 0; i < cases.size(); ++i) {
-    Part* target = slide.target(ids[i]);
-    if (cases[i].part == nullptr) {
-      EXPECT_EQ(target, nullptr) << cases[i].target;
-    } else {
-      ASSERT_NE(target, nullptr) << cases[i].target;
-      EXPECT_EQ(target->name(), cases[i].part);
-    }
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    const Part* target = slide.target(ids[i]);
+    EXPECT_EQ(target == nullptr ? "nowhere" : target->name(), cases[i].second) << cases[i].first;
   }
   EXPECT_EQ(slide.target(external), nullptr);
   EXPECT_TRUE(slide.relationship(external)->external);

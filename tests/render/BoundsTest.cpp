@@ -22,11 +22,6 @@ std::string repeated(std::size_t times, const std::string& text) {
   return all;
 }
 
-std::string shape(int id, const std::string& inside) {
-  return "<p:sp><p:nvSpPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"A\"/></p:nvSpPr>" + inside +
-         "</p:sp>";
-}
-
 const std::string Frame = "<a:xfrm><a:off x=\"0\" y=\"0\"/><a:ext cx=\"952500\" cy=\"952500\"/></a:xfrm>";
 
 SlidePage drawn(DeckBuilder& builder) {
@@ -37,12 +32,13 @@ SlidePage drawn(DeckBuilder& builder) {
 TEST(Bounds, WhatEveryParagraphInheritsIsSmall) {
   const std::string longName(5000, 'n');
   const auto stops = repeated(5000, "<a:gs pos=\"1000\"><a:srgbClr val=\"123456\"/></a:gs>");
-  DeckBuilder builder = DeckBuilder::of(shape(
-      2, "<p:spPr>" + Frame + "</p:spPr><p:txBody><a:bodyPr/><a:lstStyle><a:lvl1pPr><a:buFont typeface=\"" +
-             longName + "\"/><a:buChar char=\"" + longName + "\"/><a:defRPr><a:gradFill><a:gsLst>" + stops +
-             "</a:gsLst></a:gradFill><a:latin typeface=\"" + longName +
-             "\"/></a:defRPr></a:lvl1pPr></a:lstStyle>" +
-             repeated(200, "<a:p><a:r><a:t>x</a:t></a:r></a:p>") + "</p:txBody>"));
+  DeckBuilder builder = DeckBuilder::of(
+      support::plainShape(2, "A", Frame, {},
+                          "<p:txBody><a:bodyPr/><a:lstStyle><a:lvl1pPr><a:buFont typeface=\"" + longName +
+                              "\"/><a:buChar char=\"" + longName + "\"/><a:defRPr><a:gradFill><a:gsLst>" +
+                              stops + "</a:gsLst></a:gradFill><a:latin typeface=\"" + longName +
+                              "\"/></a:defRPr></a:lvl1pPr></a:lstStyle>" +
+                              repeated(200, "<a:p><a:r><a:t>x</a:t></a:r></a:p>") + "</p:txBody>"));
   const auto page = drawn(builder);
   EXPECT_LT(page.html.size(), 2000000U);
   EXPECT_THAT(page.html, Not(HasSubstr(longName.substr(0, 300))));
@@ -53,27 +49,21 @@ TEST(Bounds, ShapesThatAPageHasNoRoomForKeepTheirEmptyElement) {
   // A heavy outline on the layout that every placeholder of the slide takes over.
   const std::string point = "<a:pt x=\"12345678\" y=\"12345678\"/>";
   const auto points = repeated(20000, "<a:cubicBezTo>" + point + point + point + "</a:cubicBezTo>");
-  const std::string heavy =
-      "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"L\"/><p:cNvSpPr/><p:nvPr><p:ph idx=\"9\"/></p:nvPr>"
-      "</p:nvSpPr><p:spPr>" +
+  const std::string heavy = support::plainShape(
+      2, "L",
       Frame + "<a:custGeom><a:pathLst><a:path><a:moveTo><a:pt x=\"l\" y=\"t\"/></a:moveTo>" + points +
-      "</a:path></a:pathLst></a:custGeom><a:solidFill><a:srgbClr val=\"FF0000\"/></a:solidFill>"
-      "</p:spPr></p:sp>";
+          "</a:path></a:pathLst></a:custGeom><a:solidFill><a:srgbClr val=\"FF0000\"/></a:solidFill>",
+      "<p:ph idx=\"9\"/>");
   const auto takers = [](int count) {
     std::string all;
     for (int id = 2; id < 2 + count; ++id) {
-      all += "<p:sp><p:nvSpPr><p:cNvPr id=\"" + std::to_string(id) +
-             "\" name=\"S\"/><p:cNvSpPr/><p:nvPr><p:ph "
-             "idx=\"9\"/></p:nvPr></p:nvSpPr><p:spPr/><p:txBody><a:bodyPr/>"
-             "<a:p><a:r><a:t>x</a:t></a:r></a:p></p:txBody></p:sp>";
+      all += support::plainShape(id, "S", {}, "<p:ph idx=\"9\"/>",
+                                 "<p:txBody><a:bodyPr/><a:p><a:r><a:t>x</a:t></a:r></a:p></p:txBody>");
     }
     return all;
   };
   DeckBuilder builder;
-  builder.part("ppt/slideLayouts/slideLayout1.xml",
-               "<p:sldLayout xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\" "
-               "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\"><p:cSld><p:spTree>" +
-                   heavy + "</p:spTree></p:cSld></p:sldLayout>");
+  builder.layout("<p:spTree>" + heavy + "</p:spTree>");
   builder.addSlide(takers(40) + textShape(300, "Last", "last"));
   const auto page = drawn(builder);
   EXPECT_LT(page.html.size(), 33U << 20U);
@@ -81,8 +71,7 @@ TEST(Bounds, ShapesThatAPageHasNoRoomForKeepTheirEmptyElement) {
   EXPECT_THAT(page.html, HasSubstr("id=\"s1-sh300\""));
   EXPECT_TRUE(page.html.ends_with("</div></section>"));
 
-  builder.shapes(1, "<p:grpSp><p:nvGrpSpPr><p:cNvPr id=\"400\" name=\"G\"/></p:nvGrpSpPr><p:grpSpPr/>" +
-                        takers(110) + "</p:grpSp>" + textShape(300, "Last", "last"));
+  builder.shapes(1, support::groupShape(400, "G", takers(110)) + textShape(300, "Last", "last"));
   const auto group = drawn(builder);
   EXPECT_THAT(group.problems, testing::ElementsAre(HasSubstr("too many points")));
   EXPECT_THAT(group.html, HasSubstr("last"));

@@ -19,15 +19,12 @@ using testing::Not;
 class PictureConverterTest : public testing::Test {
  protected:
   PictureConverterTest() {
-    options_.office =
-        script("office",
-               "for last; do :; done\n"
-               "echo run >> " +
-                   (folder_.path() / "runs").string() +
-                   "\n"
-                   "grep -q YmFk \"$last\" && exit 1\n"
-                   "grep -q c2xvdw \"$last\" && sleep 60\n"
-                   "d=$(dirname \"$last\")/out; mkdir -p \"$d\"; cp \"$last\" \"$d/pictures.pdf\"\n");
+    options_.office = script(
+        "office", "for last; do :; done\necho run >> " + (folder_.path() / "runs").string() +
+                      "\n"
+                      "grep -q YmFk \"$last\" && exit 1\n"
+                      "grep -q c2xvdw \"$last\" && sleep 60\n"
+                      "d=$(dirname \"$last\")/out; mkdir -p \"$d\"; cp \"$last\" \"$d/pictures.pdf\"\n");
     options_.outliner =
         script("outliner",
                "printf '<svg width=\"1pt\" height=\"1pt\" viewBox=\"0 0 1 1\"><defs/><g id=\"surface1\">"
