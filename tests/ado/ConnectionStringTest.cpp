@@ -24,6 +24,9 @@ using testing::StartsWith;
 /// The driver manager asks for it once.
 const int registered = ::setenv("ODBCSYSINI", TEST_DRIVERS, 1) + ::unsetenv("ODBCINI");
 
+/// What is given, and what is expected of it.
+using Texts = std::vector<std::pair<const char*, const char*>>;
+
 std::string parsed(const std::string& text) {
   const ConnectionString string(text);
   std::string all;
@@ -32,11 +35,7 @@ std::string parsed(const std::string& text) {
 }
 
 TEST(ConnectionString, IsReadByTheRulesOfQuoting) {
-  struct Case {
-    const char* text;
-    const char* parsed;
-  };
-  for (const auto& [text, expected] : std::vector<Case>{
+  for (const auto& [text, expected] : Texts{
            {"", ""},
            {" ;; ", ""},
            {"A=1;B=2", "<A|1><B|2>"},
@@ -85,11 +84,7 @@ TEST(ConnectionString, IsShownWithoutSecrets) {
 }
 
 TEST(Providers, AreServedByTheDriversHere) {
-  struct Case {
-    const char* text;
-    std::vector<std::string> parts;
-  };
-  for (const auto& [text, parts] : std::vector<Case>{
+  for (const auto& [text, parts] : std::vector<std::pair<const char*, std::vector<std::string>>>{
            {"Provider=SQLite;Data Source=:memory:;Mode=Read;Prompt=4;OLE DB Services=-1;Location=x",
             {"Driver={SQLite3};", "Database=:memory:;", "NoCreat=1;"}},
            {"Provider=PostgreSQL OLE DB Provider;Data Source=db1;location=shop;User "
@@ -134,11 +129,7 @@ TEST(Providers, AreServedByTheDriversHere) {
 }
 
 TEST(Providers, SayWhatTheyDoNotServe) {
-  struct Case {
-    const char* text;
-    const char* why;
-  };
-  for (const Case& each : std::vector<Case>{
+  for (const auto& [text, why] : Texts{
            {"Provider=MSDAORA;Data Source=x;Password=s3cret", "'MSDAORA'"},
            {"Provider=MSDAORA", "odbc-mdbtools"},
            {"Provider=MSDAORA", "libsqliteodbc"},
@@ -161,9 +152,9 @@ TEST(Providers, SayWhatTheyDoNotServe) {
            {"DSN={x;Driver=y}", "'DSN'"},
            {"DSN=unknown;PWD='s3;Server=s3cret'", "'PWD'"},
        }) {
-    EXPECT_THAT(errorOf([&] { (void)targetOf(each.text); }),
-                AllOf(HasSubstr(each.why), Not(HasSubstr("s3cret"))))
-        << each.text;
+    EXPECT_THAT(errorOf([&, text = text] { (void)targetOf(text); }),
+                AllOf(HasSubstr(why), Not(HasSubstr("s3cret"))))
+        << text;
   }
 }
 
@@ -207,7 +198,7 @@ TEST(Providers, TakeOnlyWhatTheyKnowToBeHarmless) {
 
 TEST(Providers, HaveTheirFilesTranslated) {
   const auto translate = [](std::string_view path) { return "/proc/self/" + std::string(path.substr(3)); };
-  for (const auto& [text, part] : std::vector<std::pair<const char*, const char*>>{
+  for (const auto& [text, part] : Texts{
            {"Provider=SQLite;Data Source=C:\\status", "Database=/proc/self/status;"},
            {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=C:\\status", "DBQ=/proc/self/status;"},
            {"Driver={SQLite3};Database=C:\\no", "Database=/proc/self/no;"},
@@ -234,10 +225,10 @@ TEST(Providers, AskForFilesByWayOfTheirDrives) {
   host::Services services;
   services.drives = &drives;
   host::Use(services);
-  for (const auto& [text, file] : std::vector<std::pair<const char*, const char*>>{
-           {"Provider=SQLite;Data Source=/far/stock.db", "/far/stock.db"},
-           {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/far/stock.mdb", "/far/stock.mdb"},
-           {"FILEDSN=/far/stock", "/far/stock.dsn"}}) {
+  for (const auto& [text, file] :
+       Texts{{"Provider=SQLite;Data Source=/far/stock.db", "/far/stock.db"},
+             {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/far/stock.mdb", "/far/stock.mdb"},
+             {"FILEDSN=/far/stock", "/far/stock.dsn"}}) {
     EXPECT_EQ(errorOf([&, text = text] { (void)targetOf(text); }), file + std::string(" does not answer"));
   }
   host::Use({});
@@ -255,19 +246,15 @@ TEST(Providers, TakeTimeoutsAndCredentials) {
 }
 
 TEST(TableName, IsQuotedPartByPart) {
-  struct Case {
-    const char* name;
-    const char* quoted;
-  };
-  for (const auto& [name, quoted] : std::vector<Case>{{"Stock", "\"Stock\""},
-                                                      {" my stock ", "\"my stock\""},
-                                                      {"dbo.Stock", "\"dbo\".\"Stock\""},
-                                                      {"[my shop].[a.b]", "\"my shop\".\"a.b\""},
-                                                      {"`a``b`.c", "\"a`b\".\"c\""},
-                                                      {"\"a\"\"b\"", "\"a\"\"b\""},
-                                                      {"we\"ird", "\"we\"\"ird\""},
-                                                      {"\"a\" b", "\"\"\"a\"\" b\""},
-                                                      {"x; DROP TABLE y", "\"x; DROP TABLE y\""}}) {
+  for (const auto& [name, quoted] : Texts{{"Stock", "\"Stock\""},
+                                          {" my stock ", "\"my stock\""},
+                                          {"dbo.Stock", "\"dbo\".\"Stock\""},
+                                          {"[my shop].[a.b]", "\"my shop\".\"a.b\""},
+                                          {"`a``b`.c", "\"a`b\".\"c\""},
+                                          {"\"a\"\"b\"", "\"a\"\"b\""},
+                                          {"we\"ird", "\"we\"\"ird\""},
+                                          {"\"a\" b", "\"\"\"a\"\" b\""},
+                                          {"x; DROP TABLE y", "\"x; DROP TABLE y\""}}) {
     EXPECT_EQ(quotedTableName(name, "\""), quoted);
   }
   EXPECT_EQ(quotedTableName("a b", ""), "a b");
