@@ -1,6 +1,7 @@
 #include "web/http/Target.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "basic/Percent.h"
 #include "basic/Strings.h"
@@ -31,6 +32,14 @@ Target targetOf(std::string_view text) {
   if (target.host && target.path.empty()) target.path = "/";
   if (mark < text.size()) target.query = text.substr(mark + 1);
   return target;
+}
+
+std::optional<int> takeNumber(std::string_view& text) {
+  int number = 0;
+  const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (failed != std::errc() || number < 0) return std::nullopt;
+  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+  return number;
 }
 
 std::optional<std::string> queryField(std::string_view query, std::string_view name) {

@@ -20,6 +20,9 @@ struct Target {
 /// without a path means "/". What is of neither form becomes the path.
 Target targetOf(std::string_view text);
 
+/// Takes a number, 0 or more, off the beginning of a part of an address; nothing where none stands there.
+std::optional<int> takeNumber(std::string_view& text);
+
 /// A field of a query ("slide=3&shape=A%20B"), decoded (application/x-www-form-urlencoded,
 /// URL Standard, 5.1); nothing when it is not there.
 std::optional<std::string> queryField(std::string_view query, std::string_view name);

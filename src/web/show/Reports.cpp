@@ -164,8 +164,8 @@ void writeDecks(MetricsWriter& out, const DecksHealth& decks) {
 std::string label(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
-    if (c == '"' || c == '\\') escaped += '\\';
-    escaped += c;
+    if (c == '"' || c == '\\' || c == '\n') escaped += '\\';
+    escaped += c == '\n' ? 'n' : c;
   }
   return escaped;
 }
@@ -202,22 +202,12 @@ Json hubJson(const Broadcast& broadcast) {
           {"waiting", hub.waiting()}};
 }
 
-/// As the value of a label.
-std::string labelled(const std::string& text) {
-  std::string label;
-  for (const char c : text) {
-    if (c == '"' || c == '\\') label += '\\';
-    label += c;
-  }
-  return label;
-}
-
 void writeKnownScreens(MetricsWriter& out, const Screens& book) {
   out.family("lumenfold_screen_present", "gauge", "1 while the known screen is there.");
   std::set<std::string> missing;
   for (const Screens::Missing& screen : book.missing()) missing.insert(screen.name);
   for (const std::string& name : book.expected()) {
-    out.sample(missing.contains(name) ? 0 : 1, "{screen=\"" + labelled(name) + "\"}");
+    out.sample(missing.contains(name) ? 0 : 1, "{screen=\"" + label(name) + "\"}");
   }
 }
 

@@ -2,7 +2,6 @@
 #include "web/show/Routes.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "web/http/Target.h"
@@ -26,10 +25,8 @@ constexpr std::string_view statePrefix = "/screen/state/";
 Response json(std::string text) { return Response::fresh(200, "application/json", std::move(text)); }
 
 std::optional<int> positiveNumber(std::string_view text) {
-  int number = 0;
-  const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool isNumber = failed == std::errc() && end == text.data() + text.size() && number > 0;
-  return isNumber ? std::optional(number) : std::nullopt;
+  const auto number = takeNumber(text);
+  return number && *number > 0 && text.empty() ? number : std::nullopt;
 }
 
 /// What may be asked without a look at the show, where that takes a token: what watches over the program, and

@@ -32,6 +32,8 @@ class Broadcast;
 ///   GET  /screen/check            204, or 401 for who may not look
 ///   GET  /screen/time             the server's time, JSON: see timeJson()
 ///   GET  /screen/events           event stream for screens, with the page's query
+///   GET  /screen/state/VIEW       the whole state of a view by its name (ViewName.h), JSON; see docs/hubs.md
+///   POST /screen/painted          a screen tells what it has painted; see docs/hubs.md
 ///   GET  /remote/events           the same events for remote controls, which are no screens
 ///   GET  /api/v1/events           event stream for programs
 ///   GET  /api/v1/state            the state, JSON
@@ -40,19 +42,15 @@ class Broadcast;
 ///   GET  /healthz                 {"status":"ok"}: the program's loop turns
 ///   GET  /readyz                  {"status":"ready"}, or 503 before and after the show
 ///   GET  /metrics                 for Prometheus
-///   GET  /screen/state/VIEW       the whole state of a view by its name (ViewName.h), JSON
-///   POST /screen/painted          a screen tells what it has painted
 ///   POST /api/v1/next, previous, first, last, goto/N, end,
 ///        blank/black, blank/white, blank/off     with "Authorization: Bearer TOKEN"
 ///   POST /api/v1/pass             likewise: the browser may come in when it is full
 ///
-/// docs/hubs.md tells what screens at hubs make of it.
-///
 /// HEAD works wherever GET does, streams apart. Errors are JSON, {"error":"…"}:
 /// 400 for a slide number that is none, 401 without the token (of all but the program's own files and what
-/// watches over it, where screens are known), 403 for a foreign
-/// request (see Guard), 404, 405, 409 when the show refuses a command, 416 for a range behind the end, 429
-/// for a screen that reports too often, 500 when the show fails, 503 when too many are here.
+/// watches over it, where screens are known), 403 for a foreign request (see Guard), 404, 405,
+/// 409 when the show refuses a command, 416 for a range behind the end, 429 for a screen that reports too
+/// often, 500 when the show fails, 503 when too many are here.
 class Routes : public Handler {
  public:
   /// All outlive it.

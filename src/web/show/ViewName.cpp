@@ -1,7 +1,5 @@
 #include "web/show/ViewName.h"
 
-#include <charconv>
-
 #include "web/http/Target.h"
 
 namespace web {
@@ -10,14 +8,6 @@ namespace {
 constexpr std::string_view slidePrefix = "slide-";
 constexpr std::string_view shapePrefix = "shape-";
 constexpr std::string_view digits = "0123456789abcdef";
-
-std::optional<int> numberAt(std::string_view& text) {
-  int number = 0;
-  const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (failed != std::errc() || number < 0) return std::nullopt;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  return number;
-}
 
 std::string hexadecimal(std::string_view bytes) {
   std::string text;
@@ -46,7 +36,7 @@ ViewAddress viewAddressed(std::string_view query) {
   ViewAddress address;
   if (const auto slide = queryField(query, "slide")) {
     std::string_view rest = *slide;
-    const auto number = numberAt(rest);
+    const auto number = takeNumber(rest);
     address.slide = number && rest.empty() ? *number : 0;
   }
   address.shape = queryField(query, "shape");
@@ -74,7 +64,7 @@ std::optional<ViewAddress> viewNamed(std::string_view name) {
   std::string_view rest = name;
   if (rest.starts_with(slidePrefix)) {
     rest.remove_prefix(slidePrefix.size());
-    address.slide = numberAt(rest);
+    address.slide = takeNumber(rest);
     if (!address.slide) return std::nullopt;
     if (rest.starts_with('-')) rest.remove_prefix(1);
   }
