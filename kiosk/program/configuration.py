@@ -29,7 +29,7 @@ class Configuration:
 def read(path) -> Configuration:
     """The settings in a file; ConfigurationError names all that is wrong with it."""
     try:
-        with open(path, encoding="utf-8") as file:
+        with open(path, encoding="utf-8-sig") as file:
             lines = file.read().splitlines()
     except (OSError, UnicodeDecodeError) as error:
         raise ConfigurationError(f"{path}: {getattr(error, 'strerror', None) or error}") from error
@@ -39,7 +39,7 @@ def read(path) -> Configuration:
     faults = []
     for number, line in enumerate(lines, 1):
         line = line.strip()
-        if not line or line.startswith("#"):
+        if not line or line.startswith(("#", ";")):
             continue
         try:
             key, value = _parse_line(line)

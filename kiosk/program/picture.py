@@ -24,10 +24,10 @@ class Picture:
         os.replace(fresh, self._file)
 
     def taken(self):
-        """When, or nothing where there is none."""
+        """When, or nothing where there is none that can be read: the show goes on without."""
         try:
             return datetime.fromtimestamp(self._file.stat().st_mtime)
-        except FileNotFoundError:
+        except OSError:
             return None
 
     def as_url(self):
@@ -38,5 +38,5 @@ class Picture:
     def _read(self):
         try:
             return self._file.read_bytes()
-        except FileNotFoundError:
+        except OSError:
             return None
