@@ -72,7 +72,7 @@ std::string operands(const CLI::App& verb) {
 /// What stands behind an option: "FILE", "text|json", "FLOAT in [0.1 - 86400]". The parser's word for it has
 /// the check of the value behind a colon.
 std::string valueOf(const CLI::Option& option) {
-  const std::string type = option.get_type_name();
+  std::string type = option.get_type_name();
   const std::size_t colon = type.find(':');
   if (colon == std::string::npos) return type;
   const std::string check = type.substr(colon + 1);
