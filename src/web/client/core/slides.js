@@ -83,12 +83,12 @@ function frameToLeave(state) {
   return state.current && !isSame ? front : null;
 }
 
-function putForward({ current, next }) {
+function putForward(current) {
   for (const frame of stage.children) {
     frame.classList.toggle("current", frame === current);
     frame.inert = frame !== current;
   }
-  wanted = [current, next];
+  wanted = [current];
 }
 
 // `behind` has the frames that were made for the state before.
@@ -98,7 +98,9 @@ function swapTo(state, isAnimated, behind) {
   if (before || !state.current) finishTransition();
   for (const side of sides) stage.style.setProperty(`--slide-${side}`, `${state[side]}px`);
   const current = behind.current ?? frameFor(state.current);
-  putForward({ current, next: behind.next ?? frameFor(state.next) });
+  const next = behind.next ?? frameFor(state.next);
+  putForward(current);
+  wanted.push(next);
   for (const frame of stage.children) playMedia(frame, frame === current);
   if (before && isAnimated) playTransition(before, current, state.transition, timeOf(state.at), dropOthers);
   dropOthers();
@@ -193,14 +195,15 @@ function canBeginAhead(state) {
 }
 
 // Leaves the whole change to the browser's compositor, which keeps its moment also where many pages have one
-// processor: what it shows then is drawn already, and no script runs.
-async function swapAhead(state, { current, next }) {
+// processor: what it shows then is drawn already, and no script runs. The slide that comes next is made after it.
+async function swapAhead(state) {
   const before = frameToLeave(state);
-  putForward({ current, next: next ?? (state.next && before) });
+  const current = frameFor(state.current);
+  putForward(current);
   playTransition(before, current, state.transition, timeOf(state.at), dropOthers);
-  dropOthers();
   await momentPassed(state.at);
   for (const frame of stage.children) playMedia(frame, frame === current);
+  wanted.push(frameFor(state.next));
 }
 
 function useRules(state) {
@@ -217,11 +220,11 @@ export async function showState(state, isAnimated) {
   if (page.dataset.deck !== state.deck) await prepareDeck(state);
   let behind = {};
   if (isAhead(state.at)) {
-    behind = standBehind(state);
     if (isAnimated && canBeginAhead(state)) {
       useRules(state);
-      return swapAhead(state, behind);
+      return swapAhead(state);
     }
+    behind = standBehind(state);
     picturesLoaded(`${state.current?.html}`);
     await frameAt(state.at);
   }
