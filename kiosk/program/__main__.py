@@ -52,7 +52,8 @@ async def feed_watchdog():
 
 def tell(line):
     print(line, file=sys.stderr, flush=True)
-    notify("STATUS=" + line.replace("\n", "; "))
+    # A message that is too long for the manager's socket would be an error.
+    notify("STATUS=" + line.replace("\n", "; ")[:1000])
 
 
 async def show(configuration, notice):

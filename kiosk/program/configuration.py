@@ -6,6 +6,9 @@ from urllib.parse import urlsplit
 from hours import Window, parse_window
 
 
+_MOST_CHARACTERS = 100_000
+
+
 class ConfigurationError(Exception):
     """What is wrong, a line for each fault, with the file and its line."""
 
@@ -30,14 +33,18 @@ def read(path) -> Configuration:
     """The settings in a file; ConfigurationError names all that is wrong with it."""
     try:
         with open(path, encoding="utf-8-sig") as file:
-            lines = file.read().splitlines()
-    except (OSError, UnicodeDecodeError) as error:
-        raise ConfigurationError(f"{path}: {getattr(error, 'strerror', None) or error}") from error
+            text = file.read(_MOST_CHARACTERS + 1)
+    except OSError as error:
+        raise ConfigurationError(f"{path}: {error.strerror}") from error
+    except UnicodeDecodeError as error:
+        raise ConfigurationError(f"{path}: it is no text in UTF-8") from error
+    if len(text) > _MOST_CHARACTERS:
+        raise ConfigurationError(f"{path}: it is too long for settings")
 
     values = {key: [] for key in _PARSERS}
     seen = {}
     faults = []
-    for number, line in enumerate(lines, 1):
+    for number, line in enumerate(text.splitlines(), 1):
         line = line.strip()
         if not line or line.startswith(("#", ";")):
             continue
@@ -61,7 +68,7 @@ def read(path) -> Configuration:
 def _parse_line(line):
     key, sign, value = (part.strip() for part in line.partition("="))
     if not sign:
-        raise ValueError(f'"{line}" is no line of the form KEY = VALUE')
+        raise ValueError(f'"{line[:60]}" is no line of the form KEY = VALUE')
     if key not in _PARSERS:
         raise ValueError(f'"{key}" is no setting; settings are {", ".join(_PARSERS)}')
     if not value:

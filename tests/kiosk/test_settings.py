@@ -17,7 +17,7 @@ class Settings(unittest.TestCase):
     def read(self, text):
         with tempfile.TemporaryDirectory() as folder:
             file = Path(folder) / "kiosk.conf"
-            file.write_text(text, encoding="utf-8")
+            file.write_bytes(text if isinstance(text, bytes) else text.encode())
             try:
                 return read(file)
             except ConfigurationError as error:
@@ -44,6 +44,8 @@ class Settings(unittest.TestCase):
     def test_a_file_that_cannot_be_read_says_so(self):
         with self.assertRaisesRegex(ConfigurationError, "^/nowhere/kiosk.conf: No such file"):
             read("/nowhere/kiosk.conf")
+        self.assertIn("no text in UTF-8", self.read(b"url = \xff"))
+        self.assertIn("too long", self.read("#" * 100_001))
 
     def test_hours(self):
         cases = [

@@ -25,6 +25,8 @@ expect "show shapes" sh
 expect "--kiosk" show deck.pptx --ki
 expect "" show deck.p
 expect "test tables" connection deck.pptx t
+expect "" connection t
+expect "add" screen a
 expect "--header" connection deck.pptx add --hea
 expect "--grid" link deck.pptx --gr
 expect "" manu

@@ -194,7 +194,7 @@ void writeVerbPage(std::ostream& out, const CLI::App& program, const CLI::App& v
 void writeCompletion(std::ostream& out, const CLI::App& program) {
   out << "# Completion of lumenfold for bash.\n"
          "_lumenfold() {\n"
-         "  local word=${COMP_WORDS[COMP_CWORD]} options='' actions='' each\n"
+         "  local word=${COMP_WORDS[COMP_CWORD]} options='' actions='' first=2 each\n"
          "  COMPREPLY=()\n"
          "  if ((COMP_CWORD == 1)); then\n"
          "    mapfile -t COMPREPLY < <(compgen -W '"
@@ -208,7 +208,8 @@ void writeCompletion(std::ostream& out, const CLI::App& program) {
         << "      options='" << optionWords(*verb) << "'\n";
     const Apps actions = actionsOf(*verb);
     if (!actions.empty()) {
-      out << "      actions='" << words(actions) << "'\n"
+      // Behind what the verb itself takes, such as a deck.
+      out << "      actions='" << words(actions) << "' first=" << 2 + positionals(*verb).size() << "\n"
           << "      for each in \"${COMP_WORDS[@]:2:COMP_CWORD-2}\"; do\n"
           << "        case $each in\n";
       for (const CLI::App* action : actions) {
@@ -222,7 +223,7 @@ void writeCompletion(std::ostream& out, const CLI::App& program) {
   out << "  esac\n"
          "  if [[ $word == -* ]]; then\n"
          "    mapfile -t COMPREPLY < <(compgen -W \"$options\" -- \"$word\")\n"
-         "  elif [[ -n $actions ]] && ((COMP_CWORD > 2)); then\n"
+         "  elif [[ -n $actions ]] && ((COMP_CWORD >= first)); then\n"
          "    mapfile -t COMPREPLY < <(compgen -W \"$actions\" -- \"$word\")\n"
          "  fi\n"
          "}\n"
