@@ -30,6 +30,10 @@ namespace app {
 namespace {
 
 namespace fs = std::filesystem;
+namespace type = ppt::type;
+using support::atomOf;
+using support::containerOf;
+using support::numbers;
 using support::TemporaryFolder;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -158,34 +162,42 @@ class StandIn {
 /// A text of one slide's old version, at a place of its own in points.
 support::OldRecord oldText(std::uint32_t number, const std::string& text, int left,
                            const std::vector<ppt::Tag>& tags) {
-  namespace type = ppt::type;
   constexpr int UnitsPerPoint = 8;
-  using support::atomOf;
-  using support::containerOf;
   return containerOf(
       type::Shape,
-      {atomOf(type::ShapeKind, support::numbers({number, 0}), 1),
+      {atomOf(type::ShapeKind, numbers({number, 0}), 1),
        atomOf(type::Anchor, support::smallNumbers(
                                 {0, left * UnitsPerPoint, (left + 50) * UnitsPerPoint, 20 * UnitsPerPoint})),
        containerOf(type::ClientData, {support::tagsRecord(tags)}),
-       containerOf(type::TextBox,
-                   {atomOf(type::TextHeader, support::numbers({4})), atomOf(type::TextBytes, text)})});
+       containerOf(type::TextBox, {atomOf(type::TextHeader, numbers({4})), atomOf(type::TextBytes, text)})});
+}
+
+/// A slide, a master or a page of notes.
+support::OldRecord page(std::uint32_t kind, std::vector<support::OldRecord> shapes) {
+  support::OldRecord tree = containerOf(type::Group, {containerOf(type::Shape, {})});
+  for (support::OldRecord& shape : shapes) tree.records.push_back(std::move(shape));
+  return containerOf(kind, {containerOf(type::Drawing, {containerOf(type::DrawingContent, {tree})})});
+}
+
+/// A list of pages by their numbers in the file.
+support::OldRecord listOf(const std::vector<std::uint32_t>& pages, std::uint32_t instance) {
+  std::vector<support::OldRecord> all;
+  for (const std::uint32_t number : pages) all.push_back(atomOf(type::SlidePersist, numbers({number})));
+  return containerOf(type::SlideList, std::move(all), instance);
+}
+
+/// A file of these pages, the document's records first.
+std::string oldFile(std::vector<support::OldRecord> document, const std::vector<support::OldRecord>& pages) {
+  support::OldDeckWriter writer;
+  std::uint32_t number = 1;
+  writer.put(number, containerOf(type::Document, std::move(document)));
+  for (const support::OldRecord& each : pages) writer.put(++number, each);
+  writer.save();
+  return writer.file();
 }
 
 std::string oldDeck(std::vector<support::OldRecord> shapes) {
-  namespace type = ppt::type;
-  using support::atomOf;
-  using support::containerOf;
-  support::OldRecord tree = containerOf(type::Group, {containerOf(type::Shape, {})});
-  for (support::OldRecord& shape : shapes) tree.records.push_back(std::move(shape));
-  support::OldDeckWriter writer;
-  writer.put(
-      1, containerOf(type::Document,
-                     {containerOf(type::SlideList, {atomOf(type::SlidePersist, support::numbers({2}))})}));
-  writer.put(
-      2, containerOf(type::Slide, {containerOf(type::Drawing, {containerOf(type::DrawingContent, {tree})})}));
-  writer.save();
-  return writer.file();
+  return oldFile({listOf({2}, 0)}, {page(type::Slide, std::move(shapes))});
 }
 
 std::string newText(int id, const std::string& name, const std::string& text, int left,
@@ -238,27 +250,12 @@ TEST(Import, ShapesThatCameOrWentLeadNoTagAstray) {
 }
 
 TEST(Import, TagsOfMastersAndNotesAreListed) {
-  namespace type = ppt::type;
-  using support::atomOf;
-  using support::containerOf;
-  using support::numbers;
-  const auto list = [](std::uint32_t id, std::uint32_t instance) {
-    return containerOf(type::SlideList, {atomOf(type::SlidePersist, numbers({id}))}, instance);
-  };
-  const auto page = [](std::uint32_t kind, support::OldRecord shape) {
-    const support::OldRecord tree =
-        containerOf(type::Group, {containerOf(type::Shape, {}), std::move(shape)});
-    return containerOf(kind, {containerOf(type::Drawing, {containerOf(type::DrawingContent, {tree})})});
-  };
-  support::OldDeckWriter writer;
-  writer.put(1, containerOf(type::Document, {list(3, 1), list(2, 0), list(4, 2), list(99, 2)}));
-  writer.put(2, page(type::Slide, oldText(2, "Rye", 0, {{"A", "1"}})));
-  writer.put(3, page(type::MainMaster, oldText(2, "Logo", 0, {{"B", "2"}})));
-  support::OldRecord notes = page(type::Notes, oldText(2, "Said", 0, {}));
+  support::OldRecord notes = page(type::Notes, {oldText(2, "Said", 0, {})});
   notes.records.push_back(support::tagsRecord({{"C", "3"}}));
-  writer.put(4, notes);
-  writer.save();
-  const ImportedDeck imported = StandIn(newDeck(newText(2, "", "Rye", 0))).import(writer.file());
+  const std::string old = oldFile({listOf({3}, 1), listOf({2}, 0), listOf({4}, 2), listOf({99}, 2)},
+                                  {page(type::Slide, {oldText(2, "Rye", 0, {{"A", "1"}})}),
+                                   page(type::MainMaster, {oldText(2, "Logo", 0, {{"B", "2"}})}), notes});
+  const ImportedDeck imported = StandIn(newDeck(newText(2, "", "Rye", 0))).import(old);
   EXPECT_THAT(placed(imported), ElementsAre("Text 2=1"));
   EXPECT_THAT(imported.lost, ElementsAre("Master 1, 'Text 2' (Logo): B = '2'", "Notes page 1: C = '3'"));
 }
@@ -288,46 +285,41 @@ TEST(Import, NoFileIsReadThatTheOldOneIsLinkedTo) {
 }
 
 TEST(Import, TellsOfGraphsThatStayObjects) {
-  namespace type = ppt::type;
-  using support::atomOf;
-  using support::containerOf;
-  using support::numbers;
-  support::OldDeckWriter writer;
   const support::OldRecord graph =
       containerOf(type::EmbeddedObject, {atomOf(type::Object, numbers({1, 0, 7, 0, 9, 0})),
                                          atomOf(type::String, support::utf16("MSGraph.Chart.8"), 2)});
   const support::OldRecord shape = containerOf(
       type::Shape, {atomOf(type::ShapeKind, numbers({2, 0x10}), 75),
                     containerOf(type::ClientData, {atomOf(type::ObjectReference, numbers({7}))})});
-  const support::OldRecord tree = containerOf(type::Group, {containerOf(type::Shape, {}), shape});
-  writer.put(1, containerOf(type::Document,
-                            {containerOf(type::ExternalObjects, {graph}),
-                             containerOf(type::SlideList, {atomOf(type::SlidePersist, numbers({2}))})}));
-  writer.put(
-      2, containerOf(type::Slide, {containerOf(type::Drawing, {containerOf(type::DrawingContent, {tree})})}));
-  writer.save();
+  const std::string old =
+      oldFile({containerOf(type::ExternalObjects, {graph}), listOf({2}, 0)}, {page(type::Slide, {shape})});
   StandIn office(
       newDeck(support::graphicFrame(4, "", "http://schemas.openxmlformats.org/presentationml/2006/ole",
                                     R"(<p:oleObj progId="MSGraph.Chart.8"/>)")));
   EXPECT_THAT(
-      office.import(writer.file()).warnings,
+      office.import(old).warnings,
       ElementsAre("Slide 1, 'Object 2': it is an embedded graph (MSGraph.Chart.8), which stays an object and "
                   "shows no data. Put a chart in its place."));
 }
 
 TEST(Import, FailsWithTheReason) {
   const std::string old = oldDeck({});
-  StandIn office(newDeck(""));
-  EXPECT_EQ(office.errorOf("PK"),
-            "'old.ppt' cannot be imported: it is no OLE compound file, so no old presentation.");
-  StandIn failing(newDeck(""), "echo 'Error: no room'\nexit 1\n");
-  EXPECT_THAT(failing.errorOf(old), HasSubstr("LibreOffice cannot convert it (Error: no room)."));
-  StandIn broken("no archive");
-  EXPECT_THAT(broken.errorOf(old), HasSubstr("cannot be imported"));
   support::DeckBuilder two;
   two.addSlide();
   two.addSlide();
-  EXPECT_THAT(StandIn(two.bytes()).errorOf(old), HasSubstr("LibreOffice makes 2 slides of its 1."));
+  const struct {
+    const char* before;
+    std::string made, old;
+    const char* why;
+  } cases[] = {
+      {"", newDeck(""), "PK",
+       "'old.ppt' cannot be imported: it is no OLE compound file, so no old presentation."},
+      {"echo 'Error: no room'\nexit 1\n", newDeck(""), old,
+       "LibreOffice cannot convert it (Error: no room)."},
+      {"", "no archive", old, "cannot be imported"},
+      {"", two.bytes(), old, "LibreOffice makes 2 slides of its 1."},
+  };
+  for (const auto& c : cases) EXPECT_THAT(StandIn(c.made, c.before).errorOf(c.old), HasSubstr(c.why));
   StandIn missing(newDeck(""));
   missing.conversion.program = "/nonexistent/soffice";
   EXPECT_THAT(missing.errorOf(old), HasSubstr("is not installed (apt install libreoffice-impress)"));

@@ -32,15 +32,11 @@ TEST_F(SettingsTest, ReadsTheFile) {
         "Debug = 0\r\n"
         "[INFO]\r\n"
         "Twice = second");
-  EXPECT_EQ(get("Info", "Debug"), "True");
-  EXPECT_EQ(get("info", "DEBUG"), "True");
-  EXPECT_EQ(get("Other", "Debug"), "0");
-  EXPECT_EQ(get("Info", "HideUserInterface"), "1");
-  EXPECT_EQ(get("Info", "Quoted"), " blanks ");
-  EXPECT_EQ(get("Info", "Empty"), "");
-  EXPECT_EQ(get("Info", "Twice"), "second");
-  EXPECT_EQ(get("Info", "Equals"), "a=b;c#d");
-  EXPECT_EQ(get("Info", "Missing"), "");
+  const char* const values[][3] = {
+      {"Info", "Debug", "True"},          {"info", "DEBUG", "True"},      {"Other", "Debug", "0"},
+      {"Info", "HideUserInterface", "1"}, {"Info", "Quoted", " blanks "}, {"Info", "Empty", ""},
+      {"Info", "Twice", "second"},        {"Info", "Equals", "a=b;c#d"},  {"Info", "Missing", ""}};
+  for (const auto& [section, key, value] : values) EXPECT_EQ(get(section, key), value) << key;
   EXPECT_EQ(settings_.GetSetting("Other program", "Info", "Debug"), "");
   setVariable("LUMENFOLD_INFO_DEBUG", "False");
   EXPECT_EQ(get("Info", "Debug"), "False") << "variables go first";
