@@ -32,6 +32,7 @@ export async function startDisplay(width, height) {
   const folder = mkdtempSync(join(tmpdir(), "lumenfold-display-"));
   const args = ["-displayfd", "3", "-screen", "0", `${width}x${height}x24`, "-fbdir", folder, "-nolisten", "tcp"];
   const server = spawn("Xvfb", args, { stdio: ["ignore", "ignore", "ignore", "pipe"] });
+  process.once("exit", () => server.kill());
   for await (const number of createInterface(server.stdio[3])) {
     const dump = new Dump(join(folder, "Xvfb_screen0"));
     return {

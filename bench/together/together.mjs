@@ -1,5 +1,6 @@
 // How far apart screens change: pages in Chromium and plain readers follow one show with --synchronous. Each page is a
-// window on a virtual display, and what counts is when a pixel of it changes there, which is looked at twice a millisecond.
+// window on a virtual display, without motion, and what counts is when a pixel of it changes there, which is looked at
+// twice a millisecond.
 //   node bench/together/together.mjs build/release/lumenfold [CHANGES [PAGES [READERS [ADDRESS]]]]
 // With an ADDRESS, such as that of a hub before the show, pages go there. The variables SAMPLE, PORT and SHOW_OPTIONS
 // are the deck (a folder of samples/), the show's port and further options, such as --publish.
@@ -29,6 +30,7 @@ const show = spawn(resolve(program), ["show", `${sample}.pptx`, "--port", port, 
   env: { ...process.env, LUMENFOLD_TOKEN: "bench" },
   stdio: ["ignore", "pipe", "inherit"],
 });
+process.once("exit", () => show.kill());
 let url;
 for await (const line of createInterface(show.stdout)) {
   url = line.match(/^Screen: +(\S+)$/)?.[1];
