@@ -9,6 +9,7 @@
 #include "app/commands/ConnectionSource.h"
 #include "app/commands/DeckBackup.h"
 #include "app/commands/Editing.h"
+#include "app/commands/NumberChecks.h"
 #include "app/inspect/SourceLook.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/Output.h"
@@ -284,7 +285,7 @@ void addConnectionCommand(CLI::App& program, Environment& environment) {
     action->add_option("--sql", options->sql, "SELECT statement, or name of a table");
     action->add_option("--columns", options->columns, "Choice of columns, kept with the statement");
     action->add_option("--refresh", options->refresh, "Milliseconds between two requeries of a database")
-        ->check(CLI::NonNegativeNumber);
+        ->check(notNegative());
     action->add_flag("--strict", options->isStrict, "Store nothing when the source cannot be read now");
   };
   const auto number = [&](CLI::App* action) {

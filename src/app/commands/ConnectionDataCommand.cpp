@@ -9,6 +9,7 @@
 
 #include "addin/support/modGlobalFunctions.h"
 #include "app/commands/Commands.h"
+#include "app/commands/NumberChecks.h"
 #include "app/inspect/SourceLook.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/Failure.h"
@@ -201,7 +202,7 @@ void addConnectionDataActions(CLI::App& verb, const std::string& deck, Environme
     return each;
   };
   const auto rows = [&](CLI::App* each) {
-    each->add_option("--rows", options->rows, "Number of rows to print")->check(CLI::NonNegativeNumber);
+    each->add_option("--rows", options->rows, "Number of rows to print")->check(wholeNumber(0));
   };
 
   CLI::App* each = action("test", "Open a connection; print its columns, first rows, row count and time");

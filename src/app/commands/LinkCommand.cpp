@@ -12,6 +12,7 @@
 #include "app/commands/DeckBackup.h"
 #include "app/commands/Editing.h"
 #include "app/commands/LinkMany.h"
+#include "app/commands/NumberChecks.h"
 #include "app/inspect/SourceLook.h"
 #include "app/wiring/Failure.h"
 #include "app/wiring/StoredConnections.h"
@@ -223,7 +224,7 @@ void addLinkCommand(CLI::App& program, Environment&) {
           ->needs(grid);
   CLI::Option* rows = verb->add_option("--rows", options->many.rows, "Of a grid: how many rows it has")
                           ->needs(grid)
-                          ->check(CLI::PositiveNumber);
+                          ->check(wholeNumber(1));
   grid->needs(columns)->needs(rows);
   verb->add_flag("--dry-run", options->many.isDryRun, "Of many shapes: print what would be linked to what")
       ->excludes(shape);

@@ -3,10 +3,11 @@
 #include "app/commands/ServerOptions.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <iostream>
+#include <limits>
 
 #include "addin/support/modErrors.h"
+#include "app/commands/NumberChecks.h"
 #include "app/wiring/Environment.h"
 #include "app/wiring/LogLine.h"
 #include "app/wiring/Output.h"
@@ -35,21 +36,13 @@ void limitConnections(web::Options& web) {
                      std::to_string(wanted) + " for all of them.");
 }
 
-/// What is wrong with the text; empty when it is a port.
-std::string requirePort(const std::string& text) {
-  std::uint16_t port = 0;
-  const char* const end = text.data() + text.size();
-  const auto [read, failed] = std::from_chars(text.data(), end, port);
-  return failed == std::errc() && read == end ? "" : text + " is no port; ports are 0 to 65535";
-}
-
 }  // namespace
 
 void addServerOptions(CLI::App& verb, ServerOptions& options) {
   verb.add_option("--port", options.port, "Port to listen on; 0 takes any free one")
       ->capture_default_str()
       ->type_name("PORT")
-      ->check(CLI::Validator(requirePort, ""));
+      ->check(wholeNumber(0, std::numeric_limits<std::uint16_t>::max()));
   verb.add_option("--bind", options.bind, "Address to listen on; 0.0.0.0 for every network")
       ->capture_default_str()
       ->type_name("ADDRESS");
@@ -75,7 +68,7 @@ void addPerAddressOption(CLI::App& verb, ServerOptions& options) {
   verb.add_option("--per-address", options.perAddress,
                   "Connections that one address may hold (else half of all); this machine may hold all")
       ->type_name("NUMBER")
-      ->check(CLI::PositiveNumber);
+      ->check(wholeNumber(1));
 }
 
 web::Options serverOf(const ServerOptions& options, const Token& token, std::size_t connections) {

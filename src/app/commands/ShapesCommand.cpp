@@ -9,6 +9,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/commands/Editing.h"
+#include "app/commands/NumberChecks.h"
 #include "app/inspect/DeckPage.h"
 #include "app/inspect/HeadlessBrowser.h"
 #include "app/inspect/ShapeList.h"
@@ -153,7 +154,7 @@ void addShapesCommand(CLI::App& program, Environment&) {
   CLI::App* verb = program.add_subcommand(
       "shapes", "List the shapes of the slides: name, kind, text, place, link, and why one cannot be linked");
   verb->add_option("DECK", options->deck, "The deck")->required();
-  verb->add_option("--slide", options->slide, "This slide alone")->check(CLI::PositiveNumber);
+  verb->add_option("--slide", options->slide, "This slide alone")->check(wholeNumber(1));
   verb->add_flag("--json", options->json, "Print as JSON");
   CLI::Option* folder = verb->add_option(
       "--png", options->folder, "Folder for pictures of the slides with the names on them (takes Chromium)");

@@ -8,6 +8,7 @@
 
 #include "app/commands/Commands.h"
 #include "app/commands/HubOptions.h"
+#include "app/commands/NumberChecks.h"
 #include "app/commands/ScreenOptions.h"
 #include "app/commands/ServerEnd.h"
 #include "app/commands/SettingsFile.h"
@@ -97,8 +98,9 @@ class ShowRun {
 
  private:
   void beginShow(ServerEnd& end) {
-    requireSlide(options_.slide);
-    requireSlide(options_.whenEmpty);
+    for (const auto& slide : {options_.slide, options_.whenEmpty}) {
+      if (const std::string why = whyNoSlide(slide); !why.empty()) fail(why);
+    }
     // Before slides hide that have no data yet.
     const auto standstill = standstillOf(deck::ShowCourse(stage_.deck(), stage_.showOptions()));
     if (standstill) platform::tell(platform::Priority::Warning, "show", *standstill);
@@ -128,7 +130,11 @@ class ShowRun {
                      std::string("the settings are not taken up: ") + error.what());
       return notices.reloaded();
     }
-    taker_.take(options_.deck, !options_.noReload, [&notices] { notices.reloaded(); });
+    taker_.take(options_.deck, !options_.noReload, [this, &notices] {
+      const std::string why = whyNoSlide(options_.whenEmpty);
+      if (!why.empty()) platform::tell(platform::Priority::Warning, "settings", "when-empty: " + why);
+      notices.reloaded();
+    });
   }
 
   void tellProgress(const platform::Progress* progress) {
@@ -139,10 +145,12 @@ class ShowRun {
     }
   }
 
-  void requireSlide(const std::optional<std::int32_t>& slide) const {
-    if (!slide || (*slide >= 1 && *slide <= stage_.deck()->slideCount())) return;
-    fail(options_.deck + ": there is no slide " + std::to_string(*slide) + "; the deck has " +
-         std::to_string(stage_.deck()->slideCount()) + ".");
+  /// Empty for a slide that the deck has, and for none.
+  [[nodiscard]] std::string whyNoSlide(const std::optional<std::int32_t>& slide) const {
+    const std::int32_t count = stage_.deck()->slideCount();
+    if (!slide || *slide <= count) return {};
+    return options_.deck + ": there is no slide " + std::to_string(*slide) + "; the deck has " +
+           std::to_string(count) + ".";
   }
 
   void tellAddresses(const web::Server& server, const Token& token) const {
@@ -172,12 +180,16 @@ void define(CLI::App& verb, ShowOptions& options) {
   addPerAddressOption(verb, options.server);
   addHubOptions(verb, options.hub);
   addScreensOption(verb, options.server.screens);
-  verb.add_option("--slide", options.slide, "Slide to begin with");
+  verb.add_option("--slide", options.slide, "Slide to begin with")
+      ->type_name("NUMBER")
+      ->check(wholeNumber(1));
   verb.add_option("--seconds", options.seconds,
                   "How long slides without a timing of their own stay; the deck is not changed")
       ->check(CLI::Range(ShortestStay, LongestStay));
   verb.add_option("--when-empty", options.whenEmpty,
-                  "Slide to show while every slide is hidden (else the deck's background)");
+                  "Slide to show while every slide is hidden (else the deck's background)")
+      ->type_name("NUMBER")
+      ->check(wholeNumber(1));
   verb.add_option("--stale", options.stale,
                   "What happens to values that are not kept fresh: keep, mark or blank (setting StaleData)");
   verb.add_flag("--kiosk", options.kiosk, "Kiosk show: loops, no pointer, no keys but Escape");

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/commands/Commands.h"
+#include "app/commands/NumberChecks.h"
 #include "app/inspect/CollectedErrors.h"
 #include "app/inspect/FilledDeck.h"
 #include "app/inspect/HeadlessBrowser.h"
@@ -123,7 +124,7 @@ void addSnapshotCommand(CLI::App& program, Environment& environment) {
   what->add_flag("--scene", options->scene,
                  "Print what is drawn, as text: shapes with places, fills, lines, effects and texts");
   what->require_option(1);
-  verb->add_option("--slide", options->slide, "This slide alone")->check(CLI::PositiveNumber);
+  verb->add_option("--slide", options->slide, "This slide alone")->check(wholeNumber(1));
   verb->add_flag("--png", options->png, "Pictures as well (takes Chromium)")->needs(folder);
   verb->add_option("--width", options->width, "Width of the pictures in pixels")
       ->check(CLI::Range(1, WidestPicture))

@@ -85,7 +85,7 @@ test("what a connection cannot be is told, and the deck stays as it was", (t) =>
     [["add", "--type", "text", "--description", "a\tb", "--file", "x"], 2, /TAB/],
     [["test", "001", "--rows", "-1"], 2, /--rows/],
     [["rename", "001"], 2, /rename/],
-    [[], 2, /subcommand/],
+    [[], 2, /connection takes an action: list, add/],
   ];
   for (const [line, code, text] of cases) {
     const result = sandbox.run("connection", deck, ...line);

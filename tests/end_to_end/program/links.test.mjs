@@ -121,7 +121,7 @@ test("links that cannot be are told, and the deck stays as it was", (t) => {
     [["show", deck, "--port", 0, "--token-file", "nowhere"], 1, /nowhere: the token file cannot be read: No such/],
     [["show", deck, "--stale", "hide"], 1, /--stale must be keep, mark or blank, not "hide"/],
     [["juggle", deck], 2, /juggle[^]*Try 'lumenfold --help'/],
-    [[], 2, /subcommand/],
+    [[], 2, /a verb is required/],
   ];
   for (const [line, code, text] of cases) {
     const result = sandbox.run(...line);

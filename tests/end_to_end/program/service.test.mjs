@@ -29,8 +29,9 @@ describe("a service", { concurrency: 4 }, () => {
       "line 2: --seconds: Value 0 not in range": ["", "seconds=0"],
       "line 1: this is no line of the form KEY = VALUE": ["deck"],
       "line 2: --port: At Most 1 required but received 2": ["port = 1", "port = 2"],
-      "line 1: --port: 65536 is no port": ["\ufeffport = 65536"],
+      "line 1: --port: 65536 is no whole number from 0 to 65535": ["\ufeffport = 65536"],
       "line 1: 'deck' has no value": ["deck ="],
+      "line 1: --when-empty: 0 is no whole number from 1 on": ["when-empty = 0"],
       "line 1: there is no setting 'config'": ["config = other.conf"],
     };
     for (const [what, lines] of Object.entries(wrong)) {
@@ -114,9 +115,10 @@ describe("a service", { concurrency: 4 }, () => {
     settings("deck = /nowhere/board.pptx");
     await reload();
     assert.ok(sandbox.errorLog().some((line) => line.includes("/nowhere/board.pptx is not shown")));
-    settings(`deck = ${other}`, "bind = 0.0.0.0");
+    settings(`deck = ${other}`, "bind = 0.0.0.0", "when-empty = 99");
     await reload();
     assert.match(show.error, /takes a restart/);
+    assert.match(show.error, /when-empty: .*there is no slide 99/);
     assert.equal(await shown(), other);
 
     // The deck itself, although it is not watched.
