@@ -15,7 +15,10 @@ namespace loaded {
 namespace {
 
 using strict::Arguments;
+using strict::Class;
 using strict::Kind;
+using strict::Table;
+using strict::Tag;
 using windows::com::Ptr;
 using windows::com::Variant;
 
@@ -31,18 +34,13 @@ struct Timer {
   std::unique_ptr<host::Timer> timer;
 };
 
-const strict::Class<Timer>& timerClass() {
-  static const strict::Class<Timer> type{
-      "Timer",
-      {strict::get<Timer>(L"Interval", [](const auto& it) { return it->timer->Interval(); }),
-       strict::put<Timer>(L"Interval", Kind::Number,
-                          [](const auto& it, const Arguments& a) { it->timer->Interval(a.number(0)); }),
-       strict::get<Timer>(L"Enabled", [](const auto& it) { return it->timer->Enabled(); }),
-       strict::put<Timer>(L"Enabled", Kind::Flag,
-                          [](const auto& it, const Arguments& a) { it->timer->Enabled(a.flag(0)); })},
-      {},
-      strict::Role::Machine};
-  return type;
+Class<Timer> describe(Tag<Timer>) {
+  return Table<Timer>("Timer", strict::Role::Machine)
+      .get(L"Interval", [](const auto& it) { return it->timer->Interval(); })
+      .put(L"Interval", Kind::Number,
+           [](const auto& it, const Arguments& a) { it->timer->Interval(a.number(0)); })
+      .get(L"Enabled", [](const auto& it) { return it->timer->Enabled(); })
+      .put(L"Enabled", Kind::Flag, [](const auto& it, const Arguments& a) { it->timer->Enabled(a.flag(0)); });
 }
 
 struct Watch {
@@ -58,40 +56,45 @@ std::set<std::string> textsOf(const VARIANT& array) {
   return texts;
 }
 
-const strict::Class<Watch>& watchClass() {
-  static const strict::Class<Watch> type{
-      "Watch",
-      {strict::call<Watch>(L"Files", {Kind::Array},
-                           [](const auto& it, const Arguments& a) { it->watch->Files(textsOf(a.raw(0))); })},
-      {},
-      strict::Role::Machine};
-  return type;
+Class<Watch> describe(Tag<Watch>) {
+  return Table<Watch>("Watch", strict::Role::Machine)
+      .call(L"Files", {Kind::Array},
+            [](const auto& it, const Arguments& a) { it->watch->Files(textsOf(a.raw(0))); });
 }
 
 struct Machine {};
 
-template <typename Function>
-auto value(const wchar_t* name, Function read) {
-  return strict::get<Machine>(name, [read](const auto&) { return read(host::Current()); });
-}
-template <typename Function>
-auto call(const wchar_t* name, std::vector<strict::Parameter> parameters, Function run) {
-  return strict::call<Machine>(name, std::move(parameters), [run](const auto&, const Arguments& arguments) {
-    return run(host::Current(), arguments);
-  });
-}
 using On = const host::Services&;
 using Given = const Arguments&;
 
-Ptr<IDispatch> createTimer(On on, Given a) {
-  auto timer = on.loop->CreateTimer([handler = a.at(0).object()] { callBack(handler, nullptr); });
-  return strict::dispatchOf(std::make_shared<Timer>(Timer{std::move(timer)}), timerClass());
+/// What a function does with the services in force and the arguments.
+template <typename Function>
+auto here(Function run) {
+  return [run](const std::shared_ptr<Machine>&, Given arguments) { return run(host::Current(), arguments); };
+}
+/// A member of one of the services in force.
+template <typename Port, typename Owner, typename Result, typename... Taken>
+auto at(Port* host::Services::*port, Result (Owner::*run)(Taken...)) {
+  return here([port, run](On on, Given a) {
+    return strict::callMember<Port, decltype(run), Taken...>(*(on.*port), run, a);
+  });
+}
+template <typename Port, typename Owner, typename Result, typename... Taken>
+auto at(Port* host::Services::*port, Result (Owner::*run)(Taken...) const) {
+  return here([port, run](On on, Given a) {
+    return strict::callMember<const Port, decltype(run), Taken...>(*(on.*port), run, a);
+  });
 }
 
-Ptr<IDispatch> createWatch(On on, Given a) {
+std::shared_ptr<Timer> createTimer(On on, Given a) {
+  auto timer = on.loop->CreateTimer([handler = a.at(0).object()] { callBack(handler, nullptr); });
+  return std::make_shared<Timer>(Timer{std::move(timer)});
+}
+
+std::shared_ptr<Watch> createWatch(On on, Given a) {
   auto watch = on.fileWatcher->CreateWatch(
       [handler = a.at(0).object()](const std::string& path) { callBack(handler, &path); });
-  return strict::dispatchOf(std::make_shared<Watch>(Watch{std::move(watch)}), watchClass());
+  return std::make_shared<Watch>(Watch{std::move(watch)});
 }
 
 Variant read(On on, Given a) {
@@ -99,64 +102,56 @@ Variant read(On on, Given a) {
   return Variant(basic::Variant(basic::Binary(bytes.data.get(), bytes.data.get() + bytes.size)));
 }
 
-Variant moment(basic::Date date) { return Variant(basic::Variant(date)); }
-
-const strict::Class<Machine>& machineClass() {
+Class<Machine> describe(Tag<Machine>) {
+  using host::Services;
   constexpr Kind Text = Kind::Text;
   constexpr Kind Number = Kind::Number;
-  static const strict::Class<Machine> type{
-      "Machine",
-      {value(L"Now", [](On on) { return moment(on.clock->Now()); }),
-       value(L"Timer", [](On on) { return double{on.clock->Timer()}; }),
-       value(L"TickCount", [](On on) { return static_cast<double>(on.clock->TickCount()); }),
-       call(L"DoEvents", {}, [](On on, Given) { on.loop->DoEvents(); }),
-       call(L"CreateTimer", {Kind::Object}, createTimer),
-       value(L"WatchesFiles", [](On on) { return on.fileWatcher != nullptr; }),
-       call(L"CreateWatch", {Kind::Object}, createWatch),
-       call(L"Read", {Text}, read),
-       call(L"Append", {Text, Text}, [](On on, Given a) { on.files->Append(a.text(0), a.text(1)); }),
-       call(L"Kill", {Text}, [](On on, Given a) { on.files->Kill(a.text(0)); }),
-       call(L"Name", {Text, Text}, [](On on, Given a) { on.files->Name(a.text(0), a.text(1)); }),
-       call(L"FileDateTime", {Text},
-            [](On on, Given a) { return moment(on.files->FileDateTime(a.text(0))); }),
-       call(L"LocalPath", {Text}, [](On on, Given a) { return on.files->LocalPath(a.text(0)); }),
-       call(L"FileWithin", {Text, Text},
-            [](On on, Given a) { return on.files->FileWithin(a.text(0), a.text(1)); }),
-       value(L"TempPath", [](On on) { return on.files->TempPath(); }),
-       call(L"TempFileName", {Text, Text},
-            [](On on, Given a) { return on.files->TempFileName(a.text(0), a.text(1)); }),
-       value(L"Title", [](On on) { return on.module->Title(); }),
-       value(L"EXEName", [](On on) { return on.module->EXEName(); }),
-       value(L"Path", [](On on) { return on.module->Path(); }),
-       value(L"Major", [](On on) { return on.module->Major(); }),
-       value(L"Minor", [](On on) { return on.module->Minor(); }),
-       value(L"Revision", [](On on) { return on.module->Revision(); }),
-       call(L"GetSetting", {Text, Text, Text},
-            [](On on, Given a) { return on.settings->GetSetting(a.text(0), a.text(1), a.text(2)); }),
-       value(L"Location", [](On on) { return on.settings->Location(); }),
-       call(L"MsgBox", {Text, Number, Text},
-            [](On on, Given a) { return on.messageBox->MsgBox(a.text(0), a.number(1), a.text(2)); }),
-       call(L"ShowMeter", {Text, Number},
-            [](On on, Given a) { on.progressMeter->Show(a.text(0), a.number(1)); }),
-       call(L"MeterText", {Text}, [](On on, Given a) { on.progressMeter->Text(a.text(0)); }),
-       call(L"StepMeter", {}, [](On on, Given) { on.progressMeter->Step(); }),
-       call(L"CloseMeter", {}, [](On on, Given) { on.progressMeter->Close(); }),
-       call(L"ShellExecute", {Text, Text, Number},
-            [](On on, Given a) { return on.shell->ShellExecute(a.text(0), a.text(1), a.number(2)); }),
-       call(L"HtmlHelp", {Number, Text, Number, Number},
-            [](On on, Given a) {
-              return static_cast<std::int32_t>(on.shell->HtmlHelp(a.number(0), a.text(1),
-                                                                  static_cast<std::uint32_t>(a.number(2)),
-                                                                  static_cast<std::uint32_t>(a.number(3))));
-            }),
-       value(L"ComputerName", [](On on) { return on.shell->ComputerName().value_or(""); })},
-      {},
-      strict::Role::Machine};
-  return type;
+  Table<Machine> table("Machine", strict::Role::Machine);
+  const auto get = [&table](const wchar_t* name, auto read) { table.member(name, strict::Get, {}, read); };
+
+  get(L"Now", at(&Services::clock, &host::Clock::Now));
+  get(L"Timer", at(&Services::clock, &host::Clock::Timer));
+  get(L"TickCount", here([](On on, Given) { return static_cast<double>(on.clock->TickCount()); }));
+
+  table.call(L"DoEvents", at(&Services::loop, &host::Loop::DoEvents));
+  table.call(L"CreateTimer", {Kind::Object}, here(createTimer));
+  get(L"WatchesFiles", here([](On on, Given) { return on.fileWatcher != nullptr; }));
+  table.call(L"CreateWatch", {Kind::Object}, here(createWatch));
+
+  table.call(L"Read", {Text}, here(read))
+      .call(L"Append", {Text, Text}, at(&Services::files, &host::Files::Append))
+      .call(L"Kill", {Text}, at(&Services::files, &host::Files::Kill))
+      .call(L"Name", {Text, Text}, at(&Services::files, &host::Files::Name))
+      .call(L"FileDateTime", {Text}, at(&Services::files, &host::Files::FileDateTime))
+      .call(L"LocalPath", {Text}, at(&Services::files, &host::Files::LocalPath))
+      .call(L"FileWithin", {Text, Text}, at(&Services::files, &host::Files::FileWithin))
+      .call(L"TempFileName", {Text, Text}, at(&Services::files, &host::Files::TempFileName));
+  get(L"TempPath", at(&Services::files, &host::Files::TempPath));
+
+  get(L"Title", at(&Services::module, &host::Module::Title));
+  get(L"EXEName", at(&Services::module, &host::Module::EXEName));
+  get(L"Path", at(&Services::module, &host::Module::Path));
+  get(L"Major", at(&Services::module, &host::Module::Major));
+  get(L"Minor", at(&Services::module, &host::Module::Minor));
+  get(L"Revision", at(&Services::module, &host::Module::Revision));
+
+  table.call(L"GetSetting", {Text, Text, Text}, at(&Services::settings, &host::Settings::GetSetting));
+  get(L"Location", at(&Services::settings, &host::Settings::Location));
+
+  table.call(L"MsgBox", {Text, Number, Text}, at(&Services::messageBox, &host::MessageBox::MsgBox))
+      .call(L"ShowMeter", {Text, Number}, at(&Services::progressMeter, &host::ProgressMeter::Show))
+      .call(L"MeterText", {Text}, at(&Services::progressMeter, &host::ProgressMeter::Text))
+      .call(L"StepMeter", at(&Services::progressMeter, &host::ProgressMeter::Step))
+      .call(L"CloseMeter", at(&Services::progressMeter, &host::ProgressMeter::Close));
+
+  table.call(L"ShellExecute", {Text, Text, Number}, at(&Services::shell, &host::Shell::ShellExecute))
+      .call(L"HtmlHelp", {Number, Text, Number, Number}, at(&Services::shell, &host::Shell::HtmlHelp));
+  get(L"ComputerName", here([](On on, Given) { return on.shell->ComputerName().value_or(""); }));
+  return table;
 }
 
 }  // namespace
 
-Ptr<IDispatch> machineObject() { return strict::dispatchOf(std::make_shared<Machine>(), machineClass()); }
+Ptr<IDispatch> machineObject() { return strict::of(std::make_shared<Machine>()); }
 
 }  // namespace loaded

@@ -60,23 +60,14 @@ struct Range {
   std::shared_ptr<Graph> graph;
   std::size_t row = 0;
   std::size_t column = 0;
+
+  [[nodiscard]] basic::Variant value() const { return graph->cell(row, column); }
+  void value(basic::Variant value) { graph->cell(row, column, std::move(value)); }
+  void clear() { value(basic::Empty{}); }
 };
 
-const Class<Range>& rangeClass() {
-  static const Class<Range> type{
-      "Range",
-      {get<Range>(L"Value", [](const auto& it) { return it->graph->cell(it->row, it->column); }),
-       put<Range>(L"Value", Kind::Any,
-                  [](const auto& it, const Arguments& arguments) {
-                    it->graph->cell(it->row, it->column, arguments.value(0));
-                  }),
-       action<Range>(L"ClearContents",
-                     [](const auto& it) { it->graph->cell(it->row, it->column, basic::Empty{}); })}};
-  return type;
-}
-
 /// "A0" heads the first series, "01" is the first category, "00" the corner.
-Range rangeNamed(const std::shared_ptr<Graph>& graph, const std::string& name) {
+std::shared_ptr<Range> rangeNamed(const std::shared_ptr<Graph>& graph, const std::string& name) {
   Range range{graph};
   std::size_t at = 0;
   if (name.at(0) == '0') {
@@ -88,53 +79,43 @@ Range rangeNamed(const std::shared_ptr<Graph>& graph, const std::string& name) {
   }
   if (name.find_first_not_of("0123456789", at) != std::string::npos) fakes::Fail("no range " + name);
   range.row = std::stoul(name.substr(at));
-  return range;
+  return std::make_shared<Range>(std::move(range));
 }
 
 struct Sheet {
   std::shared_ptr<Graph> graph;
 };
 
-const Class<Sheet>& sheetClass() {
-  static const Class<Sheet> type{
-      "DataSheet", {call<Sheet>(L"Range", {Kind::Text}, [](const auto& it, const Arguments& arguments) {
-        return dispatchOf(std::make_shared<Range>(rangeNamed(it->graph, arguments.text(0))), rangeClass());
-      })}};
-  return type;
-}
-
-const Class<Graph>& graphClass() {
-  static const Class<Graph> type{
-      "Application",
-      {get<Graph>(
-           L"DataSheet",
-           [](const auto& it) { return dispatchOf(std::make_shared<Sheet>(Sheet{it}), sheetClass()); }),
-       action<Graph>(L"Update", [](const auto& it) { it->update(); })}};
-  return type;
-}
-
-const Class<MSGraph::Chart>& chartClass() {
-  using Target = MSGraph::Chart;
-  static const Class<Target> type{
-      "Chart", {get<Target>(L"Application", [](const auto& it) {
-        return dispatchOf(std::make_shared<Graph>(Graph{it->Application()->DataSheet(), {}}), graphClass());
-      })}};
-  return type;
-}
-
-const Class<PowerPoint::OLEFormat>& oleFormatClass() {
-  using Target = PowerPoint::OLEFormat;
-  static const Class<Target> type{
-      "OLEFormat",
-      {get<Target>(L"ProgID", [](const auto& it) { return it->ProgID(); }),
-       get<Target>(L"Object", [](const auto& it) { return dispatchOf(it->Object(), chartClass()); })}};
-  return type;
-}
-
 }  // namespace
 
-Ptr<IDispatch> of(const std::shared_ptr<PowerPoint::OLEFormat>& target) {
-  return dispatchOf(target, oleFormatClass());
+Class<Range> describe(Tag<Range>) {
+  return Table<Range>("Range")
+      .property(L"Value", Kind::Any, &Range::value, &Range::value)
+      .call(L"ClearContents", &Range::clear);
+}
+
+Class<Sheet> describe(Tag<Sheet>) {
+  return Table<Sheet>("DataSheet")
+      .call(L"Range", {Kind::Text}, [](const auto& it, const Arguments& arguments) {
+        return rangeNamed(it->graph, arguments.text(0));
+      });
+}
+
+Class<Graph> describe(Tag<Graph>) {
+  return Table<Graph>("Application")
+      .get(L"DataSheet", [](const auto& it) { return std::make_shared<Sheet>(Sheet{it}); })
+      .call(L"Update", &Graph::update);
+}
+
+Class<MSGraph::Chart> describe(Tag<MSGraph::Chart>) {
+  return Table<MSGraph::Chart>("Chart").get(L"Application", [](const auto& it) {
+    return std::make_shared<Graph>(Graph{it->Application()->DataSheet(), {}});
+  });
+}
+
+Class<PowerPoint::OLEFormat> describe(Tag<PowerPoint::OLEFormat>) {
+  using PowerPoint::OLEFormat;
+  return Table<OLEFormat>("OLEFormat").get(L"ProgID", &OLEFormat::ProgID).get(L"Object", &OLEFormat::Object);
 }
 
 }  // namespace strict

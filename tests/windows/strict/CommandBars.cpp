@@ -13,102 +13,47 @@ namespace {
 
 using ControlPtr = std::shared_ptr<Office::CommandBarControl>;
 
-Ptr<IDispatch> controlOf(const ControlPtr& control);
-
 /// Numbers controls by their targets; a control keeps its number.
 std::int32_t instanceId(const void* control) {
   static std::map<const void*, std::int32_t> numbers;
   return numbers.try_emplace(control, static_cast<std::int32_t>(numbers.size()) + 1).first->second;
 }
 
-/// What every kind of control has, with what only some have.
+/// What every kind of control has.
 template <typename Target>
-std::vector<Member<Target>> controlMembers(std::vector<Member<Target>> others) {
-  std::vector<Member<Target>> members{
-      get<Target>(L"Type", [](const auto& it) { return it->Type(); }),
-      get<Target>(L"InstanceId", [](const auto& it) { return instanceId(ControlPtr(it).get()); }),
-      get<Target>(L"Caption", [](const auto& it) { return it->Caption(); }),
-      put<Target>(L"Caption", Kind::Text,
-                  [](const auto& it, const Arguments& arguments) { it->Caption(arguments.text(0)); }),
-      get<Target>(L"Enabled", [](const auto& it) { return it->Enabled(); }),
-      put<Target>(L"Enabled", Kind::Flag,
-                  [](const auto& it, const Arguments& arguments) { it->Enabled(arguments.flag(0)); }),
-      get<Target>(L"TooltipText", [](const auto& it) { return it->TooltipText(); }),
-      put<Target>(L"TooltipText", Kind::Text,
-                  [](const auto& it, const Arguments& arguments) { it->TooltipText(arguments.text(0)); }),
-      get<Target>(L"Tag", [](const auto& it) { return it->Tag(); }),
-      put<Target>(L"Tag", Kind::Text,
-                  [](const auto& it, const Arguments& arguments) { it->Tag(arguments.text(0)); }),
-      get<Target>(L"BeginGroup", [](const auto& it) { return it->BeginGroup(); }),
-      put<Target>(L"BeginGroup", Kind::Flag,
-                  [](const auto& it, const Arguments& arguments) { it->BeginGroup(arguments.flag(0)); }),
-      call<Target>(L"Delete", {optional(Kind::Flag)},
-                   [](const auto& it, const Arguments&) { it->Delete(); })};
-  members.insert(members.end(), others.begin(), others.end());
-  return members;
+Table<Target> controlTable(const char* name) {
+  return Table<Target>(name)
+      .get(L"Type", &Target::Type)
+      .get(L"InstanceId", [](const auto& it) { return instanceId(ControlPtr(it).get()); })
+      .property(L"Caption", Kind::Text, &Target::Caption, &Target::Caption)
+      .property(L"Enabled", Kind::Flag, &Target::Enabled, &Target::Enabled)
+      .property(L"TooltipText", Kind::Text, &Target::TooltipText, &Target::TooltipText)
+      .property(L"Tag", Kind::Text, &Target::Tag, &Target::Tag)
+      .property(L"BeginGroup", Kind::Flag, &Target::BeginGroup, &Target::BeginGroup)
+      .call(L"Delete", {optional(Kind::Flag)}, &Target::Delete);
 }
 
-/// An event whose argument is the control; `advise` subscribes to the port's.
-template <typename Target, typename Advise>
-EventSource<Target> controlEvent(unsigned long interfaceNumber, Advise advise) {
+/// A table with the event whose argument is the control; `advise` subscribes to the port's.
+template <typename Target>
+Table<Target>& withEvent(Table<Target>& table, unsigned long interfaceNumber,
+                         void (Target::*advise)(std::function<void()>)) {
   const IID events = {interfaceNumber, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
-  return {events, [events, advise](const std::shared_ptr<Target>& control) {
-            const std::weak_ptr<Target> weak = control;
-            auto* point = new EventPoint(events, [advise, weak](EventPoint& self, bool isSubscribed) {
-              const auto target = weak.lock();
-              if (!target) return;
-              if (!isSubscribed) return advise(*target, {});
-              advise(*target, [&self, weak] {
-                const auto source = weak.lock();
-                const auto held = Ptr<EventPoint>::sharing(&self);
-                std::vector<Variant> arguments;
-                arguments.push_back(handedOut(controlOf(source)));
-                self.raise(1, std::move(arguments));
-              });
-            });
-            return Ptr<IConnectionPoint>::taking(point);
-          }};
-}
-
-const Class<Office::CommandBarButton>& buttonClass() {
-  using Target = Office::CommandBarButton;
-  static const Class<Target> type{
-      "CommandBarButton",
-      controlMembers<Target>({get<Target>(L"State", [](const auto& it) { return it->State(); }),
-                              put<Target>(L"State", Kind::Number,
-                                          [](const auto& it, const Arguments& arguments) {
-                                            it->State(static_cast<Office::ButtonState>(arguments.number(0)));
-                                          }),
-                              put<Target>(L"Style", Kind::Number, [](const auto&, const Arguments&) {}),
-                              get<Target>(L"ShortcutText", [](const auto& it) { return it->ShortcutText(); }),
-                              put<Target>(L"ShortcutText", Kind::Text,
-                                          [](const auto& it, const Arguments& arguments) {
-                                            it->ShortcutText(arguments.text(0));
-                                          })}),
-      {controlEvent<Target>(0x000C0351, [](Target& button, std::function<void()> handler) {
-        button.OnClick(std::move(handler));
-      })}};
-  return type;
-}
-
-const Class<Office::CommandBarComboBox>& comboBoxClass() {
-  using Target = Office::CommandBarComboBox;
-  static const Class<Target> type{
-      "CommandBarComboBox",
-      controlMembers<Target>(
-          {call<Target>(L"AddItem", {Kind::Text, optional(Kind::Number)},
-                        [](const auto& it, const Arguments& arguments) { it->AddItem(arguments.text(0)); }),
-           get<Target>(L"ListCount", [](const auto& it) { return it->ListCount(); }),
-           member<Target>(
-               L"List", Get, {Kind::Number},
-               [](const auto& it, const Arguments& arguments) { return it->List(arguments.number(0)); }),
-           get<Target>(L"ListIndex", [](const auto& it) { return it->ListIndex(); }),
-           put<Target>(
-               L"ListIndex", Kind::Number,
-               [](const auto& it, const Arguments& arguments) { it->ListIndex(arguments.number(0)); })}),
-      {controlEvent<Target>(
-          0x000C0354, [](Target& box, std::function<void()> handler) { box.OnChange(std::move(handler)); })}};
-  return type;
+  return table.raises(events, [events, advise](const std::shared_ptr<Target>& control) {
+    const std::weak_ptr<Target> weak = control;
+    auto* point = new EventPoint(events, [advise, weak](EventPoint& self, bool isSubscribed) {
+      const auto target = weak.lock();
+      if (!target) return;
+      if (!isSubscribed) return ((*target).*advise)({});
+      ((*target).*advise)([&self, weak] {
+        const auto source = weak.lock();
+        const auto held = Ptr<EventPoint>::sharing(&self);
+        std::vector<Variant> arguments;
+        arguments.push_back(given<Office::CommandBarControl>(source));
+        self.raise(1, std::move(arguments));
+      });
+    });
+    return Ptr<IConnectionPoint>::taking(point);
+  });
 }
 
 ControlPtr add(Office::CommandBarControls& controls, std::int32_t type) {
@@ -123,81 +68,66 @@ ControlPtr add(Office::CommandBarControls& controls, std::int32_t type) {
   basic::Raise(basic::RuntimeError::InvalidProcedureCall);
 }
 
-const Class<Office::CommandBarControls>& controlsClass() {
-  using Target = Office::CommandBarControls;
-  static const Class<Target> type{"CommandBarControls",
-                                  {get<Target>(L"Count", [](const auto& it) { return it->Count(); }),
-                                   call<Target>(L"Item", {Kind::Number},
-                                                [](const auto& it, const Arguments& arguments) {
-                                                  return controlOf(it->Item(arguments.number(0)));
-                                                }),
-                                   call<Target>(L"Add",
-                                                {Kind::Number, optional(Kind::Number), optional(Kind::Any),
-                                                 optional(Kind::Number), optional(Kind::Flag)},
-                                                [](const auto& it, const Arguments& arguments) {
-                                                  return controlOf(add(*it, arguments.number(0)));
-                                                })}};
-  return type;
-}
-
-const Class<Office::CommandBarPopup>& popupClass() {
-  using Target = Office::CommandBarPopup;
-  static const Class<Target> type{"CommandBarPopup",
-                                  controlMembers<Target>({get<Target>(L"Controls", [](const auto& it) {
-                                    return dispatchOf(it->Controls(), controlsClass());
-                                  })})};
-  return type;
-}
-
-Ptr<IDispatch> controlOf(const ControlPtr& control) {
-  if (const auto button = std::dynamic_pointer_cast<Office::CommandBarButton>(control)) {
-    return dispatchOf(button, buttonClass());
-  }
-  if (const auto box = std::dynamic_pointer_cast<Office::CommandBarComboBox>(control)) {
-    return dispatchOf(box, comboBoxClass());
-  }
-  return dispatchOf(std::dynamic_pointer_cast<Office::CommandBarPopup>(control), popupClass());
-}
-
-const Class<Office::CommandBar>& barClass() {
-  using Target = Office::CommandBar;
-  static const Class<Target> type{
-      "CommandBar",
-      {get<Target>(L"Name", [](const auto& it) { return it->Name(); }),
-       get<Target>(L"Position", [](const auto& it) { return it->Position(); }),
-       get<Target>(L"Visible", [](const auto& it) { return it->Visible(); }),
-       put<Target>(L"Visible", Kind::Flag,
-                   [](const auto& it, const Arguments& arguments) { it->Visible(arguments.flag(0)); }),
-       get<Target>(L"Controls", [](const auto& it) { return dispatchOf(it->Controls(), controlsClass()); }),
-       action<Target>(L"Delete", [](const auto& it) { it->Delete(); })}};
-  return type;
-}
-
-const Class<Office::CommandBars>& barsClass() {
-  using Target = Office::CommandBars;
-  static const Class<Target> type{
-      "CommandBars",
-      {get<Target>(L"Count", [](const auto& it) { return it->Count(); }),
-       call<Target>(L"Item", {Kind::TextOrNumber},
-                    [](const auto& it, const Arguments& arguments) {
-                      return dispatchOf(
-                          arguments.isText(0) ? it->Item(arguments.text(0)) : it->Item(arguments.number(0)),
-                          barClass());
-                    }),
-       call<Target>(
-           L"Add", {optional(Kind::Text), optional(Kind::Number), optional(Kind::Flag), optional(Kind::Flag)},
-           [](const auto& it, const Arguments& arguments) {
-             return dispatchOf(
-                 it->Add(arguments.text(0), static_cast<Office::BarPosition>(arguments.number(1))),
-                 barClass());
-           })}};
-  return type;
-}
-
 }  // namespace
 
-Ptr<IDispatch> of(const std::shared_ptr<Office::CommandBars>& target) {
-  return dispatchOf(target, barsClass());
+Class<Office::CommandBarButton> describe(Tag<Office::CommandBarButton>) {
+  using Button = Office::CommandBarButton;
+  return withEvent(controlTable<Button>("CommandBarButton")
+                       .property(L"State", Kind::Number, &Button::State, &Button::State)
+                       .put(L"Style", Kind::Number, [](const auto&, const Arguments&) {})
+                       .property(L"ShortcutText", Kind::Text, &Button::ShortcutText, &Button::ShortcutText),
+                   0x000C0351, &Button::OnClick);
+}
+
+Class<Office::CommandBarComboBox> describe(Tag<Office::CommandBarComboBox>) {
+  using Box = Office::CommandBarComboBox;
+  return withEvent(controlTable<Box>("CommandBarComboBox")
+                       .call(L"AddItem", {Kind::Text, optional(Kind::Number)}, &Box::AddItem)
+                       .get(L"ListCount", &Box::ListCount)
+                       .get(L"List", Kind::Number, &Box::List)
+                       .property(L"ListIndex", Kind::Number, &Box::ListIndex, &Box::ListIndex),
+                   0x000C0354, &Box::OnChange);
+}
+
+Class<Office::CommandBarPopup> describe(Tag<Office::CommandBarPopup>) {
+  using Popup = Office::CommandBarPopup;
+  return controlTable<Popup>("CommandBarPopup").get(L"Controls", &Popup::Controls);
+}
+
+Ptr<IDispatch> of(const ControlPtr& control) {
+  if (const auto button = std::dynamic_pointer_cast<Office::CommandBarButton>(control)) return of(button);
+  if (const auto box = std::dynamic_pointer_cast<Office::CommandBarComboBox>(control)) return of(box);
+  return of(std::dynamic_pointer_cast<Office::CommandBarPopup>(control));
+}
+
+Class<Office::CommandBarControls> describe(Tag<Office::CommandBarControls>) {
+  using Controls = Office::CommandBarControls;
+  return Table<Controls>("CommandBarControls")
+      .get(L"Count", &Controls::Count)
+      .call(L"Item", {Kind::Number}, &Controls::Item)
+      .call(L"Add",
+            {Kind::Number, optional(Kind::Number), optional(Kind::Any), optional(Kind::Number),
+             optional(Kind::Flag)},
+            [](const auto& it, const Arguments& arguments) { return add(*it, arguments.number(0)); });
+}
+
+Class<Office::CommandBar> describe(Tag<Office::CommandBar>) {
+  using Bar = Office::CommandBar;
+  return Table<Bar>("CommandBar")
+      .get(L"Name", &Bar::Name)
+      .get(L"Position", &Bar::Position)
+      .property(L"Visible", Kind::Flag, &Bar::Visible, &Bar::Visible)
+      .get(L"Controls", &Bar::Controls)
+      .call(L"Delete", &Bar::Delete);
+}
+
+Class<Office::CommandBars> describe(Tag<Office::CommandBars>) {
+  using Bars = Office::CommandBars;
+  return Table<Bars>("CommandBars")
+      .collection()
+      .call(L"Add",
+            {optional(Kind::Text), optional(Kind::Number), optional(Kind::Flag), optional(Kind::Flag)},
+            &Bars::Add);
 }
 
 }  // namespace strict

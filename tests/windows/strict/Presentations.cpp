@@ -64,96 +64,72 @@ Ptr<IConnectionPoint> pointOf(const ApplicationPtr& application) {
   return Ptr<IConnectionPoint>::taking(point);
 }
 
-const Class<PowerPoint::Presentations>& presentationsClass() {
-  using Target = PowerPoint::Presentations;
-  static const Class<Target> type{
-      "Presentations",
-      {get<Target>(L"Count", [](const auto& it) { return it->Count(); }),
-       call<Target>(L"Item", {Kind::Number},
-                    [](const auto&, const Arguments&) {
-                      // The fake counts those that are open, and keeps none.
-                      const auto another = std::make_shared<fakes::Presentation>();
-                      another->fullName = "/elsewhere/another.pptx";
-                      return PresentationPtr(another);
-                    }),
-       call<Target>(
-           L"Open",
-           {Kind::Text, optional(Kind::TriState), optional(Kind::TriState), optional(Kind::TriState)},
-           [](const auto& it, const Arguments& arguments) { return it->Open(arguments.text(0)); })}};
-  return type;
-}
-
-const Class<PowerPoint::Application>& applicationClass() {
-  using Target = PowerPoint::Application;
-  static const Class<Target> type{
-      "Application",
-      {get<Target>(L"Version", [](const auto& it) { return it->Version(); }),
-       get<Target>(L"Presentations",
-                   [](const auto& it) { return dispatchOf(it->Presentations(), presentationsClass()); }),
-       get<Target>(L"ActiveWindow",
-                   [](const auto& it) {
-                     auto window = it->ActiveWindow();
-                     if (!window) fakes::Fail("There is no active window.");
-                     return window;
-                   }),
-       get<Target>(L"CommandBars", [](const auto& it) { return it->CommandBars(); }),
-       action<Target>(L"StartNewUndoEntry", [](const auto& it) { it->StartNewUndoEntry({}, {}); })},
-      {{ApplicationEvents, pointOf}}};
-  return type;
-}
-
-const Class<PowerPoint::Slides>& slidesClass() {
-  using Target = PowerPoint::Slides;
-  static const Class<Target> type{
-      "Slides",
-      {get<Target>(L"Count", [](const auto& it) { return it->Count(); }),
-       call<Target>(L"Item", {Kind::Number},
-                    [](const auto& it, const Arguments& arguments) { return it->Item(arguments.number(0)); }),
-       call<Target>(L"FindBySlideID", {Kind::Number}, [](const auto& it, const Arguments& arguments) {
-         for (std::int32_t i = 1; i <= it->Count(); ++i) {
-           if (auto slide = it->Item(i); slide->SlideID() == arguments.number(0)) return slide;
-         }
-         fakes::Fail("no slide of this id");
-       })}};
-  return type;
-}
-
-const Class<PowerPoint::Presentation>& presentationClass() {
-  using Target = PowerPoint::Presentation;
-  static const Class<Target> type{
-      "Presentation",
-      {get<Target>(L"FullName", [](const auto& it) { return it->FullName(); }),
-       get<Target>(L"Saved", [](const auto& it) { return triState(it->Saved()); }),
-       put<Target>(L"Saved", Kind::TriState,
-                   [](const auto& it, const Arguments& arguments) { it->Saved(arguments.flag(0)); }),
-       action<Target>(L"Save", [](const auto& it) { it->Save(); }),
-       call<Target>(L"SaveCopyAs", {Kind::Text, optional(Kind::Number), optional(Kind::TriState)},
-                    [](const auto& it, const Arguments& arguments) { it->SaveCopyAs(arguments.text(0)); }),
-       action<Target>(L"Close", [](const auto& it) { it->Close(); }),
-       get<Target>(L"Tags", [](const auto& it) { return it->Tags(); }),
-       get<Target>(L"Slides", [](const auto& it) { return dispatchOf(it->Slides(), slidesClass()); }),
-       get<Target>(L"SlideShowSettings", [](const auto& it) { return settingsOf(it); }),
-       action<Target>(L"UpdateLinks", [](const auto& it) { it->UpdateLinks(); })}};
-  return type;
-}
-
-const Class<AddInDesigner::AddIn>& addInClass() {
-  using Target = AddInDesigner::AddIn;
-  static const Class<Target> type{
-      "COMAddIn", {get<Target>(L"ProgId", [](const auto& it) { return it->Property("ProgId"); })}};
-  return type;
-}
-
 }  // namespace
 
-Ptr<IDispatch> of(const std::shared_ptr<PowerPoint::Application>& target) {
-  return dispatchOf(target, applicationClass());
+Class<PowerPoint::Presentations> describe(Tag<PowerPoint::Presentations>) {
+  using PowerPoint::Presentations;
+  return Table<Presentations>("Presentations")
+      .get(L"Count", &Presentations::Count)
+      .call(L"Item", {Kind::Number},
+            [](const auto&, const Arguments&) {
+              // The fake counts those that are open, and keeps none.
+              const auto another = std::make_shared<fakes::Presentation>();
+              another->fullName = "/elsewhere/another.pptx";
+              return PresentationPtr(another);
+            })
+      .call(L"Open",
+            {Kind::Text, optional(Kind::TriState), optional(Kind::TriState), optional(Kind::TriState)},
+            &Presentations::Open);
 }
-Ptr<IDispatch> of(const std::shared_ptr<PowerPoint::Presentation>& target) {
-  return dispatchOf(target, presentationClass());
+
+Class<PowerPoint::Application> describe(Tag<PowerPoint::Application>) {
+  using PowerPoint::Application;
+  return Table<Application>("Application")
+      .get(L"Version", &Application::Version)
+      .get(L"Presentations", &Application::Presentations)
+      .get(L"ActiveWindow",
+           [](const auto& it) {
+             auto window = it->ActiveWindow();
+             if (!window) fakes::Fail("There is no active window.");
+             return window;
+           })
+      .get(L"CommandBars", &Application::CommandBars)
+      .call(L"StartNewUndoEntry", &Application::StartNewUndoEntry)
+      .raises(ApplicationEvents, pointOf);
 }
-Ptr<IDispatch> of(const std::shared_ptr<AddInDesigner::AddIn>& target) {
-  return dispatchOf(target, addInClass());
+
+Class<PowerPoint::Slides> describe(Tag<PowerPoint::Slides>) {
+  using PowerPoint::Slides;
+  return Table<Slides>("Slides")
+      .get(L"Count", &Slides::Count)
+      .call(L"Item", {Kind::Number}, &Slides::Item)
+      .call(L"FindBySlideID", {Kind::Number}, [](const auto& it, const Arguments& arguments) {
+        for (std::int32_t i = 1; i <= it->Count(); ++i) {
+          if (auto slide = it->Item(i); slide->SlideID() == arguments.number(0)) return slide;
+        }
+        fakes::Fail("no slide of this id");
+      });
+}
+
+Class<PowerPoint::Presentation> describe(Tag<PowerPoint::Presentation>) {
+  using PowerPoint::Presentation;
+  return Table<Presentation>("Presentation")
+      .get(L"FullName", &Presentation::FullName)
+      .property(L"Saved", Kind::TriState, &Presentation::Saved, &Presentation::Saved)
+      .call(L"Save", &Presentation::Save)
+      .call(L"SaveCopyAs", {Kind::Text, optional(Kind::Number), optional(Kind::TriState)},
+            &Presentation::SaveCopyAs)
+      .call(L"Close", &Presentation::Close)
+      .get(L"Tags", &Presentation::Tags)
+      .get(L"Slides", &Presentation::Slides)
+      .get(L"SlideShowSettings", settingsOf)
+      .call(L"UpdateLinks", &Presentation::UpdateLinks);
+}
+
+Class<AddInDesigner::AddIn> describe(Tag<AddInDesigner::AddIn>) {
+  return Table<AddInDesigner::AddIn>("COMAddIn").get(L"ProgId", [](const auto& it) {
+    return it->Property("ProgId");
+  });
 }
 
 }  // namespace strict

@@ -21,40 +21,13 @@ struct Field {
   ADODB::Field* field;
 };
 
-const Class<Field>& fieldClass() {
-  static const Class<Field> type{
-      "Field",
-      {get<Field>(L"Name", [](const auto& it) { return it->field->Name(); }),
-       get<Field>(L"Value", [](const auto& it) { return it->field->Value(); }),
-       put<Field>(L"Value", Kind::Any,
-                  [](const auto& it, const Arguments& arguments) { it->field->Value(arguments.value(0)); }),
-       get<Field>(L"DefinedSize", [](const auto&) { return DefinedSize; })}};
-  return type;
-}
-
 struct Fields {
   RecordsetPtr recordset;
+  [[nodiscard]] std::int32_t count() const { return recordset->Fields().Count(); }
+  void append(std::string_view name, ADODB::DataType type, std::int32_t size) const {
+    recordset->Fields().Append(name, type, size);
+  }
 };
-
-const Class<Fields>& fieldsClass() {
-  static const Class<Fields> type{
-      "Fields",
-      {get<Fields>(L"Count", [](const auto& it) { return it->recordset->Fields().Count(); }),
-       call<Fields>(L"Item", {Kind::TextOrNumber},
-                    [](const auto& it, const Arguments& arguments) {
-                      ADODB::Fields& fields = it->recordset->Fields();
-                      ADODB::Field& field = arguments.isText(0) ? fields.Item(arguments.text(0))
-                                                                : fields.Item(arguments.number(0));
-                      return dispatchOf(std::make_shared<Field>(Field{it->recordset, &field}), fieldClass());
-                    }),
-       call<Fields>(L"Append", {Kind::Text, Kind::Number, optional(Kind::Number), optional(Kind::Number)},
-                    [](const auto& it, const Arguments& arguments) {
-                      it->recordset->Fields().Append(arguments.text(0),
-                                                     static_cast<ADODB::DataType>(arguments.number(1)),
-                                                     arguments.isMissing(2) ? 0 : arguments.number(2));
-                    })}};
-  return type;
-}
 
 /// The values of an array, in which each stands for one field.
 void write(ADODB::Fields& fields, const VARIANT& places, const VARIANT& values) {
@@ -77,97 +50,94 @@ void open(ADODB::Recordset& recordset, const Arguments& arguments) {
                  static_cast<ADODB::LockType>(number(3)), number(4));
 }
 
-template <typename Enumeration>
-Member<ADODB::Recordset> option(const wchar_t* name, void (ADODB::Recordset::*write)(Enumeration)) {
-  return put<ADODB::Recordset>(name, Kind::Number, [write](const auto& it, const Arguments& arguments) {
-    ((*it).*write)(static_cast<Enumeration>(arguments.number(0)));
-  });
-}
-
-const Class<ADODB::Recordset>& recordsetClass() {
-  using Target = ADODB::Recordset;
-  static const Class<Target> type{
-      "Recordset",
-      {option<ADODB::CursorLocation>(L"CursorLocation", &Target::CursorLocation),
-       option<ADODB::CursorType>(L"CursorType", &Target::CursorType),
-       option<ADODB::LockType>(L"LockType", &Target::LockType),
-       member<Target>(L"ActiveConnection", PutRef, {Kind::Object},
-                      [](const auto& it, const Arguments& arguments) {
-                        it->ActiveConnection(targetOf<ADODB::Connection>(arguments.at(0)));
-                      }),
-       call<Target>(L"Open",
-                    {optional(Kind::Text), optional(Kind::Object), optional(Kind::Number),
-                     optional(Kind::Number), optional(Kind::Number)},
-                    [](const auto& it, const Arguments& arguments) { open(*it, arguments); }),
-       call<Target>(L"Requery", {optional(Kind::Number)},
-                    [](const auto& it, const Arguments& arguments) {
-                      it->Requery(arguments.isMissing(0) ? -1 : arguments.number(0));
-                    }),
-       action<Target>(L"Close", [](const auto& it) { it->Close(); }),
-       get<Target>(L"State", [](const auto& it) { return it->State(); }),
-       get<Target>(L"RecordCount",
-                   [](const auto& it) { return static_cast<std::int32_t>(it->RecordCount()); }),
-       get<Target>(L"AbsolutePosition",
-                   [](const auto& it) { return static_cast<std::int32_t>(it->AbsolutePosition()); }),
-       action<Target>(L"MoveFirst", [](const auto& it) { it->MoveFirst(); }),
-       action<Target>(L"MoveLast", [](const auto& it) { it->MoveLast(); }),
-       action<Target>(L"MovePrevious", [](const auto& it) { it->MovePrevious(); }),
-       call<Target>(L"Move", {Kind::Number, optional(Kind::Any)},
-                    [](const auto& it, const Arguments& arguments) { it->Move(arguments.number(0)); }),
-       call<Target>(L"AddNew", {optional(Kind::Array), optional(Kind::Array)},
-                    [](const auto& it, const Arguments& arguments) {
-                      it->AddNew();
-                      if (!arguments.isMissing(1)) write(it->Fields(), arguments.raw(0), arguments.raw(1));
-                    }),
-       action<Target>(L"Update", [](const auto& it) { it->Update(); }),
-       action<Target>(L"Delete", [](const auto& it) { it->Delete(); }),
-       get<Target>(L"Fields", [](const auto& it) {
-         return dispatchOf(std::make_shared<Fields>(Fields{it}), fieldsClass());
-       })}};
-  return type;
-}
-
-const Class<ADODB::Connection>& connectionClass() {
-  using Target = ADODB::Connection;
-  static const Class<Target> type{
-      "Connection",
-      {put<Target>(
-           L"ConnectionString", Kind::Text,
-           [](const auto& it, const Arguments& arguments) { it->ConnectionString(arguments.text(0)); }),
-       call<Target>(
-           L"Open",
-           {optional(Kind::Text), optional(Kind::Text), optional(Kind::Text), optional(Kind::Number)},
-           [](const auto& it, const Arguments& arguments) {
-             const auto text = [&](std::size_t place) {
-               return arguments.isMissing(place) ? std::string() : arguments.text(place);
-             };
-             it->Open(text(1), text(2), arguments.isMissing(3) ? -1 : arguments.number(3));
-           }),
-       action<Target>(L"Close", [](const auto& it) { it->Close(); }),
-       get<Target>(L"State", [](const auto& it) { return it->State(); }),
-       get<Target>(L"ConnectionTimeout", [](const auto& it) { return it->ConnectionTimeout(); }),
-       get<Target>(L"CommandTimeout", [](const auto& it) { return it->CommandTimeout(); }),
-       call<Target>(L"OpenSchema", {Kind::Number, optional(Kind::Array), optional(Kind::Text)},
-                    [](const auto& it, const Arguments& arguments) {
-                      std::string table;
-                      if (!arguments.isMissing(1)) {
-                        LONG third = 2;  // catalog, schema, table
-                        Variant name;
-                        SafeArrayGetElement(arguments.raw(1).parray, &third, name.out());
-                        table = name.text();
-                      }
-                      return it->OpenSchema(static_cast<ADODB::Schema>(arguments.number(0)), table);
-                    })}};
-  return type;
+/// Of the names of a schema's restrictions.
+std::string tableOf(const Arguments& arguments, std::size_t place) {
+  if (arguments.isMissing(place)) return {};
+  LONG third = 2;  // catalog, schema, table
+  Variant name;
+  SafeArrayGetElement(arguments.raw(place).parray, &third, name.out());
+  return name.text();
 }
 
 }  // namespace
 
-Ptr<IDispatch> of(const std::shared_ptr<ADODB::Recordset>& target) {
-  return dispatchOf(target, recordsetClass());
+Class<Field> describe(Tag<Field>) {
+  return Table<Field>("Field")
+      .get(L"Name", [](const auto& it) { return it->field->Name(); })
+      .get(L"Value", [](const auto& it) { return it->field->Value(); })
+      .put(L"Value", Kind::Any,
+           [](const auto& it, const Arguments& arguments) { it->field->Value(arguments.value(0)); })
+      .get(L"DefinedSize", [](const auto&) { return DefinedSize; });
 }
-Ptr<IDispatch> of(const std::shared_ptr<ADODB::Connection>& target) {
-  return dispatchOf(target, connectionClass());
+
+Class<Fields> describe(Tag<Fields>) {
+  return Table<Fields>("Fields")
+      .get(L"Count", &Fields::count)
+      .call(L"Item", {Kind::TextOrNumber},
+            [](const auto& it, const Arguments& arguments) {
+              ADODB::Fields& fields = it->recordset->Fields();
+              ADODB::Field& field =
+                  arguments.isText(0) ? fields.Item(arguments.text(0)) : fields.Item(arguments.number(0));
+              return std::make_shared<Field>(Field{it->recordset, &field});
+            })
+      .call(L"Append", {Kind::Text, Kind::Number, optional(Kind::Number), optional(Kind::Number)},
+            &Fields::append);
+}
+
+Class<ADODB::Recordset> describe(Tag<ADODB::Recordset>) {
+  using ADODB::Recordset;
+  return Table<Recordset>("Recordset")
+      .put(L"CursorLocation", Kind::Number, &Recordset::CursorLocation)
+      .put(L"CursorType", Kind::Number, &Recordset::CursorType)
+      .put(L"LockType", Kind::Number, &Recordset::LockType)
+      .member(L"ActiveConnection", PutRef, {Kind::Object},
+              [](const auto& it, const Arguments& arguments) {
+                it->ActiveConnection(targetOf<ADODB::Connection>(arguments.at(0)));
+              })
+      .call(L"Open",
+            {optional(Kind::Text), optional(Kind::Object), optional(Kind::Number), optional(Kind::Number),
+             optional(Kind::Number)},
+            [](const auto& it, const Arguments& arguments) { open(*it, arguments); })
+      .call(L"Requery", {optional(Kind::Number)},
+            [](const auto& it, const Arguments& arguments) {
+              it->Requery(arguments.isMissing(0) ? -1 : arguments.number(0));
+            })
+      .call(L"Close", &Recordset::Close)
+      .get(L"State", &Recordset::State)
+      .get(L"RecordCount", &Recordset::RecordCount)
+      .get(L"AbsolutePosition", &Recordset::AbsolutePosition)
+      .call(L"MoveFirst", &Recordset::MoveFirst)
+      .call(L"MoveLast", &Recordset::MoveLast)
+      .call(L"MovePrevious", &Recordset::MovePrevious)
+      .call(L"Move", {Kind::Number, optional(Kind::Any)}, &Recordset::Move)
+      .call(L"AddNew", {optional(Kind::Array), optional(Kind::Array)},
+            [](const auto& it, const Arguments& arguments) {
+              it->AddNew();
+              if (!arguments.isMissing(1)) write(it->Fields(), arguments.raw(0), arguments.raw(1));
+            })
+      .call(L"Update", &Recordset::Update)
+      .call(L"Delete", &Recordset::Delete)
+      .get(L"Fields", [](const auto& it) { return std::make_shared<Fields>(Fields{it}); });
+}
+
+Class<ADODB::Connection> describe(Tag<ADODB::Connection>) {
+  using ADODB::Connection;
+  return Table<Connection>("Connection")
+      .put(L"ConnectionString", Kind::Text, &Connection::ConnectionString)
+      .call(L"Open",
+            {optional(Kind::Text), optional(Kind::Text), optional(Kind::Text), optional(Kind::Number)},
+            [](const auto& it, const Arguments& arguments) {
+              const auto text = [&](std::size_t place) { return argument<std::string>(arguments, place); };
+              it->Open(text(1), text(2), arguments.isMissing(3) ? -1 : arguments.number(3));
+            })
+      .call(L"Close", &Connection::Close)
+      .get(L"State", &Connection::State)
+      .get(L"ConnectionTimeout", &Connection::ConnectionTimeout)
+      .get(L"CommandTimeout", &Connection::CommandTimeout)
+      .call(L"OpenSchema", {Kind::Number, optional(Kind::Array), optional(Kind::Text)},
+            [](const auto& it, const Arguments& arguments) {
+              return it->OpenSchema(argument<ADODB::Schema>(arguments, 0), tableOf(arguments, 1));
+            });
 }
 
 }  // namespace strict

@@ -9,39 +9,8 @@
 namespace strict {
 namespace {
 
-using SlidePtr = std::shared_ptr<PowerPoint::Slide>;
-
 /// A slide's sound, of which nothing is kept.
 struct SoundEffect {};
-
-const Class<SoundEffect>& soundEffectClass() {
-  static const Class<SoundEffect> type{
-      "SoundEffect", {put<SoundEffect>(L"Type", Kind::Number, [](const auto&, const Arguments&) {})}};
-  return type;
-}
-
-const Class<PowerPoint::SlideShowTransition>& transitionClass() {
-  using Target = PowerPoint::SlideShowTransition;
-  static const Class<Target> type{
-      "SlideShowTransition",
-      {get<Target>(L"Hidden", [](const auto& it) { return triState(it->Hidden()); }),
-       put<Target>(L"Hidden", Kind::TriState,
-                   [](const auto& it, const Arguments& arguments) { it->Hidden(arguments.flag(0)); }),
-       get<Target>(L"AdvanceOnTime", [](const auto& it) { return triState(it->AdvanceOnTime()); }),
-       put<Target>(L"AdvanceOnTime", Kind::TriState,
-                   [](const auto& it, const Arguments& arguments) { it->AdvanceOnTime(arguments.flag(0)); }),
-       get<Target>(L"AdvanceTime", [](const auto& it) { return it->AdvanceTime(); }),
-       put<Target>(L"AdvanceTime", Kind::Real,
-                   [](const auto& it, const Arguments& arguments) { it->AdvanceTime(arguments.real(0)); }),
-       put<Target>(L"EntryEffect", Kind::Number,
-                   [](const auto& it, const Arguments& arguments) {
-                     it->EntryEffect(static_cast<PowerPoint::EntryEffect>(arguments.number(0)));
-                   }),
-       get<Target>(L"SoundEffect", [](const auto&) {
-         return dispatchOf(std::make_shared<SoundEffect>(), soundEffectClass());
-       })}};
-  return type;
-}
 
 /// The fake's time line has all effects or none: here they are one effect of the main sequence.
 struct Effect {
@@ -56,81 +25,62 @@ struct Sequence {
 };
 struct NoSequences {};
 
-const Class<Effect>& effectClass() {
-  static const Class<Effect> type{
-      "Effect",
-      {get<Effect>(L"EffectType", [](const auto&) { return std::int32_t{1}; }),
-       action<Effect>(L"Delete", [](const auto& it) { it->timeLine->Delete(); })}};
-  return type;
-}
-
-const Class<Sequence>& sequenceClass() {
-  static const Class<Sequence> type{
-      "Sequence",
-      {get<Sequence>(L"Count", [](const auto& it) { return it->count(); }),
-       call<Sequence>(L"Item", {Kind::Number}, [](const auto& it, const Arguments&) {
-         return dispatchOf(std::make_shared<Effect>(Effect{it->timeLine}), effectClass());
-       })}};
-  return type;
-}
-
-const Class<NoSequences>& sequencesClass() {
-  static const Class<NoSequences> type{
-      "Sequences", {get<NoSequences>(L"Count", [](const auto&) { return std::int32_t{0}; })}};
-  return type;
-}
-
-const Class<PowerPoint::TimeLine>& timeLineClass() {
-  using Target = PowerPoint::TimeLine;
-  static const Class<Target> type{"TimeLine",
-                                  {get<Target>(L"MainSequence",
-                                               [](const auto& it) {
-                                                 return dispatchOf(std::make_shared<Sequence>(Sequence{it}),
-                                                                   sequenceClass());
-                                               }),
-                                   get<Target>(L"InteractiveSequences", [](const auto&) {
-                                     return dispatchOf(std::make_shared<NoSequences>(), sequencesClass());
-                                   })}};
-  return type;
-}
-
-const Class<PowerPoint::Shapes>& shapesClass() {
-  using Target = PowerPoint::Shapes;
-  static const Class<Target> type{
-      "Shapes",
-      {get<Target>(L"Count", [](const auto& it) { return it->Count(); }),
-       call<Target>(L"Item", {Kind::TextOrNumber}, [](const auto& it, const Arguments& arguments) {
-         return arguments.isText(0) ? it->Item(arguments.text(0)) : it->Item(arguments.number(0));
-       })}};
-  return type;
-}
-
-const Class<List<PowerPoint::Slide>>& slideRangeClass() {
-  static const Class<List<PowerPoint::Slide>> type = listClass<PowerPoint::Slide>("SlideRange");
-  return type;
-}
-
-const Class<PowerPoint::Slide>& slideClass() {
-  using Target = PowerPoint::Slide;
-  static const Class<Target> type{
-      "Slide",
-      {get<Target>(L"SlideIndex", [](const auto& it) { return it->SlideIndex(); }),
-       get<Target>(L"SlideID", [](const auto& it) { return it->SlideID(); }),
-       get<Target>(L"Shapes", [](const auto& it) { return dispatchOf(it->Shapes(), shapesClass()); }),
-       get<Target>(L"Tags", [](const auto& it) { return it->Tags(); }),
-       get<Target>(L"SlideShowTransition",
-                   [](const auto& it) { return dispatchOf(it->SlideShowTransition(), transitionClass()); }),
-       get<Target>(L"TimeLine", [](const auto& it) { return dispatchOf(it->TimeLine(), timeLineClass()); }),
-       action<Target>(L"Duplicate",
-                      [](const auto& it) { return listOf(slideRangeClass(), {it->Duplicate()}); }),
-       action<Target>(L"Delete", [](const auto& it) { it->Delete(); }),
-       call<Target>(L"MoveTo", {Kind::Number},
-                    [](const auto& it, const Arguments& arguments) { it->MoveTo(arguments.number(0)); })}};
-  return type;
-}
-
 }  // namespace
 
-Ptr<IDispatch> of(const SlidePtr& target) { return dispatchOf(target, slideClass()); }
+Class<SoundEffect> describe(Tag<SoundEffect>) {
+  return Table<SoundEffect>("SoundEffect").put(L"Type", Kind::Number, [](const auto&, const Arguments&) {});
+}
+
+Class<PowerPoint::SlideShowTransition> describe(Tag<PowerPoint::SlideShowTransition>) {
+  using Target = PowerPoint::SlideShowTransition;
+  return Table<Target>("SlideShowTransition")
+      .property(L"Hidden", Kind::TriState, &Target::Hidden, &Target::Hidden)
+      .property(L"AdvanceOnTime", Kind::TriState, &Target::AdvanceOnTime, &Target::AdvanceOnTime)
+      .property(L"AdvanceTime", Kind::Real, &Target::AdvanceTime, &Target::AdvanceTime)
+      .put(L"EntryEffect", Kind::Number, &Target::EntryEffect)
+      .get(L"SoundEffect", [](const auto&) { return std::make_shared<SoundEffect>(); });
+}
+
+Class<Effect> describe(Tag<Effect>) {
+  return Table<Effect>("Effect")
+      .get(L"EffectType", [](const auto&) { return std::int32_t{1}; })
+      .call(L"Delete", [](const auto& it) { it->timeLine->Delete(); });
+}
+
+Class<Sequence> describe(Tag<Sequence>) {
+  return Table<Sequence>("Sequence")
+      .get(L"Count", &Sequence::count)
+      .call(L"Item", {Kind::Number},
+            [](const auto& it, const Arguments&) { return std::make_shared<Effect>(Effect{it->timeLine}); });
+}
+
+Class<NoSequences> describe(Tag<NoSequences>) {
+  return Table<NoSequences>("Sequences").get(L"Count", [](const auto&) { return std::int32_t{0}; });
+}
+
+Class<PowerPoint::TimeLine> describe(Tag<PowerPoint::TimeLine>) {
+  using PowerPoint::TimeLine;
+  return Table<TimeLine>("TimeLine")
+      .get(L"MainSequence", [](const auto& it) { return std::make_shared<Sequence>(Sequence{it}); })
+      .get(L"InteractiveSequences", [](const auto&) { return std::make_shared<NoSequences>(); });
+}
+
+Class<PowerPoint::Shapes> describe(Tag<PowerPoint::Shapes>) {
+  return Table<PowerPoint::Shapes>("Shapes").collection();
+}
+
+Class<PowerPoint::Slide> describe(Tag<PowerPoint::Slide>) {
+  using PowerPoint::Slide;
+  return Table<Slide>("Slide")
+      .get(L"SlideIndex", &Slide::SlideIndex)
+      .get(L"SlideID", &Slide::SlideID)
+      .get(L"Shapes", &Slide::Shapes)
+      .get(L"Tags", &Slide::Tags)
+      .get(L"SlideShowTransition", &Slide::SlideShowTransition)
+      .get(L"TimeLine", &Slide::TimeLine)
+      .call(L"Duplicate", [](const auto& it) { return std::vector{it->Duplicate()}; })
+      .call(L"Delete", &Slide::Delete)
+      .call(L"MoveTo", {Kind::Number}, &Slide::MoveTo);
+}
 
 }  // namespace strict
