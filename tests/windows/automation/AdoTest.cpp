@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "basic/Error.h"
+#include "support/ErrorOf.h"
 #include "windows/automation/AdoConnection.h"
 #include "windows/automation/AdoRecordset.h"
 #include "windows/com/Bstr.h"
@@ -18,11 +18,8 @@ namespace windows::automation {
 namespace {
 
 using com::Variant;
+using support::anyClass;
 using support::ScriptedObject;
-
-com::Class any{"Any"};
-
-Variant handedOut(com::Ptr<IDispatch> object) { return Variant(com::Object(std::move(object), any)); }
 
 std::vector<basic::Variant> elementsOf(const Variant& array) {
   std::vector<basic::Variant> elements;
@@ -59,29 +56,22 @@ host::TextTable table(std::vector<std::string> columns, const std::vector<std::v
 TEST(Recordset, TakesTextRowByRowInOnePieceEach) {
   std::vector<std::string> steps;
   std::vector<std::vector<basic::Variant>> records;
-  const auto step = [&steps](std::string text) {
-    return [&steps, text](const auto&) {
-      steps.push_back(text);
-      return Variant();
-    };
-  };
+  const auto step = [&steps](std::string text) { return [&steps, text] { steps.push_back(text); }; };
   const auto fields = ScriptedObject::make({{L"Append", [&steps](const auto& a) {
                                                steps.push_back("append " + a.at(0).text() + " " +
                                                                a.at(1).text() + " " + a.at(2).text());
-                                               return Variant();
                                              }}});
   Recordset recordset(
       {ScriptedObject::make({{L"CursorLocation", step("client")},
-                             {L"Fields", [&](const auto&) { return handedOut(fields); }},
+                             {L"Fields", fields},
                              {L"Open", step("open")},
                              {L"AddNew",
                               [&](const auto& a) {
                                 EXPECT_EQ(elementsOf(a.at(0)), (std::vector<basic::Variant>{0, 1}));
                                 records.push_back(elementsOf(a.at(1)));
-                                return Variant();
                               }},
                              {L"MoveFirst", step("first")}}),
-       any});
+       anyClass});
   recordset.Open(table({"Item", "Price"}, {{"T\xC3\xA9", "3"}, {"Rye"}, {std::string(5000, 'x'), ""}}));
   EXPECT_EQ(steps, (std::vector<std::string>{"client", "append Item 200 4000", "append Price 200 4000",
                                              "open", "first"}));
@@ -97,16 +87,14 @@ TEST(Recordset, AFieldIsAskedForOnceAndCutsWhatIsTooLong) {
   const auto field = ScriptedObject::make({{L"Value",
                                             [&](const auto& a) {
                                               if (!a.empty()) written.push_back(a[0].value());
-                                              return Variant(7);
+                                              return 7;
                                             }},
-                                           {L"DefinedSize", [](const auto&) { return Variant(3); }}});
-  const auto fields = ScriptedObject::make({{L"Item", [&](const auto&) {
+                                           {L"DefinedSize", 3}});
+  const auto fields = ScriptedObject::make({{L"Item", [&] {
                                                ++asked;
-                                               return handedOut(field);
+                                               return field;
                                              }}});
-  Recordset recordset({ScriptedObject::make({{L"Fields", [&](const auto&) { return handedOut(fields); }},
-                                             {L"Requery", [](const auto&) { return Variant(); }}}),
-                       any});
+  Recordset recordset({ScriptedObject::make({{L"Fields", fields}, {L"Requery", [] {}}}), anyClass});
   for (int i = 0; i < 3; ++i) EXPECT_EQ(recordset.Fields().Item("Price").Value(), basic::Variant(7));
   EXPECT_EQ(asked, 1);
   recordset.Fields().Item("Price").Value(std::string("12345"));
@@ -119,26 +107,17 @@ TEST(Recordset, AFieldIsAskedForOnceAndCutsWhatIsTooLong) {
 
 TEST(Connection, SaysNothingOfThePassword) {
   std::string closed;
-  auto* scripted = new ScriptedObject({{L"ConnectionString", [](const auto&) { return Variant(); }},
-                                       {L"Open", [](const auto&) { return Variant(); }},
-                                       {L"Close",
-                                        [&closed](const auto&) {
-                                          closed += "closed";
-                                          return Variant();
-                                        }},
-                                       {L"State", [](const auto&) { return Variant(1); }}});
+  auto* scripted = new ScriptedObject({{L"ConnectionString", [] {}},
+                                       {L"Open", [] {}},
+                                       {L"Close", [&closed] { closed += "closed"; }},
+                                       {L"State", 1}});
   {
-    Connection connection({com::Ptr<IDispatch>::taking(scripted), any});
+    Connection connection({com::Ptr<IDispatch>::taking(scripted), anyClass});
     connection.ConnectionString("DSN=stock;UID=me;PWD=hush hush");
     scripted->failure = DISP_E_EXCEPTION;
     scripted->exception.scode = E_FAIL;
     scripted->exception.bstrDescription = com::Bstr("No login for 'me' with 'hush hush'").release();
-    try {
-      connection.Open("", "", -1);
-      ADD_FAILURE();
-    } catch (const basic::Error& error) {
-      EXPECT_EQ(error.description, "No login for 'me' with '***'");
-    }
+    EXPECT_EQ(support::errorOf([&] { connection.Open("", "", -1); }), "No login for 'me' with '***'");
     scripted->failure = S_OK;
     EXPECT_EQ(connection.ConnectionString(), "DSN=stock;UID=me;PWD=hush hush");
   }

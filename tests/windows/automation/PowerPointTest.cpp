@@ -20,10 +20,9 @@ namespace windows::automation {
 namespace {
 
 using com::Variant;
+using support::anyClass;
+using support::handedOut;
 using support::ScriptedObject;
-
-com::Class any{"Any"};
-Variant handedOut(com::Ptr<IDispatch> object) { return Variant(com::Object(std::move(object), any)); }
 
 /// A property that keeps what is put into it.
 ScriptedObject::Member kept(std::string& value) {
@@ -45,15 +44,10 @@ TEST(KnownPresentations, OneObjectForEachPresentation) {
 TEST(LinkFormat, ShowsFilesForAWhile) {
   std::string source = "C:\\author.png";
   int updates = 0;
-  const auto link = ScriptedObject::make({{L"SourceFullName", kept(source)}, {L"Update", [&](const auto&) {
-                                                                                ++updates;
-                                                                                return Variant();
-                                                                              }}});
+  const auto link =
+      ScriptedObject::make({{L"SourceFullName", kept(source)}, {L"Update", [&] { ++updates; }}});
   const auto own = std::make_shared<AuthorsOwn>();
-  Shape shape({ScriptedObject::make({{L"Id", [](const auto&) { return Variant(5); }},
-                                     {L"LinkFormat", [&](const auto&) { return handedOut(link); }}}),
-               any},
-              {own, 256});
+  Shape shape({ScriptedObject::make({{L"Id", 5}, {L"LinkFormat", link}}), anyClass}, {own, 256});
   shape.LinkFormat()->SourceFullName("C:\\live1.png");
   shape.LinkFormat()->SourceFullName("C:\\live2.png");
   EXPECT_EQ(source, "C:\\live2.png");
@@ -70,40 +64,36 @@ TEST(LinkFormat, CoversAnEmbeddedPictureForAWhile) {
   std::vector<std::string> steps;
   bool isDeleted = false;
   const auto step = [&steps](std::string text) {
-    return [&steps, text](const auto&) {
+    return [&steps, text] {
       steps.push_back(text);
       return Variant(0.0);
     };
   };
   const auto link = ScriptedObject::make({{L"SourceFullName", kept(source)}, {L"Update", step("update")}});
-  auto* cover = new ScriptedObject({{L"ZOrderPosition", [](const auto&) { return Variant(7); }},
+  auto* cover = new ScriptedObject({{L"ZOrderPosition", 7},
                                     {L"ZOrder", step("backward")},
                                     {L"Rotation", step("rotated")},
-                                    {L"LinkFormat", [&](const auto&) { return handedOut(link); }},
-                                    {L"Delete", [&](const auto&) {
-                                       isDeleted = true;
-                                       return Variant();
-                                     }}});
+                                    {L"LinkFormat", link},
+                                    {L"Delete", [&] { isDeleted = true; }}});
   const auto held = com::Ptr<IDispatch>::taking(cover);
   const auto shapes = ScriptedObject::make({{L"AddPicture", [&](const auto& a) {
                                                steps.push_back("added " + a.at(0).text() + " at " +
                                                                a.at(3).text() + " " + a.at(4).text());
-                                               return handedOut(held);
+                                               return held;
                                              }}});
-  const auto slide = ScriptedObject::make({{L"Shapes", [&](const auto&) { return handedOut(shapes); }}});
-  const auto number = [](double value) { return [value](const auto&) { return Variant(value); }; };
+  const auto slide = ScriptedObject::make({{L"Shapes", shapes}});
   const auto own = std::make_shared<AuthorsOwn>();
-  Shape shape({ScriptedObject::make({{L"Id", number(5)},
-                                     {L"Type", number(13)},
-                                     {L"Parent", [&](const auto&) { return handedOut(slide); }},
-                                     {L"Left", number(10)},
-                                     {L"Top", number(20)},
-                                     {L"Width", number(30)},
-                                     {L"Height", number(40)},
-                                     {L"Rotation", number(0)},
-                                     {L"ZOrderPosition", number(4)},
+  Shape shape({ScriptedObject::make({{L"Id", 5.0},
+                                     {L"Type", 13.0},
+                                     {L"Parent", slide},
+                                     {L"Left", 10.0},
+                                     {L"Top", 20.0},
+                                     {L"Width", 30.0},
+                                     {L"Height", 40.0},
+                                     {L"Rotation", 0.0},
+                                     {L"ZOrderPosition", 4.0},
                                      {L"Visible", kept(visible)}}),
-               any},
+               anyClass},
               {own, 256});
   const auto show = [&shape](std::string_view path) {
     const auto format = shape.LinkFormat();
@@ -137,22 +127,17 @@ TEST(Table, PutsTheAuthorsTextsBackAndSparesMergedPlaces) {
                                                 }
                                                 return Variant(text);
                                               }}});
-    const auto frame =
-        ScriptedObject::make({{L"TextRange", [range](const auto&) { return handedOut(range); }}});
+    const auto frame = ScriptedObject::make({{L"TextRange", range}});
     const bool isMerged = row == 1;  // the two cells of the first row
-    const auto shape =
-        ScriptedObject::make({{L"Left", [=](const auto&) { return Variant(isMerged ? 0.0 : 50.0 * column); }},
-                              {L"Top", [=](const auto&) { return Variant(20.0 * row); }},
-                              {L"TextFrame", [frame](const auto&) { return handedOut(frame); }}});
-    return ScriptedObject::make({{L"Merged", [=](const auto&) { return Variant(isMerged); }},
-                                 {L"Shape", [shape](const auto&) { return handedOut(shape); }}});
+    const auto shape = ScriptedObject::make(
+        {{L"Left", isMerged ? 0.0 : 50.0 * column}, {L"Top", 20.0 * row}, {L"TextFrame", frame}});
+    return ScriptedObject::make({{L"Merged", isMerged}, {L"Shape", shape}});
   };
   const auto own = std::make_shared<AuthorsOwn>();
-  Table table(
-      {ScriptedObject::make(
-           {{L"Cell", [&](const auto& a) { return handedOut(cell(a.at(0).number(), a.at(1).number())); }}}),
-       any},
-      own, {256, 4});
+  Table table({ScriptedObject::make(
+                   {{L"Cell", [&](const auto& a) { return cell(a.at(0).number(), a.at(1).number()); }}}),
+               anyClass},
+              own, {256, 4});
   EXPECT_FALSE(table.IsCovered(1, 1));
   EXPECT_TRUE(table.IsCovered(1, 2));
   EXPECT_FALSE(table.IsCovered(2, 2));
@@ -174,26 +159,17 @@ TEST(TimeLine, KeepsEffectsAmongFilms) {
   for (const bool hasFilm : {false, true}) {
     std::vector<int> effects = {1, hasFilm ? 83 : 10};
     const auto sequence = ScriptedObject::make(
-        {{L"Count", [&](const auto&) { return Variant(static_cast<int>(effects.size())); }},
+        {{L"Count", [&] { return static_cast<int>(effects.size()); }},
          {L"Item", [&](const auto& a) {
             const int index = a.at(0).number();
-            return handedOut(ScriptedObject::make({{L"EffectType",
-                                                    [&, index](const auto&) {
-                                                      return Variant(
-                                                          effects.at(static_cast<std::size_t>(index) - 1));
-                                                    }},
-                                                   {L"Delete", [&, index](const auto&) {
-                                                      effects.erase(effects.begin() + (index - 1));
-                                                      return Variant();
-                                                    }}}));
+            return ScriptedObject::make(
+                {{L"EffectType", [&, index] { return effects.at(static_cast<std::size_t>(index) - 1); }},
+                 {L"Delete", [&, index] { effects.erase(effects.begin() + (index - 1)); }}});
           }}});
-    const auto none = ScriptedObject::make({{L"Count", [](const auto&) { return Variant(0); }}});
+    const auto none = ScriptedObject::make({{L"Count", 0}});
     const auto timeLine =
-        ScriptedObject::make({{L"MainSequence", [&](const auto&) { return handedOut(sequence); }},
-                              {L"InteractiveSequences", [&](const auto&) { return handedOut(none); }}});
-    Slide slide(
-        {ScriptedObject::make({{L"TimeLine", [&](const auto&) { return handedOut(timeLine); }}}), any},
-        nullptr);
+        ScriptedObject::make({{L"MainSequence", sequence}, {L"InteractiveSequences", none}});
+    Slide slide({ScriptedObject::make({{L"TimeLine", timeLine}}), anyClass}, nullptr);
     slide.TimeLine()->Delete();
     EXPECT_EQ(effects.size(), hasFilm ? 2U : 0U);
   }
@@ -201,18 +177,14 @@ TEST(TimeLine, KeepsEffectsAmongFilms) {
 
 TEST(CommandBars, AClickIsThatOfOneButton) {
   constexpr IID ButtonEvents = {0x000C0351, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
-  const auto button = [&](int id) {
-    return new ScriptedObject({{L"InstanceId", [id](const auto&) { return Variant(id); }},
-                               {L"Type", [](const auto&) { return Variant(1); }}});
-  };
+  const auto button = [&](int id) { return new ScriptedObject({{L"InstanceId", id}, {L"Type", 1}}); };
   auto* first = button(1);
   auto& events = first->withEvents(ButtonEvents);
   const auto held = com::Ptr<IDispatch>::taking(first);
   const auto second = com::Ptr<IDispatch>::taking(button(2));
-  const auto controls = ScriptedObject::make({{L"Item", [&](const auto&) { return handedOut(held); }}});
-  const auto bar = ScriptedObject::make({{L"Controls", [&](const auto&) { return handedOut(controls); }}});
-  const auto bars =
-      commandBars(ScriptedObject::make({{L"Item", [&](const auto&) { return handedOut(bar); }}}));
+  const auto controls = ScriptedObject::make({{L"Item", held}});
+  const auto bar = ScriptedObject::make({{L"Controls", controls}});
+  const auto bars = commandBars(ScriptedObject::make({{L"Item", bar}}));
   const auto control =
       std::dynamic_pointer_cast<Office::CommandBarButton>(bars->Item("Menu Bar")->Controls()->Item(1));
   ASSERT_NE(control, nullptr);

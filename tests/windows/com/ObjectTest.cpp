@@ -9,6 +9,7 @@
 #include <variant>
 
 #include "basic/Error.h"
+#include "support/ErrorOf.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/Failure.h"
 #include "windows/support/ScriptedObject.h"
@@ -22,13 +23,13 @@ TEST(Object, CallsByNameWithArgumentsInTheirOrder) {
   Class type("Shape");
   std::string stored;
   auto* scripted = new ScriptedObject({
-      {L"Join", [](const auto& a) { return Variant(a.at(0).text() + "-" + a.at(1).text()); }},
+      {L"Join", [](const auto& a) { return a.at(0).text() + "-" + a.at(1).text(); }},
       {L"Text",
        [&](const auto& a) {
          if (!a.empty()) stored = a.at(0).text();
-         return Variant(stored);
+         return stored;
        }},
-      {L"Absent", [](const auto& a) { return Variant(a.at(0).raw().vt == VT_ERROR); }},
+      {L"Absent", [](const auto& a) { return a.at(0).raw().vt == VT_ERROR; }},
   });
   const Object object(Ptr<IDispatch>::taking(scripted), type);
   EXPECT_EQ(object.text(L"Join", "a", 2), "a-2");
@@ -39,7 +40,7 @@ TEST(Object, CallsByNameWithArgumentsInTheirOrder) {
   EXPECT_TRUE(object.get(L"Absent", Missing{}).flag());
   EXPECT_EQ(scripted->lookups, 3) << "a name is looked up once";
 
-  const Object another(ScriptedObject::make({{L"Join", [](const auto&) { return Variant("b"); }}}), type);
+  const Object another(ScriptedObject::make({{L"Join", "b"}}), type);
   EXPECT_EQ(another.text(L"Join"), "b") << "once for all objects of a class";
 }
 
@@ -49,9 +50,8 @@ TEST(Object, KeepsItsObjectAsLongAsItIsNeeded) {
   {
     Class inner("TextFrame");
     const Object object(
-        ScriptedObject::make(
-            {{L"TextFrame", [&](const auto&) { return Variant(Object(ScriptedObject::make({}), inner)); }},
-             {L"Nothing", [](const auto&) { return Variant(Object()); }}}),
+        ScriptedObject::make({{L"TextFrame", [&] { return Object(ScriptedObject::make({}), inner); }},
+                              {L"Nothing", Object()}}),
         type);
     EXPECT_EQ(liveObjects, before + 1);
     const Object frame = object.object(inner, L"TextFrame");
@@ -59,13 +59,9 @@ TEST(Object, KeepsItsObjectAsLongAsItIsNeeded) {
     const Object same = frame;
     EXPECT_EQ(identity(same.dispatch()), identity(frame.dispatch()));
     EXPECT_NE(identity(same.dispatch()), identity(object.dispatch()));
-    try {
-      (void)object.object(inner, L"Nothing");
-      FAIL();
-    } catch (const basic::Error& error) {
-      EXPECT_EQ(error.number, 91);
-      EXPECT_EQ(error.description, "Shape.Nothing is Nothing");
-    }
+    const auto nothing = [&] { (void)object.object(inner, L"Nothing"); };
+    EXPECT_EQ(support::errorNumber(nothing), 91);
+    EXPECT_EQ(support::errorOf(nothing), "Shape.Nothing is Nothing");
   }
   EXPECT_EQ(liveObjects, before);
 }
@@ -73,7 +69,7 @@ TEST(Object, KeepsItsObjectAsLongAsItIsNeeded) {
 /// What an error says of a call that fails so.
 basic::Error failing(HRESULT result, EXCEPINFO said = {}) {
   Class type("Shape");
-  auto* scripted = new ScriptedObject({{L"Text", [](const auto&) { return Variant(); }}});
+  auto* scripted = new ScriptedObject({{L"Text", [] {}}});
   scripted->failure = result;
   scripted->exception = said;
   const Object object(Ptr<IDispatch>::taking(scripted), type);

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <utility>
 
 #include "basic/Error.h"
@@ -14,20 +13,13 @@
 #include "windows/server/Extensibility.h"
 #include "windows/strict/Classes.h"
 #include "windows/strict/ProgramClasses.h"
+#include "windows/support/Windows.h"
 
 namespace loaded {
 namespace {
 
 namespace com = windows::com;
 using ComAddIn = windows::server::IDTExtensibility2;
-
-template <typename Call>
-Call exported(HMODULE module, const char* name) {
-  const FARPROC found = GetProcAddress(module, name);
-  Call call = nullptr;
-  std::memcpy(&call, &found, sizeof call);
-  return call;
-}
 
 template <typename Interface>
 com::Ptr<Interface> create(const wchar_t* progId, REFIID iid) {
@@ -74,7 +66,7 @@ class ModulePassage::Entry final : public AddInDesigner::IDTExtensibility2 {
 
  private:
   void take(IDispatch* machine) const {
-    const auto takeMachine = exported<TakesMachine>(passage_.module_, "TakeMachine");
+    const auto takeMachine = windows::test::exported<TakesMachine>(passage_.module_, "TakeMachine");
     if (takeMachine != nullptr) takeMachine(machine);  // the module as it is delivered has no door
   }
 
@@ -118,7 +110,7 @@ com::Ptr<IDispatch> ModulePassage::excelProgram() const {
 }
 
 bool ModulePassage::canUnload() const {
-  return exported<HRESULT(STDAPICALLTYPE*)()>(module_, "DllCanUnloadNow")() == S_OK;
+  return windows::test::exported<HRESULT(STDAPICALLTYPE*)()>(module_, "DllCanUnloadNow")() == S_OK;
 }
 
 }  // namespace loaded

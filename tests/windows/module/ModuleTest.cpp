@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -12,6 +11,7 @@
 #include "windows/com/Text.h"
 #include "windows/server/AddIn.h"
 #include "windows/support/ScriptedObject.h"
+#include "windows/support/Windows.h"
 
 namespace windows {
 namespace {
@@ -33,10 +33,7 @@ struct Module : testing::Test {
   }
   template <typename Call>
   Call exported(const char* name) const {
-    const FARPROC found = GetProcAddress(library, name);
-    Call call = nullptr;
-    std::memcpy(&call, &found, sizeof call);
-    return call;
+    return test::exported<Call>(library, name);
   }
   HMODULE library = nullptr;
 };
@@ -65,7 +62,7 @@ TEST_F(Module, LoadsConnectsAndCanBeUnloadedWhenNobodyHoldsIt) {
   // A host of a version that nobody has accepted: the add-in says so in its log, which lies beside it.
   RegSetKeyValueW(HKEY_CURRENT_USER, (std::wstring(Settings) + L"\\Info").c_str(), L"Debug", REG_SZ, L"True",
                   5 * sizeof(wchar_t));
-  const auto application = ScriptedObject::make({{L"Version", [](const auto&) { return Variant("11.0"); }}});
+  const auto application = ScriptedObject::make({{L"Version", "11.0"}});
   EXPECT_EQ(addIn->OnConnection(application.get(), 1, nullptr, nullptr), S_OK);
   EXPECT_EQ(addIn->OnDisconnection(1, nullptr), S_OK);
   addIn = {};
@@ -87,15 +84,13 @@ TEST_F(Module, RegistersAndUnregisters) {
   using Register = HRESULT(STDAPICALLTYPE*)();
   using Install = HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR);
   EXPECT_EQ(exported<Register>("DllRegisterServer")(), S_OK);
-  HKEY key = nullptr;
   constexpr const wchar_t* AddIn = L"Software\\Microsoft\\Office\\PowerPoint\\Addins\\LF2000.Connect";
-  EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, AddIn, 0, KEY_READ, &key), ERROR_SUCCESS);
-  RegCloseKey(key);
+  EXPECT_TRUE(test::hasKey(AddIn));
   EXPECT_EQ(exported<Register>("DllUnregisterServer")(), S_OK);
-  EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, AddIn, 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+  EXPECT_FALSE(test::hasKey(AddIn));
   EXPECT_EQ(exported<Install>("DllInstall")(TRUE, L"user"), S_OK);
   EXPECT_EQ(exported<Install>("DllInstall")(FALSE, L"user"), S_OK);
-  EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, AddIn, 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+  EXPECT_FALSE(test::hasKey(AddIn));
 }
 
 }  // namespace

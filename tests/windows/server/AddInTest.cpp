@@ -19,16 +19,15 @@ namespace windows::server {
 namespace {
 
 using com::Variant;
+using support::anyClass;
 using support::EventSource;
+using support::handedOut;
 using support::ScriptedObject;
 
 constexpr IID ApplicationEvents = {
     0x914934C2, 0x5A91, 0x11CF, {0x87, 0x00, 0x00, 0xAA, 0x00, 0x60, 0x26, 0x3B}};
 constexpr DISPID PresentationSave = 2005;
 constexpr DISPID PresentationOpen = 2006;
-
-com::Class any{"Any"};
-Variant handedOut(com::Ptr<IDispatch> object) { return Variant(com::Object(std::move(object), any)); }
 
 struct Apartment {
   Apartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
@@ -79,33 +78,23 @@ struct AddInServer : testing::Test {
   }
   com::Ptr<IDispatch> host(const char* version = "9.0.2716") {
     auto* application = new ScriptedObject(
-        {{L"Version", [version](const auto&) { return Variant(version); }},
-         {L"Presentations", [](const auto&) {
-            return handedOut(ScriptedObject::make({{L"Count", [](const auto&) { return Variant(1); }}}));
-          }}});
+        {{L"Version", version}, {L"Presentations", ScriptedObject::make({{L"Count", 1}})}});
     if (raisesEvents) events = &application->withEvents(ApplicationEvents);
     return com::Ptr<IDispatch>::taking(application);
   }
-  com::Ptr<IDispatch> entry() {
-    return ScriptedObject::make({{L"ProgId", [](const auto&) { return Variant("LF2000.Connect"); }}});
-  }
+  com::Ptr<IDispatch> entry() { return ScriptedObject::make({{L"ProgId", "LF2000.Connect"}}); }
   com::Ptr<IDispatch> presentation() {
-    return ScriptedObject::make(
-        {{L"FullName", [](const auto&) { return Variant("C:\\decks\\board.ppt"); }},
-         {L"Saved",
-          [this](const auto& a) {
-            if (!a.empty()) saved.push_back(a[0].flag());
-            return Variant(0);
-          }},
-         {L"Save",
-          [this](const auto&) {
-            if (++saves < 5) events->raise(PresentationSave, self());
-            return Variant();
-          }},
-         {L"Tags", [](const auto&) {
-            return handedOut(ScriptedObject::make({{L"Count", [](const auto&) { return Variant(0); }},
-                                                   {L"Add", [](const auto&) { return Variant(); }}}));
-          }}});
+    return ScriptedObject::make({{L"FullName", "C:\\decks\\board.ppt"},
+                                 {L"Saved",
+                                  [this](const auto& a) {
+                                    if (!a.empty()) saved.push_back(a[0].flag());
+                                    return 0;
+                                  }},
+                                 {L"Save",
+                                  [this] {
+                                    if (++saves < 5) events->raise(PresentationSave, self());
+                                  }},
+                                 {L"Tags", ScriptedObject::make({{L"Count", 0}, {L"Add", [] {}}})}});
   }
   std::vector<Variant> self() {
     std::vector<Variant> arguments;

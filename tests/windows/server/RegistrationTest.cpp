@@ -5,17 +5,12 @@
 #include <array>
 #include <string>
 
+#include "windows/support/Windows.h"
+
 namespace windows::server {
 namespace {
 
 constexpr const wchar_t* AddIn = L"Software\\Microsoft\\Office\\PowerPoint\\Addins\\LF2000.Connect";
-
-bool isThere(const wchar_t* path) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(HKEY_CURRENT_USER, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
-  RegCloseKey(key);
-  return true;
-}
 
 TEST(Registration, EntersAndRemovesWhatTheHostLooksFor) {
   ASSERT_EQ(enter(L"C:\\Users\\me\\Lumenfold\\LF2000.dll"), S_OK);
@@ -41,10 +36,10 @@ TEST(Registration, EntersAndRemovesWhatTheHostLooksFor) {
 
   EXPECT_EQ(remove(), S_OK);
   EXPECT_EQ(remove(), S_OK) << "what is not there is no failure";
-  EXPECT_FALSE(isThere(AddIn));
-  EXPECT_FALSE(isThere(server.c_str()));
-  EXPECT_FALSE(isThere(L"Software\\Classes\\LF2000.Connect"));
-  EXPECT_FALSE(isThere(L"Software\\Microsoft\\Office")) << "nobody else has anything there";
+  EXPECT_FALSE(test::hasKey(AddIn));
+  EXPECT_FALSE(test::hasKey(server.c_str()));
+  EXPECT_FALSE(test::hasKey(L"Software\\Classes\\LF2000.Connect"));
+  EXPECT_FALSE(test::hasKey(L"Software\\Microsoft\\Office")) << "nobody else has anything there";
 }
 
 TEST(Registration, LeavesTheEntriesOfOthers) {
@@ -54,8 +49,8 @@ TEST(Registration, LeavesTheEntriesOfOthers) {
             ERROR_SUCCESS);
   ASSERT_EQ(enter(L"C:\\LF2000.dll"), S_OK);
   EXPECT_EQ(remove(), S_OK);
-  EXPECT_FALSE(isThere(AddIn));
-  EXPECT_TRUE(isThere(Other));
+  EXPECT_FALSE(test::hasKey(AddIn));
+  EXPECT_TRUE(test::hasKey(Other));
   RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Office");
 }
 

@@ -3,12 +3,12 @@
 
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 #include "windows/com/Failure.h"
 #include "windows/com/Ptr.h"
 #include "windows/com/Text.h"
+#include "windows/support/Windows.h"
 
 namespace {
 
@@ -32,9 +32,8 @@ void load() {
   check(CLSIDFromString(id.c_str(), &connect), "CLSID");
   HMODULE module = CoLoadLibrary(const_cast<wchar_t*>(file.c_str()), FALSE);
   if (module == nullptr) check(HRESULT_FROM_WIN32(GetLastError()), windows::com::narrow(file));
-  HRESULT(STDAPICALLTYPE * getClassObject)(REFCLSID, REFIID, void**) = nullptr;
-  const FARPROC exported = GetProcAddress(module, "DllGetClassObject");
-  std::memcpy(&getClassObject, &exported, sizeof getClassObject);
+  const auto getClassObject =
+      windows::test::exported<decltype(&DllGetClassObject)>(module, "DllGetClassObject");
 
   Ptr<IClassFactory> factory;
   check(getClassObject(connect, IID_IClassFactory, reinterpret_cast<void**>(factory.out())), "class");

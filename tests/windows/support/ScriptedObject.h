@@ -1,23 +1,64 @@
 #pragma once
 
+#include <concepts>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "windows/com/Counted.h"
+#include "windows/com/Object.h"
 #include "windows/com/Variant.h"
 #include "windows/support/EventSource.h"
 
 namespace support {
 
+/// Of objects whose class is of no matter.
+inline windows::com::Class anyClass{"Any"};
+/// An object as a call hands it out.
+inline windows::com::Variant handedOut(windows::com::Ptr<IDispatch> object) {
+  return windows::com::Variant(windows::com::Object(std::move(object), anyClass));
+}
+
 /// An automation object whose members a test writes down. It counts how often a name is looked up.
 class ScriptedObject final : public windows::com::Counted<IDispatch> {
  public:
   using Arguments = std::vector<windows::com::Variant>;
-  using Member = std::function<windows::com::Variant(const Arguments&)>;
+
+  /// What a member answers: a value, an object, or what a function of the arguments (or of none) says.
+  class Member {
+   public:
+    template <typename Answer>
+    requires(!std::same_as<Answer, Member>) Member(Answer answer)
+        : run_([answer = std::move(answer)](const Arguments& arguments) {
+            if constexpr (std::invocable<const Answer&, const Arguments&>) {
+              return said([&] { return answer(arguments); });
+            } else if constexpr (std::invocable<const Answer&>) {
+              return said(answer);
+            } else {
+              return said([&] { return answer; });
+            }
+          }) {}
+    windows::com::Variant operator()(const Arguments& arguments) const { return run_(arguments); }
+
+   private:
+    template <typename Say>
+    static windows::com::Variant said(const Say& say) {
+      using Said = decltype(say());
+      if constexpr (std::is_void_v<Said>) {
+        say();
+        return {};
+      } else if constexpr (std::same_as<Said, windows::com::Ptr<IDispatch>>) {
+        return handedOut(say());
+      } else {
+        return windows::com::Variant(say());
+      }
+    }
+    std::function<windows::com::Variant(const Arguments&)> run_;
+  };
 
   explicit ScriptedObject(std::vector<std::pair<std::wstring, Member>> members)
       : Counted({IID_IUnknown, IID_IDispatch}), members_(std::move(members)) {}

@@ -1,11 +1,29 @@
 #pragma once
 
+#include <cstring>
 #include <string>
 
 #include "windows/com/Text.h"
 #include "windows/com/WindowsApi.h"
 
 namespace windows::test {
+
+/// A function of a module, null where it exports none of that name.
+template <typename Call>
+Call exported(HMODULE module, const char* name) {
+  const FARPROC found = ::GetProcAddress(module, name);
+  Call call = nullptr;
+  std::memcpy(&call, &found, sizeof call);
+  return call;
+}
+
+/// Whether the user's registry has a key.
+inline bool hasKey(const wchar_t* path) {
+  HKEY key = nullptr;
+  if (::RegOpenKeyExW(HKEY_CURRENT_USER, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
+  ::RegCloseKey(key);
+  return true;
+}
 
 struct TitleSearch {
   std::wstring title;
