@@ -34,11 +34,21 @@ function(lumenfold_library folder)
   if(WIN32)  # a program waits for the module to be loaded, and none of it is hot
     target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-Os>)
   endif()
-  set_target_properties(${name} PROPERTIES UNITY_BUILD ${LUMENFOLD_UNITY} UNITY_BUILD_BATCH_SIZE 6)
+  lumenfold_unity(${name})
   foreach(seen IN LISTS ARG_SEES)
     string(REPLACE "/" "_" library ${seen})
     target_link_libraries(${name} PUBLIC ${library})
   endforeach()
+endfunction()
+
+# Compiles the files of a target several at once, if builds do so. What is for Windows is mostly built from nothing:
+# there all of a target are one file.
+function(lumenfold_unity target)
+  set(batch 6)
+  if(WIN32)
+    set(batch 0)
+  endif()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ${LUMENFOLD_UNITY} UNITY_BUILD_BATCH_SIZE ${batch})
 endfunction()
 
 # The include path of a target: the headers of these folders of src/ and no others.
@@ -102,6 +112,9 @@ function(lumenfold_tests name)
   target_link_libraries(test_${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main warnings)
   add_dependencies(unit_tests test_${name})
   if(CMAKE_CROSSCOMPILING)
+    lumenfold_unity(test_${name})
+    # The fixtures' anonymous namespaces stand in files that are included then.
+    target_compile_options(test_${name} PRIVATE -Wno-subobject-linkage)
     # To start it once for each case would take longer than all of them. They share a Windows and its registry.
     lumenfold_windows_test_name(test ${name})
     add_test(NAME ${test} COMMAND test_${name})

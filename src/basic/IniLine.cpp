@@ -4,10 +4,10 @@ namespace basic {
 namespace {
 
 std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view Blanks = " \t\r";
-  const std::size_t first = text.find_first_not_of(Blanks);
+  constexpr std::string_view Padding = " \t\r";
+  const std::size_t first = text.find_first_not_of(Padding);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+  return text.substr(first, text.find_last_not_of(Padding) - first + 1);
 }
 
 }  // namespace

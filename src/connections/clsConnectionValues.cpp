@@ -5,6 +5,7 @@
 #include "addin/support/modErrors.h"
 #include "basic/Conversion.h"
 #include "basic/Strings.h"
+#include "connections/DisplayTypes.h"
 #include "connections/clsConnection.h"
 
 namespace LF2000 {
@@ -13,7 +14,6 @@ namespace {
 
 constexpr std::string_view RowMarker = "[Row not available in current dataset]";
 constexpr std::string_view EmptyMarker = "[Empty]";
-constexpr std::int16_t DisplayValue = 1;
 
 }  // namespace
 

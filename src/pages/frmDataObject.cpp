@@ -13,6 +13,7 @@
 #include "basic/Counted.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "connections/DisplayTypes.h"
 #include "model/modLinkedFiles.h"
 
 namespace LF2000 {
@@ -20,7 +21,6 @@ namespace LF2000 {
 namespace {
 
 constexpr std::array Extensions = {"png", "jpg", "jpeg", "svg", "gif", "bmp", "tif", "emf", "wmf"};
-constexpr std::int16_t DisplayValue = 1;
 /// More rows than these are not looked through.
 constexpr std::int64_t MostRowsLookedAt = 1000;
 constexpr std::size_t MostListed = 100;

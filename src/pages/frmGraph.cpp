@@ -9,6 +9,7 @@
 #include "addin/support/modErrors.h"
 #include "basic/Conversion.h"
 #include "basic/Error.h"
+#include "connections/DisplayTypes.h"
 #include "model/clsShape.h"
 #include "model/modFieldNames.h"
 #include "model/modGraph.h"
@@ -18,8 +19,6 @@
 namespace LF2000 {
 
 namespace {
-
-constexpr std::int16_t DisplayValue = 1;
 
 /// What a column holds in its first rows.
 struct Contents {

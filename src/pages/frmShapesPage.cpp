@@ -7,6 +7,7 @@
 #include "addin/support/modGlobalFunctions.h"
 #include "basic/Counted.h"
 #include "basic/Format.h"
+#include "connections/DisplayTypes.h"
 #include "model/modPropertyPages.h"
 #include "pages/modLastUsed.h"
 
@@ -100,7 +101,6 @@ void frmShapesPage::ShowFreshness(Forms::Label& lblFresh, const std::string& num
 
 std::string frmShapesPage::PresentValue(const std::string& number, const std::string& column,
                                         double row) const {
-  constexpr std::int16_t DisplayValue = 1;
   std::string why;
   std::string text;
   const auto connection = Readable(number, why);

@@ -7,14 +7,13 @@
 #include "basic/Conversion.h"
 #include "basic/Counted.h"
 #include "basic/Strings.h"
+#include "connections/DisplayTypes.h"
 #include "model/modRelink.h"
 #include "pages/frmValuePage.h"
 
 namespace LF2000 {
 
 namespace {
-
-constexpr std::int16_t DisplayValue = 1;
 
 /// Where the look of numbers and dates comes from.
 std::string_view FormatHint(const clsConnection& connection) {

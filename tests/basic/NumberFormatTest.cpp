@@ -15,16 +15,16 @@ namespace {
 using test::american;
 using test::german;
 
-struct Case {
+struct Shown {
   const char* code;
   CellValue value;
   const char* text;
 };
 
 template <std::size_t Count>
-void expectShown(const Case (&cases)[Count], const Locale& locale = american(),
+void expectShown(const Shown (&cases)[Count], const Locale& locale = american(),
                  DateSystem system = DateSystem::From1900) {
-  for (const Case& c : cases) {
+  for (const Shown& c : cases) {
     const std::string shown = FormatNumber(NumberFormat(c.code), c.value, locale, system);
     EXPECT_EQ(shown, c.text) << "code " << c.code;
   }

@@ -44,8 +44,9 @@ int colorOf(std::string_view name) {
   return known ? index : 0;
 }
 
-std::optional<NumberFormatCondition> conditionOf(std::string_view text) {
-  using Condition = NumberFormatCondition;
+using Condition = NumberFormatCondition;
+
+std::optional<Condition> conditionOf(std::string_view text) {
   struct Relation {
     std::string_view sign;
     Condition::Relation relation;

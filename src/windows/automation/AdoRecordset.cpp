@@ -12,10 +12,10 @@
 namespace windows::automation {
 namespace {
 
-namespace classes {
+namespace ado {
 com::Class Fields{"Fields"};
 com::Class Field{"Field"};
-}  // namespace classes
+}  // namespace ado
 
 constexpr std::int32_t TextSize = 4000;
 /// adFldIsNullable and adFldMayBeNull: a row may have fewer fields.
@@ -43,14 +43,14 @@ void Field::Value(basic::Variant value) {
 
 ADODB::Field& Fields::Item(std::int32_t index) {
   auto& field = byIndex_[index];
-  if (!field) field = std::make_unique<Field>(fields_.object(classes::Field, L"Item", index));
+  if (!field) field = std::make_unique<Field>(fields_.object(ado::Field, L"Item", index));
   return *field;
 }
 
 ADODB::Field& Fields::Item(std::string_view name) {
   auto found = byName_.find(name);
   if (found == byName_.end()) {
-    auto field = std::make_unique<Field>(fields_.object(classes::Field, L"Item", name));
+    auto field = std::make_unique<Field>(fields_.object(ado::Field, L"Item", name));
     found = byName_.emplace(name, std::move(field)).first;
   }
   return *found->second;
@@ -116,7 +116,7 @@ void Recordset::Close() {
 
 ADODB::Fields& Recordset::Fields() {
   if (!fields_) {
-    fields_ = std::make_unique<automation::Fields>(recordset_.object(classes::Fields, L"Fields"));
+    fields_ = std::make_unique<automation::Fields>(recordset_.object(ado::Fields, L"Fields"));
   }
   return *fields_;
 }

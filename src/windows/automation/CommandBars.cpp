@@ -13,7 +13,7 @@
 namespace windows::automation {
 namespace {
 
-namespace classes {
+namespace office {
 com::Class CommandBars{"CommandBars"};
 com::Class CommandBar{"CommandBar"};
 com::Class Controls{"CommandBarControls"};
@@ -21,7 +21,7 @@ com::Class Button{"CommandBarButton"};
 com::Class ComboBox{"CommandBarComboBox"};
 com::Class Popup{"CommandBarPopup"};
 com::Class Control{"CommandBarControl"};
-}  // namespace classes
+}  // namespace office
 
 constexpr IID ButtonEvents = {0x000C0351, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 constexpr IID ComboBoxEvents = {0x000C0354, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
@@ -57,7 +57,7 @@ class Control : public Kind {
         control_.dispatch(), events,
         [handler = std::move(handler), id = control_.number(L"InstanceId")](const com::Event& event) {
           if (event.id() != UsedEvent) return;
-          const com::Object source(event.object(0), classes::Control);
+          const com::Object source(event.object(0), office::Control);
           if (source.number(L"InstanceId") == id) handler();
         });
   }
@@ -109,28 +109,28 @@ class Controls final : public Office::CommandBarControls {
   explicit Controls(com::Object controls) : controls_(std::move(controls)) {}
   [[nodiscard]] std::int32_t Count() const override { return controls_.number(L"Count"); }
   [[nodiscard]] std::shared_ptr<Office::CommandBarControl> Item(std::int32_t index) override {
-    const com::Ptr<IDispatch> control = controls_.object(classes::Control, L"Item", index).dispatch();
-    switch (static_cast<Office::ControlType>(com::Object(control, classes::Control).number(L"Type"))) {
+    const com::Ptr<IDispatch> control = controls_.object(office::Control, L"Item", index).dispatch();
+    switch (static_cast<Office::ControlType>(com::Object(control, office::Control).number(L"Type"))) {
       case Office::ControlType::Button:
-        return std::make_shared<Button>(com::Object(control, classes::Button));
+        return std::make_shared<Button>(com::Object(control, office::Button));
       case Office::ControlType::ComboBox:
-        return std::make_shared<ComboBox>(com::Object(control, classes::ComboBox));
+        return std::make_shared<ComboBox>(com::Object(control, office::ComboBox));
       case Office::ControlType::Popup:
-        return std::make_shared<Popup>(com::Object(control, classes::Popup));
+        return std::make_shared<Popup>(com::Object(control, office::Popup));
     }
-    return std::make_shared<Control<Office::CommandBarControl>>(com::Object(control, classes::Control));
+    return std::make_shared<Control<Office::CommandBarControl>>(com::Object(control, office::Control));
   }
   std::shared_ptr<Office::CommandBarButton> AddButton() override {
     constexpr std::int32_t CaptionAlone = 2;  // msoButtonCaption: without a picture
-    const com::Object button = add(Office::ControlType::Button, classes::Button);
+    const com::Object button = add(Office::ControlType::Button, office::Button);
     button.put(L"Style", CaptionAlone);
     return std::make_shared<Button>(button);
   }
   std::shared_ptr<Office::CommandBarComboBox> AddComboBox() override {
-    return std::make_shared<ComboBox>(add(Office::ControlType::ComboBox, classes::ComboBox));
+    return std::make_shared<ComboBox>(add(Office::ControlType::ComboBox, office::ComboBox));
   }
   std::shared_ptr<Office::CommandBarPopup> AddPopup() override {
-    return std::make_shared<Popup>(add(Office::ControlType::Popup, classes::Popup));
+    return std::make_shared<Popup>(add(Office::ControlType::Popup, office::Popup));
   }
 
  private:
@@ -144,7 +144,7 @@ class Controls final : public Office::CommandBarControls {
 };
 
 std::shared_ptr<Office::CommandBarControls> Popup::Controls() {
-  return std::make_shared<automation::Controls>(control_.object(classes::Controls, L"Controls"));
+  return std::make_shared<automation::Controls>(control_.object(office::Controls, L"Controls"));
 }
 
 class CommandBar final : public Office::CommandBar {
@@ -157,7 +157,7 @@ class CommandBar final : public Office::CommandBar {
   [[nodiscard]] bool Visible() const override { return bar_.flag(L"Visible"); }
   void Visible(bool visible) override { bar_.put(L"Visible", visible); }
   [[nodiscard]] std::shared_ptr<Office::CommandBarControls> Controls() override {
-    return std::make_shared<automation::Controls>(bar_.object(classes::Controls, L"Controls"));
+    return std::make_shared<automation::Controls>(bar_.object(office::Controls, L"Controls"));
   }
   void Delete() override { bar_.call(L"Delete"); }
 
@@ -170,15 +170,15 @@ class CommandBars final : public Office::CommandBars {
   explicit CommandBars(com::Object bars) : bars_(std::move(bars)) {}
   [[nodiscard]] std::int32_t Count() const override { return bars_.number(L"Count"); }
   [[nodiscard]] std::shared_ptr<Office::CommandBar> Item(std::int32_t index) override {
-    return std::make_shared<CommandBar>(bars_.object(classes::CommandBar, L"Item", index));
+    return std::make_shared<CommandBar>(bars_.object(office::CommandBar, L"Item", index));
   }
   [[nodiscard]] std::shared_ptr<Office::CommandBar> Item(std::string_view name) override {
-    return std::make_shared<CommandBar>(bars_.object(classes::CommandBar, L"Item", name));
+    return std::make_shared<CommandBar>(bars_.object(office::CommandBar, L"Item", name));
   }
   std::shared_ptr<Office::CommandBar> Add(std::string_view name, Office::BarPosition position) override {
     // Name, Position, MenuBar, Temporary
     return std::make_shared<CommandBar>(
-        bars_.object(classes::CommandBar, L"Add", name, static_cast<std::int32_t>(position), false, true));
+        bars_.object(office::CommandBar, L"Add", name, static_cast<std::int32_t>(position), false, true));
   }
 
  private:
@@ -189,7 +189,7 @@ class CommandBars final : public Office::CommandBars {
 
 std::shared_ptr<Office::CommandBars> commandBars(com::Ptr<IDispatch> bars) {
   if (!bars) return nullptr;
-  return std::make_shared<CommandBars>(com::Object(std::move(bars), classes::CommandBars));
+  return std::make_shared<CommandBars>(com::Object(std::move(bars), office::CommandBars));
 }
 
 }  // namespace windows::automation

@@ -12,14 +12,14 @@
 namespace windows::automation {
 namespace {
 
-namespace classes {
+namespace books {
 com::Class Application{"Excel.Application"};
 com::Class Workbooks{"Workbooks"};
 com::Class Workbook{"Workbook"};
 com::Class Sheets{"Sheets"};
 com::Class Worksheet{"Worksheet"};
 com::Class Range{"Range"};
-}  // namespace classes
+}  // namespace books
 
 class Cell final : public Excel::Cell {
  public:
@@ -44,7 +44,7 @@ class Range final : public Excel::Range {
       com::Variant cell;
       const HRESULT result = cells->Next(1, cell.out(), nullptr);
       com::check(result, "Range._NewEnum");
-      if (result != S_OK || !visit(Cell({cell.object(), classes::Range}))) return;
+      if (result != S_OK || !visit(Cell({cell.object(), books::Range}))) return;
     }
   }
 
@@ -57,12 +57,12 @@ class Worksheet final : public Excel::Worksheet {
   explicit Worksheet(com::Object sheet) : sheet_(std::move(sheet)) {}
   [[nodiscard]] std::string Name() const override { return sheet_.text(L"Name"); }
   [[nodiscard]] std::shared_ptr<Excel::Range> Range(std::string_view reference) override {
-    com::Object range = sheet_.object(classes::Range, L"Range", reference);
+    com::Object range = sheet_.object(books::Range, L"Range", reference);
     if (isWhole(reference)) {  // a whole column is a million of cells: it ends with the data
-      const com::Object used = sheet_.object(classes::Range, L"UsedRange");
-      const com::Object excel = sheet_.object(classes::Application, L"Application");
+      const com::Object used = sheet_.object(books::Range, L"UsedRange");
+      const com::Object excel = sheet_.object(books::Application, L"Application");
       const com::Ptr<IDispatch> inUse = excel.get(L"Intersect", range, used).object();
-      if (inUse) range = com::Object(inUse, classes::Range);
+      if (inUse) range = com::Object(inUse, books::Range);
     }
     return std::make_shared<automation::Range>(std::move(range));
   }
@@ -82,10 +82,10 @@ class Sheets final : public Excel::Sheets {
   explicit Sheets(com::Object sheets) : sheets_(std::move(sheets)) {}
   [[nodiscard]] std::int32_t Count() const override { return sheets_.number(L"Count"); }
   [[nodiscard]] std::shared_ptr<Excel::Worksheet> Item(std::int32_t index) override {
-    return std::make_shared<Worksheet>(sheets_.object(classes::Worksheet, L"Item", index));
+    return std::make_shared<Worksheet>(sheets_.object(books::Worksheet, L"Item", index));
   }
   [[nodiscard]] std::shared_ptr<Excel::Worksheet> Item(std::string_view name) override {
-    return std::make_shared<Worksheet>(sheets_.object(classes::Worksheet, L"Item", name));
+    return std::make_shared<Worksheet>(sheets_.object(books::Worksheet, L"Item", name));
   }
 
  private:
@@ -96,7 +96,7 @@ class Workbook final : public Excel::Workbook {
  public:
   explicit Workbook(com::Object workbook) : workbook_(std::move(workbook)) {}
   [[nodiscard]] std::shared_ptr<Excel::Sheets> Sheets() override {
-    return std::make_shared<automation::Sheets>(workbook_.object(classes::Sheets, L"Sheets"));
+    return std::make_shared<automation::Sheets>(workbook_.object(books::Sheets, L"Sheets"));
   }
   void Saved(bool saved) override { workbook_.put(L"Saved", saved); }
   void Close() override { workbook_.call(L"Close"); }
@@ -111,21 +111,21 @@ class Workbooks final : public Excel::Workbooks {
   [[nodiscard]] std::shared_ptr<Excel::Workbook> Open(std::string_view path, std::int32_t updateLinks,
                                                       bool readOnly) override {
     return std::make_shared<Workbook>(
-        workbooks_.object(classes::Workbook, L"Open", path, updateLinks, readOnly));
+        workbooks_.object(books::Workbook, L"Open", path, updateLinks, readOnly));
   }
 
  private:
   com::Object workbooks_;
 };
 
-class Application final : public Excel::Application {
+class ExcelApplication final : public Excel::Application {
  public:
-  explicit Application(com::Object application) : application_(std::move(application)) {}
+  explicit ExcelApplication(com::Object application) : application_(std::move(application)) {}
   void IgnoreRemoteRequests(bool ignore) override { application_.put(L"IgnoreRemoteRequests", ignore); }
   [[nodiscard]] bool Visible() const override { return application_.flag(L"Visible"); }
   void Quit() override { application_.call(L"Quit"); }
   [[nodiscard]] std::shared_ptr<Excel::Workbooks> Workbooks() override {
-    return std::make_shared<automation::Workbooks>(application_.object(classes::Workbooks, L"Workbooks"));
+    return std::make_shared<automation::Workbooks>(application_.object(books::Workbooks, L"Workbooks"));
   }
 
  private:
@@ -135,7 +135,7 @@ class Application final : public Excel::Application {
 }  // namespace
 
 std::shared_ptr<Excel::Application> ExcelFactory::CreateApplication() {
-  return std::make_shared<Application>(com::Object::create(L"Excel.Application", classes::Application));
+  return std::make_shared<ExcelApplication>(com::Object::create(L"Excel.Application", books::Application));
 }
 
 }  // namespace windows::automation
