@@ -71,42 +71,39 @@ TEST_F(UndoStackTest, AStepTellsWhatItTouchedAndBringsTheAuthorsTextBack) {
 
 TEST_F(UndoStackTest, StepsOfARunAreOneAndStepsWithoutChangesAreNone) {
   const auto title = desk.shape(2, "Title");
-  step(
-      "Row 1", [&] { desk.link(*title, 1); }, "row");
-  step(
-      "Row 12", [&] { desk.link(*title, 12); }, "row");
+  const auto type = [&](int row, const std::string& run = "row", const std::string& window = {}) {
+    step(
+        "Row " + std::to_string(row), [&] { desk.link(*title, row); }, run, window);
+  };
+  type(1);
+  type(12);
   EXPECT_EQ(undo.steps(), 1U);
   EXPECT_THAT(undo.undoName(), Optional(StepName{"Row 12", ""}));
-  step(
-      "Row 12", [&] { desk.link(*title, 12); }, "other");
+  type(12, "other");
   EXPECT_EQ(undo.steps(), 1U);
   // Typed back to where it began: nothing happened.
   step(
       "Row 1", [&] { desk.unlink(*title); }, "row");
   EXPECT_EQ(undo.steps(), 0U);
 
-  step(
-      "Row 2", [&] { desk.link(*title, 2); }, "row");
-  step(
-      "Row 3", [&] { desk.link(*title, 3); }, "row", "other");
+  type(2);
+  type(3, "row", "other");
   EXPECT_EQ(undo.steps(), 2U) << "typed in another window";
   EXPECT_THAT(undo.undoName(), Optional(StepName{"Row 3", "other"}));
   undo.undo();
   undo.endRun();
-  step(
-      "Row 3", [&] { desk.link(*title, 3); }, "row");
+  type(3);
   EXPECT_EQ(undo.steps(), 2U);
   undo.undo();
   EXPECT_TRUE(undo.redoName());
-  step(
-      "Row 4", [&] { desk.link(*title, 4); }, "row");
+  type(4);
   EXPECT_EQ(undo.steps(), 2U);
   EXPECT_FALSE(undo.redoName());
 
   // Not announced, and two gestures in one handler.
   undo.endRun();
   desk.link(*title, 5);
-  step("Row 6", [&] { desk.link(*title, 6); });
+  type(6, "");
   EXPECT_EQ(undo.steps(), 4U);
 }
 

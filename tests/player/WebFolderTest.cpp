@@ -40,6 +40,10 @@ struct WebFolderTest : CollectorTest {
     notes.push_back(folder.note(name, serial, sent, in));
     for (const auto& [path, bytes] : sent) files["/decks/" + (in.empty() ? "" : in + "/") + path] = bytes;
   }
+  void serve(const std::string& path, const SmallServer::Answer& answer) {
+    const std::lock_guard lock(mutex);
+    answers[path] = answer;
+  }
   void start(const std::string& address) {
     collector.reset();
     cache.reset();
@@ -78,14 +82,11 @@ TEST_F(WebFolderTest, WritesNamesAsAddressesNeedThemAndFollowsRedirectsOfTheSame
   const std::string name = "100% Äpfel #1? & a b";
   const std::string written = "100%25%20%C3%84pfel%20%231%3F%20%26%20a%20b.pptx";
   send(name, 1, {{name + ".pptx", deckBytes("A")}});
-  {
-    const std::lock_guard lock(mutex);
-    files["/decks/" + written] = files["/decks/" + name + ".pptx"];
-    for (const std::string& file : {std::string("index.json"), written}) {
-      answers["/other/" + file] = [file](const std::string&) {
-        return SmallServer::with("301 Moved", "", "Location: /decks/" + file + "\r\n");
-      };
-    }
+  files["/decks/" + written] = files["/decks/" + name + ".pptx"];
+  for (const std::string& file : {std::string("index.json"), written}) {
+    serve("/other/" + file, [file](const std::string&) {
+      return SmallServer::with("301 Moved", "", "Location: /decks/" + file + "\r\n");
+    });
   }
   for (const char* place : {"/decks", "/other/"}) {
     start(server.address() + place);
@@ -103,23 +104,20 @@ TEST_F(WebFolderTest, GoesOnAfterABreak) {
     const std::size_t at = head.find("Range: bytes=");
     return at == std::string::npos ? std::string() : head.substr(at + 13, head.find("\r\n", at) - at - 13);
   };
-  {
-    const std::lock_guard lock(mutex);
-    answers["/decks/A.1/data.txt"] = [&](const std::string& head) {
-      ranges.push_back(range(head));
-      const std::string whole = SmallServer::with("200 OK", data);
-      switch (++asked) {
-        case 1:
-          return whole.substr(0, whole.size() - 200'000);
-        // One that knows no ranges, and breaks off a little later.
-        case 2:
-          return whole.substr(0, whole.size() - 100'000);
-        default:
-          return SmallServer::with("206 Partial Content", data.substr(200'000),
-                                   "Content-Range: bytes 200000-299999/300000\r\n");
-      }
-    };
-  }
+  serve("/decks/A.1/data.txt", [&](const std::string& head) {
+    ranges.push_back(range(head));
+    const std::string whole = SmallServer::with("200 OK", data);
+    switch (++asked) {
+      case 1:
+        return whole.substr(0, whole.size() - 200'000);
+      // One that knows no ranges, and breaks off a little later.
+      case 2:
+        return whole.substr(0, whole.size() - 100'000);
+      default:
+        return SmallServer::with("206 Partial Content", data.substr(200'000),
+                                 "Content-Range: bytes 200000-299999/300000\r\n");
+    }
+  });
   for (int i = 0; i < 3; ++i) look(60'000);
   EXPECT_EQ(shown(), "A") << deck("A").why;
   EXPECT_EQ(ranges, (std::vector<std::string>{"", "100000-", "200000-"}));
@@ -151,10 +149,7 @@ TEST_F(WebFolderTest, BadServersChangeNothing) {
       {SmallServer::with("302 Found", "", "Location: /decks/index.json\r\n"), "redirects"},
   };
   for (const auto& c : cases) {
-    {
-      const std::lock_guard lock(mutex);
-      answers["/decks/index.json"] = [&](const std::string&) { return c.answer; };
-    }
+    serve("/decks/index.json", [&](const std::string&) { return c.answer; });
     start(server.address() + "/decks");
     look();
     EXPECT_EQ(shown(), "A") << c.why;
@@ -164,12 +159,7 @@ TEST_F(WebFolderTest, BadServersChangeNothing) {
   // A note that cannot be read is not one that is gone.
   json::Json index = json::Json::parse(Index::text(notes));
   index["notes"][0]["format"] = 2;
-  {
-    const std::lock_guard lock(mutex);
-    answers["/decks/index.json"] = [&](const std::string&) {
-      return SmallServer::with("200 OK", index.dump());
-    };
-  }
+  serve("/decks/index.json", [&](const std::string&) { return SmallServer::with("200 OK", index.dump()); });
   look();
   EXPECT_EQ(shown(), "A");
   EXPECT_NE(deck("A").why.find("is of format 2"), std::string::npos) << deck("A").why;
@@ -181,18 +171,12 @@ TEST_F(WebFolderTest, FilesThatAreNotWhatTheyShouldBeAreNotTaken) {
        {SmallServer::with("200 OK", "DATA"), SmallServer::with("200 OK", std::string(1U << 22U, 'x')),
         SmallServer::with("206 Partial Content", "ta"), SmallServer::with("403 Forbidden", "data"),
         SmallServer::with("302 Found", "", "Location: file:///etc/hostname\r\n")}) {
-    {
-      const std::lock_guard lock(mutex);
-      answers["/decks/A.1/data.txt"] = [&](const std::string&) { return sent; };
-    }
+    serve("/decks/A.1/data.txt", [&](const std::string&) { return sent; });
     look(60'000);
     EXPECT_EQ(shown(), "") << sent.substr(0, 20);
     EXPECT_NE(deck("A").why, "");
   }
-  {
-    const std::lock_guard lock(mutex);
-    answers.clear();
-  }
+  serve("/decks/A.1/data.txt", [](const std::string&) { return SmallServer::with("200 OK", "data"); });
   look(60'000);
   EXPECT_EQ(shown(), "A") << deck("A").why;
 }

@@ -49,8 +49,9 @@ TEST(GuardTest, LetsInPagesOfItsOwnAlone) {
   EXPECT_TRUE(isWelcome("127.0.0.1", "board.example", "https://board.example"));
   EXPECT_TRUE(isWelcome("127.0.0.1", "board.example", "https://board.example:443"));
   EXPECT_FALSE(isWelcome("127.0.0.1", "board.example", "http://board.example:443"));
-  for (const char* origin : {"http://localhost:3000", "http://localhost", "http://evil.example",
-                             "http://localhost:8080.evil.example", "null", "", "file://localhost:8080"}) {
+  for (const char* origin :
+       {"http://localhost:3000", "http://localhost", "http://evil.example", "http://evil.example:8080",
+        "http://localhost:8080.evil.example", "null", "", "file://localhost:8080"}) {
     EXPECT_FALSE(isWelcome("127.0.0.1", "localhost:8080", origin)) << origin;
   }
 }
