@@ -7,7 +7,8 @@ import { readdirSync, readFileSync } from "node:fs";
 import { createInterface } from "node:readline";
 import { setTimeout as pause } from "node:timers/promises";
 import { parseArgs } from "node:util";
-import { ask, Node, Redis } from "../../tests/end_to_end/support/nginx_hub.mjs";
+import { ask } from "../../tests/end_to_end/support/ask.mjs";
+import { Node, Redis } from "../../tests/end_to_end/support/nginx_hub.mjs";
 import { Sandbox } from "../../tests/end_to_end/support/sandbox.mjs";
 import { until } from "../../tests/end_to_end/support/wait.mjs";
 

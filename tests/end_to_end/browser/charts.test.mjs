@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import { isUntouched, openScreen, useBrowser } from "../support/browser.mjs";
 import { elementId, holdStill } from "../support/deck.mjs";
-import { at, sampleDeck, textSource } from "../support/value_deck.mjs";
+import { at, bareDeck, textSource } from "../support/value_deck.mjs";
 import { until } from "../support/wait.mjs";
 
 useBrowser();
@@ -14,9 +14,8 @@ const frame = 20; // ms
 // The plant sample, whose chart "Output chart" on slide 3 shows a file. The page's clock is held: a chart moves as
 // far as the test moves it.
 async function openChart(t) {
-  const { sandbox, deck } = sampleDeck(t, "plant");
+  const { sandbox, deck } = bareDeck(t, "plant");
   holdStill(deck);
-  sandbox.done("unlink", deck, "--all");
   const write = (...pallets) => {
     const rows = pallets.map((value, i) => [["North", "South", "West", "East"][i], `${value}`, "50"]);
     sandbox.write("plant/output.txt", [["Hour", "Pallets", "Target"], ...rows]);

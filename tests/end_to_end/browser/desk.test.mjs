@@ -3,7 +3,8 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { test } from "node:test";
-import { openScreen, useBrowser } from "../support/browser.mjs";
+import { useBrowser } from "../support/browser.mjs";
+import { openDeskPage } from "../support/desk_page.mjs";
 import { until } from "../support/wait.mjs";
 import { sampleDeck } from "../support/value_deck.mjs";
 
@@ -13,10 +14,7 @@ async function openDesk(t, sample, { prepare, ...options } = {}) {
   const { sandbox, deck } = sampleDeck(t, sample);
   prepare?.(sandbox, deck);
   const desk = await sandbox.edit(deck);
-  const page = await openScreen(t, desk.url, options);
-  const stage = page.getByRole("listbox", { name: "Slide 1", exact: true });
-  await stage.waitFor();
-  return { sandbox, deck, desk, page, stage, shape: (name) => stage.getByRole("option", { name, exact: true }) };
+  return { sandbox, deck, desk, ...(await openDeskPage(t, desk, options)) };
 }
 
 const chosen = (list) =>
@@ -194,11 +192,9 @@ test("nothing keeps people from using it, in light and in dark", async (t) => {
 
 test("a column goes to shapes by dragging, by hand and by key, and one undo takes each back", async (t) => {
   const unlinked = ["r1 Gate", "r2 Gate", "r3 Gate", "r1 Flight"];
-  const { page, shape } = await openDesk(t, "departures", {
+  const { page, shape, linkOf, isLinked } = await openDesk(t, "departures", {
     prepare: (sandbox, deck) => unlinked.forEach((name) => sandbox.done("unlink", deck, "--slide", 1, "--shape", name)),
   });
-  const badge = (name) => shape(name).locator(".badge").textContent();
-  const isLinked = (name, link) => until(`${name} linked to ${link}`, async () => (await badge(name)) === link);
   const header = (name) => page.getByRole("columnheader", { name, exact: true });
 
   // All that can take it show themselves, the one under the pointer with its value.
@@ -221,8 +217,8 @@ test("a column goes to shapes by dragging, by hand and by key, and one undo take
   await isLinked("r3 Gate", "Gate · 3");
   await page.getByRole("button", { name: /^Undo: / }).click();
   await isLinked("r3 Gate", "");
-  assert.equal(await badge("r2 Gate"), "");
-  assert.equal(await badge("r1 Gate"), "Gate · 1");
+  assert.equal(await linkOf("r2 Gate"), "");
+  assert.equal(await linkOf("r1 Gate"), "Gate · 1");
 
   // In hand, then put down by a click; and by keys alone.
   await header("Gate").click();

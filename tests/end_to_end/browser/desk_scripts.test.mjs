@@ -2,8 +2,9 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { openScreen, useBrowser } from "../support/browser.mjs";
+import { useBrowser } from "../support/browser.mjs";
 import { digest, renameShape } from "../support/deck.mjs";
+import { openDeskPage } from "../support/desk_page.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { until } from "../support/wait.mjs";
 import { sampleDeck } from "../support/value_deck.mjs";
@@ -20,8 +21,7 @@ const menu = [
 
 // The shop's deck without links, with a menu of four lines beside it.
 function bareShop(sandbox) {
-  const deck = sandbox.sample("shop");
-  sandbox.done("unlink", deck, "--all");
+  const deck = sandbox.bareSample("shop");
   sandbox.write("shop/menu.txt", menu);
   return deck;
 }
@@ -58,10 +58,8 @@ function handOf(page) {
 }
 
 async function openDesk(t, desk) {
-  const page = await openScreen(t, desk.url);
-  const stage = page.getByRole("listbox", { name: "Slide 1", exact: true });
-  await stage.waitFor();
-  return { page, hand: handOf(page), stage, shape: (name) => stage.getByRole("option", { name, exact: true }) };
+  const opened = await openDeskPage(t, desk);
+  return { ...opened, hand: handOf(opened.page) };
 }
 
 const linksInFile = (sandbox, deck, slide = 1) => {
@@ -75,16 +73,14 @@ const isSaved = (page) => page.locator("#toolbar .unsaved", { hasText: /^saved$/
 test("a board of 4 × 2 fields from a text file beside the deck takes at most 8 clicks", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = bareShop(sandbox);
-  const { page, hand, shape } = await openDesk(t, await sandbox.edit(deck));
+  const { page, hand, sees } = await openDesk(t, await sandbox.edit(deck));
 
   await hand.click(page.getByRole("button", { name: "menu.txt" }));
   await hand.click(page.getByRole("dialog", { name: "Text file" }).getByRole("button", { name: "OK" }));
   await page.getByRole("columnheader", { name: "Price" }).waitFor();
   await hand.click(page.getByRole("button", { name: "Link by names" }));
   await hand.click(page.getByRole("dialog", { name: "Link by names" }).getByRole("button", { name: "OK" }));
-  await until("values on the slide", async () =>
-    (await shape("p4 Price").getAttribute("aria-description")).includes("€1.20"),
-  );
+  await sees("p4 Price", "€1.20");
   await hand.click(page.getByRole("button", { name: "Save", exact: true }));
   await isSaved(page);
 
@@ -101,17 +97,14 @@ test("the 45 fields of a departures board without links take at most 20 gestures
   const { sandbox, deck } = sampleDeck(t, "departures");
   for (const row of rows)
     for (const column of columns) sandbox.done("unlink", deck, "--slide", 1, "--shape", `r${row} ${column}`);
-  const { page, hand, shape, stage } = await openDesk(t, await sandbox.edit(deck));
+  const { page, hand, shape, stage, isLinked } = await openDesk(t, await sandbox.edit(deck));
   await page.getByRole("columnheader", { name: "Gate", exact: true }).waitFor();
 
   for (const column of columns) {
     await hand.enclose(shape(`r1 ${column}`), shape(`r9 ${column}`));
     await until("nine shapes", async () => (await stage.locator("[aria-selected=true]").count()) === 9);
     await hand.drag(page.getByRole("columnheader", { name: column, exact: true }), shape(`r1 ${column}`));
-    await until(
-      `${column} linked`,
-      async () => (await shape(`r9 ${column}`).locator(".badge").textContent()) === `${column} · 9`,
-    );
+    await isLinked(`r9 ${column}`, `${column} · 9`);
   }
   await hand.click(page.getByRole("button", { name: "Save", exact: true }));
   await isSaved(page);
@@ -125,7 +118,7 @@ test("the 45 fields of a departures board without links take at most 20 gestures
 test("the keyboard alone links a deck and saves it", async (t) => {
   const sandbox = new Sandbox(t);
   const deck = bareShop(sandbox);
-  const { page, shape } = await openDesk(t, await sandbox.edit(deck));
+  const { page, sees, isLinked } = await openDesk(t, await sandbox.edit(deck));
   const keys = async (...names) => {
     for (const name of names) await page.keyboard.press(name);
   };
@@ -157,38 +150,18 @@ test("the keyboard alone links a deck and saves it", async (t) => {
   await keys("F6", "F6", "F6");
   await focusIn("tray");
   await keys("ArrowRight", "Enter");
-  await until("a value on the slide", async () =>
-    (await shape("p1 Price").getAttribute("aria-description")).includes("shows €4.80"),
-  );
+  await sees("p1 Price", "shows €4.80");
 
   // A row down, undone, done again; then its page; then saved.
   await keys("Alt+F10", "Alt+ArrowDown");
-  await until("row 2", async () => (await shape("p1 Price").locator(".badge").textContent()) === "Price · 2");
+  await isLinked("p1 Price", "Price · 2");
   await keys("Control+z");
-  await until("row 1", async () => (await shape("p1 Price").locator(".badge").textContent()) === "Price · 1");
+  await isLinked("p1 Price", "Price · 1");
   await keys("F2");
   await focusIn("properties");
   await keys("Control+s");
   await isSaved(page);
   assert.deepEqual([...linksInFile(sandbox, deck)], [["p1 Price", "001 Price 1"]]);
-});
-
-test("two windows see each other's changes, and what the other has chosen", async (t) => {
-  const sandbox = new Sandbox(t);
-  const desk = await sandbox.edit(sandbox.sample("departures"));
-  const [one, other] = [await openDesk(t, desk), await openDesk(t, desk)];
-  await one.shape("r1 Gate").click();
-  await other.page.locator(".frame-of[data-other]", { hasText: "r1 Gate" }).waitFor({ state: "attached" });
-  await one.page.getByRole("region", { name: "Properties" }).getByLabel("Row", { exact: true }).fill("4");
-  await until(
-    "the other's badge",
-    async () => (await other.shape("r1 Gate").locator(".badge").textContent()) === "Gate · 4",
-  );
-  assert.equal(await other.stage.locator("[aria-selected=true]").count(), 0);
-  await other.page.getByRole("button", { name: /^Undo: / }).click();
-  await until("taken back", async () => (await one.shape("r1 Gate").locator(".badge").textContent()) === "Gate · 1");
-  const row = one.page.getByRole("region", { name: "Properties" }).getByLabel("Row", { exact: true });
-  await until("the page follows", async () => (await row.inputValue()) === "1");
 });
 
 test("text that was typed is there after the desk was stopped and started", async (t) => {
@@ -211,20 +184,28 @@ test("text that was typed is there after the desk was stopped and started", asyn
   await page.getByRole("tab", { name: "001 What we bake today" }).waitFor();
 });
 
-test("a deck whose PowerPoint is on another machine is downloaded, and its newer version uploaded", async (t) => {
+test("a deck whose PowerPoint is on another machine is downloaded, as is its copy, and its newer version uploaded", async (t) => {
   const sandbox = new Sandbox(t);
-  const deck = bareShop(sandbox);
+  const deck = sandbox.sample("shop");
   const desk = await sandbox.edit(deck);
   const { page, shape } = await openDesk(t, desk);
   const choose = async (name) => {
     await page.getByRole("button", { name: "More commands" }).click();
     await page.getByRole("menuitem", { name }).click();
   };
-  const [download] = await Promise.all([page.waitForEvent("download"), choose("Download the deck as it was saved")]);
-  assert.equal(download.suggestedFilename(), "shop.pptx");
-  const away = sandbox.path("away.pptx");
-  await download.saveAs(away);
+  // Where what a press downloads lies then.
+  const downloaded = async (name, press) => {
+    const [download] = await Promise.all([page.waitForEvent("download"), press]);
+    assert.equal(download.suggestedFilename(), name);
+    await download.saveAs(sandbox.path(`away ${name}`));
+    return sandbox.path(`away ${name}`);
+  };
+  const away = await downloaded("shop.pptx", choose("Download the deck as it was saved"));
   assert.equal(digest(away), digest(deck));
+  await choose(/Off-line copy/);
+  await page.getByRole("dialog").getByRole("button", { name: "OK" }).click();
+  const copy = await downloaded("shop-offline.pptx", page.getByRole("button", { name: "Download it" }).click());
+  assert.equal(digest(copy), digest(sandbox.path("shop/shop-offline.pptx")));
 
   renameShape(away, 1, "p1 Item", "First");
   const upload = async (file) => {
@@ -237,19 +218,4 @@ test("a deck whose PowerPoint is on another machine is downloaded, and its newer
   await upload(away);
   await shape("First").waitFor();
   assert.equal(digest(deck), digest(away));
-});
-
-test("an off-line copy is downloaded from its notice", async (t) => {
-  const sandbox = new Sandbox(t);
-  const desk = await sandbox.edit(sandbox.sample("shop"));
-  const { page } = await openDesk(t, desk);
-  await page.getByRole("button", { name: "More commands" }).click();
-  await page.getByRole("menuitem", { name: /Off-line copy/ }).click();
-  await page.getByRole("dialog").getByRole("button", { name: "OK" }).click();
-  const offer = page.getByRole("button", { name: "Download it" });
-  const [download] = await Promise.all([page.waitForEvent("download"), offer.click()]);
-  assert.equal(download.suggestedFilename(), "shop-offline.pptx");
-  const away = sandbox.path("away.pptx");
-  await download.saveAs(away);
-  assert.equal(digest(away), digest(sandbox.path("shop/shop-offline.pptx")));
 });

@@ -10,7 +10,6 @@ import { refresh, until } from "../support/wait.mjs";
 
 useBrowser();
 
-const health = async (show) => (await show.get("/api/v1/health")).json;
 const sample = async (show, name) =>
   Number((await show.get("/metrics")).text.match(new RegExp(`^${name} (.*)$`, "m"))?.[1]);
 
@@ -18,7 +17,7 @@ test("a screen tells what it has painted, and how long after the change", async 
   const { sandbox, deck, show, page } = await openValues(t, ["one", "two"]);
   const painted = (fits) =>
     until("a report", async () => {
-      const [screen] = (await health(show)).screens;
+      const [screen] = (await show.health()).screens;
       return screen?.painted && fits(screen.painted) && screen;
     });
   const first = await painted(() => true);
@@ -34,10 +33,10 @@ test("a screen tells what it has painted, and how long after the change", async 
   assert.equal(await sample(show, "lumenfold_screen_paint_delay_seconds_count"), 1);
   assert.equal(await sample(show, "lumenfold_screens"), 1);
   await page.close();
-  await until("the screen's end", async () => (await health(show)).screens.length === 0);
+  await until("the screen's end", async () => (await show.health()).screens.length === 0);
 });
 
-const connection = async (show) => (await health(show)).connections[0];
+const connection = async (show) => (await show.health()).connections[0];
 
 test("data that do not come are marked, blanked or kept, as the operator wants", async (t) => {
   const { sandbox, deck } = valueDeck(t, "one", "two");

@@ -21,7 +21,6 @@ async function showBehindHub(t, value) {
   return { sandbox, deck, show, bus, hub, options, item: elementId(deck, 1, "p1 Item") };
 }
 
-const health = async (show) => (await show.get("/api/v1/health")).json;
 
 test("a screen streams from the hub through which it came, and is counted by its reports", async (t) => {
   const { sandbox, show, hub, item } = await showBehindHub(t, "first");
@@ -32,7 +31,7 @@ test("a screen streams from the hub through which it came, and is counted by its
   await show.command("next");
   await waitForSlide(page, 2);
   const counted = await until("the screen's report", async () => {
-    const { screens, screensAtHubs, hub: of } = await health(show);
+    const { screens, screensAtHubs, hub: of } = await show.health();
     return screensAtHubs === 1 && screens[0].painted && { screens, of };
   });
   assert.equal(counted.screens.length, 1);
@@ -43,7 +42,7 @@ test("a screen streams from the hub through which it came, and is counted by its
 
   const shape = await openScreen(t, `${hub.origin}/?slide=1&shape=p1%20Item`);
   await waitForText(shape, item, "second");
-  await until("its view in use", async () => (await health(show)).hub.views === 2);
+  await until("its view in use", async () => (await show.health()).hub.views === 2);
   setValues(sandbox, "third");
   await waitForText(shape, item, "third");
   assert.ok(await isUntouched(page));
@@ -79,7 +78,7 @@ test("what a hub did not take comes when it does, and the show tells of it once"
   hub.refuses = true;
   for (const value of ["second", "third"]) {
     setValues(sandbox, value);
-    await until(`${value} in the show`, async () => (await show.text(1, "p1 Item")) === value);
+    await show.shows(1, "p1 Item", value);
   }
   await until("what the show says", () => /takes no messages: it answers with status 503/.test(show.error));
   hub.refuses = false;

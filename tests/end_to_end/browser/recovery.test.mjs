@@ -1,14 +1,13 @@
 // A screen outlives its server.
 
 import assert from "node:assert/strict";
-import { connect, createServer } from "node:net";
-import { pipeline } from "node:stream";
 import { test } from "node:test";
 import { elementId } from "../support/deck.mjs";
 import { isUntouched, openScreen, openValues, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
+import { Line } from "../support/line.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, setValues, showValues } from "../support/value_deck.mjs";
-import { refresh, until } from "../support/wait.mjs";
+import { refresh } from "../support/wait.mjs";
 
 useBrowser();
 
@@ -38,40 +37,20 @@ for (const signal of ["SIGKILL", "SIGTERM"]) {
   });
 }
 
-// Passes connections on to a server until it is cut.
-async function line(t, port) {
-  const sockets = new Set();
-  let isCut = false;
-  const server = createServer((near) => {
-    sockets.add(near);
-    if (isCut) near.destroy();
-    else pipeline(near, connect(port, "127.0.0.1"), near, () => near.destroy());
-  });
-  await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
-  const cut = (wanted) => {
-    isCut = wanted;
-    if (isCut) for (const socket of sockets) socket.destroy();
-  };
-  t.after(() => {
-    cut(true);
-    server.close();
-  });
-  return { url: `http://127.0.0.1:${server.address().port}/`, cut };
-}
-
 test("a screen that was cut off catches up with what it has missed", async (t) => {
   const { sandbox, deck, show } = await showValues(t, ["before"]);
-  const { url, cut } = await line(t, show.port);
-  const page = await openScreen(t, url);
+  const line = new Line(t, show.port);
+  await line.open();
+  const page = await openScreen(t, `http://127.0.0.1:${line.port}/`);
   setValues(sandbox, "connected");
   await waitForText(page, elementId(deck, 1, "p1 Item"), "connected", refresh);
   const gone = page.waitForEvent("requestfailed", (request) => request.url().endsWith("/screen/events"));
-  cut(true);
+  line.cut(true);
   await gone;
   setValues(sandbox, "missed");
-  await until("the missed value", async () => (await show.text(1, "p1 Item")) === "missed", refresh);
+  await show.shows(1, "p1 Item", "missed");
   await show.command("goto/2");
-  cut(false);
+  line.heal();
   await waitForSlide(page, 2);
   await show.command("goto/1");
   await waitForSlide(page, 1);

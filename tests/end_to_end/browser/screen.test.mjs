@@ -7,7 +7,7 @@ import { elementId, holdStill, renameShape } from "../support/deck.mjs";
 import { isUntouched, openScreen, openValues, shownText, useBrowser, waitForSlide, waitForText } from "../support/browser.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
 import { makeValueDeck, sampleDeck, setValues, shapes, showValues } from "../support/value_deck.mjs";
-import { refresh, until } from "../support/wait.mjs";
+import { refresh } from "../support/wait.mjs";
 
 useBrowser();
 
@@ -96,7 +96,7 @@ test("the sample decks are drawn whole, with every picture and value", async (t)
 test("a screen opened late shows the present state at once, even before its scripts run", async (t) => {
   const { sandbox, deck, show } = await showValues(t, ["old", "old"]);
   setValues(sandbox, "fresh & new", "<i>x</i>");
-  await until("the new value", async () => (await show.text(1, "p1 Item")) === "fresh & new", refresh);
+  await show.shows(1, "p1 Item", "fresh & new");
   const page = await openScreen(t, show.url, { javaScriptEnabled: false });
   assert.equal(await page.locator(`#${elementId(deck, 1, "p1 Item")}`).innerText(), "fresh & new");
   assert.equal(await page.locator(`#${elementId(deck, 1, "p2 Item")}`).innerText(), "<i>x</i>");
@@ -141,7 +141,7 @@ test("values are text, whatever they look like, and so are names of decks and sh
     return plain(document.getElementById(id).textContent) === plain(text);
   };
   setValues(sandbox, ...values);
-  await until("the last value", async () => (await show.text(1, names[values.length - 1])) === values.at(-1), refresh);
+  await show.shows(1, names[values.length - 1], values.at(-1));
   await page.waitForFunction(isSame, [ids.at(-1), values.at(-1)], { polling: 25 });
   const late = await openScreen(t, show.url);
   for (const [i, [name, value]] of hostile.entries()) {

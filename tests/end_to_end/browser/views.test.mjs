@@ -72,7 +72,7 @@ test("when every slide has hidden itself the deck's background shows, until data
   await waitForSlide(page, 0, refresh);
   assert.equal(await page.evaluate(() => document.querySelector(".frame.current").innerText.trim()), "");
   assert.equal((await show.get("/readyz")).status, 200);
-  assert.equal((await show.get("/api/v1/health")).json.position, 0);
+  assert.equal((await show.health()).position, 0);
   setValues(sandbox, "back", "two");
   await waitForSlide(page, 1, refresh);
   await waitForText(page, elementId(deck, 1, "p1 Item"), "back", refresh);

@@ -2,9 +2,10 @@
 
 import assert from "node:assert/strict";
 import { execFileSync, spawnSync } from "node:child_process";
-import { mkdirSync, writeFileSync } from "node:fs";
+import { mkdirSync } from "node:fs";
 import { test } from "node:test";
-import { ask, Node } from "../support/nginx_hub.mjs";
+import { ask } from "../support/ask.mjs";
+import { Node } from "../support/nginx_hub.mjs";
 import { Reader } from "../support/hub_reader.mjs";
 import { StandInShow } from "../support/hub_show.mjs";
 import { Sandbox } from "../support/sandbox.mjs";

@@ -4,7 +4,9 @@
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { before, test } from "node:test";
-import { ask, Line, Node, Redis } from "../support/nginx_hub.mjs";
+import { ask } from "../support/ask.mjs";
+import { Line } from "../support/line.mjs";
+import { Node, Redis } from "../support/nginx_hub.mjs";
 import { Reader } from "../support/hub_reader.mjs";
 import { StandInShow } from "../support/hub_show.mjs";
 import { Sandbox } from "../support/sandbox.mjs";

@@ -35,14 +35,14 @@ test("a screen follows a show by way of nginx, and to another node", async (t) =
 
   const page = await openScreen(t, `${nodes[0].url}/`);
   await waitForText(page, item, "first");
-  await until("its report", async () => (await show.get("/api/v1/health")).json.screensAtHubs === 1);
+  await until("its report", async () => (await show.health()).screensAtHubs === 1);
   setValues(sandbox, "second");
   await waitForText(page, item, "second");
   await show.command("next");
   await waitForSlide(page, 2);
   await show.command("previous");
   await waitForSlide(page, 1);
-  assert.equal((await show.get("/api/v1/health")).json.screens.filter(({ hub }) => !hub).length, 0);
+  assert.equal((await show.health()).screens.filter(({ hub }) => !hub).length, 0);
 
   // A show that begins anew is taken up where the page stands.
   await show.stop("SIGKILL");
@@ -55,7 +55,7 @@ test("a screen follows a show by way of nginx, and to another node", async (t) =
 
   await redis.kill();
   setValues(sandbox, "fifth");
-  await until("the new value in the show", async () => (await show.text(1, "p1 Item")) === "fifth");
+  await show.shows(1, "p1 Item", "fifth");
   await redis.start();
   await waitForText(page, item, "fifth");
 

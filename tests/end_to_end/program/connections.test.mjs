@@ -5,11 +5,10 @@ import { execFileSync } from "node:child_process";
 import { writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { digest, textInFile } from "../support/deck.mjs";
-import { at, sampleDeck, textSource, value } from "../support/value_deck.mjs";
+import { at, bareDeck, textSource, value } from "../support/value_deck.mjs";
 
 function emptyDeck(t) {
-  const { sandbox, deck } = sampleDeck(t, "shop");
-  sandbox.done("unlink", deck, "--all");
+  const { sandbox, deck } = bareDeck(t, "shop");
   const add = (description, file) =>
     sandbox.done("connection", deck, "add", ...textSource(description, file)).trim();
   const list = () => JSON.parse(sandbox.done("connection", deck, "list", "--json"));

@@ -8,17 +8,14 @@ import { Sandbox } from "../support/sandbox.mjs";
 import { at, makeDatabaseDeck } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
 
-const shows = (show, slide, shape, text) =>
-  until(`'${text}' in ${shape}`, async () => (await show.text(slide, shape)) === text, refresh);
-
 it("a change that another process makes in a file of SQLite is shown", async (t) => {
   const sandbox = new Sandbox(t);
   const show = await sandbox.show(sandbox.sample("plant"));
-  await shows(show, 1, "l1 Rate", "412");
+  await show.shows(1, "l1 Rate", "412");
   const sqlite = (sql) => execFileSync("sqlite3", [sandbox.path("plant/plant.db"), sql]);
   sqlite("UPDATE plant SET Rate = 7, Light = 'Halt' WHERE Line = 'Line 1'");
-  await shows(show, 1, "l1 Rate", "7");
-  await shows(show, 1, "l1 Halt", "●");
+  await show.shows(1, "l1 Rate", "7");
+  await show.shows(1, "l1 Halt", "●");
   assert.equal(await show.text(1, "l1 Run"), null);
   assert.deepEqual(sandbox.errorLog(), []);
 });
@@ -31,7 +28,7 @@ it("a show goes on while a query is slow, and ends at once in the midst of it", 
   sandbox.done("connection", deck, "set", "001", "--refresh", 500);
   sandbox.done("link", deck, ...at(1, "Clock"), "--clock", "hh:nn:ss");
   const show = await sandbox.show(deck);
-  await shows(show, 1, "p1 Item", "quick");
+  await show.shows(1, "p1 Item", "quick");
   // The driver looks up from it at every row, of which there is none for hours.
   const endless = "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c LIMIT 1000000000000)";
   sqlite(`DROP VIEW stock; CREATE VIEW stock AS ${endless} SELECT 'late' AS Value FROM c WHERE x < 0`);

@@ -4,10 +4,10 @@ import assert from "node:assert/strict";
 import { spawn } from "node:child_process";
 import { createPublicKey, verify } from "node:crypto";
 import { chmodSync, copyFileSync, mkdirSync, readFileSync, readdirSync, statSync, truncateSync, writeFileSync } from "node:fs";
-import { createServer } from "node:net";
 import { test } from "node:test";
 import { allXml, digest } from "../support/deck.mjs";
 import { asNobody } from "../support/sandbox.mjs";
+import { SilentServer } from "../support/silent_server.mjs";
 import { valueDeck } from "../support/value_deck.mjs";
 import { until } from "../support/wait.mjs";
 
@@ -162,20 +162,9 @@ test("while a deck is being frozen it cannot be saved, and no live value comes i
   const { sandbox, deck, note } = prepared(t);
   writeFileSync(sandbox.path("program/Lumenfold.INI"), "[Distribution]\r\nFolder = ../out\r\n");
   // A server that says nothing holds the copy up for as long as the test likes.
-  const sockets = [];
-  let isHolding = false;
-  const server = createServer((socket) => (isHolding ? sockets.push(socket) : socket.destroy()));
-  await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
-  const letGo = () => {
-    isHolding = false;
-    for (const socket of sockets) socket.destroy();
-  };
-  t.after(() => {
-    letGo();
-    server.close();
-  });
-  const string = `Driver={PostgreSQL Unicode};Servername=127.0.0.1;Port=${server.address().port};Database=x;UID=me`;
-  sandbox.run("connection", deck, "add", "--type", "database", "--description", "Silent", "--connection-string", string, "--sql", "SELECT 1");
+  const silent = await SilentServer.start(t);
+  silent.holds = false;
+  sandbox.run("connection", deck, "add", "--type", "database", "--description", "Silent", "--connection-string", silent.connectionString, "--sql", "SELECT 1");
   const desk = await sandbox.edit(deck);
   const window = await desk.openWindow();
   const question = await window.until("the question", ({ notices }) =>
@@ -185,11 +174,11 @@ test("while a deck is being frozen it cannot be saved, and no live value comes i
   await window.until("the values", ({ connections, jobs }) => connections[0].state === "fresh" && jobs.length === 0);
   await window.do("rename", { slide: window.state.slide.id, shape: window.shape("p7 Note").id, name: "Before" });
 
-  isHolding = true;
+  silent.holds = true;
   await window.do("press/cbrDistribution");
   const form = await window.form("frmDistribution");
   await window.raise(form, { control: "optFrozen", event: "change", value: true }, { control: "cmdSend", event: "click" });
-  await until("the copy being made", () => sockets.length > 0);
+  await until("the copy being made", () => silent.sockets.length > 0);
   const before = digest(deck);
   assert.ok(!allXml(deck).includes("live-value"));
   await window.do("rename", { slide: window.state.slide.id, shape: window.shape("p6 Note").id, name: "Meanwhile" });
@@ -198,7 +187,7 @@ test("while a deck is being frozen it cannot be saved, and no live value comes i
   assert.match(refused.json.error, /is being made\. Save when it is ready\./);
   assert.equal(digest(deck), before);
 
-  letGo();
+  silent.letGo();
   await window.until("the end", ({ jobs }) => jobs.length === 0);
   assert.equal(note().way, "frozen");
   await window.do("commands/save");

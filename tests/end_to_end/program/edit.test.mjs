@@ -7,12 +7,11 @@ import { describe, it } from "node:test";
 import { digest } from "../support/deck.mjs";
 import { linkedPictureDeck } from "../support/driven_deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { sampleDeck } from "../support/value_deck.mjs";
+import { bareDeck, sampleDeck } from "../support/value_deck.mjs";
 
 // The shop without its links, with a small text file beside it, and whatever else a test prepares.
 async function openShop(t, prepare = () => {}) {
-  const { sandbox, deck } = sampleDeck(t, "shop");
-  sandbox.done("unlink", deck, "--all");
+  const { sandbox, deck } = bareDeck(t, "shop");
   sandbox.write("shop/today.txt", [
     ["Item", "Price"],
     ["Rye bread", "€4.80"],

@@ -4,14 +4,13 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import { digest, editPart, renameShape } from "../support/deck.mjs";
 import { Sandbox } from "../support/sandbox.mjs";
-import { sampleDeck, textSource } from "../support/value_deck.mjs";
+import { bareDeck, textSource } from "../support/value_deck.mjs";
 
 const slide1 = "ppt/slides/slide1.xml";
 
 // The bakery's board without its links, and a source with columns of other names.
 function boardAndData(sandbox) {
-  const deck = sandbox.sample("shop");
-  sandbox.done("unlink", deck, "--all");
+  const deck = sandbox.bareSample("shop");
   sandbox.write("shop/offer.txt", [["Item", "Cost"], ["Rye", "4"], ["Plum", "5"], ["Oat", "6"]]);
   sandbox.done("connection", deck, "add", ...textSource("Offer", "offer.txt"));
   return deck;
@@ -51,8 +50,7 @@ test("a slide's shapes are listed as people read them, with what can be linked",
 });
 
 test("a grid is linked by where its shapes stand, after a look at what would be", (t) => {
-  const { sandbox, deck } = sampleDeck(t, "departures");
-  sandbox.done("unlink", deck, "--all");
+  const { sandbox, deck } = bareDeck(t, "departures");
   sandbox.done("connection", deck, "add", ...textSource("Departures", "departures.txt"));
   const before = digest(deck);
   const grid = (...rest) => ["link", deck, "--slide", 1, "--grid", "r2 time", "--columns", "Time,,destination", ...rest];

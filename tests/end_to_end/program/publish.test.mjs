@@ -32,7 +32,7 @@ test("the command line goes before the environment, and that before the settings
   sandbox.write(`${folder}/settings.ini`, "[Info]\nPublish = http://127.0.0.1:1/a http://127.0.0.1:1/b\nHub = http://settings.example.org\n");
   const nodes = async (...options) => {
     const show = await sandbox.show(deck, ...options);
-    const { hub } = (await show.get("/api/v1/health")).json;
+    const { hub } = (await show.health());
     const { hubs } = (await show.get("/screen/state/show")).json;
     await show.kill();
     return [hub.nodes.map(({ address }) => address), hubs];

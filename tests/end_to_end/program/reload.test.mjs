@@ -8,8 +8,6 @@ import { setValues, showValues, valueDeck } from "../support/value_deck.mjs";
 import { orderSlides, replaceDeck, takeUp, writeInPieces } from "../support/versions.mjs";
 import { until } from "../support/wait.mjs";
 
-const isShown = (show, slide, shape, text) =>
-  until(`'${text}' in ${shape}`, async () => (await show.text(slide, shape)) === text, takeUp);
 const slideCount = (show, count) =>
   until(`${count} slides`, async () => (await show.state()).slideCount === count, takeUp);
 
@@ -22,12 +20,12 @@ describe("a deck that changes while it is shown", { concurrency: 3 }, () => {
     await show.command("blank/white");
 
     replaceDeck(deck, (fresh) => orderSlides(fresh, [2, 1, 3]));
-    await isShown(show, 2, "p1 Item", "a");
+    await show.shows(2, "p1 Item", "a");
     const position = () => events.all.filter(({ event }) => event === "position").at(-1)?.data;
     await until("the moved slide", () => position()?.position === 1, takeUp);
     assert.equal(position().blank, "white", "the operator's blank screen stays");
     setValues(sandbox, "b");
-    await isShown(show, 2, "p1 Item", "b");
+    await show.shows(2, "p1 Item", "b");
 
     replaceDeck(deck, (fresh) => orderSlides(fresh, [2, 3]));
     await slideCount(show, 2);
@@ -40,7 +38,7 @@ describe("a deck that changes while it is shown", { concurrency: 3 }, () => {
     await writeInPieces(deck, whole, 6, 700);
     await slideCount(show, 1);
     setValues(sandbox, "c");
-    await isShown(show, 1, "p1 Item", "c");
+    await show.shows(1, "p1 Item", "c");
     await show.command("blank/off");
     assert.equal((await unchanging.state()).slideCount, 3);
     assert.deepEqual(sandbox.errorLog(), []);
@@ -57,7 +55,7 @@ describe("a deck that changes while it is shown", { concurrency: 3 }, () => {
     await until("the line in the log", () => sandbox.errorLog().length > 0, 3 * takeUp);
     assert.match(sandbox.errorLog()[0], /new version of .*shop\.pptx is not shown.*damaged or not complete/s);
     setValues(sandbox, "b");
-    await isShown(show, 1, "p1 Item", "b");
+    await show.shows(1, "p1 Item", "b");
     assert.equal((await show.state()).slideCount, 3);
 
     // All of its slides could be shown: a show goes on with nothing less than the author saved.
@@ -75,7 +73,7 @@ describe("a deck that changes while it is shown", { concurrency: 3 }, () => {
     orderSlides(deck, [3, 1]);
     await slideCount(show, 2);
     setValues(sandbox, "c");
-    await isShown(show, 2, "p1 Item", "c");
+    await show.shows(2, "p1 Item", "c");
     assert.equal(sandbox.errorLog().length, 2);
     assert.deepEqual(await show.stop(), { code: 0, signal: null });
     assert.match(show.error, /errors during the show/, "those before the last version count");
@@ -91,7 +89,7 @@ it("a slide that cannot be read is left out of what is shown, which is told once
   assert.match((await show.get("/")).text, /class="frame current"><section class="slide" id="s3"/);
   await show.command("goto/1");
   setValues(sandbox, "b");
-  await isShown(show, 1, "p1 Item", "b");
+  await show.shows(1, "p1 Item", "b");
   await show.command("goto/3");
   assert.equal(sandbox.errorLog().length, 1, sandbox.errorLog().join("\n"));
   assert.deepEqual(await show.stop(), { code: 0, signal: null });

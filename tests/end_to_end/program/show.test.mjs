@@ -10,9 +10,6 @@ import { Sandbox, asNobody } from "../support/sandbox.mjs";
 import { setValues, showValues, valueDeck } from "../support/value_deck.mjs";
 import { refresh, until } from "../support/wait.mjs";
 
-const isShown = (show, slide, shape, text) =>
-  until(`'${text}' in ${shape}`, async () => (await show.text(slide, shape)) === text, refresh);
-
 // Shows wait most of the time, so several go on at once.
 describe("a show", { concurrency: 4 }, () => {
   it("ends by signals with exit code 0, streams and all", async (t) => {
@@ -59,9 +56,9 @@ describe("a show", { concurrency: 4 }, () => {
     chmodSync(sandbox.path("shop"), 0o777);
     rmSync(deck);
     renameSync(sandbox.path("values.txt"), values);
-    await isShown(show, 1, "p1 Item", "a");
+    await show.shows(1, "p1 Item", "a");
     setValues(sandbox, "b");
-    await isShown(show, 1, "p1 Item", "b");
+    await show.shows(1, "p1 Item", "b");
     await show.command("next");
     const page = await show.get("/");
     for (const [, asset] of page.text.matchAll(/["(](\/?assets\/[^")]+)/g)) {
@@ -90,7 +87,7 @@ describe("a show", { concurrency: 4 }, () => {
       assert.equal(await show.text(1, "p1 Item"), i === 0 ? "good" : `good ${i - 1}`);
       rmSync(file, { recursive: true, force: true });
       setValues(sandbox, `good ${i}`);
-      await isShown(show, 1, "p1 Item", `good ${i}`);
+      await show.shows(1, "p1 Item", `good ${i}`);
       assert.equal(sandbox.errorLog().length, 2 * i + 2, sandbox.errorLog().join("\n"));
       assert.match(sandbox.errorLog().at(-1), /Recovered: connection 001 \(Values\)\./);
     }
@@ -103,14 +100,13 @@ describe("a show", { concurrency: 4 }, () => {
 
   it("health, the log and check name a column that is gone, and the slide that stands", async (t) => {
     const { sandbox, deck, show } = await showValues(t, ["a", "b", "c"]);
-    const health = async () => JSON.parse((await show.get("/api/v1/health")).text);
-    const [{ failing, deliveries }] = (await health()).connections;
+      const [{ failing, deliveries }] = (await show.health()).connections;
     assert.equal(failing, false);
     assert.ok(deliveries > 0);
 
     sandbox.write("shop/values.txt", "Other\nd\ne\nf\n");
     const sick = await until("the slide that stands", async () => {
-      const now = await health();
+      const now = await show.health();
       return now.standing.length > 0 && now.connections[0].stale && now;
     });
     assert.equal(sick.standing[0].slide, 1);
@@ -127,10 +123,10 @@ describe("a show", { concurrency: 4 }, () => {
     for (const line of broken) assert.match(line, /^broken: slide 1, p\d Item: .* has no column 'Value'\.$/);
 
     setValues(sandbox, "g", "h", "i");
-    await isShown(show, 1, "p1 Item", "g");
+    await show.shows(1, "p1 Item", "g");
     await until("the recovery", () => sandbox.errorLog().some((line) => /Recovered: connection 001 \(Values\)/.test(line)));
     await until("health to be good again", async () => {
-      const { standing, connections } = await health();
+      const { standing, connections } = await show.health();
       return standing.length === 0 && !connections[0].failing && !connections[0].stale;
     });
   });

@@ -1,6 +1,7 @@
 // A window of a desk as a page has it: its state, kept by its stream, and what it asks for. No browser.
 
 import { request } from "node:http";
+import { fieldOf, readBlocks } from "./event_stream.mjs";
 import { until } from "./wait.mjs";
 
 export class DeskWindow {
@@ -13,16 +14,10 @@ export class DeskWindow {
   }
 
   connect() {
-    let rest = "";
     const path = `/api/v1/desk/windows/${this.name}/events`;
     const headers = { Authorization: `Bearer ${this.desk.token}` };
     this.asked = request({ host: "127.0.0.1", port: this.desk.port, path, headers, agent: false }, (response) => {
-      response.setEncoding("utf8").on("data", (text) => {
-        const blocks = (rest + text).split("\n\n");
-        rest = blocks.pop();
-        for (const block of blocks) this.#take(block);
-      });
-      response.on("error", () => {});
+      readBlocks(response, (block) => this.#take(block));
     });
     this.asked.on("error", () => {});
     this.asked.end();
@@ -30,9 +25,9 @@ export class DeskWindow {
   }
 
   #take(block) {
-    const event = block.match(/^event: (.*)$/m)?.[1];
+    const event = fieldOf(block, "event");
     if (!event) return;
-    const data = JSON.parse(block.match(/^data: (.*)$/m)[1]);
+    const data = JSON.parse(fieldOf(block, "data"));
     this.events.push({ event, data });
     if (event === "state") {
       // The markup comes when it is another; else the page keeps what stands.

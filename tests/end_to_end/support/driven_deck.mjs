@@ -13,8 +13,7 @@ export const setPhotos = (sandbox, name) => sandbox.write("plant/photos.txt", [[
 
 // The plant sample, whose picture "Site" on slide 2 shows the file of plant/photos that photos.txt names.
 export function photoDeck(sandbox, name) {
-  const deck = sandbox.sample("plant");
-  sandbox.done("unlink", deck, "--all");
+  const deck = sandbox.bareSample("plant");
   setPhotos(sandbox, name);
   mkdirSync(sandbox.path("plant/photos"));
   sandbox.done("connection", deck, "add", ...textSource("Photos", "photos.txt"));
@@ -27,8 +26,7 @@ const outside = (id, kind, target) =>
 
 // The plant sample, unlinked, whose picture "Site" on slide 2 is linked to a file.
 export function linkedPictureDeck(sandbox, file) {
-  const deck = sandbox.sample("plant");
-  sandbox.done("unlink", deck, "--all");
+  const deck = sandbox.bareSample("plant");
   holdStill(deck);
   editPart(deck, "ppt/slides/_rels/slide2.xml.rels", (xml) =>
     xml.replace("</Relationships>", outside("rIdFile", "image", `file://${file}`)),

@@ -1,6 +1,7 @@
 // A screen without a picture: what docs/hubs.md says of the state, the stream and their numbers, and notes of it.
 
 import { Agent, get } from "node:http";
+import { fieldOf, readBlocks } from "./event_stream.mjs";
 
 const manyAtOnce = new Agent({ maxSockets: Infinity });
 
@@ -83,22 +84,16 @@ export class Reader {
   }
 
   #read(response) {
-    let rest = "";
-    response.setEncoding("utf8").on("data", (text) => {
-      const blocks = (rest + text).split("\n\n");
-      rest = blocks.pop();
-      for (const block of blocks) this.#take(block);
-    });
-    response.on("error", () => {});
+    readBlocks(response, (block) => this.#take(block));
     response.on("close", () => {
       if (!this.isGone && this.stream === response) this.#follow();
     });
   }
 
   #take(block) {
-    const data = block.match(/^data: (.*)$/m)?.[1];
+    const data = fieldOf(block, "data");
     if (!data) return; // a ping
-    this.id = block.match(/^id: (.*)$/m)[1];
+    this.id = fieldOf(block, "id");
     const { run, sequence, data: picture } = JSON.parse(data);
     if (run !== this.run || sequence > this.sequence + 1) return this.#beginAnew();
     if (sequence <= this.sequence) return;

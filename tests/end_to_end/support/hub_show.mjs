@@ -1,7 +1,7 @@
 // A show that publishes what a test tells it to, message by message, as docs/hubs.md says.
 
 import { createServer } from "node:http";
-import { ask } from "./nginx_hub.mjs";
+import { ask } from "./ask.mjs";
 
 const pause = (milliseconds) => new Promise((resolve) => setTimeout(resolve, milliseconds));
 

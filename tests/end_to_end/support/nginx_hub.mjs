@@ -1,26 +1,10 @@
-// Hubs as administrators run them: nginx nodes with the program's own configuration, a Redis, a line that can be cut.
+// Hubs as administrators run them: nginx nodes with the program's own configuration, and a Redis.
 
 import { spawn } from "node:child_process";
 import { mkdirSync, rmSync, writeFileSync } from "node:fs";
-import { request } from "node:http";
-import { connect, createServer } from "node:net";
+import { ask } from "./ask.mjs";
 import { freePort } from "./hub.mjs";
-import { patience, until } from "./wait.mjs";
-
-// {status, headers, text} of a request to a port, or to a socket file.
-export function ask(where, method, path, { headers = {}, body = "", timeout = patience } = {}) {
-  return new Promise((resolve, reject) => {
-    const asked = request({ ...where, method, path, headers, agent: false, timeout }, (response) => {
-      let text = "";
-      response.setEncoding("utf8").on("data", (more) => (text += more));
-      response.on("error", reject);
-      response.on("end", () => resolve({ status: response.statusCode, headers: response.headers, text }));
-    });
-    asked.on("timeout", () => asked.destroy(new Error(`${method} ${path}: no answer`)));
-    asked.on("error", reject);
-    asked.end(body);
-  });
-}
+import { until } from "./wait.mjs";
 
 // A program with all that it starts.
 class Group {
@@ -91,51 +75,5 @@ export class Node extends Group {
       if (this.process.exitCode !== null) throw new Error(this.said);
       return (await ask(this.where, "GET", "/healthz")).status === 200;
     });
-  }
-}
-
-// A line to a port: it may swallow everything without a word, and be cut.
-export class Line {
-  constructor(t, port) {
-    this.pairs = new Set();
-    this.isDead = false;
-    this.server = createServer((near) => {
-      const far = connect(port, "127.0.0.1");
-      const pair = [near, far];
-      this.pairs.add(pair);
-      for (const [from, to] of [pair, [far, near]]) {
-        from.on("data", (data) => to.write(data)).on("error", () => {});
-        from.on("close", () => to.destroy());
-      }
-      near.on("close", () => this.pairs.delete(pair));
-      if (this.isDead) pair.forEach((end) => end.pause());
-    });
-    t.after(() => {
-      this.server.close();
-      this.cut();
-    });
-  }
-
-  open() {
-    return new Promise((resolve) => {
-      this.server.listen(0, "127.0.0.1", () => {
-        this.port = this.server.address().port;
-        resolve();
-      });
-    });
-  }
-
-  swallow() {
-    this.isDead = true;
-    for (const pair of this.pairs) pair.forEach((end) => end.pause());
-  }
-
-  heal() {
-    this.isDead = false;
-    for (const pair of this.pairs) pair.forEach((end) => end.resume());
-  }
-
-  cut() {
-    for (const pair of this.pairs) pair.forEach((end) => end.destroy());
   }
 }

@@ -7,7 +7,7 @@ export class Player extends Show {
 
   // What it says of its decks: {decks, changes, problem}.
   async folder() {
-    return (await this.get("/api/v1/health")).json.player;
+    return (await this.health()).player;
   }
 
   // The state of a deck, nothing when it is not known.

@@ -89,6 +89,13 @@ export class Sandbox {
     return this.path(`${name}/${name}.pptx`);
   }
 
+  // As above, without the deck's links.
+  bareSample(name) {
+    const deck = this.sample(name);
+    this.done("unlink", deck, "--all");
+    return deck;
+  }
+
   // Runs the program to its end: {code, out, error}.
   run(...args) {
     return this.runWith({}, ...args);

@@ -1,9 +1,9 @@
 // A running show: its process and its HTTP interface.
 
 import { spawn } from "node:child_process";
-import { request } from "node:http";
-import { patience, until, within } from "./wait.mjs";
+import { ask } from "./ask.mjs";
 import { EventLog } from "./events.mjs";
+import { until, within } from "./wait.mjs";
 
 export class Show {
   static verb = "show";
@@ -50,36 +50,9 @@ export class Show {
     if (this.process.exitCode === null && this.process.signalCode === null) await this.stop("SIGKILL");
   }
 
-  // {status, headers, text, json} of a request with whatever headers, Host among them.
+  // {status, headers, text, json}
   ask(method, path, headers = {}) {
-    return new Promise((resolve, reject) => {
-      const options = {
-        host: "127.0.0.1",
-        port: this.port,
-        method,
-        path,
-        headers,
-        agent: false,
-        timeout: patience,
-      };
-      const asked = request(options, (response) => {
-        let text = "";
-        response.setEncoding("utf8").on("data", (more) => (text += more));
-        response.on("error", reject);
-        response.on("end", () => {
-          const isJson = /json/.test(response.headers["content-type"]);
-          resolve({
-            status: response.statusCode,
-            headers: response.headers,
-            text,
-            json: isJson && text ? JSON.parse(text) : undefined,
-          });
-        });
-      });
-      asked.on("timeout", () => asked.destroy(new Error(`${method} ${path}: no answer`)));
-      asked.on("error", reject);
-      asked.end();
-    });
+    return ask({ host: "127.0.0.1", port: this.port }, method, path, { headers });
   }
 
   get(path, headers) {
@@ -99,6 +72,14 @@ export class Show {
   async text(slide, shape) {
     const { slides } = await this.state();
     return slides[slide - 1].shapes.find(({ name }) => name === shape)?.text;
+  }
+
+  shows(slide, shape, text) {
+    return until(`'${text}' in ${shape}`, async () => (await this.text(slide, shape)) === text);
+  }
+
+  async health() {
+    return (await this.get("/api/v1/health")).json;
   }
 
   // Follows the events for programs, or those of a screen.

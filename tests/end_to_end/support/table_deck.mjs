@@ -21,9 +21,8 @@ const frame = (rows) =>
 
 // `rows` are what the author typed, the first of them the header.
 export function makeTableDeck(sandbox, rows) {
-  const deck = sandbox.sample("shop");
+  const deck = sandbox.bareSample("shop");
   holdStill(deck);
-  sandbox.done("unlink", deck, "--all");
   editPart(deck, slide, (xml) => xml.replace("</p:spTree>", `${frame(rows)}</p:spTree>`));
   return deck;
 }

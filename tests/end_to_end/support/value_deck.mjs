@@ -17,9 +17,8 @@ export const value = (row, column = "Value", connection = "001") => ["--connecti
 // A deck whose first shapes show rows of column Value. `source` describes the
 // connection, as `connection add` takes it.
 export function makeLinkedDeck(sandbox, source, rows) {
-  const deck = sandbox.sample("shop");
+  const deck = sandbox.bareSample("shop");
   holdStill(deck);
-  sandbox.done("unlink", deck, "--all");
   sandbox.done("connection", deck, "add", ...source);
   shapes.slice(0, rows).forEach((shape, i) => sandbox.done("link", deck, ...at(1, shape), ...value(i + 1)));
   return deck;
@@ -45,6 +44,11 @@ export function valueDeck(t, ...values) {
 export function sampleDeck(t, name) {
   const sandbox = new Sandbox(t);
   return { sandbox, deck: sandbox.sample(name) };
+}
+// The sample without its links.
+export function bareDeck(t, name) {
+  const sandbox = new Sandbox(t);
+  return { sandbox, deck: sandbox.bareSample(name) };
 }
 
 // A show of these values: {sandbox, deck, show}.
