@@ -36,16 +36,16 @@ test("the screens of a wall show what one large screen would, to the pixel", asy
   const { show } = await showValues(t, ["one", "two"]);
   const blank = await openScreen(t, "about:blank");
   const walls = [
-    { columns: 2, rows: 1, viewport: { width: 640, height: 720 } },
+    { columns: 2, rows: 1, parts: [1, 2], viewport: { width: 640, height: 720 } },
     // Wider than the slide, so that the outer ones have a margin, and of odd widths.
-    { columns: 3, rows: 2, viewport: { width: 421, height: 181 } },
+    { columns: 3, rows: 2, parts: [1, 2, 6], viewport: { width: 421, height: 181 } },
   ];
-  for (const { columns, rows, viewport } of walls) {
+  for (const { columns, rows, parts, viewport } of walls) {
     const { width, height } = viewport;
     const large = { width: columns * width, height: rows * height };
     const whole = await openScreen(t, show.url, { ...stillness, viewport: large });
     await waitForSlide(whole, 1);
-    for (let number = 1; number <= columns * rows; ++number) {
+    for (const number of parts) {
       const address = `${show.url}?part=${columns}x${rows}/${number}`;
       const part = await openScreen(t, address, { ...stillness, viewport });
       await waitForSlide(part, 1);

@@ -1,7 +1,7 @@
 // Files that are no decks, and where the program writes about itself.
 
 import assert from "node:assert/strict";
-import { chmodSync, copyFileSync, existsSync, mkdirSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { chmodSync, copyFileSync, existsSync, mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { test } from "node:test";
 import { editPart } from "../support/deck.mjs";
 import { Sandbox, asNobody } from "../support/sandbox.mjs";
@@ -34,15 +34,6 @@ test("every verb says what is wrong with a file that is no deck", (t) => {
     assert.equal(out, "", told);
   }
   assert.ok(!existsSync(sandbox.path("filled.pptx")));
-});
-
-test("a deck whose data are missing is filled with the others, and says so", (t) => {
-  const { sandbox, deck } = sampleDeck(t, "departures");
-  rmSync(sandbox.path("departures/weather.txt"));
-  const { code, error } = sandbox.run("fill", deck, "-o", sandbox.path("filled.pptx"));
-  assert.equal(code, 1);
-  assert.match(error, /Weather[^]*weather\.txt' cannot be opened: there is no such file/);
-  assert.ok(existsSync(sandbox.path("filled.pptx")));
 });
 
 test("an answer that cannot be written is a failure", (t) => {
