@@ -54,8 +54,12 @@ test("a show ends with its last message at the hub, and a player publishes as a 
   const { sandbox, deck } = sampleDeck(t, "shop");
   const bus = new Bus();
   const hub = await Hub.start(t, bus);
+  hub.refuses = true;
   const show = await sandbox.show(deck, ...publishTo(sandbox, [hub]));
   const messages = (event) => (bus.messages.get("show") ?? []).map(({ body }) => JSON.parse(body)).filter((each) => each.event === event);
+  await until("what the show says", () => /takes no messages: it answers with status 503/.test(show.error));
+  hub.refuses = false;
+  await until("what it says then", () => /takes messages again/.test(show.error));
   await until("a beat", () => messages("beat").length > 0);
   await show.command("end");
   await show.ended;

@@ -98,8 +98,8 @@ describe("a show", { concurrency: 4 }, () => {
     assert.doesNotMatch(log, /LF2000|\d\/\d+\/\d/);
   });
 
-  it("health, the log and check name a column that is gone, and the slide that stands", async (t) => {
-    const { sandbox, deck, show } = await showValues(t, ["a", "b", "c"]);
+  it("health and the log name a column that is gone, and the slide that stands", async (t) => {
+    const { sandbox, show } = await showValues(t, ["a", "b", "c"]);
       const [{ failing, deliveries }] = (await show.health()).connections;
     assert.equal(failing, false);
     assert.ok(deliveries > 0);
@@ -116,11 +116,6 @@ describe("a show", { concurrency: 4 }, () => {
     assert.equal(await show.text(1, "p1 Item"), "a");
     const lines = sandbox.errorLog();
     assert.equal(lines.filter((line) => /no column 'Value'/.test(line)).length, 1, lines.join("\n"));
-    const checked = sandbox.run("check", deck);
-    assert.equal(checked.code, 1);
-    const broken = checked.out.split("\n").filter((line) => line.startsWith("broken"));
-    assert.equal(broken.length, 3, checked.out);
-    for (const line of broken) assert.match(line, /^broken: slide 1, p\d Item: .* has no column 'Value'\.$/);
 
     setValues(sandbox, "g", "h", "i");
     await show.shows(1, "p1 Item", "g");
