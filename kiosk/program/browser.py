@@ -20,7 +20,7 @@ class Browser:
     """A browser and the first page in it; Browser.start() makes one."""
 
     @classmethod
-    async def start(cls, command, page, environment, patience=60):
+    async def start(cls, command, page, environment, patience=180):
         """Starts `command`, a Chromium that is told --remote-debugging-pipe, maybe within something else, with a first page.
 
         Raises BrowserGone when that does not stand within `patience` seconds. Who is cancelled leaves nothing running.
