@@ -20,6 +20,7 @@ from picture import Picture
 BROWSER = [
     "chromium", "--kiosk", "--ozone-platform=wayland", "--remote-debugging-pipe",
     "--no-first-run", "--no-default-browser-check", "--noerrdialogs", "--disable-session-crashed-bubble",
+    "--disable-extensions", "--disable-component-extensions-with-background-pages",
     "--disable-background-networking", "--disable-component-update", "--disable-sync", "--disable-translate",
     "--disable-pinch", "--overscroll-history-navigation=0", "--password-store=basic",
     "--autoplay-policy=no-user-gesture-required",

@@ -15,6 +15,9 @@ from stage import PATIENCE, Show
 PROGRAM = Path(__file__).parents[2] / "kiosk/program"
 # The compositor refuses to run as root.
 AS_NOBODY = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"] if os.getuid() == 0 else []
+# As under the service nothing gains rights. Containers may forbid the namespaces in which the browser locks pages in.
+LOCKED_UP = [*AS_NOBODY, "setpriv", "--no-new-privs"]
+SANDBOX = [] if subprocess.run([*LOCKED_UP, "unshare", "--user", "true"]).returncode == 0 else ["browser = --no-sandbox"]
 
 
 class Compositor(unittest.TestCase):
@@ -37,11 +40,11 @@ class Compositor(unittest.TestCase):
 
     def start(self, *lines):
         settings = self.folder / "kiosk.conf"
-        settings.write_text("\n".join([*lines, "browser = --no-sandbox", "browser = --disable-gpu"]), encoding="utf-8")
+        settings.write_text("\n".join([*lines, *SANDBOX, "browser = --disable-gpu"]), encoding="utf-8")
         settings.chmod(0o644)
         self.log = open(self.folder / "log", "w+", encoding="utf-8")
         self.addCleanup(self.log.close)
-        kiosk = subprocess.Popen([*AS_NOBODY, sys.executable, "-I", "-B", self.folder / "program", settings],
+        kiosk = subprocess.Popen([*LOCKED_UP, sys.executable, "-I", "-B", self.folder / "program", settings],
                                  stdin=subprocess.DEVNULL, stderr=self.log, env=self.environment)
         self.addCleanup(self.end, kiosk)
         return kiosk
