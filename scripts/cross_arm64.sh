@@ -11,32 +11,17 @@ mkdir -p "$folder/packages"
 folder=$(cd "$folder" && pwd)
 root=$folder/root
 
-[[ $EUID -eq 0 ]] || { echo "cross_arm64.sh: run it as root, for chroot" >&2; exit 1; }
-command -v debootstrap >/dev/null || { echo "cross_arm64.sh: debootstrap is missing: apt install debootstrap" >&2; exit 1; }
+. "$source/scripts/debian_root.sh"
 
-mounted=()
 show=
 leave() {
   [[ -z $show ]] || kill "$show" 2>/dev/null || true
-  local each
-  for each in "${mounted[@]}"; do umount --lazy "$each"; done  # what was interrupted may still end
+  unmount
 }
 trap leave EXIT
-mount_into() {
-  mkdir -p "$root$2"
-  mount --bind "$1" "$root$2"
-  mounted=("$root$2" "${mounted[@]}")
-}
-enter=(nice chroot "$root" env -i HOME=/root LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive)
-within() {
-  "${enter[@]}" "$@"
-}
 
 if [[ ! -e $root/complete ]]; then
-  debootstrap --variant=minbase --include=ca-certificates bookworm "$root"
-  cp -r /etc/apt/apt.conf.d/. "$root/etc/apt/apt.conf.d/"
-  cp -L /etc/resolv.conf "$root/etc/"
-  echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/quick"  # nobody will miss it after a loss of power
+  make_root ca-certificates
   mount_into /proc /proc
   within dpkg --add-architecture arm64
   within apt-get update -q
@@ -63,6 +48,7 @@ program=(qemu-aarch64-static /usr/bin/lumenfold)
 deck=/usr/share/lumenfold/samples/departures/departures.pptx
 within "${program[@]}" --version
 within "${program[@]}" check "$deck"
+: >"$folder/show"
 "${enter[@]}" "${program[@]}" show "$deck" --port 0 >"$folder/show" 2>&1 </dev/null &
 show=$!
 for _ in {1..300}; do

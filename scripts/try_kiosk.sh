@@ -16,20 +16,14 @@ fail() {
   echo "try_kiosk.sh: $*" >&2
   exit 1
 }
-[[ $EUID -eq 0 ]] || fail "run it as root, for chroot"
-command -v debootstrap >/dev/null || fail "debootstrap is missing: apt install debootstrap"
+. "$source/scripts/debian_root.sh"
 
-enter=(nice chroot "$root" env -i HOME=/root LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive)
-within() {
-  "${enter[@]}" "$@"
-}
-mounted=()
 started=()
 leave() {
   local each
   for each in "${started[@]}"; do kill "$each" 2>/dev/null || true; done
   wait
-  for each in "${mounted[@]}"; do umount "$each"; done
+  unmount
 }
 trap leave EXIT
 until_seen() {  # WHAT FILE TEXT
@@ -42,17 +36,11 @@ until_seen() {  # WHAT FILE TEXT
 }
 
 if [[ ! -e $root/complete ]]; then
-  debootstrap --variant=minbase --include=ca-certificates bookworm "$root"
-  cp -r /etc/apt/apt.conf.d/. "$root/etc/apt/apt.conf.d/"
-  cp -L /etc/resolv.conf "$root/etc/"
-  echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/quick"  # nobody will miss it after a loss of power
+  make_root ca-certificates
   within apt-get update -q
   touch "$root/complete"
 fi
-for each in /proc /dev /dev/shm; do
-  mount --bind "$each" "$root$each"
-  mounted=("$root$each" "${mounted[@]}")
-done
+for each in /proc /dev /dev/shm; do mount_into "$each" "$each"; done
 cp "$package" "$root/kiosk.deb"
 
 within apt-get purge -y -q lumenfold-kiosk >/dev/null 2>&1 || true  # of a try that was cut short

@@ -5,15 +5,15 @@
 # As root, with debootstrap, curl, and Debian's mirror within reach. ./test.sh does not run it.
 set -euo pipefail
 [[ $# -ge 1 ]] || { echo "usage: try_package.sh PACKAGES [ROOT]" >&2; exit 2; }
-[[ $EUID -eq 0 ]] || { echo "try_package.sh: root alone may make a Debian of its own" >&2; exit 1; }
 package=$(realpath "$1"/lumenfold_*.deb)
 bare=${2:-}
 work=$(mktemp -d /tmp/lumenfold-root.XXXXXX)
 root=$work/root
+. "$(dirname "$0")/debian_root.sh"
 show=
 cleanup() {
   [[ -z $show ]] || kill "$show" 2>/dev/null || true
-  umount "$root/proc" 2>/dev/null || true
+  unmount
   rm -rf --one-file-system "$work"
 }
 trap cleanup EXIT
@@ -23,22 +23,19 @@ fail() {
   echo "try_package: $*" >&2
   exit 1
 }
-inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
 # What apt says is of interest when it fails.
-apt() { inside apt-get -qq -y -o Dpkg::Options::=--force-confold "$@" >"$work/apt" 2>&1 || { cat "$work/apt" >&2; fail "apt-get $*"; }; }
+apt() { within apt-get -qq -y -o Dpkg::Options::=--force-confold "$@" >"$work/apt" 2>&1 || { cat "$work/apt" >&2; fail "apt-get $*"; }; }
 is_there() { [[ -e $root$1 ]] || fail "$1 is not there $2"; }
 is_gone() { [[ ! -e $root$1 ]] || fail "$1 is still there $2"; }
 
 step "A bare Debian 12"
-if [[ -n $bare && -d $bare/usr ]]; then
+if [[ -n $bare ]]; then
+  [[ -d $bare/usr ]] || root=$bare make_root ca-certificates >"$work/log" || fail "$(tail -n 3 "$work/log")"
   cp -a --reflink=auto "$bare" "$root"
 else
-  debootstrap --variant=minbase bookworm "${bare:-$root}" http://deb.debian.org/debian >"$work/log" || fail "$(tail -n 3 "$work/log")"
-  [[ -z $bare ]] || cp -a "$bare" "$root"
+  make_root ca-certificates >"$work/log" || fail "$(tail -n 3 "$work/log")"
 fi
-cp /etc/resolv.conf "$root/etc/resolv.conf"
-cp /etc/apt/apt.conf.d/*proxy* "$root/etc/apt/apt.conf.d/" 2>/dev/null || true
-mount -t proc proc "$root/proc"
+mount_into /proc /proc
 apt update
 # Documentation is left out of small systems; here it is wanted.
 rm -f "$root"/etc/dpkg/dpkg.cfg.d/*
@@ -46,12 +43,12 @@ rm -f "$root"/etc/dpkg/dpkg.cfg.d/*
 step "Installing"
 cp "$package" "$root/tmp/first.deb"
 apt install --no-install-recommends /tmp/first.deb
-inside lumenfold --version
+within lumenfold --version
 for file in /usr/share/man/man1/lumenfold-show.1.gz /usr/share/bash-completion/completions/lumenfold /etc/lumenfold/example.conf \
   /lib/systemd/system/lumenfold@.service /usr/share/doc/lumenfold/copyright /usr/share/doc/lumenfold/examples/shop/shop.pptx; do
   is_there "$file" "after installing"
 done
-missing=$(inside ldd /usr/bin/lumenfold | grep 'not found' || true)
+missing=$(within ldd /usr/bin/lumenfold | grep 'not found' || true)
 [[ -z $missing ]] || fail "libraries are missing: $missing"
 
 step "A show by the service's settings, as nobody"
@@ -61,6 +58,7 @@ folders=(CONFIGURATION_DIRECTORY=/etc/lumenfold STATE_DIRECTORY=/var/lib/lumenfo
   LOGS_DIRECTORY=/var/log/lumenfold/example CACHE_DIRECTORY=/var/cache/lumenfold/example)
 # The whole command of the unit, but for a free port.
 read -ra command < <(sed -n 's/^ExecStart=//p' "$root/lib/systemd/system/lumenfold@.service" | sed 's/%i/example/')
+: >"$work/out"
 chroot --userspec=65534:65534 "$root" env -i PATH=/usr/bin "${folders[@]}" "${command[@]}" --port 0 >"$work/out" 2>"$work/error" &
 show=$!
 for ((i = 0; i < 600; ++i)); do
@@ -78,17 +76,17 @@ show=
 is_there /var/lib/lumenfold/example/token "after the show"
 
 step "Upgrading with changed settings"
-inside sh -c 'echo "stale = mark" >> /etc/lumenfold/example.conf; cp /etc/lumenfold/example.conf /etc/lumenfold/own.conf'
+within sh -c 'echo "stale = mark" >> /etc/lumenfold/example.conf; cp /etc/lumenfold/example.conf /etc/lumenfold/own.conf'
 mkdir "$work/next"
 dpkg-deb -R "$package" "$work/next"
 sed -i 's/^\(Version: .*\)/\1+next/' "$work/next/DEBIAN/control"
 for name in example.conf settings.ini; do echo "# of the next version" >>"$work/next/etc/lumenfold/$name"; done
 dpkg-deb --root-owner-group -b "$work/next" "$root/tmp/next.deb" >/dev/null
 apt install --no-install-recommends /tmp/next.deb
-inside dpkg-query -W lumenfold | grep -q next || fail "the next version is not installed"
-inside grep -q '^stale = mark$' /etc/lumenfold/example.conf || fail "a change of example.conf is lost"
-inside grep -q 'next version' /etc/lumenfold/settings.ini || fail "settings.ini, which nobody has changed, is the old one"
-inside grep -q 'next version' /etc/lumenfold/example.conf.dpkg-dist || fail "the new example.conf is nowhere to be found"
+within dpkg-query -W lumenfold | grep -q next || fail "the next version is not installed"
+within grep -q '^stale = mark$' /etc/lumenfold/example.conf || fail "a change of example.conf is lost"
+within grep -q 'next version' /etc/lumenfold/settings.ini || fail "settings.ini, which nobody has changed, is the old one"
+within grep -q 'next version' /etc/lumenfold/example.conf.dpkg-dist || fail "the new example.conf is nowhere to be found"
 
 step "Removing"
 apt remove lumenfold
