@@ -41,10 +41,7 @@ TEST(FormatTest, KnowsTheNamedFormats) {
 }
 
 TEST(FormatTest, WritesEverySymbol) {
-  const struct {
-    const char* picture;
-    const char* text;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"d dd ddd dddd", "5 05 Do Donnerstag"},
       {"ddddd|dddddd|ttttt", "05.03.2026|Donnerstag, 5. März 2026|17:04:09"},
       {"m mm mmm mmmm", "3 03 Mrz März"},
@@ -69,14 +66,11 @@ TEST(FormatTest, WritesEverySymbol) {
       {"\\äd", "ä5"},
       {"0.00;#", "0.00;#"},
   };
-  for (const auto& c : cases) EXPECT_EQ(Format(Evening, c.picture, german()), c.text) << c.picture;
+  for (const auto& [picture, text] : cases) EXPECT_EQ(Format(Evening, picture, german()), text) << picture;
 }
 
 TEST(FormatTest, TakesMAfterAnHourForMinutes) {
-  const struct {
-    const char* picture;
-    const char* text;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"hh:mm:ss", "17:04:09"},
       {"h:m", "17:4"},
       {"hm", "174"},
@@ -89,7 +83,7 @@ TEST(FormatTest, TakesMAfterAnHourForMinutes) {
       {"dd/mm/yyyy hh:mm", "05/03/2026 17:04"},
       {"h AM/PM mm", "5 PM 03"},
   };
-  for (const auto& c : cases) EXPECT_EQ(Format(Evening, c.picture, american()), c.text) << c.picture;
+  for (const auto& [picture, text] : cases) EXPECT_EQ(Format(Evening, picture, american()), text) << picture;
 }
 
 TEST(FormatTest, CountsTwelveHours) {

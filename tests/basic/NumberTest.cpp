@@ -115,10 +115,7 @@ TEST(CBoolTest, KnowsTheWordsAndNumbers) {
 }
 
 TEST(CStrTest, WritesNumbers) {
-  const struct {
-    double value;
-    const char* text;
-  } cases[] = {
+  const std::pair<double, const char*> cases[] = {
       {0.0, "0"},
       {-0.0, "0"},
       {0.1 + 0.2, "0,3"},
@@ -136,7 +133,7 @@ TEST(CStrTest, WritesNumbers) {
       {-Infinity, "-1.#INF"},
       {NotANumber, "-1.#IND"},
   };
-  for (const auto& c : cases) EXPECT_EQ(CStr(c.value, german()), c.text);
+  for (const auto& [value, text] : cases) EXPECT_EQ(CStr(value, german()), text);
 }
 
 TEST(CStrTest, WritesNumbersAsTheCLibraryDoesAndReadsThemBack) {
@@ -156,10 +153,7 @@ TEST(CStrTest, WritesNumbersAsTheCLibraryDoesAndReadsThemBack) {
 }
 
 TEST(CStrTest, WritesEveryKindOfValue) {
-  const struct {
-    Variant value;
-    const char* text;
-  } cases[] = {
+  const std::pair<Variant, const char*> cases[] = {
       {Empty{}, ""},
       {true, "True"},
       {false, "False"},
@@ -172,7 +166,7 @@ TEST(CStrTest, WritesEveryKindOfValue) {
       {Binary{0x00, 0xAB, 0x0F}, "0x00AB0F"},
       {Binary{}, "0x"},
   };
-  for (const auto& c : cases) EXPECT_EQ(CStr(c.value, german()), c.text);
+  for (const auto& [value, text] : cases) EXPECT_EQ(CStr(value, german()), text);
 
   EXPECT_EQ(errorNumber([] { CStr(Variant(Null{}), german()); }), 13);
   EXPECT_EQ(errorOf([] { CStr(Variant(Null{}), german()); }), "Invalid use of Null");

@@ -129,10 +129,7 @@ TEST_F(PicturesTest, ADrawingStandsBesideThePictureForReadersWithoutDrawings) {
 
 TEST_F(PicturesTest, WhatCannotBeShownLeavesThePictureStanding) {
   const auto deck = deckWithPicture();
-  const struct {
-    std::string bytes;
-    const char* reason;
-  } cases[] = {
+  const std::pair<std::string, const char*> cases[] = {
       {"", "holds no picture"},
       {"root:x:0:0:root:/root:/bin/bash\n", "holds no picture"},
       {png().substr(0, 50), "not written to its end"},
@@ -141,10 +138,10 @@ TEST_F(PicturesTest, WhatCannotBeShownLeavesThePictureStanding) {
       {"<svg xmlns='http://www.w3.org/2000/svg'><g></svg>", "not written to its end"},
       {png("", 20'000, 20'000), "20000 x 20000 pixels"},
   };
-  for (const auto& c : cases) {
-    put("bad.png", c.bytes);
+  for (const auto& [bytes, reason] : cases) {
+    put("bad.png", bytes);
     EXPECT_THAT(support::errorOf([&] { show(*deck, "Photo", at("bad.png")); }),
-                testing::AllOf(HasSubstr(c.reason), HasSubstr("bad.png")));
+                testing::AllOf(HasSubstr(reason), HasSubstr("bad.png")));
     EXPECT_EQ(shownBytes(*deck), png("own"));
   }
   std::filesystem::resize_file(at("bad.png"), pictures::MaximumPictureBytes + 1);

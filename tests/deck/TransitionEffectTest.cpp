@@ -12,11 +12,7 @@ using support::alternative;
 using support::DeckBuilder;
 
 TEST(TransitionEffectTest, ReadsHowSlidesComeIn) {
-  struct Case {
-    std::string xml;
-    TransitionEffect expected;
-  };
-  const std::vector<Case> cases{
+  const std::pair<std::string, TransitionEffect> cases[] = {
       {"", {Kind::None, "", false, 0}},
       {"<p:transition advTm=\"3000\"/>", {Kind::None, "", false, 0}},
       {"<p:transition><p:fade/></p:transition>", {Kind::Fade, "", false, 500}},
@@ -39,11 +35,11 @@ TEST(TransitionEffectTest, ReadsHowSlidesComeIn) {
       {alternative("<p:transition p14:dur=\"-5\"><p14:vortex/></p:transition>", ""),
        {Kind::Fade, "", false, 0}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.xml);
+  for (const auto& [xml, expected] : cases) {
+    SCOPED_TRACE(xml);
     DeckBuilder deck = DeckBuilder::of();
-    deck.afterCommonData(1, c.xml);
-    const auto& [kind, direction, throughBlack, milliseconds] = c.expected;
+    deck.afterCommonData(1, xml);
+    const auto& [kind, direction, throughBlack, milliseconds] = expected;
     EXPECT_THAT(transitionOf(deck.presentation()->slidePart(1)),
                 testing::FieldsAre(kind, direction, throughBlack, milliseconds));
   }

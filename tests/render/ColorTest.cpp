@@ -26,10 +26,7 @@ std::string colorOf(const char* xml) {
 
 // The values for theme colours are those that PowerPoint shows in its palette for them.
 TEST(Color, NamesAndTransformsGiveWhatPowerPointShows) {
-  const struct {
-    const char* xml;
-    const char* expected;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"<a:srgbClr val='12aB9f'/>", "#12ab9f"},
       {"<a:srgbClr val='12345'/>", "none"},
       {"<a:schemeClr val='tx2'/>", "#44546a"},

@@ -18,11 +18,7 @@ std::string Glance(std::string_view text) {
 
 TEST(TextFileGlance, GuessesFromTheBeginning) {
   using namespace std::string_view_literals;
-  struct Case {
-    std::string_view text;
-    const char* expected;
-  };
-  const Case cases[] = {
+  const std::pair<std::string_view, const char*> cases[] = {
       {"Item\tPrice\nRye bread\t€4.80\nPlum cake\t€4.10\n"sv, "UTF-8, tab, names"},
       {"Rye bread\t€4.80\nPlum cake\t€4.10\n"sv, "UTF-8, tab"},
       {"Item\tPrice\n"sv, "UTF-8, tab, names"},
@@ -42,7 +38,7 @@ TEST(TextFileGlance, GuessesFromTheBeginning) {
       {"2023,2024\n1,2\n"sv, "UTF-8, comma"},
       {""sv, "UTF-8, "},
   };
-  for (const Case& each : cases) EXPECT_EQ(Glance(each.text), each.expected) << each.text;
+  for (const auto& [text, expected] : cases) EXPECT_EQ(Glance(text), expected) << text;
   EXPECT_NE(support::errorOf([] { static_cast<void>(Glance("<html>")); }), "");
 }
 

@@ -44,10 +44,7 @@ TEST(BadBook, IsRefusedWithTheReason) {
   const std::string blanks(std::size_t{70} << 20U, ' ');
   std::string deep;
   for (int i = 0; i < 2'000'000; ++i) deep += "<a>";
-  const struct {
-    std::string bytes;
-    const char* error;
-  } cases[] = {
+  const std::pair<std::string, const char*> cases[] = {
       {"", "cannot be opened: it is empty"},
       {"Name;Price\n", "cannot be opened: it is no workbook of the formats xlsx, xlsm"},
       {compoundFile("EncryptedPackage"), "it is encrypted. Remove its password and save it again."},
@@ -96,10 +93,10 @@ TEST(BadBook, IsRefusedWithTheReason) {
       {sheetWith("<row>" + blanks), "has an element of more than 64 MB"},
       {sheetWith("<row>" + deep), "no proper XML"}};
   const TemporaryFolder folder;
-  for (const auto& each : cases) {
-    const std::string path = folder.write("book.xlsx", each.bytes);
+  for (const auto& [bytes, error] : cases) {
+    const std::string path = folder.write("book.xlsx", bytes);
     EXPECT_THAT(errorOf([&] { Desk().texts(path, "Sheet1", "A1:B2"); }),
-                AllOf(StartsWith("workbook '" + path + "'"), HasSubstr(each.error)));
+                AllOf(StartsWith("workbook '" + path + "'"), HasSubstr(error)));
   }
 }
 

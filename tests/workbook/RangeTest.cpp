@@ -57,28 +57,26 @@ BookBuilder scattered() {
 }
 
 TEST(RangeOfASheet, VisitsItsCellsEmptyOnesToo) {
-  const struct {
-    const char* range;
-    const char* texts;
-  } cases[] = {{"B2:C4", "22|/|/|34"},
-               {"A1:B2", "|/|22"},
-               {"D4:E6", "|/|/|"},
-               {"Z90:AA90", "|"},
-               {"C4", "34"},
-               {"Sheet1!C4", "34"},
-               {"corner", "22||42"},
-               {"XYZ2020", "22"},
-               // Whole columns end with the data of the sheet, and have their first cells.
-               {"B:C", "|/22|/|/|34"},
-               {"G:H", "|/|/|/|"},
-               {"C2:D1048576", "|42/|/34|"},
-               {"F9:F1048576", ""},
-               // Whole rows end with the widest of them.
-               {"2:3", "|22||42/|||"},
-               {"3:4", "||/||34"},
-               {"7:7", ""},
-               {"A:XFD", "|||/|22||42/|||/||34|"}};
-  for (const auto& c : cases) EXPECT_EQ(textsOf(scattered(), c.range), c.texts) << c.range;
+  const std::pair<const char*, const char*> cases[] = {
+      {"B2:C4", "22|/|/|34"},
+      {"A1:B2", "|/|22"},
+      {"D4:E6", "|/|/|"},
+      {"Z90:AA90", "|"},
+      {"C4", "34"},
+      {"Sheet1!C4", "34"},
+      {"corner", "22||42"},
+      {"XYZ2020", "22"},
+      // Whole columns end with the data of the sheet, and have their first cells.
+      {"B:C", "|/22|/|/|34"},
+      {"G:H", "|/|/|/|"},
+      {"C2:D1048576", "|42/|/34|"},
+      {"F9:F1048576", ""},
+      // Whole rows end with the widest of them.
+      {"2:3", "|22||42/|||"},
+      {"3:4", "||/||34"},
+      {"7:7", ""},
+      {"A:XFD", "|||/|22||42/|||/||34|"}};
+  for (const auto& [range, texts] : cases) EXPECT_EQ(textsOf(scattered(), range), texts) << range;
 }
 
 TEST(RangeOfASheet, RefusesWhatIsNone) {
