@@ -80,7 +80,7 @@ describe("a service", { concurrency: 4 }, () => {
     assert.equal((await show.ended).signal, "SIGABRT");
     const next = await sandbox.show(deck);
     await manager.hears("life", "WATCHDOG=1", heard + 3);
-    assert.equal(manager.count("READY=1"), 2);
+    await manager.hears("the first slide", "READY=1", 2);
     assert.deepEqual(await next.stop(), { code: 0, signal: null });
   });
 
