@@ -13,7 +13,7 @@ add_custom_target(manual ALL DEPENDS ${manual}/completion/lumenfold)
 
 install(DIRECTORY ${manual}/man/ DESTINATION share/man/man1)
 install(FILES ${manual}/completion/lumenfold DESTINATION share/bash-completion/completions)
-install(DIRECTORY contrib/hub DESTINATION share/lumenfold USE_SOURCE_PERMISSIONS)
+install(DIRECTORY contrib/hub contrib/prometheus contrib/grafana DESTINATION share/lumenfold USE_SOURCE_PERMISSIONS)
 install(DIRECTORY samples/ DESTINATION share/lumenfold/samples USE_SOURCE_PERMISSIONS PATTERN make EXCLUDE)
 install(DIRECTORY docs/linking docs/images DESTINATION share/doc/lumenfold)
 # For who shows decks and who links them; what is about the code stays with the code.
