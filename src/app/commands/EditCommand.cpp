@@ -124,6 +124,7 @@ void addEditCommand(CLI::App& program, Environment& environment) {
   options->server.port = Port;
   define(*verb, *options);
   verb->callback([options, verb, &environment] {
+    beginLog(options->server);
     edit(withSettings(*options, optionsGiven(*verb), define), environment);
   });
 }

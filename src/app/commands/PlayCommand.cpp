@@ -283,6 +283,7 @@ void addPlayCommand(CLI::App& program, Environment& environment) {
   options->server.port = ScreensPort;
   define(*verb, *options);
   verb->callback([options, verb, &environment] {
+    beginLog(options->server);
     play(withSettings(*options, optionsGiven(*verb), define), environment);
   });
 }

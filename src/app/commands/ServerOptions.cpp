@@ -90,7 +90,7 @@ void beginLog(const ServerOptions& options) {
   using platform::LogForm;
   if (options.log == "json") platform::useLogForm(LogForm::Json);
   if (options.log == "text") platform::useLogForm(LogForm::Text);
-  if (platform::logForm() == LogForm::Text) return;
+  if (platform::logForm() == LogForm::Text) return LF2000::modErrors::AlsoTell({});
   LF2000::modErrors::AlsoTell([](std::string_view text) {
     platform::tell(platform::Priority::Error, "show", joinedLines(std::string(withoutErrorNumber(text))));
   });

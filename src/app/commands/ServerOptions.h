@@ -45,7 +45,7 @@ void addPerAddressOption(CLI::App& verb, ServerOptions& options);
 web::Options serverOf(const ServerOptions& options, const Token& token, std::size_t connections);
 
 /// Standard error becomes the log that the options ask for. Where programs read it, every line of the errors
-/// log stands there as well.
+/// log stands there as well. Called before the settings file is read, and with what stands there.
 void beginLog(const ServerOptions& options);
 
 /// A line on standard output for who starts the verb; with a log of JSON, there.

@@ -207,6 +207,7 @@ void addShowCommand(CLI::App& program, Environment& environment) {
   options->server.port = ScreensPort;
   define(*verb, *options);
   verb->callback([options, verb, &environment] {
+    beginLog(options->server);
     show(
         [options, given = optionsGiven(*verb)] {
           ShowOptions now = withSettings(*options, given, define);

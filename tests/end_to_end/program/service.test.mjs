@@ -193,7 +193,8 @@ describe("a service", { concurrency: 4 }, () => {
     assert.equal(out, "", "all of it is in the log");
     assert.ok(!error.includes("#token="), "and no secret");
     // The end of the program is a line of the log as well.
-    const bad = show.run("show", show.path("none.pptx"), "--log", "json");
-    assert.equal(jsonLines(bad.error)[0].priority, 3);
+    for (const line of [[show.path("none.pptx")], ["--config", show.path("none.conf")]]) {
+      assert.equal(jsonLines(show.run("show", ...line, "--log", "json").error)[0].priority, 3, line[0]);
+    }
   });
 });
