@@ -188,6 +188,11 @@ TEST_F(SlideShowTest, LeavesASlideThatBecomesHiddenButNotAtOnce) {
   hide(3, false);
   hide(3);
   EXPECT_EQ(after(10), 3) << "asked for by number";
+  show_->first();
+  hide(2, false);
+  hide(1);
+  show_->goTo(1);
+  EXPECT_EQ(after(10), 1) << "asked for within the turn that hid it";
 }
 
 TEST_F(SlideShowTest, WaitsWhereEverySlideIsHiddenAndGoesToTheFirstThatReturns) {
