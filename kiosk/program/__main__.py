@@ -20,7 +20,9 @@ from picture import Picture
 BROWSER = [
     "chromium", "--kiosk", "--ozone-platform=wayland", "--remote-debugging-pipe",
     "--no-first-run", "--no-default-browser-check", "--noerrdialogs", "--disable-session-crashed-bubble",
+    # Pages of its own that nobody sees take longer to start than the show's.
     "--disable-extensions", "--disable-component-extensions-with-background-pages",
+    "--disable-features=WebUIOmniboxPopup,WebUIOmniboxAimPopup",
     "--disable-background-networking", "--disable-component-update", "--disable-sync", "--disable-translate",
     "--disable-pinch", "--overscroll-history-navigation=0", "--password-store=basic",
     "--autoplay-policy=no-user-gesture-required",
