@@ -15,10 +15,10 @@
 
 namespace LF2000 {
 
-using Texts = std::vector<std::string>;
-
 /// A deck of one slide whose shapes differ in what commands can do with them, and the bars.
 struct CommandsTest : testing::Test {
+  using Texts = std::vector<std::string>;
+
   fakes::Machine machine;
   std::shared_ptr<deck::CommandBars> bars = deck::CommandBars::create();
   std::shared_ptr<fakes::Application> host = std::make_shared<fakes::Application>();
