@@ -178,7 +178,7 @@ class FrmRuntimeTimer : public std::enable_shared_from_this<FrmRuntimeTimer> {
   /// The first shape of that name that shows data; null without one.
   [[nodiscard]] const clsRTShapeInfo* Find(std::int32_t slide, std::string_view shapeName) const;
   /// The row that the shape shows now.
-  [[nodiscard]] double RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const;
+  [[nodiscard]] double RowOf(const PowerPoint::Slide& slide, const clsRTShapeInfo& shape) const;
   /// Of all shapes, before the first is written. The slide stands as it is when one of them fails.
   [[nodiscard]] std::vector<Reading> ReadShapes(PowerPoint::Slide& slide,
                                                 std::vector<clsRTShapeInfo>& shapes);

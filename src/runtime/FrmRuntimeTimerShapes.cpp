@@ -51,7 +51,7 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadShape(PowerPoint::Slide& slide, cl
 FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadText(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
                                                    clsConnection& connection) {
   Reading reading;
-  const double row = RowOf(slide.SlideIndex(), shape);
+  const double row = RowOf(slide, shape);
   std::string value = connection.GetValueDatabase(row, shape.ColumnName, /*displayType=*/1,
                                                   /*showMarkers=*/false, reading.NoValue);
   const bool hasValue = !reading.NoValue || !connection.IsNull(row, shape.ColumnName);
@@ -76,7 +76,7 @@ FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadWhole(PowerPoint::Slide& slide, cl
   const double rows = connection.RecordCount();
   reading.NoValue = rows <= 0;
   const std::int64_t version = connection.DataVersion();
-  const double row = RowOf(slide.SlideIndex(), shape);
+  const double row = RowOf(slide, shape);
   if (version == shape.DataVersion && row == shape.TableRow) return reading;
   const auto hostShape = slide.Shapes()->Item(shape.Name);
   std::string told;
@@ -111,7 +111,7 @@ void FrmRuntimeTimer::KeepPicture(const std::string& source, const Step& step) t
 FrmRuntimeTimer::Reading FrmRuntimeTimer::ReadObject(PowerPoint::Slide& slide, clsRTShapeInfo& shape,
                                                      clsConnection& connection) {
   Reading reading;
-  const double row = RowOf(slide.SlideIndex(), shape);
+  const double row = RowOf(slide, shape);
   const std::string name = connection.GetValueObject(row, shape.ColumnName, shape.ObjectFolder,
                                                      shape.ObjectExtension, /*displayType=*/1,
                                                      /*showMarkers=*/false, reading.NoValue);

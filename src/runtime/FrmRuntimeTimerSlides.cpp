@@ -101,9 +101,10 @@ bool FrmRuntimeTimer::HasValue(std::int32_t slide, std::string_view shapeName) c
   return shape == nullptr || shape->HasValue;
 }
 
-double FrmRuntimeTimer::RowOf(std::int32_t slide, const clsRTShapeInfo& shape) const {
-  if (!shape.Scroll) return shape.Row;
-  return shape.Row + slideInfo_[static_cast<std::size_t>(slide)].Scrolls[*shape.Scroll].RowOffset();
+double FrmRuntimeTimer::RowOf(const PowerPoint::Slide& slide, const clsRTShapeInfo& shape) const {
+  if (!shape.Scroll) return shape.Row;  // most do not, and a host may take its time for an answer
+  return shape.Row +
+         slideInfo_[static_cast<std::size_t>(slide.SlideIndex())].Scrolls[*shape.Scroll].RowOffset();
 }
 
 void FrmRuntimeTimer::OLD_RefreshCurrentScreen() { RefreshSlideAt(static_cast<std::int32_t>(currentSlide_)); }
