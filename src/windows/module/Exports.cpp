@@ -22,6 +22,18 @@ std::wstring moduleFile() {
   return file;
 }
 
+/// No exception leaves the module.
+template <typename Body>
+HRESULT answered(Body&& body) noexcept {
+  try {
+    return body();
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  } catch (...) {
+    return E_UNEXPECTED;
+  }
+}
+
 }  // namespace
 
 extern "C" {
@@ -37,20 +49,20 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID iid, LPVOID* object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (classId != windows::server::CLSID_Connect) return CLASS_E_CLASSNOTAVAILABLE;
-  try {
+  return answered([&] {
     const auto factory = windows::com::Ptr<ClassFactory>::taking(
         new ClassFactory([] { return windows::server::makeWindowsSurroundings(); }));
     return factory->QueryInterface(iid, object);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  });
 }
 
 STDAPI DllCanUnloadNow() { return windows::com::liveObjects == 0 ? S_OK : S_FALSE; }
 
-STDAPI DllRegisterServer() { return windows::server::enter(moduleFile()); }
+STDAPI DllRegisterServer() {
+  return answered([] { return windows::server::enter(moduleFile()); });
+}
 
-STDAPI DllUnregisterServer() { return windows::server::remove(); }
+STDAPI DllUnregisterServer() { return answered(windows::server::remove); }
 
 /// "user" is all that it can do.
 STDAPI DllInstall(BOOL install, LPCWSTR /*commandLine*/) {
