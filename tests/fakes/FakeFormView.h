@@ -8,14 +8,13 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/FormUser.h"
 #include "host/forms.h"
 
 namespace fakes {
 
-/// A view of forms that draws nothing: it keeps what is shown, and a test does what a user would, by the
-/// names of the controls. What acts on controls acts on the form that was shown last and answers the form's
-/// refusal, the empty text for none.
-class FormView final : public Forms::View {
+/// A view of forms that draws nothing: it keeps what is shown, and a test does what a user would.
+class FormView final : public Forms::View, public FormUser {
  public:
   struct Shown {
     std::shared_ptr<Forms::Form> form;
@@ -54,8 +53,7 @@ class FormView final : public Forms::View {
   /// The form that was shown last and is there still; a test that has none fails.
   [[nodiscard]] Forms::Form& Top() const { return *shown.at(shown.size() - 1).form; }
   [[nodiscard]] bool IsEmpty() const { return shown.empty(); }
-  /// Its name, "(none)" without one.
-  [[nodiscard]] std::string TopName() const { return shown.empty() ? "(none)" : Top().Name(); }
+  [[nodiscard]] std::string TopName() const override { return shown.empty() ? "(none)" : Top().Name(); }
 
   template <typename T = Forms::Control>
   [[nodiscard]] T& Get(std::string_view name) const {
@@ -64,30 +62,10 @@ class FormView final : public Forms::View {
     return *control;
   }
 
-  std::string Set(std::string name, std::string text) const {
-    return Raise({std::move(name), Forms::EventKind::Change, std::move(text)});
-  }
-  /// As a list offers it.
-  std::string Choose(std::string name, std::string text) const {
-    return Set(std::move(name), std::move(text));
-  }
-  std::string Check(std::string name, bool value) const {
-    return Raise({std::move(name), Forms::EventKind::Change, value});
-  }
-  std::string Select(std::string name, Forms::Places places) const {
-    return Raise({std::move(name), Forms::EventKind::Change, std::move(places)});
-  }
-  std::string Click(std::string name) const {
-    return Raise({std::move(name), Forms::EventKind::Click, std::nullopt});
-  }
-  std::string Leave(std::string name) const {
-    return Raise({std::move(name), Forms::EventKind::LostFocus, std::nullopt});
-  }
-  std::string DropDown(std::string name) const {
-    return Raise({std::move(name), Forms::EventKind::DropDown, std::nullopt});
-  }
-  std::string Step(std::string name, std::int64_t steps) const {
-    return Raise({std::move(name), Forms::EventKind::Step, steps});
+  std::string Raise(const Forms::Event& event) const override {
+    // A handler may close the form, and show another.
+    const std::shared_ptr<Forms::Form> form = shown.at(shown.size() - 1).form;
+    return form->Raise(event).value_or("");
   }
 
   /// The Text property of a label, text box, combo box or progress bar.
@@ -129,11 +107,6 @@ class FormView final : public Forms::View {
   std::optional<Forms::Result> result;
 
  private:
-  std::string Raise(const Forms::Event& event) const {
-    // A handler may close the form, and show another.
-    const std::shared_ptr<Forms::Form> form = shown.at(shown.size() - 1).form;
-    return form->Raise(event).value_or("");
-  }
   void CloseAt(std::size_t place, Forms::Result how) {
     const Shown entry = std::move(shown[place]);
     shown.erase(shown.begin() + static_cast<std::ptrdiff_t>(place));

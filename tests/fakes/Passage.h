@@ -9,6 +9,9 @@
 
 namespace fakes {
 
+class FormUser;
+class FormView;
+
 /// How what stands for a host reaches the system. A program of tests may bring one that leads through a
 /// host's own way of calling.
 class Passage {
@@ -24,6 +27,8 @@ class Passage {
   /// The factory of objects that lead to those of this one; null for none.
   virtual ADODB::Factory* hand(ADODB::Factory* factory) = 0;
   virtual Excel::Factory* hand(Excel::Factory* factory) = 0;
+  /// Who uses the forms that the system shows: those of the view, where it is what the system has.
+  virtual FormUser* hand(FormView* view) = 0;
 };
 
 /// Null: they are handed as they are.

@@ -3,15 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "addin/Connect.h"
 #include "addin/support/modGlobalFunctions.h"
-#include "fakes/FakePowerPoint.h"
-#include "fakes/FakeServices.h"
-#include "fakes/Passage.h"
-#include "model/clsPresentation.h"
+#include "fakes/FakeFormView.h"
 #include "model/modClockFormat.h"
 #include "model/modOfflineLinks.h"
 #include "runtime/OfflinePages.h"
+#include "system/EditedDeck.h"
 
 namespace LF2000 {
 namespace {
@@ -22,12 +19,9 @@ using testing::IsEmpty;
 
 constexpr const char* Copy = "/copies/board.pptx";
 
-struct OfflineTest : testing::Test {
-  fakes::Machine machine;
-  std::shared_ptr<fakes::Application> host = std::make_shared<fakes::Application>();
-  std::shared_ptr<fakes::Presentation> deck = std::make_shared<fakes::Presentation>();
-  clsPresentation linked;
-  Connect connect;
+struct OfflineTest : EditedDeck {
+  fakes::FormView view;
+  fakes::FormUser* user = fakes::handed(&view);
 
   OfflineTest() {
     machine.files.Write("/decks/prices.txt", "Item\tPrice\nTea\t3\nMilk\t2\nRye\t5\nOat\t4\nBun\t1\n");
@@ -36,16 +30,21 @@ struct OfflineTest : testing::Test {
                          {"CORVANE CONNECTION001", "0\tPrices\tprices.txt\t-1\t"},
                          {"CORVANE DISPLAYTYPE", "3"},
                          {"MINE", "stays"}};
-    connect.OnConnection(handed(host), AddInDesigner::ConnectMode::Startup,
-                         handed(std::make_shared<fakes::AddIn>()));
+    machine.UseForms(&view);
   }
-  bool Create(const modOfflineCopy::Options& options = {}) {
-    linked.ActivePresentation(handed(deck));
+  /// As its author asks for it. Whether it was written.
+  bool Create(bool keepsClocks = false) {
+    Open();
     machine.messageBox.shown.clear();
-    const bool done = linked.CreateOfflinePPT(Copy, options);
-    EXPECT_FALSE(modGlobalFunctions::OfflineGenerationActive);
+    host->disk.erase(Copy);
+    Press("cbrOfflineCopy");
+    EXPECT_EQ(user->TopName(), "frmOfflineCopy");
+    EXPECT_EQ(user->Set("txtFile", Copy), "");
+    EXPECT_EQ(user->Check("chkKeepClocks", keepsClocks), "");
+    EXPECT_EQ(user->Click("cmdOK"), "");
+    EXPECT_EQ(user->TopName(), "(none)");
     EXPECT_EQ(host->openCount, 1);
-    return done;
+    return Written() != nullptr;
   }
   /// Null where none was written.
   std::shared_ptr<fakes::Presentation> Written() { return host->disk[Copy]; }
@@ -205,15 +204,26 @@ TEST_F(OfflineTest, WithoutDataASlideIsLeftOutAndWithoutItsSourceItStays) {
               HasSubstr("Error while creating off-line presentation. \r\nNo slide has data"));
 }
 
-TEST_F(OfflineTest, NothingIsWrittenWhenItIsCancelledOrFails) {
+TEST_F(OfflineTest, NothingIsWrittenWhenItFails) {
+  deck->Add().AddField("p", 1);
+  deck->disk = nullptr;  // so that what is to become the copy is not there
+  EXPECT_FALSE(Create());
+  EXPECT_THAT(machine.messageBox.shown.at(0).text, HasSubstr("Error while creating off-line presentation."));
+  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "Price");
+}
+
+TEST_F(OfflineTest, NothingIsWrittenWhenItIsCancelled) {
   for (int i = 0; i < 3; ++i) deck->Add().AddField("p", 1);
+  Open();
+  clsPresentation& linked = *fakes::inside(*addIn)->Find(handed(deck));
   int asked = 0;
   modOfflineCopy::Options options;
   options.IsCancelled = [&] {
     EXPECT_TRUE(modGlobalFunctions::OfflineGenerationActive);
     return ++asked == 2;
   };
-  EXPECT_FALSE(Create(options));
+  EXPECT_FALSE(linked.CreateOfflinePPT(Copy, options));
+  EXPECT_FALSE(modGlobalFunctions::OfflineGenerationActive);
   EXPECT_EQ(asked, 2);
   EXPECT_EQ(Written(), nullptr);
   EXPECT_THAT(machine.messageBox.shown, IsEmpty());
@@ -222,19 +232,16 @@ TEST_F(OfflineTest, NothingIsWrittenWhenItIsCancelledOrFails) {
   EXPECT_FALSE(linked.CreateOfflinePPT(deck->fullName));
   EXPECT_THAT(machine.messageBox.shown.at(0).text, HasSubstr("is the presentation itself"));
   EXPECT_FALSE(host->disk.contains(deck->fullName));
-
-  host->disk.clear();
-  deck->disk = nullptr;  // so that what is to become the copy is not there
-  EXPECT_FALSE(Create());
-  EXPECT_THAT(machine.messageBox.shown.at(0).text, HasSubstr("Error while creating off-line presentation."));
-  EXPECT_EQ(deck->slides[0]->shapes[0]->text, "Price");
 }
 
 TEST_F(OfflineTest, ClocksGoOnWhenTheyAreKept) {
   fakes::Slide& slide = deck->Add();
   slide.AddClock("hh:nn:ss");
-  EXPECT_TRUE(Create({.KeepClocks = true}));
+  EXPECT_TRUE(Create(/*keepsClocks=*/true));
   EXPECT_THAT(Texts(), ElementsAre("field hh:nn:ss"));
+}
+
+TEST(ClockFields, SayWhatTheFormatsOfClocksSay) {
   using PowerPoint::DateTimeFormat;
   const auto field = modClockFormat::FieldFor;
   EXPECT_EQ(field("m/d/yyyy"), DateTimeFormat::Mdyy);

@@ -33,28 +33,6 @@ struct PresentationTest : testing::Test {
   }
 };
 
-TEST_F(PresentationTest, FillsByDisplayType) {
-  const struct {
-    int type;
-    const char* field;
-    const char* clock;
-  } cases[] = {
-      {1, "3", "12:00"},       {2, "Prices", "[n/a]"},       {3, "Price", "hh:nn"}, {4, "1", "[n/a]"},
-      {5, "Price 1", "[n/a]"}, {6, "Prices Price", "[n/a]"}, {7, " ", ""},          {0, " ", ""}};
-  for (const auto& c : cases) {
-    host = std::make_shared<fakes::Presentation>();
-    Link(c.type);
-    fakes::Slide& slide = host->Add();
-    fakes::Shape& field = AddField(slide, "p", "Price", 1);
-    fakes::Shape& clock = slide.AddClock("hh:nn");
-    presentation.ActivePresentation(handed(host));
-    EXPECT_EQ(field.text, c.field) << c.type;
-    EXPECT_EQ(clock.text, c.clock) << c.type;
-    EXPECT_EQ(modGlobalFunctions::CurrentDisplayType, c.type);
-  }
-  EXPECT_TRUE(machine.messageBox.shown.empty());
-}
-
 TEST_F(PresentationTest, ClocksThatShowAnotherTextAreWritten) {
   Link();
   fakes::Slide& slide = host->Add();
@@ -72,27 +50,6 @@ TEST_F(PresentationTest, ClocksThatShowAnotherTextAreWritten) {
   presentation.FillClocks(slide);
   EXPECT_EQ(minutes.text, "12:01");
   EXPECT_TRUE(machine.messageBox.shown.empty()) << "what cannot be filled was told";
-}
-
-TEST_F(PresentationTest, LeavesAloneWhatItCannotFill) {
-  Link();
-  fakes::Slide& slide = host->Add();
-  fakes::Shape& unchanged = AddField(slide, "same", "Price", 1);
-  unchanged.text = "3";
-  fakes::Shape& unknown = AddField(slide, "unknown", "Price", 1, "002");
-  fakes::Shape& empty = AddField(slide, "empty", "Price", 2);
-  fakes::Shape& beyond = AddField(slide, "beyond", "Price", 9);
-  fakes::Shape& type5 = AddField(slide, "type5", "Price", 1);
-  type5.tags->items[0].second = "5";
-  fakes::Shape& graph = AddField(slide, "graph", "Price", 1);
-  graph.tags->items[0].second = "4";
-  presentation.ActivePresentation(handed(host));
-  EXPECT_EQ(unchanged.writes, 0);
-  EXPECT_EQ(unknown.text, "sample");
-  EXPECT_EQ(empty.text, "[Empty]");
-  EXPECT_EQ(beyond.text, "[Row not available in current dataset]");
-  EXPECT_EQ(type5.text, "sample");
-  EXPECT_EQ(graph.text, "sample");
 }
 
 TEST_F(PresentationTest, WithoutTheVersionTagNothingIsLoaded) {
@@ -131,45 +88,6 @@ TEST_F(PresentationTest, AnotherPresentationStartsAfresh) {
   EXPECT_EQ(presentation.DistributionStop(), basic::Date{});
 }
 
-TEST_F(PresentationTest, AShapeThatScrollsByItsNameIsBlankBeyondTheData) {
-  Link();
-  fakes::Slide& slide = host->Add();
-  slide.tags->Add("CORVANE SCROLLSTEP7", "True\t1\t500");
-  slide.tags->Add("CORVANE SCROLLSTEP8", "False\t1\t500");
-  fakes::Slide& broken = host->Add();
-  broken.tags->Add("CORVANE SCROLLSTEP7", "perhaps");
-  const fakes::Shape& first = AddField(slide, "7", "Item", 2);
-  constexpr const char* Marker = "[Row not available in current dataset]";
-  const std::pair<const fakes::Shape&, const char*> beyond[] = {
-      {AddField(slide, "7", "Item", 9), " "},
-      {AddField(slide, "8", "Item", 9), Marker},
-      {AddField(slide, "Title", "Item", 9), Marker},
-      {AddField(broken, "7", "Item", 9), Marker},
-  };
-  presentation.ActivePresentation(handed(host));
-  EXPECT_EQ(first.text, "Milk");
-  for (const auto& [shape, text] : beyond) EXPECT_EQ(shape.text, text) << shape.name;
-}
-
-TEST_F(PresentationTest, TheMeterCountsSlidesAndConnections) {
-  Link();
-  host->Add();
-  presentation.ActivePresentation(handed(host));
-  EXPECT_TRUE(machine.meter.log.empty());
-  host->tags->Add("CORVANE CONNECTION002", "0\tMore\tprices.txt\t-1\t");
-  presentation.ActivePresentation(handed(host));
-  ASSERT_FALSE(machine.meter.log.empty());
-  EXPECT_EQ(machine.meter.log.front(), "show Opening presentation 3") << "one slide, two connections";
-  Link();
-  machine.meter.log.clear();
-  host->Add();
-  presentation.ActivePresentation(handed(host));
-  EXPECT_EQ(machine.meter.log,
-            (std::vector<std::string>{"show Opening presentation 3", "Opening connection Prices", "step",
-                                      "\r\nPopulating slide 1", "step", "\r\nPopulating slide 2", "step",
-                                      "close"}));
-}
-
 TEST_F(PresentationTest, ALoadThatFailsStopsButLosesNothing) {
   Link(3);
   host->tags->Add("CORVANE CONNECTION002", "0\tGone\tgone.txt\t-1\t");
@@ -192,26 +110,6 @@ TEST_F(PresentationTest, ALoadThatFailsStopsButLosesNothing) {
   EXPECT_EQ((*host->tags)["CORVANE CONNECTION003"], "0\tLater\tprices.txt\t-1\t");
 }
 
-TEST_F(PresentationTest, SavingBlanksLinkedTextsOnly) {
-  Link();
-  fakes::Slide& slide = host->Add();
-  fakes::Shape& field = AddField(slide, "p", "Price", 1);
-  fakes::Shape& plain = slide.Add("plain");
-  plain.text = "Menu";
-  fakes::Shape& picture = AddField(slide, "picture", "Price", 1);
-  picture.hasTextFrame = false;
-  presentation.ActivePresentation(handed(host));
-  presentation.PrepareSave();
-  EXPECT_EQ(field.text, " ");
-  EXPECT_EQ(plain.text, "Menu");
-  // What is asked for anew is read, though the file has kept its date.
-  machine.files.files["/decks/prices.txt"].content = "Item\tPrice\nTea\t4\n";
-  presentation.FillValues(false);
-  EXPECT_EQ(field.text, "3");
-  presentation.FillValues(true);
-  EXPECT_EQ(field.text, "4");
-}
-
 TEST_F(PresentationTest, AShapeWhoseSourceFailsShowsAfterASaveWhatItShowedBefore) {
   Link();
   fakes::Slide& slide = host->Add();
@@ -232,45 +130,6 @@ TEST_F(PresentationTest, AShapeWhoseSourceFailsShowsAfterASaveWhatItShowedBefore
   field.text = "by hand";
   presentation.FillValues(false);
   EXPECT_EQ(field.text, "by hand");
-}
-
-TEST_F(PresentationTest, AShapeThatTakesNoTextKeepsNoOtherFromBeingFilledOrBlanked) {
-  Link();
-  fakes::Slide& slide = host->Add();
-  slide.AddClock("hh:nn").hasTextFrame = false;
-  slide.AddChart("chart").fails = true;
-  fakes::Shape& field = AddField(slide, "p", "Price", 1);
-  presentation.ActivePresentation(handed(host));
-  EXPECT_EQ(field.text, "3");
-  ASSERT_EQ(machine.messageBox.shown.size(), 2U);
-  EXPECT_EQ(machine.messageBox.shown[0].text,
-            "Error while filling values. \r\nshape clock has no text frame");
-  presentation.PrepareSave();
-  EXPECT_EQ(field.text, " ");
-}
-
-TEST_F(PresentationTest, ChartsTakeAllRowsWhileValuesAreOnDisplay) {
-  Link(3);
-  fakes::Slide& slide = host->Add();
-  fakes::Chart& broken = slide.AddChart("broken");
-  fakes::Chart& chart = slide.AddChart("chart");
-  fakes::Chart& unknown = slide.AddChart("unknown", "002");
-  broken.fails = true;
-  presentation.ActivePresentation(handed(host));
-  EXPECT_EQ(chart.fills, 0);
-  presentation.DisplayType(1);
-  presentation.FillValues(false);
-  EXPECT_EQ(chart.cells.rows(), 3U);
-  EXPECT_EQ(std::get<std::string>(chart.cells.cell(0, 1)), "Price");
-  EXPECT_EQ(basic::CStr(chart.cells.cell(1, 1)), "3");
-  EXPECT_FALSE(std::holds_alternative<std::string>(chart.cells.cell(2, 1))) << "a gap";
-  EXPECT_EQ(unknown.fills, 0);
-  ASSERT_EQ(machine.messageBox.shown.size(), 1U);
-  EXPECT_EQ(machine.messageBox.shown[0].text, "Error while filling values. \r\nthe chart takes no data");
-
-  machine.files.Write("/decks/prices.txt", "Item\tPrice\n");
-  presentation.FillValues(true);
-  EXPECT_EQ(chart.fills, 1) << "without a row the chart stays as it is";
 }
 
 TEST_F(PresentationTest, ChartsAreRestoredBeforeASave) {

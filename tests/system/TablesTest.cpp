@@ -1,7 +1,5 @@
-// Tables that take a connection as a whole: while a deck is edited, while it is shown.
+// Tables that take a connection as a whole, while a deck is shown.
 
-#include "addin/support/modErrors.h"
-#include "model/clsPresentation.h"
 #include "system/RuntimeShow.h"
 
 namespace LF2000 {
@@ -17,55 +15,6 @@ struct TablesTest : RuntimeShow {
   }
   std::string Errors() { return machine.files.files["/addin/errors.txt"].content; }
 };
-
-TEST_F(TablesTest, ColumnsGoByTheHeaderOrElseByPosition) {
-  struct Case {
-    const char* cells;
-    bool hasHeader;
-    bool hasTotal;
-    const char* filled;
-  };
-  modErrors::SlideShowRunning = true;  // errors are logged
-  const Case cases[] = {
-      {"nach| Zeit /a|b", true, false, "nach| Zeit /Basel|12:00"},
-      {"Zeit||Nach/a|own|b/c|own|d", true, false, "Zeit||Nach/12:00|own|Basel/12:10|own|Chur"},
-      {"Zeit|Zug/a|b/^|c/d|e", true, false, "Zeit|Zug/12:00|IC 1/^|IR 2/12:20|S 3"},
-      {"a|b|c/d|e|f/g|h|i/j|k|l", false, false, "12:00|IC 1|Basel/12:10|IR 2|Chur/12:20|S 3| / | | "},
-      {"Zug/a/b/sum", true, true, "Zug/IC 1/IR 2/sum"},
-      {"Na\vch/a", true, false, "Na\vch/a"},
-      {"Zug|Gleis/a|b", true, false, "Zug|Gleis/a|b"},
-      {"a|b|c|d", false, false, "a|b|c|d"},
-  };
-  for (const Case& c : cases) {
-    deck->slides.clear();
-    fakes::Table& table = deck->Add().AddTable("t", c.cells);
-    table.hasHeader = c.hasHeader;
-    table.hasTotal = c.hasTotal;
-    clsPresentation presentation;
-    presentation.ActivePresentation(handed(deck));
-    EXPECT_EQ(table.Cells(), c.filled);
-    const int writes = table.writes;
-    presentation.FillValues(true);
-    EXPECT_EQ(table.writes, writes) << "cells that say so already are not written";
-  }
-  EXPECT_NE(Errors().find("column 'Na ch'"), std::string::npos) << Errors();
-  EXPECT_NE(Errors().find("column 'Gleis', which the table's header names. It has: Zeit, Zug, Nach."),
-            std::string::npos)
-      << Errors();
-  EXPECT_NE(Errors().find("3 columns, and the table 4"), std::string::npos) << Errors();
-}
-
-TEST_F(TablesTest, WhileADeckIsEditedCellsFollowTheDisplayAndTheAuthorsAreSaved) {
-  fakes::Table& table = deck->Add().AddTable("t", "Zug|Nach/a|b/c|d");
-  clsPresentation presentation;
-  presentation.ActivePresentation(handed(deck));
-  EXPECT_EQ(table.Cells(), "Zug|Nach/IC 1|Basel/IR 2|Chur");
-  presentation.DisplayType(5);
-  presentation.FillValues(false);
-  EXPECT_EQ(table.Cells(), "Zug|Nach/Zug 1|Nach 1/Zug 2|Nach 2");
-  presentation.PrepareSave();
-  EXPECT_EQ(table.Cells(), "Zug|Nach/a|b/c|d");
-}
 
 TEST_F(TablesTest, AShowWritesWhatHasChanged) {
   fakes::Slide& slide = deck->Add();

@@ -25,6 +25,7 @@ class AutomationPassage final : public fakes::Passage {
   std::shared_ptr<AddInDesigner::AddIn> hand(const std::shared_ptr<fakes::AddIn>& addIn) override;
   ADODB::Factory* hand(ADODB::Factory* factory) override;
   Excel::Factory* hand(Excel::Factory* factory) override;
+  fakes::FormUser* hand(fakes::FormView* view) override { return view; }
 
  private:
   /// Presentations are known to the application that handed them out, or else to this.

@@ -11,6 +11,7 @@ using support::Listed;
 
 /// They run, and ask nothing of the host.
 constexpr Listed Silent[] = {
+    {"ClockFields.*", "formats alone"},
     {"ColumnLettersTest.*", "letters and numbers alone"},
     {"ConnectionTest.AClosedConnectionAnswersNothing", "nothing is opened"},
     {"ConnectionTest.ALockedFileIsTriedThreeTimesAndOnceMore", "nothing is opened"},

@@ -7,10 +7,8 @@
 #include <vector>
 
 #include "basic/Error.h"
-#include "windows/com/Counted.h"
-#include "windows/com/Events.h"
-#include "windows/com/Guard.h"
 #include "windows/com/Variant.h"
+#include "windows/door/Callee.h"
 
 namespace door {
 namespace {
@@ -23,32 +21,22 @@ com::Class watchClass{"Watch"};
 
 basic::Date dateOf(const com::Variant& value) { return std::get<basic::Date>(value.value()); }
 
-/// What the machine calls when a timer fires or a file has changed: member 0, with the text that there is.
-class Handler final : public com::Counted<IDispatch> {
+/// What the machine calls when a timer fires or a file has changed, with the text that there is.
+class Handler final : public Callee {
  public:
   explicit Handler(std::function<void(const std::string&)> handler)
-      : Counted({IID_IUnknown, IID_IDispatch}),
-        handler_(std::make_shared<std::function<void(const std::string&)>>(std::move(handler))) {}
+      : handler_(std::make_shared<std::function<void(const std::string&)>>(std::move(handler))) {}
 
   /// The machine may keep it for a while.
   void silence() { handler_.reset(); }
 
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
-                                   UINT*) override {
+ private:
+  com::Variant called(const std::vector<com::Variant>& arguments) override {
     const auto handler = handler_;  // it may end what it belongs to
-    if (!handler) return S_OK;
-    return com::guarded([&] {
-      const bool hasText = parameters->cArgs > 0;
-      (*handler)(hasText ? com::Variant::copyOf(parameters->rgvarg[0]).text() : std::string());
-    });
+    if (handler) (*handler)(arguments.empty() ? std::string() : arguments[0].text());
+    return {};
   }
 
- private:
   std::shared_ptr<std::function<void(const std::string&)>> handler_;
 };
 

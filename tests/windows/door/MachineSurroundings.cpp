@@ -1,11 +1,13 @@
 // Takes the place of the surroundings that the add-in makes of Windows.
 
 #include <memory>
+#include <optional>
 
 #include "basic/Locale.h"
 #include "windows/automation/Ado.h"
 #include "windows/automation/Excel.h"
 #include "windows/door/Door.h"
+#include "windows/door/MachineForms.h"
 #include "windows/door/MachineServices.h"
 #include "windows/platform/Registry.h"
 #include "windows/server/WindowsSurroundings.h"
@@ -35,6 +37,7 @@ class MachineSurroundings final : public Surroundings {
     services.registry = &registry_;
     services.ado = &dataObjects_;
     services.excel = &excel_;
+    if (machine_.flag(L"ShowsForms")) services.forms = &forms_.emplace(machine_).view();
     if (machine_.flag(L"WatchesFiles")) services.fileWatcher = &watcher_;
     return services;
   }
@@ -50,6 +53,7 @@ class MachineSurroundings final : public Surroundings {
   door::ProgressMeter meter_{machine_};
   door::Shell shell_{machine_};
   door::FileWatcher watcher_{machine_};
+  std::optional<door::Forms> forms_;
   platform::Registry registry_;
   automation::DataObjects dataObjects_;
   automation::ExcelFactory excel_;

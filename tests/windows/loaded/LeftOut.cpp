@@ -21,7 +21,7 @@ constexpr Listed Inside[] = {
     {"ManyLinksTest.*", "calls the edits of links"},
     {"ModelTest.*", "drives links of the system's own"},
     {"OfflinePages.*", "times and rows alone"},
-    {"OfflineTest.*", "calls for the copy, which authors ask for by a dialog"},
+    {"ClockFields.*", "formats alone"},
     {"PresentationTest.*", "drives a presentation of the system's own"},
     {"RelinkTest.*", "calls the edits of links"},
     {"SampleDataTest.*", "calls the edits of connections"},
@@ -29,9 +29,6 @@ constexpr Listed Inside[] = {
     {"ScrollIndexesTest.*", "numbers alone"},
     {"SendingTest.*", "calls for the sending, which authors ask for by a dialog"},
     {"SupportTest.*", "logs, settings, paths: services of the machine"},
-    {"TablesTest.ColumnsGoByTheHeaderOrElseByPosition", "drives a presentation of the system's own"},
-    {"TablesTest.WhileADeckIsEditedCellsFollowTheDisplayAndTheAuthorsAreSaved",
-     "drives a presentation of the system's own"},
 };
 
 /// They look into the system while it runs, or set what only the system sets.
@@ -43,6 +40,8 @@ constexpr Listed LookInside[] = {
     {"CommandsTest.OpenDialogsAndDockThePageThatFitsWhereThereIsRoom", "looks at forms"},
     {"CommandsTest.WhatIsClickedTooLateSaysWhyItIsOfNoUse", "takes the pages away"},
     {"DrivenShapesTest.BrokenScrollEntriesLeaveTheShowRunning", "looks at timers"},
+    {"OfflineTest.FilmsStayOutsideAndArePointedOut", "puts somebody of its own in who frees links"},
+    {"OfflineTest.NothingIsWrittenWhenItIsCancelled", "cancels by a question of its own"},
     {"RuntimeTest.AColumnThatIsMissingFromTheStartKeepsItsSlideAlone", "looks at what status pages show"},
     {"RuntimeTest.AnErrorOnOneShapeLeavesItsSlideAsItWas", "looks at what status pages show"},
     {"RuntimeTest.NullHasNoValueAndAnEmptyTextHas", "looks at the runtime's tables"},
@@ -56,6 +55,7 @@ constexpr Listed LookInside[] = {
 constexpr Listed Different[] = {
     {"MisbehavingHost.ACallThatFailsInAnyWayEndsNothingButItself",
      "a fifth of it runs: each session loads anew"},
+    {"OfflineTest.AChartWithItsDataElsewhereIsFreedOfThem", "charts of Graph have a datasheet of their own"},
     {"DrivenShapesTest.APictureThatAnEarlierShowHasLeftIsTakenBack",
      "adapters put those back at the end of each"},
 };

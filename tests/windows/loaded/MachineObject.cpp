@@ -6,8 +6,11 @@
 #include <set>
 #include <string>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include "host/file_watch.h"
+#include "host/forms.h"
 #include "host/services.h"
 #include "windows/strict/Members.h"
 
@@ -22,12 +25,23 @@ using strict::Tag;
 using windows::com::Ptr;
 using windows::com::Variant;
 
+/// The forms of the module that is loaded.
+Ptr<IDispatch> forms;
+
 /// Calls member 0 of what the module has handed in.
-void callBack(const Ptr<IDispatch>& handler, const std::string* text) {
-  Variant argument = text == nullptr ? Variant() : Variant(*text);
-  VARIANT raw = argument.raw();
-  DISPPARAMS parameters{&raw, nullptr, text == nullptr ? 0U : 1U, 0};
-  handler->Invoke(DISPID_VALUE, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+Variant callBack(const Ptr<IDispatch>& handler, const std::vector<Variant>& arguments) {
+  std::vector<VARIANT> raw;
+  for (auto each = arguments.rbegin(); each != arguments.rend(); ++each) raw.push_back(each->raw());
+  DISPPARAMS parameters{raw.data(), nullptr, static_cast<UINT>(raw.size()), 0};
+  Variant answer;
+  handler->Invoke(DISPID_VALUE, IID_NULL, 0, DISPATCH_METHOD, &parameters, answer.out(), nullptr, nullptr);
+  return answer;
+}
+Variant callBack(const Ptr<IDispatch>& handler) { return callBack(handler, std::vector<Variant>()); }
+Variant callBack(const Ptr<IDispatch>& handler, const std::string& text) {
+  std::vector<Variant> arguments;
+  arguments.emplace_back(text);
+  return callBack(handler, arguments);
 }
 
 struct Timer {
@@ -87,13 +101,13 @@ auto at(Port* host::Services::*port, Result (Owner::*run)(Taken...) const) {
 }
 
 std::shared_ptr<Timer> createTimer(On on, Given a) {
-  auto timer = on.loop->CreateTimer([handler = a.at(0).object()] { callBack(handler, nullptr); });
+  auto timer = on.loop->CreateTimer([handler = a.at(0).object()] { callBack(handler); });
   return std::make_shared<Timer>(Timer{std::move(timer)});
 }
 
 std::shared_ptr<Watch> createWatch(On on, Given a) {
   auto watch = on.fileWatcher->CreateWatch(
-      [handler = a.at(0).object()](const std::string& path) { callBack(handler, &path); });
+      [handler = a.at(0).object()](const std::string& path) { callBack(handler, path); });
   return std::make_shared<Watch>(Watch{std::move(watch)});
 }
 
@@ -115,6 +129,8 @@ Class<Machine> describe(Tag<Machine>) {
 
   table.call(L"DoEvents", at(&Services::loop, &host::Loop::DoEvents));
   table.call(L"CreateTimer", {Kind::Object}, here(createTimer));
+  get(L"ShowsForms", here([](On on, Given) { return on.forms != nullptr; }));
+  table.call(L"UseForms", {Kind::Object}, here([](On, Given a) { forms = a.at(0).object(); }));
   get(L"WatchesFiles", here([](On on, Given) { return on.fileWatcher != nullptr; }));
   table.call(L"CreateWatch", {Kind::Object}, here(createWatch));
 
@@ -151,6 +167,22 @@ Class<Machine> describe(Tag<Machine>) {
 }
 
 }  // namespace
+
+std::string ModuleForms::TopName() const { return callBack(forms).text(); }
+
+std::string ModuleForms::Raise(const Forms::Event& event) const {
+  std::vector<Variant> arguments;
+  arguments.emplace_back(event.Control);
+  arguments.emplace_back(static_cast<std::int32_t>(event.Kind));
+  arguments.emplace_back();
+  if (event.NewValue) {
+    if (const auto* text = std::get_if<std::string>(&*event.NewValue)) arguments.back() = Variant(*text);
+    if (const auto* flag = std::get_if<bool>(&*event.NewValue)) arguments.back() = Variant(*flag);
+  }
+  return callBack(forms, arguments).text();
+}
+
+void ModuleForms::giveBack() { forms = {}; }
 
 Ptr<IDispatch> machineObject() { return strict::of(std::make_shared<Machine>()); }
 

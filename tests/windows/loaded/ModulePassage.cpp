@@ -42,6 +42,7 @@ class ModulePassage::Entry final : public AddInDesigner::IDTExtensibility2 {
     addIn_ = create<ComAddIn>(L"LF2000.Connect", windows::server::IID_IDTExtensibility2);
   }
   ~Entry() override {
+    ModuleForms::giveBack();
     addIn_ = {};
     take(nullptr);
   }

@@ -5,6 +5,7 @@
 
 #include "fakes/Passage.h"
 #include "windows/door/Door.h"
+#include "windows/loaded/MachineObject.h"
 #include "windows/strict/Registered.h"
 
 namespace loaded {
@@ -35,6 +36,7 @@ class ModulePassage final : public fakes::Passage {
   }
   ADODB::Factory* hand(ADODB::Factory* factory) override { return ado_ = factory; }
   Excel::Factory* hand(Excel::Factory* factory) override { return excel_ = factory; }
+  fakes::FormUser* hand(fakes::FormView*) override { return &forms_; }
 
   /// How many entries have been made.
   [[nodiscard]] int entries() const { return entries_; }
@@ -52,6 +54,7 @@ class ModulePassage final : public fakes::Passage {
   std::shared_ptr<PowerPoint::Application> application_;
   ADODB::Factory* ado_ = nullptr;
   Excel::Factory* excel_ = nullptr;
+  ModuleForms forms_;
   strict::Registered programs_;
   strict::Registered connections_;
   strict::Registered recordsets_;
