@@ -1,35 +1,20 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "deck/bars/CommandBars.h"
-#include "fakes/Entry.h"
-#include "fakes/FakePowerPoint.h"
-#include "fakes/FakeServices.h"
 #include "model/modLinkClipboard.h"
+#include "system/EditedDeck.h"
 
 namespace LF2000 {
 
 /// A deck of one slide whose shapes differ in what commands can do with them, and the bars.
-struct CommandsTest : testing::Test {
+struct CommandsTest : EditedDeck {
   using Texts = std::vector<std::string>;
-
-  fakes::Machine machine;
-  std::shared_ptr<deck::CommandBars> bars = deck::CommandBars::create();
-  std::shared_ptr<fakes::Application> host = std::make_shared<fakes::Application>();
-  std::shared_ptr<fakes::Presentation> deck = std::make_shared<fakes::Presentation>();
-  std::shared_ptr<fakes::EditWindow> window = std::make_shared<fakes::EditWindow>(deck);
-  std::shared_ptr<AddInDesigner::IDTExtensibility2> addIn;
 
   CommandsTest() {
     modLinkClipboard::Reset();
-    host->commandBars = bars;
-    host->window = window;
     machine.files.Write("/decks/prices.txt", "Item\tPrice\nTea\t3\nMilk\t4\n");
     machine.files.Write("/decks/Tea", "a picture");
     deck->tags->items = {{"CORVANE VERSION", "1"},

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "fakes/FakeFormView.h"
 #include "fakes/Passage.h"
 #include "windows/automation/Ado.h"
 #include "windows/automation/Application.h"
