@@ -66,7 +66,7 @@ std::string WhyNoGraph(Selection selection) {
 }
 
 std::string WhyLinkable(Selection selection) {
-  const std::string why = WhyNotLinkable(selection);
+  std::string why = WhyNotLinkable(selection);
   if (selection.Shapes().empty()) return why;
   return why.empty() ? "What is selected can be linked." : "";
 }

@@ -74,7 +74,7 @@ void writePages(FilledDeck& filled, Range slides, const SnapshotOptions& options
 
 /// As in a show: a hidden slide is there for who asks for it.
 std::vector<int> printedSlides(FilledDeck& filled, Range slides, const SnapshotOptions& options) {
-  const std::vector<int> printed = options.slide > 0 ? std::vector{slides.first} : visibleSlides(filled);
+  std::vector<int> printed = options.slide > 0 ? std::vector{slides.first} : visibleSlides(filled);
   if (printed.empty()) fail(options.deck + ": every slide is hidden; --slide N writes one all the same.");
   return printed;
 }
