@@ -78,8 +78,10 @@ test("who steers looks as well, also after the show has begun anew", async (t) =
   await page.locator("input").fill("nothing");
   await page.locator("button").click();
   await page.waitForFunction(() => /not known, or not any more/.test(document.body.innerText));
+  const painted = page.waitForResponse(/\/screen\/painted/); // the page has its slide before it hears keys
   await page.locator("input").fill(show.token);
   await page.locator("button").click();
+  await painted;
   await waitForSlide(page, 1);
   await page.keyboard.press("ArrowRight");
   await waitForSlide(page, 2);
