@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,18 @@ HRESULT contained(Body&& body) noexcept {
   } catch (...) {  // NOLINT(bugprone-empty-catch): whoever can say something of a failure has done so
   }
   return S_OK;
+}
+
+/// The answer of a body that has one of its own; lets no exception out either.
+template <typename Body>
+HRESULT answered(Body&& body) noexcept {
+  try {
+    return body();
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  } catch (...) {
+    return E_UNEXPECTED;
+  }
 }
 
 /// A call from outside that is under way in this module: an entry point, an event, a timer. They may lie on

@@ -1,7 +1,6 @@
 // What the module exports: the class of the add-in, and its registration.
 
 #include <cstddef>
-#include <new>
 #include <string>
 
 #include "windows/com/Counted.h"
@@ -22,18 +21,6 @@ std::wstring moduleFile() {
   return file;
 }
 
-/// No exception leaves the module.
-template <typename Body>
-HRESULT answered(Body&& body) noexcept {
-  try {
-    return body();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  } catch (...) {
-    return E_UNEXPECTED;
-  }
-}
-
 }  // namespace
 
 extern "C" {
@@ -49,7 +36,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID iid, LPVOID* object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (classId != windows::server::CLSID_Connect) return CLASS_E_CLASSNOTAVAILABLE;
-  return answered([&] {
+  return windows::com::answered([&] {
     const auto factory = windows::com::Ptr<ClassFactory>::taking(
         new ClassFactory([] { return windows::server::makeWindowsSurroundings(); }));
     return factory->QueryInterface(iid, object);
@@ -59,10 +46,10 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID iid, LPVOID* object) {
 STDAPI DllCanUnloadNow() { return windows::com::liveObjects == 0 ? S_OK : S_FALSE; }
 
 STDAPI DllRegisterServer() {
-  return answered([] { return windows::server::enter(moduleFile()); });
+  return windows::com::answered([] { return windows::server::enter(moduleFile()); });
 }
 
-STDAPI DllUnregisterServer() { return answered(windows::server::remove); }
+STDAPI DllUnregisterServer() { return windows::com::answered(windows::server::remove); }
 
 /// "user" is all that it can do.
 STDAPI DllInstall(BOOL install, LPCWSTR /*commandLine*/) {

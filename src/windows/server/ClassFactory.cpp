@@ -1,7 +1,6 @@
 #include "windows/server/ClassFactory.h"
 
-#include <new>
-
+#include "windows/com/Guard.h"
 #include "windows/com/Ptr.h"
 
 namespace windows::server {
@@ -10,12 +9,10 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-  try {
+  return com::answered([&] {
     const auto addIn = com::Ptr<AddIn>::taking(new AddIn(make_));
     return addIn->QueryInterface(iid, object);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+  });
 }
 
 HRESULT ClassFactory::LockServer(BOOL lock) {
