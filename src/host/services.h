@@ -118,6 +118,8 @@ class Module {
   [[nodiscard]] virtual std::int32_t Major() const = 0;
   [[nodiscard]] virtual std::int32_t Minor() const = 0;
   [[nodiscard]] virtual std::int32_t Revision() const = 0;
+  /// What the module is made of and under which licences, in sentences.
+  [[nodiscard]] virtual std::string Licences() const = 0;
 };
 
 /// The per-user application settings store.

@@ -9,12 +9,6 @@
 
 namespace LF2000 {
 
-namespace {
-std::string madeOf;
-}
-
-void frmAbout::MadeOf(std::string_view licences) { madeOf = licences; }
-
 frmAbout::frmAbout() : frmPage("frmAbout", "About", Forms::Placement::Dialog, nullptr) {
   const host::Services& services = host::Current();
   const host::Module& module = *services.module;
@@ -34,7 +28,7 @@ frmAbout::frmAbout() : frmPage("frmAbout", "About", Forms::Placement::Dialog, nu
   add("lblSettings", "Settings", services.settings->Location());
   add("lblErrorsLog", "Errors log", modErrors::ErrorLogFile());
   add("lblDebugLog", "Debug log", modDebug::DebugLogFile() + (modDebug::DebugOn ? "" : " (switched off)"));
-  if (!madeOf.empty()) add("lblLicences", "Licences", madeOf);
+  add("lblLicences", "Licences", module.Licences());
   auto& cmdCopy = Add<Forms::CommandButton>("cmdCopy", "&Copy");
   cmdCopy.Copies(all);
   cmdCopy.Click = [&cmdCopy] { cmdCopy.Caption("Copied"); };

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string_view>
-
 #include "pages/frmPage.h"
 
 namespace LF2000 {
@@ -11,10 +9,6 @@ namespace LF2000 {
 class frmAbout final : public frmPage {
  public:
   frmAbout();
-
-  /// What the program is made of and under which licences, in sentences: programs differ in that, so each
-  /// says it before it opens the form.
-  static void MadeOf(std::string_view licences);
 };
 
 }  // namespace LF2000

@@ -53,4 +53,11 @@ std::int32_t Module::Major() const { return LUMENFOLD_VERSION_MAJOR; }
 std::int32_t Module::Minor() const { return LUMENFOLD_VERSION_MINOR; }
 std::int32_t Module::Revision() const { return LUMENFOLD_VERSION_REVISION; }
 
+std::string Module::Licences() const {
+  return "What it is made with comes under licences of its own: pugixml, nlohmann-json (MIT); libzip, CLI11 "
+         "(BSD, 3 clauses); Boost (Boost Software License 1.0); FreeType (FTL); Fontconfig (MIT); ICU "
+         "(Unicode); zlib (zlib); SQLite (public domain); unixODBC (LGPL 2.1); OpenSSL, Apache ECharts "
+         "(Apache License 2.0); libcurl (curl). Their texts come with their packages.";
+}
+
 }  // namespace platform

@@ -18,6 +18,7 @@ class Module final : public host::Module {
   [[nodiscard]] std::int32_t Major() const override;
   [[nodiscard]] std::int32_t Minor() const override;
   [[nodiscard]] std::int32_t Revision() const override;
+  [[nodiscard]] std::string Licences() const override;
 };
 
 }  // namespace platform

@@ -24,6 +24,7 @@ class Module final : public host::Module {
   std::int32_t Major() const override { return 1; }
   std::int32_t Minor() const override { return 2; }
   std::int32_t Revision() const override { return 3; }
+  std::string Licences() const override { return "a library (its licence)"; }
 };
 
 class Settings final : public host::Settings {

@@ -146,6 +146,7 @@ TEST_F(SlideShowTest, AboutTellsWhereThingsAre) {
   EXPECT_EQ(view.Text("lblComputer"), "GATE7");
   EXPECT_EQ(view.Text("lblSettings"), "/home/settings.ini");
   EXPECT_THAT(view.Text("lblErrorsLog"), HasSubstr("errors.txt"));
+  EXPECT_EQ(view.Text("lblLicences"), "a library (its licence)");
   view.Click("cmdCopy");
   EXPECT_EQ(view.Property("cmdCopy", "Caption"), "Copied");
   EXPECT_THAT(view.Property("cmdCopy", "Copies"), HasSubstr("Version: 1.2.3\r\nComputer: GATE7\r\n"));

@@ -15,7 +15,6 @@
 #include "app/wiring/Failure.h"
 #include "basic/Counted.h"
 #include "model/modSample.h"
-#include "pages/frmAbout.h"
 #include "pages/modPages.h"
 #include "platform/Module.h"
 #include "platform/Settings.h"
@@ -26,13 +25,6 @@ namespace app {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view Licences =
-    "What it is made with comes under licences of its own: pugixml, nlohmann-json (MIT); libzip, CLI11 (BSD, "
-    "3 "
-    "clauses); Boost (Boost Software License 1.0); FreeType (FTL); Fontconfig (MIT); ICU (Unicode); zlib "
-    "(zlib); SQLite (public domain); unixODBC (LGPL 2.1); OpenSSL, Apache ECharts (Apache License 2.0); "
-    "libcurl (curl). Their texts come with their packages.";
 
 std::vector<Roots::Root> rootsFor(const std::string& deck, const std::vector<std::string>& allowed) {
   std::vector<Roots::Root> roots;
@@ -149,7 +141,6 @@ Desk::Desk(Environment& environment, Options options)
   host_.application().guardLinks(guard);
   environment_.readDatabasesOnly(true);
   for (const std::string& file : LF2000::modSending::SettingsFiles()) access_.grant(file);
-  LF2000::frmAbout::MadeOf(Licences);
   LF2000::modPages::ShowUsesWith([this](const std::string& connection) {
     if (server_ != nullptr) server_->send(activeWindow(), "uses", {{"connection", connection}});
   });

@@ -38,4 +38,10 @@ std::int32_t Module::Major() const { return LUMENFOLD_VERSION_MAJOR; }
 std::int32_t Module::Minor() const { return LUMENFOLD_VERSION_MINOR; }
 std::int32_t Module::Revision() const { return LUMENFOLD_VERSION_REVISION; }
 
+std::string Module::Licences() const {
+  return "Parts of the compiler's libraries are in it: GNU C++ Standard Library and GCC runtime library (GPL "
+         "3 with the GCC Runtime Library Exception 3.1), MinGW-w64 runtime (public domain, ZPL 2.1), "
+         "winpthreads (MIT; BSD, 3 clauses). licences.txt, which was installed with it, tells more.";
+}
+
 }  // namespace windows::platform

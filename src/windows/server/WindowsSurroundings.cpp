@@ -1,7 +1,6 @@
 #include "windows/server/WindowsSurroundings.h"
 
 #include "basic/Locale.h"
-#include "pages/frmAbout.h"
 #include "windows/automation/Ado.h"
 #include "windows/automation/Excel.h"
 #include "windows/forms/FormView.h"
@@ -14,15 +13,7 @@ namespace {
 
 class WindowsSurroundings final : public Surroundings {
  public:
-  WindowsSurroundings() {
-    basic::SetUserLocale(platform::readUserLocale());
-    LF2000::frmAbout::MadeOf(
-        "Parts of the compiler's libraries are in it: GNU C++ Standard Library and GCC runtime library (GPL "
-        "3 "
-        "with the GCC Runtime Library Exception 3.1), MinGW-w64 runtime (public domain, ZPL 2.1), "
-        "winpthreads "
-        "(MIT; BSD, 3 clauses). licences.txt, which was installed with it, tells more.");
-  }
+  WindowsSurroundings() { basic::SetUserLocale(platform::readUserLocale()); }
   host::Services services() override {
     host::Services services;
     machine_.supply(services);

@@ -65,6 +65,7 @@ class Module final : public host::Module {
   std::int32_t Major() const override { return machine_.number(L"Major"); }
   std::int32_t Minor() const override { return machine_.number(L"Minor"); }
   std::int32_t Revision() const override { return machine_.number(L"Revision"); }
+  std::string Licences() const override { return machine_.text(L"Licences"); }
 
  private:
   Object machine_;

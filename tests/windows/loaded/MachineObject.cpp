@@ -150,6 +150,7 @@ Class<Machine> describe(Tag<Machine>) {
   get(L"Major", at(&Services::module, &host::Module::Major));
   get(L"Minor", at(&Services::module, &host::Module::Minor));
   get(L"Revision", at(&Services::module, &host::Module::Revision));
+  get(L"Licences", at(&Services::module, &host::Module::Licences));
 
   table.call(L"GetSetting", {Text, Text, Text}, at(&Services::settings, &host::Settings::GetSetting));
   get(L"Location", at(&Services::settings, &host::Settings::Location));
