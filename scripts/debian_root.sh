@@ -22,7 +22,7 @@ unmount() {
 }
 
 make_root() {  # PACKAGE,PACKAGE
-  debootstrap --variant=minbase --include="$1" bookworm "$root" http://deb.debian.org/debian
+  debootstrap --variant=minbase --include="$1" bookworm "$root"
   # How this machine reaches the mirror.
   cp -r /etc/apt/apt.conf.d/. "$root/etc/apt/apt.conf.d/"
   cp -L /etc/resolv.conf "$root/etc/"

@@ -21,7 +21,7 @@ if [[ ! -f $root/ready ]]; then
   command -v debootstrap >/dev/null || fail "debootstrap is not installed"
   rm -rf "$root"
   debootstrap --arch=i386 --variant=minbase --include=wine,wine32,xvfb,xauth,fonts-liberation bookworm "$root" \
-    "${DEBIAN_MIRROR:-http://deb.debian.org/debian}" >"$root.log" 2>&1 || fail "no root was made, see $root.log"
+    >"$root.log" 2>&1 || fail "no root was made, see $root.log"
   touch "$root/ready"
 fi
 exec {lock}>&-
