@@ -15,6 +15,7 @@
 #include "basic/ConnectionString.h"
 #include "basic/Error.h"
 #include "basic/Strings.h"
+#include "fakes/FakeServices.h"
 #include "host/services.h"
 
 namespace {
@@ -27,24 +28,6 @@ void require(bool promise) {
 }
 
 void requireHidden(std::string_view text) { require(text.find(Secret) == std::string_view::npos); }
-
-class Module final : public host::Module {
- public:
-  [[nodiscard]] std::string Title() const override { return {}; }
-  [[nodiscard]] std::string EXEName() const override { return {}; }
-  [[nodiscard]] std::string Path() const override { return "/addin"; }
-  [[nodiscard]] std::int32_t Major() const override { return 1; }
-  [[nodiscard]] std::int32_t Minor() const override { return 0; }
-  [[nodiscard]] std::int32_t Revision() const override { return 0; }
-};
-
-class Settings final : public host::Settings {
- public:
-  [[nodiscard]] std::string GetSetting(std::string_view, std::string_view, std::string_view) const override {
-    return {};
-  }
-  [[nodiscard]] std::string Location() const override { return {}; }
-};
 
 /// A setting with another value reads as that value, its neighbours as before.
 void replaceValues(std::string_view text, std::string_view value) {
@@ -118,8 +101,8 @@ void examine(std::string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Module module;
-  static Settings settings;
+  static fakes::Module module;
+  static fakes::Settings settings;
   host::Services services;
   services.module = &module;
   services.settings = &settings;
