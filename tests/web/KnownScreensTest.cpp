@@ -113,10 +113,16 @@ TEST_F(KnownScreensTest, NothingOfTheShowIsSeenWithoutAToken) {
 }
 
 TEST_F(KnownScreensTest, AScreenIsSetUpOnceAndLooksFromThenOn) {
+  options.hubs = {"http://hub.example.org"};
   EXPECT_EQ(401, enter("t-none").status);
   EXPECT_EQ(403, enter("t-one", "Origin: https://evil.example\r\n").status);
   const Answer entered = enter("t-one", "Origin: http://localhost\r\n");
-  EXPECT_EQ(Json({{"ok", true}, {"screen", "HALL1"}, {"steers", false}}), Json::parse(entered.body));
+  EXPECT_EQ(Json({{"ok", true}, {"screen", "HALL1"}, {"steers", false}, {"hubs", options.hubs}}),
+            Json::parse(entered.body));
+  EXPECT_FALSE(entered.headers.contains("Access-Control-Allow-Origin"));
+  const Answer enteredFromHub = enter("t-one", "Origin: http://hub.example.org\r\n");
+  EXPECT_EQ("http://hub.example.org", enteredFromHub.headers.at("Access-Control-Allow-Origin"));
+  EXPECT_EQ("true", enteredFromHub.headers.at("Access-Control-Allow-Credentials"));
   EXPECT_EQ("lumenfold_screen=t-one; Path=/; Max-Age=31536000; HttpOnly; SameSite=Lax",
             entered.headers.at("Set-Cookie"));
   EXPECT_THAT(enter("t-one", "Origin: https://localhost\r\n").headers.at("Set-Cookie"),

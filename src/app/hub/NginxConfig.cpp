@@ -97,6 +97,9 @@ std::string theShow(const Hub& hub) {
   proxy_set_header Host "@authority@";
   proxy_set_header Origin "";
   proxy_set_header Connection "";
+  # We say ourselves who may read; twice is once too often for a browser.
+  proxy_hide_header Access-Control-Allow-Origin;
+  proxy_hide_header Access-Control-Allow-Credentials;
   proxy_connect_timeout 3s;
 )";
   const std::string tls = R"(  proxy_ssl_server_name on;

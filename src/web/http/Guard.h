@@ -24,7 +24,7 @@ struct Options;
 ///  - the names of Options::hubs.
 /// The port is not compared, so a forwarded port works. An Origin, when there is
 /// one, must have the same name and port as the Host; but screens of one hub may look whether
-/// another one is there.
+/// another one is there, and be set up there.
 class Guard {
  public:
   /// `machine` is the computer's host name.

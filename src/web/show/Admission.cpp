@@ -45,7 +45,7 @@ std::optional<KnownScreen> Admission::visitor(const Request& request) const {
 
 Response Admission::entered(const Request& request) const {
   const std::string token = tokenIn(request.body);
-  Json json = {{"ok", true}, {"screen", nullptr}, {"steers", guard_.isToken(token)}};
+  Json json = {{"ok", true}, {"screen", nullptr}, {"steers", guard_.isToken(token)}, {"hubs", hubs_}};
   std::string cookie;
   if (json["steers"] == true) {
     cookie = guard_.pass();

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "web/http/Guard.h"
 #include "web/http/KnownScreens.h"
@@ -18,16 +19,18 @@ Response unknownVisitor();
 /// Bearer TOKEN".
 class Admission {
  public:
-  /// Both outlive it; without a list everybody may look.
-  Admission(const Guard& guard, const KnownScreens* screens) : guard_(guard), screens_(screens) {}
+  /// All outlive it; without a list everybody may look. `hubs` are the origins of Options::hubs.
+  Admission(const Guard& guard, const KnownScreens* screens, const std::vector<std::string>& hubs)
+      : guard_(guard), screens_(screens), hubs_(hubs) {}
 
   /// Who looks: a screen, or somebody without a name; nothing when the request may not.
   [[nodiscard]] std::optional<KnownScreen> visitor(const Request& request) const;
   /// Whether looking takes a token.
   [[nodiscard]] bool isAsked() const { return screens_ != nullptr; }
 
-  /// Of POST /screen/enter with {"token": "…"}: {"ok": true, "screen": NAME or null, "steers": …} with the
-  /// cookie, or 401.
+  /// Of POST /screen/enter with {"token": "…"}: {"ok": true, "screen": NAME or null, "steers": …,
+  /// "hubs": [ORIGIN, …]} with the cookie, or 401. Pages of the hubs may ask it from each other's, to set a
+  /// screen up at all of them.
   [[nodiscard]] Response entered(const Request& request) const;
   /// Of GET /screen/check: 204 or 401, for hubs and for screens.
   [[nodiscard]] Response checked(const Request& request) const;
@@ -35,6 +38,7 @@ class Admission {
  private:
   const Guard& guard_;
   const KnownScreens* screens_;
+  const std::vector<std::string>& hubs_;
 };
 
 }  // namespace web

@@ -55,7 +55,7 @@ Routes::Routes(Show& show, Broadcast& broadcast, const Options& options)
       broadcast_(broadcast),
       options_(options),
       guard_(options, machineName()),
-      admission_(guard_, options.screens) {}
+      admission_(guard_, options.screens, options.hubs) {}
 
 Response Routes::answer(const Request& request) {
   try {
@@ -86,12 +86,13 @@ bool Routes::mustGetIn(const Request& request) const {
 
 Response Routes::dispatch(const Request& request) {
   if (request.hosts != 1) return Response::error(400, "A request needs one Host header.");
-  const bool mayBeOfHub = request.path.starts_with(statePrefix);
+  const bool isEntering = request.path == "/screen/enter" && admission_.isAsked();
+  const bool mayBeOfHub = isEntering || request.path.starts_with(statePrefix);
   if (const auto objection = guard_.objection(request, mayBeOfHub)) return Response::error(403, *objection);
 
   if (request.path == "/screen/check") return admission_.checked(request);
-  if (request.path == "/screen/enter" && admission_.isAsked()) {
-    return request.method == "POST" ? admission_.entered(request) : pageAnswer(enterPage());
+  if (isEntering) {
+    return request.method == "POST" ? forHubs(admission_.entered(request), request) : entrance();
   }
   const auto visitor = admission_.visitor(request);
   if (!visitor && !isOpen(request.path)) return refusal(request);
@@ -101,10 +102,13 @@ Response Routes::dispatch(const Request& request) {
 /// People get a page that says what to do.
 Response Routes::refusal(const Request& request) const {
   if (request.path != "/" && request.path != "/remote") return unknownVisitor();
-  Response response = pageAnswer(enterPage());
+  Response response = entrance();
   response.status = 401;
   return response;
 }
+
+/// A screen that is let in here is set up at the other hubs as well.
+Response Routes::entrance() const { return pageAnswer(enterPage(), options_.hubs); }
 
 Response Routes::answerTo(const Request& request, const KnownScreen& visitor) {
   if (auto taker = streamAt(request, visitor)) {
@@ -190,7 +194,11 @@ Response Routes::stateAnswer(const Request& request, std::string_view name) {
   auto state = broadcast_.stateText(std::string(name));
   if (!state)
     return Response::error(503, "Too many views are in use, or the show cannot say how this one is.");
-  Response response = json(std::move(*state));
+  return forHubs(json(std::move(*state)), request);
+}
+
+/// Pages of all hubs may read it.
+Response Routes::forHubs(Response response, const Request& request) const {
   if (guard_.isOfHub(request)) {
     response.headers.emplace_back("Access-Control-Allow-Origin", request.origin);
     response.headers.emplace_back("Access-Control-Allow-Credentials", "true");

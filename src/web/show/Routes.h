@@ -67,6 +67,8 @@ class Routes : public Handler {
   /// What `visitor` gets, who may look.
   Response answerTo(const Request& request, const KnownScreen& visitor);
   [[nodiscard]] Response refusal(const Request& request) const;
+  [[nodiscard]] Response entrance() const;
+  [[nodiscard]] Response forHubs(Response response, const Request& request) const;
   Response get(const Request& request);
   Response built(const Request& request);
   Response screenAnswer(const Request& request);

@@ -11,17 +11,17 @@ import { until } from "../support/wait.mjs";
 
 useBrowser();
 
-test("a screen follows a show by way of nginx, and to another node", async (t) => {
-  const { sandbox, deck } = valueDeck(t, "first");
-  const item = elementId(deck, 1, "p1 Item");
+// Two nodes, and the options by which a show publishes there. `more` are those of hub-config.
+async function twoNodes(t, sandbox, hosts, ...more) {
   const redis = new Redis(t, sandbox);
   await redis.start();
   const port = await freePort();
   const token = sandbox.write("publish.token", "0123456789abcdef0123\n");
   const nodes = [];
   for (const name of ["one", "two"]) {
-    const node = new Node(t, sandbox, name, ["--show", `http://127.0.0.1:${port}`, "--redis", `redis://127.0.0.1:${redis.port}`]);
+    const node = new Node(t, sandbox, name, ["--show", `http://127.0.0.1:${port}`, "--redis", `redis://127.0.0.1:${redis.port}`, ...more]);
     node.port = await freePort();
+    node.host = hosts[nodes.length];
     nodes.push(node);
   }
   const origins = nodes.flatMap(({ url }) => ["--hub", url]);
@@ -30,7 +30,13 @@ test("a screen follows a show by way of nginx, and to another node", async (t) =
     await node.start();
   }
   const publish = nodes.flatMap(({ publishing }) => ["--publish", `unix:${publishing.socketPath}:/publish`]);
-  const options = ["--port", port, ...publish, "--publish-token-file", token, ...origins];
+  return { redis, nodes, options: ["--port", port, ...publish, "--publish-token-file", token, ...origins] };
+}
+
+test("a screen follows a show by way of nginx, and to another node", async (t) => {
+  const { sandbox, deck } = valueDeck(t, "first");
+  const item = elementId(deck, 1, "p1 Item");
+  const { redis, nodes, options } = await twoNodes(t, sandbox, ["127.0.0.1", "127.0.0.1"]);
   let show = await sandbox.show(deck, ...options);
 
   const page = await openScreen(t, `${nodes[0].url}/`);
@@ -65,4 +71,22 @@ test("a screen follows a show by way of nginx, and to another node", async (t) =
   await waitForText(page, item, "sixth");
   setValues(sandbox, "seventh");
   await waitForText(page, item, "seventh");
+});
+
+test("a known screen is set up at all nodes, and goes over", async (t) => {
+  const { sandbox, deck } = valueDeck(t, "first");
+  const item = elementId(deck, 1, "p1 Item");
+  const list = sandbox.path("screens.txt");
+  const [, token] = sandbox.done("screen", "add", "HALL1", "--screens", list).match(/#token=(\S+)/);
+  // Cookies know no ports: each node has a name of its own.
+  const { nodes, options } = await twoNodes(t, sandbox, ["one.hubs.localhost", "two.hubs.localhost"], "--screens");
+  const show = await sandbox.show(deck, "--screens", list, ...options);
+
+  const page = await openScreen(t, "about:blank");
+  await page.goto(`${nodes[0].url}/#token=${token}`, { waitUntil: "commit" });
+  await until("its report", async () => (await show.health()).screensAtHubs === 1);
+  await nodes[0].kill();
+  setValues(sandbox, "second");
+  await page.waitForURL(`${nodes[1].url}/`);
+  await waitForText(page, item, "second");
 });

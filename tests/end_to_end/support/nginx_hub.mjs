@@ -48,6 +48,7 @@ export class Node extends Group {
     this.sandbox = sandbox;
     this.name = name;
     this.args = args;
+    this.host = "127.0.0.1";
     this.folder = sandbox.path(name);
     this.publishing = { socketPath: `${this.folder}/publish.sock` };
     mkdirSync(this.folder);
@@ -55,7 +56,7 @@ export class Node extends Group {
   }
 
   get url() {
-    return `http://127.0.0.1:${this.port}`;
+    return `http://${this.host}:${this.port}`;
   }
 
   async start() {

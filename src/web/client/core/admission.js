@@ -9,19 +9,28 @@ export function forgetAddress() {
   history.replaceState(null, "", location.pathname + location.search);
 }
 
-// Resolves to {isKnown: true, steers} (a token for steering is no screen's), or to {isKnown: false} with isLost
-// where the show cannot be reached.
-export async function enterWith(token) {
-  const answer = await fetch("/screen/enter", {
+const longestAnswer = 5000;
+
+// Without a Content-Type of its own it is a request that browsers make to another hub unasked.
+function enterAt(origin, token) {
+  return fetch(`${origin}/screen/enter`, {
     method: "POST",
-    headers: { "Content-Type": "application/json" },
+    credentials: "include",
     body: JSON.stringify({ token }),
+    signal: AbortSignal.timeout(longestAnswer),
   }).catch(() => null);
-  if (answer?.ok) {
-    const { steers } = await answer.json();
-    return { isKnown: true, steers };
-  }
-  return { isKnown: false, isLost: answer?.status !== 401 };
+}
+
+// Resolves to {isKnown: true, steers} (a token for steering is no screen's), or to {isKnown: false} with isLost
+// where the show cannot be reached. A screen is set up at all hubs of the show, for the day when its own is gone: nobody
+// has the token then. Browsers keep what hubs of the same domain set.
+export async function enterWith(token) {
+  const answer = await enterAt("", token);
+  if (!answer?.ok) return { isKnown: false, isLost: answer?.status !== 401 };
+  const { steers, hubs } = await answer.json();
+  const others = steers ? [] : hubs.filter((hub) => hub !== location.origin);
+  await Promise.all(others.map((hub) => enterAt(hub, token)));
+  return { isKnown: true, steers };
 }
 
 // Whether the server says that this browser may look, and that it may not (any more); neither where it says nothing.
