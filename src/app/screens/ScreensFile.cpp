@@ -33,7 +33,7 @@ bool setRights(int descriptor, const std::string& path) {
   struct stat before {};
   if (::stat(path.c_str(), &before) != 0) return ::fchmod(descriptor, ForAllToRead) == 0;
   // Who may not give files away writes one of their own.
-  static_cast<void>(::fchown(descriptor, before.st_uid, before.st_gid));
+  [[maybe_unused]] const int refused = ::fchown(descriptor, before.st_uid, before.st_gid);
   return ::fchmod(descriptor, before.st_mode & Rights) == 0;
 }
 
