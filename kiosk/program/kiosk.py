@@ -134,11 +134,12 @@ class _Showing:
         self._frame = (await browser.call("Page.getFrameTree"))["frameTree"]["frame"]["id"]
         for domain in ("Page", "Inspector"):
             await browser.call(f"{domain}.enable")
-        await browser.call("Fetch.enable", patterns=[{"resourceType": "Document", "requestStage": "Response"}])
+        judged = [{"resourceType": kind, "requestStage": "Response"} for kind in ("Document", "Script")]
+        await browser.call("Fetch.enable", patterns=judged)
         await self._show_local_page()
         await self._load()
         while True:
-            # The show's page wanted to load itself anew and could not: it stands, and is asked to try again.
+            # The show's page could not load itself anew, or not all of its scripts: it stands, and is asked to try again.
             await self._reload.wait()
             self._reload.clear()
             await self._clock.sleep(LONGEST_PAUSE)
@@ -184,19 +185,20 @@ class _Showing:
         return True
 
     async def _judge(self, request):
-        """Whether what a server has answered comes onto the screen. What does not leaves there what is there."""
+        """Whether the page that a server has answered comes onto the screen; where it does not, what is there stays."""
         problem = None
         if request["frameId"] == self._frame:
             if error := request.get("responseErrorReason"):
                 problem = f"it cannot be reached ({error})"
             elif request.get("responseStatusCode", 200) >= 400:
                 problem = f"it answers {request['responseStatusCode']}"
-        if not problem:
+        is_page = request["resourceType"] == "Document"
+        if problem and is_page:
+            self._problem = problem
+            await self._browser.call("Fetch.failRequest", requestId=request["requestId"], errorReason="Aborted")
+        else:
             await self._browser.call("Fetch.continueRequest", requestId=request["requestId"])
-            return
-        self._problem = problem
-        await self._browser.call("Fetch.failRequest", requestId=request["requestId"], errorReason="Aborted")
-        if self._has_show.is_set():
+        if problem and (self._has_show.is_set() or not is_page):
             self._reload.set()
 
     async def _has_navigated(self, parameters):

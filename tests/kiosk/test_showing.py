@@ -29,6 +29,13 @@ class Showing(unittest.IsolatedAsyncioTestCase):
         self.addCleanup(show.stop)
         return show
 
+    def serve(self, handler):
+        server = ThreadingHTTPServer(("127.0.0.1", 0), handler)
+        threading.Thread(target=server.serve_forever, daemon=True).start()
+        self.addCleanup(server.server_close)
+        self.addCleanup(server.shutdown)
+        return f"http://127.0.0.1:{server.server_port}/"
+
     async def test_waits_for_a_server_that_was_never_seen_and_shows_it_when_it_comes(self):
         show = self.show()
         show.stop()
@@ -88,17 +95,35 @@ class Showing(unittest.IsolatedAsyncioTestCase):
             def log_message(self, *_):
                 pass
 
-        server = ThreadingHTTPServer(("127.0.0.1", 0), Failing)
-        threading.Thread(target=server.serve_forever, daemon=True).start()
-        self.addCleanup(server.server_close)
-        self.addCleanup(server.shutdown)
-        failing = f"http://127.0.0.1:{server.server_port}/"
+        failing = self.serve(Failing)
         async with Screen(self.folder, urls=(failing,)) as screen:
             text = await screen.sees(f"{TEXT}.includes('Waiting') && {TEXT}")
             self.assertIn("it answers 503", text)
             self.assertNotIn("Bad Gateway", text)
         async with Screen(self.folder, urls=(failing, self.show().url)) as screen:
             await screen.sees_slide()
+
+    async def test_a_page_whose_scripts_did_not_come_is_loaded_anew(self):
+        class WithoutScriptAtFirst(BaseHTTPRequestHandler):
+            asked = 0
+
+            def do_GET(self):
+                is_script = self.path == "/script.js"
+                WithoutScriptAtFirst.asked += is_script
+                self.send_response(503 if is_script and self.asked == 1 else 200)
+                self.send_header("Content-Type", "text/javascript" if is_script else "text/html")
+                self.end_headers()
+                self.wfile.write(b"window.ran = true" if is_script else b"<p>a slide<script type=module src=/script.js></script>")
+
+            def log_message(self, *_):
+                pass
+
+        async with Screen(self.folder, urls=(self.serve(WithoutScriptAtFirst),)) as screen:
+            await screen.sees(f"{TEXT} === 'a slide'")
+            await until("another try", lambda: 15 in screen.clock.slept)
+            self.assertEqual(1, WithoutScriptAtFirst.asked)
+            screen.clock.move(15)
+            await screen.sees("window.ran")
 
     async def test_a_page_that_hangs_is_replaced_and_one_that_paints_is_not(self):
         show = self.show()
