@@ -18,15 +18,14 @@ cmake --build --preset release --target lumenfold manual
 cmake --preset fuzz
 cmake --build --preset fuzz --target unit_tests fuzzers
 # The tests of all builds in one run with one summary.
-released="release/tests/end_to_end release/tests/kiosk release/tests/package"
 if ((${#windows[@]} > 0)); then
   cmake --preset windows
   cmake --build --preset windows --target unit_tests installer
-  echo "subdirs($released fuzz windows)" > build/CTestTestfile.cmake
+  echo 'subdirs(release/released fuzz windows)' > build/CTestTestfile.cmake
 else
   # It ends with the tests that did not run.
-  cat > build/CTestTestfile.cmake <<END
-subdirs($released fuzz)
+  cat > build/CTestTestfile.cmake <<'END'
+subdirs(release/released fuzz)
 add_test(windows.left_out_as_asked_for true)
 set_tests_properties(windows.left_out_as_asked_for PROPERTIES DISABLED TRUE)
 END

@@ -78,10 +78,17 @@ function(lumenfold_storey folder)
   endforeach()
 endfunction()
 
-# For programs that are built oftener than they run: little optimization, none where sanitizers make what
-# is optimized twice as slow to compile, and the headers of the test library read once for all of them.
+# For what is compiled longer than it runs: no optimization where sanitizers make what is optimized twice as
+# slow to compile.
+function(lumenfold_plain_under_sanitizers target)
+  target_compile_options(${target} PRIVATE $<$<BOOL:${LUMENFOLD_FUZZ}>:-O0>)
+endfunction()
+
+# For programs that are built oftener than they run: little optimization, and the headers of the test library
+# read once for all of them.
 function(lumenfold_quick_to_build program)
-  target_compile_options(${program} PRIVATE $<$<CONFIG:Release>:-O1> $<$<BOOL:${LUMENFOLD_FUZZ}>:-O0>)
+  target_compile_options(${program} PRIVATE $<$<CONFIG:Release>:-O1>)
+  lumenfold_plain_under_sanitizers(${program})
   if(program MATCHES "^test_windows_")
     # They are compiled with the system's definitions, the others without.
   elseif(TARGET test_basic AND NOT program STREQUAL test_basic)

@@ -23,14 +23,13 @@ function enterAt(origin, token) {
 
 // Resolves to {isKnown: true, steers} (a token for steering is no screen's), or to {isKnown: false} with isLost
 // where the show cannot be reached. A screen is set up at all hubs of the show, for the day when its own is gone: nobody
-// has the token then. Browsers keep what hubs of the same domain set.
+// has the token then. Browsers keep what hubs of the same domain set. `others` resolves when they have answered.
 export async function enterWith(token) {
   const answer = await enterAt("", token);
   if (!answer?.ok) return { isKnown: false, isLost: answer?.status !== 401 };
   const { steers, hubs } = await answer.json();
-  const others = steers ? [] : hubs.filter((hub) => hub !== location.origin);
-  await Promise.all(others.map((hub) => enterAt(hub, token)));
-  return { isKnown: true, steers };
+  const otherHubs = steers ? [] : hubs.filter((hub) => hub !== location.origin);
+  return { isKnown: true, steers, others: Promise.all(otherHubs.map((hub) => enterAt(hub, token))) };
 }
 
 // Whether the server says that this browser may look, and that it may not (any more); neither where it says nothing.

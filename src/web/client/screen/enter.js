@@ -16,8 +16,9 @@ function goOn() {
 }
 
 async function take(token) {
-  const { isKnown, isLost, steers } = await enterWith(token);
+  const { isKnown, isLost, steers, others } = await enterWith(token);
   if (isKnown) {
+    await others; // this page goes
     if (steers) store.setItem("token", token);
     sessionStorage.setItem("let-in", Date.now());
     goOn();
